@@ -1,0 +1,57 @@
+# KelgenBuild.cmake: settings that hold for everything built here: language, warnings, sanitizers, ccache, output folders.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+
+# Programs and Windows libraries share one folder: a Windows program finds its libraries beside itself.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
+
+if(WIN32)
+  set(KELGEN_PLATFORM windows)
+else()
+  set(KELGEN_PLATFORM posix)
+endif()
+
+# Line tables are enough for a stack trace, and -O1 keeps both the build and the tests fast.
+set(CMAKE_CXX_FLAGS_DEBUG "-O1 -g1 -DKELGEN_CHECKED")
+set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
+
+add_library(kelgen_options INTERFACE)
+target_compile_options(kelgen_options INTERFACE
+  -Wall -Wextra -Werror -Wold-style-cast -Wcast-qual -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+  "-ffile-prefix-map=${CMAKE_CURRENT_SOURCE_DIR}/=")
+# The identity classes have virtual operations and, by contract, no virtual destructor.
+target_compile_options(kelgen_options INTERFACE -Wno-non-virtual-dtor)
+if(KELGEN_SANITIZE)
+  target_compile_options(kelgen_options INTERFACE "-fsanitize=${KELGEN_SANITIZE}" -fno-omit-frame-pointer)
+  target_link_options(kelgen_options INTERFACE "-fsanitize=${KELGEN_SANITIZE}")
+  if(KELGEN_SANITIZE MATCHES undefined)
+    # By contract some members are called through a null pointer.
+    target_compile_options(kelgen_options INTERFACE -fno-sanitize-recover=undefined -fno-sanitize=null)
+  endif()
+endif()
+
+find_program(KELGEN_CCACHE ccache)
+if(KELGEN_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND}" -E env
+    "CCACHE_BASEDIR=${CMAKE_SOURCE_DIR}" CCACHE_NOHASHDIR=1
+    "CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime" "${KELGEN_CCACHE}")
+  set(CMAKE_C_COMPILER_LAUNCHER "${CMAKE_CXX_COMPILER_LAUNCHER}")
+endif()
+
+if(WIN32)
+  # One shared C++ runtime for all libraries and programs: exceptions and run-time types cross their borders.
+  foreach(_dll libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
+    execute_process(COMMAND "${CMAKE_CXX_COMPILER}" "-print-file-name=${_dll}"
+      OUTPUT_VARIABLE _path OUTPUT_STRIP_TRAILING_WHITESPACE)
+    if(NOT IS_ABSOLUTE "${_path}")
+      set(_path "/usr/x86_64-w64-mingw32/lib/${_dll}")
+    endif()
+    file(COPY "${_path}" DESTINATION "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
+    list(APPEND KELGEN_RUNTIME_DLLS "${_path}")
+  endforeach()
+endif()

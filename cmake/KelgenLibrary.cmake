@@ -1,0 +1,23 @@
+# KelgenLibrary.cmake: one function for the three shared libraries.
+
+# kelgen_add_library(NAME OUTPUT SYMBOL SOURCES... [DEPENDS targets...])
+# Makes the shared library kelgen::NAME. SYMBOL is defined while its own sources are compiled (see Export.h).
+function(kelgen_add_library name output symbol)
+  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS;PRIVATE_DEPENDS" ${ARGN})
+  set(target kelgen_${name})
+  add_library(${target} SHARED ${ARG_SOURCES})
+  add_library(kelgen::${name} ALIAS ${target})
+  if(WIN32)
+    set_target_properties(${target} PROPERTIES PREFIX "")
+  endif()
+  set_target_properties(${target} PROPERTIES
+    OUTPUT_NAME ${output} EXPORT_NAME ${name}
+    VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} DEFINE_SYMBOL ${symbol})
+  target_include_directories(${target} PUBLIC
+    "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>" "$<INSTALL_INTERFACE:include>")
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  # Members callable through a null pointer, and 16-bit text over char16_t literals.
+  target_compile_options(${target} PUBLIC -fno-delete-null-pointer-checks -fno-strict-aliasing)
+  target_link_libraries(${target} PUBLIC ${ARG_DEPENDS} PRIVATE $<BUILD_INTERFACE:kelgen_options> ${ARG_PRIVATE_DEPENDS})
+  target_link_options(${target} PRIVATE -Wl,--no-undefined)
+endfunction()

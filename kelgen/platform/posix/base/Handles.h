@@ -1,0 +1,67 @@
+// Handles.h: the process's table of handles, checked by generation so that a closed or forged handle never finds an object.
+#pragma once
+
+#include <kelgen/platform/Export.h>
+#include <kelgen/platform/posix/base/Types.h>
+
+#include <memory>
+#include <mutex>
+#include <vector>
+
+namespace kelgen::posix {
+
+/// What a handle stands for. Kinds of objects derive from it and are told apart by dynamic type.
+class HandleObject
+{
+public:
+    HandleObject() = default;
+    HandleObject(const HandleObject&) = delete;
+    HandleObject& operator=(const HandleObject&) = delete;
+    virtual ~HandleObject();
+};
+
+/// Maps handles to shared objects. Handles are multiples of four, as on the real platform, and never 0 or -1.
+/// Threads: every member locks; an object stays alive while a caller holds what Find returned, even when closed meanwhile.
+class KELGEN_PLATFORM_API HandleTable
+{
+public:
+    /// The process's only table.
+    static HandleTable& Get();
+
+    /// A new handle for @p object.
+    HANDLE Insert(std::shared_ptr<HandleObject> object);
+
+    /// The object of @p handle, or null when the handle is closed, forged or of another kind. The last error stays.
+    template <class Object>
+    std::shared_ptr<Object> Find(const void* handle)
+    {
+        return std::dynamic_pointer_cast<Object>(FindAny(handle));
+    }
+
+    /// The object of @p handle of any kind, or null.
+    std::shared_ptr<HandleObject> FindAny(const void* handle);
+
+    /// Takes @p handle out of the table and returns its object (its last owner destroys it), or null.
+    std::shared_ptr<HandleObject> Remove(const void* handle);
+
+private:
+    struct Slot
+    {
+        std::shared_ptr<HandleObject> object;
+        DWORD generation = 0;
+    };
+
+    Slot* SlotOf(const void* handle);
+
+    std::mutex m_mutex;
+    std::vector<Slot> m_slots;
+    std::vector<DWORD> m_free;
+};
+
+/// The process's handle table.
+inline HandleTable& Handles()
+{
+    return HandleTable::Get();
+}
+
+}  // namespace kelgen::posix

@@ -1,0 +1,22 @@
+// Windows.h: the real platform's headers, as the library needs them.
+#pragma once
+
+#ifndef WINVER
+#define WINVER 0x0601
+#endif
+#ifndef _WIN32_WINNT
+#define _WIN32_WINNT 0x0601
+#endif
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#ifndef STRICT
+#define STRICT
+#endif
+
+#include <windows.h>
+
+#include <mbctype.h>
+#include <mbstring.h>
+
+#include <kelgen/platform/Export.h>

@@ -1,0 +1,11 @@
+// Environment.cpp: changes the environment of the test process.
+#include <stdlib.h>
+
+namespace kelgen::test {
+
+void SetEnvironment(const std::string& name, const std::string& value)
+{
+    _putenv_s(name.c_str(), value.c_str());
+}
+
+}  // namespace kelgen::test
