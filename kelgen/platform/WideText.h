@@ -1,6 +1,8 @@
 // WideText.h: 16-bit text is unsigned short* above the platform and WCHAR* in its calls; these cross the border.
 #pragma once
 
+#include <kelgen/platform/Win32.h>
+
 #include <cstddef>
 
 /// u"text"_w: a literal as the 16-bit text that the library's signatures take.

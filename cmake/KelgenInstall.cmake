@@ -1,0 +1,27 @@
+# KelgenInstall.cmake: cmake --install gives headers, libraries, a CMake package and pkg-config files.
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+
+install(TARGETS kelgen_platform kelgen_framework kelgen_kelgen EXPORT kelgen
+  RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
+  LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+  ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+if(KELGEN_RUNTIME_DLLS)
+  install(FILES ${KELGEN_RUNTIME_DLLS} DESTINATION "${CMAKE_INSTALL_BINDIR}")
+endif()
+install(DIRECTORY kelgen DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" FILES_MATCHING PATTERN "*.h"
+  PATTERN "posix" EXCLUDE PATTERN "windows" EXCLUDE)
+install(DIRECTORY "kelgen/platform/${KELGEN_PLATFORM}" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/kelgen/platform"
+  FILES_MATCHING PATTERN "*.h")
+
+set(package_folder "${CMAKE_INSTALL_LIBDIR}/cmake/kelgen")
+install(EXPORT kelgen NAMESPACE kelgen:: FILE kelgenTargets.cmake DESTINATION "${package_folder}")
+configure_package_config_file(cmake/kelgenConfig.cmake.in kelgenConfig.cmake INSTALL_DESTINATION "${package_folder}")
+write_basic_package_version_file(kelgenConfigVersion.cmake COMPATIBILITY SameMinorVersion)
+install(FILES "${CMAKE_CURRENT_BINARY_DIR}/kelgenConfig.cmake" "${CMAKE_CURRENT_BINARY_DIR}/kelgenConfigVersion.cmake"
+  cmake/KelgenResources.cmake DESTINATION "${package_folder}")
+
+# Where libraries and headers lie is found from the file's own place, so an installed tree may be moved.
+file(RELATIVE_PATH pkgconfig_prefix "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
+configure_file(cmake/kelgen.pc.in kelgen.pc @ONLY)
+install(FILES "${CMAKE_CURRENT_BINARY_DIR}/kelgen.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
