@@ -1,0 +1,68 @@
+// Properties.cpp: an assignment to a property of a set until every listener has heard it; a property found by name.
+#include "PropertyOperations.h"
+
+#include <kelgen/property/PropertySet.h>
+
+#include <deque>
+#include <functional>
+#include <unordered_map>
+
+using namespace bench;
+
+namespace {
+
+struct StdSignal
+{
+    std::vector<std::function<void(int)>> slots;
+
+    void connect(std::function<void(int)> f) { slots.push_back(std::move(f)); }
+    void operator()(int v) const
+    {
+        for (const auto& f : slots)
+            f(v);
+    }
+};
+
+class Listener : public gen::CPropertySetListener
+{
+public:
+    long sum = 0;
+
+protected:
+    void OnPropertyValueChange(gen::CPropertySet*, gen::CProperty* property) override { sum += property->value.GetValueInteger(); }
+};
+
+void SetNotify(State& st)
+{
+    gen::CPropertySet set;
+    gen::CProperty property(1, "value", gen::eptInteger);
+    set.AddProperty(property);
+    std::deque<Listener> listeners(static_cast<std::size_t>(st.range(0)));
+    for (Listener& listener : listeners)
+        set.AddListener(&listener);
+    gen::CPropertyValue& value = set.PropertyAt(0).value;
+    int v = 0;
+    for (auto _ : st)
+        value.SetValueInteger(++v);
+    long sum = 0;
+    for (const Listener& listener : listeners)
+        sum += listener.sum;
+    finish(st, sum, v);
+}
+
+void FindInSet(State& st)
+{
+    gen::CPropertySet set;
+    for (int i = 0; i < 20; ++i) {
+        gen::CProperty property(i, names[i], gen::eptInteger);
+        set.AddProperty(property);
+    }
+    findByName(st, [&](unsigned i) { return set[names[i]]; });
+}
+
+BENCHMARK(FunctionList<StdSignal>)->Name("Property/SetNotify/std_function") LISTENERS;
+BENCHMARK(SetNotify)->Name("Property/SetNotify/kelgen") LISTENERS;
+BENCHMARK_TEMPLATE(FindMap, std::unordered_map<std::u16string, int>, std::u16string)->Name("Property/FindByName20/unordered_map");
+BENCHMARK(FindInSet)->Name("Property/FindByName20/kelgen");
+
+}  // namespace
