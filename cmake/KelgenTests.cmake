@@ -10,7 +10,9 @@ function(kelgen_add_test_program folder)
   target_include_directories(test_${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
   target_link_libraries(test_${name} PRIVATE kelgen_test_support)
   target_precompile_headers(test_${name} REUSE_FROM kelgen_test_support)
-  add_test(NAME ${name} COMMAND test_${name} "--gtest_output=xml:${PROJECT_BINARY_DIR}/reports/${name}.xml" --gtest_brief=1
+  # Wine shows the root of the file system as drive Z.
+  add_test(NAME ${name}
+    COMMAND test_${name} "--gtest_output=xml:$<$<BOOL:${WIN32}>:Z:>${PROJECT_BINARY_DIR}/reports/${name}.xml" --gtest_brief=1
     WORKING_DIRECTORY "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
   set_tests_properties(${name} PROPERTIES TIMEOUT 300)
 endfunction()
