@@ -1,0 +1,33 @@
+// Random.h: random input whose seed a failing test prints.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <random>
+#include <string>
+
+namespace kelgen::test {
+
+/// A generator with a fresh seed, or the one in KELGEN_TEST_SEED. While it lives, failures name its seed.
+class Random : public std::mt19937
+{
+public:
+    Random() : Random(ChooseSeed()) {}
+
+    /// A number from @p low to @p high, both included.
+    int Between(int low, int high) { return std::uniform_int_distribution<int>(low, high)(*this); }
+
+private:
+    explicit Random(unsigned seed) : std::mt19937(seed), m_trace(__FILE__, __LINE__, "KELGEN_TEST_SEED=" + std::to_string(seed)) {}
+
+    static unsigned ChooseSeed()
+    {
+        const char* given = std::getenv("KELGEN_TEST_SEED");
+        return given ? static_cast<unsigned>(std::strtoul(given, nullptr, 10)) : std::random_device{}();
+    }
+
+    testing::ScopedTrace m_trace;
+};
+
+}  // namespace kelgen::test
