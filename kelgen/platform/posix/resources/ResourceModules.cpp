@@ -1,0 +1,59 @@
+// ResourceModules.cpp: the process's list of registered resources.
+#include <kelgen/platform/posix/resources/ResourceModules.h>
+
+#include <kelgen/platform/posix/resources/ResourceTable.h>
+
+#include <algorithm>
+#include <mutex>
+
+namespace kelgen::posix {
+
+namespace {
+
+struct Registration
+{
+    const void* module;
+    std::shared_ptr<const ResourceTable> table;
+};
+
+struct Registrations
+{
+    std::mutex mutex;
+    std::vector<Registration> list;
+};
+
+Registrations& All()
+{
+    // Never destroyed: modules are unloaded after this library's own statics are gone.
+    static Registrations& registrations = *new Registrations;
+    return registrations;
+}
+
+}  // namespace
+
+RegisteredResources::RegisteredResources(const void* module, const void* begin, const void* end)
+    : m_table(std::make_shared<ResourceTable>(
+          std::span(static_cast<const BYTE*>(begin), static_cast<const BYTE*>(end)))),
+      m_module(module)
+{
+    const std::lock_guard lock(All().mutex);
+    All().list.push_back({m_module, m_table});
+}
+
+RegisteredResources::~RegisteredResources()
+{
+    const std::lock_guard lock(All().mutex);
+    std::erase_if(All().list, [this](const Registration& registration) { return registration.table == m_table; });
+}
+
+std::vector<std::shared_ptr<const ResourceTable>> ResourcesOf(const void* module)
+{
+    const std::lock_guard lock(All().mutex);
+    std::vector<std::shared_ptr<const ResourceTable>> tables;
+    for (const Registration& registration : All().list)
+        if (registration.module == module)
+            tables.push_back(registration.table);
+    return tables;
+}
+
+}  // namespace kelgen::posix
