@@ -18,5 +18,6 @@
 
 #include <mbctype.h>
 #include <mbstring.h>
+#include <process.h>
 
 #include <kelgen/platform/Export.h>

@@ -1,0 +1,16 @@
+// CloseHandle.cpp: takes a handle out of the process's table.
+#include <kelgen/platform/posix/kernel/CloseHandle.h>
+
+#include <kelgen/platform/posix/base/ErrorCodes.h>
+#include <kelgen/platform/posix/base/Handles.h>
+#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/kernel/Threads.h>
+
+using namespace kelgen::posix;
+
+BOOL CloseHandle(HANDLE handle)
+{
+    if (handle == GetCurrentProcess() || handle == GetCurrentThread())
+        return TRUE;
+    return Handles().Remove(handle) ? TRUE : Fail(ERROR_INVALID_HANDLE, FALSE);
+}

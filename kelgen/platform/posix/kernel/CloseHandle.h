@@ -1,0 +1,9 @@
+// CloseHandle.h: the end of a handle of any kind.
+#pragma once
+
+#include <kelgen/platform/Export.h>
+#include <kelgen/platform/posix/base/Types.h>
+
+/// Ends the handle; the object goes with its last handle and last user. TRUE for the pseudo handles, which stay; FALSE with last
+/// error 6 for a handle that is closed already, null, or forged.
+KELGEN_PLATFORM_API BOOL CloseHandle(HANDLE handle);

@@ -1,0 +1,26 @@
+// ThreadObjects.h: the objects behind thread handles, and what happens when a thread ends.
+#pragma once
+
+#include <kelgen/platform/posix/kernel/Waits.h>
+
+#include <memory>
+
+namespace kelgen::posix {
+
+class ThreadObject;
+
+/// The calling thread's object; made at the first call in a thread that was started elsewhere.
+std::shared_ptr<Waitable> CurrentThreadObject();
+
+/// A waitable object that a thread may own and leave behind when it ends. Enlisted from construction to destruction.
+class OwnedByThread : public Waitable
+{
+public:
+    OwnedByThread();
+    ~OwnedByThread() override;
+
+    /// Called when thread @p thread has ended, owner or not. The dispatcher lock is held.
+    virtual void OwnerEnded(DWORD thread) = 0;
+};
+
+}  // namespace kelgen::posix
