@@ -4,6 +4,9 @@
 #include <kelgen/platform/Export.h>
 #include <kelgen/platform/posix/base/Types.h>
 
+// The standard header takes the address of its own functions of these names, which must not be overloaded by then.
+#include <string>
+
 /// The number that @p text starts with, after white space; limits are those of 32 bits and hold the result when it is beyond. @p base
 /// is 2 to 36, or 0 for decimal, 0 octal, 0x hexadecimal. @p end, when not null, receives the first unit not used, which is @p text
 /// when there is no number.
