@@ -18,6 +18,9 @@
 
 #include <mbctype.h>
 #include <mbstring.h>
+// Bits of the multibyte tables; the C++ library uses these names for itself.
+#undef _M1
+#undef _M2
 #include <process.h>
 
 #include <kelgen/platform/Export.h>
