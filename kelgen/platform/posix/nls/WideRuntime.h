@@ -17,7 +17,7 @@ KELGEN_PLATFORM_API std::size_t wcsnlen(const WCHAR* text, std::size_t limit);
 
 /// -1, 0 or 1 by unit value. Cost: 16 bytes a step.
 KELGEN_PLATFORM_API int wcscmp(const WCHAR* left, const WCHAR* right);
-/// wcscmp of the first @p count units at most.
+/// The difference of the first two units that differ among the first @p count; 0 when none do.
 KELGEN_PLATFORM_API int wcsncmp(const WCHAR* left, const WCHAR* right, std::size_t count);
 /// The difference of the first two lower-cased units that differ; 0 when none do. Cost: 16 bytes a step in the C locale.
 KELGEN_PLATFORM_API int _wcsicmp(const WCHAR* left, const WCHAR* right);
@@ -27,9 +27,9 @@ KELGEN_PLATFORM_API int _wcsnicmp(const WCHAR* left, const WCHAR* right, std::si
 KELGEN_PLATFORM_API int wcscoll(const WCHAR* left, const WCHAR* right);
 /// Negative, 0 or positive by the locale's order without case; _wcsicmp in the C locale.
 KELGEN_PLATFORM_API int _wcsicoll(const WCHAR* left, const WCHAR* right);
-/// wcscoll of the first @p count units at most; the difference of units in the C locale.
+/// wcscoll of the first @p count units at most; wcsncmp in the C locale.
 KELGEN_PLATFORM_API int _wcsncoll(const WCHAR* left, const WCHAR* right, std::size_t count);
-/// _wcsicoll of the first @p count units at most.
+/// _wcsicoll of the first @p count units at most; _wcsnicmp in the C locale.
 KELGEN_PLATFORM_API int _wcsnicoll(const WCHAR* left, const WCHAR* right, std::size_t count);
 
 /// Upper-cases in place and returns @p text.
