@@ -5,7 +5,17 @@
 #include <kelgen/platform/posix/base/Types.h>
 #include <kelgen/platform/posix/kernel/CloseHandle.h>
 #include <kelgen/platform/posix/kernel/CriticalSections.h>
+#include <kelgen/platform/posix/kernel/DuplicateHandle.h>
+#include <kelgen/platform/posix/kernel/Environment.h>
+#include <kelgen/platform/posix/kernel/Files.h>
+#include <kelgen/platform/posix/kernel/FileSystem.h>
+#include <kelgen/platform/posix/kernel/FileTimes.h>
+#include <kelgen/platform/posix/kernel/FindFile.h>
 #include <kelgen/platform/posix/kernel/Interlocked.h>
+#include <kelgen/platform/posix/kernel/Memory.h>
+#include <kelgen/platform/posix/kernel/Modules.h>
+#include <kelgen/platform/posix/kernel/PathNames.h>
+#include <kelgen/platform/posix/kernel/Processes.h>
 #include <kelgen/platform/posix/kernel/Synchronization.h>
 #include <kelgen/platform/posix/kernel/Threads.h>
 #include <kelgen/platform/posix/kernel/Ticks.h>

@@ -4,6 +4,9 @@
 #include <kelgen/platform/Export.h>
 #include <kelgen/platform/posix/base/Types.h>
 
+// Before the overloads below: the namespace std is to know the C library's own functions only.
+#include <cwchar>
+
 // The standard header takes the address of its own functions of these names, which must not be overloaded by then.
 #include <string>
 

@@ -1,0 +1,148 @@
+// Files.h: opening files, reading, writing, positions, locks and what an open file tells of itself.
+#pragma once
+
+#include <kelgen/platform/Export.h>
+#include <kelgen/platform/posix/base/AccessRights.h>
+#include <kelgen/platform/posix/base/Types.h>
+
+#define FILE_READ_DATA 0x0001
+#define FILE_LIST_DIRECTORY 0x0001
+#define FILE_WRITE_DATA 0x0002
+#define FILE_ADD_FILE 0x0002
+#define FILE_APPEND_DATA 0x0004
+#define FILE_READ_EA 0x0008
+#define FILE_WRITE_EA 0x0010
+#define FILE_EXECUTE 0x0020
+#define FILE_READ_ATTRIBUTES 0x0080
+#define FILE_WRITE_ATTRIBUTES 0x0100
+#define FILE_GENERIC_READ (STANDARD_RIGHTS_READ | FILE_READ_DATA | FILE_READ_ATTRIBUTES | FILE_READ_EA | SYNCHRONIZE)
+#define FILE_GENERIC_WRITE                                                                                                       \
+    (STANDARD_RIGHTS_WRITE | FILE_WRITE_DATA | FILE_WRITE_ATTRIBUTES | FILE_WRITE_EA | FILE_APPEND_DATA | SYNCHRONIZE)
+#define FILE_ALL_ACCESS (STANDARD_RIGHTS_REQUIRED | SYNCHRONIZE | 0x1FF)
+
+#define FILE_SHARE_READ 0x00000001
+#define FILE_SHARE_WRITE 0x00000002
+#define FILE_SHARE_DELETE 0x00000004
+
+#define CREATE_NEW 1
+#define CREATE_ALWAYS 2
+#define OPEN_EXISTING 3
+#define OPEN_ALWAYS 4
+#define TRUNCATE_EXISTING 5
+
+#define FILE_FLAG_WRITE_THROUGH 0x80000000u
+#define FILE_FLAG_OVERLAPPED 0x40000000
+#define FILE_FLAG_NO_BUFFERING 0x20000000
+#define FILE_FLAG_RANDOM_ACCESS 0x10000000
+#define FILE_FLAG_SEQUENTIAL_SCAN 0x08000000
+#define FILE_FLAG_DELETE_ON_CLOSE 0x04000000
+#define FILE_FLAG_BACKUP_SEMANTICS 0x02000000
+#define FILE_FLAG_POSIX_SEMANTICS 0x01000000
+
+#define FILE_BEGIN 0
+#define FILE_CURRENT 1
+#define FILE_END 2
+#define INVALID_SET_FILE_POINTER 0xFFFFFFFFu
+#define INVALID_FILE_SIZE 0xFFFFFFFFu
+
+#define FILE_TYPE_UNKNOWN 0
+#define FILE_TYPE_DISK 1
+#define FILE_TYPE_CHAR 2
+#define FILE_TYPE_PIPE 3
+
+#define STD_INPUT_HANDLE static_cast<DWORD>(-10)
+#define STD_OUTPUT_HANDLE static_cast<DWORD>(-11)
+#define STD_ERROR_HANDLE static_cast<DWORD>(-12)
+
+/// Asks for asynchronous transfer, which files here do not have: calls refuse one that is not null.
+struct OVERLAPPED
+{
+    ULONG_PTR Internal;
+    ULONG_PTR InternalHigh;
+    DWORD Offset;
+    DWORD OffsetHigh;
+    HANDLE hEvent;
+};
+using LPOVERLAPPED = OVERLAPPED*;
+
+/// What GetFileInformationByHandle tells. Two handles are of one file when volume and both index halves are equal.
+struct BY_HANDLE_FILE_INFORMATION
+{
+    DWORD dwFileAttributes;
+    FILETIME ftCreationTime;
+    FILETIME ftLastAccessTime;
+    FILETIME ftLastWriteTime;
+    DWORD dwVolumeSerialNumber;
+    DWORD nFileSizeHigh;
+    DWORD nFileSizeLow;
+    DWORD nNumberOfLinks;
+    DWORD nFileIndexHigh;
+    DWORD nFileIndexLow;
+};
+using LPBY_HANDLE_FILE_INFORMATION = BY_HANDLE_FILE_INFORMATION*;
+
+/// A handle for the file @p name, or INVALID_HANDLE_VALUE with ERROR_FILE_NOT_FOUND, ERROR_PATH_NOT_FOUND (a folder on the way is
+/// missing, or an empty name), ERROR_ACCESS_DENIED (no right; a folder without FILE_FLAG_BACKUP_SEMANTICS; writing to a read-only
+/// file; CREATE_ALWAYS over a hidden or system file without that attribute), ERROR_FILE_EXISTS (CREATE_NEW),
+/// ERROR_SHARING_VIOLATION, ERROR_INVALID_PARAMETER.
+///
+/// @p access 0 opens for queries only: it clashes with no other opener. @p share lists what others may do meanwhile; it holds
+/// between all programs that open files through these calls. @p attributes are given to a file that this call makes.
+/// FILE_FLAG_DELETE_ON_CLOSE deletes the file when the last duplicate of this handle is closed; FILE_FLAG_WRITE_THROUGH writes to
+/// the disk itself; other flags are hints and ignored. @p security and @p templateFile are ignored.
+///
+/// By contract: success sets the last error: ERROR_ALREADY_EXISTS when CREATE_ALWAYS or OPEN_ALWAYS found a file, else 0.
+/// Threads: any.
+KELGEN_PLATFORM_API HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security, DWORD disposition,
+                                       DWORD attributes, HANDLE templateFile);
+KELGEN_PLATFORM_API HANDLE CreateFileW(LPCWSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security, DWORD disposition,
+                                       DWORD attributes, HANDLE templateFile);
+
+/// Reads up to @p size bytes at the file's position, which moves on, and stores their number in @p done; 0 bytes and TRUE at the
+/// end. FALSE with ERROR_ACCESS_DENIED when not opened for reading, ERROR_NOACCESS for a bad buffer, ERROR_INVALID_HANDLE,
+/// ERROR_BROKEN_PIPE at the end of a pipe. ERROR_INVALID_PARAMETER for a null @p done and for any @p overlapped.
+KELGEN_PLATFORM_API BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD done, LPOVERLAPPED overlapped);
+
+/// Writes @p size bytes at the file's position, which moves on, and stores their number in @p done. FALSE as ReadFile, and
+/// ERROR_DISK_FULL. Access FILE_APPEND_DATA without FILE_WRITE_DATA always writes at the end.
+KELGEN_PLATFORM_API BOOL WriteFile(HANDLE file, LPCVOID buffer, DWORD size, LPDWORD done, LPOVERLAPPED overlapped);
+
+/// Writes what the system still holds to the disk. FALSE with ERROR_ACCESS_DENIED when not opened for writing.
+KELGEN_PLATFORM_API BOOL FlushFileBuffers(HANDLE file);
+
+/// Moves the position by @p distance, whose upper half is in @p distanceHigh unless that is null, and returns the new position's
+/// lower half; the upper one is stored in @p distanceHigh. INVALID_SET_FILE_POINTER with ERROR_NEGATIVE_SEEK before the beginning
+/// (the position stays), ERROR_INVALID_PARAMETER for another @p method or a position that needs @p distanceHigh.
+///
+/// By contract: a valid position whose lower half is INVALID_SET_FILE_POINTER sets the last error to 0.
+KELGEN_PLATFORM_API DWORD SetFilePointer(HANDLE file, LONG distance, PLONG distanceHigh, DWORD method);
+/// SetFilePointer in 64 bits; @p position may be null.
+KELGEN_PLATFORM_API BOOL SetFilePointerEx(HANDLE file, LARGE_INTEGER distance, PLARGE_INTEGER position, DWORD method);
+
+/// Cuts or extends the file to its position; new bytes read as 0.
+KELGEN_PLATFORM_API BOOL SetEndOfFile(HANDLE file);
+
+/// The size's lower half, the upper one in @p high unless null; INVALID_FILE_SIZE on failure.
+///
+/// By contract: a valid size whose lower half is INVALID_FILE_SIZE sets the last error to 0.
+KELGEN_PLATFORM_API DWORD GetFileSize(HANDLE file, LPDWORD high);
+KELGEN_PLATFORM_API BOOL GetFileSizeEx(HANDLE file, PLARGE_INTEGER size);
+
+/// Locks a range, which may lie past the end, for this handle alone. FALSE with ERROR_LOCK_VIOLATION when another handle, of any
+/// program, has locked part of it. The lock keeps other lockers out; it does not stop reads and writes.
+KELGEN_PLATFORM_API BOOL LockFile(HANDLE file, DWORD offsetLow, DWORD offsetHigh, DWORD sizeLow, DWORD sizeHigh);
+/// Unlocks a range that LockFile locked, with the same bounds. FALSE with ERROR_NOT_LOCKED for any other.
+KELGEN_PLATFORM_API BOOL UnlockFile(HANDLE file, DWORD offsetLow, DWORD offsetHigh, DWORD sizeLow, DWORD sizeHigh);
+
+KELGEN_PLATFORM_API BOOL GetFileInformationByHandle(HANDLE file, LPBY_HANDLE_FILE_INFORMATION information);
+
+/// FILE_TYPE_DISK, FILE_TYPE_CHAR, FILE_TYPE_PIPE, or FILE_TYPE_UNKNOWN with ERROR_INVALID_HANDLE.
+KELGEN_PLATFORM_API DWORD GetFileType(HANDLE file);
+
+/// The process's standard input, output or error, the same handle at each call; INVALID_HANDLE_VALUE with ERROR_INVALID_HANDLE for
+/// another number.
+KELGEN_PLATFORM_API HANDLE GetStdHandle(DWORD number);
+/// Makes @p handle what GetStdHandle returns for @p number.
+KELGEN_PLATFORM_API BOOL SetStdHandle(DWORD number, HANDLE handle);
+
+#define CreateFile CreateFileA

@@ -1,0 +1,55 @@
+// Paths.h: between the platform's path names and those of the file system.
+#pragma once
+
+#include <kelgen/platform/Export.h>
+#include <kelgen/platform/posix/base/Types.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kelgen::posix {
+
+/// The full drive form of @p name by its text alone: "Z:\etc\passwd" for "/etc/passwd"; empty for an empty name. A network name
+/// "\\server\..." stays one, a device is "\\.\name".
+KELGEN_PLATFORM_API std::string FullPath(std::string_view name);
+
+/// The drive form of a path of the file system: below drive C's folder "C:\...", else "Z:\...". A relative one is taken from the
+/// current folder.
+KELGEN_PLATFORM_API std::string DriveForm(std::string_view nativePath);
+
+/// A name that a call was given, resolved against the file system.
+struct ResolvedPath
+{
+    std::string native;   // where the entry lies, or, when missing, where it would be made
+    bool exists = false;
+    bool isFolder = false;
+    DWORD error = 0;      // 0, or why it is not there: ERROR_FILE_NOT_FOUND, ERROR_PATH_NOT_FOUND (no folder to make it in)
+};
+
+/// Looks @p name up part by part: the exact name, else one that differs only in case (the first in byte order), else a generated
+/// 8.3 name. Cost: one system call when every part is spelt exactly, else a walk and a listing for each folder with another spelling.
+KELGEN_PLATFORM_API ResolvedPath Resolve(std::string_view name);
+
+/// The existing path of the file system that @p name means, or nothing with the last error set.
+KELGEN_PLATFORM_API std::optional<std::string> ToNative(std::string_view name);
+
+/// The existing folder that @p name means, or nothing with the last error set: ERROR_DIRECTORY for a file.
+KELGEN_PLATFORM_API std::optional<std::string> ToNativeFolder(std::string_view name);
+
+/// The names in the folder @p native in byte order, without "." and ".."; empty when it cannot be read.
+std::vector<std::string> FolderEntries(const std::string& native);
+
+/// True when the file names differ at most in case (NameCase.h has the rule); bytes that are not UTF-8 must be equal.
+bool EqualNames(std::string_view left, std::string_view right);
+
+/// Less than, equal to or greater than 0: the order of file names by code unit in upper case, equal ones by byte.
+int OrderOfNames(std::string_view left, std::string_view right);
+
+/// UTF-8 of 16-bit text, and back. Bytes that are not UTF-8 become U+DC80 to U+DCFF, which become those bytes again: every name
+/// of the file system survives. Null and empty give empty text.
+KELGEN_PLATFORM_API std::string NarrowName(LPCWSTR wide);
+KELGEN_PLATFORM_API std::vector<WCHAR> WideName(std::string_view narrow);
+
+}  // namespace kelgen::posix
