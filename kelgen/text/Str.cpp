@@ -1,0 +1,58 @@
+// Str.cpp: comparison across types and the text operations of CStr.
+#include <kelgen/text/Str.h>
+
+#include <algorithm>
+#include <cstring>
+
+CStr::CStr() = default;
+
+CStr::CStr(const CStr& other) : CString(other), CBaseComparable() {}
+
+CStr::~CStr() = default;
+
+CStr& CStr::operator=(const CStr& other)
+{
+    CString::operator=(other);
+    return *this;
+}
+
+CString& CStr::operator=(const CString& other)
+{
+    return CString::operator=(other);
+}
+
+int CStr::Compare(const CBaseComparable& other) const
+{
+    const auto* const text = dynamic_cast<const CStr*>(&other);
+    return text != nullptr ? CString::Compare(*text) : CBaseComparable::Compare(other);
+}
+
+bool CStr::Copy(const char* p, int n)
+{
+    SetString(p, p != nullptr && n > 0 ? n : 0);
+    return true;
+}
+
+void CStr::AppendRepetition(const char* text, int n)
+{
+    // A copy: the text may lie in this string, which moves as it grows.
+    const CString piece(text);
+    for (int i = 0; i < n; ++i)
+        Append(piece);
+}
+
+int CStr::ReverseFind(const char* sub, int nEnd) const
+{
+    const int length = GetLength();
+    const int limit = nEnd < 0 ? length : nEnd;
+    const int subLength = sub != nullptr ? static_cast<int>(std::strlen(sub)) : 0;
+    if (subLength == 0)
+        return limit;
+
+    const char* const text = GetString();
+    for (int i = std::min(limit, length) - subLength; i >= 0; --i) {
+        if (std::memcmp(text + i, sub, static_cast<std::size_t>(subLength)) == 0)
+            return i;
+    }
+    return -1;
+}
