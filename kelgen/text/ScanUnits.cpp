@@ -1,0 +1,147 @@
+// ScanUnits.cpp: compares eight units at once; the last step overlaps the one before instead of reading past the end.
+#include <kelgen/text/ScanUnits.h>
+
+#include <emmintrin.h>
+
+#include <bit>
+#include <cstring>
+
+namespace kelgen::detail {
+
+namespace {
+
+constexpr int kLane = 8;          // units in a register
+constexpr int kStep = 4 * kLane;  // units in a turn of the long loops
+
+__m128i Load(const unsigned short* at)
+{
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+}
+
+__m128i Fill(unsigned short unit)
+{
+    return _mm_set1_epi16(static_cast<short>(unit));
+}
+
+/// Two bits for each of the eight units that equal their pattern.
+unsigned Matches(const unsigned short* at, __m128i pattern)
+{
+    return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi16(Load(at), pattern)));
+}
+
+bool AnyOf32(const unsigned short* at, __m128i pattern)
+{
+    const __m128i low = _mm_or_si128(_mm_cmpeq_epi16(Load(at), pattern), _mm_cmpeq_epi16(Load(at + kLane), pattern));
+    const __m128i high =
+        _mm_or_si128(_mm_cmpeq_epi16(Load(at + 2 * kLane), pattern), _mm_cmpeq_epi16(Load(at + 3 * kLane), pattern));
+    return _mm_movemask_epi8(_mm_or_si128(low, high)) != 0;
+}
+
+int FirstOf(unsigned matches)
+{
+    return std::countr_zero(matches) / 2;
+}
+
+int LastOf(unsigned matches)
+{
+    return (31 - std::countl_zero(matches)) / 2;
+}
+
+/// The sought text with its ends spread over a register each.
+struct Sought
+{
+    const unsigned short* units;
+    int length;
+    __m128i first;
+    __m128i last;
+
+    bool IsAt(const unsigned short* at) const
+    {
+        return length <= 2 || std::memcmp(at + 1, units + 1, static_cast<std::size_t>(length - 2) * sizeof *at) == 0;
+    }
+
+    /// The index of the first occurrence that starts within the eight units at @p at, or -1.
+    int FindAmongEight(const unsigned short* at) const
+    {
+        unsigned candidates = Matches(at, first) & Matches(at + length - 1, last);
+        while (candidates) {
+            const int index = FirstOf(candidates);
+            if (IsAt(at + index))
+                return index;
+            candidates &= ~(3u << (2 * index));
+        }
+        return -1;
+    }
+};
+
+}  // namespace
+
+int FindUnit(const unsigned short* text, int length, unsigned short unit)
+{
+    if (length < kLane) {
+        for (int i = 0; i < length; ++i)
+            if (text[i] == unit)
+                return i;
+        return -1;
+    }
+
+    const __m128i pattern = Fill(unit);
+    int i = 0;
+    while (length - i >= kStep && !AnyOf32(text + i, pattern))
+        i += kStep;
+    for (; length - i >= kLane; i += kLane)
+        if (const unsigned matches = Matches(text + i, pattern))
+            return i + FirstOf(matches);
+    if (i == length)
+        return -1;
+    i = length - kLane;
+    const unsigned matches = Matches(text + i, pattern);
+    return matches ? i + FirstOf(matches) : -1;
+}
+
+int FindLastUnit(const unsigned short* text, int length, unsigned short unit)
+{
+    if (length < kLane) {
+        for (int i = length; i-- > 0;)
+            if (text[i] == unit)
+                return i;
+        return -1;
+    }
+
+    const __m128i pattern = Fill(unit);
+    int end = length;
+    while (end >= kStep && !AnyOf32(text + end - kStep, pattern))
+        end -= kStep;
+    for (; end >= kLane; end -= kLane)
+        if (const unsigned matches = Matches(text + end - kLane, pattern))
+            return end - kLane + LastOf(matches);
+    const unsigned matches = end > 0 ? Matches(text, pattern) : 0;
+    return matches ? LastOf(matches) : -1;
+}
+
+int FindUnits(const unsigned short* text, int length, const unsigned short* sought, int soughtLength)
+{
+    if (soughtLength == 1)
+        return FindUnit(text, length, *sought);
+
+    const int places = length - soughtLength + 1;
+    if (places < kLane) {
+        for (int i = 0; i < places; ++i)
+            if (std::memcmp(text + i, sought, static_cast<std::size_t>(soughtLength) * sizeof *sought) == 0)
+                return i;
+        return -1;
+    }
+
+    const Sought target{sought, soughtLength, Fill(sought[0]), Fill(sought[soughtLength - 1])};
+    int i = 0;
+    for (; places - i >= kLane; i += kLane)
+        if (const int index = target.FindAmongEight(text + i); index >= 0)
+            return i + index;
+    if (i == places)
+        return -1;
+    i = places - kLane;
+    const int index = target.FindAmongEight(text + i);
+    return index < 0 ? -1 : i + index;
+}
+
+}  // namespace kelgen::detail

@@ -1,0 +1,349 @@
+// WStr.h: CWStr, the library's 16-bit string: shared between copies, copied when one of them is written.
+#pragma once
+
+#include <kelgen/Export.h>
+#include <kelgen/platform/Win32.h>
+
+#include <atomic>
+#include <cstdint>
+#include <cstring>
+
+/// The head of a string's block. nAllocLength + 1 units follow; unit nLength is 0.
+struct CWStrData
+{
+    LONG nRefCount;    ///< Strings that share the block; -1: locked.
+    int nLength;       ///< Units in use, without the terminator.
+    int nAllocLength;  ///< Units that fit, without the terminator.
+
+    /// The first unit.
+    unsigned short* data() noexcept { return reinterpret_cast<unsigned short*>(this + 1); }
+    const unsigned short* data() const noexcept { return reinterpret_cast<const unsigned short*>(this + 1); }
+};
+static_assert(sizeof(CWStrData) == 12);
+
+namespace kelgen::detail {
+
+/// The block of every empty string: never written, counted or freed.
+struct EmptyWStrBlock
+{
+    CWStrData head;
+    unsigned short unit;
+};
+extern KELGEN_API EmptyWStrBlock emptyWStrBlock;
+
+}  // namespace kelgen::detail
+
+/// A counted, terminated run of 16-bit units, which may hold zeros. The object is one pointer to the units of its block; it stays
+/// valid when it is moved bit by bit.
+///
+///     CWStr name(u"report"_w);
+///     CWStr copy(name);         // shares the block
+///     copy += u".txt"_w;        // copies it first
+///
+/// Lengths and indices count units; texts are terminated, and null counts as the empty text. The capacity of a block is that of
+/// its class (8, 64, 128, 256 or 512 units); longer ones are exactly as long as asked for. A locked string's copies are copies of
+/// the text.
+///
+/// Throws: the framework's memory exception from every member that may need a block; the string is then as it was.
+/// Threads: copies that share a block may be used in different threads; one object may not.
+/// Cost: a copy is one atomic increment; appending within the capacity allocates nothing, beyond it allocates the exact length, as
+/// its class rounds it. Blocks up to 512 units come from pools, without a lock most of the time.
+class KELGEN_API CWStr
+{
+public:
+    /// The code page of the narrow texts given to SetRes. 0: the ANSI page.
+    static DWORD m_dwResourceCP;
+
+    CWStr() noexcept : m_text(EmptyText()) {}
+
+    CWStr(const CWStr& source) : m_text(source.m_text)
+    {
+        if (!AddReference(GetData()))
+            CopyLocked(source);
+    }
+
+    /// Takes over the block of @p source, which is then empty; copies the text of a locked one.
+    CWStr(CWStr&& source) : m_text(source.m_text)
+    {
+        if (LoadCount(GetData()) > 0)
+            source.m_text = EmptyText();
+        else
+            CopyLocked(source);
+    }
+
+    /// By contract: a value below 0x10000 is the number of a string resource, loaded as by LoadStringA.
+    CWStr(const unsigned short* text);
+
+    /// Exactly @p n units, zeros included.
+    CWStr(const unsigned short* text, int n);
+
+    /// @p nRepeat units; empty when that is below 1. By contract: the first @p nRepeat bytes, not units, get the low byte of @p ch:
+    /// half of the units read as that byte twice, and the others hold whatever the block held.
+    CWStr(unsigned short ch, int nRepeat);
+
+    ~CWStr() { ReleaseText(m_text); }
+
+    /// Shares the block of @p source. A locked string keeps its own block and gets a copy of the text, as does one whose source is
+    /// locked or empty.
+    CWStr& operator=(const CWStr& source)
+    {
+        if (m_text == source.m_text)
+            return *this;
+        if (!IsLocked() && AddReference(source.GetData())) {
+            unsigned short* const old = m_text;
+            m_text = source.m_text;
+            ReleaseText(old);
+        } else {
+            AssignCopy(source.GetLength(), source.m_text);
+        }
+        return *this;
+    }
+
+    /// Trades blocks with @p source where the copying form would share; else copies.
+    CWStr& operator=(CWStr&& source)
+    {
+        if (!IsLocked() && LoadCount(source.GetData()) > 0) {
+            unsigned short* const own = m_text;
+            m_text = source.m_text;
+            source.m_text = own;
+            return *this;
+        }
+        return *this = static_cast<const CWStr&>(source);
+    }
+
+    /// Copies the text into the string's own block when it fits there. By contract: no pointer is taken as a resource number.
+    CWStr& operator=(const unsigned short* text);
+    CWStr& operator=(unsigned short ch);
+
+    /// Gives the block back; a locked string keeps it, with length 0.
+    void Empty();
+    /// Points at the shared empty block without giving back what was held.
+    void Init() noexcept { m_text = EmptyText(); }
+    /// Gives the block back, locked or not.
+    void Release() noexcept;
+    /// Gives back one reference to @p block; the shared empty block stays as it is.
+    static void Release(CWStrData* block) noexcept { ReleaseText(block->data()); }
+    /// Returns @p block to the pool that its capacity names or to the general heap, whatever its count.
+    static void FreeData(CWStrData* block) noexcept;
+
+    // ---- The block ----
+
+    [[nodiscard]] CWStrData* GetData() const noexcept { return reinterpret_cast<CWStrData*>(m_text) - 1; }
+
+    /// Points at a new block of length @p n without giving back the old one; 0 points at the shared empty block.
+    void AllocBuffer(int n);
+    /// Makes the block writable with room for @p n units. A block that is shared or too small is given back and the new one has the
+    /// length @p n and undefined units; else the text stays.
+    void AllocBeforeWrite(int n);
+    /// Makes the block this string's own. Sole owners and locked strings keep theirs.
+    void CopyBeforeWrite()
+    {
+        if (LoadCount(GetData()) > 1)
+            Unshare(GetLength());
+    }
+    /// Points @p dest at a new block of @p nCopyLen + @p nExtraLen units that begins with the @p nCopyLen units from
+    /// @p nCopyIndex, without giving back its old one. Units asked for beyond the end are not copied.
+    void AllocCopy(CWStr& dest, int nCopyLen, int nCopyIndex, int nExtraLen) const;
+    /// Makes the text the @p n units at @p text, which may lie in this string.
+    void AssignCopy(int n, const unsigned short* text);
+    /// Points at a new block with both texts, without giving back the old one; does nothing when both lengths are 0.
+    void ConcatCopy(int nSrc1Len, const unsigned short* pSrc1, int nSrc2Len, const unsigned short* pSrc2);
+    /// Appends the @p n units at @p text, which may lie in this string.
+    void ConcatInPlace(int n, const unsigned short* text);
+    /// The units, writable, with room for @p nMinLen. Text and length stay.
+    unsigned short* GetBuffer(int nMinLen);
+    /// Ends writing through GetBuffer; -1: the length is that up to the first 0. A length beyond the capacity counts as the capacity.
+    void ReleaseBuffer(int nNewLen = -1);
+    /// GetBuffer, and the length becomes @p n.
+    unsigned short* GetBufferSetLength(int n);
+    /// Re-allocates unless length and capacity are equal. By contract: the new capacity is again that of the class.
+    void FreeExtra();
+    /// GetBuffer that also locks: until UnlockBuffer, copies of this string copy the text.
+    unsigned short* LockBuffer();
+    void UnlockBuffer() noexcept;
+
+    // ---- Reading. Searches end at the first 0 unit at or after their start; -1: not found; a start below 0 counts as 0 ----
+
+    [[nodiscard]] int GetLength() const noexcept { return GetData()->nLength; }
+    [[nodiscard]] int GetAllocLength() const noexcept { return GetData()->nAllocLength; }
+    [[nodiscard]] bool IsEmpty() const noexcept { return GetLength() == 0; }
+    operator const unsigned short*() const noexcept { return m_text; }
+    /// The unit at @p index, which must be within the text or at its end.
+    [[nodiscard]] unsigned short GetAt(int index) const
+    {
+        KELGEN_ASSERT(index >= 0 && index <= GetAllocLength());
+        return m_text[index];
+    }
+    unsigned short operator[](int index) const { return GetAt(index); }
+    /// Units before the terminator; 0 for null.
+    static int SafeStrlen(const unsigned short* text);
+
+    /// By contract: 0 finds the first 0 unit, which may be the terminator; an empty string finds nothing.
+    [[nodiscard]] int Find(unsigned short ch) const;
+    /// By contract: -1 when @p nStart is the length or more.
+    [[nodiscard]] int Find(unsigned short ch, int nStart) const;
+    /// The empty text is found at once.
+    [[nodiscard]] int Find(const unsigned short* sub) const { return Find(sub, 0); }
+    /// By contract: starts at the length itself, where the empty text is found; -1 beyond it.
+    [[nodiscard]] int Find(const unsigned short* sub, int nStart) const;
+    [[nodiscard]] int ReverseFind(unsigned short ch) const;
+    [[nodiscard]] int FindOneOf(const unsigned short* set) const;
+    /// The leading run of units that are in @p set.
+    [[nodiscard]] CWStr SpanIncluding(const unsigned short* set) const;
+    /// The leading run of units that are not in @p set.
+    [[nodiscard]] CWStr SpanExcluding(const unsigned short* set) const;
+    /// Part of the text; what lies outside it is left out. The whole text is a shared copy.
+    [[nodiscard]] CWStr Mid(int nFirst, int nCount) const;
+    [[nodiscard]] CWStr Mid(int nFirst) const;
+    [[nodiscard]] CWStr Left(int n) const;
+    [[nodiscard]] CWStr Right(int n) const;
+
+    // ---- Comparing: negative, 0 or positive. By contract: text after the first 0 unit does not count ----
+
+    /// By unit value.
+    [[nodiscard]] int Compare(const unsigned short* text) const;
+    /// By unit value after case folding in the runtime's locale; its default folds only A to Z.
+    [[nodiscard]] int CompareNoCase(const unsigned short* text) const;
+    [[nodiscard]] static int CompareNoCase(const unsigned short* left, const unsigned short* right);
+    /// By the order of the runtime's locale; its default is by unit value.
+    [[nodiscard]] int Collate(const unsigned short* text) const;
+    [[nodiscard]] int CollateNoCase(const unsigned short* text) const;
+
+    // ---- Appending ----
+
+    CWStr& operator+=(const unsigned short* text)
+    {
+        ConcatInPlace(SafeStrlen(text), text);
+        return *this;
+    }
+    CWStr& operator+=(unsigned short ch)
+    {
+        CWStrData* const block = GetData();
+        if (block->nLength < block->nAllocLength && LoadCount(block) <= 1) {
+            m_text[block->nLength] = ch;
+            m_text[++block->nLength] = 0;
+        } else {
+            ConcatInPlace(1, &ch);
+        }
+        return *this;
+    }
+    CWStr& operator+=(const CWStr& text)
+    {
+        ConcatInPlace(text.GetLength(), text.m_text);
+        return *this;
+    }
+
+    // ---- Editing. Unless said otherwise the block is made this string's own even when nothing changes ----
+
+    /// @p index must be within the text; outside it nothing is written.
+    void SetAt(int index, unsigned short ch);
+    /// The new length. An index outside the text counts as the end that it is beyond.
+    int Insert(int nIndex, unsigned short ch);
+    /// As above. The empty text changes nothing, nor the sharing.
+    int Insert(int nIndex, const unsigned short* text);
+    /// By contract: the length before the deletion. An index below 0 counts as 0; nothing happens for a count below 1 or an index at
+    /// or beyond the end. The deleted units should lie within the text; those that do not are left out.
+    int Delete(int nIndex, int nCount);
+    /// The number of units replaced, beyond embedded zeros too. Equal units change nothing, nor the sharing.
+    int Replace(unsigned short oldCh, unsigned short newCh);
+    /// The number of occurrences replaced, from left to right, beyond embedded zeros too; null @p newText removes them. No occurrence
+    /// changes nothing, nor the sharing.
+    int Replace(const unsigned short* oldText, const unsigned short* newText);
+    /// The number of units removed, beyond embedded zeros too.
+    int Remove(unsigned short ch);
+    /// Up to the first 0 unit, as the runtime maps in its locale.
+    void MakeUpper();
+    void MakeLower();
+    void MakeReverse();
+    /// White space is 0x09 to 0x0D, 0x20, and, by contract, every unit whose value is white space in the multibyte code page.
+    void TrimLeft();
+    void TrimLeft(unsigned short ch);
+    /// The empty set changes nothing, nor the sharing.
+    void TrimLeft(const unsigned short* set);
+    /// By contract: the end is that at the first 0 unit; what follows it goes only when there is something to trim.
+    void TrimRight();
+    void TrimRight(unsigned short ch);
+    void TrimRight(const unsigned short* set);
+    /// 1. Removes the '&' marks of a menu text; pMarks[i] tells whether the unit that is then at i had one. Two in a row leave one; a
+    /// last one stays. @p pMarks has room for as many flags as the text has units.
+    int _EncodeV033(bool* pMarks);
+
+    // ---- From the platform ----
+
+    /// Loads string resource @p id; true when it has text. Looks in the current resource module, the extension libraries, the
+    /// language module, then the system modules.
+    bool LoadStringA(UINT id);
+    /// Converts from code page m_dwResourceCP. By contract: reserves twice the length.
+    void SetRes(const char* text);
+    /// Converts from the OEM code page. By contract: reserves twice the length.
+    void SetOEM(const char* text);
+    /// Converts @p n bytes from code page 1252; -1: up to the terminator. The text ends at the first 0. False when memory ends.
+    bool Copy(const char* text, int n);
+    /// Becomes the short form of @p path, and returns what the platform's call does; 0: it failed and nothing changed. By contract:
+    /// @p path is OEM text.
+    DWORD _GetShortPathName(const char* path);
+
+private:
+    static unsigned short* EmptyText() noexcept { return &kelgen::detail::emptyWStrBlock.unit; }
+    static LONG LoadCount(CWStrData* block) noexcept
+    {
+        return std::atomic_ref<LONG>(block->nRefCount).load(std::memory_order_acquire);
+    }
+    /// False for a locked block, which is not shared.
+    static bool AddReference(CWStrData* block) noexcept
+    {
+        if (LoadCount(block) < 0)
+            return false;
+        std::atomic_ref<LONG>(block->nRefCount).fetch_add(1, std::memory_order_relaxed);
+        return true;
+    }
+    static void ReleaseText(unsigned short* text) noexcept
+    {
+        if (text == EmptyText())
+            return;
+        CWStrData* const block = reinterpret_cast<CWStrData*>(text) - 1;
+        // A sole owner's count cannot change under it.
+        if (LoadCount(block) == 1 || std::atomic_ref<LONG>(block->nRefCount).fetch_sub(1, std::memory_order_acq_rel) <= 1)
+            FreeData(block);
+    }
+
+    bool IsLocked() const noexcept { return m_text != EmptyText() && LoadCount(GetData()) < 0; }
+    void CopyLocked(const CWStr& source);
+    void Unshare(int n);
+    void SetLength(int n) noexcept;
+    void CutFront(int n);
+    int InsertUnits(int nIndex, int n, const unsigned short* text);
+    int LengthToZero() const;
+    bool Holds(const unsigned short* text) const noexcept;
+    CWStr Part(int nFirst, int nCount) const;
+
+    unsigned short* m_text;
+};
+static_assert(sizeof(CWStr) == sizeof(void*));
+
+/// The shared empty string.
+KELGEN_API const CWStr& AfxGetEmptyWStr();
+
+KELGEN_API CWStr operator+(const CWStr& left, const CWStr& right);
+KELGEN_API CWStr operator+(const CWStr& left, const unsigned short* right);
+KELGEN_API CWStr operator+(const unsigned short* left, const CWStr& right);
+KELGEN_API CWStr operator+(const CWStr& left, unsigned short right);
+KELGEN_API CWStr operator+(unsigned short left, const CWStr& right);
+
+/// Whether Compare gives 0. Cost: nothing for copies; the speed of memory for equal texts.
+KELGEN_API bool operator==(const CWStr& left, const CWStr& right);
+inline bool operator==(const CWStr& left, const unsigned short* right)
+{
+    return left.Compare(right) == 0;
+}
+
+template <class TYPE>
+void CopyElements(TYPE* dest, const TYPE* source, int count);
+
+/// Assigns @p count strings, one by one.
+template <>
+inline void CopyElements<CWStr>(CWStr* dest, const CWStr* source, int count)
+{
+    for (int i = 0; i < count; ++i)
+        dest[i] = source[i];
+}
