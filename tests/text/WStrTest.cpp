@@ -11,7 +11,7 @@
 
 namespace {
 
-using kelgen::test::Random;
+
 using kelgen::test::Units;
 
 const unsigned short* BlockOf(const CWStr& text)
@@ -27,14 +27,6 @@ bool SharesBlock(const CWStr& left, const CWStr& right)
 CWStr Letters(int n)
 {
     return CWStr(Units(std::u16string(static_cast<std::size_t>(n), u'x')), n);
-}
-
-/// A string with room for @p capacity units.
-CWStr WithRoom(const std::u16string& text, int capacity)
-{
-    CWStr result(Units(text), static_cast<int>(text.size()));
-    result.GetBuffer(capacity);
-    return result;
 }
 
 }  // namespace
