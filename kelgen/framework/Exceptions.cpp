@@ -156,7 +156,7 @@ int CauseOf(const OsCause (&causes)[Count], LONG error)
 // Handlers run from inside out on each thread, so a list of those running is enough.
 thread_local kelgen::detail::CaughtException* innermostHandler = nullptr;
 
-}  // namespace
+} // namespace
 
 CException::CException() : m_bAutoDelete(TRUE) {}
 
@@ -235,8 +235,7 @@ void CArchiveException::Dump(CDumpContext& context) const
 
 CFileException::CFileException(int cause, LONG osError, LPCSTR fileName)
     : m_cause(cause), m_lOsError(osError), m_strFileName(fileName)
-{
-}
+{}
 
 CFileException::~CFileException() = default;
 
@@ -270,7 +269,8 @@ BOOL CFileException::GetErrorMessage(LPSTR text, UINT capacity, UINT* helpContex
 void CFileException::Dump(CDumpContext& context) const
 {
     CObject::Dump(context);
-    context << "cause " << m_cause << ", platform error " << static_cast<int>(m_lOsError) << ", file \"" << m_strFileName << "\"\n";
+    context << "cause " << m_cause << ", platform error " << static_cast<int>(m_lOsError) << ", file \"" << m_strFileName
+            << "\"\n";
 }
 
 // The ready exceptions are never destroyed: other static objects may throw them on their way out.
@@ -342,4 +342,4 @@ void KeepCaughtException()
         innermostHandler->m_exception = nullptr;
 }
 
-}  // namespace kelgen::detail
+} // namespace kelgen::detail

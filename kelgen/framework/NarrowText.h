@@ -112,4 +112,4 @@ inline void FormatText(char* text, int capacity, LPCSTR format, va_list argument
     std::vsnprintf(text, static_cast<std::size_t>(capacity), format, arguments);
 }
 
-}  // namespace kelgen::detail
+} // namespace kelgen::detail

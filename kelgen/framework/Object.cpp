@@ -23,7 +23,7 @@ ListedClasses& Listed()
     return listed;
 }
 
-}  // namespace
+} // namespace
 
 ClassListing::ClassListing(CRuntimeClass* runtimeClass) : m_class(runtimeClass)
 {
@@ -81,7 +81,8 @@ CObject* CRuntimeClass::CreateObject(LPCSTR className)
     return runtimeClass ? runtimeClass->CreateObject() : nullptr;
 }
 
-const CRuntimeClass CObject::classCObject = {"CObject", static_cast<int>(sizeof(CObject)), CRuntimeClass::kNoSchema, nullptr, nullptr};
+const CRuntimeClass CObject::classCObject = {"CObject", static_cast<int>(sizeof(CObject)), CRuntimeClass::kNoSchema, nullptr,
+                                             nullptr};
 
 CObject::~CObject() = default;
 
@@ -138,7 +139,7 @@ CObject* StaticDownCast([[maybe_unused]] const CRuntimeClass* runtimeClass, CObj
     return object;
 }
 
-}  // namespace kelgen::detail
+} // namespace kelgen::detail
 
 CDumpContext::~CDumpContext() = default;
 

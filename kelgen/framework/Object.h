@@ -121,7 +121,7 @@ KELGEN_FRAMEWORK_API const CObject* DynamicDownCast(const CRuntimeClass* runtime
 KELGEN_FRAMEWORK_API CObject* StaticDownCast(const CRuntimeClass* runtimeClass, CObject* object);
 KELGEN_FRAMEWORK_API const CObject* StaticDownCast(const CRuntimeClass* runtimeClass, const CObject* object);
 
-}  // namespace kelgen::detail
+} // namespace kelgen::detail
 
 /// Checks in debug builds; VERIFY evaluates its expression in every build.
 #define ASSERT(condition) KELGEN_ASSERT(condition)

@@ -50,7 +50,7 @@ void CheckText(LPCSTR text, int length)
         AfxThrowInvalidArgException();
 }
 
-}  // namespace
+} // namespace
 
 const EmptyString CString::s_empty;
 
@@ -154,8 +154,10 @@ CString& CString::operator=(const CString& other)
     return *this;
 }
 
-CString& CString::operator=(CString&& other) noexcept
+CString& CString::operator=(CString&& other)
 {
+    if (IsLocked() || other.IsLocked())
+        return *this = other;
     std::swap(m_pszData, other.m_pszData);
     return *this;
 }
@@ -366,9 +368,7 @@ int CString::StringLength(LPCSTR text) noexcept
 
 bool operator==(const CString& left, const CString& right) noexcept
 {
-    return left.m_pszData == right.m_pszData ||
-           (left.GetLength() == right.GetLength() &&
-            std::memcmp(left.m_pszData, right.m_pszData, static_cast<std::size_t>(left.GetLength())) == 0);
+    return left.m_pszData == right.m_pszData || std::strcmp(left, right) == 0;
 }
 
 CDumpContext& operator<<(CDumpContext& context, const CString& text)

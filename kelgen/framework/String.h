@@ -16,9 +16,9 @@ namespace kelgen::detail {
 /// What stands before a string's characters in its block.
 struct StringData
 {
-    std::atomic<int> m_references;  ///< Strings that share the block; negative: locked, never shared.
-    int m_length;                   ///< Bytes before the terminator.
-    int m_capacity;                 ///< Bytes that fit before the terminator.
+    std::atomic<int> m_references; ///< Strings that share the block; negative: locked, never shared.
+    int m_length;                  ///< Bytes before the terminator.
+    int m_capacity;                ///< Bytes that fit before the terminator.
 };
 
 /// The block of every string without text: never counted, written or freed.
@@ -28,7 +28,7 @@ struct EmptyString
     char m_text[4] = {};
 };
 
-}  // namespace kelgen::detail
+} // namespace kelgen::detail
 
 /// Narrow text of any length, zeros inside allowed. Copying shares, writing to a shared block copies it first. An object is
 /// exactly one pointer and survives being moved bit by bit.
@@ -51,20 +51,19 @@ public:
     CString() noexcept : m_pszData(EmptyText()) {}
     CString(const CString& other) : m_pszData(Share(other)) {}
     CString(CString&& other) noexcept : m_pszData(other.m_pszData) { other.m_pszData = EmptyText(); }
-    /// Copies terminated text. A pointer made by MAKEINTRESOURCE loads that string resource; the string is empty when there is none.
+    /// Copies terminated text. A pointer made by MAKEINTRESOURCE loads that string resource; the string is empty when there is
+    /// none.
     CString(LPCSTR text);
     explicit CString(const unsigned char* text);
     /// Converts terminated 16-bit text to the ANSI code page.
     template <class Unit>
-        requires std::same_as<Unit, WCHAR> || std::same_as<Unit, unsigned short>
-    CString(const Unit* text) : CString()
+    requires std::same_as<Unit, WCHAR> || std::same_as<Unit, unsigned short> CString(const Unit* text) : CString()
     {
         SetWide(reinterpret_cast<const WCHAR*>(text), -1);
     }
     /// Converts @p length units.
     template <class Unit>
-        requires std::same_as<Unit, WCHAR> || std::same_as<Unit, unsigned short>
-    CString(const Unit* text, int length) : CString()
+    requires std::same_as<Unit, WCHAR> || std::same_as<Unit, unsigned short> CString(const Unit* text, int length) : CString()
     {
         SetWide(reinterpret_cast<const WCHAR*>(text), length);
     }
@@ -75,13 +74,12 @@ public:
     ~CString() { Release(m_pszData); }
 
     CString& operator=(const CString& other);
-    CString& operator=(CString&& other) noexcept;
+    CString& operator=(CString&& other);
     CString& operator=(LPCSTR text);
     CString& operator=(const unsigned char* text);
     CString& operator=(char character);
     template <class Unit>
-        requires std::same_as<Unit, WCHAR> || std::same_as<Unit, unsigned short>
-    CString& operator=(const Unit* text)
+    requires std::same_as<Unit, WCHAR> || std::same_as<Unit, unsigned short> CString& operator=(const Unit* text)
     {
         SetWide(reinterpret_cast<const WCHAR*>(text), -1);
         return *this;
@@ -162,8 +160,8 @@ public:
     /// The new length. Position and count are cut to the text.
     int Delete(int index, int count = 1);
 
-    /// The position of the first occurrence at or after @p start, or -1. By contract: a @p start at the length finds the empty text
-    /// and no character; one beyond, or negative, finds nothing.
+    /// The position of the first occurrence at or after @p start, or -1. By contract: a @p start at the length finds the empty
+    /// text and no character; one beyond, or negative, finds nothing.
     int Find(char character, int start = 0) const;
     int Find(LPCSTR text, int start = 0) const;
     /// The last position, or -1.
@@ -191,8 +189,8 @@ public:
     void AnsiToOem();
     void OemToAnsi();
 
-    /// The characters, writable, in an own block for at least @p minimumLength bytes. ReleaseBuffer must follow when the length has
-    /// changed.
+    /// The characters, writable, in an own block for at least @p minimumLength bytes. ReleaseBuffer must follow when the length
+    /// has changed.
     LPSTR GetBuffer();
     LPSTR GetBuffer(int minimumLength);
     /// GetBuffer, and the length is set; new bytes are not initialised.
@@ -212,12 +210,22 @@ public:
 
     static int StringLength(LPCSTR text) noexcept;
 
-    friend CString operator+(const CString& left, const CString& right) { return Join(left, left.GetLength(), right, right.GetLength()); }
-    friend CString operator+(const CString& left, LPCSTR right) { return Join(left, left.GetLength(), right, StringLength(right)); }
-    friend CString operator+(LPCSTR left, const CString& right) { return Join(left, StringLength(left), right, right.GetLength()); }
+    friend CString operator+(const CString& left, const CString& right)
+    {
+        return Join(left, left.GetLength(), right, right.GetLength());
+    }
+    friend CString operator+(const CString& left, LPCSTR right)
+    {
+        return Join(left, left.GetLength(), right, StringLength(right));
+    }
+    friend CString operator+(LPCSTR left, const CString& right)
+    {
+        return Join(left, StringLength(left), right, right.GetLength());
+    }
     friend CString operator+(const CString& left, char right) { return Join(left, left.GetLength(), &right, 1); }
     friend CString operator+(char left, const CString& right) { return Join(&left, 1, right, right.GetLength()); }
 
+    /// By contract: comparison sees the text up to its first zero.
     friend KELGEN_FRAMEWORK_API bool operator==(const CString& left, const CString& right) noexcept;
     friend bool operator==(const CString& left, LPCSTR right) { return left.Compare(right) == 0; }
     friend bool operator==(LPCSTR left, const CString& right) { return right.Compare(left) == 0; }

@@ -11,10 +11,7 @@ void CString::FormatV(LPCSTR format, va_list arguments)
     // Arguments may be this string's own characters, so the text is replaced last.
     CString formatted;
     formatted.AppendFormatV(format, arguments);
-    if (IsLocked())
-        SetString(formatted, formatted.GetLength());
-    else
-        *this = std::move(formatted);
+    *this = std::move(formatted);
 }
 
 void CString::Format(LPCSTR format, ...)

@@ -26,7 +26,7 @@ void MoveBytes(char* target, LPCSTR source, int length)
     std::memmove(target, source, static_cast<std::size_t>(length));
 }
 
-}  // namespace
+} // namespace
 
 int CString::Compare(LPCSTR text) const
 {
@@ -167,7 +167,7 @@ int TrailingRun(LPCSTR text, int length, Matches matches)
     return run < 0 ? length : run;
 }
 
-}  // namespace
+} // namespace
 
 CString& CString::TrimRight()
 {

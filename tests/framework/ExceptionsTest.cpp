@@ -1,0 +1,160 @@
+// ExceptionsTest.cpp: throwing by pointer, ends of handlers, causes and texts.
+#include <kelgen/framework/Exceptions.h>
+
+#include "support/Rows.h"
+
+#include <cerrno>
+
+using kelgen::test::RowName;
+
+namespace {
+
+int living = 0;
+
+class CCounted : public CException
+{
+public:
+    CCounted() { ++living; }
+    ~CCounted() override { --living; }
+};
+
+} // namespace
+
+TEST(Exceptions, DeleteEndsOnlyThoseMadeForIt)
+{
+    CException* counted = new CCounted;
+    counted->Delete();
+    EXPECT_EQ(0, living);
+
+    CException* ready = nullptr;
+    for (int i = 0; i < 2; ++i) {
+        try {
+            AfxThrowMemoryException();
+        } catch (CMemoryException* e) {
+            EXPECT_TRUE(!ready || ready == e);
+            ready = e;
+            e->Delete();
+        }
+    }
+    EXPECT_TRUE(ready->IsKindOf(RUNTIME_CLASS(CSimpleException)));
+}
+
+TEST(Exceptions, HandlerByMacroDeletes)
+{
+    BOOL reached = FALSE;
+    TRY
+    {
+        throw new CCounted;
+    }
+    CATCH(CMemoryException, e)
+    {
+        ADD_FAILURE();
+    }
+    AND_CATCH(CCounted, e)
+    {
+        reached = TRUE;
+        EXPECT_EQ(1, living);
+    }
+    END_CATCH
+    EXPECT_TRUE(reached);
+    EXPECT_EQ(0, living);
+}
+
+TEST(Exceptions, ThrowLastKeepsTheExceptionForTheOuterHandler)
+{
+    int handled = 0;
+    TRY{TRY{throw new CCounted;
+}
+CATCH_ALL(e)
+{
+    // A handler inside this one ends before the outer exception goes on.
+    TRY
+    {
+        AfxThrowFileException(CFileException::endOfFile);
+    }
+    END_TRY
+    ++handled;
+    THROW_LAST();
+}
+END_CATCH_ALL
+}
+CATCH(CCounted, e)
+{
+    EXPECT_EQ(1, living);
+    ++handled;
+}
+END_CATCH
+EXPECT_EQ(2, handled);
+EXPECT_EQ(0, living);
+}
+
+TEST(Exceptions, FileExceptionCarriesCauseErrorAndName)
+{
+    try {
+        CFileException::ThrowOsError(ERROR_SHARING_VIOLATION, "C:\\a.txt");
+        FAIL();
+    } catch (CFileException* e) {
+        EXPECT_EQ(CFileException::sharingViolation, e->m_cause);
+        EXPECT_EQ(ERROR_SHARING_VIOLATION, e->m_lOsError);
+        EXPECT_EQ("C:\\a.txt", e->m_strFileName);
+        e->Delete();
+    }
+    EXPECT_NO_THROW(CFileException::ThrowOsError(0));
+    EXPECT_NO_THROW(CFileException::ThrowErrno(0));
+}
+
+struct Cause
+{
+    const char* name;
+    LONG error;
+    int cause;
+};
+
+class OsErrorCause : public testing::TestWithParam<Cause>
+{};
+
+TEST_P(OsErrorCause, IsAsDocumented)
+{
+    EXPECT_EQ(GetParam().cause, CFileException::OsErrorToException(GetParam().error));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , OsErrorCause,
+    testing::Values(Cause{"None", 0, CFileException::none}, Cause{"FileNotFound", 2, CFileException::fileNotFound},
+                    Cause{"PathNotFound", 3, CFileException::badPath}, Cause{"TooManyOpen", 4, CFileException::tooManyOpenFiles},
+                    Cause{"AccessDenied", 5, CFileException::accessDenied},
+                    Cause{"InvalidHandle", 6, CFileException::invalidFile},
+                    Cause{"CurrentDirectory", 16, CFileException::removeCurrentDir}, Cause{"Seek", 25, CFileException::badSeek},
+                    Cause{"ReadFault", 30, CFileException::hardIO}, Cause{"Sharing", 32, CFileException::sharingViolation},
+                    Cause{"Lock", 33, CFileException::lockViolation}, Cause{"EndOfFile", 38, CFileException::endOfFile},
+                    Cause{"DiskFull", 112, CFileException::diskFull}, Cause{"InvalidName", 123, CFileException::badPath},
+                    Cause{"Unknown", 9999, CFileException::genericException}),
+    RowName);
+
+TEST(Exceptions, ErrnoCauses)
+{
+    EXPECT_EQ(CFileException::fileNotFound, CFileException::ErrnoToException(ENOENT));
+    EXPECT_EQ(CFileException::accessDenied, CFileException::ErrnoToException(EACCES));
+    EXPECT_EQ(CFileException::diskFull, CFileException::ErrnoToException(ENOSPC));
+    EXPECT_EQ(CFileException::genericException, CFileException::ErrnoToException(ERANGE));
+}
+
+TEST(Exceptions, TextNamesTheFileAndIsCutToTheBuffer)
+{
+    const CFileException exception(CFileException::fileNotFound, 2, "list.txt");
+    char text[100];
+    UINT help = 7;
+    EXPECT_TRUE(exception.GetErrorMessage(text, sizeof text, &help));
+    EXPECT_STREQ("list.txt was not found.", text);
+    EXPECT_EQ(0u, help);
+    EXPECT_TRUE(exception.GetErrorMessage(text, 9));
+    EXPECT_STREQ("list.txt", text);
+    EXPECT_FALSE(exception.GetErrorMessage(text, 0));
+
+    EXPECT_TRUE(CFileException(77).GetErrorMessage(text, sizeof text));
+    EXPECT_STREQ("An unknown error occurred while accessing an unnamed file.", text);
+    EXPECT_TRUE(CArchiveException(CArchiveException::badIndex, "a.dat").GetErrorMessage(text, sizeof text));
+    EXPECT_STREQ("a.dat has an unexpected format.", text);
+    EXPECT_FALSE(CCounted().GetErrorMessage(text, sizeof text));
+    EXPECT_STREQ("", text);
+}
