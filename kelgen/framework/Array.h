@@ -42,7 +42,8 @@ public:
 
     /// Makes the array hold @p nNewSize elements: new ones are value-initialised, those beyond are destroyed. 0 frees the
     /// block. @p nGrowBy >= 0 becomes the growth step; 0 stands for a step of size / 8, at least 4 and at most 1024.
-    /// Cost: the first block holds exactly max(size, step) elements; a full one grows by the step, or to the new size if that is larger.
+    /// Cost: the first block holds exactly max(size, step) elements; a full one grows by the step, or to the new size if that is
+    /// larger.
     void SetSize(int nNewSize, int nGrowBy = -1);
 
     /// Shrinks the block to the elements in use.
@@ -89,7 +90,7 @@ public:
     void Serialize(CArchive& ar) override;
 
 protected:
-    TYPE* m_pData = nullptr;  // malloc's, so that realloc can grow it where it lies
+    TYPE* m_pData = nullptr; // malloc's, so that realloc can grow it where it lies
     int m_nSize = 0;
     int m_nMaxSize = 0;
     int m_nGrowBy = 0;
@@ -301,7 +302,7 @@ void CArray<TYPE, ARG_TYPE>::RemoveAt(int nIndex, int nCount)
     const int tail = m_nSize - nIndex - nCount;
     if (tail != 0)
         std::memmove(static_cast<void*>(m_pData + nIndex), static_cast<const void*>(m_pData + nIndex + nCount),
-            static_cast<std::size_t>(tail) * sizeof(TYPE));
+                     static_cast<std::size_t>(tail) * sizeof(TYPE));
     m_nSize -= nCount;
 }
 

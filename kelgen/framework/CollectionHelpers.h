@@ -1,8 +1,8 @@
 // CollectionHelpers.h: what the collection templates do with their elements; hosts specialise these for their own types.
 #pragma once
 
-#include <kelgen/framework/Export.h>
 #include <kelgen/framework/Exceptions.h>
+#include <kelgen/framework/Export.h>
 #include <kelgen/framework/Object.h>
 #include <kelgen/framework/String.h>
 
@@ -32,7 +32,7 @@ template <class CHARACTER>
     return hash;
 }
 
-}  // namespace kelgen::detail
+} // namespace kelgen::detail
 
 /// Assigns @p nCount elements of @p pSrc, first to last, to those of @p pDest.
 template <class TYPE>
