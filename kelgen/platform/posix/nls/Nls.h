@@ -8,4 +8,5 @@
 #include <kelgen/platform/posix/nls/NarrowRuntime.h>
 #include <kelgen/platform/posix/nls/PlainText.h>
 #include <kelgen/platform/posix/nls/WideNumbers.h>
+#include <kelgen/platform/posix/nls/WidePrintf.h>
 #include <kelgen/platform/posix/nls/WideRuntime.h>

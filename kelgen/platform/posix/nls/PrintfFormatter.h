@@ -1,0 +1,380 @@
+// PrintfFormatter.h: the runtime's printf over narrow or 16-bit units, whatever the arguments come from.
+#pragma once
+
+#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/nls/PrintfFloat.h>
+
+#include <algorithm>
+#include <climits>
+#include <cmath>
+#include <cstdarg>
+#include <cstring>
+#include <string_view>
+#include <type_traits>
+
+namespace kelgen::posix {
+
+/// Takes any number of units and keeps those for which there is room. Cost: nothing for units past the room.
+template <class Unit>
+class BoundedOutput
+{
+public:
+    BoundedOutput(Unit* text, std::size_t capacity) : m_text(text), m_capacity(capacity) {}
+
+    void Put(Unit unit) { Fill(unit, 1); }
+
+    void Fill(Unit unit, std::size_t count)
+    {
+        std::fill_n(m_text + std::min(m_length, m_capacity), std::min(count, Room()), unit);
+        m_length += count;
+    }
+
+    /// Narrow units widen as they stand.
+    template <class Source>
+    void Copy(const Source* units, std::size_t count)
+    {
+        const std::size_t kept = std::min(count, Room());
+        Unit* out = m_text + std::min(m_length, m_capacity);
+        for (std::size_t i = 0; i < kept; ++i)
+            out[i] = static_cast<Unit>(static_cast<std::make_unsigned_t<Source>>(units[i]));
+        m_length += count;
+    }
+
+    /// Units taken, also those that found no room.
+    std::size_t Length() const { return m_length; }
+
+    /// What the runtime's bounded formatters return: the length when it fits, terminated when there is room for that too, else -1.
+    int Finish()
+    {
+        if (m_length > m_capacity || m_length > INT_MAX)
+            return -1;
+        if (m_length < m_capacity)
+            m_text[m_length] = 0;
+        return static_cast<int>(m_length);
+    }
+
+private:
+    std::size_t Room() const { return m_capacity - std::min(m_length, m_capacity); }
+
+    Unit* m_text;
+    std::size_t m_capacity;
+    std::size_t m_length = 0;
+};
+
+/// Arguments of a variable argument list.
+class VaListArguments
+{
+public:
+    explicit VaListArguments(va_list list) { va_copy(m_list, list); }
+    ~VaListArguments() { va_end(m_list); }
+    VaListArguments(const VaListArguments&) = delete;
+    VaListArguments& operator=(const VaListArguments&) = delete;
+
+    int Int() { return va_arg(m_list, int); }
+    long long LongLong() { return va_arg(m_list, long long); }
+    void* Pointer() { return va_arg(m_list, void*); }
+    double Double() { return va_arg(m_list, double); }
+
+private:
+    va_list m_list;
+};
+
+/// Formats once. In text of 16-bit units 's' and 'c' are wide and 'S' and 'C' narrow, in narrow text the other way round; 'h' makes
+/// narrow, 'l' and 'w' wide. "I64" and "ll" are 64 bits, 'l' is 32.
+template <class Unit, class Arguments>
+class PrintfFormatter
+{
+public:
+    PrintfFormatter(BoundedOutput<Unit>& output, Arguments& arguments) : m_output(output), m_arguments(arguments) {}
+
+    /// False when a wide argument has no narrow form.
+    bool Format(const Unit* format)
+    {
+        while (*format && !m_failed) {
+            const Unit* literal = format;
+            while (*format && *format != '%')
+                ++format;
+            m_output.Copy(literal, static_cast<std::size_t>(format - literal));
+            if (*format)
+                format = FormatOne(format + 1);
+        }
+        return !m_failed;
+    }
+
+private:
+    enum class Size { None, Narrow, Wide, Bits64 };
+
+    struct Specification
+    {
+        bool left = false;
+        bool zero = false;
+        bool plus = false;
+        bool blank = false;
+        bool alternate = false;
+        int width = 0;
+        int precision = -1;
+        Size size = Size::None;
+    };
+
+    /// A number's parts in the order of output; padding goes before the prefix, or behind it when it is zeros.
+    struct Number
+    {
+        std::string_view prefix;
+        std::size_t leadingZeros = 0;
+        std::string_view body;
+        std::size_t trailingZeros = 0;
+        std::string_view exponent;
+    };
+
+    /// Formats what follows a '%'; where the format goes on.
+    const Unit* FormatOne(const Unit* format)
+    {
+        if (*format == '%') {
+            m_output.Put('%');
+            return format + 1;
+        }
+        m_specification = {};
+        format = ReadFlags(format);
+        format = ReadNumber(format, m_specification.width);
+        if (m_specification.width < 0) {
+            m_specification.left = true;
+            m_specification.width = -m_specification.width;
+        }
+        if (*format == '.') {
+            m_specification.precision = 0;
+            format = ReadNumber(format + 1, m_specification.precision);
+            m_specification.precision = std::max(m_specification.precision, -1);
+        }
+        format = ReadSize(format);
+        if (*format == 0)
+            return format;
+        Convert(static_cast<char>(*format < 0x80 ? *format : 0), *format);
+        return format + 1;
+    }
+
+    const Unit* ReadFlags(const Unit* format)
+    {
+        for (;; ++format) {
+            switch (*format) {
+            case '-': m_specification.left = true; break;
+            case '0': m_specification.zero = true; break;
+            case '+': m_specification.plus = true; break;
+            case ' ': m_specification.blank = true; break;
+            case '#': m_specification.alternate = true; break;
+            default: return format;
+            }
+        }
+    }
+
+    /// Digits, or '*' for an argument; @p number stays when there is neither. Widths past every buffer stay there.
+    const Unit* ReadNumber(const Unit* format, int& number)
+    {
+        if (*format == '*') {
+            number = std::max(m_arguments.Int(), -INT_MAX);
+            return format + 1;
+        }
+        constexpr int kLimit = INT_MAX / 10 - 1;
+        for (; *format >= '0' && *format <= '9'; ++format)
+            number = std::min(number, kLimit) * 10 + (*format - '0');
+        return format;
+    }
+
+    const Unit* ReadSize(const Unit* format)
+    {
+        for (;; ++format) {
+            switch (*format) {
+            case 'h': m_specification.size = Size::Narrow; break;
+            case 'w': m_specification.size = Size::Wide; break;
+            case 'l': m_specification.size = format[1] == 'l' ? (++format, Size::Bits64) : Size::Wide; break;
+            case 'j': case 'z': case 't': m_specification.size = Size::Bits64; break;
+            case 'F': case 'L': case 'N': break;
+            case 'I': format = ReadInteger(format); break;
+            default: return format;
+            }
+        }
+    }
+
+    /// "I64", "I32", or "I" for the size of a pointer; returns its last unit.
+    const Unit* ReadInteger(const Unit* format)
+    {
+        const bool is32 = format[1] == '3' && format[2] == '2';
+        const bool is64 = format[1] == '6' && format[2] == '4';
+        m_specification.size = is32 ? Size::None : Size::Bits64;
+        return format + (is32 || is64 ? 2 : 0);
+    }
+
+    void Convert(char conversion, Unit letter)
+    {
+        constexpr bool kIsWide = sizeof(Unit) > 1;
+        switch (conversion) {
+        case 'd': case 'i': return Signed();
+        case 'u': return Unsigned(10, false);
+        case 'o': return Unsigned(8, false);
+        case 'x': return Unsigned(16, false);
+        case 'X': return Unsigned(16, true);
+        case 'p': return PointerValue();
+        case 'e': case 'E': case 'f': case 'g': case 'G': case 'a': case 'A': return Float(conversion);
+        case 's': return Text(IsWideText(kIsWide));
+        case 'S': return Text(IsWideText(!kIsWide));
+        case 'c': return Character(IsWideText(kIsWide));
+        case 'C': return Character(IsWideText(!kIsWide));
+        case 'n': return StoreLength();
+        case '%': return;
+        default: m_output.Put(letter);
+        }
+    }
+
+    bool IsWideText(bool unmarked) const
+    {
+        return m_specification.size == Size::None ? unmarked : m_specification.size != Size::Narrow;
+    }
+
+    void Signed()
+    {
+        long long value = m_specification.size == Size::Bits64 ? m_arguments.LongLong() : m_arguments.Int();
+        if (m_specification.size == Size::Narrow)
+            value = static_cast<short>(value);
+        const auto bits = static_cast<unsigned long long>(value);
+        Integer(value < 0 ? 0 - bits : bits, 10, false, SignOf(value < 0));
+    }
+
+    void Unsigned(unsigned base, bool capital)
+    {
+        auto value = m_specification.size == Size::Bits64 ? static_cast<unsigned long long>(m_arguments.LongLong())
+                                                          : static_cast<unsigned>(m_arguments.Int());
+        if (m_specification.size == Size::Narrow)
+            value = static_cast<unsigned short>(value);
+        const bool prefixed = m_specification.alternate && value != 0;
+        Integer(value, base, capital, !prefixed || base == 10 ? "" : base == 8 ? "0" : capital ? "0X" : "0x");
+    }
+
+    void PointerValue()
+    {
+        const auto value = reinterpret_cast<std::uintptr_t>(m_arguments.Pointer());
+        m_specification.precision = 2 * sizeof value;
+        Integer(value, 16, true, m_specification.alternate && value ? "0X" : "");
+    }
+
+    void Integer(unsigned long long value, unsigned base, bool capital, std::string_view prefix)
+    {
+        const char* const digits = capital ? "0123456789ABCDEF" : "0123456789abcdef";
+        char buffer[24];
+        char* first = buffer + sizeof buffer;
+        for (; value; value /= base)
+            *--first = digits[value % base];
+        const std::string_view body(first, static_cast<std::size_t>(buffer + sizeof buffer - first));
+
+        Number number{prefix, 0, body, 0, {}};
+        const auto wanted = static_cast<std::size_t>(m_specification.precision < 0 ? 1 : m_specification.precision);
+        number.leadingZeros = wanted > body.size() ? wanted - body.size() : 0;
+        PutNumber(number);
+    }
+
+    void Float(char conversion)
+    {
+        const double value = m_arguments.Double();
+        FloatText text;
+        FormatFloat(value, conversion, m_specification.precision, m_specification.alternate, text);
+        PutNumber({SignOf(std::signbit(value)), 0, text.body, text.zeros, text.exponent});
+    }
+
+    std::string_view SignOf(bool negative) const
+    {
+        return negative ? "-" : m_specification.plus ? "+" : m_specification.blank ? " " : "";
+    }
+
+    void PutNumber(Number number)
+    {
+        const std::size_t length = number.prefix.size() + number.leadingZeros + number.body.size() + number.trailingZeros +
+                                   number.exponent.size();
+        const std::size_t padding = Padding(length);
+        if (!m_specification.left && !m_specification.zero)
+            m_output.Fill(' ', padding);
+        m_output.Copy(number.prefix.data(), number.prefix.size());
+        m_output.Fill('0', number.leadingZeros + (!m_specification.left && m_specification.zero ? padding : 0));
+        m_output.Copy(number.body.data(), number.body.size());
+        m_output.Fill('0', number.trailingZeros);
+        m_output.Copy(number.exponent.data(), number.exponent.size());
+        if (m_specification.left)
+            m_output.Fill(' ', padding);
+    }
+
+    std::size_t Padding(std::size_t length) const
+    {
+        const auto width = static_cast<std::size_t>(m_specification.width);
+        return width > length ? width - length : 0;
+    }
+
+    void Text(bool wide)
+    {
+        const void* text = m_arguments.Pointer();
+        if (!text)
+            PutText("(null)");
+        else if (wide)
+            PutText(static_cast<const WCHAR*>(text));
+        else
+            PutText(static_cast<const char*>(text));
+    }
+
+    void Character(bool wide)
+    {
+        const int value = m_arguments.Int();
+        if (wide) {
+            const auto unit = static_cast<WCHAR>(value);
+            // A wide unit without a narrow form is left out.
+            PutUnits(&unit, sizeof(Unit) == 1 && unit > 0xFF ? 0 : std::min<std::size_t>(1, MostUnits()));
+        } else {
+            const auto unit = static_cast<char>(value);
+            PutUnits(&unit, std::min<std::size_t>(1, MostUnits()));
+        }
+    }
+
+    std::size_t MostUnits() const
+    {
+        return m_specification.precision < 0 ? SIZE_MAX : static_cast<std::size_t>(m_specification.precision);
+    }
+
+    template <class Source>
+    void PutText(const Source* text)
+    {
+        std::size_t length = 0;
+        for (const std::size_t most = MostUnits(); length < most && text[length]; ++length) {
+            if constexpr (sizeof(Source) > sizeof(Unit)) {
+                if (text[length] > 0xFF) {
+                    m_failed = true;
+                    return;
+                }
+            }
+        }
+        PutUnits(text, length);
+    }
+
+    template <class Source>
+    void PutUnits(const Source* units, std::size_t count)
+    {
+        const std::size_t padding = Padding(count);
+        if (!m_specification.left)
+            m_output.Fill(m_specification.zero ? '0' : ' ', padding);
+        m_output.Copy(units, count);
+        if (m_specification.left)
+            m_output.Fill(' ', padding);
+    }
+
+    void StoreLength()
+    {
+        void* const place = m_arguments.Pointer();
+        if (m_specification.size == Size::Narrow)
+            *static_cast<short*>(place) = static_cast<short>(m_output.Length());
+        else if (m_specification.size == Size::Bits64)
+            *static_cast<long long*>(place) = static_cast<long long>(m_output.Length());
+        else
+            *static_cast<int*>(place) = static_cast<int>(m_output.Length());
+    }
+
+    BoundedOutput<Unit>& m_output;
+    Arguments& m_arguments;
+    Specification m_specification;
+    bool m_failed = false;
+};
+
+}  // namespace kelgen::posix
