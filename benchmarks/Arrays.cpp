@@ -1,7 +1,7 @@
 // Arrays.cpp: the library's arrays and the framework's map beside the standard library's.
 #include "ArrayOperations.h"
 
-#include <kelgen/containers/BaseArray.h>
+#include <kelgen/containers/BaseComparableArray.h>
 #include <kelgen/framework/Map.h>
 #include <kelgen/text/WStr.h>
 

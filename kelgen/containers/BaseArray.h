@@ -1,0 +1,236 @@
+// BaseArray.h: CBaseArray, the library's working array: stack, search, sorted insertion and sorting by a compare function.
+#pragma once
+
+#include <kelgen/containers/ArrayMemory.h>
+#include <kelgen/containers/StdArrayInterface.h>
+#include <kelgen/framework/Array.h>
+#include <kelgen/platform/Assert.h>
+
+#include <cstdint>
+#include <memory>
+#include <type_traits>
+
+/// CArray with the operations that take a compare function, and with the general view of an array.
+///
+///     int Ascending(const int& a, const int& b) { return a < b ? -1 : a > b; }
+///
+///     CBaseArray<int, int> numbers(3, 7, 5, 6);  // three values: 7, 5, 6
+///     numbers.BubbleSort(Ascending);             // 5, 6, 7
+///     int last = numbers.Pop();                  // 7
+///
+/// Growth, element moves and what stays valid are CArray's: elements move bit-wise. An index is valid in [0, size).
+/// Throws: the invalid-argument exception, before anything changes, for invalid indices, negative sizes and the empty array where an
+/// element is asked for.
+/// Threads: one at a time.
+template <class TYPE, class ARG_TYPE = TYPE>
+class CBaseArray : public CArray<TYPE, ARG_TYPE>, public CStdArrayInterface<TYPE, ARG_TYPE>
+{
+public:
+    /// Negative, zero or positive, as the first comes before the second, beside it, or after it.
+    using Compare = int (*)(const TYPE&, const TYPE&);
+
+    CBaseArray() = default;
+    /// One element.
+    CBaseArray(ARG_TYPE first) { this->Add(first); }
+    /// @p first, then all elements of @p rest.
+    CBaseArray(ARG_TYPE first, const CBaseArray& rest)
+    {
+        this->Add(first);
+        this->Append(rest);
+    }
+    /// The first @p count of the values that follow it, each converted to TYPE; none when @p count is 0 or less. At least
+    /// @p count values must be given.
+    template <class... VALUES>
+        requires(sizeof...(VALUES) > 0 && (std::is_convertible_v<VALUES, TYPE> && ...))
+    CBaseArray(int count, VALUES... values)
+    {
+        TYPE elements[] = {static_cast<TYPE>(values)...};
+        KELGEN_ASSERT(count <= static_cast<int>(sizeof...(VALUES)));
+        for (int i = 0; i < count && i < static_cast<int>(sizeof...(VALUES)); ++i)
+            this->Add(elements[i]);
+    }
+    CBaseArray(const CBaseArray& other) : CArray<TYPE, ARG_TYPE>(), CStdArrayInterface<TYPE, ARG_TYPE>() { this->Copy(other); }
+    CBaseArray& operator=(const CBaseArray& other)
+    {
+        this->Copy(other);
+        return *this;
+    }
+
+    using CArray<TYPE, ARG_TYPE>::RemoveAll;
+    /// Destroys all elements. The block is freed when @p release is true, else kept with its capacity.
+    void RemoveAll(bool release);
+
+    void Push(ARG_TYPE value) { this->Add(value); }
+    /// Removes the last element and returns it.
+    TYPE Pop();
+    /// SetSize(size + @p delta).
+    void IncrementSize(int delta);
+
+    TYPE& FirstElement() { return this->ElementAt(0); }
+    const TYPE& FirstElement() const { return this->ElementAt(0); }
+    TYPE& LastElement() { return this->ElementAt(m_nSize - 1); }
+    const TYPE& LastElement() const { return this->ElementAt(m_nSize - 1); }
+
+    /// The first index from @p start on for which @p compare(element, value) is 0; -1 when there is none, or when @p start is at or
+    /// past the end. A negative @p start throws.
+    int FindFirst(ARG_TYPE value, Compare compare, int start) const;
+    /// The index of the element that lies at this very address, or -1. Equality plays no part.
+    int FindFirst(const TYPE* element) const;
+
+    /// Adds @p value unless FindFirst(value, compare, 0) finds an element.
+    void AddUnique(ARG_TYPE value, Compare compare);
+    /// Keeps the first of all elements that compare equal, each in its place; removes the others.
+    void RemoveDuplicates(Compare compare);
+
+    /// Sorts ascending by @p compare, which is asked compare(element j, element i) for every i < j; equal elements may change order.
+    /// Cost: quadratic.
+    void BubbleSort(Compare compare);
+    /// Exchanges two elements by moving their bytes.
+    void Swap(int i, int j);
+
+    /// Whether a binary search finds an element for which @p compare(element, value) is 0. @p index is the lower bound of the search
+    /// on entry (0, to search everything), the place that was looked at last on return.
+    /// By contract: elements for which compare(element, value) is positive are taken to lie before the value, so that a compare of the
+    /// form a - b searches a descending array, as SortAdd keeps it; and compare is called once more after the range is empty.
+    /// Throws: the invalid-argument exception when the search leaves the array, which a bound past the end brings about.
+    bool SortFind(ARG_TYPE value, Compare compare, int& index) const;
+    /// Inserts @p value into an array that SortAdd keeps sorted: before the first element equal to it.
+    /// By contract: a compare of the form a - b keeps the array descending. The scans ask compare(value, element).
+    void SortAdd(ARG_TYPE value, Compare compare);
+
+    /// Whether the object pointer itself is null: by contract this may be called through a null pointer.
+    bool IsThisNull() const { return reinterpret_cast<std::uintptr_t>(this) == 0; }
+
+    void StdArraySetAt(int index, ARG_TYPE value) override { this->SetAt(index, value); }
+    int StdArrayGetSize() override { return m_nSize; }
+    TYPE& StdArrayElementAt(int index) override { return this->ElementAt(index); }
+    void StdAdd(ARG_TYPE value) override { this->Add(value); }
+    void StdRemoveAll() override { CBaseArray::RemoveAll(false); }
+
+protected:
+    using CArray<TYPE, ARG_TYPE>::m_pData;
+    using CArray<TYPE, ARG_TYPE>::m_nSize;
+};
+
+template <class TYPE, class ARG_TYPE>
+void CBaseArray<TYPE, ARG_TYPE>::RemoveAll(bool release)
+{
+    if (release) {
+        CArray<TYPE, ARG_TYPE>::RemoveAll();
+        return;
+    }
+    std::destroy_n(m_pData, m_nSize);
+    m_nSize = 0;
+}
+
+template <class TYPE, class ARG_TYPE>
+TYPE CBaseArray<TYPE, ARG_TYPE>::Pop()
+{
+    TYPE last(LastElement());
+    this->RemoveAt(m_nSize - 1);
+    return last;
+}
+
+template <class TYPE, class ARG_TYPE>
+void CBaseArray<TYPE, ARG_TYPE>::IncrementSize(int delta)
+{
+    const long long newSize = static_cast<long long>(m_nSize) + delta;
+    if (newSize > INT_MAX)
+        AfxThrowInvalidArgException();
+    this->SetSize(static_cast<int>(newSize));
+}
+
+template <class TYPE, class ARG_TYPE>
+int CBaseArray<TYPE, ARG_TYPE>::FindFirst(ARG_TYPE value, Compare compare, int start) const
+{
+    if (start < 0)
+        AfxThrowInvalidArgException();
+    for (int i = start; i < m_nSize; ++i) {
+        if (compare(m_pData[i], value) == 0)
+            return i;
+    }
+    return -1;
+}
+
+template <class TYPE, class ARG_TYPE>
+int CBaseArray<TYPE, ARG_TYPE>::FindFirst(const TYPE* element) const
+{
+    // By numbers: the pointer may lie outside the block, where pointers cannot be compared.
+    const std::uintptr_t offset = reinterpret_cast<std::uintptr_t>(element) - reinterpret_cast<std::uintptr_t>(m_pData);
+    if (element == nullptr || offset % sizeof(TYPE) != 0 || offset / sizeof(TYPE) >= static_cast<std::size_t>(m_nSize))
+        return -1;
+    return static_cast<int>(offset / sizeof(TYPE));
+}
+
+template <class TYPE, class ARG_TYPE>
+void CBaseArray<TYPE, ARG_TYPE>::AddUnique(ARG_TYPE value, Compare compare)
+{
+    if (FindFirst(value, compare, 0) < 0)
+        this->Add(value);
+}
+
+template <class TYPE, class ARG_TYPE>
+void CBaseArray<TYPE, ARG_TYPE>::RemoveDuplicates(Compare compare)
+{
+    for (int i = 0; i < m_nSize; ++i) {
+        for (int found = i + 1; (found = FindFirst(m_pData[i], compare, found)) >= 0;)
+            this->RemoveAt(found, 1);
+    }
+}
+
+template <class TYPE, class ARG_TYPE>
+void CBaseArray<TYPE, ARG_TYPE>::BubbleSort(Compare compare)
+{
+    for (int i = 0; i < m_nSize; ++i) {
+        for (int j = i + 1; j < m_nSize; ++j) {
+            if (compare(m_pData[j], m_pData[i]) < 0)
+                kelgen::detail::ExchangeBytes(m_pData[i], m_pData[j]);
+        }
+    }
+}
+
+template <class TYPE, class ARG_TYPE>
+void CBaseArray<TYPE, ARG_TYPE>::Swap(int i, int j)
+{
+    TYPE& first = this->ElementAt(i);
+    TYPE& second = this->ElementAt(j);
+    kelgen::detail::ExchangeBytes(first, second);
+}
+
+template <class TYPE, class ARG_TYPE>
+bool CBaseArray<TYPE, ARG_TYPE>::SortFind(ARG_TYPE value, Compare compare, int& index) const
+{
+    if (m_nSize == 0) {
+        index = 0;
+        return false;
+    }
+    // Wide sums: the lower bound is the caller's and may be any number.
+    long long low = index;
+    long long high = m_nSize - 1;
+    for (;;) {
+        index = static_cast<int>((low + high) / 2);
+        const int order = compare(this->ElementAt(index), value);
+        if (high < low)
+            return false;
+        if (order == 0)
+            return true;
+        if (order > 0)
+            low = index + 1LL;
+        else
+            high = index - 1LL;
+    }
+}
+
+template <class TYPE, class ARG_TYPE>
+void CBaseArray<TYPE, ARG_TYPE>::SortAdd(ARG_TYPE value, Compare compare)
+{
+    int index = 0;
+    SortFind(value, compare, index);
+    while (index < m_nSize && compare(value, m_pData[index]) <= 0)
+        ++index;
+    if (index >= m_nSize)
+        index = m_nSize - 1;
+    while (index >= 0 && compare(value, m_pData[index]) >= 0)
+        --index;
+    this->InsertAt(index + 1, value);
+}

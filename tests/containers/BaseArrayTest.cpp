@@ -1,0 +1,253 @@
+// BaseArrayTest.cpp: stack, searches and sorting by a compare function, against slow models.
+#include <kelgen/containers/BaseArray.h>
+
+#include "Elements.h"
+#include "support/Rows.h"
+
+#include <algorithm>
+#include <climits>
+
+using namespace kelgen::test;
+
+namespace {
+
+using IntArray = CBaseArray<int, int>;
+using TextArray = CBaseArray<CString, const CString&>;
+
+int Difference(const int& a, const int& b)
+{
+    return a - b;
+}
+
+// Every comparison in the order of asking.
+std::vector<std::pair<int, int>> g_asked;
+
+int NotedDifference(const int& a, const int& b)
+{
+    g_asked.emplace_back(a, b);
+    return a - b;
+}
+
+int TextOrder(const CString& a, const CString& b)
+{
+    return a.Compare(b);
+}
+
+}  // namespace
+
+TEST(BaseArray, ConstructorsFillInOrder)
+{
+    EXPECT_EQ(Ints(), ElementsOf(IntArray()));
+    EXPECT_EQ(Ints({5}), ElementsOf(IntArray(5)));
+    EXPECT_EQ(Ints({5, 1, 2}), ElementsOf(IntArray(5, IntArray(2, 1, 2))));
+    EXPECT_EQ(Ints({7, 8, 9}), ElementsOf(IntArray(3, 7, 8, 9)));
+    EXPECT_EQ(Ints({7}), ElementsOf(IntArray(1, 7, 8)));
+    EXPECT_EQ(Ints(), ElementsOf(IntArray(0, 7)));
+    EXPECT_EQ(Ints(), ElementsOf(IntArray(-2, 7)));
+
+    const TextArray texts(2, "one", "two");
+    const TextArray copy(texts);
+    EXPECT_EQ(ElementsOf(texts), ElementsOf(copy));
+    EXPECT_NE(texts.GetData(), copy.GetData());
+}
+
+TEST(BaseArray, MisuseThrowsAndChangesNothing)
+{
+    IntArray array(3, 1, 2, 3);
+    IntArray empty;
+    int index = 4;
+
+    EXPECT_THROW(empty.Pop(), CInvalidArgException*);
+    EXPECT_THROW(empty.FirstElement(), CInvalidArgException*);
+    EXPECT_THROW(empty.LastElement(), CInvalidArgException*);
+    EXPECT_THROW(array.IncrementSize(-4), CInvalidArgException*);
+    EXPECT_THROW(array.IncrementSize(INT_MAX), CInvalidArgException*);
+    EXPECT_THROW(array.FindFirst(1, Difference, -1), CInvalidArgException*);
+    EXPECT_THROW(empty.FindFirst(1, Difference, -1), CInvalidArgException*);
+    EXPECT_THROW(array.Swap(0, 3), CInvalidArgException*);
+    EXPECT_THROW(array.Swap(-1, 0), CInvalidArgException*);
+    EXPECT_THROW(array.StdArrayElementAt(3), CInvalidArgException*);
+    EXPECT_THROW(array.StdArraySetAt(-1, 0), CInvalidArgException*);
+    EXPECT_THROW(array.SortFind(1, Difference, index), CInvalidArgException*);
+    index = INT_MAX;
+    EXPECT_THROW(array.SortFind(1, Difference, index), CInvalidArgException*);
+    index = -8;
+    EXPECT_THROW(array.SortFind(1, Difference, index), CInvalidArgException*);
+
+    EXPECT_EQ(Ints({1, 2, 3}), ElementsOf(array));
+    EXPECT_EQ(0, empty.GetSize());
+}
+
+TEST(BaseArray, RemoveAllKeepsTheBlockUnlessReleased)
+{
+    TextArray array(2, "one", "two");
+    const CString* const block = array.GetData();
+
+    array.RemoveAll(false);
+    EXPECT_EQ(0, array.GetSize());
+    EXPECT_EQ(block, array.GetData());
+    array.Push("three");
+    EXPECT_EQ(block, array.GetData());
+    array.StdRemoveAll();
+    EXPECT_EQ(block, array.GetData());
+    array.IncrementSize(2);
+    EXPECT_EQ(std::vector<CString>(2), ElementsOf(array));
+
+    array.RemoveAll(true);
+    EXPECT_EQ(nullptr, array.GetData());
+}
+
+TEST(BaseArray, GeneralViewReachesTheArray)
+{
+    IntArray array(2, 4, 5);
+    CStdArrayInterface<int, int>& view = array;
+    view.StdAdd(6);
+    view.StdArraySetAt(0, 3);
+    ++view.StdArrayElementAt(1);
+    EXPECT_EQ(Ints({3, 6, 6}), ElementsOf(array));
+    EXPECT_EQ(3, view.StdArrayGetSize());
+    view.StdRemoveAll();
+    EXPECT_EQ(0, array.GetSize());
+}
+
+TEST(BaseArray, FindFirstSearchesFromTheStart)
+{
+    IntArray array(4, 3, 1, 3, 2);
+    EXPECT_EQ(0, array.FindFirst(3, Difference, 0));
+    EXPECT_EQ(2, array.FindFirst(3, Difference, 1));
+    EXPECT_EQ(-1, array.FindFirst(3, Difference, 3));
+    EXPECT_EQ(-1, array.FindFirst(3, Difference, 4));
+    EXPECT_EQ(-1, array.FindFirst(3, Difference, INT_MAX));
+
+    g_asked.clear();
+    array.FindFirst(2, NotedDifference, 2);
+    EXPECT_EQ((std::vector<std::pair<int, int>>{{3, 2}, {2, 2}}), g_asked) << "the element comes first";
+}
+
+TEST(BaseArray, FindFirstByAddressIgnoresEquality)
+{
+    IntArray array(3, 7, 7, 7);
+    const int other = 7;
+    EXPECT_EQ(1, array.FindFirst(&array[1]));
+    EXPECT_EQ(2, array.FindFirst(&array.LastElement()));
+    EXPECT_EQ(-1, array.FindFirst(&other));
+    EXPECT_EQ(-1, array.FindFirst(array.GetData() + 3));
+    EXPECT_EQ(-1, array.FindFirst(static_cast<const int*>(nullptr)));
+    EXPECT_EQ(-1, IntArray().FindFirst(&other));
+}
+
+TEST(BaseArray, DuplicatesGoAndTheFirstStays)
+{
+    IntArray array(6, 3, 1, 3, 3, 2, 1);
+    array.RemoveDuplicates(Difference);
+    EXPECT_EQ(Ints({3, 1, 2}), ElementsOf(array));
+    array.AddUnique(1, Difference);
+    array.AddUnique(4, Difference);
+    EXPECT_EQ(Ints({3, 1, 2, 4}), ElementsOf(array));
+
+    TextArray texts(5, "b", "a", "b", "a", "b");
+    texts.RemoveDuplicates(TextOrder);
+    EXPECT_EQ((std::vector<CString>{"b", "a"}), ElementsOf(texts));
+}
+
+TEST(BaseArray, BubbleSortAsksLaterElementFirst)
+{
+    IntArray array(3, 2, 3, 1);
+    g_asked.clear();
+    array.BubbleSort(NotedDifference);
+    EXPECT_EQ(Ints({1, 2, 3}), ElementsOf(array));
+    EXPECT_EQ((std::vector<std::pair<int, int>>{{3, 2}, {1, 2}, {2, 3}}), g_asked);
+}
+
+TEST(BaseArray, SwapMovesStringsBetweenPlaces)
+{
+    TextArray texts(3, "a", "b", "c");
+    texts.Swap(0, 2);
+    texts.Swap(1, 1);
+    EXPECT_EQ((std::vector<CString>{"c", "b", "a"}), ElementsOf(texts));
+}
+
+TEST(BaseArray, ElementsOfTheArrayAreValidArgumentsWhileItGrows)
+{
+    TextArray array("first text, long enough for a block of its own");
+    const std::vector<CString> expected(200, array[0]);
+    while (array.GetSize() < 200) {
+        array.Push(array.FirstElement());
+        if (array.GetSize() < 200)
+            array.InsertAt(0, array.LastElement());
+        if (array.GetSize() < 200)
+            array.SortAdd(array[array.GetSize() / 2], TextOrder);
+    }
+    EXPECT_EQ(expected, ElementsOf(array));
+}
+
+struct SortFindRow
+{
+    const char* name;
+    Ints elements;
+    int value;
+    int start;
+    bool found;
+    int index;
+    int comparisons;
+};
+
+class SortFindRows : public testing::TestWithParam<SortFindRow>
+{
+};
+
+TEST_P(SortFindRows, GivesResultPlaceAndComparisons)
+{
+    const SortFindRow& row = GetParam();
+    IntArray array;
+    for (const int element : row.elements)
+        array.Add(element);
+    int index = row.start;
+    g_asked.clear();
+    EXPECT_EQ(row.found, array.SortFind(row.value, NotedDifference, index));
+    EXPECT_EQ(row.index, index);
+    EXPECT_EQ(row.comparisons, static_cast<int>(g_asked.size()));
+    for (const auto& [element, value] : g_asked)
+        EXPECT_EQ(row.value, value) << "the element comes first";
+}
+
+INSTANTIATE_TEST_SUITE_P(, SortFindRows,
+    testing::Values(SortFindRow{"Empty", {}, 1, 5, false, 0, 0}, SortFindRow{"OnlyOne", {4}, 4, 0, true, 0, 1},
+        SortFindRow{"MissingComparesOnceMore", {4}, 3, 0, false, 0, 2}, SortFindRow{"BelowAll", {9, 7, 5, 3}, 1, 0, false, 3, 4},
+        SortFindRow{"AboveAll", {9, 7, 5, 3}, 10, 0, false, 0, 3}, SortFindRow{"FirstHalf", {9, 7, 5, 3}, 9, 0, true, 0, 2},
+        SortFindRow{"BoundLeavesOutTheFirst", {9, 7, 5, 3}, 9, 1, false, 0, 3},
+        SortFindRow{"BoundAtTheEnd", {9, 7, 5, 3}, 3, 4, false, 3, 1}),
+    RowName);
+
+TEST(BaseArray, SortAddKeepsDescendingOrderAndPutsEqualsInFront)
+{
+    // Pairs whose order looks at the tens only, so that the units show who came when.
+    const auto byTens = [](const int& a, const int& b) { return a / 10 - b / 10; };
+    Random random;
+    for (int round = 0; round < 200; ++round) {
+        IntArray array;
+        Ints model;
+        const int count = random.Between(0, 60);
+        for (int i = 0; i < count; ++i) {
+            const int value = random.Between(0, 12) * 10 + i % 10;
+            array.SortAdd(value, byTens);
+            const auto place = std::find_if(model.begin(), model.end(), [&](int element) { return element / 10 <= value / 10; });
+            model.insert(place, value);
+            ASSERT_EQ(model, ElementsOf(array));
+        }
+        for (int tens = -1; tens < 14; ++tens) {
+            int index = 0;
+            const bool expected = std::any_of(model.begin(), model.end(), [&](int element) { return element / 10 == tens; });
+            ASSERT_EQ(expected, array.SortFind(tens * 10, byTens, index)) << tens;
+            ASSERT_TRUE(!expected || model[static_cast<std::size_t>(index)] / 10 == tens) << tens;
+        }
+    }
+}
+
+TEST(BaseArray, NullCanBeAskedForNull)
+{
+    IntArray* const volatile null = nullptr;
+    IntArray array;
+    EXPECT_TRUE(null->IsThisNull());
+    EXPECT_FALSE(array.IsThisNull());
+}

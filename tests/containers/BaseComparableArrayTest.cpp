@@ -1,0 +1,223 @@
+// BaseComparableArrayTest.cpp: searches, set operations and maxima, against slow models.
+#include <kelgen/containers/BaseNumericArray.h>
+
+#include "Elements.h"
+
+#include <algorithm>
+#include <climits>
+#include <cmath>
+#include <cstdint>
+
+using namespace kelgen::test;
+
+namespace {
+
+using IntArray = CBaseNumericArray<int, const int>;
+using TextArray = CBaseComparableArray<CString, const CString&>;
+
+bool Occurs(const Ints& in, int value)
+{
+    return std::find(in.begin(), in.end(), value) != in.end();
+}
+
+template <class NUMBER>
+void FindEqualsTheObviousSearch()
+{
+    Random random;
+    for (int round = 0; round < 300; ++round) {
+        CBaseComparableArray<NUMBER> array;
+        const int count = random.Between(0, 150);
+        for (int i = 0; i < count; ++i)
+            array.Add(static_cast<NUMBER>(random.Between(-200, 200)));
+        for (int value = -200; value <= 200; value += 7) {
+            const auto wanted = static_cast<NUMBER>(value);
+            const NUMBER* const end = array.GetData() + count;
+            const NUMBER* const found = std::find<const NUMBER*>(array.GetData(), end, wanted);
+            ASSERT_EQ(found == end ? -1 : static_cast<int>(found - array.GetData()), array.FindFirst(wanted));
+        }
+    }
+}
+
+}  // namespace
+
+TEST(BaseComparableArray, FindsNumbersOfEverySize)
+{
+    FindEqualsTheObviousSearch<signed char>();
+    FindEqualsTheObviousSearch<short>();
+    FindEqualsTheObviousSearch<int>();
+    FindEqualsTheObviousSearch<unsigned>();
+    FindEqualsTheObviousSearch<long long>();
+    FindEqualsTheObviousSearch<float>();
+    FindEqualsTheObviousSearch<double>();
+}
+
+TEST(BaseComparableArray, NumbersCompareByValueNotByBytes)
+{
+    const CBaseComparableArray<double> numbers(2, std::nan(""), -0.0);
+    EXPECT_EQ(1, numbers.FindFirst(0.0));
+    EXPECT_EQ(-1, numbers.FindFirst(std::nan("")));
+}
+
+TEST(BaseComparableArray, FindsPointersByIdentity)
+{
+    int numbers[3] = {7, 7, 7};
+    CBaseObjectPtrArray<int*> pointers(2, &numbers[1], &numbers[2]);
+    EXPECT_EQ(1, pointers.FindFirst(numbers + 2));
+    EXPECT_FALSE(pointers.Contains(numbers));
+    EXPECT_TRUE(pointers.AddUnique(numbers));
+    pointers.BubbleSort();
+    EXPECT_EQ((std::vector<int*>{numbers, numbers + 1, numbers + 2}), ElementsOf(pointers));
+}
+
+TEST(BaseComparableArray, SetOperationsEqualTheObviousModel)
+{
+    Random random;
+    for (int round = 0; round < 2000; ++round) {
+        IntArray array;
+        IntArray other;
+        FillRandomly(array, random, 40, 20);
+        FillRandomly(other, random, 12, 20);
+        const Ints elements = ElementsOf(array);
+        const Ints others = ElementsOf(other);
+        const int keep = random.Between(-1, 41);
+        const int value = random.Between(0, 20);
+
+        Ints without;
+        Ints within;
+        Ints preserved;
+        Ints valueless;
+        for (int i = 0; i < static_cast<int>(elements.size()); ++i) {
+            const int element = elements[static_cast<std::size_t>(i)];
+            (Occurs(others, element) ? within : without).push_back(element);
+            if (i == keep || !Occurs(others, element))
+                preserved.push_back(element);
+            if (element != value)
+                valueless.push_back(element);
+        }
+
+        IntArray result = array;
+        ASSERT_EQ(static_cast<int>(within.size()), result.Remove(other));
+        ASSERT_EQ(without, ElementsOf(result));
+        result = array;
+        ASSERT_EQ(&result, &(result &= other));
+        ASSERT_EQ(within, ElementsOf(result));
+        result = array;
+        ASSERT_EQ(&result, &(result -= other));
+        ASSERT_EQ(without, ElementsOf(result));
+        result = array;
+        ASSERT_EQ(&result, &result.DiffPreserveIndex(other, keep));
+        ASSERT_EQ(preserved, ElementsOf(result)) << "keep " << keep;
+        result = array;
+        ASSERT_EQ(static_cast<int>(elements.size() - valueless.size()), result.Remove(value));
+        ASSERT_EQ(valueless, ElementsOf(result));
+        ASSERT_EQ(without.empty(), other.Contains(array));
+        ASSERT_EQ(valueless == elements, result == array);
+        ASSERT_EQ(valueless != elements, result != array);
+    }
+}
+
+TEST(BaseComparableArray, StringsMoveOverTheHoles)
+{
+    TextArray texts(6, "a", "b", "a", "c", "b", "d");
+    EXPECT_EQ(2, texts.Remove("b"));
+    EXPECT_EQ((std::vector<CString>{"a", "a", "c", "d"}), ElementsOf(texts));
+    EXPECT_TRUE(texts.RemoveFirst("a"));
+    EXPECT_FALSE(texts.RemoveFirst("x"));
+    EXPECT_EQ((std::vector<CString>{"a", "c", "d"}), ElementsOf(texts));
+    texts.AddUnique(TextArray(3, "d", "e", "e"));
+    EXPECT_EQ((std::vector<CString>{"a", "c", "d", "e"}), ElementsOf(texts));
+    EXPECT_EQ(3, texts.Remove(TextArray(4, "e", "a", "c", "x")));
+    EXPECT_EQ((std::vector<CString>{"d"}), ElementsOf(texts));
+}
+
+TEST(BaseComparableArray, AnArrayIsItsOwnArgument)
+{
+    const TextArray texts(3, "a", "b", "a");
+    TextArray self = texts;
+    EXPECT_TRUE(self.Contains(self));
+    self.AddUnique(self);
+    self &= self;
+    EXPECT_TRUE(self == texts);
+    self.DiffPreserveIndex(self, 1);
+    EXPECT_TRUE(self == TextArray(CString("b")));
+    EXPECT_EQ(1, self.Remove(self));
+    EXPECT_EQ(0, self.GetSize());
+}
+
+namespace {
+
+struct Faulty
+{
+    CString text;
+
+    bool operator==(const Faulty& other) const
+    {
+        if (text == "fault")
+            AfxThrowUserException();
+        return text == other.text;
+    }
+    bool operator<(const Faulty& other) const { return text < other.text; }
+};
+
+}  // namespace
+
+TEST(BaseComparableArray, AThrowingComparisonLeavesAWholeArray)
+{
+    CBaseComparableArray<Faulty, const Faulty&> array;
+    for (const char* text : {"a", "b", "a", "fault", "a"})
+        array.Add(Faulty{text});
+    EXPECT_THROW(array.Remove(Faulty{"a"}), CUserException*);
+    ASSERT_EQ(3, array.GetSize());
+    EXPECT_EQ("b", array[0].text);
+    EXPECT_EQ("fault", array[1].text);
+    EXPECT_EQ("a", array[2].text);
+}
+
+TEST(BaseComparableArray, MaximumIndexIsMinusOneUnlessALaterElementExceeds)
+{
+    EXPECT_EQ(-1, IntArray(3, 9, 3, 5).GetMaxValueIndex());
+    EXPECT_EQ(1, IntArray(3, 3, 9, 5).GetMaxValueIndex());
+    EXPECT_EQ(1, IntArray(4, 3, 9, 5, 9).GetMaxValueIndex());
+    EXPECT_EQ(-1, IntArray(7).GetMaxValueIndex());
+    EXPECT_EQ(-1, IntArray(2, 7, 7).GetMaxValueIndex());
+    EXPECT_THROW(IntArray().GetMaxValueIndex(), CInvalidArgException*);
+}
+
+TEST(BaseComparableArray, MaximumOverwritesTheFirstElement)
+{
+    IntArray array(3, 3, 9, 5);
+    EXPECT_EQ(&array[0], &array.GetMaxValue());
+    EXPECT_EQ(Ints({9, 9, 5}), ElementsOf(array));
+    EXPECT_THROW(IntArray().GetMaxValue(), CInvalidArgException*);
+}
+
+TEST(BaseComparableArray, BubbleSortAscends)
+{
+    Random random;
+    for (int round = 0; round < 50; ++round) {
+        IntArray array;
+        FillRandomly(array, random, 60, 30);
+        Ints model = ElementsOf(array);
+        std::sort(model.begin(), model.end());
+        array.BubbleSort();
+        ASSERT_EQ(model, ElementsOf(array));
+    }
+}
+
+TEST(BaseNumericArray, SequencesWrap)
+{
+    IntArray array(1);
+    array.AddIncremental(10, 3, 5);
+    array.AddIncremental(0, 0, 1);
+    array.AddIncremental(0, -3, 1);
+    array.AddIncremental(INT_MAX, 2, 1);
+    EXPECT_EQ(Ints({1, 10, 15, 20, INT_MAX, INT_MIN}), ElementsOf(array));
+}
+
+TEST(BaseNumericArray, AverageTruncatesTowardZero)
+{
+    EXPECT_EQ(2, IntArray(3, 1, 2, 5).CalcAverage());
+    EXPECT_EQ(-2, IntArray(3, -1, -2, -5).CalcAverage());
+    EXPECT_EQ(INT_MAX, IntArray(2, INT_MAX, INT_MAX).CalcAverage());
+    EXPECT_EQ(0x80000000u, (CBaseNumericArray<DWORD, DWORD>(2, 0x80000000u, 0x80000001u).CalcAverage()));
+}
