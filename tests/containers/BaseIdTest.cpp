@@ -1,0 +1,216 @@
+// BaseIdTest.cpp: comparison across types; counting, ordering and naming of identifiers.
+#include <kelgen/containers/BaseId.h>
+
+#include "Elements.h"
+
+#include <cstring>
+#include <typeinfo>
+
+using namespace kelgen::test;
+
+namespace {
+
+class Identified : public CBaseIdentifiable
+{
+public:
+    explicit Identified(const char* name) : CBaseIdentifiable(name) {}
+};
+
+class First : public CBaseComparable
+{
+};
+
+class Second : public CBaseComparable
+{
+};
+
+struct Id : CBaseId
+{
+    using CBaseId::m_id;
+    void Set(unsigned char* bytes, CBaseComparable* seed)
+    {
+        std::memcpy(m_id, bytes, sizeof(m_id));
+        m_seed = seed;
+    }
+};
+
+template <class LEFT, class RIGHT>
+std::string Operators(const LEFT& a, const RIGHT& b)
+{
+    std::string holds;
+    holds += a == b ? "==" : "";
+    holds += a != b ? "!=" : "";
+    holds += a < b ? "<" : "";
+    holds += a <= b ? "<=" : "";
+    holds += a > b ? ">" : "";
+    holds += a >= b ? ">=" : "";
+    return holds;
+}
+
+}  // namespace
+
+TEST(BaseComparable, OrdersByNameOfTheClass)
+{
+    const First first;
+    const First other;
+    const Second second;
+    EXPECT_EQ("==<=>=", Operators(first, other));
+    const bool before = std::strcmp(typeid(First).name(), typeid(Second).name()) < 0;
+    EXPECT_EQ(before ? "!=<<=" : "!=>>=", Operators(first, second));
+    EXPECT_EQ(before ? -1 : 1, first.Compare(second));
+    EXPECT_EQ(before ? 1 : -1, second.Compare(first));
+}
+
+TEST(BaseComparable, IsNeverEqualToWhatHasNoOrder)
+{
+    const CBaseComparableEq plain;
+    const CBaseComparableEq otherPlain;
+    const First first;
+    const CBaseComparableEq& asPlain = first;
+    EXPECT_FALSE(asPlain == plain);
+    EXPECT_TRUE(asPlain != plain);
+    EXPECT_FALSE(plain == asPlain);
+    EXPECT_TRUE(plain == otherPlain);
+    EXPECT_FALSE(plain != otherPlain);
+}
+
+TEST(BaseComparable, TextsCompareByTextWithEachOtherOnly)
+{
+    CStr a;
+    a = CString("a");
+    CStr b;
+    b = CString("b");
+    CStr upper(a);
+    upper.MakeUpper();
+    EXPECT_EQ("!=<<=", Operators(a, b));
+    EXPECT_EQ("!=>>=", Operators(a, upper));
+    EXPECT_EQ("==<=>=", Operators(a, CStr(a)));
+
+    const First first;
+    const bool before = std::strcmp(typeid(CStr).name(), typeid(First).name()) < 0;
+    EXPECT_EQ(before ? -1 : 1, a.Compare(first));
+    EXPECT_EQ(before ? 1 : -1, first.Compare(b));
+    const CBaseComparable& comparable = a;
+    EXPECT_TRUE(comparable < b);
+}
+
+TEST(BaseIdentifiable, NumbersCountPerName)
+{
+    Identified a1("Test.Counting.A");
+    Identified a2("Test.Counting.A");
+    Identified b1("Test.Counting.B");
+    EXPECT_FALSE(a1 == a2);
+    EXPECT_FALSE(a1 == b1);
+    EXPECT_EQ(1, static_cast<const Id*>(a1.GetPtrId())->m_id[0]);
+    EXPECT_EQ(2, static_cast<const Id*>(a2.GetPtrId())->m_id[0]);
+    EXPECT_EQ(1, static_cast<const Id*>(b1.GetPtrId())->m_id[0]);
+
+    const Identified copy(a1);
+    EXPECT_TRUE(copy == a1);
+    EXPECT_TRUE(copy.GetId() == *a1.GetPtrId());
+    b1 = a2;
+    EXPECT_TRUE(b1 == a2);
+    EXPECT_EQ(a1.GetSeed(), b1.GetSeed());
+    const auto* const name = dynamic_cast<const CStr*>(a1.GetSeed());
+    ASSERT_NE(nullptr, name);
+    EXPECT_STREQ("Test.Counting.A", name->GetString());
+}
+
+TEST(BaseIdentifiable, EqualNumbersCompareByName)
+{
+    const Identified b("Test.Names.B");
+    const Identified a("Test.Names.A");
+    EXPECT_EQ("!=<<=", Operators(a.GetId(), b.GetId()));
+}
+
+TEST(BaseIdentifiable, TheFirstNumberWithACarryComesBeforeAllSmallerOnes)
+{
+    const Identified first("Test.Carry");
+    CBaseId last;
+    for (int i = 0; i < 255; ++i)
+        last = Identified("Test.Carry").GetId();
+    const auto* const bytes = static_cast<const Id&>(last).m_id;
+    EXPECT_EQ(0, bytes[0]);
+    EXPECT_EQ(1, bytes[1]);
+    EXPECT_TRUE(last < first.GetId());
+}
+
+TEST(BaseId, CountsFrom128BitsToNothing)
+{
+    struct Seed : CBaseIdSeed
+    {
+        using CBaseIdSeed::m_id;
+    } seed;
+    std::memset(seed.m_id, 0xFF, sizeof(seed.m_id));
+    seed.m_id[15] = 0x7F;
+    CBaseId id(seed);
+    EXPECT_EQ(0x80, static_cast<Id&>(id).m_id[15]);
+    EXPECT_EQ(0, static_cast<Id&>(id).m_id[14]);
+    std::memset(seed.m_id, 0xFF, sizeof(seed.m_id));
+    id.New(seed);
+    EXPECT_TRUE(id.IsNull());
+}
+
+TEST(BaseId, OrdersByBytesThenBySeed)
+{
+    CStr nameA;
+    nameA = CString("A");
+    CStr nameB;
+    nameB = CString("B");
+    unsigned char zero[16] = {};
+    unsigned char one[16] = {1};
+    unsigned char high[16] = {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0xFF};
+    struct
+    {
+        const char* name;
+        unsigned char* leftBytes;
+        CBaseComparable* leftSeed;
+        unsigned char* rightBytes;
+        CBaseComparable* rightSeed;
+        int order;
+    } const rows[] = {
+        {"lowest byte decides", high, &nameB, one, &nameA, -1},
+        {"bytes are unsigned", high, nullptr, zero, &nameA, 1},
+        {"both nameless", one, nullptr, one, nullptr, 0},
+        {"nameless first", one, nullptr, one, &nameA, -1},
+        {"named last", one, &nameA, one, nullptr, 1},
+        {"by name", one, &nameA, one, &nameB, -1},
+    };
+    for (const auto& row : rows) {
+        Id left;
+        Id right;
+        left.Set(row.leftBytes, row.leftSeed);
+        right.Set(row.rightBytes, row.rightSeed);
+        EXPECT_EQ(row.order, left.Compare(right)) << row.name;
+        EXPECT_EQ(-row.order, right.Compare(left)) << row.name;
+    }
+}
+
+TEST(BaseId, FreshObjectsOfEveryClassAreNull)
+{
+    CBaseIdSeed seed;
+    EXPECT_TRUE(CBaseId().IsNull());
+    EXPECT_TRUE(CBaseIdBase().IsNull());
+    EXPECT_TRUE(seed.IsNull());
+    const CBaseId id(seed);
+    EXPECT_FALSE(id.IsNull());
+    EXPECT_FALSE(seed.IsNull());
+    EXPECT_FALSE(id == seed) << "of another class";
+    EXPECT_EQ(nullptr, id.GetSeed());
+}
+
+TEST(BaseIdArray, FindsAndSortsIdentifiers)
+{
+    CBaseIdArray array;
+    for (int i = 0; i < 20; ++i)
+        array.InsertAt(0, Identified("Test.Array").GetId());
+    const CBaseId wanted = array[3];
+    EXPECT_EQ(3, array.FindFirst(wanted));
+    EXPECT_FALSE(array.AddUnique(wanted));
+    array.BubbleSort();
+    EXPECT_EQ(16, array.FindFirst(wanted));
+    CBaseIdArray copy(array);
+    EXPECT_TRUE(copy == array);
+    EXPECT_TRUE(copy.RemoveFirst(wanted));
+    EXPECT_EQ(-1, copy.FindFirst(wanted));
+}
