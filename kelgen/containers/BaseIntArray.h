@@ -1,0 +1,52 @@
+// BaseIntArray.h: arrays of integers, sorted insertion, delimited text, and arrays of such arrays.
+#pragma once
+
+#include <kelgen/Export.h>
+#include <kelgen/containers/BaseNumericArray.h>
+#include <kelgen/containers/FastArray.h>
+#include <kelgen/framework/String.h>
+
+/// Integers; kept in descending order when they are added by SortAdd alone.
+///
+///     CBaseIntArray numbers;
+///     numbers.AddString("3;1;;2", ";", true, -1);  // 3, 1, -1, 2
+///     CString text;
+///     numbers.FormatString(text, "%d", ", ");      // "3, 1, -1, 2"
+class KELGEN_API CBaseIntArray : public CBaseNumericArray<int, const int>
+{
+public:
+    using CBaseNumericArray<int, const int>::CBaseNumericArray;
+    using CBaseNumericArray<int, const int>::SortAdd;
+    using CBaseNumericArray<int, const int>::SortFind;
+
+    /// The difference a - b, by 32-bit subtraction. By contract: it wraps for numbers far apart, which then sort the wrong way round.
+    static int IntCompare(const int& a, const int& b);
+
+    /// Inserts @p value into the descending order, before the numbers equal to it.
+    void SortAdd(int value);
+    /// An index of @p value in an array kept by SortAdd, or -1.
+    int SortFind(int value) const;
+
+    /// Appends the numbers of a text split at the separator text @p separators (as CStrTokenizer does): atoi of every piece,
+    /// @p emptyValue for an empty one. Empty pieces are passed over unless @p option.
+    void AddString(const char* text, const char* separators, bool option, int emptyValue);
+
+    /// Appends to @p out every number by @p format, a printf format for one int, with @p separator between them.
+    void FormatString(CString& out, const char* format, const char* separator) const;
+};
+
+class CBase2DIntArray : public CBaseArray<CBaseIntArray, const CBaseIntArray&>
+{
+public:
+    using CBaseArray<CBaseIntArray, const CBaseIntArray&>::CBaseArray;
+};
+
+class CIntList : public CBaseArray<int, int>
+{
+public:
+    using CBaseArray<int, int>::CBaseArray;
+};
+
+class CFastIntList : public CFastArray<int, int>
+{
+};

@@ -1,0 +1,13 @@
+// DWordStack.h: CDWordStack, the stack of numbers that the iterative sorts keep their bounds on.
+#pragma once
+
+#include <kelgen/Export.h>
+#include <kelgen/framework/ArrayTypes.h>
+
+class KELGEN_API CDWordStack : public CDWordArray
+{
+public:
+    void Push(DWORD value) { Add(value); }
+    /// Removes the last number and returns it. Throws: the invalid-argument exception when empty.
+    DWORD Pop();
+};

@@ -1,0 +1,96 @@
+// StdSortTest.cpp: the reporting quicksort.
+#include <kelgen/containers/StdSort.h>
+
+#include "Elements.h"
+
+#include <algorithm>
+#include <numeric>
+
+using namespace kelgen::test;
+
+namespace {
+
+using Numbers = CBaseArray<DWORD, DWORD>;
+
+struct Follower
+{
+    std::vector<std::pair<int, int>> exchanges;
+    std::vector<DWORD> parallel;
+
+    static void OnSwap(void* context, int i, int j)
+    {
+        auto& self = *static_cast<Follower*>(context);
+        self.exchanges.emplace_back(i, j);
+        if (!self.parallel.empty())
+            std::swap(self.parallel[static_cast<std::size_t>(i)], self.parallel[static_cast<std::size_t>(j)]);
+    }
+};
+
+int ByTens(DWORD a, DWORD b)
+{
+    return CStdSort::DWordCompare(a / 10, b / 10);
+}
+
+}  // namespace
+
+TEST(StdSort, QuickSortReportsEveryExchange)
+{
+    struct
+    {
+        std::vector<DWORD> before;
+        std::vector<DWORD> after;
+        std::vector<std::pair<int, int>> exchanges;
+    } const rows[] = {
+        {{}, {}, {}},
+        {{1}, {1}, {}},
+        {{1, 2}, {1, 2}, {}},
+        {{2, 1}, {1, 2}, {{1, 0}}},
+        {{3, 1, 2}, {1, 2, 3}, {{2, 0}, {1, 0}}},
+        {{2, 3, 1}, {1, 2, 3}, {{2, 0}, {1, 2}}},
+        {{5, 5, 5}, {5, 5, 5}, {}},
+    };
+    for (const auto& row : rows) {
+        Numbers numbers;
+        for (const DWORD number : row.before)
+            numbers.Add(number);
+        Follower follower;
+        CStdSort::QuickSort(numbers, CStdSort::DWordCompare, Follower::OnSwap, &follower);
+        EXPECT_EQ(row.after, ElementsOf(numbers));
+        EXPECT_EQ(row.exchanges, follower.exchanges) << testing::PrintToString(row.before);
+    }
+}
+
+TEST(StdSort, QuickSortSortsAndTheReportsKeepAnotherArrayInStep)
+{
+    Random random;
+    for (int round = 0; round < 300; ++round) {
+        Numbers numbers;
+        FillRandomly(numbers, random, 200, round % 2 == 0 ? 30 : 100000);
+        Follower follower;
+        follower.parallel = ElementsOf(numbers);
+        std::vector<DWORD> sorted = follower.parallel;
+        std::sort(sorted.begin(), sorted.end());
+
+        CStdSort::QuickSort(numbers, ByTens, Follower::OnSwap, &follower);
+        ASSERT_EQ(follower.parallel, ElementsOf(numbers));
+        ASSERT_TRUE(std::is_sorted(follower.parallel.begin(), follower.parallel.end(), [](DWORD a, DWORD b) { return a / 10 < b / 10; }));
+        CStdSort::QuickSort(numbers, CStdSort::DWordCompare, nullptr, nullptr);
+        ASSERT_EQ(sorted, ElementsOf(numbers));
+    }
+}
+
+TEST(StdSort, DWordCompareIsUnsigned)
+{
+    EXPECT_EQ(1, CStdSort::DWordCompare(0x80000000u, 1));
+    EXPECT_EQ(-1, CStdSort::DWordCompare(1, 0xFFFFFFFFu));
+    EXPECT_EQ(0, CStdSort::DWordCompare(7, 7));
+}
+
+TEST(StdSort, BubbleSortIsSigned)
+{
+    int values[] = {3, -1, 2, -7};
+    CStdSort::BubbleSort(values, 3);
+    EXPECT_EQ(Ints({-1, 2, 3, -7}), Ints(values, values + 4));
+    CStdSort::BubbleSort(nullptr, 0);
+    CStdSort::BubbleSort(values, -1);
+}
