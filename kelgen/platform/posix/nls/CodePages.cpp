@@ -1,0 +1,236 @@
+// CodePages.cpp: the calls for code pages.
+#include <kelgen/platform/posix/nls/CodePages.h>
+
+#include <kelgen/platform/posix/base/ErrorCodes.h>
+#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/nls/CodePage.h>
+#include <kelgen/platform/posix/nls/Conversions.h>
+#include <kelgen/platform/posix/nls/WideRuntime.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <string>
+
+using namespace kelgen::posix;
+
+namespace {
+
+constexpr UINT kMacintoshPage = 10000;
+constexpr DWORD kDecodeFlags = MB_PRECOMPOSED | MB_COMPOSITE | MB_USEGLYPHCHARS | MB_ERR_INVALID_CHARS;
+constexpr DWORD kEncodeFlags =
+    WC_DISCARDNS | WC_SEPCHARS | WC_DEFAULTCHAR | WC_ERR_INVALID_CHARS | WC_COMPOSITECHECK | WC_NO_BEST_FIT_CHARS;
+
+// The page that the environment names, or @p standard.
+UINT PageFromEnvironment(const char* variable, UINT standard)
+{
+    const char* text = std::getenv(variable);
+    if (!text)
+        return standard;
+
+    const UINT page = static_cast<UINT>(std::strtoul(text, nullptr, 10));
+    return IsValidCodePage(page) ? page : standard;
+}
+
+// The call's result for a conversion that ended; sizes are bounded by the caller's own capacities.
+int Finish(Converted converted)
+{
+    if (converted.outcome == Outcome::kShort)
+        return Fail(ERROR_INSUFFICIENT_BUFFER, 0);
+    if (converted.outcome == Outcome::kInvalid)
+        return Fail(ERROR_NO_UNICODE_TRANSLATION, 0);
+    if (converted.size > static_cast<std::size_t>(std::numeric_limits<int>::max()))
+        return Fail(ERROR_INVALID_PARAMETER, 0);
+
+    return static_cast<int>(converted.size);
+}
+
+// The code that replaces what the page does not hold: the caller's default character or the page's own.
+WORD DefaultCodeOf(const CodePage& page, LPCCH defaultChar)
+{
+    if (!defaultChar)
+        return page.DefaultCode();
+
+    const BYTE first = static_cast<BYTE>(defaultChar[0]);
+    const BYTE second = page.HasPairs() && first != 0 ? static_cast<BYTE>(defaultChar[1]) : BYTE{0};
+    return second != 0 ? static_cast<WORD>(first << 8 | second) : WORD{first};
+}
+
+// UTF-7 and symbols know no flags and no default character.
+int EncodeUnflagged(UINT page, Units from, ByteRoom to)
+{
+    return Finish(page == CP_UTF7 ? EncodeUtf7(from, to) : EncodeSymbols(from, to));
+}
+
+} // namespace
+
+UINT kelgen::posix::ResolveCodePage(UINT page)
+{
+    switch (page) {
+    case CP_ACP:
+    case CP_THREAD_ACP:
+        return GetACP();
+    case CP_OEMCP:
+        return GetOEMCP();
+    case CP_MACCP:
+        return kMacintoshPage;
+    default:
+        return page;
+    }
+}
+
+UINT GetACP()
+{
+    static const UINT page = PageFromEnvironment("KELGEN_ACP", 1252);
+    return page;
+}
+
+UINT GetOEMCP()
+{
+    static const UINT page = PageFromEnvironment("KELGEN_OEMCP", 437);
+    return page;
+}
+
+BOOL IsValidCodePage(UINT page)
+{
+    switch (page) {
+    case CP_ACP:
+    case CP_OEMCP:
+    case CP_MACCP:
+    case CP_THREAD_ACP:
+    case CP_SYMBOL:
+        return FALSE;
+    case CP_UTF7:
+    case CP_UTF8:
+        return TRUE;
+    default:
+        return CodePage::Find(page) != nullptr;
+    }
+}
+
+BOOL GetCPInfo(UINT page, LPCPINFO info)
+{
+    const UINT number = ResolveCodePage(page);
+    if (!info || !IsValidCodePage(number))
+        return Fail(ERROR_INVALID_PARAMETER, FALSE);
+
+    *info = CPINFO{};
+    info->DefaultChar[0] = '?';
+    if (number == CP_UTF7 || number == CP_UTF8) {
+        info->MaxCharSize = number == CP_UTF7 ? 5 : 4;
+        return TRUE;
+    }
+
+    const CodePage& table = *CodePage::Find(number);
+    info->DefaultChar[0] = static_cast<BYTE>(table.DefaultCode());
+    info->MaxCharSize = table.HasPairs() ? 2 : 1;
+    int ranges = 0;
+    for (int byte = 0; byte < 0x100 && ranges < MAX_LEADBYTES - 2; ++byte) {
+        const bool isLead = table.IsLead(static_cast<BYTE>(byte));
+        if (isLead && !table.IsLead(static_cast<BYTE>(byte - 1)))
+            info->LeadByte[ranges] = static_cast<BYTE>(byte);
+        if (isLead && (byte == 0xFF || !table.IsLead(static_cast<BYTE>(byte + 1)))) {
+            info->LeadByte[ranges + 1] = static_cast<BYTE>(byte);
+            ranges += 2;
+        }
+    }
+    return TRUE;
+}
+
+BOOL IsDBCSLeadByte(BYTE byte)
+{
+    return IsDBCSLeadByteEx(CP_ACP, byte);
+}
+
+BOOL IsDBCSLeadByteEx(UINT page, BYTE byte)
+{
+    const UINT number = ResolveCodePage(page);
+    if (!IsValidCodePage(number))
+        return Fail(ERROR_INVALID_PARAMETER, FALSE);
+
+    const CodePage* table = CodePage::Find(number);
+    return table && table->IsLead(byte);
+}
+
+int MultiByteToWideChar(UINT page, DWORD flags, LPCCH text, int length, LPWSTR wide, int capacity)
+{
+    if (!text || length == 0 || capacity < 0 || (capacity > 0 && (!wide || static_cast<const void*>(text) == wide)))
+        return Fail(ERROR_INVALID_PARAMETER, 0);
+
+    const Bytes from{text, length < 0 ? std::strlen(text) + 1 : static_cast<std::size_t>(length)};
+    const UnitRoom to{capacity > 0 ? wide : nullptr, static_cast<std::size_t>(capacity)};
+    const UINT number = ResolveCodePage(page);
+    if (number == CP_UTF7 || number == CP_SYMBOL) {
+        if (flags != 0)
+            return Fail(ERROR_INVALID_FLAGS, 0);
+        return Finish(number == CP_UTF7 ? DecodeUtf7(from, to) : DecodeSymbols(from, to));
+    }
+
+    const CodePage* table = number == CP_UTF8 ? nullptr : CodePage::Find(number);
+    if (!table && number != CP_UTF8)
+        return Fail(ERROR_INVALID_PARAMETER, 0);
+    if ((flags & ~kDecodeFlags) != 0)
+        return Fail(ERROR_INVALID_FLAGS, 0);
+
+    return Finish(table ? DecodePage(*table, flags, from, to) : DecodeUtf8((flags & MB_ERR_INVALID_CHARS) != 0, from, to));
+}
+
+int WideCharToMultiByte(UINT page, DWORD flags, LPCWCH wide, int length, LPSTR text, int capacity, LPCCH defaultChar,
+                        LPBOOL usedDefault)
+{
+    if (!wide || length == 0 || capacity < 0 || (capacity > 0 && (!text || static_cast<const void*>(wide) == text)))
+        return Fail(ERROR_INVALID_PARAMETER, 0);
+
+    const Units from{wide, length < 0 ? wcslen(wide) + 1 : static_cast<std::size_t>(length)};
+    const ByteRoom to{capacity > 0 ? text : nullptr, static_cast<std::size_t>(capacity)};
+    const UINT number = ResolveCodePage(page);
+    if (number == CP_UTF7 || number == CP_SYMBOL) {
+        if (number == CP_SYMBOL && flags != 0)
+            return Fail(ERROR_INVALID_FLAGS, 0);
+        if (defaultChar || usedDefault)
+            return Fail(ERROR_INVALID_PARAMETER, 0);
+        return flags != 0 ? Fail(ERROR_INVALID_FLAGS, 0) : EncodeUnflagged(number, from, to);
+    }
+
+    const CodePage* table = number == CP_UTF8 ? nullptr : CodePage::Find(number);
+    if (!table && number != CP_UTF8)
+        return Fail(ERROR_INVALID_PARAMETER, 0);
+    if ((flags & ~kEncodeFlags) != 0)
+        return Fail(ERROR_INVALID_FLAGS, 0);
+
+    if (usedDefault)
+        *usedDefault = FALSE;
+    if (!table)
+        return Finish(EncodeUtf8((flags & WC_ERR_INVALID_CHARS) != 0, from, to));
+
+    Replacement replacement;
+    replacement.allowBestFit = (flags & WC_NO_BEST_FIT_CHARS) == 0;
+    replacement.compose = (flags & WC_COMPOSITECHECK) != 0;
+    replacement.code = DefaultCodeOf(*table, defaultChar);
+    replacement.used = usedDefault;
+    return Finish(EncodePage(*table, replacement, from, to));
+}
+
+BOOL CharToOemA(LPCSTR ansi, LPSTR oem)
+{
+    if (!ansi || !oem)
+        return FALSE;
+
+    std::vector<WCHAR> wide(std::strlen(ansi) + 1);
+    const int units = MultiByteToWideChar(CP_ACP, 0, ansi, -1, wide.data(), static_cast<int>(wide.size()));
+    const int size = WideCharToMultiByte(CP_OEMCP, 0, wide.data(), units, nullptr, 0, nullptr, nullptr);
+    WideCharToMultiByte(CP_OEMCP, 0, wide.data(), units, oem, size, nullptr, nullptr);
+    return TRUE;
+}
+
+BOOL OemToCharA(LPCSTR oem, LPSTR ansi)
+{
+    if (!oem || !ansi)
+        return FALSE;
+
+    std::vector<WCHAR> wide(std::strlen(oem) + 1);
+    const int units = MultiByteToWideChar(CP_OEMCP, MB_USEGLYPHCHARS, oem, -1, wide.data(), static_cast<int>(wide.size()));
+    const int size = WideCharToMultiByte(CP_ACP, 0, wide.data(), units, nullptr, 0, nullptr, nullptr);
+    WideCharToMultiByte(CP_ACP, 0, wide.data(), units, ansi, size, nullptr, nullptr);
+    return TRUE;
+}
