@@ -371,6 +371,15 @@ bool IsStoring(const CArchive& archive)
     return archive.IsStoring() != FALSE;
 }
 
+struct ArchiveBytes
+{
+    static bool HasLeft(CArchive& archive, DWORD_PTR count)
+    {
+        // What lies in the buffer usually settles it without asking the file.
+        return count <= archive.m_nUnread || count <= archive.BytesLeft();
+    }
+};
+
 int SerializeCount(CArchive& archive, int size)
 {
     if (archive.IsStoring()) {
@@ -378,8 +387,7 @@ int SerializeCount(CArchive& archive, int size)
         return size;
     }
     const DWORD_PTR count = archive.ReadCount();
-    // What lies in the buffer usually settles it without asking the file.
-    if (count / 8 > archive.m_nUnread && count / 8 > archive.BytesLeft())
+    if (!ArchiveBytes::HasLeft(archive, count / 8))
         AfxThrowArchiveException(CArchiveException::endOfFile, archive.m_strFileName);
     if (count > INT_MAX)
         AfxThrowArchiveException(CArchiveException::badIndex, archive.m_strFileName);

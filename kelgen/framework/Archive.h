@@ -16,7 +16,7 @@ class CDocument;
 class CFile;
 
 namespace kelgen::detail {
-KELGEN_FRAMEWORK_API int SerializeCount(CArchive& archive, int size);
+struct ArchiveBytes;
 }
 
 /// Stores values to a file or loads them from it, in the order of the calls.
@@ -139,7 +139,7 @@ protected:
     CFile* m_pFile;
 
 private:
-    friend KELGEN_FRAMEWORK_API int kelgen::detail::SerializeCount(CArchive& archive, int size);
+    friend struct kelgen::detail::ArchiveBytes;
     struct ObjectMaps;
 
     static_assert(std::endian::native == std::endian::little, "values are copied as they lie");
