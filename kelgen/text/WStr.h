@@ -2,6 +2,7 @@
 #pragma once
 
 #include <kelgen/Export.h>
+#include <kelgen/framework/CollectionHelpers.h>  // CopyElements, which assigns strings one by one
 #include <kelgen/platform/Win32.h>
 
 #include <atomic>
@@ -335,15 +336,4 @@ KELGEN_API bool operator==(const CWStr& left, const CWStr& right);
 inline bool operator==(const CWStr& left, const unsigned short* right)
 {
     return left.Compare(right) == 0;
-}
-
-template <class TYPE>
-void CopyElements(TYPE* dest, const TYPE* source, int count);
-
-/// Assigns @p count strings, one by one.
-template <>
-inline void CopyElements<CWStr>(CWStr* dest, const CWStr* source, int count)
-{
-    for (int i = 0; i < count; ++i)
-        dest[i] = source[i];
 }
