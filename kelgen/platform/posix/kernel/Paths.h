@@ -22,21 +22,27 @@ KELGEN_PLATFORM_API std::string DriveForm(std::string_view nativePath);
 /// A name that a call was given, resolved against the file system.
 struct ResolvedPath
 {
-    std::string native;   // where the entry lies, or, when missing, where it would be made
+    std::string native;        // where the entry lies, or, when missing, where it would be made
     bool exists = false;
     bool isFolder = false;
-    DWORD error = 0;      // 0, or why it is not there: ERROR_FILE_NOT_FOUND, ERROR_PATH_NOT_FOUND (no folder to make it in)
+    bool namesFolder = false;  // the name ended in a slash
+    bool isDevice = false;     // "nul", "con"
+    DWORD error = 0;           // 0, or why it is not there: ERROR_FILE_NOT_FOUND, else something that keeps it from being made
 };
 
 /// Looks @p name up part by part: the exact name, else one that differs only in case (the first in byte order), else a generated
 /// 8.3 name. Cost: one system call when every part is spelt exactly, else a walk and a listing for each folder with another spelling.
 KELGEN_PLATFORM_API ResolvedPath Resolve(std::string_view name);
 
-/// The existing path of the file system that @p name means, or nothing with the last error set.
+/// The existing path of the file system that @p name means, or nothing with the last error set; ERROR_PATH_NOT_FOUND for a
+/// file's name that ends in a slash.
 KELGEN_PLATFORM_API std::optional<std::string> ToNative(std::string_view name);
 
 /// The existing folder that @p name means, or nothing with the last error set: ERROR_DIRECTORY for a file.
 KELGEN_PLATFORM_API std::optional<std::string> ToNativeFolder(std::string_view name);
+
+/// The parts of a path between backslashes, empty ones left out.
+std::vector<std::string> SplitAtBackslashes(std::string_view path);
 
 /// The names in the folder @p native in byte order, without "." and ".."; empty when it cannot be read.
 std::vector<std::string> FolderEntries(const std::string& native);
@@ -47,9 +53,16 @@ bool EqualNames(std::string_view left, std::string_view right);
 /// Less than, equal to or greater than 0: the order of file names by code unit in upper case, equal ones by byte.
 int OrderOfNames(std::string_view left, std::string_view right);
 
+/// The current folder's drive form, without a final backslash unless it is a root.
+KELGEN_PLATFORM_API std::string CurrentFolder();
+
+/// Stores @p text for a call that fills a buffer of @p size: its length, or the size that is needed, terminator included.
+DWORD StoreName(std::string_view text, LPSTR buffer, DWORD size);
+DWORD StoreName(std::string_view text, LPWSTR buffer, DWORD size);
+
 /// UTF-8 of 16-bit text, and back. Bytes that are not UTF-8 become U+DC80 to U+DCFF, which become those bytes again: every name
 /// of the file system survives. Null and empty give empty text.
 KELGEN_PLATFORM_API std::string NarrowName(LPCWSTR wide);
-KELGEN_PLATFORM_API std::vector<WCHAR> WideName(std::string_view narrow);
+KELGEN_PLATFORM_API std::u16string WideName(std::string_view narrow);
 
 }  // namespace kelgen::posix

@@ -1,0 +1,254 @@
+// Paths.cpp: finds the entry of the file system that a name means.
+#include <kelgen/platform/posix/kernel/Paths.h>
+
+#include <kelgen/platform/posix/base/ErrorCodes.h>
+#include <kelgen/platform/posix/base/Home.h>
+#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/NameCase.h>
+#include <kelgen/platform/posix/kernel/ShortNames.h>
+
+#include <dirent.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+namespace kelgen::posix {
+
+namespace {
+
+// A full path's place in the file system, its parts not yet looked up.
+struct Place
+{
+    std::string root;  // without a final slash
+    std::vector<std::string> parts;
+    bool endsInSlash = false;
+    bool isDevice = false;
+    DWORD error = 0;
+};
+
+Place PlaceOfDevice(std::string_view device)
+{
+    Place place;
+    place.isDevice = true;
+    if (EqualNames(device, "nul"))
+        place.root = "/dev/null";
+    else if (EqualNames(device, "con"))
+        place.root = "/dev/tty";
+    else
+        place.error = ERROR_FILE_NOT_FOUND;
+    return place;
+}
+
+Place PlaceOf(std::string_view name)
+{
+    Place place;
+    // After "\\?\" the name is taken as it stands: dots and blanks at its end count.
+    const bool verbatim = name.starts_with("\\\\?\\");
+    const std::string full = verbatim ? std::string(name.substr(4)) : FullPath(name);
+    if (full.starts_with("\\\\.\\"))
+        return PlaceOfDevice(std::string_view(full).substr(4));
+    if (full.size() < 3 || full[1] != ':') {
+        place.error = ERROR_PATH_NOT_FOUND;
+        return place;
+    }
+
+    place.parts = SplitAtBackslashes(std::string_view(full).substr(2));
+    place.endsInSlash = full.size() > 3 && full.back() == '\\';
+    switch (full[0]) {
+    case 'C':
+    case 'c':
+        place.root = DriveCFolder();
+        break;
+    case 'Z':
+    case 'z':
+        break;
+    default:
+        place.error = place.parts.size() == 1 ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
+    }
+    return place;
+}
+
+// Why a part that does not exist cannot be made; 0 when it can.
+DWORD FaultOfName(std::string_view part)
+{
+    for (const char letter : part)
+        if (static_cast<unsigned char>(letter) < 0x20 || std::string_view("\"<>|*?").find(letter) != std::string_view::npos)
+            return ERROR_INVALID_NAME;
+    return 0;
+}
+
+bool Exists(const std::string& native, struct stat& status)
+{
+    return stat(native.c_str(), &status) == 0 || lstat(native.c_str(), &status) == 0;
+}
+
+// The entry of folder that part means with another spelling, or empty.
+std::string OtherSpelling(const std::string& folder, const std::string& part)
+{
+    const std::vector<std::string> entries = FolderEntries(folder);
+    for (const std::string& entry : entries)
+        if (EqualNames(entry, part))
+            return entry;
+    if (part.find('~') == std::string::npos || !IsShortName(part))
+        return {};
+
+    const ShortNames names(entries);
+    for (const std::string& entry : entries)
+        if (EqualNames(names.Of(entry), part))
+            return entry;
+    return {};
+}
+
+// Looks the parts up one by one.
+void Walk(const Place& place, ResolvedPath& result)
+{
+    std::string path = place.root;
+    for (std::size_t i = 0; i < place.parts.size(); ++i) {
+        const std::string& part = place.parts[i];
+        const bool last = i + 1 == place.parts.size();
+        struct stat status;
+        std::string next = path + '/' + part;
+        if (!Exists(next, status)) {
+            const int cause = errno;
+            const std::string spelling = cause == ENOENT ? OtherSpelling(path.empty() ? "/" : path, part) : std::string();
+            if (spelling.empty()) {
+                result.native = next;
+                const DWORD fault = FaultOfName(part);
+                result.error = fault             ? fault
+                               : cause != ENOENT ? ErrorFromErrno(cause)
+                               : last            ? DWORD{ERROR_FILE_NOT_FOUND}
+                                                 : DWORD{ERROR_PATH_NOT_FOUND};
+                return;
+            }
+            next = path + '/' + spelling;
+            if (!Exists(next, status)) {
+                result.native = next;
+                result.error = last ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
+                return;
+            }
+        }
+        path = std::move(next);
+        if (last)
+            result.isFolder = S_ISDIR(status.st_mode);
+    }
+    result.native = path;
+    result.exists = true;
+}
+
+template <class Unit>
+DWORD Store(const Unit* text, std::size_t length, Unit* buffer, DWORD size)
+{
+    if (length >= size || !buffer)
+        return static_cast<DWORD>(length + 1);
+    std::copy_n(text, length, buffer);
+    buffer[length] = 0;
+    return static_cast<DWORD>(length);
+}
+
+}  // namespace
+
+std::vector<std::string> SplitAtBackslashes(std::string_view text)
+{
+    std::vector<std::string> parts;
+    while (!text.empty()) {
+        const std::size_t slash = text.find('\\');
+        if (slash != 0)
+            parts.emplace_back(text.substr(0, slash));
+        text.remove_prefix(slash == std::string_view::npos ? text.size() : slash + 1);
+    }
+    return parts;
+}
+
+ResolvedPath Resolve(std::string_view name)
+{
+    const Place place = PlaceOf(name);
+    ResolvedPath result;
+    result.namesFolder = place.endsInSlash;
+    result.isDevice = place.isDevice;
+    result.error = place.error;
+    if (place.error)
+        return result;
+
+    result.native = place.root;
+    for (const std::string& part : place.parts)
+        result.native += '/' + part;
+    if (result.native.empty())
+        result.native = "/";
+
+    struct stat status;
+    if (stat(result.native.c_str(), &status) == 0) {
+        result.exists = true;
+        result.isFolder = S_ISDIR(status.st_mode);
+    } else {
+        Walk(place, result);
+    }
+    return result;
+}
+
+std::optional<std::string> ToNative(std::string_view name)
+{
+    ResolvedPath path = Resolve(name);
+    if (path.exists && path.namesFolder && !path.isFolder)
+        path.error = ERROR_PATH_NOT_FOUND;
+    if (path.error)
+        return Fail(path.error, std::nullopt);
+    return std::move(path.native);
+}
+
+std::optional<std::string> ToNativeFolder(std::string_view name)
+{
+    ResolvedPath path = Resolve(name);
+    if (path.exists && !path.isFolder)
+        path.error = ERROR_DIRECTORY;
+    if (path.error)
+        return Fail(path.error, std::nullopt);
+    return std::move(path.native);
+}
+
+std::vector<std::string> FolderEntries(const std::string& native)
+{
+    std::vector<std::string> entries;
+    DIR* const folder = opendir(native.c_str());
+    if (!folder)
+        return entries;
+
+    while (const dirent* entry = readdir(folder))
+        if (std::strcmp(entry->d_name, ".") != 0 && std::strcmp(entry->d_name, "..") != 0)
+            entries.emplace_back(entry->d_name);
+    closedir(folder);
+    std::sort(entries.begin(), entries.end());
+    return entries;
+}
+
+bool EqualNames(std::string_view left, std::string_view right)
+{
+    for (std::size_t i = 0;; ++i) {
+        if (i == left.size() || i == right.size())
+            return left.size() == right.size();
+        if ((left[i] | right[i]) & 0x80)
+            return CompareNames(WideName(left), WideName(right)) == 0;
+        if (UpperUnit(static_cast<char16_t>(left[i])) != UpperUnit(static_cast<char16_t>(right[i])))
+            return false;
+    }
+}
+
+int OrderOfNames(std::string_view left, std::string_view right)
+{
+    const int order = CompareNames(WideName(left), WideName(right));
+    return order != 0 ? order : left.compare(right);
+}
+
+DWORD StoreName(std::string_view text, LPSTR buffer, DWORD size)
+{
+    return Store(text.data(), text.size(), buffer, size);
+}
+
+DWORD StoreName(std::string_view text, LPWSTR buffer, DWORD size)
+{
+    const std::u16string wide = WideName(text);
+    return Store(reinterpret_cast<const WCHAR*>(wide.data()), wide.size(), buffer, size);
+}
+
+}  // namespace kelgen::posix
