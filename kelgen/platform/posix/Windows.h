@@ -7,6 +7,7 @@
 #include <kelgen/platform/posix/base/Types.h>
 #include <kelgen/platform/posix/kernel/Kernel.h>
 #include <kelgen/platform/posix/nls/Nls.h>
+#include <kelgen/platform/posix/ole/Ole.h>
 #include <kelgen/platform/posix/registry/PrivateProfile.h>
 #include <kelgen/platform/posix/registry/Registry.h>
 #include <kelgen/platform/posix/resources/Resources.h>
