@@ -178,8 +178,10 @@ void CodePage::BuildCodes(CodePageConverter& converter)
             add(static_cast<WORD>(byte), m_bytes[byte]);
     }
     for (unsigned at = 0; at < m_pairs.size(); ++at) {
-        if (m_pairs[at] != kUndefined)
-            add(static_cast<WORD>(0x8000 | at), m_pairs[at]);
+        if (m_pairs[at] == kUndefined)
+            continue;
+        add(static_cast<WORD>(0x8000 | at), m_pairs[at]);
+        m_isTrail[at & 0xFF] = true;
     }
     std::replace(m_pairs.begin(), m_pairs.end(), kUndefined, m_unknown);
     for (const WCHAR unit : ambiguous) {

@@ -9,9 +9,10 @@
 #define _MB_CP_ANSI (-3)
 #define _MB_CP_LOCALE (-4)
 
-/// The process's multibyte code page: the ANSI page unless _setmbcp changed it; 0 for none.
+/// The process's multibyte code page: the ANSI page unless _setmbcp changed it.
 KELGEN_PLATFORM_API int _getmbcp();
 /// Makes @p page, or one of the _MB_CP_ values, the multibyte code page. 0; -1 for a page that does not exist, changing nothing.
+/// By contract: _MB_CP_SBCS, and _MB_CP_LOCALE in the C locale, stand for page 20127.
 /// Threads: the page is the process's; others see the change.
 KELGEN_PLATFORM_API int _setmbcp(int page);
 
@@ -49,7 +50,8 @@ KELGEN_PLATFORM_API unsigned char* _mbsdec(const unsigned char* start, const uns
 
 /// -1, 0 or 1 by character value.
 KELGEN_PLATFORM_API int _mbscmp(const unsigned char* left, const unsigned char* right);
-/// The difference of the first two lower-cased characters that differ; 0 when none do.
+/// Negative, 0 or positive by lower-cased character value. By contract: in a single-byte page this is _stricmp, so only A to Z fold
+/// in the C locale.
 KELGEN_PLATFORM_API int _mbsicmp(const unsigned char* left, const unsigned char* right);
 /// The first occurrence of @p character (the terminator included), or null; never the second half of a character.
 KELGEN_PLATFORM_API unsigned char* _mbschr(const unsigned char* text, unsigned int character);
@@ -66,9 +68,9 @@ KELGEN_PLATFORM_API std::size_t _mbscspn(const unsigned char* text, const unsign
 /// Copies at most @p count bytes and fills the rest of them with 0; a source as long as @p count leaves no terminator, and a
 /// character that would be cut in two becomes a 0.
 KELGEN_PLATFORM_API unsigned char* _mbsnbcpy(unsigned char* target, const unsigned char* source, std::size_t count);
-/// Upper-cases in place and returns @p text.
+/// Upper-cases in place and returns @p text. By contract: in a single-byte page this is _strupr.
 KELGEN_PLATFORM_API unsigned char* _mbsupr(unsigned char* text);
-/// Lower-cases in place and returns @p text.
+/// Lower-cases in place and returns @p text. By contract: in a single-byte page this is _strlwr.
 KELGEN_PLATFORM_API unsigned char* _mbslwr(unsigned char* text);
 /// Reverses the characters in place and returns @p text.
 KELGEN_PLATFORM_API unsigned char* _mbsrev(unsigned char* text);

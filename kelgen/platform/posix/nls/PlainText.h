@@ -16,21 +16,21 @@
 #define CSTR_EQUAL 2
 #define CSTR_GREATER_THAN 3
 
-/// Bytes before the terminator; 0 for null.
+/// Bytes before the terminator; 0 with ERROR_INVALID_PARAMETER for null.
 KELGEN_PLATFORM_API int lstrlenA(LPCSTR text);
 /// Units before the terminator; 0 with ERROR_INVALID_PARAMETER for null.
 KELGEN_PLATFORM_API int lstrlenW(LPCWSTR text);
-/// Copies @p source with its terminator and returns @p target; null when either is null.
+/// Copies @p source with its terminator and returns @p target; null with ERROR_INVALID_PARAMETER when either is null.
 KELGEN_PLATFORM_API LPSTR lstrcpyA(LPSTR target, LPCSTR source);
-/// Copies @p source with its terminator and returns @p target; null when either is null.
+/// Copies @p source with its terminator and returns @p target; null with ERROR_INVALID_PARAMETER when either is null.
 KELGEN_PLATFORM_API LPWSTR lstrcpyW(LPWSTR target, LPCWSTR source);
-/// Copies at most @p capacity - 1 bytes, always terminates, and returns @p target; null when either is null.
+/// Copies at most @p capacity - 1 bytes, always terminates, and returns @p target; null with ERROR_INVALID_PARAMETER when either is null.
 KELGEN_PLATFORM_API LPSTR lstrcpynA(LPSTR target, LPCSTR source, int capacity);
-/// Copies at most @p capacity - 1 units, always terminates, and returns @p target; null when either is null.
+/// Copies at most @p capacity - 1 units, always terminates, and returns @p target; null with ERROR_INVALID_PARAMETER when either is null.
 KELGEN_PLATFORM_API LPWSTR lstrcpynW(LPWSTR target, LPCWSTR source, int capacity);
-/// Appends @p source and returns @p target; null when either is null.
+/// Appends @p source and returns @p target; null with ERROR_INVALID_PARAMETER when either is null.
 KELGEN_PLATFORM_API LPSTR lstrcatA(LPSTR target, LPCSTR source);
-/// Appends @p source and returns @p target; null when either is null.
+/// Appends @p source and returns @p target; null with ERROR_INVALID_PARAMETER when either is null.
 KELGEN_PLATFORM_API LPWSTR lstrcatW(LPWSTR target, LPCWSTR source);
 
 /// -1, 0 or 1 by CompareStringA in the thread's locale; null is less than any text.

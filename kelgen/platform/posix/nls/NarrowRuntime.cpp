@@ -1,0 +1,127 @@
+// NarrowRuntime.cpp: narrow comparison, case and numbers.
+#include <kelgen/platform/posix/nls/NarrowRuntime.h>
+
+#include <kelgen/platform/posix/nls/NumberText.h>
+#include <kelgen/platform/posix/nls/RuntimeLocale.h>
+
+#include <algorithm>
+#include <cctype>
+#include <limits>
+#include <string>
+
+using namespace kelgen::posix;
+
+namespace {
+
+int Lower(char byte)
+{
+    return std::tolower(static_cast<unsigned char>(byte));
+}
+
+char LowerByte(char byte)
+{
+    return static_cast<char>(Lower(byte));
+}
+
+char UpperByte(char byte)
+{
+    return static_cast<char>(std::toupper(static_cast<unsigned char>(byte)));
+}
+
+// Compares at most @p count bytes, up to the terminators when @p isText.
+int Compare(const char* left, const char* right, std::size_t count, bool isText)
+{
+    for (std::size_t at = 0; at < count; ++at) {
+        const int difference = Lower(left[at]) - Lower(right[at]);
+        if (difference != 0 || (isText && left[at] == 0))
+            return difference;
+    }
+    return 0;
+}
+
+} // namespace
+
+int _stricmp(const char* left, const char* right)
+{
+    return Compare(left, right, std::numeric_limits<std::size_t>::max(), true);
+}
+
+int _strnicmp(const char* left, const char* right, std::size_t count)
+{
+    return Compare(left, right, count, true);
+}
+
+int _stricoll(const char* left, const char* right)
+{
+    if (IsPlainLocale(LC_COLLATE))
+        return _stricmp(left, right);
+
+    std::string lowerLeft(left);
+    std::string lowerRight(right);
+    std::transform(lowerLeft.begin(), lowerLeft.end(), lowerLeft.begin(), LowerByte);
+    std::transform(lowerRight.begin(), lowerRight.end(), lowerRight.begin(), LowerByte);
+    return std::strcoll(lowerLeft.c_str(), lowerRight.c_str());
+}
+
+int _memicmp(const void* left, const void* right, std::size_t count)
+{
+    return Compare(static_cast<const char*>(left), static_cast<const char*>(right), count, false);
+}
+
+char* _strupr(char* text)
+{
+    std::transform(text, text + std::strlen(text), text, UpperByte);
+    return text;
+}
+
+char* _strlwr(char* text)
+{
+    std::transform(text, text + std::strlen(text), text, LowerByte);
+    return text;
+}
+
+char* _strrev(char* text)
+{
+    std::reverse(text, text + std::strlen(text));
+    return text;
+}
+
+char* _strdup(const char* text)
+{
+    if (!text)
+        return nullptr;
+
+    const std::size_t size = std::strlen(text) + 1;
+    void* copy = std::malloc(size);
+    return copy ? static_cast<char*>(std::memcpy(copy, text, size)) : nullptr;
+}
+
+char* _itoa(int value, char* text, int base)
+{
+    return SpellSigned(value, text, base);
+}
+
+char* _ltoa(LONG value, char* text, int base)
+{
+    return SpellSigned(value, text, base);
+}
+
+char* _ultoa(ULONG value, char* text, int base)
+{
+    return SpellNumber(value, false, text, base);
+}
+
+char* _i64toa(LONGLONG value, char* text, int base)
+{
+    return SpellSigned(value, text, base);
+}
+
+char* _ui64toa(ULONGLONG value, char* text, int base)
+{
+    return SpellNumber(value, false, text, base);
+}
+
+LONGLONG _atoi64(const char* text)
+{
+    return std::strtoll(text, nullptr, 10);
+}
