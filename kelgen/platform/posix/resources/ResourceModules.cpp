@@ -56,4 +56,17 @@ std::vector<std::shared_ptr<const ResourceTable>> ResourcesOf(const void* module
     return tables;
 }
 
+const ResourceEntry* RegisteredEntry(const void* entry)
+{
+    const auto address = reinterpret_cast<std::uintptr_t>(entry);
+    const std::lock_guard lock(All().mutex);
+    for (const Registration& registration : All().list) {
+        const auto& entries = registration.table->Entries();
+        const std::uintptr_t offset = address - reinterpret_cast<std::uintptr_t>(entries.data());
+        if (offset < entries.size() * sizeof(ResourceEntry) && offset % sizeof(ResourceEntry) == 0)
+            return &entries[offset / sizeof(ResourceEntry)];
+    }
+    return nullptr;
+}
+
 }  // namespace kelgen::posix

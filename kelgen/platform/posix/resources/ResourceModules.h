@@ -10,6 +10,7 @@
 namespace kelgen::posix {
 
 class ResourceTable;
+struct ResourceEntry;
 
 /// Makes compiled resources part of a module while it lives; the sources that kelgen_add_resources generates hold one each.
 /// Threads: any.
@@ -30,5 +31,8 @@ private:
 
 /// The resources that are registered under @p module, in the order of registration.
 std::vector<std::shared_ptr<const ResourceTable>> ResourcesOf(const void* module);
+
+/// @p entry when it is one of any registered resources, else null.
+const ResourceEntry* RegisteredEntry(const void* entry);
 
 }  // namespace kelgen::posix

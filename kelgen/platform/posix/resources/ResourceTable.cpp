@@ -91,7 +91,21 @@ bool IsFileMarker(const ResourceEntry& entry)
     return entry.data.empty() && entry.type == ResourceKey() && entry.name == ResourceKey();
 }
 
+std::strong_ordering OrderOfNames(const ResourceEntry& left, const ResourceEntry& right)
+{
+    if (const auto order = left.type <=> right.type; order != 0)
+        return order;
+    return left.name <=> right.name;
+}
+
 }  // namespace
+
+std::strong_ordering ResourceKey::operator<=>(const ResourceKey& other) const
+{
+    if (text.empty() != other.text.empty())
+        return text.empty() ? std::strong_ordering::greater : std::strong_ordering::less;
+    return text.empty() ? number <=> other.number : text <=> other.text;
+}
 
 std::u16string ResourceText(std::u16string text)
 {
@@ -106,8 +120,8 @@ ResourceTable::ResourceTable(std::span<const BYTE> bytes)
         Reader sizes(bytes);
         const std::size_t dataSize = sizes.DoubleWord();
         const std::size_t headerSize = sizes.DoubleWord();
-        if (headerSize < kSizes || headerSize > bytes.size() || dataSize > bytes.size() - headerSize)
-            return;
+        if (headerSize < kSizes || headerSize % kAlignment != 0 || headerSize > bytes.size() || dataSize > bytes.size() - headerSize)
+            break;
 
         auto entry = ParseHeader(bytes.subspan(kSizes, headerSize - kSizes));
         if (entry) {
@@ -117,6 +131,36 @@ ResourceTable::ResourceTable(std::span<const BYTE> bytes)
         }
         const std::size_t end = (headerSize + dataSize + kAlignment - 1) / kAlignment * kAlignment;
         bytes = bytes.subspan(std::min(end, bytes.size()));
+    }
+    std::ranges::stable_sort(m_entries, [](const ResourceEntry& left, const ResourceEntry& right) {
+        const auto order = OrderOfNames(left, right);
+        return order < 0 || (order == 0 && left.language < right.language);
+    });
+}
+
+std::span<const ResourceEntry> ResourceTable::OfType(const ResourceKey& type) const
+{
+    const auto found = std::ranges::equal_range(m_entries, type, {}, &ResourceEntry::type);
+    return {found.begin(), found.end()};
+}
+
+std::span<const ResourceEntry> ResourceTable::OfName(const ResourceKey& type, const ResourceKey& name) const
+{
+    const auto entries = OfType(type);
+    const auto found = std::ranges::equal_range(entries, name, {}, &ResourceEntry::name);
+    return {found.begin(), found.end()};
+}
+
+std::u16string_view StringInBlock(std::span<const BYTE> block, unsigned index)
+{
+    for (;; --index) {
+        Reader reader(block);
+        const std::size_t bytes = reader.Word() * sizeof(char16_t);
+        if (!reader.Good() || block.size() - 2 < bytes)
+            return {};
+        if (index == 0)
+            return {reinterpret_cast<const char16_t*>(block.data() + 2), bytes / sizeof(char16_t)};
+        block = block.subspan(2 + bytes);
     }
 }
 

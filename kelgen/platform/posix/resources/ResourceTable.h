@@ -4,9 +4,11 @@
 #include <kelgen/platform/Export.h>
 #include <kelgen/platform/posix/base/Types.h>
 
+#include <compare>
 #include <cstddef>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace kelgen::posix {
@@ -18,6 +20,8 @@ struct ResourceKey
     WORD number = 0;
 
     bool operator==(const ResourceKey&) const = default;
+    /// Texts by their units, then numbers.
+    std::strong_ordering operator<=>(const ResourceKey& other) const;
 };
 
 /// One resource. Its data lies in the bytes that were parsed.
@@ -32,7 +36,7 @@ struct ResourceEntry
 /// A text as resource keys keep it: letters in upper case.
 std::u16string ResourceText(std::u16string text);
 
-/// What a .res file holds, in its order.
+/// What a .res file holds, ordered by type, name and language.
 /// Source: the RESOURCEHEADER format: data size, header size, type, name, version, flags, language, version, characteristics, data;
 /// every header and all data start at a multiple of 4.
 class KELGEN_PLATFORM_API ResourceTable
@@ -44,8 +48,16 @@ public:
 
     const std::vector<ResourceEntry>& Entries() const { return m_entries; }
 
+    /// The entries of that type, and of that type and name.
+    std::span<const ResourceEntry> OfType(const ResourceKey& type) const;
+    std::span<const ResourceEntry> OfName(const ResourceKey& type, const ResourceKey& name) const;
+
 private:
     std::vector<ResourceEntry> m_entries;
 };
+
+/// The text number @p index of a string block: sixteen texts, each a count and that many units. Empty when the block ends before it.
+/// The units lie in @p block, at an even offset.
+KELGEN_PLATFORM_API std::u16string_view StringInBlock(std::span<const BYTE> block, unsigned index);
 
 }  // namespace kelgen::posix

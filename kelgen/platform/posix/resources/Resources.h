@@ -3,6 +3,7 @@
 
 #include <kelgen/platform/Export.h>
 #include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/nls/Locale.h>
 
 // Numbers of the standard types.
 #define RT_CURSOR MAKEINTRESOURCEA(1)
@@ -23,19 +24,9 @@
 #define RT_HTML MAKEINTRESOURCEA(23)
 #define RT_MANIFEST MAKEINTRESOURCEA(24)
 
-#ifndef MAKELANGID
-#define MAKELANGID(primary, sub) (static_cast<WORD>((static_cast<WORD>(sub) << 10) | static_cast<WORD>(primary)))
-#define PRIMARYLANGID(language) (static_cast<WORD>(static_cast<WORD>(language) & 0x3FF))
-#define SUBLANGID(language) (static_cast<WORD>(static_cast<WORD>(language) >> 10))
-#endif
-#ifndef LANG_NEUTRAL
-#define LANG_NEUTRAL 0x00
+#ifndef LANG_GERMAN
 #define LANG_GERMAN 0x07
-#define LANG_ENGLISH 0x09
 #define LANG_FRENCH 0x0C
-#define SUBLANG_NEUTRAL 0x00
-#define SUBLANG_DEFAULT 0x01
-#define SUBLANG_SYS_DEFAULT 0x02
 #endif
 
 using ENUMRESTYPEPROCA = BOOL (*)(HMODULE module, LPSTR type, LONG_PTR parameter);
@@ -46,14 +37,14 @@ using ENUMRESLANGPROCA = BOOL (*)(HMODULE module, LPCSTR type, LPCSTR name, WORD
 // and types are texts (case does not count), numbers (MAKEINTRESOURCEA) or texts such as "#123" for the number.
 // Threads: any. What a find returns stays valid while its module is loaded.
 
-/// The resource of that type and name in the thread's language, else in neutral, then English, then any language. Null and the
-/// last error when it is missing: ERROR_RESOURCE_DATA_NOT_FOUND (the module has no resources), ERROR_RESOURCE_TYPE_NOT_FOUND,
-/// ERROR_RESOURCE_NAME_NOT_FOUND.
+/// The resource of that type and name in neutral language, else in the thread's, then English, then the lowest language number.
+/// Null and the last error when it is missing: ERROR_RESOURCE_DATA_NOT_FOUND (the module has no resources),
+/// ERROR_RESOURCE_TYPE_NOT_FOUND, ERROR_RESOURCE_NAME_NOT_FOUND; ERROR_INVALID_PARAMETER for "#number" that is not 0 to 65535.
 KELGEN_PLATFORM_API HRSRC FindResourceA(HMODULE module, LPCSTR name, LPCSTR type);
 KELGEN_PLATFORM_API HRSRC FindResourceW(HMODULE module, LPCWSTR name, LPCWSTR type);
 
-/// As FindResourceA in exactly @p language; language 0 looks as FindResourceA does. Null and ERROR_RESOURCE_LANG_NOT_FOUND when
-/// the resource exists in other languages only. Note the order: type before name.
+/// As FindResourceA in @p language, its primary language or neutral; a neutral @p language looks as FindResourceA does. Null and
+/// ERROR_RESOURCE_LANG_NOT_FOUND when the resource exists in other languages only. Note the order: type before name.
 KELGEN_PLATFORM_API HRSRC FindResourceExA(HMODULE module, LPCSTR type, LPCSTR name, WORD language);
 KELGEN_PLATFORM_API HRSRC FindResourceExW(HMODULE module, LPCWSTR type, LPCWSTR name, WORD language);
 
@@ -69,12 +60,12 @@ KELGEN_PLATFORM_API DWORD SizeofResource(HMODULE module, HRSRC resource);
 /// Does nothing and returns FALSE: data stays until its module is unloaded.
 KELGEN_PLATFORM_API BOOL FreeResource(HGLOBAL data);
 
-/// Copies the string number @p id to @p buffer, cut to @p size - 1 units and terminated, and returns the copied length. 0 and
-/// ERROR_RESOURCE_NAME_NOT_FOUND with the buffer unchanged when there is no block for it; an id without text in its block reads
-/// as "". The narrow form converts to the ANSI code page.
+/// Copies the string number @p id to @p buffer in the ANSI code page, cut to @p size - 1 bytes (whole characters) and terminated,
+/// and returns the copied length. 0, "" and ERROR_RESOURCE_NAME_NOT_FOUND when there is no block for it; an id without text in its
+/// block reads as "". -1 for a size of 0 or less.
 KELGEN_PLATFORM_API int LoadStringA(HINSTANCE module, UINT id, LPSTR buffer, int size);
 
-/// As LoadStringA. By contract: with @p size 0 the buffer is taken as a `const WCHAR**` that receives the address of the text in
+/// As LoadStringA in 16-bit units; a missing block leaves the buffer as it is. By contract: with @p size 0 the buffer is taken as a `const WCHAR**` that receives the address of the text in
 /// the module, which is not terminated, and the result is its whole length.
 KELGEN_PLATFORM_API int LoadStringW(HINSTANCE module, UINT id, LPWSTR buffer, int size);
 
