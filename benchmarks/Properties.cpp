@@ -29,7 +29,7 @@ public:
     long sum = 0;
 
 protected:
-    void OnPropertyValueChange(gen::CPropertySet*, gen::CProperty* property) override { sum += property->value.GetValueInteger(); }
+    void OnPropertyValueChange(gen::CPropertySet*, gen::CProperty* property) override { sum += property->GetValue().GetValueInteger(); }
 };
 
 void SetNotify(State& st)
@@ -40,7 +40,7 @@ void SetNotify(State& st)
     std::deque<Listener> listeners(static_cast<std::size_t>(st.range(0)));
     for (Listener& listener : listeners)
         set.AddListener(&listener);
-    gen::CPropertyValue& value = set.PropertyAt(0).value;
+    gen::CPropertyValue& value = set.PropertyAt(0).GetValue();
     int v = 0;
     for (auto _ : st)
         value.SetValueInteger(++v);

@@ -2,7 +2,7 @@
 #include "SettingsOperations.h"
 
 #include <kelgen/persistence/IniFile.h>
-#include <kelgen/persistence/Registry.h>
+#include <kelgen/persistence/RegistryPropertyExchange.h>
 #include <kelgen/property/PropertySet.h>
 
 using namespace bench;
@@ -44,13 +44,13 @@ struct Settings
         HKEY made = nullptr;
         RegCreateKeyA(HKEY_CURRENT_USER, "Software\\kelgen-bench", &made);
         RegCloseKey(made);
-        exchange.m_pPropertySet = &set;
-        exchange.m_key.OpenKey(HKEY_CURRENT_USER, "Software\\kelgen-bench");
+        exchange.propertySet = &set;
+        exchange.key.OpenKey(HKEY_CURRENT_USER, "Software\\kelgen-bench");
     }
     void Change(int n)
     {
         for (int i = 0; i < 100; ++i)
-            set.PropertyAt(i).value.SetValueInteger(n + i);
+            set.PropertyAt(i).GetValue().SetValueInteger(n + i);
     }
 };
 
@@ -72,7 +72,7 @@ void ReadRegistry(State& st)
     settings.Change(0);
     for (auto _ : st)
         settings.exchange.Load();
-    require(settings.set.PropertyAt(99).value.GetValueInteger() == 104, "CRegistryPropertyExchange");
+    require(settings.set.PropertyAt(99).GetValue().GetValueInteger() == 104, "CRegistryPropertyExchange");
 }
 
 BENCHMARK(ParseIni)->Name("Settings/ParseIni10000/kelgen");

@@ -1,12 +1,15 @@
-// Export.h: how a symbol leaves or enters a shared library on each target.
+// Export.h: how a symbol leaves or enters a shared library on each target. KELGEN_MODULE_LOCAL marks inline functions of which
+// every program and library has its own.
 #pragma once
 
 #ifdef _WIN32
 #define KELGEN_EXPORT_SYMBOL __declspec(dllexport)
 #define KELGEN_IMPORT_SYMBOL __declspec(dllimport)
+#define KELGEN_MODULE_LOCAL
 #else
 #define KELGEN_EXPORT_SYMBOL __attribute__((visibility("default")))
 #define KELGEN_IMPORT_SYMBOL __attribute__((visibility("default")))
+#define KELGEN_MODULE_LOCAL __attribute__((visibility("hidden")))
 #endif
 
 #ifdef KELGEN_PLATFORM_BUILDING

@@ -62,7 +62,7 @@ using LSTATUS = LONG;
 // All calls return an error code (ERROR_SUCCESS when they succeed) and leave the last error alone. Common to all of them:
 // ERROR_INVALID_HANDLE for a key that is closed, null or forged; ERROR_KEY_DELETED when somebody deleted it;
 // ERROR_ACCESS_DENIED when it was opened without the right that the call needs. Names ignore case: ASCII, Latin-1, Greek and
-// Cyrillic letters. A key's name has at most 255 units, a value's 16383; longer ones fail with ERROR_INVALID_PARAMETER.
+// Cyrillic letters. A key's name has at most 255 units (ERROR_MORE_DATA), a value's 16383 (ERROR_INVALID_PARAMETER).
 // Narrow names and texts are in the ANSI code page; text data (REG_SZ, REG_EXPAND_SZ, REG_MULTI_SZ) is kept as 16-bit text and
 // converted by the narrow forms.
 // Threads: any, also several processes at once: a value is the old or the new one, never a part.
@@ -93,7 +93,8 @@ KELGEN_PLATFORM_API LSTATUS RegCloseKey(HKEY key);
 
 /// Reads the value @p name (null or "": the default value); ERROR_FILE_NOT_FOUND when there is none. @p type and @p size (in
 /// bytes) become the data's. @p data may be null: only type and size are asked. A buffer that is too small gives ERROR_MORE_DATA
-/// with the needed size and stays as it is. ERROR_INVALID_PARAMETER for @p data without @p size.
+/// with the needed size and stays as it is. ERROR_INVALID_PARAMETER for @p data without @p size. By contract: the size of a value
+/// that does not exist becomes 0 when only asked for.
 KELGEN_PLATFORM_API LSTATUS RegQueryValueExA(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size);
 KELGEN_PLATFORM_API LSTATUS RegQueryValueExW(HKEY key, LPCWSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size);
 

@@ -1,0 +1,62 @@
+// WinApp.h: the application object: its names, and its profile in the registry or an initialization file.
+#pragma once
+
+#include <kelgen/framework/String.h>
+#include <kelgen/framework/WinThread.h>
+
+/// Prepares the framework for the program; the program's main function calls it once, before all else. Takes the instance handle
+/// over into the module state and, when there is an application object, sets its handles and names. TRUE.
+KELGEN_FRAMEWORK_API BOOL AfxWinInit(HINSTANCE instance, HINSTANCE previousInstance, LPSTR commandLine, int showCommand);
+
+/// The one application object of a module. Its constructor makes it the module's (AfxGetApp) and the calling thread's.
+///
+/// Profile values are named by section and entry. They lie in the registry once SetRegistryKey was called, below
+/// HKEY_CURRENT_USER\Software\<registry key>\<profile name>\<section>, else in the initialization file m_pszProfileName. A file
+/// name without a folder means the Windows folder.
+class KELGEN_FRAMEWORK_API CWinApp : public CWinThread
+{
+    DECLARE_DYNAMIC(CWinApp)
+
+public:
+    /// Without a name, AfxWinInit takes string resource 0xE000 or, failing that, the program's file name.
+    explicit CWinApp(LPCSTR appName = nullptr);
+    ~CWinApp() override;
+
+    /// Keeps the profile in the registry from now on; the profile's name becomes the application's.
+    void SetRegistryKey(LPCSTR registryKey);
+    /// The text of a string resource. Throws: CInvalidArgException when there is none.
+    void SetRegistryKey(UINT registryKeyId);
+
+    /// The number, or @p fallback when there is none.
+    UINT GetProfileInt(LPCSTR section, LPCSTR entry, int fallback);
+    /// FALSE when it cannot be written; so do the other writers.
+    BOOL WriteProfileInt(LPCSTR section, LPCSTR entry, int value);
+    /// The text, or @p fallback (null: "") when there is none.
+    CString GetProfileString(LPCSTR section, LPCSTR entry, LPCSTR fallback = nullptr);
+    /// A null @p value removes the entry, a null @p entry the section.
+    BOOL WriteProfileString(LPCSTR section, LPCSTR entry, LPCSTR value);
+    /// The bytes in a new array that the caller frees with delete[]. FALSE, null and 0 when there are none.
+    /// By contract: an initialization file holds two letters a byte, 'A' plus the low and then the high four bits.
+    BOOL GetProfileBinary(LPCSTR section, LPCSTR entry, BYTE** data, UINT* size);
+    BOOL WriteProfileBinary(LPCSTR section, LPCSTR entry, BYTE* data, UINT size);
+
+    /// The key of the application's profile, made when missing, for the caller to close; null when that fails.
+    HKEY GetAppRegistryKey();
+    /// The key of a section, as GetAppRegistryKey.
+    HKEY GetSectionKey(LPCSTR section);
+    /// Removes the key @p keyName with all below it. An error code; ERROR_INVALID_PARAMETER for an empty name.
+    LONG DelRegTree(HKEY parent, const CString& keyName);
+
+    /// Fills what has no value yet: instance handle, names of program, application, help file and profile.
+    void SetCurrentHandles();
+
+    HINSTANCE m_hInstance = nullptr;
+    LPSTR m_lpCmdLine = nullptr;
+    int m_nCmdShow = -1;
+    // Names may be replaced by others from _strdup; the old ones are freed with free, as these are at the end.
+    LPCSTR m_pszAppName;
+    LPCSTR m_pszRegistryKey = nullptr;
+    LPCSTR m_pszExeName = nullptr;      ///< The program's file name without folder and extension.
+    LPCSTR m_pszHelpFilePath = nullptr; ///< The program's path with ".HLP" as extension.
+    LPCSTR m_pszProfileName = nullptr;  ///< The program's name with ".INI", until SetRegistryKey.
+};

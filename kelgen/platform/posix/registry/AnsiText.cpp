@@ -1,0 +1,35 @@
+// AnsiText.cpp: conversion by the platform's code pages, past them where the text is ASCII.
+#include <kelgen/platform/posix/registry/AnsiText.h>
+
+#include <kelgen/platform/posix/nls/CodePages.h>
+
+#include <algorithm>
+
+namespace kelgen::posix {
+
+std::u16string WideText(std::string_view text)
+{
+    if (std::ranges::all_of(text, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; }))
+        return {text.begin(), text.end()};
+
+    const int length = static_cast<int>(text.size());
+    std::u16string wide(text.size(), u'\0');
+    const int units = MultiByteToWideChar(CP_ACP, 0, text.data(), length, reinterpret_cast<LPWSTR>(wide.data()), length);
+    wide.resize(static_cast<std::size_t>(std::max(units, 0)));
+    return wide;
+}
+
+std::string AnsiText(std::u16string_view text)
+{
+    if (std::ranges::all_of(text, [](char16_t unit) { return unit < 0x80; }))
+        return {text.begin(), text.end()};
+
+    const auto* units = reinterpret_cast<LPCWSTR>(text.data());
+    const int length = static_cast<int>(text.size());
+    const int size = WideCharToMultiByte(CP_ACP, 0, units, length, nullptr, 0, nullptr, nullptr);
+    std::string narrow(static_cast<std::size_t>(std::max(size, 0)), '\0');
+    WideCharToMultiByte(CP_ACP, 0, units, length, narrow.data(), size, nullptr, nullptr);
+    return narrow;
+}
+
+}  // namespace kelgen::posix

@@ -1,0 +1,124 @@
+// Folders.cpp: opens, walks and removes the registry's folders.
+#include <kelgen/platform/posix/registry/Folders.h>
+
+#include <kelgen/platform/posix/registry/StoredNames.h>
+#include <kelgen/platform/posix/registry/ValueFile.h>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <array>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+namespace kelgen::posix {
+
+namespace {
+
+struct CloseStream
+{
+    void operator()(DIR* stream) const { closedir(stream); }
+};
+
+bool IsFolder(int parent, const dirent& entry)
+{
+    if (entry.d_type != DT_UNKNOWN)
+        return entry.d_type == DT_DIR;
+    struct stat state;
+    return fstatat(parent, entry.d_name, &state, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(state.st_mode);
+}
+
+}  // namespace
+
+Descriptor OpenFolder(int parent, const std::string& name)
+{
+    return Descriptor(openat(parent, name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+}
+
+bool ForEachEntry(int folder, const std::function<void(const std::string& name, bool isFolder)>& visit)
+{
+    Descriptor own = OpenFolder(folder, ".");
+    if (!own)
+        return false;
+    const std::unique_ptr<DIR, CloseStream> stream(fdopendir(own.Get()));
+    if (!stream)
+        return false;
+    own.Release();
+    while (const dirent* entry = readdir(stream.get())) {
+        const std::string name = entry->d_name;
+        if (name != "." && name != "..")
+            visit(name, IsFolder(folder, *entry));
+    }
+    return true;
+}
+
+bool HoldsSubkeys(int folder)
+{
+    bool found = false;
+    ForEachEntry(folder, [&](const std::string& name, bool isFolder) {
+        found = found || (isFolder && !ReadKeyName(folder, name).empty());
+    });
+    return found;
+}
+
+void EmptyFolder(int folder)
+{
+    std::vector<std::string> folders;
+    ForEachEntry(folder, [&](const std::string& name, bool isFolder) {
+        if (isFolder)
+            folders.push_back(name);
+        else if (name != kNameFile)
+            unlinkat(folder, name.c_str(), 0);
+    });
+    for (const std::string& name : folders) {
+        const std::string scratch = ScratchName();
+        if (renameat(folder, name.c_str(), folder, scratch.c_str()) == 0)
+            RemoveTree(folder, scratch);
+    }
+}
+
+void RemoveTree(int parent, const std::string& name)
+{
+    // A process that has the key open may add a file while this runs: empty it again then, but not for ever.
+    constexpr int kAttempts = 100;
+    const Descriptor folder = OpenFolder(parent, name);
+    for (int attempt = 0; folder && attempt < kAttempts; ++attempt) {
+        std::vector<std::string> folders;
+        ForEachEntry(folder.Get(), [&](const std::string& entry, bool isFolder) {
+            if (isFolder)
+                folders.push_back(entry);
+            else
+                unlinkat(folder.Get(), entry.c_str(), 0);
+        });
+        for (const std::string& entry : folders)
+            RemoveTree(folder.Get(), entry);
+        if (unlinkat(parent, name.c_str(), AT_REMOVEDIR) == 0 || errno != ENOTEMPTY)
+            return;
+    }
+}
+
+int WriteNameFile(int folder, std::u16string_view name)
+{
+    std::string bytes(name.size() * sizeof(char16_t), '\0');
+    std::memcpy(bytes.data(), name.data(), bytes.size());
+    return ReplaceFile(folder, kNameFile, bytes);
+}
+
+std::u16string ReadKeyName(int parent, const std::string& fileName)
+{
+    const std::string nameFile = fileName + '/' + kNameFile;
+    const Descriptor file(openat(parent, nameFile.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    if (file) {
+        std::array<char, 1024> bytes;
+        const ssize_t size = read(file.Get(), bytes.data(), bytes.size());
+        std::u16string name(size > 0 ? static_cast<std::size_t>(size) / sizeof(char16_t) : 0, u'\0');
+        std::memcpy(name.data(), bytes.data(), name.size() * sizeof(char16_t));
+        if (!name.empty() && KeyFileName(name) == fileName)
+            return name;
+    }
+    return KeyNameOfFile(fileName).value_or(std::u16string());
+}
+
+}  // namespace kelgen::posix

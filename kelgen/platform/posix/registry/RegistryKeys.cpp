@@ -1,0 +1,174 @@
+// RegistryKeys.cpp: opens, makes, closes, removes and flushes keys.
+#include <kelgen/platform/posix/registry/Registry.h>
+
+#include <kelgen/platform/posix/base/ErrorCodes.h>
+#include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/registry/Folders.h>
+#include <kelgen/platform/posix/registry/KeyStore.h>
+
+#include <fcntl.h>
+
+using namespace kelgen::posix;
+
+namespace {
+
+LSTATUS OpenKey(HKEY handle, std::u16string_view subkey, REGSAM rights, PHKEY result)
+{
+    if (!result)
+        return ERROR_INVALID_PARAMETER;
+    *result = nullptr;
+    const auto key = FindKey(handle);
+    if (!key)
+        return ERROR_INVALID_HANDLE;
+    if (subkey.empty() && IsPredefinedKey(handle)) {
+        *result = handle;
+        return ERROR_SUCCESS;
+    }
+    std::shared_ptr<Key> opened;
+    const LSTATUS status = OpenSubkey(*key, subkey, rights, opened);
+    if (status == ERROR_SUCCESS)
+        *result = static_cast<HKEY>(Handles().Insert(std::move(opened)));
+    return status;
+}
+
+/// The older calls: no subkey gives the same handle.
+LSTATUS OpenKeyOrSame(HKEY handle, std::u16string_view subkey, PHKEY result)
+{
+    if (!result)
+        return ERROR_INVALID_PARAMETER;
+    if (!subkey.empty())
+        return OpenKey(handle, subkey, MAXIMUM_ALLOWED, result);
+    *result = handle;
+    return ERROR_SUCCESS;
+}
+
+LSTATUS CreateKey(HKEY handle, std::u16string_view subkey, DWORD reserved, REGSAM rights, PHKEY result, LPDWORD disposition)
+{
+    if (!result || reserved != 0)
+        return ERROR_INVALID_PARAMETER;
+    *result = nullptr;
+    const auto key = FindKey(handle);
+    if (!key)
+        return ERROR_INVALID_HANDLE;
+    std::shared_ptr<Key> opened;
+    bool made = false;
+    const LSTATUS status = OpenSubkey(*key, subkey, rights, opened, &made);
+    if (status != ERROR_SUCCESS)
+        return status;
+    *result = static_cast<HKEY>(Handles().Insert(std::move(opened)));
+    if (disposition)
+        *disposition = made ? REG_CREATED_NEW_KEY : REG_OPENED_EXISTING_KEY;
+    return ERROR_SUCCESS;
+}
+
+LSTATUS DeleteKey(HKEY handle, std::u16string_view subkey)
+{
+    const auto key = FindKey(handle);
+    return key ? RemoveKey(*key, subkey, Removal::LeafOnly) : ERROR_INVALID_HANDLE;
+}
+
+LSTATUS DeleteTree(HKEY handle, std::u16string_view subkey)
+{
+    const auto key = FindKey(handle);
+    if (!key)
+        return ERROR_INVALID_HANDLE;
+    return subkey.empty() ? EmptyKey(*key) : RemoveKey(*key, subkey, Removal::WholeTree);
+}
+
+void FlushFile(int folder, const std::string& name)
+{
+    const Descriptor file(openat(folder, name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    if (file)
+        fsync(file.Get());
+}
+
+}  // namespace
+
+LSTATUS RegOpenKeyA(HKEY key, LPCSTR subkey, PHKEY result)
+{
+    return OpenKeyOrSame(key, WideText(subkey), result);
+}
+
+LSTATUS RegOpenKeyW(HKEY key, LPCWSTR subkey, PHKEY result)
+{
+    return OpenKeyOrSame(key, WideText(subkey), result);
+}
+
+LSTATUS RegOpenKeyExA(HKEY key, LPCSTR subkey, DWORD, REGSAM access, PHKEY result)
+{
+    return OpenKey(key, WideText(subkey), access, result);
+}
+
+LSTATUS RegOpenKeyExW(HKEY key, LPCWSTR subkey, DWORD, REGSAM access, PHKEY result)
+{
+    return OpenKey(key, WideText(subkey), access, result);
+}
+
+LSTATUS RegCreateKeyA(HKEY key, LPCSTR subkey, PHKEY result)
+{
+    return CreateKey(key, WideText(subkey), 0, MAXIMUM_ALLOWED, result, nullptr);
+}
+
+LSTATUS RegCreateKeyW(HKEY key, LPCWSTR subkey, PHKEY result)
+{
+    return CreateKey(key, WideText(subkey), 0, MAXIMUM_ALLOWED, result, nullptr);
+}
+
+LSTATUS RegCreateKeyExA(HKEY key, LPCSTR subkey, DWORD reserved, LPSTR, DWORD, REGSAM access, const SECURITY_ATTRIBUTES*,
+                        PHKEY result, LPDWORD disposition)
+{
+    return CreateKey(key, WideText(subkey), reserved, access, result, disposition);
+}
+
+LSTATUS RegCreateKeyExW(HKEY key, LPCWSTR subkey, DWORD reserved, LPWSTR, DWORD, REGSAM access, const SECURITY_ATTRIBUTES*,
+                        PHKEY result, LPDWORD disposition)
+{
+    return CreateKey(key, WideText(subkey), reserved, access, result, disposition);
+}
+
+LSTATUS RegCloseKey(HKEY key)
+{
+    if (IsPredefinedKey(key))
+        return ERROR_SUCCESS;
+    if (!Handles().Find<Key>(key))
+        return ERROR_INVALID_HANDLE;
+    Handles().Remove(key);
+    return ERROR_SUCCESS;
+}
+
+LSTATUS RegDeleteKeyA(HKEY key, LPCSTR subkey)
+{
+    return subkey ? DeleteKey(key, WideText(subkey)) : ERROR_INVALID_PARAMETER;
+}
+
+LSTATUS RegDeleteKeyW(HKEY key, LPCWSTR subkey)
+{
+    return subkey ? DeleteKey(key, WideText(subkey)) : ERROR_INVALID_PARAMETER;
+}
+
+LSTATUS RegDeleteTreeA(HKEY key, LPCSTR subkey)
+{
+    return DeleteTree(key, WideText(subkey));
+}
+
+LSTATUS RegDeleteTreeW(HKEY key, LPCWSTR subkey)
+{
+    return DeleteTree(key, WideText(subkey));
+}
+
+LSTATUS RegFlushKey(HKEY handle)
+{
+    const auto key = FindKey(handle);
+    if (!key)
+        return ERROR_INVALID_HANDLE;
+    if (key->IsDeleted())
+        return ERROR_KEY_DELETED;
+
+    ForEachEntry(key->Folder(), [&](const std::string& name, bool isFolder) {
+        if (!isFolder)
+            FlushFile(key->Folder(), name);
+    });
+    for (std::string path = key->Path(); !path.ends_with("/registry") && path.size() > 1; path.resize(path.rfind('/')))
+        FlushFile(AT_FDCWD, path);
+    return ERROR_SUCCESS;
+}

@@ -1,0 +1,34 @@
+// StoredNames.h: what the registry's keys and values are called in the file system.
+#pragma once
+
+#include <kelgen/platform/Export.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace kelgen::posix {
+
+// The file name is the lower-cased name, so that look-up ignores case without a search; what a file name cannot hold is written
+// "%41" (a byte) or "%uD800" (half of a surrogate pair), other text as UTF-8. A value's file name ends with "=". A name that
+// gets too long for a file is replaced by "%~" and a hash. Names with a leading dot are the registry's own.
+
+/// The folder of the key @p name.
+KELGEN_PLATFORM_API std::string KeyFileName(std::u16string_view name);
+
+/// The file of the value @p name; "=" for the default value.
+KELGEN_PLATFORM_API std::string ValueFileName(std::u16string_view name);
+
+/// The lower-cased name that @p fileName stands for; nothing when it is not one that KeyFileName makes or when it is a hash.
+KELGEN_PLATFORM_API std::optional<std::u16string> KeyNameOfFile(std::string_view fileName);
+
+/// Keeps a folder's name with its case; lies in the folder unless the name is all lower case.
+inline constexpr const char* kNameFile = ".name";
+
+/// Starts the names of files and folders that are being written or removed.
+inline constexpr std::string_view kScratchPrefix = ".new-";
+
+/// A fresh name with that prefix.
+std::string ScratchName();
+
+}  // namespace kelgen::posix

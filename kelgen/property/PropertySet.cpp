@@ -1,0 +1,134 @@
+// PropertySet.cpp: look-up, copies and reports of property sets.
+#include <kelgen/property/PropertySet.h>
+
+#include <kelgen/framework/Exceptions.h>
+
+namespace gen {
+
+namespace {
+
+// The first property from start on that the predicate accepts; null when there is none.
+template <class PROPERTIES, class PREDICATE>
+CProperty* FindProperty(PROPERTIES& properties, int start, PREDICATE accepts)
+{
+    if (start < 0)
+        AfxThrowInvalidArgException();
+    const int count = properties.GetCount();
+    for (int i = start; i < count; ++i) {
+        CProperty* property = properties.PtrAt(i);
+        if (accepts(*property))
+            return property;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+CPropertySet::CPropertySet(const CPropertySet& other)
+{
+    *this = other;
+}
+
+CPropertySet& CPropertySet::operator=(const CPropertySet& other)
+{
+    m_properties = other.m_properties;
+    AdoptProperties();
+    return *this;
+}
+
+void CPropertySet::AdoptProperties()
+{
+    for (int i = 0; i < m_properties.GetCount(); ++i)
+        m_properties.PtrAt(i)->m_set = this;
+}
+
+void CPropertySet::AddProperty(CProperty& property)
+{
+    m_properties.Add(property);
+    m_properties.PtrAt(m_properties.GetCount() - 1)->m_set = this;
+}
+
+CProperty& CPropertySet::PropertyAt(int index)
+{
+    return *m_properties.PtrAt(index);
+}
+
+void CPropertySet::PropertyAt(int index, CProperty& out) const
+{
+    out = *m_properties.PtrAt(index);
+}
+
+CProperty* CPropertySet::FindFirst(const char* name, int start)
+{
+    const char* text = name != nullptr ? name : "";
+    return FindProperty(m_properties, start, [text](const CProperty& property) { return property.m_name == text; });
+}
+
+CProperty* CPropertySet::FindFirst(int id, int start)
+{
+    return FindProperty(m_properties, start, [id](const CProperty& property) { return property.m_id == id; });
+}
+
+void CPropertySet::Set(const char* name, const CPropertyValue& value)
+{
+    if (CProperty* property = FindFirst(name, 0))
+        property->m_value = value;
+}
+
+void CPropertySet::Set(int id, const CPropertyValue& value)
+{
+    if (CProperty* property = FindFirst(id, 0))
+        property->m_value = value;
+}
+
+bool CPropertySet::Get(const char* name, CPropertyValue& value)
+{
+    const CProperty* property = FindFirst(name, 0);
+    if (property == nullptr)
+        return false;
+    value = property->m_value;
+    return true;
+}
+
+bool CPropertySet::Get(int id, CPropertyValue& value)
+{
+    const CProperty* property = FindFirst(id, 0);
+    if (property == nullptr)
+        return false;
+    value = property->m_value;
+    return true;
+}
+
+void CPropertySet::Copy(int id, CPropertySet& source, int sourceId)
+{
+    if (const CProperty* property = source.FindFirst(sourceId, 0))
+        Set(id, property->m_value);
+}
+
+bool CPropertySet::operator==(const CPropertySet& other) const
+{
+    for (int i = 0; i < GetPropertyCount(); ++i) {
+        if (*m_properties.PtrAt(i) != *other.m_properties.PtrAt(i))
+            return false;
+    }
+    return true;
+}
+
+void CPropertySet::PulsePropertyChange()
+{
+    for (int i = 0; i < GetPropertyCount(); ++i)
+        OnChangeValue(m_properties.PtrAt(i));
+}
+
+void CPropertySet::OnChangeValue(CProperty* property)
+{
+    m_listeners.OnPropertyValueChange(this, property);
+}
+
+void CPropertySetPtrArray::PulsePropertyChange()
+{
+    for (int i = 0; i < GetSize(); ++i)
+        GetAt(i)->PulsePropertyChange();
+}
+
+}  // namespace gen

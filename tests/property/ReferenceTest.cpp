@@ -1,0 +1,60 @@
+// ReferenceTest.cpp: when a counted object deletes itself.
+#include <kelgen/property/Reference.h>
+
+namespace {
+
+class Counted : public gen::CReference
+{
+public:
+    explicit Counted(int& deleted) : m_deleted(deleted) {}
+    Counted(const Counted&) = default;
+    ~Counted() override { ++m_deleted; }
+
+private:
+    int& m_deleted;
+};
+
+}  // namespace
+
+TEST(Reference, TheLastReleaseDeletes)
+{
+    int deleted = 0;
+    auto* object = new Counted(deleted);
+    object->AddRef();
+    object->AddRef();
+    object->Release();
+    EXPECT_EQ(0, deleted);
+    object->Release();
+    EXPECT_EQ(1, deleted);
+}
+
+TEST(Reference, ReleaseWithoutReferencesDeletesNothing)
+{
+    int deleted = 0;
+    Counted object(deleted);
+    object.Release();
+    object.AddRef();
+    object.Release();
+    EXPECT_EQ(0, deleted) << "the count was -1, then 0, then -1";
+}
+
+TEST(Reference, ACopyStartsWithTheSourcesCount)
+{
+    int deleted = 0;
+    Counted source(deleted);
+    source.AddRef();
+    source.AddRef();
+    auto* copy = new Counted(source);
+    copy->Release();
+    EXPECT_EQ(0, deleted);
+    copy->Release();
+    EXPECT_EQ(1, deleted);
+}
+
+TEST(Reference, TheInterfaceKnowsANullPointer)
+{
+    CReferenceInterface object;
+    EXPECT_FALSE(object.IsThisNull());
+    CReferenceInterface* volatile none = nullptr;
+    EXPECT_TRUE(none->IsThisNull());
+}

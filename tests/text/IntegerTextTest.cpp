@@ -1,0 +1,135 @@
+// IntegerTextTest.cpp: both forms of the integer/text tables give the same answers.
+#include <kelgen/text/IntegerText.h>
+
+#include <climits>
+
+namespace {
+
+// A table over static data: everything but the accessors is the base's.
+class StaticTable : public CBaseIntegerText
+{
+public:
+    using CBaseTextArray::TextAt;
+    void TextAt(int index, CString& text) const override { text = kTexts[index]; }
+    int GetTextCount() const override { return 4; }
+    int IntegerAt(int index) const override { return kIntegers[index]; }
+
+    static constexpr const char* kTexts[] = {"low", "high", "low", ""};
+    static constexpr int kIntegers[] = {-1, 7, 8, 7};
+};
+
+void FillLikeStaticTable(CIntegerText& table)
+{
+    CBaseIntegerTextItemArray items;
+    StaticTable().GetMap(items);
+    table.SetMapArray(items);
+}
+
+std::string Content(const CBaseIntegerText& table)
+{
+    CBaseIntegerTextItemArray items;
+    CBaseIntegerTextItem old;
+    items.Add(old);
+    table.GetMap(items);
+    std::string content;
+    for (int i = 0; i < items.GetSize(); ++i)
+        content += std::to_string(items[i].m_nInteger) + "=" + items[i].m_strItemText.GetString() + ";";
+    return content;
+}
+
+void ExpectLookups(const CBaseIntegerText& table)
+{
+    EXPECT_EQ(0, table.GetTextIndex("low"));
+    EXPECT_EQ(0, table.FindFirstText("low"));
+    EXPECT_EQ(-1, table.GetTextIndex("LOW"));
+    EXPECT_EQ(-1, table.FindFirstText("lo"));
+    EXPECT_EQ(3, table.GetTextIndex(""));
+    EXPECT_EQ(3, table.GetTextIndex(nullptr));
+    EXPECT_EQ(1, table.GetIntegerIndex(7));
+    EXPECT_EQ(-1, table.GetIntegerIndex(0));
+
+    int value = 99;
+    EXPECT_FALSE(table.MapAt("Low", value));
+    EXPECT_EQ(99, value);
+    EXPECT_TRUE(table.MapAt("low", value));
+    EXPECT_EQ(-1, value);
+    CString text = "old";
+    EXPECT_FALSE(table.MapAt(0, text));
+    EXPECT_STREQ("old", text);
+    EXPECT_TRUE(table.MapAt(7, text));
+    EXPECT_STREQ("high", text);
+    EXPECT_STREQ("low", table.CBaseTextArray::TextAt(2));
+    EXPECT_EQ("-1=low;7=high;8=low;7=;", Content(table));
+}
+
+}  // namespace
+
+TEST(IntegerText, LooksUpThroughAccessorsAndDirectly)
+{
+    ExpectLookups(StaticTable());
+    CIntegerText table;
+    FillLikeStaticTable(table);
+    ExpectLookups(table);
+}
+
+TEST(IntegerText, AddRefusesRepetitionsSilently)
+{
+    CIntegerText table;
+    table.Add(1, "One");
+    table.Add(1, "Uno");
+    table.Add(2, "One");
+    EXPECT_EQ("1=One;", Content(table));
+    table.Add(2, "one");
+    EXPECT_EQ("1=One;2=one;", Content(table));
+}
+
+TEST(IntegerText, IndexIsChecked)
+{
+    CIntegerText table;
+    EXPECT_EQ(-1, table.GetTextIndex("x"));
+    EXPECT_EQ(-1, table.GetIntegerIndex(0));
+    CString text;
+    EXPECT_THROW(table.TextAt(0, text), CInvalidArgException*);
+    table.Add(5, "five");
+    EXPECT_THROW(table.IntegerAt(1), CInvalidArgException*);
+    EXPECT_THROW(table.TextAt(-1), CInvalidArgException*);
+    EXPECT_EQ(5, table.IntegerAt(0));
+}
+
+TEST(IntegerText, TablesAndTheirPairsAreCopied)
+{
+    CIntegerText table;
+    FillLikeStaticTable(table);
+    CIntegerText copy(table);
+    copy.Add(100, "hundred");
+    EXPECT_EQ(4, table.GetTextCount());
+
+    CBaseIntegerTextItemArray items;
+    copy.GetMapArray(items);
+    ASSERT_EQ(5, items.GetSize());
+    items[0].m_nInteger = 12;
+    EXPECT_EQ(-1, copy.IntegerAt(0));
+    table.SetMapArray(items);
+    EXPECT_EQ("12=low;7=high;8=low;7=;100=hundred;", Content(table));
+    table = copy;
+    table = *&table;
+    EXPECT_EQ(Content(copy), Content(table));
+}
+
+TEST(IntegerText, ItemsSortByIntegerOrText)
+{
+    CBaseIntegerTextItemArray items;
+    StaticTable().GetMap(items);
+    items.BubbleSort(CBaseIntegerTextItem::IndexCompare);
+    EXPECT_EQ(-1, items[0].m_nInteger);
+    EXPECT_EQ(8, items[3].m_nInteger);
+    items.BubbleSort(CBaseIntegerTextItem::StringCompare);
+    EXPECT_STREQ("", items[0].m_strItemText);
+    EXPECT_STREQ("high", items[1].m_strItemText);
+
+    CBaseIntegerTextItem least;
+    least.m_nInteger = INT_MIN;
+    CBaseIntegerTextItem one;
+    one.m_nInteger = 1;
+    EXPECT_EQ(INT_MAX, CBaseIntegerTextItem::IndexCompare(least, one)) << "the difference wraps";
+}
