@@ -211,11 +211,13 @@ inline int CArray<TYPE, ARG_TYPE>::Add(ARG_TYPE newElement)
     if (index >= m_nMaxSize) [[unlikely]]
         return AddToFullBlock(newElement);
 
+    // Unsigned: the size is then reloaded as it was stored, which the processor does without waiting.
+    TYPE* const added = m_pData + static_cast<unsigned>(index);
     // By contract an addition is a SetSize followed by an assignment; a plain value needs only the latter.
     if constexpr (!std::is_trivially_default_constructible_v<TYPE> || !std::is_trivially_copy_assignable_v<TYPE>)
-        ::new (static_cast<void*>(m_pData + index)) TYPE();
+        ::new (static_cast<void*>(added)) TYPE();
     m_nSize = index + 1;
-    m_pData[index] = newElement;
+    *added = newElement;
     return index;
 }
 
