@@ -55,12 +55,14 @@ inline std::vector<std::uint32_t> numbers(std::size_t n)
     return v;
 }
 
-// The peer's string with this text (set-up only, never timed).
+// S with this text (set-up only, never timed).
 template <class S>
 S text(std::u16string_view v)
 {
     if constexpr (std::is_constructible_v<S, const char16_t*, int>)
         return S(v.data(), int(v.size()));
+    else if constexpr (std::is_constructible_v<S, const unsigned short*, int>)
+        return S(reinterpret_cast<const unsigned short*>(v.data()), int(v.size()));
     else if constexpr (requires { S::fromUtf16(v.data(), v.size()); })
         return S::fromUtf16(v.data(), v.size());
     else
