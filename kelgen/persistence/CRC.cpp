@@ -1,0 +1,66 @@
+// CRC.cpp: the table path, and carry-less folding for long runs.
+#include <kelgen/persistence/CRC.h>
+
+#include <kelgen/persistence/CRCFold.h>
+#include <kelgen/persistence/MemoryStorage.h>
+
+#include <utility>
+
+CCRCFast::Table CCRCFast::m_table;
+
+namespace {
+
+DWORD Feed(DWORD crc, const unsigned char* data, size_t size)
+{
+    const CCRCFast::Table& table = CCRCFast::m_table;
+    size_t done = 0;
+    // The constants belong to the table's polynomial, not to the object's: a rebuilt table must change this result too.
+    if (size >= kelgen::detail::kFoldMinimum && kelgen::detail::CanFold())
+        done = kelgen::detail::FoldCrc(crc, table.m_polynomial, data, size);
+    for (; done < size; ++done)
+        crc = (crc << 8) ^ table.m_entries[(crc >> 24) ^ data[done]];
+    return crc;
+}
+
+}  // namespace
+
+CCRC::CCRC(DWORD polynomial) : m_polynomial(polynomial), m_register(0) {}
+
+CCRC::~CCRC() = default;
+
+DWORD CCRC::Done()
+{
+    return std::exchange(m_register, 0);
+}
+
+void CCRCFast::Table::Build(DWORD polynomial)
+{
+    if (polynomial == m_polynomial)
+        return;
+
+    m_polynomial = polynomial;
+    for (DWORD i = 0; i < 256; ++i) {
+        DWORD x = i << 24;
+        for (int bit = 0; bit < 8; ++bit)
+            x = (x & 0x80000000) ? (x << 1) ^ polynomial : x << 1;
+        m_entries[i] = x;
+    }
+}
+
+CCRCFast::CCRCFast(DWORD polynomial) : CCRC(polynomial)
+{
+    m_table.Build(polynomial);
+}
+
+void CCRCFast::PutBytes(unsigned char* data, int n)
+{
+    if (n > 0)
+        m_register = Feed(m_register, data, static_cast<size_t>(n));
+}
+
+void CCRCFast::PutBytes(CMemoryStorage* s)
+{
+    s->Lock();
+    m_register = Feed(m_register, s->GetAllocation(), s->GetAllocation() ? s->GetStorageSize() : 0);
+    s->Unlock();
+}

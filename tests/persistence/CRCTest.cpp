@@ -1,0 +1,128 @@
+// CRCTest.cpp: known sums, the shared table, and the fast path against the obvious model.
+#include <kelgen/persistence/CRC.h>
+
+#include <kelgen/persistence/MemoryStorage.h>
+
+#include "support/Random.h"
+#include "support/Rows.h"
+
+using namespace kelgen::test;
+
+namespace {
+
+constexpr DWORD kEthernet = 0x04C11DB7;
+constexpr DWORD kCastagnoli = 0x1EDC6F41;
+
+unsigned char* Bytes(std::string& text)
+{
+    return reinterpret_cast<unsigned char*>(text.data());
+}
+
+DWORD SumOf(DWORD polynomial, std::string bytes)
+{
+    CCRCFast crc(polynomial);
+    crc.PutBytes(Bytes(bytes), static_cast<int>(bytes.size()));
+    return crc.Done();
+}
+
+/// The obvious model: one bit after the other.
+DWORD BitwiseCrc(DWORD polynomial, const std::string& bytes)
+{
+    DWORD crc = 0;
+    for (const char b : bytes) {
+        crc ^= static_cast<DWORD>(static_cast<unsigned char>(b)) << 24;
+        for (int bit = 0; bit < 8; ++bit)
+            crc = (crc & 0x80000000) ? (crc << 1) ^ polynomial : crc << 1;
+    }
+    return crc;
+}
+
+struct KnownSum
+{
+    const char* name;
+    DWORD polynomial;
+    std::string bytes;
+    DWORD sum;
+};
+
+class CRCKnownSum : public testing::TestWithParam<KnownSum>
+{
+};
+
+}  // namespace
+
+TEST_P(CRCKnownSum, MatchesPublishedValue)
+{
+    EXPECT_EQ(GetParam().sum, SumOf(GetParam().polynomial, GetParam().bytes));
+}
+
+INSTANTIATE_TEST_SUITE_P(, CRCKnownSum,
+                         testing::Values(KnownSum{"Check", kEthernet, "123456789", 0x89A1897F}, KnownSum{"NoBytes", kEthernet, "", 0},
+                                         KnownSum{"ZeroPolynomial", 0, "123456789", 0},
+                                         KnownSum{"OneBit", kCastagnoli, std::string("\0\0\0\1", 4), kCastagnoli}),
+                         RowName);
+
+TEST(CRC, EveryPolynomialAndLengthEqualsTheBitwiseModel)
+{
+    Random random;
+    for (int round = 0; round < 1000; ++round) {
+        const auto polynomial = static_cast<DWORD>(random());
+        const int length = random.Between(0, round % 10 == 0 ? 5000 : 300);
+        std::string bytes(static_cast<size_t>(length), '\0');
+        for (char& b : bytes)
+            b = static_cast<char>(random());
+
+        CCRCFast crc(polynomial);
+        const int cut = random.Between(0, length);
+        crc.PutBytes(Bytes(bytes), cut);
+        crc.PutBytes(Bytes(bytes) + cut, length - cut);
+        ASSERT_EQ(BitwiseCrc(polynomial, bytes), crc.Done()) << "polynomial " << polynomial << ", length " << length;
+    }
+}
+
+TEST(CRC, RebuiltTableChangesTheSumsOfOlderObjects)
+{
+    const std::string text(300, 'k');
+    CCRCFast older(kEthernet);
+    CCRCFast newer(kCastagnoli);
+    for (const size_t length : {size_t{10}, text.size()}) {
+        std::string bytes = text.substr(0, length);
+        older.PutBytes(Bytes(bytes), static_cast<int>(length));
+        EXPECT_EQ(BitwiseCrc(kCastagnoli, bytes), older.Done()) << length;
+    }
+
+    // Built again for another polynomial only.
+    CCRCFast::m_table.m_entries[1] = 1;
+    CCRCFast same(kCastagnoli);
+    EXPECT_EQ(1u, CCRCFast::m_table.m_entries[1]);
+    CCRCFast other(kEthernet);
+    EXPECT_EQ(kEthernet, CCRCFast::m_table.m_entries[1]);
+    EXPECT_EQ(0x690CE0EEu, CCRCFast::m_table.m_entries[128]);
+}
+
+TEST(CRC, DoneStartsOverAndCopiesGoOn)
+{
+    std::string bytes = "123456789";
+    CCRCFast crc(kEthernet);
+    crc.PutBytes(Bytes(bytes), 4);
+    CCRCFast copy = crc;
+    crc.PutBytes(Bytes(bytes), 0);
+    crc.PutBytes(Bytes(bytes), -1);
+    crc.PutBytes(Bytes(bytes) + 4, 5);
+    EXPECT_EQ(0x89A1897Fu, crc.Done());
+    EXPECT_EQ(0u, crc.Done());
+    for (size_t i = 4; i < bytes.size(); ++i)
+        copy.PutByte(Bytes(bytes)[i]);
+    EXPECT_EQ(0x89A1897Fu, copy.Done());
+}
+
+TEST(CRC, StorageCountsItsBytesOnly)
+{
+    std::string bytes = "123456789";
+    CMemoryStorage storage(nullptr, bytes.data(), 9);
+    CMemoryStorage empty(nullptr);
+    CCRCFast crc(kEthernet);
+    crc.PutBytes(&empty);
+    crc.PutBytes(&storage);
+    EXPECT_EQ(0x89A1897Fu, crc.Done());
+}
