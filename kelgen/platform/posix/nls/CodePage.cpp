@@ -181,7 +181,6 @@ void CodePage::BuildCodes(CodePageConverter& converter)
         if (m_pairs[at] == kUndefined)
             continue;
         add(static_cast<WORD>(0x8000 | at), m_pairs[at]);
-        m_isTrail[at & 0xFF] = true;
     }
     std::replace(m_pairs.begin(), m_pairs.end(), kUndefined, m_unknown);
     for (const WCHAR unit : ambiguous) {

@@ -26,9 +26,6 @@ public:
     bool HasPairs() const { return m_hasPairs; }
     bool IsLead(BYTE byte) const { return m_bytes[byte] == kLead; }
 
-    /// True when some pair of the page ends with @p byte.
-    bool IsTrail(BYTE byte) const { return m_isTrail[byte]; }
-
     /// True when bytes and units are the same from 0x00 to 0x7F.
     bool IsAsciiBased() const { return m_isAsciiBased; }
     /// True when they are the same from 0xA0 to 0xFF, too.
@@ -80,7 +77,6 @@ private:
     WORD m_defaultCode = '?';
     std::array<WCHAR, 256> m_bytes{};
     std::array<bool, 256> m_isUndefined{};
-    std::array<bool, 256> m_isTrail{};
     std::vector<WCHAR> m_pairs; // 256 for each lead byte from 0x80 on
     std::vector<WORD> m_codes;  // one for each unit
     const CodePage* m_next = nullptr;

@@ -154,7 +154,7 @@ BOOL IsDBCSLeadByteEx(UINT page, BYTE byte)
 
 int MultiByteToWideChar(UINT page, DWORD flags, LPCCH text, int length, LPWSTR wide, int capacity)
 {
-    if (!text || length == 0 || capacity < 0 || (capacity > 0 && (!wide || static_cast<const void*>(text) == wide)))
+    if (!text || length == 0 || capacity < 0 || (capacity > 0 && !wide))
         return Fail(ERROR_INVALID_PARAMETER, 0);
 
     const Bytes from{text, length < 0 ? std::strlen(text) + 1 : static_cast<std::size_t>(length)};
@@ -178,7 +178,7 @@ int MultiByteToWideChar(UINT page, DWORD flags, LPCCH text, int length, LPWSTR w
 int WideCharToMultiByte(UINT page, DWORD flags, LPCWCH wide, int length, LPSTR text, int capacity, LPCCH defaultChar,
                         LPBOOL usedDefault)
 {
-    if (!wide || length == 0 || capacity < 0 || (capacity > 0 && (!text || static_cast<const void*>(wide) == text)))
+    if (!wide || length == 0 || capacity < 0 || (capacity > 0 && !text))
         return Fail(ERROR_INVALID_PARAMETER, 0);
 
     const Units from{wide, length < 0 ? wcslen(wide) + 1 : static_cast<std::size_t>(length)};

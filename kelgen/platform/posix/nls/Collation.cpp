@@ -104,7 +104,7 @@ private:
         if ((m_flags & NORM_IGNOREWIDTH) != 0)
             ignored |= kWide;
         if ((m_flags & NORM_IGNOREKANATYPE) != 0)
-            ignored |= kKatakana;
+            ignored |= kHiragana;
         element.shape = static_cast<BYTE>(element.shape & ~ignored);
     }
 

@@ -30,7 +30,7 @@ constexpr WCHAR kSymbolOrder[] = {
 };
 
 // Dashes that are symbols of their own come first.
-constexpr WCHAR kDashes[] = {0x2212, 0x2013, 0x2014};
+constexpr WCHAR kDashes[] = {0x2013, 0x2014};
 
 // Marks in their order: acute, grave, dot above, circumflex, diaeresis, caron, breve, macron, tilde, ring, ogonek, cedilla,
 // double acute. Others follow by value.
@@ -53,8 +53,8 @@ struct SpecialLetter
 
 // By unit.
 constexpr SpecialLetter kSpecialLetters[] = {
-    {0x00AA, 'a', 0, 0, kRaised},
-    {0x00BA, 'o', 0, 0, kRaised},
+    {0x00AA, 'a', 0, kDotless, kRaised},
+    {0x00BA, 'o', 0, kDotless, kRaised},
     {0x00C6, 'a', 'e', 0, kCapital},
     {0x00D0, 'd', 0, kSpecialForm, kCapital},
     {0x00D8, 'o', 0, kStroke, kCapital},
@@ -79,7 +79,6 @@ constexpr SpecialLetter kSpecialLetters[] = {
     {0x0149, 'n', 0, kSpecialForm, 0},
     {0x0152, 'o', 'e', 0, kCapital},
     {0x0153, 'o', 'e', 0, 0},
-    {0x017F, 's', 0, kSpecialForm, 0},
     {0x0192, 'f', 0, kSpecialForm, 0},
     {0x2122, 't', 'm', 0, kRaised},
 };
@@ -153,6 +152,22 @@ CollationElements SymbolWeights(WCHAR unit)
     return One(kOtherSymbols + unit);
 }
 
+// Where the letters of a unit's script start: Greek, Cyrillic and their neighbours, kana, others, private use, Hangul, Han.
+DWORD ScriptOf(WCHAR unit)
+{
+    constexpr DWORD kStep = 0x10000;
+    if (unit < 0x0590)
+        return kOtherLetters;
+    if (unit >= 0x3040 && unit <= 0x30FF)
+        return kOtherLetters + kStep;
+    if (unit >= 0xE000 && unit <= 0xF8FF)
+        return kOtherLetters + 3 * kStep;
+    if (unit >= 0xAC00 && unit <= 0xD7A3)
+        return kOtherLetters + 4 * kStep;
+    const bool isHan = (unit >= 0x3400 && unit <= 0x9FFF) || (unit >= 0xF900 && unit <= 0xFAFF);
+    return kOtherLetters + (isHan ? 5 : 2) * kStep;
+}
+
 CollationElements LetterWeights(WCHAR unit)
 {
     const Characters& characters = Characters::Get();
@@ -160,10 +175,10 @@ CollationElements LetterWeights(WCHAR unit)
     const auto shape = static_cast<BYTE>(lower != unit ? kCapital : 0);
     if (lower >= 'a' && lower <= 'z')
         return One(LatinPrimary(static_cast<char>(lower)), 0, shape);
-    // Katakana count as the hiragana of the same sound.
-    if (unit >= 0x30A1 && unit <= 0x30F6)
-        return One(kOtherLetters + unit - 0x60, 0, kKatakana);
-    return One(kOtherLetters + lower, 0, shape);
+    // Hiragana count as the katakana of the same sound.
+    if (unit >= 0x3041 && unit <= 0x3096)
+        return One(ScriptOf(unit) + unit + 0x60, 0, kHiragana);
+    return One(ScriptOf(unit) + lower, 0, shape);
 }
 
 } // namespace
@@ -174,6 +189,12 @@ CollationElements WeightsOf(WCHAR unit)
         return {{}, 0};
     if (IsMark(unit))
         return One(0, AccentOf(unit));
+    if (unit == 0x02C6)
+        return SymbolWeights('^');
+    if (unit == 0x00B5)
+        return SymbolWeights(unit);
+    if (unit == 0x221E)
+        return One(kDigitsFrom + 0xA00);
     if (unit == 0x3000)
         return One(SymbolWeights(' ').elements[0].primary, 0, kWide);
     if (unit >= 0xFF01 && unit <= 0xFF5E) {
@@ -220,10 +241,12 @@ WORD SpecialWeightOf(WCHAR unit)
         return 0x102;
     case 0xFF0D:
         return 0x103;
-    case 0x2010:
+    case 0x2212:
         return 0x104;
-    case 0x2011:
+    case 0x2010:
         return 0x105;
+    case 0x2011:
+        return 0x106;
     default:
         return 0;
     }

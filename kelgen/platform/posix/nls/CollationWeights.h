@@ -18,10 +18,10 @@ struct CollationElement
 /// Bits of CollationElement::shape.
 enum Shape : BYTE
 {
-    kCapital = 1,
-    kWide = 2,
-    kRaised = 4,
-    kKatakana = 8,
+    kRaised = 1,
+    kCapital = 2,
+    kWide = 4,
+    kHiragana = 8,
 };
 
 /// The elements of one unit: two for a ligature, none for an ignored unit.

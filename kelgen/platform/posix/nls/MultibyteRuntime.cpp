@@ -40,6 +40,29 @@ UINT PageOf(int page)
     }
 }
 
+// The second bytes of a page's pairs, as the runtime has them: the gaps of some pages count as such bytes.
+struct TrailBytes
+{
+    UINT page;
+    BYTE ranges[4];
+};
+constexpr TrailBytes kTrailBytes[] = {
+    {932, {0x40, 0x7E, 0x80, 0xFC}},
+    {936, {0x40, 0xFE, 0x40, 0xFE}},
+    {949, {0x41, 0xFE, 0x41, 0xFE}},
+    {950, {0x40, 0x7E, 0xA1, 0xFE}},
+};
+
+bool IsTrailOf(UINT page, BYTE byte)
+{
+    for (const TrailBytes& trail : kTrailBytes) {
+        const BYTE* ranges = trail.ranges;
+        if (trail.page == page)
+            return (byte >= ranges[0] && byte <= ranges[1]) || (byte >= ranges[2] && byte <= ranges[3]);
+    }
+    return false;
+}
+
 // The unit of a character of the page; 0 for none.
 WCHAR UnitOf(const MultibytePage& page, unsigned int character)
 {
@@ -65,16 +88,20 @@ int IsOfClass(unsigned int character, unsigned classes)
     return unit != 0 && !isLeftOut && Characters::Get().Is(unit, classes);
 }
 
+// By contract: a counterpart that the page lacks gives its best fit or the question mark, and a character with two codes gives
+// the preferred one.
 unsigned int MapCharacter(unsigned int character, WCHAR (Characters::*map)(WCHAR) const)
 {
     const MultibytePage page = CurrentMultibytePage();
     const WCHAR unit = UnitOf(page, character);
-    const WCHAR mapped = (Characters::Get().*map)(unit);
-    if (unit == mapped)
+    if (unit == 0)
         return character;
-    if (!page.table)
-        return mapped < 0x80 ? mapped : character;
-    return page.table->Has(mapped) ? page.table->CodeOf(mapped) : character;
+    const WCHAR mapped = (Characters::Get().*map)(unit);
+    if (mapped == unit && !page.HasPairs())
+        return character;
+    if (page.table)
+        return page.table->CodeOf(mapped);
+    return mapped < 0x80 ? mapped : character;
 }
 
 } // namespace
@@ -102,7 +129,7 @@ int _ismbblead(unsigned int byte)
 int _ismbbtrail(unsigned int byte)
 {
     const MultibytePage page = CurrentMultibytePage();
-    return page.HasPairs() && page.table->IsTrail(static_cast<BYTE>(byte));
+    return page.HasPairs() && IsTrailOf(page.number, static_cast<BYTE>(byte));
 }
 
 int _ismbcspace(unsigned int character)

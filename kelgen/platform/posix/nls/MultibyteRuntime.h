@@ -50,8 +50,8 @@ KELGEN_PLATFORM_API unsigned char* _mbsdec(const unsigned char* start, const uns
 
 /// -1, 0 or 1 by character value.
 KELGEN_PLATFORM_API int _mbscmp(const unsigned char* left, const unsigned char* right);
-/// Negative, 0 or positive by lower-cased character value. By contract: in a single-byte page this is _stricmp, so only A to Z fold
-/// in the C locale.
+/// Negative, 0 or positive by lower-cased character value. By contract: in a single-byte page this is _stricmp, so only A to Z
+/// fold in the C locale.
 KELGEN_PLATFORM_API int _mbsicmp(const unsigned char* left, const unsigned char* right);
 /// The first occurrence of @p character (the terminator included), or null; never the second half of a character.
 KELGEN_PLATFORM_API unsigned char* _mbschr(const unsigned char* text, unsigned int character);

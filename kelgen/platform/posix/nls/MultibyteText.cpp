@@ -2,6 +2,7 @@
 #include <kelgen/platform/posix/nls/MultibytePage.h>
 #include <kelgen/platform/posix/nls/MultibyteRuntime.h>
 #include <kelgen/platform/posix/nls/NarrowRuntime.h>
+#include <kelgen/platform/posix/nls/RuntimeLocale.h>
 
 #include <algorithm>
 #include <atomic>
@@ -49,6 +50,12 @@ const char* AsText(const unsigned char* text)
 unsigned char* Writable(const unsigned char* text)
 {
     return const_cast<unsigned char*>(text);
+}
+
+// In a single-byte page only the low byte of a sought character counts.
+unsigned int InPage(const MultibytePage& page, unsigned int character)
+{
+    return page.HasPairs() ? character : character & 0xFF;
 }
 
 int Sign(unsigned int left, unsigned int right)
@@ -137,7 +144,7 @@ unsigned char* _mbsinc(const unsigned char* text)
 
 unsigned char* _mbsdec(const unsigned char* start, const unsigned char* current)
 {
-    if (start >= current)
+    if (!start || start >= current)
         return nullptr;
 
     // Whether a byte is a character's second can only be told from the start.
@@ -154,11 +161,17 @@ unsigned char* _mbsdec(const unsigned char* start, const unsigned char* current)
 
 int _mbscmp(const unsigned char* left, const unsigned char* right)
 {
+    if (!left || !right)
+        return kNoComparison;
+
     return Compare(CurrentMultibytePage(), left, right, [](unsigned int value) { return value; });
 }
 
 int _mbsicmp(const unsigned char* left, const unsigned char* right)
 {
+    if (!left || !right)
+        return kNoComparison;
+
     const MultibytePage page = CurrentMultibytePage();
     if (!page.HasPairs())
         return _stricmp(AsText(left), AsText(right));
@@ -167,7 +180,11 @@ int _mbsicmp(const unsigned char* left, const unsigned char* right)
 
 unsigned char* _mbschr(const unsigned char* text, unsigned int character)
 {
+    if (!text)
+        return nullptr;
+
     const MultibytePage page = CurrentMultibytePage();
+    character = InPage(page, character);
     for (;;) {
         const MultibyteCharacter at = CharacterAt(page, text);
         if (at.value == character)
@@ -180,7 +197,11 @@ unsigned char* _mbschr(const unsigned char* text, unsigned int character)
 
 unsigned char* _mbsrchr(const unsigned char* text, unsigned int character)
 {
+    if (!text)
+        return nullptr;
+
     const MultibytePage page = CurrentMultibytePage();
+    character = InPage(page, character);
     const unsigned char* found = nullptr;
     for (;;) {
         const MultibyteCharacter at = CharacterAt(page, text);

@@ -28,12 +28,15 @@ char UpperByte(char byte)
     return static_cast<char>(std::toupper(static_cast<unsigned char>(byte)));
 }
 
-// Compares at most @p count bytes, up to the terminators when @p isText.
-int Compare(const char* left, const char* right, std::size_t count, bool isText)
+// Compares the first @p count bytes of two texts. By contract bytes above 0x7F are negative here.
+int Compare(const char* left, const char* right, std::size_t count)
 {
+    if (count != 0 && (!left || !right))
+        return kNoComparison;
+
     for (std::size_t at = 0; at < count; ++at) {
-        const int difference = Lower(left[at]) - Lower(right[at]);
-        if (difference != 0 || (isText && left[at] == 0))
+        const int difference = static_cast<signed char>(LowerByte(left[at])) - static_cast<signed char>(LowerByte(right[at]));
+        if (difference != 0 || left[at] == 0)
             return difference;
     }
     return 0;
@@ -43,12 +46,12 @@ int Compare(const char* left, const char* right, std::size_t count, bool isText)
 
 int _stricmp(const char* left, const char* right)
 {
-    return Compare(left, right, std::numeric_limits<std::size_t>::max(), true);
+    return Compare(left, right, std::numeric_limits<std::size_t>::max());
 }
 
 int _strnicmp(const char* left, const char* right, std::size_t count)
 {
-    return Compare(left, right, count, true);
+    return Compare(left, right, count);
 }
 
 int _stricoll(const char* left, const char* right)
@@ -65,23 +68,38 @@ int _stricoll(const char* left, const char* right)
 
 int _memicmp(const void* left, const void* right, std::size_t count)
 {
-    return Compare(static_cast<const char*>(left), static_cast<const char*>(right), count, false);
+    const char* leftBytes = static_cast<const char*>(left);
+    const char* rightBytes = static_cast<const char*>(right);
+    for (std::size_t at = 0; at < count; ++at) {
+        if (const int difference = Lower(leftBytes[at]) - Lower(rightBytes[at]); difference != 0)
+            return difference;
+    }
+    return 0;
 }
 
 char* _strupr(char* text)
 {
+    if (!text)
+        return nullptr;
+
     std::transform(text, text + std::strlen(text), text, UpperByte);
     return text;
 }
 
 char* _strlwr(char* text)
 {
+    if (!text)
+        return nullptr;
+
     std::transform(text, text + std::strlen(text), text, LowerByte);
     return text;
 }
 
 char* _strrev(char* text)
 {
+    if (!text)
+        return nullptr;
+
     std::reverse(text, text + std::strlen(text));
     return text;
 }
@@ -123,5 +141,5 @@ char* _ui64toa(ULONGLONG value, char* text, int base)
 
 LONGLONG _atoi64(const char* text)
 {
-    return std::strtoll(text, nullptr, 10);
+    return text ? std::strtoll(text, nullptr, 10) : 0;
 }

@@ -9,13 +9,17 @@
 #include <cstdlib>
 #include <cstring>
 
-/// The difference of the first two lower-cased bytes that differ; 0 when none do. In the C locale only A to Z fold.
+/// The difference of the first two lower-cased bytes that differ; 0 when none do; INT_MAX for null. In the C locale only A to Z
+/// fold.
+///
+/// By contract: bytes above 0x7F count as negative, here and in the variants below.
 KELGEN_PLATFORM_API int _stricmp(const char* left, const char* right);
 /// _stricmp of the first @p count bytes at most.
 KELGEN_PLATFORM_API int _strnicmp(const char* left, const char* right, std::size_t count);
 /// Negative, 0 or positive by the locale's order without case; _stricmp in the C locale.
 KELGEN_PLATFORM_API int _stricoll(const char* left, const char* right);
-/// _stricmp of exactly @p count bytes, zeros included.
+/// The difference of the first two lower-cased bytes that differ among exactly @p count, zeros included. By contract: these bytes
+/// are never negative.
 KELGEN_PLATFORM_API int _memicmp(const void* left, const void* right, std::size_t count);
 /// Upper-cases in place and returns @p text.
 KELGEN_PLATFORM_API char* _strupr(char* text);

@@ -37,7 +37,7 @@ template <class Number, class Unit>
 Number ParseNumber(const Unit* text, Unit** end, int base)
 {
     using Magnitude = std::make_unsigned_t<Number>;
-    if (base < 0 || base == 1 || base > 36) {
+    if (!text || base < 0 || base == 1 || base > 36) {
         errno = EINVAL;
         return 0;
     }

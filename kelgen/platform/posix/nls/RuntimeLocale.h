@@ -6,8 +6,12 @@
 
 #include <clocale>
 #include <cwctype>
+#include <limits>
 
 namespace kelgen::posix {
+
+/// What comparisons return for null, which is no text.
+inline constexpr int kNoComparison = std::numeric_limits<int>::max();
 
 /// True while @p category of the C library is set to the C locale, in which only A to Z fold and order is by value.
 inline bool IsPlainLocale(int category)

@@ -130,6 +130,8 @@ int _wcsicmp(const WCHAR* left, const WCHAR* right)
 
 int _wcsnicmp(const WCHAR* left, const WCHAR* right, std::size_t count)
 {
+    if (count != 0 && (!left || !right))
+        return kNoComparison;
     return IsPlainLocale(LC_CTYPE) ? Difference<Folded>(left, right, count) : DifferenceByLocale(left, right, count);
 }
 

@@ -20,6 +20,9 @@ void CopyUnits(WCHAR* target, const WCHAR* source, std::size_t count)
 
 WCHAR* _wcsupr(WCHAR* text)
 {
+    if (!text)
+        return nullptr;
+
     const std::size_t length = wcslen(text);
     if (!IsPlainLocale(LC_CTYPE)) {
         std::transform(text, text + length, text, UpperByLocale);
@@ -35,6 +38,9 @@ WCHAR* _wcsupr(WCHAR* text)
 
 WCHAR* _wcslwr(WCHAR* text)
 {
+    if (!text)
+        return nullptr;
+
     const std::size_t length = wcslen(text);
     if (!IsPlainLocale(LC_CTYPE)) {
         std::transform(text, text + length, text, LowerByLocale);

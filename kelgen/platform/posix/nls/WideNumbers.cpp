@@ -117,6 +117,11 @@ ULONGLONG _wcstoui64(const WCHAR* text, WCHAR** end, int base)
 
 double wcstod(const WCHAR* text, WCHAR** end)
 {
+    if (!text) {
+        errno = EINVAL;
+        return 0;
+    }
+
     const DecimalText number = TakeDecimal(text);
     if (end)
         *end = const_cast<WCHAR*>(number.digits.empty() ? text : number.end);
@@ -144,6 +149,9 @@ LONG _wtol(const WCHAR* text)
 
 LONGLONG _wtoi64(const WCHAR* text)
 {
+    if (!text)
+        return 0;
+
     while (IsRuntimeSpace(*text))
         ++text;
     const bool isNegative = *text == '-';

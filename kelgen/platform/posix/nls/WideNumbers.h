@@ -10,9 +10,10 @@
 // The standard header takes the address of its own functions of these names, which must not be overloaded by then.
 #include <string>
 
-/// The number that @p text starts with, after white space; limits are those of 32 bits and hold the result when it is beyond. @p base
-/// is 2 to 36, or 0 for decimal, 0 octal, 0x hexadecimal. @p end, when not null, receives the first unit not used, which is @p text
-/// when there is no number. Beyond the limits errno is ERANGE; for another base it is EINVAL, the result 0, and @p end stays.
+/// The number that @p text starts with, after white space; limits are those of 32 bits and hold the result when it is beyond. @p
+/// base is 2 to 36, or 0 for decimal, 0 octal, 0x hexadecimal. @p end, when not null, receives the first unit not used, which is
+/// @p text when there is no number. Beyond the limits errno is ERANGE; for another base it is EINVAL, the result 0, and @p end
+/// stays.
 ///
 /// By contract: the decimal digits of other scripts count as digits.
 KELGEN_PLATFORM_API LONG wcstol(const WCHAR* text, WCHAR** end, int base);

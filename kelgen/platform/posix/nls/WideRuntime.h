@@ -8,7 +8,8 @@
 #include <cwctype>
 
 // Rules for all: text ends at the first 0 unit; in the C locale only A to Z fold and collation is by unit value; with a locale
-// selected by setlocale its own mapping and order apply. Threads: any, as long as nobody changes the locale.
+// selected by setlocale its own mapping and order apply. Comparison of null without case gives INT_MAX. Threads: any, as long as
+// nobody changes the locale.
 
 /// Units before the terminator. Cost: 16 bytes a step.
 KELGEN_PLATFORM_API std::size_t wcslen(const WCHAR* text);
