@@ -3,6 +3,8 @@
 
 #include <kelgen/framework/Exceptions.h>
 
+#include <string_view>
+
 namespace gen {
 
 namespace {
@@ -60,8 +62,10 @@ void CPropertySet::PropertyAt(int index, CProperty& out) const
 
 CProperty* CPropertySet::FindFirst(const char* name, int start)
 {
-    const char* text = name != nullptr ? name : "";
-    return FindProperty(m_properties, start, [text](const CProperty& property) { return property.m_name == text; });
+    const std::string_view wanted(name != nullptr ? name : "");
+    return FindProperty(m_properties, start, [wanted](const CProperty& property) {
+        return wanted == std::string_view(property.m_name, static_cast<std::size_t>(property.m_name.GetLength()));
+    });
 }
 
 CProperty* CPropertySet::FindFirst(int id, int start)

@@ -75,7 +75,7 @@ CPropertyValue& CPropertyValue::operator=(const char* text)
     return *this;
 }
 
-int CPropertyValue::GetValueInteger() const
+int CPropertyValue::ConvertToInteger() const
 {
     switch (m_type) {
     case eptInteger:

@@ -79,7 +79,7 @@ public:
     /// The value as a number: 16-bit types extended by their sign or by zero, a boolean as 0 or 1, a text by its leading decimal
     /// number (blanks, a sign, digits up to the first other character; beyond 32 bits the low 32 count; 0 when there is none),
     /// any other type as 0.
-    int GetValueInteger() const;
+    int GetValueInteger() const { return m_type == eptInteger ? static_cast<int>(m_number) : ConvertToInteger(); }
     /// The 32 bits of GetValueInteger, unsigned.
     unsigned int GetValueUnsignedInteger() const;
     /// The value as text: numbers in decimal, a boolean as "0" or "1", types without data as "".
@@ -112,6 +112,7 @@ private:
     friend class CProperty;
     friend class ::CRegistryPropertyExchange;
 
+    int ConvertToInteger() const;
     void StoreInteger(unsigned int bits);
 
     CProperty* m_owner = nullptr;
