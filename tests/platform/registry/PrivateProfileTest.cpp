@@ -1,0 +1,254 @@
+// PrivateProfileTest.cpp: reading, writing and listing of initialization files.
+#include "support/Rows.h"
+#include "support/Scratch.h"
+
+using namespace kelgen::test;
+using namespace std::string_literals;
+
+namespace {
+
+const std::string kFile =
+    "; head\r\n"
+    "[a]\r\nk=v\r\nempty=\r\nblank=   \r\nnoeq\r\n;c=1\r\n ; d=2\r\n"
+    "q='x'\r\nq2=\"x'\r\nq3=\"\"\r\nq4=\"\r\nq5=\" a \"\r\nq6=\"a\" b\r\n"
+    "  ind  =  z  \r\n=nokey\r\nk=second\r\ntab\t=\ty\t\r\ncom=v ; c\r\n"
+    "[ sp ace ]\r\nk=1\r\n[b] trailing\nk=2\n[unclosed\nx=3\n  [ind]\r\nk=4\r\n[]\r\nk=5\r\n[a]\r\nz=late\r\n[x]y]\r\nk=6";
+
+/// What a call that fills a buffer with a list returns, and the list; '|' for a terminator.
+template <class Call>
+std::pair<DWORD, std::string> ListOf(DWORD size, Call call)
+{
+    std::string buffer(400, '#');
+    const DWORD length = call(buffer.data(), size);
+    std::string list = buffer.substr(0, length);
+    for (char& unit : list)
+        unit = unit ? unit : '|';
+    return {length, list};
+}
+
+}  // namespace
+
+struct ValueRow
+{
+    const char* name;
+    const char* section;
+    const char* key;
+    const char* fallback;
+    std::string value;
+};
+
+class ProfileValue : public testing::TestWithParam<ValueRow> {};
+
+TEST_P(ProfileValue, IsReadWithoutBlanksAndQuotes)
+{
+    const std::string file = ScratchFile("test.ini");
+    WriteBytes(file, kFile);
+    char buffer[50] = "####";
+    SetLastError(777);
+    const DWORD length = GetPrivateProfileStringA(GetParam().section, GetParam().key, GetParam().fallback, buffer, sizeof buffer, file.c_str());
+    EXPECT_EQ(GetParam().value, buffer);
+    EXPECT_EQ(GetParam().value.size(), length);
+    EXPECT_EQ(0u, GetLastError());
+}
+
+INSTANTIATE_TEST_SUITE_P(, ProfileValue, testing::Values(
+    ValueRow{"First",             "a", "k", "-", "v"},
+    ValueRow{"OtherCase",         "A", "K", "-", "v"},
+    ValueRow{"BlanksInNames",     " a ", " k ", "-", "v"},
+    ValueRow{"Empty",             "a", "empty", "-", ""},
+    ValueRow{"Blank",             "a", "blank", "-", ""},
+    ValueRow{"NoEqualSign",       "a", "noeq", "-", "-"},
+    ValueRow{"Comment",           "a", ";c", "-", "1"},
+    ValueRow{"SingleQuotes",      "a", "q", "-", "x"},
+    ValueRow{"QuotesDiffer",      "a", "q2", "-", "\"x'"},
+    ValueRow{"OnlyQuotes",        "a", "q3", "-", ""},
+    ValueRow{"OneQuote",          "a", "q4", "-", "\""},
+    ValueRow{"BlanksInQuotes",    "a", "q5", "-", " a "},
+    ValueRow{"QuotesInside",      "a", "q6", "-", "\"a\" b"},
+    ValueRow{"BlanksAround",      "a", "ind", "-", "z"},
+    ValueRow{"EmptyKey",          "a", "", "-", "nokey"},
+    ValueRow{"Tabs",              "a", "tab", "-", "y"},
+    ValueRow{"SemicolonInValue",  "a", "com", "-", "v ; c"},
+    ValueRow{"SectionWithBlanks", "sp ace", "k", "-", "1"},
+    ValueRow{"TextAfterBracket",  "b", "k", "-", "2"},
+    ValueRow{"UnclosedBracket",   "unclosed", "x", "-", "-"},
+    ValueRow{"BelowUnclosed",     "b", "x", "-", "3"},
+    ValueRow{"IndentedSection",   "ind", "k", "-", "4"},
+    ValueRow{"NamelessSection",   "", "k", "-", "-"},
+    ValueRow{"SectionAgain",      "a", "z", "-", "-"},
+    ValueRow{"LastBracketCounts", "x]y", "k", "-", "6"},
+    ValueRow{"DefaultTrimmed",    "a", "none", "  l t \t ", "  l t \t"},
+    ValueRow{"DefaultUnquoted",   "a", "none", "\"quoted\"", "quoted"},
+    ValueRow{"DefaultNull",       "a", "none", nullptr, ""},
+    ValueRow{"SectionMissing",    "none", nullptr, "-", "-"}), RowName);
+
+TEST(Profile, ListsSectionsKeysAndEntries)
+{
+    const std::string file = ScratchFile("test.ini");
+    WriteBytes(file, kFile);
+    const auto strings = [&](const char* section) {
+        return ListOf(400, [&](LPSTR buffer, DWORD size) { return GetPrivateProfileStringA(section, nullptr, "", buffer, size, file.c_str()); }).second;
+    };
+    EXPECT_EQ("a|sp ace|b|ind|a|x]y|", strings(nullptr));
+    EXPECT_EQ("k|empty|blank|q|q2|q3|q4|q5|q6|ind||k|tab|com|", strings("a"));
+    const auto entries = ListOf(400, [&](LPSTR buffer, DWORD size) { return GetPrivateProfileSectionA("a", buffer, size, file.c_str()); }).second;
+    EXPECT_EQ("k=v|empty=|blank=|noeq|q='x'|q2=\"x'|q3=\"\"|q4=\"|q5=\" a \"|q6=\"a\" b|ind=z|=nokey|k=second|tab=y|com=v ; c|", entries);
+}
+
+TEST(Profile, ListsAreCutToTwoLessThanTheSize)
+{
+    const std::string file = ScratchFile("test.ini");
+    WriteBytes(file, "[b]\r\nk=2\r\nl=3\r\n[c]\r\n");
+    using Cut = std::pair<DWORD, std::string>;
+    const auto keys = [&](DWORD size) {
+        return ListOf(size, [&](LPSTR buffer, DWORD room) { return GetPrivateProfileStringA("b", nullptr, "", buffer, room, file.c_str()); });
+    };
+    const auto names = [&](DWORD size) {
+        return ListOf(size, [&](LPSTR buffer, DWORD room) { return GetPrivateProfileSectionNamesA(buffer, room, file.c_str()); });
+    };
+    EXPECT_EQ(Cut(0, ""), keys(0));
+    EXPECT_EQ(Cut(0, ""), keys(1));
+    EXPECT_EQ(Cut(1, "k"), keys(3));
+    EXPECT_EQ(Cut(3, "k|l"), keys(5)) << "an exact fit counts as cut";
+    EXPECT_EQ(Cut(4, "k|l|"), keys(6));
+    EXPECT_EQ(Cut(2, "b|"), names(4));
+    EXPECT_EQ(Cut(4, "b|c|"), names(40));
+
+    char buffer[20];
+    EXPECT_EQ(3u, GetPrivateProfileSectionA("b", buffer, 5, file.c_str()));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_INSUFFICIENT_BUFFER), GetLastError());
+    EXPECT_EQ("k=2"s, buffer);
+    EXPECT_EQ(1u, GetPrivateProfileStringA("b", "k", "", buffer, 2, file.c_str()));
+    EXPECT_EQ(2u, GetPrivateProfileStringA("b", "none", "fallback", buffer, 3, file.c_str()));
+    EXPECT_EQ("fa"s, buffer);
+    EXPECT_EQ(0u, GetPrivateProfileStringA("b", "k", "", nullptr, 0, file.c_str()));
+}
+
+struct NumberRow
+{
+    const char* name;
+    std::string text;
+    int number;
+};
+
+class ProfileNumber : public testing::TestWithParam<NumberRow> {};
+
+TEST_P(ProfileNumber, IsTheLeadingNumber)
+{
+    const std::string file = ScratchFile("test.ini");
+    WriteBytes(file, "[i]\r\nn=" + GetParam().text + "\r\n");
+    EXPECT_EQ(GetParam().number, static_cast<int>(GetPrivateProfileIntA("i", "n", 42, file.c_str())));
+}
+
+INSTANTIATE_TEST_SUITE_P(, ProfileNumber, testing::Values(
+    NumberRow{"Decimal", "12", 12}, NumberRow{"Negative", "-12abc", -12}, NumberRow{"Plus", "+7", 7}, NumberRow{"Blank", " 8", 8},
+    NumberRow{"Hexadecimal", "0x1F", 31}, NumberRow{"UpperPrefix", "0X1f", 0}, NumberRow{"NegativeHexadecimal", "-0x10", -16},
+    NumberRow{"Octal", "0o17", 15}, NumberRow{"Binary", "0b11", 3}, NumberRow{"LeadingZero", "010", 10}, NumberRow{"Quoted", "\"5\"", 5},
+    NumberRow{"Wraps", "99999999999", 1215752191}, NumberRow{"Largest", "4294967295", -1}, NumberRow{"Letters", "abc", 0},
+    NumberRow{"EmptyIsTheDefault", "", 42}), RowName);
+
+struct WriteRow
+{
+    const char* name;
+    std::string before;
+    const char* section;
+    const char* key;
+    const char* value;
+    std::string after;
+};
+
+class ProfileWrite : public testing::TestWithParam<WriteRow> {};
+
+TEST_P(ProfileWrite, ChangesOnlyThatEntry)
+{
+    const std::string file = ScratchFile("test.ini");
+    if (!GetParam().before.empty())
+        WriteBytes(file, GetParam().before);
+    EXPECT_TRUE(WritePrivateProfileStringA(GetParam().section, GetParam().key, GetParam().value, file.c_str()));
+    WritePrivateProfileStringA(nullptr, nullptr, nullptr, file.c_str());
+    EXPECT_EQ(GetParam().after, ReadBytes(file));
+}
+
+INSTANTIATE_TEST_SUITE_P(, ProfileWrite, testing::Values(
+    WriteRow{"NewFile",        "", "s", "k", "v", "[s]\r\nk=v\r\n"},
+    WriteRow{"Changed",        "[s]\r\nk=v\r\n", "S", "K", "x", "[s]\r\nk=x\r\n"},
+    WriteRow{"NewKey",         "[s]\r\nk=v\r\n[t]\r\n", "s", "n", "1", "[s]\r\nk=v\r\nn=1\r\n[t]\r\n"},
+    WriteRow{"NewSection",     "[s]\r\nk=v\r\n", "t", "k", "1", "[s]\r\nk=v\r\n[t]\r\nk=1\r\n"},
+    WriteRow{"UnendedLine",    "[s]\r\nk=v", "s", "n", "1", "[s]\r\nk=v\r\nn=1\r\n"},
+    WriteRow{"LeadingBlanks",  "[s]\r\n", "s", "k", "  lead", "[s]\r\nk=lead\r\n"},
+    WriteRow{"Quotes",         "[s]\r\n", "s", "k", "\"q\"", "[s]\r\nk=\"q\"\r\n"},
+    WriteRow{"EmptyValue",     "[s]\r\n", "s", "k", "", "[s]\r\nk=\r\n"},
+    WriteRow{"KeyWithEquals",  "[s]\r\n", "s", "x=y", "3", "[s]\r\nx=y=3\r\n"},
+    WriteRow{"EmptyKey",       "[s]\r\n", "s", "", "v", "[s]\r\n=v\r\n"},
+    WriteRow{"BecomesAnEntry", "[s]\r\nnoeq\r\n", "s", "noeq", "z", "[s]\r\nnoeq=z\r\n"},
+    WriteRow{"KeepsComments",  "; h\r\n[s]\r\n; c\r\nk=v\r\n", "s", "k", "w", "; h\r\n[s]\r\n; c\r\nk=w\r\n"},
+    WriteRow{"SameValue",      "[s]\nk = v \n", "s", "k", "v", "[s]\nk = v \n"},
+    WriteRow{"KeyRemoved",     "[s]\r\nk=1\r\nk=2\r\n", "s", "k", nullptr, "[s]\r\nk=2\r\n"},
+    WriteRow{"FirstSectionOnly", "[s]\r\nk=1\r\n[s]\r\nk=2\r\n", "s", "k", nullptr, "[s]\r\n[s]\r\nk=2\r\n"},
+    WriteRow{"SectionRemoved", "[r]\r\n[s]\r\nk=1\r\nl\r\n[t]\r\nk=2\r\n", "s", nullptr, nullptr, "[r]\r\n[t]\r\nk=2\r\n"},
+    WriteRow{"MissingKey",     "[s]\r\nk=1\r\n", "s", "n", nullptr, "[s]\r\nk=1\r\n"},
+    WriteRow{"MissingSection", "[s]\r\nk=1\r\n", "t", nullptr, nullptr, "[s]\r\nk=1\r\n"},
+    WriteRow{"NothingToRemove", "", "s", "k", nullptr, ""},
+    WriteRow{"Utf8Mark",       "\xEF\xBB\xBF[s]\r\nk=1\r\n", "s", "k", "2", "\xEF\xBB\xBF[s]\r\nk=2\r\n"}), RowName);
+
+TEST(Profile, SectionsAreReplacedAsAWhole)
+{
+    const std::string file = ScratchFile("test.ini");
+    WriteBytes(file, "[s]\r\nk=1\r\n[t]\r\n");
+    EXPECT_TRUE(WritePrivateProfileSectionA("s", "a=1\0b=2\0c\0", file.c_str()));
+    WritePrivateProfileStringA(nullptr, nullptr, nullptr, file.c_str());
+    EXPECT_EQ("[s]\r\na=1\r\nb=2\r\n[t]\r\n", ReadBytes(file)) << "a line without \"=\" is left out";
+    EXPECT_TRUE(WritePrivateProfileSectionA("new", "", file.c_str())) << "no lines make no section";
+    EXPECT_TRUE(WritePrivateProfileSectionA("s", "", file.c_str()));
+    EXPECT_TRUE(WritePrivateProfileSectionA("t", nullptr, file.c_str()));
+    WritePrivateProfileStringA(nullptr, nullptr, nullptr, file.c_str());
+    EXPECT_EQ("[s]\r\n", ReadBytes(file));
+}
+
+TEST(Profile, FailuresSetTheLastError)
+{
+    const std::string file = ScratchFile("none.ini");
+    const std::string lost = ScratchFile("none") + "/x.ini";
+    char buffer[10];
+    EXPECT_EQ(1u, GetPrivateProfileStringA("a", "k", "d", buffer, sizeof buffer, file.c_str()));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), GetLastError());
+    EXPECT_EQ(5u, GetPrivateProfileIntA("a", "k", 5, file.c_str()));
+    EXPECT_EQ(0u, GetPrivateProfileSectionNamesA(buffer, sizeof buffer, file.c_str()));
+    EXPECT_EQ(1u, GetPrivateProfileStringA("a", "k", "d", buffer, sizeof buffer, lost.c_str()));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_PATH_NOT_FOUND), GetLastError());
+    EXPECT_FALSE(WritePrivateProfileStringA("a", "k", "v", lost.c_str()));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_PATH_NOT_FOUND), GetLastError());
+    EXPECT_FALSE(WritePrivateProfileStringA("a", "k", "v", ScratchFolder().string().c_str()));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_ACCESS_DENIED), GetLastError());
+    EXPECT_FALSE(WritePrivateProfileStringA("a", "k", "v", ""));
+    EXPECT_FALSE(WritePrivateProfileStringA(nullptr, "k", "v", file.c_str()));
+    EXPECT_EQ("", ReadBytes(file));
+}
+
+TEST(Profile, FilesOf16BitTextStaySo)
+{
+    const std::string file = ScratchFile("test.ini");
+    const auto utf16 = [](std::u16string text) { return std::string(reinterpret_cast<const char*>(text.data()), text.size() * 2); };
+    WriteBytes(file, utf16(u"\uFEFF[s]\r\nk=\u263Ae\r\n"));
+    char buffer[10];
+    EXPECT_EQ(2u, GetPrivateProfileStringA("s", "k", "", buffer, sizeof buffer, file.c_str()));
+    EXPECT_EQ("?e"s, buffer);
+    std::vector<unsigned short> name(file.begin(), file.end());
+    name.push_back(0);
+    WCHAR wide[10];
+    EXPECT_EQ(2u, GetPrivateProfileStringW(kelgen::AsWide(u"s"_w), kelgen::AsWide(u"k"_w), nullptr, wide, 10, kelgen::AsWide(name.data())));
+    EXPECT_EQ(0x263A, wide[0]);
+    EXPECT_TRUE(WritePrivateProfileStringW(kelgen::AsWide(u"s"_w), kelgen::AsWide(u"j"_w), kelgen::AsWide(u"\u263B"_w), kelgen::AsWide(name.data())));
+    WritePrivateProfileStringA(nullptr, nullptr, nullptr, file.c_str());
+    EXPECT_EQ(utf16(u"\uFEFF[s]\r\nk=\u263Ae\r\nj=\u263B\r\n"), ReadBytes(file));
+}
+
+TEST(Profile, FileWithoutFolderLiesInTheWindowsFolder)
+{
+    const std::string name = "kelgen-test.ini";
+    const std::string inFolder = "C:\\windows\\" + name;
+    EXPECT_TRUE(WritePrivateProfileStringA("s", "k", "v", name.c_str()));
+    char buffer[10];
+    EXPECT_EQ(1u, GetPrivateProfileStringA("s", "k", "", buffer, sizeof buffer, inFolder.c_str()));
+    DeleteFileA(inFolder.c_str());
+}
