@@ -2,6 +2,7 @@
 #pragma once
 
 #include <kelgen/containers/ArrayMemory.h>
+#include <kelgen/containers/SafeArrayElements.h>
 #include <kelgen/containers/StdArrayInterface.h>
 #include <kelgen/framework/Array.h>
 #include <kelgen/platform/Assert.h>
@@ -9,6 +10,8 @@
 #include <cstdint>
 #include <memory>
 #include <type_traits>
+
+class COleVariant;
 
 /// CArray with the operations that take a compare function, and with the general view of an array.
 ///
@@ -100,6 +103,24 @@ public:
 
     /// Whether the object pointer itself is null: by contract this may be called through a null pointer.
     bool IsThisNull() const { return reinterpret_cast<std::uintptr_t>(this) == 0; }
+
+    /// Empties the array, whose block stays, and appends every element of @p array from its lower to its upper bound. Always true.
+    /// Numbers narrower than TYPE are widened with zeros; texts and objects that are read become the caller's. An array that
+    /// has several dimensions or larger elements, or a TYPE that is more than plain bytes, gives no elements.
+    virtual bool CopySafeArray(SAFEARRAY* array);
+    /// A new automation array of @p type with the elements from index 0 on, which the caller destroys; null when elements of @p type
+    /// have another size than TYPE, or without memory.
+    SAFEARRAY* CreateSafeArray(VARTYPE type) const;
+    /// Frees what the initialised @p variant holds and gives it CreateSafeArray(type); leaves it empty when there is none.
+    void SetSafeArray(VARTYPE type, VARIANT& variant) const;
+    /// A variant that holds such an array of the elements of @p array. Callers include kelgen/framework/OleVariant.h.
+    template <class RESULT = COleVariant>
+    static RESULT GetOleVariantArray(VARTYPE type, CBaseArray& array)
+    {
+        RESULT variant;
+        array.SetSafeArray(type, variant);
+        return variant;
+    }
 
     void StdArraySetAt(int index, ARG_TYPE value) override { this->SetAt(index, value); }
     int StdArrayGetSize() override { return m_nSize; }
@@ -233,4 +254,34 @@ void CBaseArray<TYPE, ARG_TYPE>::SortAdd(ARG_TYPE value, Compare compare)
     while (index >= 0 && compare(value, m_pData[index]) >= 0)
         --index;
     this->InsertAt(index + 1, value);
+}
+
+template <class TYPE, class ARG_TYPE>
+bool CBaseArray<TYPE, ARG_TYPE>::CopySafeArray(SAFEARRAY* array)
+{
+    CBaseArray::RemoveAll(false);
+    if constexpr (std::is_trivially_copyable_v<TYPE> && std::is_default_constructible_v<TYPE>) {
+        const kelgen::detail::SafeArraySource source(array, sizeof(TYPE));
+        for (int i = 0; i < source.GetCount(); ++i) {
+            TYPE element{};
+            if (source.Read(i, &element))
+                this->Add(element);
+        }
+    }
+    return true;
+}
+
+template <class TYPE, class ARG_TYPE>
+SAFEARRAY* CBaseArray<TYPE, ARG_TYPE>::CreateSafeArray(VARTYPE type) const
+{
+    if constexpr (std::is_trivially_copyable_v<TYPE>)
+        return kelgen::detail::MakeSafeArray(type, m_pData, m_nSize, sizeof(TYPE));
+    else
+        return nullptr;
+}
+
+template <class TYPE, class ARG_TYPE>
+void CBaseArray<TYPE, ARG_TYPE>::SetSafeArray(VARTYPE type, VARIANT& variant) const
+{
+    kelgen::detail::StoreSafeArray(type, CreateSafeArray(type), variant);
 }

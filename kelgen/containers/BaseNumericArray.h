@@ -6,12 +6,12 @@
 #include <type_traits>
 
 /// A comparable array of numbers.
-template <class TYPE, class ARG_TYPE = TYPE, class BASE = CBaseComparableArray<TYPE, ARG_TYPE>>
-class CBaseNumericArray : public BASE
+template <class TYPE, class ARG_TYPE = TYPE, class BASE = CBaseArray<TYPE, ARG_TYPE>>
+class CBaseNumericArray : public CBaseComparableArray<TYPE, ARG_TYPE, BASE>
 {
 public:
-    using BASE::BASE;
-    using BASE::operator=;
+    using CBaseComparableArray<TYPE, ARG_TYPE, BASE>::CBaseComparableArray;
+    using CBaseComparableArray<TYPE, ARG_TYPE, BASE>::operator=;
 
     /// Appends @p count numbers: @p start, start + @p step, start + 2 * step and so on, wrapping as 32-bit numbers do. A count below 1
     /// appends nothing.
