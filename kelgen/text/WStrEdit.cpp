@@ -20,7 +20,7 @@ bool IsSpace(unsigned short unit)
 {
     if (unit < 0x80)
         return unit == 0x20 || (unit >= 0x09 && unit <= 0x0D);
-    return unit == 0xA0;
+    return _ismbcspace(unit) != 0;
 }
 
 /// Membership in a set of units; 0 is in none.

@@ -1,0 +1,63 @@
+// WStrCodePage.cpp: strings from narrow text, and short path names.
+#include <kelgen/text/WStr.h>
+
+#include <kelgen/text/International.h>
+#include <kelgen/text/WStrBlocks.h>
+
+#include <algorithm>
+
+using kelgen::detail::AddLengths;
+
+void CWStr::SetRes(const char* text)
+{
+    if (!text) {
+        Empty();
+        return;
+    }
+    const int count = CInternational::CPToUnicodeCount(m_dwResourceCP, text);
+    AllocBeforeWrite(AddLengths(count, count));
+    if (m_text == EmptyText())
+        return;
+    CInternational::CPToUnicode(m_dwResourceCP, m_text, count + 1, text);
+    SetLength(LengthToZero());
+}
+
+void CWStr::SetOEM(const char* text)
+{
+    if (!text) {
+        Empty();
+        return;
+    }
+    // -1: text that the runtime's locale cannot read, which has no length.
+    const int count = std::max(0, static_cast<int>(_mbstrlen(text)));
+    AllocBeforeWrite(AddLengths(count, count));
+    if (m_text == EmptyText())
+        return;
+    CInternational::OEMToUnicode(m_text, count + 1, text);
+    SetLength(LengthToZero());
+}
+
+bool CWStr::Copy(const char* text, int n)
+{
+    return CInternational::Latin1ToUnicode(*this, text, n);
+}
+
+DWORD CWStr::_GetShortPathName(const char* path)
+{
+    constexpr DWORD kLocal = 10;
+    CWStr longPath;
+    longPath.SetOEM(path);
+
+    unsigned short local[kLocal] = {};
+    const DWORD needed = GetShortPathNameW(kelgen::AsWide(longPath.m_text), kelgen::AsWide(local), kLocal);
+    if (needed == 0)
+        return 0;
+    if (needed <= kLocal) {
+        *this = local;
+        return needed;
+    }
+    unsigned short* const buffer = GetBuffer(static_cast<int>(needed));
+    const DWORD result = GetShortPathNameW(kelgen::AsWide(longPath.m_text), kelgen::AsWide(buffer), needed);
+    ReleaseBuffer();
+    return result;
+}

@@ -1,0 +1,330 @@
+// MemoryStorageTest.cpp: growth, pointers that follow, ownership, whole files and the lock.
+#include <kelgen/persistence/MemoryStorage.h>
+
+#include <kelgen/framework/Archive.h>
+#include <kelgen/framework/File.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <cstring>
+#include <thread>
+
+namespace {
+
+struct Storage : CMemoryStorage
+{
+    using CMemoryStorage::CMemoryStorage;
+    using CMemoryStorage::m_addUp;
+    using CMemoryStorage::m_capacity;
+    using CMemoryStorage::m_locked;
+    using CMemoryStorage::m_lockEnforced;
+};
+
+void Fill(CMemoryStorage& storage, const std::string& bytes)
+{
+    storage.SetDataAndSize(reinterpret_cast<unsigned char*>(const_cast<char*>(bytes.data())), static_cast<int>(bytes.size()));
+}
+
+std::string Bytes(const CMemoryStorage& storage)
+{
+    const unsigned char* const block = storage.GetAllocation();
+    return block ? std::string(block, block + storage.GetStorageSize()) : std::string();
+}
+
+template <class Action>
+bool ThrowsMemoryException(const Action& action)
+{
+    try {
+        action();
+    } catch (CMemoryException* error) {
+        error->Delete();
+        return true;
+    }
+    return false;
+}
+
+/// A file of a given length that serves the same byte throughout, or fails.
+class LengthFile : public CFile
+{
+public:
+    ULONGLONG length = 0;
+    UINT readable = 0;
+    UINT asked = 0;
+    bool sought = false;
+
+    ULONGLONG GetLength() const override { return length; }
+    ULONGLONG Seek(LONGLONG offset, UINT from) override
+    {
+        sought = offset == 0 && from == CFile::begin;
+        return 0;
+    }
+    UINT Read(void* buffer, UINT count) override
+    {
+        asked = count;
+        std::memset(buffer, 'r', std::min(count, readable));
+        if (count > readable)
+            throw new CFileException(CFileException::hardIO);
+        return count;
+    }
+};
+
+}  // namespace
+
+TEST(MemoryStorage, GrowsByTheAddUpAndNeverShrinks)
+{
+    Storage storage(nullptr);
+    EXPECT_EQ(nullptr, storage.GetAllocation());
+    storage.Allocate(0);
+    EXPECT_EQ(0u, storage.m_capacity);
+    storage.Allocate(100);
+    EXPECT_EQ(612u, storage.m_capacity);
+    const unsigned char* const block = storage.GetAllocation();
+    storage.Allocate(612);
+    EXPECT_EQ(612u, storage.m_capacity);
+    EXPECT_EQ(block, storage.GetAllocation());
+    storage.AllocateAddUp(1);
+    EXPECT_EQ(613u, storage.GetStorageSize());
+    EXPECT_EQ(1125u, storage.m_capacity);
+    storage.Allocate(0);
+    EXPECT_EQ(nullptr, storage.GetAllocation()) << "the block is kept, but size 0 shows none";
+    EXPECT_EQ(1125u, storage.m_capacity);
+}
+
+TEST(MemoryStorage, SizesThatNoBlockHoldsChangeNothing)
+{
+    Storage storage(nullptr);
+    Fill(storage, "abc");
+    EXPECT_TRUE(ThrowsMemoryException([&] { storage.Allocate(0xFFFFFFFF); }));
+    EXPECT_TRUE(ThrowsMemoryException([&] { storage.AllocateAddUp(0xFFFFFFFF); }));
+    EXPECT_TRUE(ThrowsMemoryException([&] { storage.SetDataAndSize(nullptr, -1); }));
+    EXPECT_EQ("abc", Bytes(storage));
+    EXPECT_EQ(515u, storage.m_capacity);
+}
+
+TEST(MemoryStorage, IsClosedWhileEnforcedAndNotLocked)
+{
+    Storage storage(nullptr);
+    Fill(storage, "abc");
+    Storage copy(nullptr);
+    storage.m_lockEnforced = true;
+    EXPECT_FALSE(storage.IsEnabled());
+    EXPECT_EQ(nullptr, storage.GetAllocation());
+    EXPECT_TRUE(ThrowsMemoryException([&] { storage.Allocate(1); }));
+    storage.Lock();
+    EXPECT_FALSE(storage.IsEnabled()) << "locking does not open it";
+    storage.Unlock();
+    copy = storage;
+    EXPECT_EQ(3u, copy.GetStorageSize());
+    EXPECT_FALSE(copy == storage);
+    LengthFile file;
+    CArchive archive(&file, CArchive::load);
+    storage.FullLoad(archive);
+    EXPECT_FALSE(file.sought);
+    storage.m_locked = true;
+    EXPECT_TRUE(storage.IsEnabled());
+    EXPECT_EQ("abc", Bytes(storage));
+}
+
+TEST(MemoryStorage, CopiesBytesAlsoOfItself)
+{
+    char bytes[] = "abcdef";
+    CMemoryStorage storage(nullptr, bytes, 6);
+    storage.SetDataAndSize(storage.GetAllocation() + 2, 3);
+    EXPECT_EQ("cde", Bytes(storage));
+    storage = *&storage;
+    EXPECT_EQ("cde", Bytes(storage));
+    CMemoryStorage copy(nullptr);
+    copy = storage;
+    storage.GetAllocation()[0] = 'X';
+    EXPECT_EQ("cde", Bytes(copy));
+}
+
+TEST(MemoryStorage, ComparesSizesThenBytes)
+{
+    CMemoryStorage left(nullptr);
+    CMemoryStorage right(nullptr);
+    EXPECT_TRUE(left == right);
+    left.Allocate(10);
+    left.Allocate(0);
+    EXPECT_TRUE(left == right) << "empty with and without a block";
+    Fill(left, "abc");
+    EXPECT_FALSE(left == right);
+    Fill(right, "abd");
+    EXPECT_FALSE(left == right);
+    right.GetAllocation()[2] = 'c';
+    EXPECT_TRUE(left == right);
+    EXPECT_TRUE(left == left);
+}
+
+TEST(MemoryStorage, ComparisonWaitsForTheOthersLock)
+{
+    CMemoryStorage left(nullptr);
+    CMemoryStorage right(nullptr);
+    Fill(left, "a");
+    Fill(right, "b");
+    right.Lock();
+    std::atomic<bool> equal = false;
+    std::thread comparer([&] { equal = left == right; });
+    Fill(right, "a");
+    right.Unlock();
+    comparer.join();
+    EXPECT_TRUE(equal);
+}
+
+TEST(MemoryStorage, DetachGivesTheBlockAway)
+{
+    Storage storage(nullptr);
+    storage.m_addUp = 7;
+    Fill(storage, "abc");
+    storage.m_locked = true;
+    unsigned char* const block = storage.DetachStorage();
+    EXPECT_EQ(0, std::memcmp(block, "abc", 3));
+    std::free(block);
+    EXPECT_EQ(0u, storage.GetStorageSize());
+    EXPECT_EQ(0u, storage.m_capacity);
+    EXPECT_EQ(512u, storage.m_addUp);
+    EXPECT_FALSE(storage.IsLocked());
+    EXPECT_EQ(nullptr, storage.DetachStorage());
+}
+
+TEST(MemoryStorage, LoadsTheWholeFileFromItsBeginning)
+{
+    LengthFile file;
+    file.length = file.readable = 5;
+    CArchive archive(&file, CArchive::load);
+    CMemoryStorage storage(nullptr);
+    storage.FullLoad(archive);
+    EXPECT_TRUE(file.sought);
+    EXPECT_EQ("rrrrr", Bytes(storage));
+    file.readable = 2;
+    file.length = 3;
+    storage.FullLoad(archive);
+    EXPECT_EQ("rrr", Bytes(storage)) << "the error is swallowed, what was there stays";
+    EXPECT_EQ(3u, storage.GetStorageSize());
+}
+
+TEST(MemoryStorage, RefusesFilesBeyondTwoGigabytes)
+{
+    LengthFile file;
+    CArchive archive(&file, CArchive::load);
+    CMemoryStorage storage(nullptr);
+    file.length = 0x80000000;
+    const char* text = "";
+    try {
+        storage.FullLoad(archive);
+    } catch (char* thrown) {
+        text = thrown;
+    }
+    EXPECT_STREQ("File farly too large to be stored entirely in 32-bit memory.", text);
+    EXPECT_FALSE(file.sought);
+
+    file.length = 0x7FFFFFFF;
+    try {
+        storage.FullLoad(archive);
+        EXPECT_EQ(0x7FFFFFFFu, file.asked);
+    } catch (CMemoryException* error) {
+        error->Delete();
+    }
+    EXPECT_TRUE(file.sought);
+}
+
+TEST(MemoryStorageContainer, KeptPointersFollowTheBlock)
+{
+    CMemoryStorageContainer container(16);
+    void* cursor = reinterpret_cast<void*>(INT_PTR{10});
+    void* second = nullptr;
+    EXPECT_TRUE(container.KeepStoragePointer(&cursor));
+    EXPECT_TRUE(container.KeepStoragePointer(&second));
+    for (DWORD size = 100; size < 4'000'000; size *= 3) {
+        container.Allocate(size);
+        ASSERT_EQ(container.GetAllocation() + 10, cursor) << size;
+        ASSERT_EQ(container.GetAllocation(), second) << size;
+    }
+    container.AllocateAddUp(500);
+    EXPECT_EQ(container.GetAllocation() + 10, cursor);
+    EXPECT_TRUE(container.OffsetStorageKeptPointers(-3));
+    EXPECT_EQ(container.GetAllocation() + 7, cursor);
+}
+
+TEST(MemoryStorageContainer, WithoutAStorage)
+{
+    char bytes[] = "abc";
+    CMemoryStorageContainer container(bytes, 3);
+    EXPECT_FALSE(container.IsValid());
+    EXPECT_EQ(nullptr, container.GetAllocation());
+    EXPECT_FALSE(container.Lock());
+    EXPECT_FALSE(container.Unlock());
+    container.Allocate(2);
+    EXPECT_TRUE(container.IsValid());
+    EXPECT_TRUE(container.Lock());
+    EXPECT_TRUE(container.Unlock());
+}
+
+TEST(MemoryStorageContainer, AddUpReachesOnlyStoragesThatAllocateMakes)
+{
+    const auto capacity = [](CMemoryStorageContainer& container) {
+        return static_cast<Storage*>(container.GetMemoryStorage())->m_capacity;
+    };
+    CMemoryStorageContainer allocated(100);
+    allocated.Allocate(1);
+    EXPECT_EQ(101u, capacity(allocated));
+    LengthFile file;
+    file.length = file.readable = 1;
+    CArchive archive(&file, CArchive::load);
+    CMemoryStorageContainer loaded(100);
+    loaded.FullLoad(archive);
+    EXPECT_EQ(513u, capacity(loaded));
+    EXPECT_EQ(1u, loaded.GetStorageSize_());
+    CMemoryStorageContainer copied(100);
+    copied = allocated;
+    EXPECT_EQ(513u, capacity(copied));
+}
+
+TEST(MemoryStorageContainer, OwnsWhatItIsGivenToOwn)
+{
+    static int alive;
+    alive = 0;
+    struct Counted : CMemoryStorage
+    {
+        Counted() : CMemoryStorage(nullptr) { ++alive; }
+        ~Counted() override { --alive; }
+    };
+    {
+        CMemoryStorageContainer container(0);
+        Counted borrowed;
+        container.FullLoad(new Counted, true);
+        EXPECT_EQ(2, alive);
+        container.FullLoad(&borrowed, false);
+        EXPECT_EQ(1, alive);
+        container.FullLoad(new Counted, true);
+        CMemoryStorage* const held = container.GetMemoryStorage();
+        container.FullLoad(held, true);
+        EXPECT_EQ(2, alive) << "given what it holds";
+        container.FullLoad(nullptr, false);
+        EXPECT_EQ(1, alive);
+        EXPECT_FALSE(container.IsValid());
+    }
+    EXPECT_EQ(0, alive);
+}
+
+TEST(MemoryStorageContainer, AssignmentCopiesAndForgetsPointers)
+{
+    CMemoryStorageContainer source(0);
+    source.Allocate(3);
+    std::memcpy(source.GetAllocation(), "abc", 3);
+    CMemoryStorageContainer target(0);
+    CMemoryStorage held(nullptr);
+    target.FullLoad(&held, false);
+    void* kept = &held;
+    target.KeepStoragePointer(&kept);
+    target = source;
+    EXPECT_EQ("abc", Bytes(*target.GetMemoryStorage()));
+    EXPECT_NE(source.GetAllocation(), target.GetAllocation());
+    target.Allocate(1'000'000);
+    EXPECT_EQ(&held, kept);
+    const CMemoryStorageContainer none(0);
+    CMemoryStorage* const previous = target.GetMemoryStorage();
+    target = none;
+    EXPECT_FALSE(target.IsValid());
+    delete previous;
+}

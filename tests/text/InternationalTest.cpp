@@ -1,0 +1,302 @@
+// InternationalTest.cpp: what each conversion counts, reports and leaves, on good and broken input of several pages.
+#include <kelgen/text/International.h>
+
+#include "text/Units.h"
+
+#include "support/Random.h"
+#include "support/Rows.h"
+
+#include <climits>
+#include <cstdlib>
+#include <functional>
+
+using kelgen::test::Random;
+using kelgen::test::Units;
+
+namespace {
+
+std::string Bytes(const CMemoryStorage& storage)
+{
+    return std::string(reinterpret_cast<const char*>(storage.GetAllocation()), storage.GetStorageSize());
+}
+
+std::string Bytes(const CString& text)
+{
+    return std::string(static_cast<LPCSTR>(text), static_cast<std::size_t>(text.GetLength()));
+}
+
+/// Converts through the platform, from the OEM page to @p page.
+std::string FromOem(UINT page, const std::string& text)
+{
+    WCHAR units[64];
+    const int count = MultiByteToWideChar(GetOEMCP(), 0, text.data(), static_cast<int>(text.size()), units, 64);
+    char bytes[128];
+    return std::string(bytes, static_cast<std::size_t>(WideCharToMultiByte(page, 0, units, count, bytes, 128, nullptr, nullptr)));
+}
+
+struct Scratch : CInternational
+{
+    using CInternational::AllocCh;
+    using CInternational::AllocWch;
+};
+
+struct CountRow
+{
+    const char* name;
+    int (*count)();
+    int expected;
+};
+
+class InternationalCount : public testing::TestWithParam<CountRow> {};
+
+}  // namespace
+
+TEST_P(InternationalCount, Is)
+{
+    EXPECT_EQ(GetParam().expected, GetParam().count());
+}
+
+INSTANTIATE_TEST_SUITE_P(, InternationalCount, testing::Values(
+    CountRow{"AnsiCountsTheTerminator", [] { return CInternational::AnsiToUnicodeCount("abc"); }, 4},
+    CountRow{"OemCountsTheTerminator", [] { return CInternational::OEMToUnicodeCount("abc"); }, 4},
+    CountRow{"StringCountsTheTerminator", [] { return CInternational::StringToUnicodeCount("abc"); }, 4},
+    CountRow{"CodePageDoesNot", [] { return CInternational::CPToUnicodeCount(1252, "abc"); }, 3},
+    CountRow{"CodePageTwoByteCharacters", [] { return CInternational::CPToUnicodeCount(932, "a\x82\xA0z"); }, 3},
+    CountRow{"CodePageEmpty", [] { return CInternational::CPToUnicodeCount(1252, ""); }, 0},
+    CountRow{"CodePageNull", [] { return CInternational::CPToUnicodeCount(1252, nullptr); }, 0},
+    CountRow{"CodePageUnknown", [] { return CInternational::CPToUnicodeCount(99999, "abc"); }, 0},
+    CountRow{"ToAnsi", [] { return CInternational::UnicodeToAnsiCount(u"\x3042z"_w); }, 3},
+    CountRow{"ToOem", [] { return CInternational::UnicodeToOEMCount(u"abc"_w); }, 4},
+    CountRow{"ToLatin1", [] { return CInternational::UnicodeToLatin1Count(u"abc"_w); }, 4},
+    CountRow{"ToLatin1Null", [] { return CInternational::UnicodeToLatin1Count(nullptr); }, 0},
+    CountRow{"StringToLatin1", [] { return CInternational::StringToLatin1Count("abc"); }, 4},
+    CountRow{"StringToShiftJis", [] { return CInternational::StringToShiftJisCount("\xE0"); }, 3},
+    CountRow{"StringToLatin1Null", [] { return CInternational::StringToLatin1Count(nullptr); }, 0}), kelgen::test::RowName);
+
+TEST(International, DirectConversionsReportTheConverter)
+{
+    struct
+    {
+        const char* name;
+        std::function<bool(unsigned short*, int)> convert;
+        char16_t unit;
+    } const rows[] = {
+        {"Ansi", [](unsigned short* dst, int n) { return CInternational::AnsiToUnicode(dst, n, "a\xE9"); }, u'\x00E9'},
+        {"OEM", [](unsigned short* dst, int n) { return CInternational::OEMToUnicode(dst, n, "a\x82"); }, u'\x00E9'},
+        {"CP", [](unsigned short* dst, int n) { return CInternational::CPToUnicode(932, dst, n, "a\x82\xA0"); }, u'\x3042'},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        unsigned short units[4] = {1, 1, 1, 1};
+        EXPECT_FALSE(row.convert(units, 2)) << "no room for the terminator";
+        EXPECT_EQ(row.unit, units[1]) << "what fits is filled";
+        EXPECT_EQ(1, units[2]);
+        EXPECT_TRUE(row.convert(units, 3));
+        EXPECT_EQ(0, units[2]);
+        EXPECT_EQ(1, units[3]);
+    }
+
+    char bytes[4];
+    EXPECT_FALSE(CInternational::UnicodeToAnsi(bytes, 2, u"ab"_w));
+    EXPECT_TRUE(CInternational::UnicodeToAnsi(bytes, 4, u"\x00E9\x0100\x3042"_w));
+    EXPECT_STREQ("\xE9" "A?", bytes);
+    EXPECT_TRUE(CInternational::UnicodeToOEM(bytes, 4, u"\x00E9\xD83D\xDE00"_w));
+    EXPECT_STREQ("\x82??", bytes);
+    EXPECT_TRUE(CInternational::UnicodeToLatin1(bytes, 4, u"\x20AC\xDE00"_w));
+    EXPECT_STREQ("\x80?", bytes);
+    EXPECT_FALSE(CInternational::UnicodeToLatin1(bytes, 4, nullptr));
+}
+
+TEST(International, StringToUnicodeAlwaysSucceeds)
+{
+    unsigned short units[3] = {1, 1, 1};
+    EXPECT_TRUE(CInternational::StringToUnicode(units, 2, "\x82\x83z"));
+    EXPECT_EQ(0x00E9, units[0]);
+    EXPECT_EQ(0x00E2, units[1]);
+    EXPECT_EQ(1, units[2]) << "nothing terminates";
+    EXPECT_TRUE(CInternational::StringToUnicode(units, 0, "z"));
+    EXPECT_TRUE(CInternational::StringToUnicode(units, 2, nullptr));
+}
+
+TEST(International, Latin1ToUnicodeEndsAtTheFirstZero)
+{
+    CWStr text(u"before"_w);
+    EXPECT_TRUE(CInternational::Latin1ToUnicode(text, "\xE9t\xE9!", 3));
+    EXPECT_EQ(u"\x00E9t\x00E9", Units(text));
+    EXPECT_TRUE(CInternational::Latin1ToUnicode(text, "a\x80\x81", -1));
+    EXPECT_EQ(u"a\x20AC\x0081", Units(text));
+    EXPECT_TRUE(CInternational::Latin1ToUnicode(text, "a\0b", 3));
+    EXPECT_EQ(u"a", Units(text));
+    EXPECT_TRUE(CInternational::Latin1ToUnicode(text, nullptr, 3));
+    EXPECT_EQ(u"", Units(text));
+    EXPECT_TRUE(text.Copy("xyz", 2));
+    EXPECT_EQ(u"xy", Units(text));
+}
+
+TEST(International, ShiftJisToUnicodeEndsAtItsFixedPlace)
+{
+    CWStr text;
+    EXPECT_TRUE(CInternational::ShiftJisToUnicode(text, "a\x82\xA0z", 5));
+    EXPECT_EQ(u"a\x3042z", Units(text));
+    EXPECT_TRUE(CInternational::ShiftJisToUnicode(text, "abc", 3));
+    EXPECT_EQ(u"ab", Units(text)) << "the last unit without the source's terminator";
+    EXPECT_TRUE(CInternational::ShiftJisToUnicode(text, "a\x81", 3)) << "a lead byte takes the terminator along, which stays";
+    EXPECT_EQ(u"a\x30FB", Units(text));
+    EXPECT_TRUE(CInternational::ShiftJisToUnicode(text, "abc", 1));
+    EXPECT_EQ(u"", Units(text));
+    for (const int n : {0, -1, INT_MIN}) {
+        text = u"before"_w;
+        EXPECT_TRUE(CInternational::ShiftJisToUnicode(text, "abc", n));
+        EXPECT_EQ(u"", Units(text));
+    }
+}
+
+TEST(International, CPToUnicodeFillsTheStringAndReportsFailure)
+{
+    CWStr text(u"before"_w);
+    const CWStr other(text);
+    EXPECT_TRUE(CInternational::CPToUnicode(932, text, "\x82\xA0\x88\xA0"));
+    EXPECT_EQ(u"\x3042\x4E9C", Units(text));
+    EXPECT_EQ(u"before", Units(other));
+    EXPECT_TRUE(CInternational::CPToUnicode(65001, text, "\xC3\xA9\xF0\x9F\x98\x80"));
+    EXPECT_EQ(u"\x00E9\xD83D\xDE00", Units(text));
+    EXPECT_TRUE(CInternational::CPToUnicode(65001, text, "\xED\xA0\x80"));
+    EXPECT_EQ(u"\xFFFD\xFFFD", Units(text));
+    EXPECT_FALSE(CInternational::CPToUnicode(99999, text, "abc"));
+    EXPECT_EQ(u"\xFFFD\xFFFD", Units(text));
+    EXPECT_TRUE(CInternational::CPToUnicode(1252, text, ""));
+    EXPECT_EQ(u"", Units(text));
+}
+
+TEST(International, StringsOfOtherPagesAreTerminatedAndAlwaysSucceed)
+{
+    char bytes[6] = "#####";
+    EXPECT_TRUE(CInternational::StringToLatin1(bytes, 3, "\x82" "b\x84" "cd"));
+    EXPECT_EQ(std::string("\xE9" "b\xE4\0#", 5), std::string(bytes, 5));
+    EXPECT_TRUE(CInternational::StringToShiftJis(bytes, 1, "\xE0")) << "two bytes do not fit, which is not told";
+    EXPECT_EQ(0, bytes[1]);
+    EXPECT_TRUE(CInternational::StringToShiftJis(bytes, 3, "\xE0" "bc"));
+    EXPECT_EQ(std::string("\x83\xBF" "b"), bytes);
+    EXPECT_TRUE(CInternational::StringToLatin1(bytes, 0, "abc"));
+    EXPECT_EQ(0, bytes[0]);
+    EXPECT_TRUE(CInternational::StringToLatin1(bytes, -1, "abc"));
+
+    CMemoryStorage storage(nullptr);
+    EXPECT_TRUE(CInternational::StringToLatin1(storage, "a\x82"));
+    EXPECT_EQ(std::string("a\xE9\0\0", 4), Bytes(storage));
+}
+
+TEST(International, TextsOfFixedPagesBecomeOemStrings)
+{
+    CString text("before");
+    EXPECT_TRUE(CInternational::Latin1ToString(text, "a\xE9z", 2));
+    EXPECT_EQ("a\x82", Bytes(text));
+    EXPECT_TRUE(CInternational::ShiftJisToString(text, "a\x83\xBF", -1));
+    EXPECT_EQ("a\xE0", Bytes(text));
+    EXPECT_TRUE(CInternational::Latin1ToString(text, "a\0b", 3));
+    EXPECT_EQ("a", Bytes(text));
+    EXPECT_FALSE(CInternational::Latin1ToString(text, "abc", 0));
+    EXPECT_FALSE(CInternational::ShiftJisToString(text, nullptr, 3));
+    EXPECT_EQ("a", Bytes(text)) << "a failure leaves the text";
+}
+
+TEST(International, UnicodeFillsStringsAndStorages)
+{
+    CString text("before");
+    EXPECT_TRUE(CInternational::UnicodeToAnsi(text, u"a\x00E9"_w));
+    EXPECT_EQ("a\xE9", Bytes(text));
+    EXPECT_TRUE(CInternational::UnicodeToOEM(text, u"a\x00E9"_w));
+    EXPECT_EQ("a\x82", Bytes(text));
+    EXPECT_TRUE(CInternational::UnicodeToOEM(text, u""_w));
+    EXPECT_EQ("", Bytes(text));
+    text = "before";
+    EXPECT_FALSE(CInternational::UnicodeToAnsi(text, nullptr));
+    EXPECT_EQ("", Bytes(text));
+
+    CMemoryStorage storage(nullptr);
+    EXPECT_TRUE(CInternational::UnicodeToAnsi(storage, u"\x00E9"_w));
+    EXPECT_EQ(std::string("\xE9\0", 2), Bytes(storage));
+    EXPECT_TRUE(CInternational::UnicodeToLatin1(storage, u"\x20AC"_w));
+    EXPECT_EQ(std::string("\x80\0", 2), Bytes(storage));
+    storage.Allocate(4);
+    std::memset(storage.GetAllocation(), '#', 4);
+    EXPECT_TRUE(CInternational::UnicodeToOEM(storage, u"ab"_w));
+    EXPECT_EQ(std::string("ab\0#", 4), Bytes(storage)) << "one byte more, not written";
+    EXPECT_FALSE(CInternational::UnicodeToOEM(storage, nullptr));
+    EXPECT_FALSE(CInternational::UnicodeToAnsi(storage, nullptr));
+    EXPECT_EQ(0u, storage.GetStorageSize());
+}
+
+TEST(International, CopiesBelongToTheCaller)
+{
+    unsigned short* const wide = CInternational::ToUnicodeDup_("a\xE9");
+    EXPECT_EQ(u"a\x00E9", Units(CWStr(wide)));
+    std::free(wide);
+    char* bytes = CInternational::UnicodeToAnsiDup_("a\xE9");
+    EXPECT_STREQ("a\xE9", bytes);
+    std::free(bytes);
+    CString text("a\0b", 3);
+    bytes = CInternational::UnicodeToAnsiDup_(text);
+    EXPECT_EQ(std::string("a\0b\0", 4), std::string(bytes, 4));
+    std::free(bytes);
+    EXPECT_EQ(nullptr, CInternational::ToUnicodeDup_(nullptr));
+}
+
+TEST(International, ScratchGrowsOnly)
+{
+    EXPECT_TRUE(Scratch::AllocWch(0));
+    EXPECT_TRUE(Scratch::AllocWch(5000));
+    EXPECT_TRUE(Scratch::AllocWch(-1));
+    EXPECT_TRUE(Scratch::AllocCh(5000));
+    CWStr text;
+    const std::string longText(20000, '\xE9');
+    EXPECT_TRUE(CInternational::Latin1ToUnicode(text, longText.c_str(), -1));
+    EXPECT_EQ(std::u16string(20000, u'\x00E9'), Units(text));
+}
+
+TEST(International, TextOfTheOemPageIsTheConvertersOwn)
+{
+    Random random;
+    for (int round = 0; round < 2000; ++round) {
+        std::string bytes;
+        for (int i = random.Between(1, 40); i > 0; --i)
+            bytes += static_cast<char>(random.Between(1, 255));
+        const int length = static_cast<int>(bytes.size());
+        std::string latin1(bytes.size() + 1, '#');
+        ASSERT_TRUE(CInternational::StringToLatin1(latin1.data(), length, bytes.c_str()));
+        ASSERT_EQ(FromOem(1252, bytes) + '\0', latin1);
+        ASSERT_EQ(static_cast<int>(FromOem(932, bytes).size()) + 1, CInternational::StringToShiftJisCount(bytes.c_str()));
+        CWStr text;
+        text.SetOEM(bytes.c_str());
+        ASSERT_EQ(length, text.GetLength());
+        ASSERT_EQ(2 * length <= 8 ? 8 : 2 * length <= 64 ? 64 : 128, text.GetAllocLength()) << "twice the length is reserved";
+        CString back;
+        ASSERT_TRUE(CInternational::UnicodeToOEM(back, text));
+        ASSERT_EQ(bytes, Bytes(back));
+    }
+}
+
+TEST(WStrCodePage, ResourceTextsFollowTheCodePage)
+{
+    CWStr text(u"before"_w);
+    text.SetRes("a\xE9");
+    EXPECT_EQ(u"a\x00E9", Units(text));
+    CWStr::m_dwResourceCP = 932;
+    text.SetRes("\x82\xA0z");
+    EXPECT_EQ(u"\x3042z", Units(text));
+    CWStr::m_dwResourceCP = 0;
+    text.SetRes("");
+    EXPECT_EQ(0, text.GetLength());
+    text.SetRes("abc");
+    const CWStr other(text);
+    text.SetRes(nullptr);
+    EXPECT_EQ(static_cast<const unsigned short*>(AfxGetEmptyWStr()), static_cast<const unsigned short*>(text));
+    text.SetRes("");
+    text.SetOEM("");
+    EXPECT_EQ(static_cast<const unsigned short*>(AfxGetEmptyWStr()), static_cast<const unsigned short*>(text));
+    text.SetOEM("\x82");
+    EXPECT_EQ(u"\x00E9", Units(text));
+    text.SetOEM(nullptr);
+    EXPECT_EQ(u"", Units(text));
+    EXPECT_EQ(u"abc", Units(other));
+}

@@ -1,0 +1,174 @@
+// WStrEditTest.cpp: editing in place, by rule and against obvious models.
+#include <kelgen/text/WStr.h>
+
+#include "text/Units.h"
+
+#include "support/Random.h"
+#include "support/Rows.h"
+
+#include <algorithm>
+
+using kelgen::test::Random;
+using kelgen::test::Units;
+
+namespace {
+
+CWStr Text(const std::u16string& text)
+{
+    return CWStr(Units(text), static_cast<int>(text.size()));
+}
+
+const std::u16string kZeros(u"  a \0  b  ", 10);
+
+struct EditRow
+{
+    const char* name;
+    std::u16string before;
+    int (*edit)(CWStr& text);
+    int result;
+    std::u16string after;
+};
+
+class WStrEdit : public testing::TestWithParam<EditRow> {};
+
+}  // namespace
+
+TEST_P(WStrEdit, ResultAndText)
+{
+    const EditRow& row = GetParam();
+    CWStr text = Text(row.before);
+    EXPECT_EQ(row.result, row.edit(text));
+    EXPECT_EQ(row.after, Units(text));
+    EXPECT_EQ(0, static_cast<const unsigned short*>(text)[text.GetLength()]);
+}
+
+INSTANTIATE_TEST_SUITE_P(, WStrEdit, testing::Values(
+    EditRow{"InsertUnitBefore", u"abc", [](CWStr& s) { return s.Insert(-5, static_cast<unsigned short>('x')); }, 4, u"xabc"},
+    EditRow{"InsertUnitBeyond", u"abc", [](CWStr& s) { return s.Insert(9, static_cast<unsigned short>('x')); }, 4, u"abcx"},
+    EditRow{"InsertUnitIntoEmpty", u"", [](CWStr& s) { return s.Insert(0, static_cast<unsigned short>('x')); }, 1, u"x"},
+    EditRow{"InsertZeroUnit", u"abc", [](CWStr& s) { return s.Insert(1, static_cast<unsigned short>(0)); }, 4,
+            std::u16string(u"a\0bc", 4)},
+    EditRow{"InsertUnitWhenFull", u"12345678", [](CWStr& s) { return s.Insert(4, static_cast<unsigned short>('x')); }, 9, u"1234x5678"},
+    EditRow{"InsertTextBeyond", u"abc", [](CWStr& s) { return s.Insert(99, u"xy"_w); }, 5, u"abcxy"},
+    EditRow{"InsertTextBefore", u"abc", [](CWStr& s) { return s.Insert(-1, u"xy"_w); }, 5, u"xyabc"},
+    EditRow{"InsertItself", u"abc", [](CWStr& s) { return s.Insert(1, static_cast<const unsigned short*>(s)); }, 6, u"aabcbc"},
+    EditRow{"DeleteReturnsTheOldLength", u"abc", [](CWStr& s) { return s.Delete(1, 1); }, 3, u"ac"},
+    EditRow{"DeleteFromBefore", u"abc", [](CWStr& s) { return s.Delete(-2, 1); }, 3, u"bc"},
+    EditRow{"DeleteNothing", u"abc", [](CWStr& s) { return s.Delete(0, -1); }, 3, u"abc"},
+    EditRow{"DeleteAtTheEnd", u"abc", [](CWStr& s) { return s.Delete(3, 1); }, 3, u"abc"},
+    EditRow{"DeleteStaysInTheText", u"abc", [](CWStr& s) { return s.Delete(1, 0x7FFFFFFF); }, 3, u"a"},
+    EditRow{"ReplaceUnitBeyondZero", kZeros, [](CWStr& s) { return s.Replace(' ', '_'); }, 7, std::u16string(u"__a_\0__b__", 10)},
+    EditRow{"ReplaceOverlapping", u"aaa", [](CWStr& s) { return s.Replace(u"aa"_w, u"b"_w); }, 1, u"ba"},
+    EditRow{"ReplaceBeyondZero", std::u16string(u"ab\0ab", 5), [](CWStr& s) { return s.Replace(u"ab"_w, u"<>!"_w); }, 2,
+            std::u16string(u"<>!\0<>!", 7)},
+    EditRow{"ReplaceAllByNothing", u"abab", [](CWStr& s) { return s.Replace(u"ab"_w, nullptr); }, 2, u""},
+    EditRow{"ReplaceResultIsNotSearchedAgain", u"aa", [](CWStr& s) { return s.Replace(u"a"_w, u"aa"_w); }, 2, u"aaaa"},
+    EditRow{"ReplaceByItself", u"a-a", [](CWStr& s) { return s.Replace(u"-"_w, s); }, 1, u"aa-aa"},
+    EditRow{"ReplaceItself", u"ab", [](CWStr& s) { return s.Replace(s, u"xyz"_w); }, 1, u"xyz"},
+    EditRow{"RemoveBeyondZero", kZeros, [](CWStr& s) { return s.Remove(' '); }, 7, std::u16string(u"a\0b", 3)},
+    EditRow{"RemoveZeros", kZeros, [](CWStr& s) { return s.Remove(0); }, 1, u"  a   b  "},
+    EditRow{"UpperToTheFirstZero", std::u16string(u"a\0b", 3), [](CWStr& s) { s.MakeUpper(); return 0; }, 0, std::u16string(u"A\0b", 3)},
+    EditRow{"LowerFoldsAToZ", u"AZ\x00C9[", [](CWStr& s) { s.MakeLower(); return 0; }, 0, u"az\x00C9["},
+    EditRow{"ReverseToTheFirstZero", std::u16string(u"abc\0de", 6), [](CWStr& s) { s.MakeReverse(); return 0; }, 0,
+            std::u16string(u"cba\0de", 6)},
+    EditRow{"TrimLeftMovesAllTheRest", kZeros, [](CWStr& s) { s.TrimLeft(); return 0; }, 0, std::u16string(u"a \0  b  ", 8)},
+    EditRow{"TrimRightCutsAtTheFirstZero", kZeros, [](CWStr& s) { s.TrimRight(); return 0; }, 0, u"  a"},
+    EditRow{"TrimRightWithoutRunKeepsTheRest", std::u16string(u"a\0b ", 4), [](CWStr& s) { s.TrimRight(); return 0; }, 0,
+            std::u16string(u"a\0b ", 4)},
+    EditRow{"TrimAllBlanks", u" \t\r\n\v\f", [](CWStr& s) { s.TrimLeft(); return 0; }, 0, u""},
+    EditRow{"TrimRightAllBlanks", u" \t\r\n\v\f", [](CWStr& s) { s.TrimRight(); return 0; }, 0, u""},
+    EditRow{"TrimWhiteOfThePage", u"\x00A0x\x00A0", [](CWStr& s) { s.TrimLeft(); s.TrimRight(); return 0; }, 0, u"x"},
+    EditRow{"TrimLeavesOtherSpaces", u"\x2003x\x3000", [](CWStr& s) { s.TrimLeft(); s.TrimRight(); return 0; }, 0, u"\x2003x\x3000"},
+    EditRow{"TrimUnit", u"xxaxx", [](CWStr& s) { s.TrimLeft('x'); s.TrimRight('x'); return 0; }, 0, u"a"},
+    EditRow{"TrimLeftSet", u"xyaxy", [](CWStr& s) { s.TrimLeft(u"yx"_w); return 0; }, 0, u"axy"},
+    EditRow{"TrimRightSet", u"xyaxy", [](CWStr& s) { s.TrimRight(u"yx"_w); return 0; }, 0, u"xya"},
+    EditRow{"TrimByItself", u"abc", [](CWStr& s) { s.TrimRight(static_cast<const unsigned short*>(s)); return 0; }, 0, u""},
+    EditRow{"TrimRightNullSet", u"abc", [](CWStr& s) { s.TrimRight(static_cast<const unsigned short*>(nullptr)); return 0; }, 0, u"abc"}),
+    kelgen::test::RowName);
+
+TEST(WStrReplace, ResultsAreTheModelsInEveryRoom)
+{
+    Random random;
+    for (int round = 0; round < 20000; ++round) {
+        const auto text = [&](int longest) {
+            std::u16string units;
+            for (int i = random.Between(0, longest); i > 0; --i)
+                units += static_cast<char16_t>(random.Between(0, 30) == 0 ? 0 : u'a' + random.Between(0, 1));
+            return units;
+        };
+        const std::u16string before = text(round % 50 == 0 ? 1000 : 60);
+        std::u16string oldText = text(3);
+        std::u16string newText = text(5);
+        std::erase(oldText, u'\0');
+        std::erase(newText, u'\0');
+        std::u16string expected;
+        int count = 0;
+        for (std::size_t at = 0; at < before.size();) {
+            if (!oldText.empty() && before.compare(at, oldText.size(), oldText) == 0) {
+                expected += newText;
+                at += oldText.size();
+                ++count;
+            } else {
+                expected += before[at++];
+            }
+        }
+
+        CWStr replaced = Text(before);
+        const CWStr sharer(round % 3 == 0 ? replaced : CWStr());
+        if (round % 3 == 1)
+            replaced.GetBuffer(random.Between(0, 400));
+        ASSERT_EQ(count, replaced.Replace(Units(oldText), Units(newText)));
+        ASSERT_EQ(expected, Units(replaced));
+        ASSERT_EQ(0, static_cast<const unsigned short*>(replaced)[replaced.GetLength()]);
+        if (!sharer.IsEmpty()) {
+            ASSERT_EQ(before, Units(sharer));
+        }
+    }
+}
+
+struct MarkRow
+{
+    const char* name;
+    const char16_t* before;
+    const char16_t* after;
+    std::vector<int> marks;
+};
+
+class WStrMarks : public testing::TestWithParam<MarkRow> {};
+
+TEST_P(WStrMarks, AreStrippedAndRecorded)
+{
+    const MarkRow& row = GetParam();
+    CWStr text(Units(row.before));
+    const int length = text.GetLength();
+    bool marks[16];
+    std::fill_n(marks, 16, true);
+    EXPECT_EQ(1, text._EncodeV033(marks));
+    EXPECT_EQ(row.after, Units(text));
+    std::vector<int> set;
+    for (int i = 0; i < length; ++i)
+        if (marks[i])
+            set.push_back(i);
+    EXPECT_EQ(row.marks, set);
+    EXPECT_TRUE(marks[length]) << "flags beyond the text are not touched";
+}
+
+INSTANTIATE_TEST_SUITE_P(, WStrMarks, testing::Values(
+    MarkRow{"First", u"&File", u"File", {0}},
+    MarkRow{"Doubled", u"A&&B", u"A&B", {}},
+    MarkRow{"Last", u"AB&", u"AB&", {}},
+    MarkRow{"Alone", u"&", u"&", {}},
+    MarkRow{"Empty", u"", u"", {}},
+    MarkRow{"DoubledAtTheEnd", u"A&&", u"A&", {}},
+    MarkRow{"ThreeAtTheEnd", u"A&&&", u"A&&", {}},
+    MarkRow{"Two", u"&A&B", u"AB", {0, 1}}), kelgen::test::RowName);
+
+TEST(WStrMarksLocked, StaysInItsBlock)
+{
+    CWStr text(u"&File"_w);
+    const unsigned short* const block = text.LockBuffer();
+    bool marks[5];
+    text._EncodeV033(marks);
+    EXPECT_EQ(u"File", Units(text));
+    EXPECT_EQ(block, static_cast<const unsigned short*>(text));
+}
