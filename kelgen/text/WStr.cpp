@@ -8,17 +8,6 @@
 
 using namespace kelgen::detail;
 
-namespace {
-
-/// Copies units between texts that may overlap.
-void CopyUnits(unsigned short* dest, const unsigned short* source, int n)
-{
-    if (n > 0)
-        std::memmove(dest, source, static_cast<std::size_t>(n) * sizeof *dest);
-}
-
-}  // namespace
-
 namespace kelgen::detail {
 
 constinit EmptyWStrBlock emptyWStrBlock = {{-1, 0, 0}, 0};
@@ -27,19 +16,28 @@ constinit EmptyWStrBlock emptyWStrBlock = {{-1, 0, 0}, 0};
 
 DWORD CWStr::m_dwResourceCP = CP_ACP;
 
+/// The units of a new block that holds a copy of @p n units.
+unsigned short* CWStr::NewText(int n, const unsigned short* text)
+{
+    if (n <= 0)
+        return EmptyText();
+    unsigned short* const units = NewWStrBlock(n)->data();
+    CopyUnits(units, text, n);
+    return units;
+}
+
 CWStr::CWStr(const unsigned short* text) : m_text(EmptyText())
 {
     const auto value = reinterpret_cast<std::uintptr_t>(text);
     if (value > 0xFFFF)
-        ConcatCopy(SafeStrlen(text), text, 0, nullptr);
+        m_text = NewText(static_cast<int>(wcslen(kelgen::AsWide(text))), text);
     else if (value)
         LoadStringA(static_cast<UINT>(value));
 }
 
-CWStr::CWStr(const unsigned short* text, int n) : m_text(EmptyText())
+CWStr::CWStr(const unsigned short* text, int n) : m_text(NewText(n, text))
 {
     KELGEN_ASSERT(n >= 0);
-    ConcatCopy(n, text, 0, nullptr);
 }
 
 CWStr::CWStr(unsigned short ch, int nRepeat) : m_text(EmptyText())
@@ -53,8 +51,7 @@ CWStr::CWStr(unsigned short ch, int nRepeat) : m_text(EmptyText())
 /// The copy constructor's way when the source's block is not to be shared.
 void CWStr::CopyLocked(const CWStr& source)
 {
-    m_text = EmptyText();
-    ConcatCopy(source.GetLength(), source.m_text, 0, nullptr);
+    m_text = NewText(source.GetLength(), source.m_text);
 }
 
 CWStr& CWStr::operator=(const unsigned short* text)
@@ -139,15 +136,14 @@ void CWStr::AssignCopy(int n, const unsigned short* text)
 {
     KELGEN_ASSERT(n >= 0);
     if (LoadCount(GetData()) <= 1 && n <= GetAllocLength()) {
-        CopyUnits(m_text, text, n);
+        MoveUnits(m_text, text, n);
         SetLength(n);
         return;
     }
 
     // The text may lie in the old block: that goes last.
     unsigned short* const old = m_text;
-    AllocBuffer(n);
-    CopyUnits(m_text, text, n);
+    m_text = NewText(n, text);
     ReleaseText(old);
 }
 
@@ -168,7 +164,7 @@ void CWStr::ConcatInPlace(int n, const unsigned short* text)
     CWStrData* const block = GetData();
     const int length = block->nLength;
     if (n <= block->nAllocLength - length && LoadCount(block) <= 1) {
-        CopyUnits(m_text + length, text, n);
+        MoveUnits(m_text + length, text, n);
         SetLength(length + n);
         return;
     }

@@ -300,13 +300,17 @@ private:
     }
     static void ReleaseText(unsigned short* text) noexcept
     {
-        if (text == EmptyText())
-            return;
         CWStrData* const block = reinterpret_cast<CWStrData*>(text) - 1;
-        // A sole owner's count cannot change under it.
-        if (LoadCount(block) == 1 || std::atomic_ref<LONG>(block->nRefCount).fetch_sub(1, std::memory_order_acq_rel) <= 1)
+        const LONG count = LoadCount(block);
+        // A sole owner's count cannot change under it; a negative one is a locked string's, or that of the shared empty block.
+        if (count > 1) {
+            if (--std::atomic_ref<LONG>(block->nRefCount) <= 0)
+                FreeData(block);
+        } else if (text != EmptyText()) {
             FreeData(block);
+        }
     }
+    static unsigned short* NewText(int n, const unsigned short* text);
 
     bool IsLocked() const noexcept { return m_text != EmptyText() && LoadCount(GetData()) < 0; }
     void CopyLocked(const CWStr& source);
@@ -332,7 +336,18 @@ KELGEN_API CWStr operator+(const CWStr& left, unsigned short right);
 KELGEN_API CWStr operator+(unsigned short left, const CWStr& right);
 
 /// Whether Compare gives 0. Cost: nothing for copies; the speed of memory for equal texts.
-KELGEN_API bool operator==(const CWStr& left, const CWStr& right);
+inline bool operator==(const CWStr& left, const CWStr& right)
+{
+    const unsigned short* const text = left;
+    const unsigned short* const other = right;
+    if (text == other)
+        return true;
+    const int length = left.GetLength();
+    if (length == right.GetLength() && std::memcmp(text, other, static_cast<std::size_t>(length) * sizeof *text) == 0)
+        return true;
+    // Texts that differ only behind a 0 unit are equal.
+    return left.Compare(other) == 0;
+}
 inline bool operator==(const CWStr& left, const unsigned short* right)
 {
     return left.Compare(right) == 0;

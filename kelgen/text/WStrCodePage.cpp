@@ -1,4 +1,4 @@
-// WStrCodePage.cpp: strings from narrow text, and short path names.
+// WStrCodePage.cpp: strings from narrow text.
 #include <kelgen/text/WStr.h>
 
 #include <kelgen/text/International.h>
@@ -40,24 +40,4 @@ void CWStr::SetOEM(const char* text)
 bool CWStr::Copy(const char* text, int n)
 {
     return CInternational::Latin1ToUnicode(*this, text, n);
-}
-
-DWORD CWStr::_GetShortPathName(const char* path)
-{
-    constexpr DWORD kLocal = 10;
-    CWStr longPath;
-    longPath.SetOEM(path);
-
-    unsigned short local[kLocal] = {};
-    const DWORD needed = GetShortPathNameW(kelgen::AsWide(longPath.m_text), kelgen::AsWide(local), kLocal);
-    if (needed == 0)
-        return 0;
-    if (needed <= kLocal) {
-        *this = local;
-        return needed;
-    }
-    unsigned short* const buffer = GetBuffer(static_cast<int>(needed));
-    const DWORD result = GetShortPathNameW(kelgen::AsWide(longPath.m_text), kelgen::AsWide(buffer), needed);
-    ReleaseBuffer();
-    return result;
 }

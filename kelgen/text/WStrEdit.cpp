@@ -11,11 +11,6 @@ using kelgen::AsWide;
 
 namespace {
 
-void MoveUnits(unsigned short* dest, const unsigned short* source, int n)
-{
-    std::memmove(dest, source, static_cast<std::size_t>(n) * sizeof *dest);
-}
-
 bool IsSpace(unsigned short unit)
 {
     if (unit < 0x80)

@@ -130,16 +130,3 @@ int CWStr::CollateNoCase(const unsigned short* text) const
 {
     return _wcsicoll(AsWide(m_text), OrEmpty(text));
 }
-
-bool operator==(const CWStr& left, const CWStr& right)
-{
-    const unsigned short* const text = left;
-    if (text == static_cast<const unsigned short*>(right))
-        return true;
-    const int length = left.GetLength();
-    if (length == right.GetLength() &&
-        std::memcmp(text, static_cast<const unsigned short*>(right), static_cast<std::size_t>(length) * sizeof *text) == 0)
-        return true;
-    // Texts that differ behind a 0 unit are equal.
-    return left.Compare(right) == 0;
-}

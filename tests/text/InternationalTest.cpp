@@ -155,7 +155,7 @@ TEST(International, CPToUnicodeFillsTheStringAndReportsFailure)
 {
     CWStr text(u"before"_w);
     const CWStr other(text);
-    EXPECT_TRUE(CInternational::CPToUnicode(932, text, "\x82\xA0\x88\xA0"));
+    EXPECT_TRUE(CInternational::CPToUnicode(932, text, "\x82\xA0\x88\x9F"));
     EXPECT_EQ(u"\x3042\x4E9C", Units(text));
     EXPECT_EQ(u"before", Units(other));
     EXPECT_TRUE(CInternational::CPToUnicode(65001, text, "\xC3\xA9\xF0\x9F\x98\x80"));
