@@ -298,17 +298,13 @@ private:
         std::atomic_ref<LONG>(block->nRefCount).fetch_add(1, std::memory_order_relaxed);
         return true;
     }
-    static void ReleaseText(unsigned short* text) noexcept
+    [[gnu::always_inline]] static void ReleaseText(unsigned short* text) noexcept
     {
         CWStrData* const block = reinterpret_cast<CWStrData*>(text) - 1;
-        const LONG count = LoadCount(block);
-        // A sole owner's count cannot change under it; a negative one is a locked string's, or that of the shared empty block.
-        if (count > 1) {
-            if (--std::atomic_ref<LONG>(block->nRefCount) <= 0)
-                FreeData(block);
-        } else if (text != EmptyText()) {
+        // No look at the count first: even a sole owner's decrement is cheaper than that load after the copy's increment. A locked
+        // string's count falls below 0.
+        if (text != EmptyText() && --std::atomic_ref<LONG>(block->nRefCount) <= 0)
             FreeData(block);
-        }
     }
     static unsigned short* NewText(int n, const unsigned short* text);
 

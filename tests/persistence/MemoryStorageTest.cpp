@@ -1,8 +1,5 @@
-// MemoryStorageTest.cpp: growth, pointers that follow, ownership, whole files and the lock.
+// MemoryStorageTest.cpp: growth, pointers that follow, ownership and the lock.
 #include <kelgen/persistence/MemoryStorage.h>
-
-#include <kelgen/framework/Archive.h>
-#include <kelgen/framework/File.h>
 
 #include <atomic>
 #include <cstdlib>
@@ -42,31 +39,6 @@ bool ThrowsMemoryException(const Action& action)
     }
     return false;
 }
-
-/// A file of a given length that serves the same byte throughout, or fails.
-class LengthFile : public CFile
-{
-public:
-    ULONGLONG length = 0;
-    UINT readable = 0;
-    UINT asked = 0;
-    bool sought = false;
-
-    ULONGLONG GetLength() const override { return length; }
-    ULONGLONG Seek(LONGLONG offset, UINT from) override
-    {
-        sought = offset == 0 && from == CFile::begin;
-        return 0;
-    }
-    UINT Read(void* buffer, UINT count) override
-    {
-        asked = count;
-        std::memset(buffer, 'r', std::min(count, readable));
-        if (count > readable)
-            throw new CFileException(CFileException::hardIO);
-        return count;
-    }
-};
 
 }  // namespace
 
@@ -116,10 +88,6 @@ TEST(MemoryStorage, IsClosedWhileEnforcedAndNotLocked)
     copy = storage;
     EXPECT_EQ(3u, copy.GetStorageSize());
     EXPECT_FALSE(copy == storage);
-    LengthFile file;
-    CArchive archive(&file, CArchive::load);
-    storage.FullLoad(archive);
-    EXPECT_FALSE(file.sought);
     storage.m_locked = true;
     EXPECT_TRUE(storage.IsEnabled());
     EXPECT_EQ("abc", Bytes(storage));
@@ -187,47 +155,6 @@ TEST(MemoryStorage, DetachGivesTheBlockAway)
     EXPECT_EQ(nullptr, storage.DetachStorage());
 }
 
-TEST(MemoryStorage, LoadsTheWholeFileFromItsBeginning)
-{
-    LengthFile file;
-    file.length = file.readable = 5;
-    CArchive archive(&file, CArchive::load);
-    CMemoryStorage storage(nullptr);
-    storage.FullLoad(archive);
-    EXPECT_TRUE(file.sought);
-    EXPECT_EQ("rrrrr", Bytes(storage));
-    file.readable = 2;
-    file.length = 3;
-    storage.FullLoad(archive);
-    EXPECT_EQ("rrr", Bytes(storage)) << "the error is swallowed, what was there stays";
-    EXPECT_EQ(3u, storage.GetStorageSize());
-}
-
-TEST(MemoryStorage, RefusesFilesBeyondTwoGigabytes)
-{
-    LengthFile file;
-    CArchive archive(&file, CArchive::load);
-    CMemoryStorage storage(nullptr);
-    file.length = 0x80000000;
-    const char* text = "";
-    try {
-        storage.FullLoad(archive);
-    } catch (char* thrown) {
-        text = thrown;
-    }
-    EXPECT_STREQ("File farly too large to be stored entirely in 32-bit memory.", text);
-    EXPECT_FALSE(file.sought);
-
-    file.length = 0x7FFFFFFF;
-    try {
-        storage.FullLoad(archive);
-        EXPECT_EQ(0x7FFFFFFFu, file.asked);
-    } catch (CMemoryException* error) {
-        error->Delete();
-    }
-    EXPECT_TRUE(file.sought);
-}
-
 TEST(MemoryStorageContainer, KeptPointersFollowTheBlock)
 {
     CMemoryStorageContainer container(16);
@@ -258,26 +185,6 @@ TEST(MemoryStorageContainer, WithoutAStorage)
     EXPECT_TRUE(container.IsValid());
     EXPECT_TRUE(container.Lock());
     EXPECT_TRUE(container.Unlock());
-}
-
-TEST(MemoryStorageContainer, AddUpReachesOnlyStoragesThatAllocateMakes)
-{
-    const auto capacity = [](CMemoryStorageContainer& container) {
-        return static_cast<Storage*>(container.GetMemoryStorage())->m_capacity;
-    };
-    CMemoryStorageContainer allocated(100);
-    allocated.Allocate(1);
-    EXPECT_EQ(101u, capacity(allocated));
-    LengthFile file;
-    file.length = file.readable = 1;
-    CArchive archive(&file, CArchive::load);
-    CMemoryStorageContainer loaded(100);
-    loaded.FullLoad(archive);
-    EXPECT_EQ(513u, capacity(loaded));
-    EXPECT_EQ(1u, loaded.GetStorageSize_());
-    CMemoryStorageContainer copied(100);
-    copied = allocated;
-    EXPECT_EQ(513u, capacity(copied));
 }
 
 TEST(MemoryStorageContainer, OwnsWhatItIsGivenToOwn)
