@@ -87,14 +87,15 @@ bool Replace(const std::string& path, const std::string& bytes)
         return false;
     if (mode != 0666)
         fchmod(file.Get(), mode);
-    for (std::string_view rest = bytes; !rest.empty();) {
+    std::string_view rest = bytes;
+    while (!rest.empty()) {
         const ssize_t written = write(file.Get(), rest.data(), rest.size());
         if (written < 0 && errno != EINTR)
             break;
         rest.remove_prefix(static_cast<std::size_t>(std::max(written, ssize_t{0})));
-        if (rest.empty() && close(file.Release()) == 0 && rename(scratch.c_str(), path.c_str()) == 0)
-            return true;
     }
+    if (rest.empty() && close(file.Release()) == 0 && rename(scratch.c_str(), path.c_str()) == 0)
+        return true;
     const int error = errno;
     unlink(scratch.c_str());
     errno = error;
