@@ -200,8 +200,12 @@ int WideCharToMultiByte(UINT page, DWORD flags, LPCWCH wide, int length, LPSTR t
 
     if (usedDefault)
         *usedDefault = FALSE;
-    if (!table)
-        return Finish(EncodeUtf8((flags & WC_ERR_INVALID_CHARS) != 0, from, to));
+    if (!table) {
+        const Converted converted = EncodeUtf8((flags & WC_ERR_INVALID_CHARS) != 0, from, to);
+        if (usedDefault && converted.outcome == Outcome::kDone)
+            *usedDefault = converted.hasReplaced;
+        return Finish(converted);
+    }
 
     Replacement replacement;
     replacement.allowBestFit = (flags & WC_NO_BEST_FIT_CHARS) == 0;

@@ -72,8 +72,8 @@ KELGEN_PLATFORM_API int MultiByteToWideChar(UINT page, DWORD flags, LPCCH text, 
 /// unit outside the page becomes its best fit, or, failing that or with WC_NO_BEST_FIT_CHARS, @p defaultChar (the page's own
 /// when null), and @p usedDefault tells whether that happened.
 ///
-/// By contract: UTF-8 takes @p defaultChar and @p usedDefault and ignores them; each half of a surrogate pair is a unit of its
-/// own in other pages.
+/// By contract: UTF-8 ignores @p defaultChar, and @p usedDefault tells whether an unpaired surrogate became U+FFFD; each half
+/// of a surrogate pair is a unit of its own in other pages.
 /// Threads: any.
 /// Cost: as MultiByteToWideChar.
 KELGEN_PLATFORM_API int WideCharToMultiByte(UINT page, DWORD flags, LPCWCH wide, int length, LPSTR text, int capacity,

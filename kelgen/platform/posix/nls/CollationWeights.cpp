@@ -91,7 +91,7 @@ struct FollowingLetter
     BYTE shape;
 };
 constexpr FollowingLetter kFollowingLetters[] = {
-    {0x014A, 'n', kCapital}, {0x014B, 'n', 0}, {0x0166, 't', kCapital}, {0x0167, 't', 0}};
+    {0x014A, 'n', kCapital}, {0x014B, 'n', 0}, {0x0166, 't', kCapital}, {0x0167, 't', 0}, {0x017F, 's', 0}};
 
 // Raised digits, and fractions, which come right after the digit 0.
 constexpr WCHAR kRaisedDigits[] = {0x00B9, 0x00B2, 0x00B3};

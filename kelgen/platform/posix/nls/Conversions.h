@@ -18,6 +18,7 @@ struct Converted
 {
     Outcome outcome = Outcome::kDone;
     std::size_t size = 0;
+    bool hasReplaced = false;  // an unpaired surrogate became U+FFFD
 };
 
 /// Text to convert.

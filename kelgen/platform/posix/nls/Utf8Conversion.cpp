@@ -191,7 +191,7 @@ Converted EncodeUtf8(bool strict, Units from, ByteRoom to)
             counted += BytesOf(character.value);
             at += character.size;
         }
-        return {Judge(strict, allValid), counted};
+        return {Judge(strict, allValid), counted, !allValid};
     }
 
     char* out = to.text;
@@ -214,7 +214,7 @@ Converted EncodeUtf8(bool strict, Units from, ByteRoom to)
         at += character.size;
         out = PutBytes(out, character.value);
     }
-    return {Judge(strict, allValid), static_cast<std::size_t>(out - to.text)};
+    return {Judge(strict, allValid), static_cast<std::size_t>(out - to.text), !allValid};
 }
 
 } // namespace kelgen::posix
