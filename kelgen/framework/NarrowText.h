@@ -3,10 +3,6 @@
 
 #include <kelgen/platform/Win32.h>
 
-#include <algorithm>
-#include <cctype>
-#include <cstdarg>
-#include <cstdio>
 #include <cstring>
 
 namespace kelgen::detail {
@@ -16,23 +12,57 @@ inline LPCSTR OrEmpty(LPCSTR text)
     return text ? text : "";
 }
 
-inline int CompareText(LPCSTR left, LPCSTR right)
+inline const unsigned char* Bytes(LPCSTR text)
 {
-    return std::strcmp(left, right);
+    return reinterpret_cast<const unsigned char*>(text);
 }
 
-inline char FoldLower(char character)
+inline unsigned char* Bytes(char* text)
 {
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
+    return reinterpret_cast<unsigned char*>(text);
+}
+
+inline unsigned char Byte(char character)
+{
+    return static_cast<unsigned char>(character);
+}
+
+/// Whether characters of the multibyte code page may have two bytes.
+inline bool HasTwoByteCharacters()
+{
+    switch (_getmbcp()) {
+    case 932:
+    case 936:
+    case 949:
+    case 950:
+    case 1361:
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// The character after the one at @p text, which is not the terminator. A lead byte at the end is a character of its own.
+inline LPCSTR NextCharacter(LPCSTR text)
+{
+    return text + (_ismbblead(Byte(*text)) && text[1] ? 2 : 1);
+}
+
+inline bool IsSpaceAt(LPCSTR text)
+{
+    if (_ismbblead(Byte(text[0])) && text[1])
+        return _ismbcspace(static_cast<unsigned>(Byte(text[0]) << 8 | Byte(text[1]))) != 0;
+    return _ismbcspace(Byte(*text)) != 0;
+}
+
+inline int CompareText(LPCSTR left, LPCSTR right)
+{
+    return _mbscmp(Bytes(left), Bytes(right));
 }
 
 inline int CompareTextNoCase(LPCSTR left, LPCSTR right)
 {
-    while (*left && FoldLower(*left) == FoldLower(*right)) {
-        ++left;
-        ++right;
-    }
-    return static_cast<unsigned char>(FoldLower(*left)) - static_cast<unsigned char>(FoldLower(*right));
+    return _mbsicmp(Bytes(left), Bytes(right));
 }
 
 inline int CollateText(LPCSTR left, LPCSTR right)
@@ -42,74 +72,35 @@ inline int CollateText(LPCSTR left, LPCSTR right)
 
 inline int CollateTextNoCase(LPCSTR left, LPCSTR right)
 {
-    return CompareTextNoCase(left, right);
+    return _stricoll(left, right);
 }
 
-inline LPCSTR NextCharacter(LPCSTR text)
-{
-    return text + 1;
-}
-
-inline bool IsSpaceAt(LPCSTR text)
-{
-    return std::isspace(static_cast<unsigned char>(*text)) != 0;
-}
-
-inline LPCSTR FindCharacter(LPCSTR text, char character)
-{
-    return std::strchr(text, character);
-}
-
-inline LPCSTR FindLastCharacter(LPCSTR text, char character)
-{
-    return std::strrchr(text, character);
-}
-
-inline LPCSTR FindText(LPCSTR text, LPCSTR sought)
-{
-    return std::strstr(text, sought);
-}
-
-inline LPCSTR FindInSet(LPCSTR text, LPCSTR set)
-{
-    return std::strpbrk(text, set);
-}
-
-inline int SpanInSet(LPCSTR text, LPCSTR set)
-{
-    return static_cast<int>(std::strspn(text, set));
-}
-
-inline int SpanOutsideSet(LPCSTR text, LPCSTR set)
-{
-    return static_cast<int>(std::strcspn(text, set));
-}
+/// The first occurrence at a character's start, or null.
+LPCSTR FindCharacter(LPCSTR text, char character);
+/// The last occurrence at a character's start, or null.
+LPCSTR FindLastCharacter(LPCSTR text, char character);
+/// The first occurrence at a character's start, or null. The empty text is found at once.
+LPCSTR FindText(LPCSTR text, LPCSTR sought);
+/// The first character that is in @p set, or null.
+LPCSTR FindInSet(LPCSTR text, LPCSTR set);
+/// The bytes of the leading run of characters that are in @p set.
+int SpanInSet(LPCSTR text, LPCSTR set);
+/// The bytes of the leading run of characters that are not in @p set.
+int SpanOutsideSet(LPCSTR text, LPCSTR set);
 
 inline void UpperText(char* text)
 {
-    for (; *text; ++text)
-        *text = *text >= 'a' && *text <= 'z' ? static_cast<char>(*text - 'a' + 'A') : *text;
+    _mbsupr(Bytes(text));
 }
 
 inline void LowerText(char* text)
 {
-    for (; *text; ++text)
-        *text = FoldLower(*text);
+    _mbslwr(Bytes(text));
 }
 
 inline void ReverseText(char* text)
 {
-    std::reverse(text, text + std::strlen(text));
+    _mbsrev(Bytes(text));
 }
 
-inline int FormattedLength(LPCSTR format, va_list arguments)
-{
-    return std::vsnprintf(nullptr, 0, format, arguments);
-}
-
-inline void FormatText(char* text, int capacity, LPCSTR format, va_list arguments)
-{
-    std::vsnprintf(text, static_cast<std::size_t>(capacity), format, arguments);
-}
-
-} // namespace kelgen::detail
+}  // namespace kelgen::detail

@@ -50,7 +50,7 @@ void CheckText(LPCSTR text, int length)
         AfxThrowInvalidArgException();
 }
 
-} // namespace
+}  // namespace
 
 const EmptyString CString::s_empty;
 
@@ -192,11 +192,9 @@ void CString::Empty() noexcept
     m_pszData = EmptyText();
 }
 
-char CString::GetAt(int index) const
+void CString::ThrowInvalidArg()
 {
-    if (index < 0 || index > GetLength())
-        AfxThrowInvalidArgException();
-    return m_pszData[index];
+    AfxThrowInvalidArgException();
 }
 
 void CString::SetAt(int index, char character)
@@ -258,13 +256,6 @@ void CString::Append(const CString& text)
         Append(text.m_pszData, text.GetLength());
 }
 
-void CString::AppendChar(char character)
-{
-    const int length = GetLength();
-    PrepareWrite(Sum(length, 1))[length] = character;
-    SetLength(length + 1);
-}
-
 CString& CString::operator+=(const CString& text)
 {
     Append(text.m_pszData, text.GetLength());
@@ -274,12 +265,6 @@ CString& CString::operator+=(const CString& text)
 CString& CString::operator+=(LPCSTR text)
 {
     Append(text);
-    return *this;
-}
-
-CString& CString::operator+=(char character)
-{
-    AppendChar(character);
     return *this;
 }
 

@@ -16,7 +16,7 @@ namespace kelgen::detail {
 /// What stands before a string's characters in its block.
 struct StringData
 {
-    std::atomic<int> m_references; ///< Strings that share the block; negative: locked, never shared.
+    std::atomic<int> m_references;  ///< Strings that share the block; negative: locked, never shared.
     int m_length;                  ///< Bytes before the terminator.
     int m_capacity;                ///< Bytes that fit before the terminator.
 };
@@ -28,7 +28,7 @@ struct EmptyString
     char m_text[4] = {};
 };
 
-} // namespace kelgen::detail
+}  // namespace kelgen::detail
 
 /// Narrow text of any length, zeros inside allowed. Copying shares, writing to a shared block copies it first. An object is
 /// exactly one pointer and survives being moved bit by bit.
@@ -47,6 +47,8 @@ struct EmptyString
 /// Cost: a copy is one atomic addition; appending is amortised constant a byte; the empty string needs no memory.
 class KELGEN_FRAMEWORK_API CString
 {
+    using StringData = kelgen::detail::StringData;
+
 public:
     CString() noexcept : m_pszData(EmptyText()) {}
     CString(const CString& other) : m_pszData(Share(other)) {}
@@ -95,7 +97,12 @@ public:
     /// Releases the block; a locked one stays and loses its text.
     void Empty() noexcept;
     /// The byte at @p index; the terminator's position is allowed.
-    char GetAt(int index) const;
+    char GetAt(int index) const
+    {
+        if (static_cast<UINT>(index) > static_cast<UINT>(GetLength()))
+            ThrowInvalidArg();
+        return m_pszData[index];
+    }
     char operator[](int index) const { return GetAt(index); }
     /// Replaces the byte at @p index, which lies inside the text.
     void SetAt(int index, char character);
@@ -107,10 +114,25 @@ public:
     /// Appends @p length bytes, which may lie in this string.
     void Append(LPCSTR text, int length);
     void Append(const CString& text);
-    void AppendChar(char character);
+    void AppendChar(char character)
+    {
+        StringData* const data = Data();
+        const int length = data->m_length;
+        if (length >= data->m_capacity || data->m_references.load(std::memory_order_acquire) > 1) {
+            Append(&character, 1);
+            return;
+        }
+        data->m_length = length + 1;
+        m_pszData[length] = character;
+        m_pszData[length + 1] = 0;
+    }
     CString& operator+=(const CString& text);
     CString& operator+=(LPCSTR text);
-    CString& operator+=(char character);
+    CString& operator+=(char character)
+    {
+        AppendChar(character);
+        return *this;
+    }
 
     /// Negative, 0 or positive by character value.
     int Compare(LPCSTR text) const;
@@ -251,8 +273,6 @@ public:
     friend KELGEN_FRAMEWORK_API CDumpContext& operator<<(CDumpContext& context, const CString& text);
 
 private:
-    using StringData = kelgen::detail::StringData;
-
     static const kelgen::detail::EmptyString s_empty;
 
     static char* EmptyText() noexcept { return const_cast<char*>(s_empty.m_text); }
@@ -279,6 +299,7 @@ private:
             FreeBlock(text);
     }
 
+    [[noreturn]] static void ThrowInvalidArg();
     static char* NewBlock(const char* text, int length, int capacity);
     static void FreeBlock(char* text) noexcept;
     static CString Join(LPCSTR left, int leftLength, LPCSTR right, int rightLength);

@@ -2,9 +2,8 @@
 #include <kelgen/framework/String.h>
 
 #include <kelgen/framework/Exceptions.h>
-#include <kelgen/framework/NarrowText.h>
 
-using namespace kelgen::detail;
+#include <utility>
 
 void CString::FormatV(LPCSTR format, va_list arguments)
 {
@@ -28,13 +27,13 @@ void CString::AppendFormatV(LPCSTR format, va_list arguments)
         AfxThrowInvalidArgException();
     va_list again;
     va_copy(again, arguments);
-    const int added = FormattedLength(format, arguments);
+    const int added = _vscprintf(format, arguments);
     if (added < 0) {
         va_end(again);
         AfxThrowInvalidArgException();
     }
     CString text;
-    FormatText(text.GetBuffer(added), added + 1, format, again);
+    _vsnprintf(text.GetBuffer(added), static_cast<std::size_t>(added) + 1, format, again);
     va_end(again);
     text.ReleaseBufferSetLength(added);
     Append(text);

@@ -26,7 +26,7 @@ void MoveBytes(char* target, LPCSTR source, int length)
     std::memmove(target, source, static_cast<std::size_t>(length));
 }
 
-} // namespace
+}  // namespace
 
 int CString::Compare(LPCSTR text) const
 {
@@ -155,19 +155,23 @@ namespace {
 template <class Matches>
 int TrailingRun(LPCSTR text, int length, Matches matches)
 {
+    if (!HasTwoByteCharacters()) {
+        while (length > 0 && matches(text + length - 1))
+            --length;
+        return length;
+    }
+    // What a byte means is known from the start of the text only.
     int run = -1;
-    LPCSTR place = text;
-    while (*place) {
+    for (LPCSTR place = text; *place; place = NextCharacter(place)) {
         if (!matches(place))
             run = -1;
         else if (run < 0)
             run = Distance(text, place);
-        place = NextCharacter(place);
     }
     return run < 0 ? length : run;
 }
 
-} // namespace
+}  // namespace
 
 CString& CString::TrimRight()
 {
@@ -244,16 +248,19 @@ int CString::Remove(char character)
     if (first < 0)
         return 0;
     char* const text = PrepareWrite(GetLength());
+    char* const end = text + GetLength();
     char* target = text + first;
-    LPCSTR source = target;
-    LPCSTR const end = text + GetLength();
-    while (source < end) {
-        LPCSTR const next = std::min(NextCharacter(source), end);
-        if (*source != character) {
-            MoveBytes(target, source, Distance(source, next));
-            target += next - source;
+    if (!HasTwoByteCharacters()) {
+        target = std::remove(target, end, character);
+    } else {
+        for (LPCSTR source = target; source < end;) {
+            LPCSTR const next = NextCharacter(source);
+            if (*source != character) {
+                MoveBytes(target, source, Distance(source, next));
+                target += next - source;
+            }
+            source = next;
         }
-        source = next;
     }
     const int removed = Distance(target, end);
     SetLength(Distance(text, target));

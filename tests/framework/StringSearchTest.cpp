@@ -26,7 +26,7 @@ int Tokens(const CString& text, LPCSTR separators, CString& joined)
     return count;
 }
 
-} // namespace
+}  // namespace
 
 class StringPart : public testing::TestWithParam<Part>
 {};
