@@ -18,6 +18,9 @@ public:
     HandleObject(const HandleObject&) = delete;
     HandleObject& operator=(const HandleObject&) = delete;
     virtual ~HandleObject();
+
+    /// False for objects whose handles have a closing call of their own and are no business of CloseHandle.
+    virtual bool ClosesByCloseHandle() const { return true; }
 };
 
 /// Maps handles to shared objects. Handles are multiples of four, as on the real platform, and never 0 or -1.

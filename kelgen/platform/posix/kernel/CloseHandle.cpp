@@ -12,5 +12,6 @@ BOOL CloseHandle(HANDLE handle)
 {
     if (handle == GetCurrentProcess() || handle == GetCurrentThread())
         return TRUE;
-    return Handles().Remove(handle) ? TRUE : Fail(ERROR_INVALID_HANDLE, FALSE);
+    const auto object = Handles().FindAny(handle);
+    return object && object->ClosesByCloseHandle() && Handles().Remove(handle) ? TRUE : Fail(ERROR_INVALID_HANDLE, FALSE);
 }

@@ -22,12 +22,6 @@ using namespace kelgen::posix;
 
 namespace {
 
-bool IsReadOnly(const std::string& native)
-{
-    const auto entry = EntryAt(native);
-    return entry && (entry->attributes & FILE_ATTRIBUTE_READONLY);
-}
-
 bool IsSameEntry(const std::string& left, const std::string& right)
 {
     struct stat first;
@@ -64,13 +58,8 @@ BOOL CopyTo(std::string_view source, std::string_view target, bool failIfExists)
         return FALSE;
     const auto entry = EntryOf(from->Number());
     const ResolvedPath there = Resolve(target);
-    if (there.exists && !failIfExists) {
-        const std::string sourcePath = Resolve(source).native;
-        if (IsSameEntry(sourcePath, there.native))
-            return Fail(ERROR_SHARING_VIOLATION, FALSE);
-        if (IsReadOnly(there.native))
-            return Fail(ERROR_ACCESS_DENIED, FALSE);
-    }
+    if (there.exists && !failIfExists && IsSameEntry(Resolve(source).native, there.native))
+        return Fail(ERROR_SHARING_VIOLATION, FALSE);
     const auto to = OpenFileObject(target, GENERIC_WRITE, kShare, failIfExists ? CREATE_NEW : CREATE_ALWAYS, 0);
     if (!to)
         return FALSE;
@@ -108,7 +97,7 @@ DWORD TargetError(const ResolvedPath& source, const ResolvedPath& target, DWORD 
         return 0;
     if ((flags & MOVEFILE_REPLACE_EXISTING) == 0)
         return ERROR_ALREADY_EXISTS;
-    return target.isFolder || IsReadOnly(target.native) || !MayDelete(target.native) ? ERROR_ACCESS_DENIED : 0;
+    return target.isFolder || !MayDelete(target.native) ? ERROR_ACCESS_DENIED : 0;
 }
 
 BOOL MoveTo(std::string_view sourceName, std::string_view targetName, DWORD flags)

@@ -82,10 +82,11 @@ using LPSYSTEM_INFO = SYSTEM_INFO*;
 KELGEN_PLATFORM_API DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR buffer, DWORD size);
 KELGEN_PLATFORM_API DWORD GetEnvironmentVariableW(LPCWSTR name, LPWSTR buffer, DWORD size);
 /// Sets a variable of this process and of those it starts; a null @p value removes it. FALSE with ERROR_INVALID_PARAMETER for an
-/// empty name or one with '=', ERROR_ENVVAR_NOT_FOUND when there is none to remove.
+/// empty name or one with '='. A name that differs in case from one there is means that one.
 KELGEN_PLATFORM_API BOOL SetEnvironmentVariableA(LPCSTR name, LPCSTR value);
 KELGEN_PLATFORM_API BOOL SetEnvironmentVariableW(LPCWSTR name, LPCWSTR value);
-/// Copies @p text with %NAME% replaced by values (unknown names stay) and returns the size that is needed, terminator included.
+/// Copies @p text with %NAME% replaced by values (unknown names stay) and returns the size that is needed, terminator included;
+/// when @p size is smaller, nothing is stored and the last error is ERROR_INSUFFICIENT_BUFFER.
 KELGEN_PLATFORM_API DWORD ExpandEnvironmentStringsA(LPCSTR text, LPSTR buffer, DWORD size);
 
 /// The process's command line: arguments with blanks or quotes are quoted as programs here parse them.

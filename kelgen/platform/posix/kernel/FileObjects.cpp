@@ -98,12 +98,6 @@ bool IsPlainFile(int file)
 
 }  // namespace
 
-Descriptor::~Descriptor()
-{
-    if (m_number >= 0)
-        close(m_number);
-}
-
 OpenFile::~OpenFile()
 {
     if (isStandard)
@@ -166,10 +160,10 @@ std::shared_ptr<FileObject> OpenFileObject(std::string_view name, DWORD access, 
             return Fail(ErrorFromErrno(errno), nullptr);
     }
 
-    const bool plain = IsPlainFile(file.Number());
-    if (plain && !ClaimShare(file.Number(), rights, share))
+    const bool plain = IsPlainFile(file.Get());
+    if (plain && !ClaimShare(file.Get(), rights, share))
         return Fail(ERROR_SHARING_VIOLATION, nullptr);
-    if (plain && !made && EmptiesExisting(disposition) && !Empty(file.Number(), path.native))
+    if (plain && !made && EmptiesExisting(disposition) && !Empty(file.Get(), path.native))
         return Fail(ErrorFromErrno(errno), nullptr);
 
     auto opened = std::make_shared<OpenFile>(std::move(file), path.isFolder);

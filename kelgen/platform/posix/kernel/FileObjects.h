@@ -1,6 +1,7 @@
 // FileObjects.h: what a file's handle stands for.
 #pragma once
 
+#include <kelgen/platform/posix/base/Descriptor.h>
 #include <kelgen/platform/posix/base/Handles.h>
 #include <kelgen/platform/posix/base/Types.h>
 
@@ -12,28 +13,6 @@
 #include <vector>
 
 namespace kelgen::posix {
-
-/// A descriptor that is closed at the end of its owner.
-class Descriptor
-{
-public:
-    explicit Descriptor(int number = -1) : m_number(number) {}
-    Descriptor(Descriptor&& other) noexcept : m_number(std::exchange(other.m_number, -1)) {}
-    Descriptor& operator=(Descriptor&& other) noexcept
-    {
-        std::swap(m_number, other.m_number);
-        return *this;
-    }
-    ~Descriptor();
-
-    int Number() const { return m_number; }
-    explicit operator bool() const { return m_number >= 0; }
-    /// Gives the descriptor up without closing it.
-    int Release() { return std::exchange(m_number, -1); }
-
-private:
-    int m_number;
-};
 
 /// A range of bytes that LockFile locked.
 struct LockedRange
@@ -65,7 +44,7 @@ public:
 
     OpenFile& File() const { return *m_file; }
     const std::shared_ptr<OpenFile>& Shared() const { return m_file; }
-    int Number() const { return m_file->descriptor.Number(); }
+    int Number() const { return m_file->descriptor.Get(); }
     DWORD Access() const { return m_access; }
     bool MayRead() const;
     bool MayWrite() const;

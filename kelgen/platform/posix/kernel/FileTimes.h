@@ -7,8 +7,8 @@
 /// The times of an open file; null arguments are skipped. Any access will do. FALSE with ERROR_INVALID_HANDLE.
 KELGEN_PLATFORM_API BOOL GetFileTime(HANDLE file, LPFILETIME creation, LPFILETIME lastAccess, LPFILETIME lastWrite);
 
-/// Sets the times of an open file; null arguments and times of 0 stay. FALSE with ERROR_ACCESS_DENIED without write access.
-/// The creation time belongs to the file system: it is checked for nothing and stays.
+/// Sets the times of an open file; null arguments and times of 0 stay, and so does the creation time, which belongs to the file
+/// system. Any access will do. FALSE with ERROR_INVALID_HANDLE, ERROR_ACCESS_DENIED for another user's file.
 KELGEN_PLATFORM_API BOOL SetFileTime(HANDLE file, const FILETIME* creation, const FILETIME* lastAccess, const FILETIME* lastWrite);
 
 /// -1, 0 or 1.

@@ -54,7 +54,7 @@
 #define STD_OUTPUT_HANDLE static_cast<DWORD>(-11)
 #define STD_ERROR_HANDLE static_cast<DWORD>(-12)
 
-/// Asks for asynchronous transfer, which files here do not have: calls refuse one that is not null.
+/// Where a transfer begins. Transfers are never asynchronous: a call with one moves the file's position there first.
 struct OVERLAPPED
 {
     ULONG_PTR Internal;
@@ -82,8 +82,8 @@ struct BY_HANDLE_FILE_INFORMATION
 using LPBY_HANDLE_FILE_INFORMATION = BY_HANDLE_FILE_INFORMATION*;
 
 /// A handle for the file @p name, or INVALID_HANDLE_VALUE with ERROR_FILE_NOT_FOUND, ERROR_PATH_NOT_FOUND (a folder on the way is
-/// missing, or an empty name), ERROR_ACCESS_DENIED (no right; a folder without FILE_FLAG_BACKUP_SEMANTICS; writing to a read-only
-/// file; CREATE_ALWAYS over a hidden or system file without that attribute), ERROR_FILE_EXISTS (CREATE_NEW),
+/// missing, or an empty name), ERROR_ACCESS_DENIED (no right; a folder without FILE_FLAG_BACKUP_SEMANTICS), ERROR_FILE_EXISTS
+/// (CREATE_NEW), ERROR_INVALID_NAME (a missing name with one of "<>|*?, a file's name that ends in a slash),
 /// ERROR_SHARING_VIOLATION, ERROR_INVALID_PARAMETER.
 ///
 /// @p access 0 opens for queries only: it clashes with no other opener. @p share lists what others may do meanwhile; it holds
@@ -100,11 +100,12 @@ KELGEN_PLATFORM_API HANDLE CreateFileW(LPCWSTR name, DWORD access, DWORD share, 
 
 /// Reads up to @p size bytes at the file's position, which moves on, and stores their number in @p done; 0 bytes and TRUE at the
 /// end. FALSE with ERROR_ACCESS_DENIED when not opened for reading, ERROR_NOACCESS for a bad buffer, ERROR_INVALID_HANDLE,
-/// ERROR_BROKEN_PIPE at the end of a pipe. ERROR_INVALID_PARAMETER for a null @p done and for any @p overlapped.
+/// ERROR_BROKEN_PIPE at the end of a pipe, ERROR_HANDLE_EOF at the end when @p overlapped is given. @p done and @p overlapped
+/// are not both null (ERROR_INVALID_PARAMETER).
 KELGEN_PLATFORM_API BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD done, LPOVERLAPPED overlapped);
 
-/// Writes @p size bytes at the file's position, which moves on, and stores their number in @p done. FALSE as ReadFile, and
-/// ERROR_DISK_FULL. Access FILE_APPEND_DATA without FILE_WRITE_DATA always writes at the end.
+/// Writes @p size bytes at the file's position, which moves on, and stores their number in @p done. FALSE as ReadFile,
+/// ERROR_INVALID_USER_BUFFER for a bad buffer, ERROR_DISK_FULL. Access FILE_APPEND_DATA without FILE_WRITE_DATA always writes at the end.
 KELGEN_PLATFORM_API BOOL WriteFile(HANDLE file, LPCVOID buffer, DWORD size, LPDWORD done, LPOVERLAPPED overlapped);
 
 /// Writes what the system still holds to the disk. FALSE with ERROR_ACCESS_DENIED when not opened for writing.
@@ -112,7 +113,7 @@ KELGEN_PLATFORM_API BOOL FlushFileBuffers(HANDLE file);
 
 /// Moves the position by @p distance, whose upper half is in @p distanceHigh unless that is null, and returns the new position's
 /// lower half; the upper one is stored in @p distanceHigh. INVALID_SET_FILE_POINTER with ERROR_NEGATIVE_SEEK before the beginning
-/// (the position stays), ERROR_INVALID_PARAMETER for another @p method or a position that needs @p distanceHigh.
+/// (the position stays), ERROR_INVALID_PARAMETER for another @p method.
 ///
 /// By contract: a valid position whose lower half is INVALID_SET_FILE_POINTER sets the last error to 0.
 KELGEN_PLATFORM_API DWORD SetFilePointer(HANDLE file, LONG distance, PLONG distanceHigh, DWORD method);
@@ -120,6 +121,8 @@ KELGEN_PLATFORM_API DWORD SetFilePointer(HANDLE file, LONG distance, PLONG dista
 KELGEN_PLATFORM_API BOOL SetFilePointerEx(HANDLE file, LARGE_INTEGER distance, PLARGE_INTEGER position, DWORD method);
 
 /// Cuts or extends the file to its position; new bytes read as 0.
+///
+/// By contract: ERROR_INVALID_HANDLE when not opened for writing.
 KELGEN_PLATFORM_API BOOL SetEndOfFile(HANDLE file);
 
 /// The size's lower half, the upper one in @p high unless null; INVALID_FILE_SIZE on failure.
@@ -128,10 +131,10 @@ KELGEN_PLATFORM_API BOOL SetEndOfFile(HANDLE file);
 KELGEN_PLATFORM_API DWORD GetFileSize(HANDLE file, LPDWORD high);
 KELGEN_PLATFORM_API BOOL GetFileSizeEx(HANDLE file, PLARGE_INTEGER size);
 
-/// Locks a range, which may lie past the end, for this handle alone. FALSE with ERROR_LOCK_VIOLATION when another handle, of any
-/// program, has locked part of it. The lock keeps other lockers out; it does not stop reads and writes.
+/// Locks a range, which may lie past the end, for this handle and its duplicates. FALSE with ERROR_LOCK_VIOLATION when it is locked in
+/// part already, by any handle of any program. The lock keeps other lockers out; it does not stop reads and writes.
 KELGEN_PLATFORM_API BOOL LockFile(HANDLE file, DWORD offsetLow, DWORD offsetHigh, DWORD sizeLow, DWORD sizeHigh);
-/// Unlocks a range that LockFile locked, with the same bounds. FALSE with ERROR_NOT_LOCKED for any other.
+/// Unlocks a range that LockFile locked, with the same bounds. FALSE with ERROR_LOCK_VIOLATION for any other.
 KELGEN_PLATFORM_API BOOL UnlockFile(HANDLE file, DWORD offsetLow, DWORD offsetHigh, DWORD sizeLow, DWORD sizeHigh);
 
 KELGEN_PLATFORM_API BOOL GetFileInformationByHandle(HANDLE file, LPBY_HANDLE_FILE_INFORMATION information);

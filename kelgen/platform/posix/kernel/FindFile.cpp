@@ -31,6 +31,8 @@ public:
         std::string shortName;  // empty when the name is short itself
     };
 
+    bool ClosesByCloseHandle() const override { return false; }
+
     // The next entry that still exists.
     std::optional<Found> Next()
     {

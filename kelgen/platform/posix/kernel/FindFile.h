@@ -36,7 +36,7 @@ using LPWIN32_FIND_DATAW = WIN32_FIND_DATAW*;
 
 /// A handle for the entries that match the last part of @p pattern, the first of them in @p data; INVALID_HANDLE_VALUE with
 /// ERROR_FILE_NOT_FOUND when none does, ERROR_PATH_NOT_FOUND for a missing folder. '*' and '?' match any text and any one
-/// character, case does not count, "*.*" is everything, '?' before a dot or the end also matches nothing; 8.3 names match too.
+/// character, case does not count, "*.*" is everything; 8.3 names match too.
 /// "." and ".." come first (not in the root of a drive), then the names in alphabetical order without case. The alternate name
 /// is empty when the name is an 8.3 name itself. The names are those at the time of the call; what is deleted later is left out.
 KELGEN_PLATFORM_API HANDLE FindFirstFileA(LPCSTR pattern, LPWIN32_FIND_DATAA data);

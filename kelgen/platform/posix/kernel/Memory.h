@@ -14,6 +14,7 @@
 #define GMEM_SHARE 0x2000
 #define GMEM_DDESHARE 0x2000
 #define GMEM_INVALID_HANDLE 0x8000
+#define GMEM_DISCARDED 0x4000
 #define GMEM_LOCKCOUNT 0x00FF
 #define GHND (GMEM_MOVEABLE | GMEM_ZEROINIT)
 #define GPTR (GMEM_FIXED | GMEM_ZEROINIT)
@@ -33,9 +34,12 @@
 // Handles are checked: one that is free already or made up gives ERROR_INVALID_HANDLE and the failure result. Threads: any.
 
 /// A block of @p size bytes: its address when GMEM_FIXED, else a handle for GlobalLock. Null with ERROR_NOT_ENOUGH_MEMORY.
+///
+/// By contract: a fixed block of 0 bytes has 1; a handle for 0 bytes is discarded: it cannot be locked (ERROR_DISCARDED).
 KELGEN_PLATFORM_API HGLOBAL GlobalAlloc(UINT flags, SIZE_T size);
-/// Changes the size and keeps the contents; new bytes are 0 with GMEM_ZEROINIT. A fixed block may only move with GMEM_MOVEABLE.
-/// With GMEM_MODIFY the size stays and nothing changes.
+/// Changes the size and keeps the contents; new bytes are 0 with GMEM_ZEROINIT. A fixed or locked block may only move with
+/// GMEM_MOVEABLE; without, growing fails with ERROR_NOT_ENOUGH_MEMORY. Size 0 discards an unlocked handle with GMEM_MOVEABLE
+/// (ERROR_INVALID_PARAMETER without). With GMEM_MODIFY nothing changes.
 KELGEN_PLATFORM_API HGLOBAL GlobalReAlloc(HGLOBAL memory, SIZE_T size, UINT flags);
 /// Null when the block is freed, else @p memory. A null @p memory gives null.
 KELGEN_PLATFORM_API HGLOBAL GlobalFree(HGLOBAL memory);
@@ -49,7 +53,7 @@ KELGEN_PLATFORM_API BOOL GlobalUnlock(HGLOBAL memory);
 KELGEN_PLATFORM_API SIZE_T GlobalSize(HGLOBAL memory);
 /// The handle of the block at @p address.
 KELGEN_PLATFORM_API HGLOBAL GlobalHandle(LPCVOID address);
-/// The lock count, or GMEM_INVALID_HANDLE.
+/// GMEM_DISCARDED or 0, and the lock count; GMEM_INVALID_HANDLE.
 KELGEN_PLATFORM_API UINT GlobalFlags(HGLOBAL memory);
 
 KELGEN_PLATFORM_API HLOCAL LocalAlloc(UINT flags, SIZE_T size);

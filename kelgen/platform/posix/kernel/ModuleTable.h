@@ -6,8 +6,19 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace kelgen::posix {
+
+/// A loaded ELF file.
+struct LoadedFile
+{
+    const void* base = nullptr;  // its first byte in memory
+    std::string path;            // as the loader has it
+};
+
+/// All loaded files, the program first.
+std::vector<LoadedFile> LoadedFiles();
 
 /// The module that holds @p address, or null.
 KELGEN_PLATFORM_API HMODULE ModuleOfAddress(const void* address);

@@ -16,18 +16,19 @@
 // and nothing is stored. Threads: any; the current folder is the process's.
 
 /// The full drive form of @p name, by its text alone: nothing need exist. @p filePart, unless null, receives the address of the
-/// last part, or null when there is none. 0 for an empty name (ERROR_INVALID_NAME).
+/// last part, or null when there is none.
 ///
-/// By contract: a device's name such as "con" gives "\\.\con".
+/// By contract: 0 for an empty name, and the last error stays; a device's name such as "con" gives "\\.\con".
 KELGEN_PLATFORM_API DWORD GetFullPathNameA(LPCSTR name, DWORD size, LPSTR buffer, LPSTR* filePart);
 KELGEN_PLATFORM_API DWORD GetFullPathNameW(LPCWSTR name, DWORD size, LPWSTR buffer, LPWSTR* filePart);
 
 /// @p name with each part in its 8.3 form: the name as the folder has it when that is one, else up to four of its letters, '~',
 /// three digits or letters from the whole name and the first three of the extension, in upper case. 0 with
-/// ERROR_FILE_NOT_FOUND or ERROR_PATH_NOT_FOUND when it does not exist, ERROR_BAD_PATHNAME for an empty name.
+/// ERROR_FILE_NOT_FOUND when it does not exist, ERROR_BAD_PATHNAME for an empty name.
 KELGEN_PLATFORM_API DWORD GetShortPathNameA(LPCSTR name, LPSTR buffer, DWORD size);
 KELGEN_PLATFORM_API DWORD GetShortPathNameW(LPCWSTR name, LPWSTR buffer, DWORD size);
-/// @p name with each part as its folder has it. 0 as GetShortPathNameA. @p buffer may be @p name's.
+/// @p name with each part as its folder has it. 0 as GetShortPathNameA, but
+/// ERROR_PATH_NOT_FOUND for an empty name. @p buffer may be @p name's.
 KELGEN_PLATFORM_API DWORD GetLongPathNameA(LPCSTR name, LPSTR buffer, DWORD size);
 KELGEN_PLATFORM_API DWORD GetLongPathNameW(LPCWSTR name, LPWSTR buffer, DWORD size);
 
@@ -39,7 +40,8 @@ KELGEN_PLATFORM_API BOOL SetCurrentDirectoryA(LPCSTR name);
 KELGEN_PLATFORM_API BOOL SetCurrentDirectoryW(LPCWSTR name);
 
 /// The full path of the file @p name (with @p extension appended when it has none) in the folders of @p path, separated by
-/// semicolons; null searches the program's folder, the current one, the system's two, then PATH. 0 with ERROR_FILE_NOT_FOUND.
+/// semicolons; null searches the program's folder, the current one, the system's two, then PATH. 0 with ERROR_FILE_NOT_FOUND,
+/// ERROR_INVALID_PARAMETER for an empty name.
 KELGEN_PLATFORM_API DWORD SearchPathA(LPCSTR path, LPCSTR name, LPCSTR extension, DWORD size, LPSTR buffer, LPSTR* filePart);
 
 /// C:\windows, which need not exist.
@@ -55,7 +57,8 @@ KELGEN_PLATFORM_API UINT GetDriveTypeA(LPCSTR root);
 KELGEN_PLATFORM_API DWORD GetLogicalDrives();
 
 /// What is known of the volume at @p root (null: the current drive); null arguments are skipped. The name is empty, the file
-/// system "NTFS". FALSE with ERROR_PATH_NOT_FOUND for a drive that is none.
+/// system "NTFS". FALSE with ERROR_PATH_NOT_FOUND for a drive that is none, ERROR_DIR_NOT_ROOT or (without a final
+/// slash) ERROR_INVALID_NAME for another folder.
 KELGEN_PLATFORM_API BOOL GetVolumeInformationA(LPCSTR root, LPSTR name, DWORD nameSize, LPDWORD serialNumber,
                                                LPDWORD longestComponent, LPDWORD flags, LPSTR fileSystem, DWORD fileSystemSize);
 

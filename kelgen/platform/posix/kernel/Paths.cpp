@@ -236,7 +236,12 @@ bool EqualNames(std::string_view left, std::string_view right)
 
 int OrderOfNames(std::string_view left, std::string_view right)
 {
-    const int order = CompareNames(WideName(left), WideName(right));
+    const auto upper = [](std::string_view name) {
+        std::u16string text = WideName(name);
+        std::transform(text.begin(), text.end(), text.begin(), UpperUnit);
+        return text;
+    };
+    const int order = upper(left).compare(upper(right));
     return order != 0 ? order : left.compare(right);
 }
 

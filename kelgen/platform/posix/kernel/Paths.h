@@ -45,7 +45,7 @@ KELGEN_PLATFORM_API std::optional<std::string> ToNativeFolder(std::string_view n
 std::vector<std::string> SplitAtBackslashes(std::string_view path);
 
 /// The names in the folder @p native in byte order, without "." and ".."; empty when it cannot be read.
-std::vector<std::string> FolderEntries(const std::string& native);
+KELGEN_PLATFORM_API std::vector<std::string> FolderEntries(const std::string& native);
 
 /// True when the file names differ at most in case (NameCase.h has the rule); bytes that are not UTF-8 must be equal.
 bool EqualNames(std::string_view left, std::string_view right);

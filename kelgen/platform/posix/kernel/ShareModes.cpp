@@ -3,7 +3,7 @@
 #include <kelgen/platform/posix/kernel/ShareModes.h>
 
 #include <kelgen/platform/posix/base/AccessRights.h>
-#include <kelgen/platform/posix/kernel/FileObjects.h>
+#include <kelgen/platform/posix/base/Descriptor.h>
 #include <kelgen/platform/posix/kernel/Files.h>
 
 #include <fcntl.h>
@@ -79,7 +79,7 @@ bool ClaimShare(int file, DWORD access, DWORD share)
 bool MayDelete(const std::string& native)
 {
     const Descriptor file(open(native.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY | O_NOFOLLOW));
-    return !file || !AnyAnnounced(file.Number(), kDenials, FILE_SHARE_DELETE);
+    return !file || !AnyAnnounced(file.Get(), kDenials, FILE_SHARE_DELETE);
 }
 
 }  // namespace kelgen::posix

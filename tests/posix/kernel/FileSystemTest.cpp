@@ -1,0 +1,131 @@
+// FileSystemTest.cpp: how names, attributes and share modes lie in the system's own files.
+#include <kelgen/platform/posix/base/Home.h>
+#include <kelgen/platform/posix/kernel/Paths.h>
+
+#include "support/Random.h"
+#include "support/Scratch.h"
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+using namespace kelgen::posix;
+using namespace kelgen::test;
+
+TEST(DriveForms, LeadBackToTheSameFile)
+{
+    struct Row
+    {
+        std::string native, drive;
+    };
+    const Row rows[] = {{DriveCFolder(), "C:\\"},
+                        {DriveCFolder() + "/b.txt", "C:\\b.txt"},
+                        {"/", "Z:\\"},
+                        {"/etc/passwd", "Z:\\etc\\passwd"},
+                        {"/drive_c", "Z:\\drive_c"}};
+    for (const Row& row : rows) {
+        EXPECT_EQ(row.drive, DriveForm(row.native));
+        EXPECT_EQ(row.native, Resolve(row.drive).native);
+    }
+    EXPECT_EQ('Z', DriveForm(DriveCFolder() + "x")[0]) << "only the folder itself is drive C";
+}
+
+TEST(NameLookUp, ExactNamesGoBeforeThoseInAnotherCase)
+{
+    const std::string folder = ScratchFolder().string() + "/";
+    for (const char* name : {"name", "Name", "NAME", "\xC3\xA4.txt", "long file name.text"})
+        WriteBytes(folder + name, name);
+    struct Row
+    {
+        const char* wanted;
+        const char* found;
+    };
+    for (const Row& row : {Row{"name", "name"}, Row{"Name", "Name"}, Row{"nAME", "NAME"}, Row{"\xC3\x84.TXT", "\xC3\xA4.txt"},
+                           Row{"LONG FILE NAME.TEXT", "long file name.text"}})
+        EXPECT_EQ(folder + row.found, Resolve(folder + row.wanted).native) << row.wanted;
+}
+
+TEST(NameLookUp, ClashingShortNamesStayApart)
+{
+    const std::string folder = ScratchFolder().string() + "/";
+    std::vector<std::string> names;
+    for (int i = 0; i < 300; ++i)
+        WriteBytes(folder + names.emplace_back("some long name " + std::to_string(i)), "");
+    for (const std::string& name : names) {
+        char buffer[MAX_PATH] = "";
+        ASSERT_NE(0u, GetShortPathNameA((folder + name).c_str(), buffer, sizeof buffer));
+        ASSERT_EQ(folder + name, Resolve(buffer).native) << buffer;
+    }
+}
+
+TEST(WideNames, KeepEveryByte)
+{
+    Random random;
+    for (int i = 0; i < 5000; ++i) {
+        std::string name;
+        for (int n = random.Between(0, 12); n > 0; --n)
+            name += static_cast<char>(random.Between(0, 2) ? random.Between(0x80, 0xFF) : random.Between(1, 0x7F));
+        const std::u16string wide = WideName(name);
+        ASSERT_EQ(name, NarrowName(reinterpret_cast<LPCWSTR>(wide.c_str())));
+    }
+    EXPECT_EQ(u"\u00E4\u4E2D\U0001F600", WideName("\xC3\xA4\xE4\xB8\xAD\xF0\x9F\x98\x80"));
+}
+
+TEST(Attributes, LieWhereOtherProgramsFindThem)
+{
+    const std::string file = ScratchFile("file");
+    WriteBytes(file, "x");
+    EXPECT_EQ(DWORD{FILE_ATTRIBUTE_NORMAL}, GetFileAttributesA(file.c_str()));
+    EXPECT_TRUE(SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_READONLY));
+    char text[20] = "";
+    EXPECT_EQ(3, getxattr(file.c_str(), "user.DOSATTRIB", text, sizeof text));
+    EXPECT_STREQ("0x2", text);
+    struct stat status;
+    stat(file.c_str(), &status);
+    EXPECT_EQ(0u, status.st_mode & 0222);
+    EXPECT_TRUE(SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_NORMAL));
+    EXPECT_EQ(-1, getxattr(file.c_str(), "user.DOSATTRIB", text, sizeof text));
+    setxattr(file.c_str(), "user.DOSATTRIB", "0x25", 4, 0);
+    EXPECT_EQ(DWORD{FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE}, GetFileAttributesA(file.c_str()));
+}
+
+TEST(Moving, MayChangeOnlyTheCase)
+{
+    const std::string folder = ScratchFolder().string() + "/";
+    WriteBytes(folder + "file", "x");
+    EXPECT_TRUE(MoveFileA((folder + "file").c_str(), (folder + "FILE").c_str()));
+    EXPECT_EQ(std::vector<std::string>{"FILE"}, FolderEntries(folder));
+}
+
+TEST(ShareModes, HoldBetweenProcesses)
+{
+    const std::string file = ScratchFile("file");
+    WriteBytes(file, "x");
+    int ready[2];
+    int done[2];
+    ASSERT_EQ(0, pipe(ready));
+    ASSERT_EQ(0, pipe(done));
+    const pid_t child = fork();
+    if (child == 0) {
+        const HANDLE opened = CreateFileA(file.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+        char byte = opened != INVALID_HANDLE_VALUE;
+        if (write(ready[1], &byte, 1) == 1 && read(done[0], &byte, 1) == 1)
+            _exit(0);
+        _exit(1);
+    }
+    char byte = 0;
+    ASSERT_EQ(1, read(ready[0], &byte, 1));
+    EXPECT_EQ(1, byte);
+    EXPECT_EQ(INVALID_HANDLE_VALUE, CreateFileA(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+    EXPECT_EQ(DWORD{ERROR_SHARING_VIOLATION}, GetLastError());
+    EXPECT_EQ(1, write(done[1], &byte, 1));
+    int status = 0;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(0, status);
+    const HANDLE opened = CreateFileA(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    EXPECT_NE(INVALID_HANDLE_VALUE, opened) << "a process that has ended denies nothing";
+    CloseHandle(opened);
+    for (const int end : {ready[0], ready[1], done[0], done[1]})
+        close(end);
+}
