@@ -22,8 +22,8 @@ class COleVariant;
 ///     int last = numbers.Pop();                  // 7
 ///
 /// Growth, element moves and what stays valid are CArray's: elements move bit-wise. An index is valid in [0, size).
-/// Throws: the invalid-argument exception, before anything changes, for invalid indices, negative sizes and the empty array where an
-/// element is asked for.
+/// Throws: the invalid-argument exception, before anything changes, for invalid indices, negative sizes and the empty array where
+/// an element is asked for.
 /// Threads: one at a time.
 template <class TYPE, class ARG_TYPE = TYPE>
 class CBaseArray : public CArray<TYPE, ARG_TYPE>, public CStdArrayInterface<TYPE, ARG_TYPE>
@@ -74,8 +74,8 @@ public:
     TYPE& LastElement() { return this->ElementAt(m_nSize - 1); }
     const TYPE& LastElement() const { return this->ElementAt(m_nSize - 1); }
 
-    /// The first index from @p start on for which @p compare(element, value) is 0; -1 when there is none, or when @p start is at or
-    /// past the end. A negative @p start throws.
+    /// The first index from @p start on for which @p compare(element, value) is 0; -1 when there is none, or when @p start is at
+    /// or past the end. A negative @p start throws.
     int FindFirst(ARG_TYPE value, Compare compare, int start) const;
     /// The index of the element that lies at this very address, or -1. Equality plays no part.
     int FindFirst(const TYPE* element) const;
@@ -85,16 +85,18 @@ public:
     /// Keeps the first of all elements that compare equal, each in its place; removes the others.
     void RemoveDuplicates(Compare compare);
 
-    /// Sorts ascending by @p compare, which is asked compare(element j, element i) for every i < j; equal elements may change order.
+    /// Sorts ascending by @p compare, which is asked compare(element j, element i) for every i < j; equal elements may change
+    /// order.
     /// Cost: quadratic.
     void BubbleSort(Compare compare);
     /// Exchanges two elements by moving their bytes.
     void Swap(int i, int j);
 
-    /// Whether a binary search finds an element for which @p compare(element, value) is 0. @p index is the lower bound of the search
-    /// on entry (0, to search everything), the place that was looked at last on return.
-    /// By contract: elements for which compare(element, value) is positive are taken to lie before the value, so that a compare of the
-    /// form a - b searches a descending array, as SortAdd keeps it; and compare is called once more after the range is empty.
+    /// Whether a binary search finds an element for which @p compare(element, value) is 0. @p index is the lower bound of the
+    /// search on entry (0, to search everything), the place that was looked at last on return.
+    /// By contract: elements for which compare(element, value) is positive are taken to lie before the value, so that a compare
+    /// of the form a - b searches a descending array, as SortAdd keeps it; and compare is called once more after the range is
+    /// empty.
     /// Throws: the invalid-argument exception when the search leaves the array, which a bound past the end brings about.
     bool SortFind(ARG_TYPE value, Compare compare, int& index) const;
     /// Inserts @p value into an array that SortAdd keeps sorted: before the first element equal to it.
@@ -104,12 +106,12 @@ public:
     /// Whether the object pointer itself is null: by contract this may be called through a null pointer.
     bool IsThisNull() const { return reinterpret_cast<std::uintptr_t>(this) == 0; }
 
-    /// Empties the array, whose block stays, and appends every element of @p array from its lower to its upper bound. Always true.
-    /// Numbers narrower than TYPE are widened with zeros; texts and objects that are read become the caller's. An array that
-    /// has several dimensions or larger elements, or a TYPE that is more than plain bytes, gives no elements.
+    /// Empties the array, whose block stays, and appends every element of @p array from its lower to its upper bound. Always
+    /// true. Numbers narrower than TYPE are widened with zeros; texts and objects that are read become the caller's. An array
+    /// that has several dimensions or larger elements, or a TYPE that is more than plain bytes, gives no elements.
     virtual bool CopySafeArray(SAFEARRAY* array);
-    /// A new automation array of @p type with the elements from index 0 on, which the caller destroys; null when elements of @p type
-    /// have another size than TYPE, or without memory.
+    /// A new automation array of @p type with the elements from index 0 on, which the caller destroys; null when elements of @p
+    /// type have another size than TYPE, or without memory.
     SAFEARRAY* CreateSafeArray(VARTYPE type) const;
     /// Frees what the initialised @p variant holds and gives it CreateSafeArray(type); leaves it empty when there is none.
     void SetSafeArray(VARTYPE type, VARIANT& variant) const;

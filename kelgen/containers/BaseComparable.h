@@ -14,8 +14,8 @@ public:
 
 /// An order over objects of any classes, from one virtual comparison.
 ///
-/// The names of the run-time classes decide first; their order is the compiler's, stable within a build. Classes replace Compare to
-/// order their own objects, and the six operators follow.
+/// The names of the run-time classes decide first; their order is the compiler's, stable within a build. Classes replace Compare
+/// to order their own objects, and the six operators follow.
 class KELGEN_API CBaseComparable : public CBaseComparableEq
 {
 public:
@@ -24,7 +24,8 @@ public:
     /// Compare(other) != 0; true when @p other is not a CBaseComparable.
     bool operator!=(const CBaseComparableEq& other) const override;
 
-    /// -1, 0 or 1 as the name of this object's class, taken as unsigned bytes, comes before the other's, equals it, or comes after it.
+    /// -1, 0 or 1 as the name of this object's class, taken as unsigned bytes, comes before the other's, equals it, or comes
+    /// after it.
     virtual int Compare(const CBaseComparable& other) const;
     virtual bool operator>(const CBaseComparable& other) const;
     virtual bool operator<(const CBaseComparable& other) const;

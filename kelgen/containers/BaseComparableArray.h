@@ -56,7 +56,8 @@ public:
     /// The index of the first maximum. By contract: -1 when no later element exceeds the first, though that then is the maximum.
     /// Throws: the invalid-argument exception when empty.
     int GetMaxValueIndex() const;
-    /// The maximum, in the first element. By contract: every element that exceeds the first overwrites it, so its own value is lost.
+    /// The maximum, in the first element. By contract: every element that exceeds the first overwrites it, so its own value is
+    /// lost.
     /// Throws: the invalid-argument exception when empty.
     TYPE& GetMaxValue();
 

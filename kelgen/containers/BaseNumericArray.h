@@ -13,8 +13,8 @@ public:
     using CBaseComparableArray<TYPE, ARG_TYPE, BASE>::CBaseComparableArray;
     using CBaseComparableArray<TYPE, ARG_TYPE, BASE>::operator=;
 
-    /// Appends @p count numbers: @p start, start + @p step, start + 2 * step and so on, wrapping as 32-bit numbers do. A count below 1
-    /// appends nothing.
+    /// Appends @p count numbers: @p start, start + @p step, start + 2 * step and so on, wrapping as 32-bit numbers do. A count
+    /// below 1 appends nothing.
     void AddIncremental(TYPE start, int count, TYPE step);
 
     /// The sum of all elements divided by their count, truncated toward zero.

@@ -27,8 +27,8 @@ public:
     int GetCount() const { return m_pointers.GetSize(); }
     int GetSize() const { return m_pointers.GetSize(); }
 
-    /// Deletes the elements from the first to the last. By contract: each leaves the array, and the others move down, before the next
-    /// is deleted. Cost: quadratic moves of pointers.
+    /// Deletes the elements from the first to the last. By contract: each leaves the array, and the others move down, before the
+    /// next is deleted. Cost: quadratic moves of pointers.
     void RemoveAll();
 
 private:

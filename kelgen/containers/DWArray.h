@@ -17,11 +17,12 @@ public:
 
     /// Becomes equal to @p other. Onto itself nothing happens.
     void Copy(const CDWArray& other);
-    /// Empties the array, whose block stays, and appends the elements of the variant's array. False, with the array empty, unless the
-    /// variant holds an array of one dimension and readable bounds whose elements have 32 bits or less.
+    /// Empties the array, whose block stays, and appends the elements of the variant's array. False, with the array empty, unless
+    /// the variant holds an array of one dimension and readable bounds whose elements have 32 bits or less.
     bool Copy(VARIANT* variant);
 
     using CBaseNumericArray<DWORD, const DWORD>::CreateSafeArray;
-    /// Frees what the initialised @p variant holds and gives it an array of the elements (VT_UI4). False for null and without memory.
+    /// Frees what the initialised @p variant holds and gives it an array of the elements (VT_UI4). False for null and without
+    /// memory.
     bool CreateSafeArray(VARIANT* variant) const;
 };

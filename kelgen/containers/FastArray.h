@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <memory>
 
-/// An array with a used count over slots that stay constructed: emptying and refilling assigns into existing objects, so strings and
-/// arrays as elements keep their blocks.
+/// An array with a used count over slots that stay constructed: emptying and refilling assigns into existing objects, so strings
+/// and arrays as elements keep their blocks.
 ///
 ///     CFastArray<CString, const CString&> names;
 ///     names.Add("one");
@@ -15,8 +15,8 @@
 ///     names.RemoveAll();   // GetSize() is 0; both slots keep their texts
 ///     names.Add("three");  // GetSize() is 1; assigned into the first slot
 ///
-/// By contract: the members here go by the used count; those of CBaseArray and CArray that are not replaced here (GetCount, IsEmpty,
-/// SetSize, FindFirst, Push, Pop and so on) go by the slots, and element access is checked against the slots.
+/// By contract: the members here go by the used count; those of CBaseArray and CArray that are not replaced here (GetCount,
+/// IsEmpty, SetSize, FindFirst, Push, Pop and so on) go by the slots, and element access is checked against the slots.
 template <class TYPE, class ARG_TYPE = TYPE>
 class CFastArray : public CBaseArray<TYPE, ARG_TYPE>
 {

@@ -32,8 +32,8 @@ private:
 /// The array in a variant, held or referred to; null when there is none.
 KELGEN_API SAFEARRAY* SafeArrayIn(const VARIANT* variant);
 
-/// A new array of @p count elements of @p type from index 0, copied from values of @p elementSize bytes. Null when elements of that
-/// type have another size, or without memory.
+/// A new array of @p count elements of @p type from index 0, copied from values of @p elementSize bytes. Null when elements of
+/// that type have another size, or without memory.
 KELGEN_API SAFEARRAY* MakeSafeArray(VARTYPE type, const void* elements, int count, std::size_t elementSize);
 
 /// Frees what @p variant holds and gives it @p array; false, with @p variant empty, when @p array is null.

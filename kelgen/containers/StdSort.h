@@ -21,9 +21,9 @@ public:
     ///
     ///     CStdSort::QuickSort(ids, CStdSort::DWordCompare, Follow, &names);
     ///
-    /// @p onSwap, when not null, is called after each exchange with @p context and the two indices. Elements that compare equal to the
-    /// pivot, which is the first of its range, are never exchanged with it; others of equal value may change order.
-    /// @p compare must not change the array.
+    /// @p onSwap, when not null, is called after each exchange with @p context and the two indices. Elements that compare equal
+    /// to the pivot, which is the first of its range, are never exchanged with it; others of equal value may change order. @p
+    /// compare must not change the array.
     /// Cost: n log n comparisons on random input, quadratic on sorted input; no recursion.
     static void QuickSort(CBaseArray<DWORD, DWORD>& array, int (*compare)(DWORD, DWORD),
         void (*onSwap)(void* context, int i, int j), void* context);

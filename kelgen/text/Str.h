@@ -48,7 +48,7 @@ public:
     /// Appends @p text, which may lie in this text, @p n times; nothing when @p n is 0 or less.
     void AppendRepetition(const char* text, int n);
 
-    /// The last index at which @p sub occurs and ends at or before @p nEnd, or -1. A negative @p nEnd stands for the length. An empty
-    /// @p sub is found at that limit itself.
+    /// The last index at which @p sub occurs and ends at or before @p nEnd, or -1. A negative @p nEnd stands for the length. An
+    /// empty @p sub is found at that limit itself.
     int ReverseFind(const char* sub, int nEnd) const;
 };

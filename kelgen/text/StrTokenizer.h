@@ -30,16 +30,16 @@ public:
     /// The position becomes @p n, whatever it is. Before the text it finds no separator, and the whole text is the next token.
     void SetCurrentPos(int n) { m_nPos = n; }
 
-    /// 1, and the piece up to the next @p separator at or after the position, or the rest of the text; @p bWithSeparator nonzero adds
-    /// one more byte, the separator's first only. 0 at the end, with @p token unchanged.
+    /// 1, and the piece up to the next @p separator at or after the position, or the rest of the text; @p bWithSeparator nonzero
+    /// adds one more byte, the separator's first only. 0 at the end, with @p token unchanged.
     int GetNextToken(CString& token, const char* separator, int bWithSeparator);
 
-    /// The token that GetNextToken would give, without moving: returns where the token after it would start, the text's length when the
-    /// rest of the text was taken, -1 at the end, with @p token unchanged.
+    /// The token that GetNextToken would give, without moving: returns where the token after it would start, the text's length
+    /// when the rest of the text was taken, -1 at the end, with @p token unchanged.
     int GetNextTokenPos(CString& token, const char* separator, int bWithSeparator) const;
 
-    /// Takes the part of @p path before its last '/' or '\\' as the text, from its start. False when there is none: the text is then
-    /// empty.
+    /// Takes the part of @p path before its last '/' or '\\' as the text, from its start. False when there is none: the text is
+    /// then empty.
     bool ExtractFolderPath(const char* path);
 
 protected:

@@ -73,7 +73,8 @@ TEST(StdSort, QuickSortSortsAndTheReportsKeepAnotherArrayInStep)
 
         CStdSort::QuickSort(numbers, ByTens, Follower::OnSwap, &follower);
         ASSERT_EQ(follower.parallel, ElementsOf(numbers));
-        ASSERT_TRUE(std::is_sorted(follower.parallel.begin(), follower.parallel.end(), [](DWORD a, DWORD b) { return a / 10 < b / 10; }));
+        ASSERT_TRUE(std::is_sorted(follower.parallel.begin(), follower.parallel.end(),
+            [](DWORD a, DWORD b) { return a / 10 < b / 10; }));
         CStdSort::QuickSort(numbers, CStdSort::DWordCompare, nullptr, nullptr);
         ASSERT_EQ(sorted, ElementsOf(numbers));
     }
