@@ -139,6 +139,9 @@ public:
     HANDLE m_hFile;
 
 protected:
+    /// Throws: CFileException for the last platform error and this file's path.
+    [[noreturn]] void ThrowLastError() const;
+
     BOOL m_bCloseOnDelete;
     CString m_strFileName;
 };

@@ -1,0 +1,506 @@
+// ArchiveTest.cpp: the stored bytes, round trips, objects, and loading of damaged and hostile archives.
+#include <kelgen/framework/Archive.h>
+#include <kelgen/framework/ArrayTypes.h>
+#include <kelgen/framework/ListTypes.h>
+#include <kelgen/framework/MapTypes.h>
+#include <kelgen/framework/MemFile.h>
+#include <kelgen/framework/StringArray.h>
+
+#include "framework/Thrown.h"
+#include "support/Random.h"
+#include "support/Rows.h"
+
+#include <functional>
+#include <set>
+
+using kelgen::test::RowName;
+using kelgen::test::Thrown;
+using namespace std::string_literals;
+
+namespace {
+
+/// The bytes that @p code stores.
+template <class CODE>
+std::string Stored(CODE&& code, int bufferSize = 4096)
+{
+    CMemFile file;
+    {
+        CArchive archive(&file, CArchive::store, bufferSize);
+        code(archive);
+        archive.Close();
+    }
+    file.SeekToBegin();
+    std::string bytes(static_cast<std::size_t>(file.GetLength()), 0);
+    file.Read(bytes.data(), static_cast<UINT>(bytes.size()));
+    return bytes;
+}
+
+/// Loads from @p bytes; returns what was thrown.
+template <class CODE>
+std::string Load(const std::string& bytes, CODE&& code, int bufferSize = 4096)
+{
+    std::string copy = bytes;
+    CMemFile file(reinterpret_cast<BYTE*>(copy.data()), static_cast<UINT>(copy.size()));
+    CArchive archive(&file, CArchive::load, bufferSize);
+    return Thrown([&] { code(archive); });
+}
+
+std::string Cause(int cause)
+{
+    return "CArchiveException " + std::to_string(cause);
+}
+
+}  // namespace
+
+/// An object that refers to another one.
+class CTestNode : public CObject
+{
+    DECLARE_SERIAL(CTestNode)
+
+public:
+    CTestNode() { living.insert(this); }
+    ~CTestNode() override { living.erase(this); }
+    void Serialize(CArchive& archive) override
+    {
+        if (archive.IsStoring()) {
+            archive << value << static_cast<const CObject*>(next);
+        } else {
+            schema = archive.GetObjectSchema();
+            archive >> value >> next;
+        }
+    }
+
+    int value = 0;
+    UINT schema = 0;
+    CTestNode* next = nullptr;
+    static inline std::set<CTestNode*> living;
+};
+
+class CTestLeaf : public CTestNode
+{
+    DECLARE_SERIAL(CTestLeaf)
+};
+
+class CTestUnstored : public CObject
+{
+    DECLARE_DYNCREATE(CTestUnstored)
+};
+
+IMPLEMENT_SERIAL(CTestNode, CObject, 3 | VERSIONABLE_SCHEMA)
+IMPLEMENT_SERIAL(CTestLeaf, CTestNode, 1)
+IMPLEMENT_DYNCREATE(CTestUnstored, CObject)
+
+struct BytesRow
+{
+    const char* name;
+    std::function<void(CArchive&)> store;
+    std::string bytes;
+};
+
+class ArchiveBytes : public testing::TestWithParam<BytesRow> {};
+
+TEST_P(ArchiveBytes, AreTheForm)
+{
+    EXPECT_EQ(GetParam().bytes, Stored(GetParam().store));
+}
+
+INSTANTIATE_TEST_SUITE_P(, ArchiveBytes, testing::Values(
+    BytesRow{"Byte", [](CArchive& a) { a << BYTE{0x12}; }, "\x12"},
+    BytesRow{"Char", [](CArchive& a) { a << 'x'; }, "x"},
+    BytesRow{"Bool", [](CArchive& a) { a << true << false; }, "\x01\0"s},
+    BytesRow{"Word", [](CArchive& a) { a << WORD{0x1234}; }, "\x34\x12"},
+    BytesRow{"Short", [](CArchive& a) { a << short{-2}; }, "\xFE\xFF"},
+    BytesRow{"Int", [](CArchive& a) { a << 0x12345678; }, "\x78\x56\x34\x12"},
+    BytesRow{"Dword", [](CArchive& a) { a << DWORD{0xFFFFFFFE}; }, "\xFE\xFF\xFF\xFF"},
+    BytesRow{"Long", [](CArchive& a) { a << LONG{-2}; }, "\xFE\xFF\xFF\xFF"},
+    BytesRow{"LongLong", [](CArchive& a) { a << LONGLONG{0x123456789ABCDEF0}; }, "\xF0\xDE\xBC\x9A\x78\x56\x34\x12"},
+    BytesRow{"Float", [](CArchive& a) { a << 1.0f; }, "\0\0\x80\x3F"s},
+    BytesRow{"Double", [](CArchive& a) { a << 1.0; }, "\0\0\0\0\0\0\xF0\x3F"s},
+    BytesRow{"EmptyText", [](CArchive& a) { a << CString(); }, "\0"s},
+    BytesRow{"ShortText", [](CArchive& a) { a << CString('x', 254); }, "\xFE" + std::string(254, 'x')},
+    BytesRow{"WordText", [](CArchive& a) { a << CString('x', 255); }, "\xFF\xFF\0"s + std::string(255, 'x')},
+    BytesRow{"LongestWordText", [](CArchive& a) { a << CString('x', 65533); }, "\xFF\xFD\xFF" + std::string(65533, 'x')},
+    BytesRow{"LongText", [](CArchive& a) { a << CString('x', 65534); }, "\xFF\xFF\xFF\xFE\xFF\0\0"s + std::string(65534, 'x')},
+    BytesRow{"TextWithZeros", [](CArchive& a) { a << CString("a\0b", 3); }, "\x03" "a\0b"s},
+    BytesRow{"Count", [](CArchive& a) { a.WriteCount(0xFFFE); }, "\xFE\xFF"},
+    BytesRow{"LargeCount", [](CArchive& a) { a.WriteCount(0xFFFF); }, "\xFF\xFF\xFF\xFF\0\0"s},
+    BytesRow{"Words", [](CArchive& a) { CWordArray words; words.Add(1); words.Add(2); words.Serialize(a); }, "\x02\0\x01\0\x02\0"s},
+    BytesRow{"Texts", [](CArchive& a) { CStringArray texts; texts.Add("a"); texts.Add(""); texts.Serialize(a); }, "\x02\0\x01" "a\0"s},
+    BytesRow{"NullObject", [](CArchive& a) { a << static_cast<CObject*>(nullptr); }, "\0\0"s}), RowName);
+
+TEST(Archive, ObjectsAndClassesAreStoredOnce)
+{
+    CTestNode node;
+    node.value = 7;
+    node.next = &node;
+    CTestNode other;
+    const std::string bytes = Stored([&](CArchive& archive) { archive << &node << &other << &node; });
+    EXPECT_EQ("\xFF\xFF\x03\0\x09\0CTestNode\x07\0\0\0\x02\0"s  // new class 1, object 2 that refers to itself
+              "\x01\x80\0\0\0\0\0\0"s                           // class 1, object 3 without next
+              "\x02\0"s,
+              bytes);
+    CTestNode* first = nullptr;
+    CTestNode* second = nullptr;
+    CTestNode* third = nullptr;
+    EXPECT_EQ("", Load(bytes, [&](CArchive& archive) { archive >> first >> second >> third; }));
+    EXPECT_EQ(first, first->next);
+    EXPECT_EQ(first, third);
+    EXPECT_EQ(7, first->value);
+    EXPECT_EQ(3u, first->schema);
+    EXPECT_NE(first, second);
+    delete first;
+    delete second;
+}
+
+TEST(Archive, NumbersAboveTheShortFormRoundTrip)
+{
+    constexpr int kCount = 0x8010;
+    std::vector<CTestNode> nodes(kCount);
+    const std::string bytes = Stored([&](CArchive& archive) {
+        for (CTestNode& node : nodes)
+            archive << &node;
+        for (CTestNode& node : nodes)
+            archive << &node;
+        CTestLeaf leaf;
+        archive << &leaf << &leaf;
+        CTestLeaf second;
+        archive << &second;
+    });
+    EXPECT_EQ("", Load(bytes, [&](CArchive& archive) {
+        std::vector<CTestNode*> loaded(kCount);
+        for (CTestNode*& node : loaded)
+            archive >> node;
+        for (CTestNode* node : loaded) {
+            CTestNode* again;
+            archive >> again;
+            ASSERT_EQ(node, again);
+        }
+        CTestLeaf* leaf;
+        CTestLeaf* same;
+        CTestLeaf* second;
+        archive >> leaf >> same >> second;
+        EXPECT_EQ(leaf, same);
+        EXPECT_NE(leaf, second);
+        for (CTestNode* node : loaded)
+            delete node;
+        delete leaf;
+        delete second;
+    }));
+}
+
+TEST(Archive, MappedObjectsTakeANumber)
+{
+    CTestNode document;
+    CTestNode part;
+    part.next = &document;
+    const std::string bytes = Stored([&](CArchive& archive) {
+        archive.MapObject(&document);
+        archive << &part;
+    });
+    CTestNode loadedDocument;
+    CTestNode* loaded = nullptr;
+    EXPECT_EQ("", Load(bytes, [&](CArchive& archive) {
+        archive.MapObject(&loadedDocument);
+        archive >> loaded;
+    }));
+    EXPECT_EQ(&loadedDocument, loaded->next);
+    delete loaded;
+}
+
+TEST(Archive, CollectionsRoundTrip)
+{
+    CTestNode node;
+    node.value = 9;
+    CObArray objects;
+    objects.Add(&node);
+    objects.Add(nullptr);
+    objects.Add(&node);
+    CMapStringToString texts;
+    texts["k"] = "v";
+    CMapWordToOb byNumber;
+    byNumber[5] = &node;
+    CStringList names;
+    names.AddTail("n");
+    CArray<double, double> numbers;
+    numbers.SetSize(70'000);
+    numbers[69'999] = 1.5;
+    CByteArray none;
+    const auto all = [](auto& archive, auto&... parts) { (parts.Serialize(archive), ...); };
+    const std::string bytes = Stored([&](CArchive& a) { all(a, objects, texts, byNumber, names, numbers, none); }, 128);
+
+    CObArray objects2;
+    CMapStringToString texts2;
+    texts2["old"] = "kept";
+    CMapWordToOb byNumber2;
+    CStringList names2;
+    names2.AddTail("old");
+    CArray<double, double> numbers2;
+    CByteArray none2;
+    none2.Add(1);
+    EXPECT_EQ("", Load(bytes, [&](CArchive& a) { all(a, objects2, texts2, byNumber2, names2, numbers2, none2); }, 128));
+    ASSERT_EQ(3, objects2.GetSize());
+    const std::unique_ptr<CTestNode> loaded(dynamic_cast<CTestNode*>(objects2[0]));
+    ASSERT_TRUE(loaded);
+    EXPECT_EQ(9, loaded->value);
+    EXPECT_EQ(nullptr, objects2[1]);
+    EXPECT_EQ(loaded.get(), objects2[2]);
+    EXPECT_EQ(loaded.get(), byNumber2[5]);
+    EXPECT_EQ(2, texts2.GetCount()) << "maps and lists gain what is loaded";
+    EXPECT_STREQ("v", texts2["k"]);
+    EXPECT_STREQ("n", names2.GetTail());
+    EXPECT_EQ(2, names2.GetCount());
+    EXPECT_EQ(70'000, numbers2.GetSize());
+    EXPECT_EQ(1.5, numbers2[69'999]);
+    EXPECT_TRUE(none2.IsEmpty()) << "arrays are replaced";
+}
+
+TEST(Archive, EveryBufferSizeAndPieceGivesTheSameBytes)
+{
+    kelgen::test::Random random;
+    for (int round = 0; round < 100; ++round) {
+        std::string model;
+        std::vector<std::string> pieces(static_cast<std::size_t>(random.Between(1, 40)));
+        for (std::string& piece : pieces) {
+            for (int i = random.Between(0, 600); i > 0; --i)
+                piece += static_cast<char>(random.Between(0, 255));
+            model += piece + "\x05\0"s;
+        }
+        const std::string bytes = Stored([&](CArchive& archive) {
+            for (const std::string& piece : pieces) {
+                archive.Write(piece.data(), static_cast<UINT>(piece.size()));
+                archive << WORD{5};
+            }
+        }, random.Between(0, 500));
+        ASSERT_EQ(model, bytes);
+        ASSERT_EQ("", Load(bytes, [&](CArchive& archive) {
+            for (const std::string& piece : pieces) {
+                std::string loaded(piece.size(), 0);
+                ASSERT_EQ(piece.size(), archive.Read(loaded.data(), static_cast<UINT>(piece.size())));
+                ASSERT_EQ(piece, loaded);
+                WORD mark;
+                archive >> mark;
+                ASSERT_EQ(5, mark);
+            }
+            char more;
+            ASSERT_EQ(0u, archive.Read(&more, 1));
+        }, random.Between(0, 500)));
+    }
+}
+
+TEST(Archive, FlushAndCloseLeaveTheFileAtTheNextByte)
+{
+    CMemFile file;
+    CArchive store(&file, CArchive::store);
+    store << 1 << 2;
+    EXPECT_EQ(0u, file.GetLength());
+    store.Flush();
+    EXPECT_EQ(8u, file.GetLength());
+    store << 3;
+    store.Close();
+    EXPECT_EQ(12u, file.GetLength());
+
+    file.SeekToBegin();
+    CArchive load(&file, CArchive::load);
+    int value;
+    load >> value;
+    EXPECT_EQ(12u, file.GetPosition()) << "read ahead";
+    load.Flush();
+    EXPECT_EQ(4u, file.GetPosition());
+    load >> value;
+    load.Close();
+    EXPECT_EQ(2, value);
+    EXPECT_EQ(8u, file.GetPosition());
+    EXPECT_EQ(Cause(CArchiveException::genericException), Thrown([&] { load >> value; }));
+    EXPECT_EQ(Cause(CArchiveException::genericException), Thrown([&] { store << value; }));
+}
+
+TEST(Archive, LinesEndAtLineFeedsAndReturns)
+{
+    const std::string bytes = "ab\r\ncd\n\n" + std::string(128, 'x') + std::string(200, 'y') + "\r\nlast";
+    EXPECT_EQ("", Load(bytes, [](CArchive& archive) {
+        CString line;
+        for (const std::string& expected : {"ab"s, "cd"s, ""s, std::string(128, 'x') + std::string(200, 'y'), "last"s}) {
+            ASSERT_TRUE(archive.ReadString(line));
+            EXPECT_EQ(expected, line.GetString());
+        }
+        EXPECT_FALSE(archive.ReadString(line));
+        EXPECT_TRUE(line.IsEmpty());
+    }, 128));
+    EXPECT_EQ("", Load("abcd\nef\r\ng", [](CArchive& archive) {
+        char line[8];
+        EXPECT_STREQ("ab", archive.ReadString(line, 2));
+        EXPECT_STREQ("cd", archive.ReadString(line, 7));
+        EXPECT_STREQ("ef\n", archive.ReadString(line, static_cast<UINT>(-7)));
+        EXPECT_STREQ("g", archive.ReadString(line, 7));
+        EXPECT_EQ(nullptr, archive.ReadString(line, 7));
+    }));
+    EXPECT_EQ("ab\n", Stored([](CArchive& archive) { archive.WriteString("ab\n"); }));
+}
+
+TEST(Archive, WideTextIsConverted)
+{
+    EXPECT_EQ("", Load("\xFF\xFE\xFF\x02" "a\0\xE9\0"s, [](CArchive& archive) {
+        CString text;
+        archive >> text;
+        EXPECT_EQ(CString(u"a\u00E9"_w), text);
+        EXPECT_EQ(2, text.GetLength());
+    }));
+}
+
+TEST(Archive, UseAgainstTheDirectionThrows)
+{
+    int value = 0;
+    CString text;
+    CTestNode* node = nullptr;
+    char line[8];
+    const std::string readOnly = Cause(CArchiveException::readOnly);
+    EXPECT_EQ(readOnly, Load("1234", [&](CArchive& archive) { archive << value; }));
+    EXPECT_EQ(readOnly, Load("1234", [&](CArchive& archive) { archive << text; }));
+    EXPECT_EQ(readOnly, Load("1234", [&](CArchive& archive) { archive << static_cast<CObject*>(nullptr); }));
+    EXPECT_EQ(readOnly, Load("1234", [&](CArchive& archive) { archive.Write(line, 1); }));
+    Stored([&](CArchive& archive) {
+        const std::string writeOnly = Cause(CArchiveException::writeOnly);
+        EXPECT_EQ(writeOnly, Thrown([&] { archive >> value; }));
+        EXPECT_EQ(writeOnly, Thrown([&] { archive >> text; }));
+        EXPECT_EQ(writeOnly, Thrown([&] { archive >> node; }));
+        EXPECT_EQ(writeOnly, Thrown([&] { archive.Read(line, 1); }));
+        EXPECT_EQ(writeOnly, Thrown([&] { archive.ReadString(line, 1); }));
+        CTestUnstored unstored;
+        EXPECT_EQ("CNotSupportedException", Thrown([&] { archive << &unstored; }));
+        CPtrArray pointers;
+        EXPECT_EQ("CNotSupportedException", Thrown([&] { pointers.Serialize(archive); }));
+    });
+    EXPECT_EQ("CInvalidArgException", Thrown([] { CArchive(nullptr, CArchive::load); }));
+}
+
+struct DamagedRow
+{
+    const char* name;
+    std::string bytes;
+    std::function<void(CArchive&)> load;
+    int cause;
+};
+
+class ArchiveDamaged : public testing::TestWithParam<DamagedRow> {};
+
+TEST_P(ArchiveDamaged, ThrowsItsCauseAndLeavesNothingBehind)
+{
+    EXPECT_EQ(Cause(GetParam().cause), Load(GetParam().bytes, GetParam().load));
+    EXPECT_TRUE(CTestNode::living.empty());
+}
+
+namespace {
+
+template <class T>
+void LoadOne(CArchive& archive)
+{
+    T value{};
+    archive >> value;
+}
+
+template <class COLLECTION>
+void LoadCollection(CArchive& archive)
+{
+    COLLECTION collection;
+    collection.Serialize(archive);
+}
+
+}  // namespace
+
+INSTANTIATE_TEST_SUITE_P(, ArchiveDamaged, testing::Values(
+    DamagedRow{"ShortNumber", "\x01\x02", LoadOne<int>, CArchiveException::endOfFile},
+    DamagedRow{"ShortText", "\x05" "abc", LoadOne<CString>, CArchiveException::endOfFile},
+    DamagedRow{"ShortTextLength", "\xFF\x01", LoadOne<CString>, CArchiveException::endOfFile},
+    DamagedRow{"HostileTextLength", "\xFF\xFF\xFF\xFF\xFF\xFF\xFF" "abc", LoadOne<CString>, CArchiveException::endOfFile},
+    DamagedRow{"HostileWideLength", "\xFF\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF\x3F" "abc", LoadOne<CString>, CArchiveException::endOfFile},
+    DamagedRow{"TwoWideMarkers", "\xFF\xFE\xFF\xFF\xFE\xFF" "abc", LoadOne<CString>, CArchiveException::badIndex},
+    DamagedRow{"HostileNumbers", "\xFF\xFF\xFE\xFF\xFF\x7F" "abc", LoadCollection<CDWordArray>, CArchiveException::endOfFile},
+    DamagedRow{"HostileTexts", "\xFF\xFF\xFF\xFF\xFF\xFF", LoadCollection<CStringArray>, CArchiveException::endOfFile},
+    DamagedRow{"HostileMap", "\xFF\xFF\xFF\xFF\xFF\x00"s, LoadCollection<CMapStringToString>, CArchiveException::endOfFile},
+    DamagedRow{"ShortNumbers", "\x03\0\x01\x02\x03\x04\x05"s, LoadCollection<CDWordArray>, CArchiveException::endOfFile},
+    DamagedRow{"UnknownObject", "\x05\0"s, LoadOne<CTestNode*>, CArchiveException::badIndex},
+    DamagedRow{"UnknownBigObject", "\xFF\x7F\xFF\xFF\xFF\x7F", LoadOne<CTestNode*>, CArchiveException::badIndex},
+    DamagedRow{"UnknownClass", "\x05\x80", LoadOne<CTestNode*>, CArchiveException::badIndex},
+    DamagedRow{"NullAsClass", "\xFF\x7F\0\0\0\x80"s, LoadOne<CTestNode*>, CArchiveException::badIndex},
+    DamagedRow{"ClassAsObject", "\xFF\xFF\x03\0\x09\0CTestNode\0\0\0\0\x01\0"s, LoadOne<CTestNode*>, CArchiveException::badIndex},
+    DamagedRow{"ObjectAsClass", "\xFF\xFF\x03\0\x09\0CTestNode\0\0\0\0\x02\x80"s, LoadOne<CTestNode*>, CArchiveException::badIndex},
+    DamagedRow{"ClassNotListed", "\xFF\xFF\x03\0\x05\0CNope"s, LoadOne<CTestNode*>, CArchiveException::badClass},
+    DamagedRow{"ClassNameTooLong", "\xFF\xFF\x03\0\xFF\xFF" + std::string(70'000, 'C'), LoadOne<CTestNode*>, CArchiveException::badClass},
+    DamagedRow{"ClassNotStorable", "\xFF\xFF\x03\0\x0D\0CTestUnstored"s, LoadOne<CTestNode*>, CArchiveException::badClass},
+    DamagedRow{"OtherClass", "\xFF\xFF\0\0\x0A\0CByteArray\0\0"s, LoadOne<CTestNode*>, CArchiveException::badClass},
+    DamagedRow{"BaseInsteadOfDerived", "\xFF\xFF\x03\0\x09\0CTestNode\0\0\0\0\0\0"s, LoadOne<CTestLeaf*>, CArchiveException::badClass},
+    DamagedRow{"OtherSchema", "\xFF\xFF\x02\0\x09\0CTestLeaf\0\0\0\0\0\0"s, LoadOne<CTestLeaf*>, CArchiveException::badSchema},
+    DamagedRow{"ShortObject", "\xFF\xFF\x03\0\x09\0CTestNode\0\0"s, LoadOne<CTestNode*>, CArchiveException::endOfFile}), RowName);
+
+TEST(Archive, VersionableClassLoadsOtherSchemas)
+{
+    CTestNode* node = nullptr;
+    EXPECT_EQ("", Load("\xFF\xFF\x01\0\x09\0CTestNode\x05\0\0\0\0\0"s, [&](CArchive& archive) { archive >> node; }));
+    ASSERT_NE(nullptr, node);
+    EXPECT_EQ(1u, node->schema);
+    delete node;
+}
+
+TEST(Archive, RandomlyDamagedArchivesNeverBreakTheProcess)
+{
+    kelgen::test::Random random;
+    CTestNode nodes[3];
+    nodes[0].next = &nodes[1];
+    nodes[1].next = &nodes[0];
+    CObArray objects;
+    for (CTestNode& node : nodes)
+        objects.Add(&node);
+    CMapStringToString texts;
+    texts["key"] = CString('v', 300);
+    const std::string bytes = Stored([&](CArchive& archive) {
+        objects.Serialize(archive);
+        texts.Serialize(archive);
+    });
+    for (int round = 0; round < 3000; ++round) {
+        std::string damaged = bytes.substr(0, static_cast<std::size_t>(random.Between(0, static_cast<int>(bytes.size()))));
+        for (int i = random.Between(1, 4); i > 0 && !damaged.empty(); --i)
+            damaged[static_cast<std::size_t>(random.Between(0, static_cast<int>(damaged.size()) - 1))] =
+                static_cast<char>(random.Between(0, 255));
+        CObArray loaded;
+        Load(damaged, [&](CArchive& archive) {
+            loaded.Serialize(archive);
+            CMapStringToString loadedTexts;
+            loadedTexts.Serialize(archive);
+        });
+        // The damage may have cut links: what is alive beside our own nodes was loaded.
+        for (const std::set<CTestNode*> living = CTestNode::living; CTestNode* node : living) {
+            if (node < std::begin(nodes) || node >= std::end(nodes))
+                delete node;
+        }
+    }
+}
+
+TEST(Archive, FileThatOverstatesWhatItReadIsHeldToTheRequest)
+{
+    class OverstatingFile : public CMemFile
+    {
+    public:
+        UINT Read(void*, UINT) override { return 0xFFFFFFF0; }
+    } file;
+    CArchive archive(&file, CArchive::load, 128);
+    char bytes[300] = {};
+    EXPECT_EQ(300u, archive.Read(bytes, 300));
+    int value = 1;
+    archive >> value;
+    EXPECT_EQ(0, value);
+    archive.Abort();
+}
+
+TEST(Archive, FailingFileIsReportedAndTheDestructorIsQuiet)
+{
+    class FullFile : public CMemFile
+    {
+    public:
+        void Write(const void*, UINT) override { AfxThrowFileException(CFileException::diskFull); }
+    } file;
+    const std::string full = "CFileException " + std::to_string(CFileException::diskFull);
+    CArchive archive(&file, CArchive::store);
+    archive << 1;
+    EXPECT_EQ(full, Thrown([&] { archive.Flush(); }));
+    EXPECT_EQ(full, Thrown([&] { archive.Close(); }));
+}
