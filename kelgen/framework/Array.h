@@ -135,18 +135,17 @@ void CArray<TYPE, ARG_TYPE>::Reserve(int newSize, int growBy)
     if (newSize <= m_nMaxSize)
         return;
 
-    int newMax;
-    void* block;
-    if (m_pData == nullptr) {
-        newMax = std::max(newSize, growBy);
-        block = std::calloc(static_cast<std::size_t>(newMax), sizeof(TYPE));
-    } else {
+    int newMax = std::max(newSize, growBy);
+    if (m_pData != nullptr) {
         const int step = growBy != 0 ? growBy : std::clamp(m_nSize / 8, 4, 1024);
         newMax = std::max(newSize, CheckedSize(static_cast<long long>(m_nMaxSize) + step));
-        if (static_cast<std::size_t>(newMax) > PTRDIFF_MAX / sizeof(TYPE))
-            AfxThrowMemoryException();
-        block = std::realloc(static_cast<void*>(m_pData), static_cast<std::size_t>(newMax) * sizeof(TYPE));
     }
+    const std::size_t count = static_cast<std::size_t>(newMax);
+    if (count > PTRDIFF_MAX / sizeof(TYPE))
+        AfxThrowMemoryException();
+    // The first block is cleared throughout; the end of a grown one is cleared as it is used.
+    void* block =
+        m_pData == nullptr ? std::calloc(count, sizeof(TYPE)) : std::realloc(static_cast<void*>(m_pData), count * sizeof(TYPE));
     if (block == nullptr)
         AfxThrowMemoryException();
 

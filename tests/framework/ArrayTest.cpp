@@ -149,7 +149,7 @@ TEST(Array, BlockThatCannotBeHadThrowsMemoryException)
 {
     struct Large
     {
-        char bytes[1 << 30];
+        char bytes[1LL << 33];
     };
     CArray<Large, const Large&> array;
     EXPECT_EQ("CMemoryException", Thrown([&] { array.SetSize(INT_MAX); }));
