@@ -138,6 +138,25 @@ UINT CStdioFile::Take(char* target, UINT room, bool line)
     return taken;
 }
 
+// The common case: a line that lies whole in the buffer and needs nothing but its end cut off.
+bool CStdioFile::TakeBufferedLine(CString& line)
+{
+    if (m_cursor == m_end)
+        return false;
+    const std::size_t lineFeed = Next(m_lineFeed);
+    if (lineFeed == m_end)
+        return false;
+    std::size_t stop = lineFeed;
+    if (m_text) {
+        if (Next(m_endOfText) < lineFeed || Next(m_return) + 1 < lineFeed)
+            return false;
+        stop = std::min(stop, Next(m_return));
+    }
+    line.SetString(m_buffer.get() + m_cursor, static_cast<int>(stop - m_cursor));
+    m_cursor = lineFeed + 1;
+    return true;
+}
+
 UINT CStdioFile::ReadBytes(char* target, UINT count)
 {
     UINT done = 0;
@@ -227,6 +246,9 @@ BOOL CStdioFile::ReadString(CString& rString)
 {
     if (m_holds != Holds::ReadAhead)
         StartReading();
+
+    if (TakeBufferedLine(rString))
+        return TRUE;
 
     // The caller's buffer is used again for the next line.
     std::size_t length = 0;

@@ -75,6 +75,7 @@ private:
     void WriteBytes(const char* bytes, std::size_t count);
     UINT ReadBytes(char* target, UINT count);
     std::size_t Next(Mark& mark);
+    bool TakeBufferedLine(CString& line);
     UINT Take(char* target, UINT room, bool line);
 
     Holds m_holds = Holds::Nothing;
