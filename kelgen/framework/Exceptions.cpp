@@ -156,7 +156,7 @@ int CauseOf(const OsCause (&causes)[Count], LONG error)
 // Handlers run from inside out on each thread, so a list of those running is enough.
 thread_local kelgen::detail::CaughtException* innermostHandler = nullptr;
 
-} // namespace
+}  // namespace
 
 CException::CException() : m_bAutoDelete(TRUE) {}
 
@@ -185,6 +185,9 @@ CSimpleException::CSimpleException(BOOL autoDelete, LPCSTR text) : CException(au
 
 BOOL CSimpleException::GetErrorMessage(LPSTR text, UINT capacity, UINT* helpContext) const
 {
+    CString loaded;
+    if (m_nResourceId != 0 && loaded.LoadString(m_nResourceId))
+        return CopyText(loaded, text, capacity, helpContext);
     return CopyText(m_lpszText, text, capacity, helpContext);
 }
 
@@ -342,4 +345,4 @@ void KeepCaughtException()
         innermostHandler->m_exception = nullptr;
 }
 
-} // namespace kelgen::detail
+}  // namespace kelgen::detail

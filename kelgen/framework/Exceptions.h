@@ -30,7 +30,7 @@ public:
     /// then empty. *@p helpContext, if given, becomes 0.
     virtual BOOL GetErrorMessage(LPSTR text, UINT capacity, UINT* helpContext = nullptr) const;
 
-    BOOL m_bAutoDelete; ///< Whether Delete() deletes.
+    BOOL m_bAutoDelete;  ///< Whether Delete() deletes.
 };
 
 /// An exception with nothing but a fixed text.
@@ -120,11 +120,11 @@ public:
         none,
         genericException,
         readOnly,  ///< Stored into an archive opened for loading.
-        endOfFile, ///< The end came while loading.
-        writeOnly, ///< Loaded from an archive opened for storing.
+        endOfFile,  ///< The end came while loading.
+        writeOnly,  ///< Loaded from an archive opened for storing.
         badIndex,  ///< The file's format is not an archive's.
         badClass,  ///< The object is of another class than asked for.
-        badSchema, ///< The object is of another version of its class.
+        badSchema,  ///< The object is of another version of its class.
     };
 
     explicit CArchiveException(int cause = none, LPCSTR fileName = nullptr);
@@ -179,7 +179,7 @@ public:
     void Dump(CDumpContext& context) const override;
 
     int m_cause;
-    LONG m_lOsError; ///< The platform's code, or -1.
+    LONG m_lOsError;  ///< The platform's code, or -1.
     CString m_strFileName;
 };
 
@@ -215,10 +215,8 @@ private:
 /// The innermost handler of this thread passes its exception on.
 KELGEN_FRAMEWORK_API void KeepCaughtException();
 
-} // namespace kelgen::detail
+}  // namespace kelgen::detail
 
-#define KELGEN_JOIN_NAMES(left, right) left##right
-#define KELGEN_UNIQUE_NAME(stem, line) KELGEN_JOIN_NAMES(stem, line)
 #define KELGEN_CAUGHT(exception) const ::kelgen::detail::CaughtException KELGEN_UNIQUE_NAME(caught, __LINE__)(exception);
 
 /// Handlers by macro delete their exception themselves: no Delete() in them.

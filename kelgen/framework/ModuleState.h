@@ -42,9 +42,9 @@ public:
     HINSTANCE m_hCurrentResourceHandle;
     LPCSTR m_lpszCurrentAppName = nullptr;
     BYTE m_bDLL;    ///< Whether the module is a library.
-    BYTE m_bSystem; ///< Whether its resources come last in look-up.
+    BYTE m_bSystem;  ///< Whether its resources come last in look-up.
     AFX_LIBRARY_LIST m_libraryList;
-    HINSTANCE m_appLangDLL = nullptr; ///< The library of the application's language, if any.
+    HINSTANCE m_appLangDLL = nullptr;  ///< The library of the application's language, if any.
 };
 
 /// The state that the calling thread works in: that of the innermost AFX_MANAGE_STATE, else the program's.
@@ -83,14 +83,14 @@ private:
 /// First in an exported function of a library that has a state of its own:
 ///
 ///     AFX_MANAGE_STATE(AfxGetStaticModuleState());
-#define AFX_MANAGE_STATE(state) const AFX_MAINTAIN_STATE2 managedState(state);
+#define AFX_MANAGE_STATE(state) const AFX_MAINTAIN_STATE2 KELGEN_UNIQUE_NAME(managedState, __LINE__)(state);
 
 namespace kelgen::detail {
 
 /// The module that @p address lies in.
 KELGEN_FRAMEWORK_API HINSTANCE ModuleOf(const void* address);
 
-} // namespace kelgen::detail
+}  // namespace kelgen::detail
 
 /// The state of the module that calls this: the program's, or the library's own.
 KELGEN_MODULE_LOCAL inline AFX_MODULE_STATE* AfxGetStaticModuleState()
@@ -126,7 +126,7 @@ public:
     ~CDynLinkLibrary() override;
 
     HMODULE m_hModule;
-    HMODULE m_hResource; ///< Null for one without resources.
+    HMODULE m_hResource;  ///< Null for one without resources.
     BOOL m_bSystem;
     CDynLinkLibrary* m_pNextDLL = nullptr;
 

@@ -23,7 +23,7 @@ ListedClasses& Listed()
     return listed;
 }
 
-} // namespace
+}  // namespace
 
 ClassListing::ClassListing(CRuntimeClass* runtimeClass) : m_class(runtimeClass)
 {
@@ -139,7 +139,7 @@ CObject* StaticDownCast([[maybe_unused]] const CRuntimeClass* runtimeClass, CObj
     return object;
 }
 
-} // namespace kelgen::detail
+}  // namespace kelgen::detail
 
 CDumpContext::~CDumpContext() = default;
 

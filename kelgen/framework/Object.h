@@ -17,7 +17,7 @@ struct KELGEN_FRAMEWORK_API CRuntimeClass
     int m_nObjectSize;
     UINT m_wSchema;                        ///< The version that archives store, or kNoSchema.
     CObject* (*m_pfnCreateObject)();       ///< Null for a class that cannot be created by its record.
-    CRuntimeClass* (*m_pfnGetBaseClass)(); ///< Null for CObject.
+    CRuntimeClass* (*m_pfnGetBaseClass)();  ///< Null for CObject.
 
     /// A new object, or null when the class cannot be created by its record or memory runs out.
     CObject* CreateObject();
@@ -121,7 +121,11 @@ KELGEN_FRAMEWORK_API const CObject* DynamicDownCast(const CRuntimeClass* runtime
 KELGEN_FRAMEWORK_API CObject* StaticDownCast(const CRuntimeClass* runtimeClass, CObject* object);
 KELGEN_FRAMEWORK_API const CObject* StaticDownCast(const CRuntimeClass* runtimeClass, const CObject* object);
 
-} // namespace kelgen::detail
+}  // namespace kelgen::detail
+
+/// A name of its own for a local object of a macro: KELGEN_UNIQUE_NAME(caught, __LINE__).
+#define KELGEN_JOIN_NAMES(left, right) left##right
+#define KELGEN_UNIQUE_NAME(stem, line) KELGEN_JOIN_NAMES(stem, line)
 
 /// Checks in debug builds; VERIFY evaluates its expression in every build.
 #define ASSERT(condition) KELGEN_ASSERT(condition)

@@ -19,4 +19,4 @@ ResourceText FindResourceText(HINSTANCE module, UINT id);
 /// The text of exactly @p language.
 ResourceText FindResourceText(HINSTANCE module, UINT id, WORD language);
 
-} // namespace kelgen::detail
+}  // namespace kelgen::detail

@@ -57,6 +57,6 @@ public:
     LPCSTR m_pszAppName;
     LPCSTR m_pszRegistryKey = nullptr;
     LPCSTR m_pszExeName = nullptr;      ///< The program's file name without folder and extension.
-    LPCSTR m_pszHelpFilePath = nullptr; ///< The program's path with ".HLP" as extension.
+    LPCSTR m_pszHelpFilePath = nullptr;  ///< The program's path with ".HLP" as extension.
     LPCSTR m_pszProfileName = nullptr;  ///< The program's name with ".INI", until SetRegistryKey.
 };

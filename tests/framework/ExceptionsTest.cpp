@@ -18,7 +18,7 @@ public:
     ~CCounted() override { --living; }
 };
 
-} // namespace
+}  // namespace
 
 TEST(Exceptions, DeleteEndsOnlyThoseMadeForIt)
 {
@@ -157,4 +157,8 @@ TEST(Exceptions, TextNamesTheFileAndIsCutToTheBuffer)
     EXPECT_STREQ("a.dat has an unexpected format.", text);
     EXPECT_FALSE(CCounted().GetErrorMessage(text, sizeof text));
     EXPECT_STREQ("", text);
+
+    EXPECT_TRUE(CNotSupportedException(FALSE, 100).GetErrorMessage(text, sizeof text));
+    EXPECT_STREQ("program", text) << "a string resource";
+    EXPECT_FALSE(CNotSupportedException(FALSE, 4711).GetErrorMessage(text, sizeof text));
 }

@@ -33,7 +33,7 @@ public:
     std::string m_text;
 };
 
-} // namespace
+}  // namespace
 
 TEST(Object, KindFollowsTheWholeChainUpwardsOnly)
 {

@@ -18,7 +18,7 @@ BOOL LockElsewhere(CSyncObject& object)
     return locked;
 }
 
-} // namespace
+}  // namespace
 
 TEST(Synchronization, MutexIsReenteredByItsOwnerOnly)
 {

@@ -1,0 +1,112 @@
+// WinThread.cpp: starting and ending threads, and each thread's own object.
+#include <kelgen/framework/WinThread.h>
+
+#include <kelgen/framework/ModuleState.h>
+#include <kelgen/framework/WinApp.h>
+
+IMPLEMENT_DYNAMIC(CWinThread, CCmdTarget)
+
+namespace {
+
+thread_local CWinThread* currentThread = nullptr;
+
+}  // namespace
+
+CWinThread* AfxGetThread()
+{
+    return currentThread ? currentThread : AfxGetApp();
+}
+
+CWinThread* AfxBeginThread(AFX_THREADPROC procedure, LPVOID parameter, int priority, UINT stackSize, DWORD flags,
+                           LPSECURITY_ATTRIBUTES security)
+{
+    const auto thread = new CWinThread(procedure, parameter);
+    if (!thread->CreateThread(flags | CREATE_SUSPENDED, stackSize, security)) {
+        thread->Delete();
+        return nullptr;
+    }
+    thread->SetThreadPriority(priority);
+    if (!(flags & CREATE_SUSPENDED))
+        thread->ResumeThread();
+    return thread;
+}
+
+void AfxEndThread(UINT exitCode, BOOL deleteThread)
+{
+    if (currentThread && deleteThread)
+        currentThread->Delete();
+    currentThread = nullptr;
+    _endthreadex(exitCode);
+}
+
+CWinThread::CWinThread() : CWinThread(nullptr, nullptr) {}
+
+CWinThread::CWinThread(AFX_THREADPROC procedure, LPVOID parameter)
+    : m_pThreadParams(parameter), m_pfnThreadProc(procedure), m_pModuleState(AfxGetModuleState())
+{}
+
+CWinThread::~CWinThread()
+{
+    if (m_hThread)
+        CloseHandle(m_hThread);
+    if (currentThread == this)
+        currentThread = nullptr;
+}
+
+void CWinThread::Attach()
+{
+    currentThread = this;
+}
+
+BOOL CWinThread::CreateThread(DWORD flags, UINT stackSize, LPSECURITY_ATTRIBUTES security)
+{
+    if (m_hThread || !m_pfnThreadProc)
+        return FALSE;
+    // It begins only when handle and id are in place: the object may be gone as soon as the thread runs.
+    unsigned id = 0;
+    const UINT_PTR started = _beginthreadex(security, stackSize, &CWinThread::Main, this, flags | CREATE_SUSPENDED, &id);
+    if (started == 0)
+        return FALSE;
+    const HANDLE thread = reinterpret_cast<HANDLE>(started);
+    m_hThread = thread;
+    m_nThreadID = id;
+    if (!(flags & CREATE_SUSPENDED))
+        ::ResumeThread(thread);
+    return TRUE;
+}
+
+unsigned WINAPI CWinThread::Main(void* object)
+{
+    const auto thread = static_cast<CWinThread*>(object);
+    AfxSetModuleState(thread->m_pModuleState);
+    thread->Attach();
+    const UINT exitCode = thread->m_pfnThreadProc(thread->m_pThreadParams);
+    thread->Delete();
+    return exitCode;
+}
+
+int CWinThread::GetThreadPriority() const
+{
+    return ::GetThreadPriority(m_hThread);
+}
+
+BOOL CWinThread::SetThreadPriority(int priority)
+{
+    return ::SetThreadPriority(m_hThread, priority);
+}
+
+DWORD CWinThread::SuspendThread()
+{
+    return ::SuspendThread(m_hThread);
+}
+
+DWORD CWinThread::ResumeThread()
+{
+    return ::ResumeThread(m_hThread);
+}
+
+void CWinThread::Delete()
+{
+    if (m_bAutoDelete)
+        delete this;
+}

@@ -1,0 +1,9 @@
+// ResourceLibrary.cpp: the code of a library with resources.
+#include "support/framework/ResourceLibrary.h"
+
+#include <kelgen/framework/ModuleState.h>
+
+AFX_MODULE_STATE* KELGEN_RESOURCE_LIBRARY()
+{
+    return AfxGetStaticModuleState();
+}
