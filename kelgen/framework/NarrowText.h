@@ -50,6 +50,8 @@ inline LPCSTR NextCharacter(LPCSTR text)
 
 inline bool IsSpaceAt(LPCSTR text)
 {
+    if (Byte(*text) < 0x80)
+        return *text == ' ' || (*text >= '\t' && *text <= '\r');
     if (_ismbblead(Byte(text[0])) && text[1])
         return _ismbcspace(static_cast<unsigned>(Byte(text[0]) << 8 | Byte(text[1]))) != 0;
     return _ismbcspace(Byte(*text)) != 0;

@@ -15,6 +15,8 @@ using namespace kelgen::detail;
 namespace {
 
 constexpr int kGranularity = 8;
+constexpr int kFirstCapacity = 32;
+constexpr int kDoublingLimit = 1 << 20;
 constexpr int kMaximumCapacity = std::numeric_limits<int>::max() - 64;
 
 int RoundedCapacity(int capacity)
@@ -108,12 +110,20 @@ char* CString::PrepareWrite(int length)
 {
     if (length < 0)
         AfxThrowInvalidArgException();
+    if (length > GetAllocLength() || m_pszData == EmptyText() || IsShared())
+        Resize(std::max(length, GetLength()));
+    return m_pszData;
+}
+
+// Texts that are appended to will be appended to again: their blocks double, large ones grow by half.
+char* CString::PrepareAppend(int length)
+{
     const int capacity = GetAllocLength();
     if (length > capacity) {
-        const int grown = capacity > kMaximumCapacity / 3 * 2 ? kMaximumCapacity : capacity + capacity / 2;
-        Resize(std::max(length, grown));
-    } else if (m_pszData == EmptyText() || IsShared()) {
-        Resize(std::max(length, GetLength()));
+        const int extra = capacity < kDoublingLimit ? std::max(capacity, kFirstCapacity) : capacity / 2;
+        Resize(std::max(length, capacity > kMaximumCapacity - extra ? kMaximumCapacity : capacity + extra));
+    } else if (IsShared()) {
+        Resize(length);
     }
     return m_pszData;
 }
@@ -243,7 +253,7 @@ void CString::Append(LPCSTR text, int length)
     const int oldLength = GetLength();
     const auto offset = reinterpret_cast<ULONG_PTR>(text) - reinterpret_cast<ULONG_PTR>(m_pszData);
     const bool ours = offset <= static_cast<ULONG_PTR>(oldLength);
-    char* const target = PrepareWrite(Sum(oldLength, length));
+    char* const target = PrepareAppend(Sum(oldLength, length));
     CopyBytes(target + oldLength, ours ? target + offset : text, length);
     SetLength(oldLength + length);
 }

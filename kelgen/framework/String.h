@@ -308,6 +308,7 @@ private:
     bool IsShared() const noexcept { return Data()->m_references.load(std::memory_order_acquire) > 1; }
     void Resize(int capacity);
     char* PrepareWrite(int length);
+    char* PrepareAppend(int length);
     void SetLength(int length) noexcept;
     void SetWide(const WCHAR* text, int length);
     void CutLeft(int count);
