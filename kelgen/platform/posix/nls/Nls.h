@@ -4,6 +4,7 @@
 #include <kelgen/platform/posix/nls/CodePages.h>
 #include <kelgen/platform/posix/nls/LetterCase.h>
 #include <kelgen/platform/posix/nls/Locale.h>
+#include <kelgen/platform/posix/nls/MessageFormat.h>
 #include <kelgen/platform/posix/nls/MultibyteRuntime.h>
 #include <kelgen/platform/posix/nls/NarrowRuntime.h>
 #include <kelgen/platform/posix/nls/PlainText.h>
