@@ -1,0 +1,69 @@
+// WStrArray.h: CWStrArray, the list of 16-bit strings: splitting, joining, searching, sorting, and keeping it in the profile.
+#pragma once
+
+#include <kelgen/Export.h>
+#include <kelgen/containers/FastArray.h>
+#include <kelgen/framework/String.h>
+#include <kelgen/text/WStr.h>
+
+/// A list of strings that keeps its string objects, and their blocks, for reuse.
+///
+///     CWStrArray names;
+///     names.AddTokens(u"beta;alpha;;beta"_w, u";"_w, false);  // beta, alpha, beta
+///     names.Sort(CWStr::CompareNoCase);                       // alpha, beta, beta
+///     CWStr text;
+///     names.GetFormatString(text, u", "_w);                   // "alpha, beta, beta"
+///
+/// By contract: the members here go by the used count, GetSize(), and element access is checked against the slots (see
+/// CFastArray). A null text counts as the empty one.
+/// Throws: the memory exception.
+/// Threads: one at a time.
+class KELGEN_API CWStrArray : public CFastArray<CWStr, const CWStr&>
+{
+public:
+    CWStrArray();
+    /// All slots are copied, used or not. Assigned to itself, an array stays as it is.
+    CWStrArray(const CWStrArray& other);
+    CWStrArray& operator=(const CWStrArray& other);
+    ~CWStrArray() override;
+
+    using CFastArray<CWStr, const CWStr&>::Add;
+    using CFastArray<CWStr, const CWStr&>::AddUnique;
+
+    /// Appends CWStr(text) and returns its index. By contract: a value below 0x10000 is the number of a string resource, here and
+    /// in the next two.
+    int Add(const unsigned short* text);
+    /// Appends @p text unless an entry has the very same units.
+    void AddUnique(const unsigned short* text);
+    /// Appends the pieces of @p text between separators, as CWStrTokenizer finds them; empty ones only when @p bAddEmpty.
+    /// Cost: about 30 ns a short token.
+    void AddTokens(const unsigned short* text, const unsigned short* separator, bool bAddEmpty);
+
+    /// The first index whose entry equals @p text by the runtime's collation without case, or -1.
+    [[nodiscard]] int FindFirstNoCase(const unsigned short* text) const;
+
+    /// @p result becomes the entries with @p separator between them; empty when there is none.
+    void GetFormatString(CWStr& result, const unsigned short* separator) const;
+
+    /// Trims the white space of every entry, as CWStr's members of these names.
+    void TrimLeft();
+    void TrimRight();
+
+    /// Sorts ascending by @p pfnCompare, which returns negative, 0 or positive. Equal entries may change order.
+    /// By contract: the pivot of a range is its first entry. It is compared, as the first argument, with the entries from the
+    /// range's end downwards until one is less; they change places; then with those from the beginning upwards, as the second
+    /// argument, until one is greater; and so on in turns until the two ends meet. The part behind the pivot is sorted before
+    /// the part ahead of it.
+    /// Cost: n log n comparisons on random input, quadratic on sorted input; no recursion; an exchange copies no text.
+    void Sort(int (*pfnCompare)(const unsigned short*, const unsigned short*));
+
+    /// Writes the entries to the application's profile as the values "entry.0", "entry.1" and so on, in the OEM code page.
+    /// Without an application object nothing is written; a failed write is passed over.
+    /// By contract: no count is kept, and values of a longer list written before stay.
+    void WriteToRegistry(const char* section, const char* entry);
+    /// Appends the values that WriteToRegistry wrote, up to the first that is missing or empty, and returns how many there were.
+    int AddFromRegistry(CString section, CString entry);
+
+private:
+    void AddOwn(CWStr&& text);
+};
