@@ -15,11 +15,14 @@ class Random : public std::mt19937
 public:
     Random() : Random(ChooseSeed()) {}
 
+    /// What a program prints that may end without a failure: the environment variable that repeats the run.
+    std::string Seed() const { return "KELGEN_TEST_SEED=" + std::to_string(m_seed); }
+
     /// A number from @p low to @p high, both included.
     int Between(int low, int high) { return std::uniform_int_distribution<int>(low, high)(*this); }
 
 private:
-    explicit Random(unsigned seed) : std::mt19937(seed), m_trace(__FILE__, __LINE__, "KELGEN_TEST_SEED=" + std::to_string(seed)) {}
+    explicit Random(unsigned seed) : std::mt19937(seed), m_seed(seed), m_trace(__FILE__, __LINE__, Seed()) {}
 
     static unsigned ChooseSeed()
     {
@@ -27,6 +30,7 @@ private:
         return given ? static_cast<unsigned>(std::strtoul(given, nullptr, 10)) : std::random_device{}();
     }
 
+    unsigned m_seed;
     testing::ScopedTrace m_trace;
 };
 

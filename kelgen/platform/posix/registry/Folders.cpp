@@ -69,7 +69,7 @@ void EmptyFolder(int folder)
     ForEachEntry(folder, [&](const std::string& name, bool isFolder) {
         if (isFolder)
             folders.push_back(name);
-        else if (name != kNameFile)
+        else if (name != kNameFile && !name.starts_with(kScratchPrefix))
             unlinkat(folder, name.c_str(), 0);
     });
     for (const std::string& name : folders) {

@@ -22,7 +22,7 @@ bool HoldsSubkeys(int folder);
 /// Removes the folder @p name in @p parent with everything in it, also what others add meanwhile.
 void RemoveTree(int parent, const std::string& name);
 
-/// Removes everything in @p folder except its name file.
+/// Removes everything in @p folder except its name file and the files that others are writing.
 void EmptyFolder(int folder);
 
 /// Writes the name file of a key's folder. 0, or an errno value.

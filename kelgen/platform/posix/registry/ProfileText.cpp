@@ -255,9 +255,10 @@ std::vector<std::u16string> ProfileText::Entries(std::u16string_view section) co
 
 void ProfileText::InsertLine(std::size_t position, Line line)
 {
-    // A file's last line may lack its end.
+    // A file's last line may lack its end, and may end in half a unit.
     if (position > 0) {
         std::string& previous = m_lines[position - 1].raw;
+        previous.resize(previous.size() - previous.size() % Encode(u" ").size());
         if (!Decode(previous).ends_with(u'\n'))
             previous += Encode(kLineEnd);
     }

@@ -46,6 +46,9 @@ LSTATUS WriteValue(HKEY handle, std::u16string_view name, DWORD type, std::span<
     if (!key)
         return status;
     const int error = ReplaceFile(key->Folder(), ValueFileName(name), ValueFileBytes(name, type, data));
+    // The scratch file vanished: the key's folder is being removed.
+    if (error == ENOENT)
+        return ERROR_KEY_DELETED;
     return error == 0 ? ERROR_SUCCESS : key->Status(error);
 }
 

@@ -207,6 +207,8 @@ int LoadStringA(HINSTANCE module, UINT id, LPSTR buffer, int size)
     if (!text)
         return 0;
 
+    // No unit takes less than a byte.
+    *text = text->substr(0, static_cast<std::size_t>(size - 1));
     std::string narrow = AnsiText(*text);
     while (narrow.size() >= static_cast<std::size_t>(size)) {
         // Whole characters only.
