@@ -45,6 +45,12 @@ inline __m128i LoadUnits(const WCHAR* text)
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
 }
 
+/// Eight units from an address that FitsInPage, of which the caller knows that the first belongs to a text.
+KELGEN_READS_WHOLE_BLOCKS inline __m128i PeekUnits(const WCHAR* text)
+{
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
+}
+
 /// Writes eight units to any address.
 inline void StoreUnits(WCHAR* text, __m128i units)
 {

@@ -63,8 +63,8 @@ KELGEN_READS_WHOLE_BLOCKS int Difference(const WCHAR* left, const WCHAR* right, 
     std::size_t at = 0;
     while (at < limit) {
         if (limit - at >= std::size_t{kBlockUnits} && FitsInPage<16>(left + at) && FitsInPage<16>(right + at)) {
-            const __m128i units = LoadUnits(left + at);
-            const __m128i same = _mm_cmpeq_epi16(Form::Of(units), Form::Of(LoadUnits(right + at)));
+            const __m128i units = PeekUnits(left + at);
+            const __m128i same = _mm_cmpeq_epi16(Form::Of(units), Form::Of(PeekUnits(right + at)));
             const __m128i ends = _mm_cmpeq_epi16(units, _mm_setzero_si128());
             const unsigned stops = LaneMask(_mm_andnot_si128(ends, same)) ^ 0xFFFFu;
             if (stops != 0) {

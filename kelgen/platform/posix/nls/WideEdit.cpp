@@ -13,7 +13,9 @@ namespace {
 
 void CopyUnits(WCHAR* target, const WCHAR* source, std::size_t count)
 {
-    std::memmove(target, source, count * sizeof(WCHAR));
+    // Nothing may be copied to or from null.
+    if (count != 0)
+        std::memmove(target, source, count * sizeof(WCHAR));
 }
 
 } // namespace

@@ -175,7 +175,7 @@ KELGEN_READS_WHOLE_BLOCKS std::size_t wcsnlen(const WCHAR* text, std::size_t lim
     std::size_t length = 0;
     while (limit - length >= std::size_t{kBlockUnits}) {
         if (FitsInPage<16>(text + length)) {
-            const unsigned ends = LaneMask(_mm_cmpeq_epi16(LoadUnits(text + length), _mm_setzero_si128()));
+            const unsigned ends = LaneMask(_mm_cmpeq_epi16(PeekUnits(text + length), _mm_setzero_si128()));
             if (ends != 0)
                 return length + static_cast<std::size_t>(FirstLane(ends));
             length += kBlockUnits;
