@@ -34,7 +34,11 @@ public:
     /// What @p byte becomes by itself; kLead for a lead byte.
     WCHAR UnitOfByte(BYTE byte) const { return m_bytes[byte]; }
     /// What the pair becomes; Unknown() when it is not in the page.
-    WCHAR UnitOfPair(BYTE lead, BYTE trail) const { return m_pairs[(lead & 0x7Fu) << 8 | trail]; }
+    WCHAR UnitOfPair(BYTE lead, BYTE trail) const { return m_pairs[PairIndex(lead, trail)]; }
+    /// The tables behind the two, for loops.
+    const WCHAR* UnitsOfBytes() const { return m_bytes.data(); }
+    const WCHAR* UnitsOfPairs() const { return m_pairs.data(); }
+    static std::size_t PairIndex(BYTE lead, BYTE trail) { return (lead & 0x7Fu) << 8 | trail; }
     /// What a control byte becomes as a picture, where the page has pictures.
     WCHAR GlyphOfByte(BYTE byte) const;
     /// What a pair outside the page becomes.
@@ -45,6 +49,8 @@ public:
 
     /// The code of @p unit, its best fit, or the code of the default character.
     WORD CodeOf(WCHAR unit) const { return m_codes[unit]; }
+    /// The table behind it, for loops.
+    const WORD* CodesOfUnits() const { return m_codes.data(); }
     /// The code of the default character.
     WORD DefaultCode() const { return m_defaultCode; }
     /// True when @p unit is in the page or has a best fit there.

@@ -78,6 +78,41 @@ std::size_t CountPairs(const CodePage& page, Bytes from)
     return count;
 }
 
+// Decodes up to the last byte, which may lack its second half, or to the end of the room.
+void DecodePairsInside(const CodePage& page, const char*& from, const char* end, WCHAR*& to, const WCHAR* outEnd)
+{
+    // Held here because every unit written might change the page, for all that the compiler knows.
+    const WCHAR* bytes = page.UnitsOfBytes();
+    const WCHAR* pairs = page.UnitsOfPairs();
+    const WCHAR unknown = page.Unknown();
+    const unsigned asciiEnd = page.IsAsciiBased() ? 0x80 : 0;
+    const std::ptrdiff_t block = kAsciiBlock;
+    const char* at = from;
+    const char* last = end - 1;
+    WCHAR* out = to;
+    while (at < last && out < outEnd) {
+        const BYTE byte = ByteAt(at);
+        // What the rest of the text becomes covers what a block of ASCII wrote too much.
+        if (byte < asciiEnd && end - at > 2 * block && outEnd - out > block) {
+            const std::size_t ascii = WidenBlock(at, out);
+            at += ascii;
+            out += ascii;
+            continue;
+        }
+        const WCHAR unit = bytes[byte];
+        if (unit != CodePage::kLead) {
+            *out++ = unit;
+            ++at;
+            continue;
+        }
+        const BYTE trail = ByteAt(at + 1);
+        *out++ = trail != 0 ? pairs[CodePage::PairIndex(byte, trail)] : unknown;
+        at += trail != 0 ? 2 : 1;
+    }
+    from = at;
+    to = out;
+}
+
 Converted DecodePairs(const CodePage& page, Bytes from, UnitRoom to)
 {
     if (!to.text)
@@ -87,20 +122,7 @@ Converted DecodePairs(const CodePage& page, Bytes from, UnitRoom to)
     const char* end = at + from.length;
     WCHAR* out = to.text;
     WCHAR* outEnd = out + to.capacity;
-    // Far from both ends whole blocks are read and written: what the rest of the text becomes covers what a block wrote too much.
-    const std::ptrdiff_t block = kAsciiBlock;
-    while (end - at > 2 * block && outEnd - out > block) {
-        const BYTE byte = ByteAt(at);
-        if (byte < 0x80 && page.IsAsciiBased()) {
-            const std::size_t ascii = WidenBlock(at, out);
-            at += ascii;
-            out += ascii;
-            continue;
-        }
-        const Character character = CharacterAt(page, at, end);
-        at += character.size;
-        *out++ = character.unit;
-    }
+    DecodePairsInside(page, at, end, out, outEnd);
     for (; at < end; ++out) {
         if (out == outEnd)
             return {Outcome::kShort, to.capacity};
@@ -202,6 +224,7 @@ Converted EncodeBytes(const CodePage& page, const Replacement& replacement, Unit
     if (!to.text && !replaces)
         return {Outcome::kDone, from.length};
 
+    const WORD* codes = page.CodesOfUnits();
     const std::size_t length = to.text ? std::min(from.length, to.capacity) : from.length;
     std::size_t done = 0;
     while (done < length) {
@@ -209,7 +232,7 @@ Converted EncodeBytes(const CodePage& page, const Replacement& replacement, Unit
             done += NarrowRun(from.text + done, length - done, to.text + done, page.IsLatin1Above());
         for (const std::size_t stop = std::min(length, done + kAsciiBlock); done < stop; ++done) {
             const WCHAR unit = from.text[done];
-            const Choice choice = replaces ? Choose(page, replacement, unit) : Choice{page.CodeOf(unit), false};
+            const Choice choice = replaces ? Choose(page, replacement, unit) : Choice{codes[unit], false};
             Note(replacement, choice);
             if (to.text)
                 to.text[done] = static_cast<char>(choice.code);
@@ -230,19 +253,25 @@ char* PutCode(char* out, WORD code)
 void EncodePairsFar(const CodePage& page, const Replacement& replacement, Units& from, char*& out, const char* outEnd)
 {
     const bool replaces = NeedsReplacement(page, replacement);
+    // Held here because every byte written might change the page, for all that the compiler knows.
+    const WORD* codes = page.CodesOfUnits();
+    const unsigned asciiEnd = page.IsAsciiBased() ? 0x80 : 0;
     const WCHAR* at = from.text;
     const WCHAR* end = at + from.length;
     while (end - at > kBlockUnits && outEnd - out > kBlockUnits) {
         const WCHAR unit = *at;
-        if (unit < 0x80 && page.IsAsciiBased()) {
+        if (unit < asciiEnd) {
             const std::size_t ascii = NarrowHalfBlock(at, out);
             at += ascii;
             out += ascii;
             continue;
         }
-        const Choice choice = replaces ? Choose(page, replacement, unit) : Choice{page.CodeOf(unit), false};
-        Note(replacement, choice);
-        const WORD code = choice.code;
+        WORD code = codes[unit];
+        if (replaces) {
+            const Choice choice = Choose(page, replacement, unit);
+            Note(replacement, choice);
+            code = choice.code;
+        }
         // Two bytes are written in any case; a single one is then overwritten by the next character.
         const unsigned isPair = code > 0xFF;
         out[0] = static_cast<char>(isPair ? code >> 8 : code);
