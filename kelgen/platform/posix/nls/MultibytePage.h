@@ -12,10 +12,11 @@ struct MultibytePage
     const CodePage* table; // null for UTF-8 and UTF-7, whose bytes above 0x7F are nothing to the multibyte functions
 
     bool HasPairs() const { return table && table->HasPairs(); }
+    bool IsAsciiBased() const { return !table || table->IsAsciiBased(); }
 };
 
-/// The page of all multibyte functions.
-MultibytePage CurrentMultibytePage();
+/// The page of all multibyte functions. The reference stays valid when another page is selected.
+const MultibytePage& CurrentMultibytePage();
 
 /// Makes the existing page @p number the current one.
 void SelectMultibytePage(UINT number);

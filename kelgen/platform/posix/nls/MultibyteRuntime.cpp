@@ -92,7 +92,7 @@ int IsOfClass(unsigned int character, unsigned classes)
 // the preferred one.
 unsigned int MapCharacter(unsigned int character, WCHAR (Characters::*map)(WCHAR) const)
 {
-    const MultibytePage page = CurrentMultibytePage();
+    const MultibytePage& page = CurrentMultibytePage();
     const WCHAR unit = UnitOf(page, character);
     if (unit == 0)
         return character;
@@ -122,18 +122,21 @@ int _setmbcp(int page)
 
 int _ismbblead(unsigned int byte)
 {
-    const MultibytePage page = CurrentMultibytePage();
+    const MultibytePage& page = CurrentMultibytePage();
     return page.HasPairs() && page.table->IsLead(static_cast<BYTE>(byte));
 }
 
 int _ismbbtrail(unsigned int byte)
 {
-    const MultibytePage page = CurrentMultibytePage();
+    const MultibytePage& page = CurrentMultibytePage();
     return page.HasPairs() && IsTrailOf(page.number, static_cast<BYTE>(byte));
 }
 
 int _ismbcspace(unsigned int character)
 {
+    // Trimming asks this of every unit.
+    if (character < 0x80 && CurrentMultibytePage().IsAsciiBased())
+        return character == ' ' || (character >= 0x09 && character <= 0x0D);
     return IsOfClass(character, Characters::kSpace);
 }
 

@@ -7,28 +7,49 @@
 #include <algorithm>
 #include <atomic>
 #include <cstring>
+#include <mutex>
 
 namespace kelgen::posix {
 
 namespace {
 
-// 0 until the first use.
-std::atomic<UINT> currentPage{0};
+// Every page that was ever selected, so that readers need no lock; they are few and never freed.
+struct SelectedPage
+{
+    MultibytePage page;
+    const SelectedPage* next;
+};
+
+std::atomic<const SelectedPage*> current{nullptr};
+
+const SelectedPage* Select(UINT number)
+{
+    static std::mutex selecting;
+    static const SelectedPage* first = nullptr;
+
+    const std::lock_guard lock(selecting);
+    const SelectedPage* page = first;
+    while (page && page->page.number != number)
+        page = page->next;
+    if (!page) {
+        const bool hasTable = number != CP_UTF8 && number != CP_UTF7;
+        page = first = new SelectedPage{{number, hasTable ? CodePage::Find(number) : nullptr}, first};
+    }
+    current.store(page, std::memory_order_release);
+    return page;
+}
 
 } // namespace
 
-MultibytePage CurrentMultibytePage()
+const MultibytePage& CurrentMultibytePage()
 {
-    UINT number = currentPage.load(std::memory_order_relaxed);
-    if (number == 0)
-        number = GetACP();
-    const bool hasTable = number != CP_UTF8 && number != CP_UTF7;
-    return {number, hasTable ? CodePage::Find(number) : nullptr};
+    const SelectedPage* page = current.load(std::memory_order_acquire);
+    return (page ? page : Select(GetACP()))->page;
 }
 
 void SelectMultibytePage(UINT number)
 {
-    currentPage.store(number, std::memory_order_relaxed);
+    Select(number);
 }
 
 } // namespace kelgen::posix
@@ -91,7 +112,7 @@ bool Contains(const MultibytePage& page, const unsigned char* set, unsigned int 
 // The bytes of the leading run of characters whose presence in @p set is @p included.
 std::size_t Span(const unsigned char* text, const unsigned char* set, bool included)
 {
-    const MultibytePage page = CurrentMultibytePage();
+    const MultibytePage& page = CurrentMultibytePage();
     std::size_t size = 0;
     for (;;) {
         const MultibyteCharacter character = CharacterAt(page, text + size);
@@ -125,7 +146,7 @@ std::size_t _mbclen(const unsigned char* text)
 
 std::size_t _mbslen(const unsigned char* text)
 {
-    const MultibytePage page = CurrentMultibytePage();
+    const MultibytePage& page = CurrentMultibytePage();
     if (!page.HasPairs())
         return std::strlen(AsText(text));
 
@@ -148,7 +169,7 @@ unsigned char* _mbsdec(const unsigned char* start, const unsigned char* current)
         return nullptr;
 
     // Whether a byte is a character's second can only be told from the start.
-    const MultibytePage page = CurrentMultibytePage();
+    const MultibytePage& page = CurrentMultibytePage();
     if (!page.HasPairs())
         return Writable(current - 1);
     for (;;) {
@@ -172,7 +193,7 @@ int _mbsicmp(const unsigned char* left, const unsigned char* right)
     if (!left || !right)
         return kNoComparison;
 
-    const MultibytePage page = CurrentMultibytePage();
+    const MultibytePage& page = CurrentMultibytePage();
     if (!page.HasPairs())
         return _stricmp(AsText(left), AsText(right));
     return Compare(page, left, right, _mbctolower);
@@ -183,7 +204,7 @@ unsigned char* _mbschr(const unsigned char* text, unsigned int character)
     if (!text)
         return nullptr;
 
-    const MultibytePage page = CurrentMultibytePage();
+    const MultibytePage& page = CurrentMultibytePage();
     character = InPage(page, character);
     for (;;) {
         const MultibyteCharacter at = CharacterAt(page, text);
@@ -200,7 +221,7 @@ unsigned char* _mbsrchr(const unsigned char* text, unsigned int character)
     if (!text)
         return nullptr;
 
-    const MultibytePage page = CurrentMultibytePage();
+    const MultibytePage& page = CurrentMultibytePage();
     character = InPage(page, character);
     const unsigned char* found = nullptr;
     for (;;) {
@@ -215,7 +236,7 @@ unsigned char* _mbsrchr(const unsigned char* text, unsigned int character)
 
 unsigned char* _mbsstr(const unsigned char* text, const unsigned char* sought)
 {
-    const MultibytePage page = CurrentMultibytePage();
+    const MultibytePage& page = CurrentMultibytePage();
     const std::size_t size = std::strlen(AsText(sought));
     if (size == 0)
         return Writable(text);
@@ -231,7 +252,7 @@ unsigned char* _mbsstr(const unsigned char* text, const unsigned char* sought)
 
 unsigned char* _mbspbrk(const unsigned char* text, const unsigned char* set)
 {
-    const MultibytePage page = CurrentMultibytePage();
+    const MultibytePage& page = CurrentMultibytePage();
     const unsigned char* found = text + Span(text, set, false);
     return CharacterAt(page, found).value != 0 ? Writable(found) : nullptr;
 }
@@ -248,7 +269,7 @@ std::size_t _mbscspn(const unsigned char* text, const unsigned char* set)
 
 unsigned char* _mbsnbcpy(unsigned char* target, const unsigned char* source, std::size_t count)
 {
-    const MultibytePage page = CurrentMultibytePage();
+    const MultibytePage& page = CurrentMultibytePage();
     std::size_t size = 0;
     while (size < count) {
         const MultibyteCharacter at = CharacterAt(page, source + size);
@@ -263,7 +284,7 @@ unsigned char* _mbsnbcpy(unsigned char* target, const unsigned char* source, std
 
 unsigned char* _mbsupr(unsigned char* text)
 {
-    const MultibytePage page = CurrentMultibytePage();
+    const MultibytePage& page = CurrentMultibytePage();
     if (page.HasPairs())
         MapText(page, text, _mbctoupper);
     else
@@ -273,7 +294,7 @@ unsigned char* _mbsupr(unsigned char* text)
 
 unsigned char* _mbslwr(unsigned char* text)
 {
-    const MultibytePage page = CurrentMultibytePage();
+    const MultibytePage& page = CurrentMultibytePage();
     if (page.HasPairs())
         MapText(page, text, _mbctolower);
     else
@@ -284,7 +305,7 @@ unsigned char* _mbslwr(unsigned char* text)
 unsigned char* _mbsrev(unsigned char* text)
 {
     // Swapping the bytes of each pair first makes the reversal of all bytes restore them.
-    const MultibytePage page = CurrentMultibytePage();
+    const MultibytePage& page = CurrentMultibytePage();
     unsigned char* end = text;
     for (MultibyteCharacter at = CharacterAt(page, end); at.value != 0; at = CharacterAt(page, end)) {
         if (at.size == 2)
