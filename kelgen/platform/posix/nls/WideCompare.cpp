@@ -1,7 +1,8 @@
 // WideCompare.cpp: comparison of 16-bit text by value, without case, and by the runtime's locale.
+#include <kelgen/platform/posix/nls/WideRuntime.h>
+
 #include <kelgen/platform/posix/nls/RuntimeLocale.h>
 #include <kelgen/platform/posix/nls/Units.h>
-#include <kelgen/platform/posix/nls/WideRuntime.h>
 
 #include <immintrin.h>
 

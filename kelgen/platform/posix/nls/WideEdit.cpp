@@ -1,7 +1,8 @@
 // WideEdit.cpp: copying, appending, case and reversal of 16-bit text.
+#include <kelgen/platform/posix/nls/WideRuntime.h>
+
 #include <kelgen/platform/posix/nls/RuntimeLocale.h>
 #include <kelgen/platform/posix/nls/Units.h>
-#include <kelgen/platform/posix/nls/WideRuntime.h>
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,6 +1,7 @@
 // WideSearch.cpp: length and searching over 16-bit text.
-#include <kelgen/platform/posix/nls/Units.h>
 #include <kelgen/platform/posix/nls/WideRuntime.h>
+
+#include <kelgen/platform/posix/nls/Units.h>
 
 #include <immintrin.h>
 
