@@ -22,5 +22,6 @@
 #undef _M1
 #undef _M2
 #include <process.h>
+#include <tlhelp32.h>
 
 #include <kelgen/platform/Export.h>

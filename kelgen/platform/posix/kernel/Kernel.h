@@ -16,6 +16,7 @@
 #include <kelgen/platform/posix/kernel/Modules.h>
 #include <kelgen/platform/posix/kernel/PathNames.h>
 #include <kelgen/platform/posix/kernel/Processes.h>
+#include <kelgen/platform/posix/kernel/ProcessList.h>
 #include <kelgen/platform/posix/kernel/Synchronization.h>
 #include <kelgen/platform/posix/kernel/Threads.h>
 #include <kelgen/platform/posix/kernel/Ticks.h>

@@ -1,0 +1,118 @@
+// ProcessList.cpp: handles of processes, and their modules.
+#include <kelgen/platform/posix/kernel/ProcessList.h>
+
+#include <kelgen/platform/posix/base/ErrorCodes.h>
+#include <kelgen/platform/posix/base/Handles.h>
+#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/kernel/Paths.h>
+#include <kelgen/platform/posix/kernel/Processes.h>
+#include <kelgen/platform/posix/kernel/RunningProcesses.h>
+#include <kelgen/platform/posix/kernel/Threads.h>
+
+#include <algorithm>
+
+using namespace kelgen::posix;
+
+namespace {
+
+constexpr DWORD kModuleAccess = PROCESS_QUERY_INFORMATION | PROCESS_VM_READ;
+
+struct ProcessObject : HandleObject
+{
+    ProcessObject(DWORD number, DWORD rights) : id(number), access(rights) {}
+
+    DWORD id;
+    DWORD access;
+};
+
+std::shared_ptr<ProcessObject> FindProcess(HANDLE process)
+{
+    if (process == GetCurrentProcess())
+        return std::make_shared<ProcessObject>(GetCurrentProcessId(), PROCESS_ALL_ACCESS);
+    auto object = Handles().Find<ProcessObject>(process);
+    return object ? object : Fail(ERROR_INVALID_HANDLE, object);
+}
+
+// The modules of process, or an empty list with the last error.
+std::vector<ProcessModule> FindModules(HANDLE process)
+{
+    const auto object = FindProcess(process);
+    if (!object)
+        return {};
+    if ((object->access & kModuleAccess) != kModuleAccess)
+        return Fail(ERROR_ACCESS_DENIED, std::vector<ProcessModule>());
+    auto modules = ModulesOfProcess(object->id);
+    return modules.empty() ? Fail(ERROR_PARTIAL_COPY, modules) : modules;
+}
+
+// The path of module in process, or empty with the last error.
+std::string PathOf(HANDLE process, HMODULE module)
+{
+    const auto modules = FindModules(process);
+    if (modules.empty())
+        return {};
+    const auto base = reinterpret_cast<ULONG_PTR>(module);
+    const auto found = std::find_if(modules.begin(), modules.end(), [base](const ProcessModule& m) { return base == 0 || m.base == base; });
+    return found == modules.end() ? Fail(ERROR_INVALID_HANDLE, std::string()) : found->path;
+}
+
+DWORD StoreUnterminated(const std::string& name, LPSTR buffer, DWORD size)
+{
+    const DWORD length = static_cast<DWORD>(name.size());
+    std::copy_n(name.c_str(), std::min(length + 1, size), buffer);
+    return std::min(length, size);
+}
+
+}  // namespace
+
+HANDLE OpenProcess(DWORD access, BOOL, DWORD id)
+{
+    if (id == 0 || !FactsOfProcess(id))
+        return Fail(ERROR_INVALID_PARAMETER, HANDLE{});
+    if ((access & PROCESS_VM_READ) && !MayLookInto(id))
+        return Fail(ERROR_ACCESS_DENIED, HANDLE{});
+    return Handles().Insert(std::make_shared<ProcessObject>(id, access));
+}
+
+DWORD GetProcessId(HANDLE process)
+{
+    const auto object = FindProcess(process);
+    return object ? object->id : 0;
+}
+
+BOOL EnumProcesses(LPDWORD ids, DWORD size, LPDWORD used)
+{
+    const std::vector<DWORD> running = RunningProcesses();
+    const std::size_t count = std::min(running.size(), size / sizeof(DWORD));
+    std::copy_n(running.begin(), count, ids);
+    *used = static_cast<DWORD>(count * sizeof(DWORD));
+    return TRUE;
+}
+
+BOOL EnumProcessModules(HANDLE process, HMODULE* modules, DWORD size, LPDWORD needed)
+{
+    const auto found = FindModules(process);
+    if (found.empty())
+        return FALSE;
+    const std::size_t count = std::min(found.size(), size / sizeof(HMODULE));
+    for (std::size_t i = 0; i < count; ++i)
+        modules[i] = reinterpret_cast<HMODULE>(found[i].base);
+    *needed = static_cast<DWORD>(found.size() * sizeof(HMODULE));
+    return TRUE;
+}
+
+DWORD GetModuleBaseNameA(HANDLE process, HMODULE module, LPSTR buffer, DWORD size)
+{
+    if (size == 0)
+        return Fail(ERROR_INVALID_PARAMETER, 0u);
+    const std::string path = PathOf(process, module);
+    return path.empty() ? 0 : StoreUnterminated(path.substr(path.rfind('/') + 1), buffer, size);
+}
+
+DWORD GetModuleFileNameExA(HANDLE process, HMODULE module, LPSTR buffer, DWORD size)
+{
+    if (size == 0)
+        return Fail(ERROR_INVALID_PARAMETER, 0u);
+    const std::string path = PathOf(process, module);
+    return path.empty() ? 0 : StoreUnterminated(DriveForm(path), buffer, size);
+}

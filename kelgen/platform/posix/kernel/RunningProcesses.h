@@ -1,0 +1,38 @@
+// RunningProcesses.h: what the system tells of its processes.
+#pragma once
+
+#include <kelgen/platform/posix/base/Types.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kelgen::posix {
+
+/// The numbers of all processes, rising.
+std::vector<DWORD> RunningProcesses();
+
+struct ProcessFacts
+{
+    DWORD parent = 0;
+    DWORD threads = 0;
+    std::string name;  // the program's file name, or what the kernel calls a process without one
+};
+
+/// The facts of process @p id, or nothing when it has ended.
+std::optional<ProcessFacts> FactsOfProcess(DWORD id);
+
+struct ProcessModule
+{
+    ULONG_PTR base;
+    ULONG_PTR size;
+    std::string path;
+};
+
+/// The files of code that process @p id has loaded, the program first; empty when it has none or may not be looked at.
+std::vector<ProcessModule> ModulesOfProcess(DWORD id);
+
+/// True when the caller may look into process @p id.
+bool MayLookInto(DWORD id);
+
+}  // namespace kelgen::posix
