@@ -1,0 +1,21 @@
+// RuntimeRandom.cpp: the runtime's 15-bit generator; the system's own rand has 31 bits.
+#include <kelgen/platform/RuntimeRandom.h>
+
+#include <cstdint>
+
+namespace {
+
+thread_local std::uint32_t state = 1;
+
+}  // namespace
+
+int kelgen::RuntimeRand()
+{
+    state = state * 214013 + 2531011;
+    return static_cast<int>((state >> 16) & kRuntimeRandMax);
+}
+
+void kelgen::RuntimeSeed(unsigned seed)
+{
+    state = seed;
+}

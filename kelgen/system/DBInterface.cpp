@@ -1,0 +1,61 @@
+// DBInterface.cpp: a setting is missing when it reads differently with two defaults.
+#include <kelgen/system/DBInterface.h>
+
+#include <kelgen/framework/ModuleState.h>
+#include <kelgen/framework/WinApp.h>
+
+namespace {
+
+constexpr const char* kGlobalSection = "Global";
+
+bool Save(const char* section, const char* name, int value)
+{
+    return AfxGetApp()->WriteProfileInt(section, name, value) != FALSE;
+}
+
+bool Load(const char* section, const char* name, int& value)
+{
+    const UINT found = AfxGetApp()->GetProfileInt(section, name, 0);
+    if (found != AfxGetApp()->GetProfileInt(section, name, -1))
+        return false;
+    value = static_cast<int>(found);
+    return true;
+}
+
+}  // namespace
+
+CDBInterface::~CDBInterface() = default;
+
+bool CDBInterface::DBSave(const char* name, int value)
+{
+    return Save(m_section, name, value);
+}
+
+bool CDBInterface::DBSave(const char* name, CString value)
+{
+    return AfxGetApp()->WriteProfileString(m_section, name, value) != FALSE;
+}
+
+bool CDBInterface::DBLoad(const char* name, int& value)
+{
+    return Load(m_section, name, value);
+}
+
+bool CDBInterface::DBLoad(const char* name, CString& value)
+{
+    const CString found = AfxGetApp()->GetProfileString(m_section, name, "1");
+    if (found != AfxGetApp()->GetProfileString(m_section, name, "2"))
+        return false;
+    value = found;
+    return true;
+}
+
+bool CDBInterface::DBGlobalSave(const char* name, int value)
+{
+    return Save(kGlobalSection, name, value);
+}
+
+bool CDBInterface::DBGlobalLoad(const char* name, int& value)
+{
+    return Load(kGlobalSection, name, value);
+}

@@ -1,0 +1,19 @@
+// KELException.h: the library's own exception, for hosts that raise errors with a number.
+#pragma once
+
+#include <kelgen/Export.h>
+#include <kelgen/framework/Exceptions.h>
+
+/// An error with a code of the host's. Thrown by pointer; the catcher calls Delete().
+class KELGEN_API CKELException : public CException
+{
+    DECLARE_DYNAMIC(CKELException)
+
+public:
+    explicit CKELException(LONG code = 0);
+
+    LONG m_code;
+};
+
+/// Throws a new CKELException with @p code.
+[[noreturn]] KELGEN_API void AfxThrowKELException(LONG code);

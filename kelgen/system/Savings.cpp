@@ -1,0 +1,15 @@
+// Savings.cpp: finds the application's savings.
+#include <kelgen/system/Savings.h>
+
+#include <kelgen/framework/ModuleState.h>
+#include <kelgen/framework/WinApp.h>
+
+CSavings::~CSavings() = default;
+
+CSavings& CSavings::AppGetSavings()
+{
+    auto* const savings = dynamic_cast<CSavings*>(AfxGetApp());
+    if (!savings)
+        AfxThrowInvalidArgException();
+    return *savings;
+}

@@ -1,0 +1,62 @@
+// CompletionReport.h: how long-running tasks tell one observer of their progress.
+#pragma once
+
+#include <kelgen/Export.h>
+#include <kelgen/containers/BaseArray.h>
+#include <kelgen/platform/Win32.h>
+
+class CCompletionReportListener;
+
+/// A task in steps. It counts its steps and reports; the listener hears its identifier and the part done.
+///
+///     ReportCompletionSetStepCount(files.size());
+///     for (...) { ...; ReportCompletionNextStep(1); ReportCompletion(0); }
+class KELGEN_API CCompletionReportSource
+{
+public:
+    virtual ~CCompletionReportSource();
+
+    /// Tells the listener, if any, of the progress so far. By contract: the argument does not count, the counters do.
+    virtual void ReportCompletion(double);
+    /// The listener, owned by the host, or null.
+    virtual void SetCompletionReportListener(CCompletionReportListener* pListener);
+    /// The number by which the listener knows the task.
+    virtual void SetTaskId(UINT nTaskId);
+
+protected:
+    /// Starts at step 0. By contract: the progress within the step stays.
+    void ReportCompletionFirstStep() { m_nStep = 0; }
+    /// Completes @p n steps.
+    void ReportCompletionNextStep(int n) { m_nStep += n; }
+    void ReportCompletionSetStepCount(int n) { m_nStepCount = n; }
+    /// The part of the present step that is done.
+    void ReportCompletionSetStepProgress(double d) { m_dStepProgress = d; }
+    /// The part of all steps that is done. By contract: with a count of 0 infinite or no number.
+    double ReportCompletionGetProgress();
+
+    UINT m_nTaskId = 0;
+    CCompletionReportListener* m_pListener = nullptr;
+    double m_dStepProgress = 0;
+    int m_nStepCount = 1;
+    int m_nStep = 0;
+};
+
+/// Hears of a script of tasks, numbered from 1 in the order in which they were attached.
+class KELGEN_API CCompletionReportListener
+{
+public:
+    virtual ~CCompletionReportListener();
+
+    /// Called at each report, on the task's thread. Does nothing by itself.
+    virtual void OnCompletionReport(UINT nTaskId, double dProgress);
+
+    /// Starts a script without tasks; those of the last one keep this listener.
+    void ReportCompletionScriptStart();
+
+    /// Becomes the listener of @p p and gives it the next number. By contract: a task that is attached already is appended again and
+    /// has the new number from then on.
+    void ReportCompletionScriptAttachSource(CCompletionReportSource* p);
+
+private:
+    CBaseArray<CCompletionReportSource*, CCompletionReportSource*> m_sources;
+};

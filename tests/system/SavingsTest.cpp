@@ -1,0 +1,96 @@
+// SavingsTest.cpp: flags that write themselves out, settings in the profile, and the library's exception.
+#include <kelgen/framework/ModuleState.h>
+#include <kelgen/framework/WinApp.h>
+#include <kelgen/system/DBInterface.h>
+#include <kelgen/system/KELException.h>
+#include <kelgen/system/Savings.h>
+
+enum CSavings::ESaveWhat : int
+{
+    saveWindows = 3,
+    saveHistory = 8,
+};
+
+namespace {
+
+class RecordingStore : public CFlagsStore
+{
+public:
+    void WriteEntry(const char* name, int value) override { written += std::string(name) + '=' + std::to_string(value) + ' '; }
+
+    std::string written;
+};
+
+class HostApp : public CWinApp, public CSavings
+{
+public:
+    HostApp() : CWinApp("kelgen-test") { SetRegistryKey("kelgen-tests"); }
+};
+
+HostApp& App()
+{
+    static HostApp& app = *new HostApp;
+    return app;
+}
+
+}  // namespace
+
+TEST(Savings, EachChangeWritesCountAndEntries)
+{
+    App();
+    auto& flags = CSavings::AppGetSavings().SavingsSaveWhat();
+    RecordingStore store;
+    flags.Set(CSavings::saveHistory);
+    flags.SetName("Save");
+    flags.SetStore(&store);
+    flags.Set(CSavings::saveWindows);
+    EXPECT_EQ("Save.Count=2 Save[0]=8 Save[1]=3 ", store.written);
+    store.written.clear();
+    flags.Reset(CSavings::saveHistory);
+    EXPECT_EQ("Save.Count=1 Save[0]=3 ", store.written);
+    store.written.clear();
+    flags.Reset(CSavings::saveHistory);
+    EXPECT_EQ("", store.written);
+    flags.SetStore(nullptr);
+    flags.Reset(CSavings::saveWindows);
+}
+
+TEST(DBInterface, TellsMissingFromStoredDefaults)
+{
+    App();
+    CDBInterface settings;
+    settings.SetRegistrySection("Section");
+    int number = 77;
+    EXPECT_FALSE(settings.DBLoad("missing", number));
+    EXPECT_EQ(77, number);
+    for (const int stored : {0, -1, 2147483647}) {
+        EXPECT_TRUE(settings.DBSave("number", stored));
+        EXPECT_TRUE(settings.DBLoad("number", number));
+        EXPECT_EQ(stored, number);
+    }
+    CString text = "kept";
+    EXPECT_FALSE(settings.DBLoad("missing", text));
+    EXPECT_EQ("kept", std::string(text));
+    for (const char* stored : {"", "1", "2", "longer text"}) {
+        EXPECT_TRUE(settings.DBSave("text", CString(stored)));
+        text = "other";
+        EXPECT_TRUE(settings.DBLoad("text", text));
+        EXPECT_EQ(std::string(stored), std::string(text));
+    }
+    EXPECT_TRUE(settings.DBGlobalSave("number", 5));
+    CDBInterface elsewhere;
+    EXPECT_TRUE(elsewhere.DBGlobalLoad("number", number));
+    EXPECT_EQ(5, number);
+}
+
+TEST(KELException, CarriesItsCodeThroughTheFamily)
+{
+    try {
+        AfxThrowKELException(-42);
+    } catch (CException* exception) {
+        ASSERT_TRUE(exception->IsKindOf(CKELException::GetThisClass()));
+        EXPECT_STREQ("CKELException", exception->GetRuntimeClass()->m_lpszClassName);
+        EXPECT_EQ(-42, static_cast<CKELException*>(exception)->m_code);
+        exception->Delete();
+    }
+}
