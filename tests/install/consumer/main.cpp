@@ -26,6 +26,6 @@ int main()
     settings.Set("width", gen::CPropertyValue(640));
 
     const CWStr text(u"installed"_w);
-    std::printf("%d listener call, width %d, %d units\n", counter.count, settings["width"]->value.GetValueInteger(), text.GetLength());
+    std::printf("%d listener call, width %d, %d units\n", counter.count, settings["width"]->GetValue().GetValueInteger(), text.GetLength());
     return counter.count == 1 && text.GetLength() == 9 ? 0 : 1;
 }
