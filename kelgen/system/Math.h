@@ -3,7 +3,7 @@
 
 #include <kelgen/Export.h>
 
-/// Rounding, ranges and bits. Where a real number does not fit an int the result is INT_MIN.
+/// Rounding, ranges and bits. A real number that does not fit an int is truncated to INT_MIN.
 class KELGEN_API CMath
 {
 public:
