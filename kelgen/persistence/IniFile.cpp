@@ -1,0 +1,199 @@
+// IniFile.cpp: reading an INI file line by line, and looking values up.
+#include <kelgen/persistence/IniFile.h>
+
+#include <kelgen/framework/Exceptions.h>
+#include <kelgen/framework/StdioFile.h>
+
+#include <memory>
+#include <string_view>
+
+namespace _kelgen {
+
+namespace {
+
+// A line as its bytes, zeros among them: CString's own search would stop at a zero.
+std::string_view BytesOf(const CString& line)
+{
+    return {line.GetString(), static_cast<std::size_t>(line.GetLength())};
+}
+
+CString TextOf(std::string_view bytes)
+{
+    return CString(bytes.data(), static_cast<int>(bytes.size()));
+}
+
+// Whether the line begins a section; sets its name.
+bool ParseSectionLine(std::string_view line, CString& name)
+{
+    const std::size_t open = line.find('[');
+    if (open == line.npos)
+        return false;
+    const std::size_t close = line.find(']');
+    if (close == line.npos || close == 0)
+        return false;
+
+    line.remove_prefix(open + 1);
+    const std::size_t dropped = line.find(']');
+    name = TextOf(line.substr(0, dropped));
+    if (dropped != line.npos)
+        name += TextOf(line.substr(dropped + 1));
+    return true;
+}
+
+void AddLine(CIniSection& section, std::string_view line)
+{
+    const std::size_t equals = line.find('=');
+    if (equals == line.npos)
+        section.AddValue(TextOf(line));
+    else
+        section.AddProperty(TextOf(line.substr(0, equals)), TextOf(line.substr(equals + 1)));
+}
+
+}  // namespace
+
+CIniProperty::CIniProperty(CString name, CString value) : m_name(name), m_value(value) {}
+
+CIniSection::CIniSection(CString name) : m_name(name) {}
+
+CIniSection::~CIniSection()
+{
+    ClearProperties();
+}
+
+void CIniSection::AddValue(CString value)
+{
+    m_values.AddTail(value);
+}
+
+int CIniSection::GetValuesCount() const
+{
+    return static_cast<int>(m_values.GetCount());
+}
+
+CString CIniSection::GetValueAt(int index) const
+{
+    const POSITION position = index >= 0 ? m_values.FindIndex(index) : nullptr;
+    if (position == nullptr)
+        AfxThrowInvalidArgException();
+    return m_values.GetAt(position);
+}
+
+void CIniSection::AddProperty(CString name, CString value)
+{
+    auto property = std::make_unique<CIniProperty>(name, value);
+    m_properties.Add(property.get());
+    property.release();
+}
+
+int CIniSection::GetPropertiesCount() const
+{
+    return m_properties.GetSize();
+}
+
+CIniProperty* CIniSection::GetPropertyAt(int index) const
+{
+    return m_properties.GetAt(index);
+}
+
+CString CIniSection::GetPropertyValue(CString name) const
+{
+    for (int i = 0; i < m_properties.GetSize(); ++i) {
+        const CIniProperty& property = *m_properties.GetAt(i);
+        if (property.m_name.CompareNoCase(name) == 0)
+            return property.m_value;
+    }
+    return CString();
+}
+
+void CIniSection::GetPropertyValue(CStringArray& out) const
+{
+    for (POSITION position = m_values.GetHeadPosition(); position != nullptr;)
+        out.Add(m_values.GetNext(position));
+}
+
+void CIniSection::ClearProperties()
+{
+    for (int i = 0; i < m_properties.GetSize(); ++i)
+        delete m_properties.GetAt(i);
+    m_properties.RemoveAll();
+}
+
+CIniFile::CIniFile(const char* path)
+{
+    LoadFile(path);
+}
+
+CIniFile::~CIniFile()
+{
+    RemoveAll();
+}
+
+bool CIniFile::LoadFile(const char* path)
+{
+    CStdioFile file;
+    if (!file.Open(path, CFile::modeRead | CFile::shareDenyNone | CFile::typeText))
+        return false;
+
+    const int before = GetSize();
+    try {
+        CIniSection* current = nullptr;
+        CString line;
+        CString name;
+        while (file.ReadString(line)) {
+            if (line.IsEmpty())
+                continue;
+            if (ParseSectionLine(BytesOf(line), name)) {
+                auto section = std::make_unique<CIniSection>(name);
+                Add(section.get());
+                current = section.release();
+            } else if (current != nullptr) {
+                AddLine(*current, BytesOf(line));
+            }
+        }
+        file.Close();
+    } catch (CFileException* failure) {
+        failure->Delete();
+        RemoveFrom(before);
+        return false;
+    }
+    return true;
+}
+
+// Sections go in order, but the array gives them up at once: shifting the rest down after each would take the square of their
+// number.
+void CIniFile::RemoveFrom(int first)
+{
+    for (int i = first; i < GetSize(); ++i)
+        delete GetAt(i);
+    SetSize(first);
+}
+
+void CIniFile::RemoveAll()
+{
+    RemoveFrom(0);
+}
+
+const CIniSection* CIniFile::FindSection(const CString& name) const
+{
+    const std::string_view wanted = BytesOf(name);
+    for (int i = 0; i < GetSize(); ++i) {
+        const CIniSection* section = GetAt(i);
+        if (BytesOf(section->m_name) == wanted)
+            return section;
+    }
+    return nullptr;
+}
+
+CString CIniFile::GetPropertyValue(const CString& section, const CString& name) const
+{
+    const CIniSection* found = FindSection(section);
+    return found != nullptr ? found->GetPropertyValue(name) : CString();
+}
+
+void CIniFile::GetPropertyValue(const CString& section, CStringArray& out) const
+{
+    if (const CIniSection* found = FindSection(section))
+        found->GetPropertyValue(out);
+}
+
+}  // namespace _kelgen

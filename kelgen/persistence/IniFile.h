@@ -1,0 +1,114 @@
+// IniFile.h: a read-only model of an INI file: its sections, and their properties and plain values, in file order.
+#pragma once
+
+#include <kelgen/Export.h>
+#include <kelgen/framework/Array.h>
+#include <kelgen/framework/String.h>
+#include <kelgen/framework/StringArray.h>
+#include <kelgen/framework/ListTypes.h>
+
+namespace _kelgen {
+
+/// One "name=value" line.
+class KELGEN_API CIniProperty
+{
+public:
+    CIniProperty(CString name, CString value);
+    CIniProperty(const CIniProperty&) = default;
+    CIniProperty& operator=(const CIniProperty&) = default;
+    virtual ~CIniProperty() = default;
+
+    CString GetName() const { return m_name; }
+    CString GetValue() const { return m_value; }
+
+private:
+    friend class CIniSection;
+
+    CString m_name;
+    CString m_value;
+};
+
+/// A named section: properties, and plain values (lines without "="), each in file order. Owns its properties.
+class KELGEN_API CIniSection
+{
+public:
+    explicit CIniSection(CString name);
+    CIniSection(const CIniSection&) = delete;
+    CIniSection& operator=(const CIniSection&) = delete;
+    virtual ~CIniSection();
+
+    CString GetName() const { return m_name; }
+    void SetName(CString name) { m_name = name; }
+
+    /// Appends a plain value.
+    void AddValue(CString value);
+    int GetValuesCount() const;
+    /// The plain value at @p index. Throws: the invalid-argument exception for an index outside [0, count).
+    /// Cost: one step a value before it; GetPropertyValue(out) reads them all in one walk.
+    CString GetValueAt(int index) const;
+
+    /// Appends a property; a name may occur more than once.
+    void AddProperty(CString name, CString value);
+    int GetPropertiesCount() const;
+    /// The property at @p index, owned by the section. Throws: the invalid-argument exception for an index outside [0, count).
+    CIniProperty* GetPropertyAt(int index) const;
+    /// The value of the first property whose name equals @p name ignoring case; "" when there is none.
+    CString GetPropertyValue(CString name) const;
+    /// Appends every plain value, in order, to @p out.
+    void GetPropertyValue(CStringArray& out) const;
+    /// Deletes every property, first to last; the plain values stay.
+    void ClearProperties();
+
+private:
+    friend class CIniFile;
+
+    CStringList m_values{10};
+    CArray<CIniProperty*, CIniProperty*> m_properties;
+    CString m_name;
+};
+
+/// The sections of an INI file, in file order; sections of one name are kept apart. Owns its sections. Nothing is written back.
+///
+///     _kelgen::CIniFile ini;
+///     if (ini.LoadFile("settings.ini"))
+///         title = ini.GetPropertyValue("Main", "Title");
+///
+/// Look-ups take the first match in file order; section names compare by case, property names ignore it.
+class KELGEN_API CIniFile : public CArray<CIniSection*, CIniSection*>
+{
+public:
+    CIniFile() = default;
+    /// LoadFile(@p path), its result dropped.
+    explicit CIniFile(const char* path);
+    CIniFile(const CIniFile&) = delete;
+    CIniFile& operator=(const CIniFile&) = delete;
+    ~CIniFile() override;
+
+    /// Appends the sections of the file @p path to those already present; true. False, and the model as it was, when the file
+    /// cannot be opened or read. No line is an error:
+    ///
+    /// - An empty line is skipped; so is every line before the first section.
+    /// - A line with a "[" anywhere, and whose first "]" is not its first character, begins a section. Its name is what follows
+    ///   the first "[", less the first "]" in it; nothing is trimmed: `  [Main]  ; x` is named `Main  ; x`, `a[b]c` is named `bc`.
+    ///   By contract: this comes before the next rule, so `key=[a]` begins a section too.
+    /// - A line with "=" is a property: name before the first "=", value after it, neither trimmed.
+    /// - Any other line is a plain value. There are no comments: `; note` is a plain value.
+    ///
+    /// Lines end with a line feed, one carriage return before it dropped, and may have any length; zeros are bytes like others.
+    /// By contract: as in every text file, a byte 0x1A ends the file.
+    bool LoadFile(const char* path);
+
+    /// Deletes every section, first to last.
+    void RemoveAll();
+
+    /// CIniSection::GetPropertyValue(@p name) of the first section named @p section; "" when there is none.
+    CString GetPropertyValue(const CString& section, const CString& name) const;
+    /// Appends all plain values of the first section named @p section to @p out; nothing when there is none.
+    void GetPropertyValue(const CString& section, CStringArray& out) const;
+
+private:
+    const CIniSection* FindSection(const CString& name) const;
+    void RemoveFrom(int first);
+};
+
+}  // namespace _kelgen
