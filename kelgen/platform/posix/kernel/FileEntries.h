@@ -6,8 +6,6 @@
 #include <optional>
 #include <string>
 
-struct statx_timestamp;
-
 namespace kelgen::posix {
 
 /// The facts of a file or folder.
