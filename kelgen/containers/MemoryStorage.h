@@ -15,8 +15,8 @@ class CMemoryStorageContainer;
 ///     bytes.Allocate(100);
 ///     std::memcpy(bytes.GetAllocation(), data, 100);
 ///
-/// The block is closed while lock enforcement is on and the locked flag is off. By contract: nothing here switches either; both are
-/// for derived classes.
+/// The block is closed while lock enforcement is on and the locked flag is off. By contract: nothing here switches either; both
+/// are for derived classes.
 /// Threads: one at a time; Lock and Unlock let callers share a storage, and only the comparison locks by itself.
 class KELGEN_API CMemoryStorage
 {
@@ -35,8 +35,8 @@ public:
     /// The block; null when the size is 0 or the block is closed.
     unsigned char* GetAllocation() const { return IsEnabled() && m_size != 0 ? m_block : nullptr; }
 
-    /// Sets the size; bytes that are new are undefined. A block that is too small is replaced by one of @p n bytes and 512 more, and
-    /// the container's kept pointers follow; a block never shrinks.
+    /// Sets the size; bytes that are new are undefined. A block that is too small is replaced by one of @p n bytes and 512 more,
+    /// and the container's kept pointers follow; a block never shrinks.
     /// Throws: a new CMemoryException when memory ends or the block is closed; the storage is then as it was.
     void Allocate(DWORD n);
     /// Allocate for @p n bytes more than now. Throws: as Allocate.
@@ -118,8 +118,8 @@ public:
 
     /// Holds @p storage from now on; the old one is deleted if it was the container's own.
     void FullLoad(CMemoryStorage* storage, bool own);
-    /// The storage's FullLoad. By contract: a storage made for it reserves 512 bytes beyond each growth, whatever the container's own
-    /// number.
+    /// The storage's FullLoad. By contract: a storage made for it reserves 512 bytes beyond each growth, whatever the container's
+    /// own number.
     void FullLoad(CArchive& ar);
 
     /// Holds a new copy of the storage of @p source, owned if @p source owns its own; forgets the kept pointers.

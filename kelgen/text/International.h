@@ -6,8 +6,8 @@
 #include <kelgen/framework/String.h>
 #include <kelgen/text/WStr.h>
 
-/// Conversions, all static. In their names Ansi is the system's ANSI code page, OEM and String its OEM code page, Latin1 page 1252,
-/// ShiftJis page 932, CP the page given, Unicode 16-bit text.
+/// Conversions, all static. In their names Ansi is the system's ANSI code page, OEM and String its OEM code page, Latin1 page
+/// 1252, ShiftJis page 932, CP the page given, Unicode 16-bit text.
 ///
 /// True is success. Inputs end at their 0 unless a length is given. A count is of output units for the whole input with its
 /// terminator; 0 means failure. A capacity is of output units; output that is longer fails after filling what fits.
@@ -44,9 +44,9 @@ public:
     /// Converts @p n bytes, or with -1 up to the terminator. False only when the scratch cannot grow. Scratch.
     static bool Latin1ToUnicode(CWStr& dst, const char* src, int n);
     /// Converts @p n bytes, which should include the terminator. False only when the scratch cannot grow. Scratch.
-    /// By contract: unit @p n - 1 becomes the terminator whatever was converted, so without the source's terminator the last unit is
-    /// lost, and after two-byte characters units of an earlier conversion follow. Nothing is converted for @p n below 1: the text is
-    /// empty.
+    /// By contract: unit @p n - 1 becomes the terminator whatever was converted, so without the source's terminator the last unit
+    /// is lost, and after two-byte characters units of an earlier conversion follow. Nothing is converted for @p n below 1: the
+    /// text is empty.
     static bool ShiftJisToUnicode(CWStr& dst, const char* src, int n);
     static bool CPToUnicode(DWORD cp, CWStr& dst, const char* src);
 

@@ -47,8 +47,8 @@ extern KELGEN_API EmptyWStrBlock emptyWStrBlock;
 ///
 /// Throws: the framework's memory exception from every member that may need a block; the string is then as it was.
 /// Threads: copies that share a block may be used in different threads; one object may not.
-/// Cost: a copy is one atomic increment; appending within the capacity allocates nothing, beyond it allocates the exact length, as
-/// its class rounds it. Blocks up to 512 units come from pools, without a lock most of the time.
+/// Cost: a copy is one atomic increment; appending within the capacity allocates nothing, beyond it allocates the exact length,
+/// as its class rounds it. Blocks up to 512 units come from pools, without a lock most of the time.
 class KELGEN_API CWStr
 {
 public:
@@ -78,14 +78,14 @@ public:
     /// Exactly @p n units, zeros included.
     CWStr(const unsigned short* text, int n);
 
-    /// @p nRepeat units; empty when that is below 1. By contract: the first @p nRepeat bytes, not units, get the low byte of @p ch:
-    /// half of the units read as that byte twice, and the others hold whatever the block held.
+    /// @p nRepeat units; empty when that is below 1. By contract: the first @p nRepeat bytes, not units, get the low byte of
+    /// @p ch: half of the units read as that byte twice, and the others hold whatever the block held.
     CWStr(unsigned short ch, int nRepeat);
 
     ~CWStr() { ReleaseText(m_text); }
 
-    /// Shares the block of @p source. A locked string keeps its own block and gets a copy of the text, as does one whose source is
-    /// locked or empty.
+    /// Shares the block of @p source. A locked string keeps its own block and gets a copy of the text, as does one whose source
+    /// is locked or empty.
     CWStr& operator=(const CWStr& source)
     {
         if (m_text == source.m_text)
@@ -133,8 +133,8 @@ public:
 
     /// Points at a new block of length @p n without giving back the old one; 0 points at the shared empty block.
     void AllocBuffer(int n);
-    /// Makes the block writable with room for @p n units. A block that is shared or too small is given back and the new one has the
-    /// length @p n and undefined units; else the text stays.
+    /// Makes the block writable with room for @p n units. A block that is shared or too small is given back and the new one has
+    /// the length @p n and undefined units; else the text stays.
     void AllocBeforeWrite(int n);
     /// Makes the block this string's own. Sole owners and locked strings keep theirs.
     void CopyBeforeWrite()
@@ -153,7 +153,8 @@ public:
     void ConcatInPlace(int n, const unsigned short* text);
     /// The units, writable, with room for @p nMinLen. Text and length stay.
     unsigned short* GetBuffer(int nMinLen);
-    /// Ends writing through GetBuffer; -1: the length is that up to the first 0. A length beyond the capacity counts as the capacity.
+    /// Ends writing through GetBuffer; -1: the length is that up to the first 0. A length beyond the capacity counts as the
+    /// capacity.
     void ReleaseBuffer(int nNewLen = -1);
     /// GetBuffer, and the length becomes @p n.
     unsigned short* GetBufferSetLength(int n);
@@ -242,13 +243,13 @@ public:
     int Insert(int nIndex, unsigned short ch);
     /// As above. The empty text changes nothing, nor the sharing.
     int Insert(int nIndex, const unsigned short* text);
-    /// By contract: the length before the deletion. An index below 0 counts as 0; nothing happens for a count below 1 or an index at
-    /// or beyond the end. The deleted units should lie within the text; those that do not are left out.
+    /// By contract: the length before the deletion. An index below 0 counts as 0; nothing happens for a count below 1 or an index
+    /// at or beyond the end. The deleted units should lie within the text; those that do not are left out.
     int Delete(int nIndex, int nCount);
     /// The number of units replaced, beyond embedded zeros too. Equal units change nothing, nor the sharing.
     int Replace(unsigned short oldCh, unsigned short newCh);
-    /// The number of occurrences replaced, from left to right, beyond embedded zeros too; null @p newText removes them. No occurrence
-    /// changes nothing, nor the sharing.
+    /// The number of occurrences replaced, from left to right, beyond embedded zeros too; null @p newText removes them. No
+    /// occurrence changes nothing, nor the sharing.
     int Replace(const unsigned short* oldText, const unsigned short* newText);
     /// The number of units removed, beyond embedded zeros too.
     int Remove(unsigned short ch);
@@ -265,8 +266,8 @@ public:
     void TrimRight();
     void TrimRight(unsigned short ch);
     void TrimRight(const unsigned short* set);
-    /// 1. Removes the '&' marks of a menu text; pMarks[i] tells whether the unit that is then at i had one. Two in a row leave one; a
-    /// last one stays. @p pMarks has room for as many flags as the text has units.
+    /// 1. Removes the '&' marks of a menu text; pMarks[i] tells whether the unit that is then at i had one. Two in a row leave
+    /// one; a last one stays. @p pMarks has room for as many flags as the text has units.
     int _EncodeV033(bool* pMarks);
 
     // ---- From the platform ----
@@ -280,8 +281,8 @@ public:
     void SetOEM(const char* text);
     /// Converts @p n bytes from code page 1252; -1: up to the terminator. The text ends at the first 0. False when memory ends.
     bool Copy(const char* text, int n);
-    /// Becomes the short form of @p path, and returns what the platform's call does; 0: it failed and nothing changed. By contract:
-    /// @p path is OEM text.
+    /// Becomes the short form of @p path, and returns what the platform's call does; 0: it failed and nothing changed. By
+    /// contract: @p path is OEM text.
     DWORD _GetShortPathName(const char* path);
 
 private:
@@ -301,8 +302,8 @@ private:
     [[gnu::always_inline]] static void ReleaseText(unsigned short* text) noexcept
     {
         CWStrData* const block = reinterpret_cast<CWStrData*>(text) - 1;
-        // No look at the count first: even a sole owner's decrement is cheaper than that load after the copy's increment. A locked
-        // string's count falls below 0.
+        // No look at the count first: even a sole owner's decrement costs no more than that load after a copy's increment. A
+        // locked string's count falls below 0.
         if (text != EmptyText() && --std::atomic_ref<LONG>(block->nRefCount) <= 0)
             FreeData(block);
     }

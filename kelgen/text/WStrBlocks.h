@@ -104,7 +104,8 @@ inline void FreeWStrBlock(CWStrData* block) noexcept
     }
 }
 
-/// Copies @p n units between texts that do not overlap. Short ones go in two pieces, which may share units: half the time of a call.
+/// Copies @p n units between texts that do not overlap. Short ones go in two pieces, which may share units: half the time of a
+/// call.
 inline void CopyUnits(unsigned short* dest, const unsigned short* source, int n)
 {
     const auto copy = [dest, source, n]<class PIECE>(PIECE) {

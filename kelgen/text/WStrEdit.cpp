@@ -65,8 +65,8 @@ struct Replacement
     const unsigned short* newText;
     int newLength;
 
-    /// Writes the text at @p source with every occurrence replaced to @p dest. The two may share memory as long as what is still to
-    /// be read never lies before what is still to be written.
+    /// Writes the text at @p source with every occurrence replaced to @p dest. The two may share memory as long as what is still
+    /// to be read never lies before what is still to be written.
     void Apply(unsigned short* dest, const unsigned short* source, int length) const
     {
         const unsigned short* const end = source + length;

@@ -103,7 +103,7 @@ TEST(MemoryStorageLoad, RefusesFilesBeyondTwoGigabytes)
 TEST(MemoryStorageLoad, AddUpReachesOnlyStoragesThatAllocateMakes)
 {
     const auto capacity = [](CMemoryStorageContainer& container) {
-        return static_cast<Storage*>(container.GetMemoryStorage())->m_capacity;
+        return container.GetMemoryStorage()->*(&Storage::m_capacity);
     };
     CMemoryStorageContainer allocated(100);
     allocated.Allocate(1);

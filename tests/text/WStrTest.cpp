@@ -101,15 +101,18 @@ TEST_P(WStrCapacity, IsThatOfTheClass)
     while (text.GetLength() < capacity)
         text += static_cast<unsigned short>('y');
     EXPECT_EQ(capacity, text.GetAllocLength());
-    EXPECT_EQ(std::u16string(static_cast<std::size_t>(length), u'x') + std::u16string(static_cast<std::size_t>(capacity - length), u'y'),
+    EXPECT_EQ(std::u16string(static_cast<std::size_t>(length), u'x') +
+                  std::u16string(static_cast<std::size_t>(capacity - length), u'y'),
               Units(text));
 }
 
 INSTANTIATE_TEST_SUITE_P(, WStrCapacity,
-                         testing::Values(Capacity{"One", 1, 8}, Capacity{"Eight", 8, 8}, Capacity{"Nine", 9, 64}, Capacity{"SixtyFour", 64, 64},
-                                         Capacity{"SixtyFive", 65, 128}, Capacity{"Third", 128, 128}, Capacity{"Fourth", 129, 256},
-                                         Capacity{"FourthFull", 256, 256}, Capacity{"Fifth", 257, 512}, Capacity{"FifthFull", 512, 512},
-                                         Capacity{"Heap", 513, 513}, Capacity{"HeapLong", 100000, 100000}),
+                         testing::Values(Capacity{"One", 1, 8}, Capacity{"Eight", 8, 8}, Capacity{"Nine", 9, 64},
+                                         Capacity{"SixtyFour", 64, 64}, Capacity{"SixtyFive", 65, 128},
+                                         Capacity{"Third", 128, 128}, Capacity{"Fourth", 129, 256},
+                                         Capacity{"FourthFull", 256, 256}, Capacity{"Fifth", 257, 512},
+                                         Capacity{"FifthFull", 512, 512}, Capacity{"Heap", 513, 513},
+                                         Capacity{"HeapLong", 100000, 100000}),
                          kelgen::test::RowName);
 
 TEST(WStr, CopiesShareUntilOneIsWritten)
