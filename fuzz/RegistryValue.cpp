@@ -8,9 +8,12 @@ using namespace kelgen::posix;
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size)
 {
+    if (const auto value = ParseValueFile({data, size})) {
+        const std::string written = ValueFileBytes(*value);
+        if (ParseValueFile({reinterpret_cast<const BYTE*>(written.data()), written.size()}) != value)
+            std::abort();
+    }
     const std::string bytes(data, data + size);
-    if (const auto value = ParseValueFile({data, size}); value && ValueFileBytes(value->name, value->type, value->data) != bytes)
-        std::abort();
     if (const auto name = KeyNameOfFile(bytes); name && (KeyFileName(*name) != bytes || bytes.find('/') != std::string::npos))
         std::abort();
     return 0;

@@ -84,13 +84,15 @@ TEST(Store, ForeignAndDamagedFilesAreIgnored)
     const std::string good = ReadBytes((folder / "good=").string());
     WriteBytes((folder / "empty=").string(), "");
     WriteBytes((folder / "cut=").string(), good.substr(0, good.size() - 1));
-    WriteBytes((folder / "longer=").string(), good + "x");
+    std::string changed = good;
+    changed.back() ^= 1;
+    WriteBytes((folder / "changed=").string(), changed);
     WriteBytes((folder / "other=").string(), good);
     WriteBytes((folder / "Good=").string(), good);
     WriteBytes((folder / "note.txt").string(), "x");
     WriteBytes((folder / "%zz=").string(), good);
-    // A header that promises 8 GB in a file with a hole of that size minus one.
-    WriteBytes((folder / "huge=").string(), ValueFileBytes(u"huge", REG_BINARY, {}).replace(12, 4, "\xFF\xFF\xFF\xFF"));
+    // Slots of 4 GB in a file that is one hole.
+    WriteBytes((folder / "huge=").string(), "KRV2\xFF\xFF\xFF\xFF");
     std::filesystem::resize_file(folder / "huge=", 0x1FFFFFFFF);
     std::filesystem::create_directory(folder / "folder=");
     std::filesystem::create_directory(folder / "NotAKey");
@@ -102,15 +104,43 @@ TEST(Store, ForeignAndDamagedFilesAreIgnored)
 
     EXPECT_EQ(std::vector<std::string>{"Good"}, ValuesOf(key));
     EXPECT_EQ(std::vector<std::string>{"sub"}, SubkeysOf(key));
-    for (const char* name : {"empty", "cut", "longer", "other", "huge", "folder", "link", "pipe", "note.txt"})
+    for (const char* name : {"empty", "cut", "changed", "other", "huge", "folder", "link", "pipe", "note.txt"})
         EXPECT_EQ(ERROR_FILE_NOT_FOUND, RegQueryValueExA(key, name, nullptr, nullptr, nullptr, nullptr)) << name;
-    for (const char* name : {"empty", "cut", "longer", "other", "huge", "link", "pipe"})
+    for (const char* name : {"empty", "cut", "changed", "other", "huge", "link", "pipe"})
         EXPECT_EQ(ERROR_SUCCESS, SetText(key, name, "new")) << name;
     EXPECT_EQ("x", GetText(key, "good")) << "writing over the link left its target";
     EXPECT_EQ("new", GetText(key, "huge"));
     EXPECT_EQ(ERROR_SUCCESS, RegDeleteKeyA(key, "Sub"));
     EXPECT_EQ(ERROR_SUCCESS, RegDeleteKeyA(key, ""));
     EXPECT_FALSE(std::filesystem::exists(folder));
+}
+
+TEST(Store, ATornWriteLeavesTheValueBefore)
+{
+    const ScratchKey key;
+    const std::string file = (FolderOf(key) / "v=").string();
+    ASSERT_EQ(ERROR_SUCCESS, SetText(key, "v", "first"));
+    for (const char* text : {"second", "third", "fourth"}) {
+        const std::string before = ReadBytes(file);
+        const auto old = GetText(key, "v");
+        ASSERT_EQ(ERROR_SUCCESS, SetText(key, "v", text));
+        const std::string after = ReadBytes(file);
+        // Every prefix of what changed, as if the writer had been killed there.
+        std::size_t begin = 0;
+        while (begin < before.size() && before[begin] == after[begin])
+            ++begin;
+        for (std::size_t end = begin; end < after.size() && end < begin + 60; ++end) {
+            std::string torn = after.substr(0, end);
+            if (torn.size() < before.size())
+                torn += before.substr(torn.size());
+            if (torn == after)
+                break;
+            WriteBytes(file, torn);
+            ASSERT_EQ(old, GetText(key, "v")) << text << " torn at " << end;
+        }
+        WriteBytes(file, after);
+        ASSERT_EQ(text, GetText(key, "v"));
+    }
 }
 
 TEST(Store, ScratchFilesOfKilledWritersVanishAfterAnHour)

@@ -3,6 +3,7 @@
 
 #include <kelgen/platform/posix/base/ErrorCodes.h>
 #include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/registry/Folders.h>
 #include <kelgen/platform/posix/registry/KeyStore.h>
 #include <kelgen/platform/posix/registry/StoredNames.h>
 #include <kelgen/platform/posix/registry/ValueData.h>
@@ -10,6 +11,7 @@
 #include <fcntl.h>
 
 #include <algorithm>
+#include <utility>
 
 using namespace kelgen::posix;
 
@@ -22,11 +24,21 @@ FILETIME FileTimeOf(const timespec& time)
     return {static_cast<DWORD>(steps), static_cast<DWORD>(steps >> 32)};
 }
 
-/// When the folder @p name in @p parent changed last; 1601 when it is gone.
+/// When the key in the folder @p name in @p parent, or one of its values, changed last; 1601 when it is gone.
 FILETIME LastWrite(int parent, const std::string& name)
 {
+    const Descriptor folder = OpenFolder(parent, name);
     struct stat state;
-    return fstatat(parent, name.c_str(), &state, AT_SYMLINK_NOFOLLOW) == 0 ? FileTimeOf(state.st_mtim) : FILETIME{};
+    if (!folder || fstat(folder.Get(), &state) != 0)
+        return {};
+    timespec last = state.st_mtim;
+    ForEachEntry(folder.Get(), [&](const std::string& entry, bool isFolder) {
+        if (isFolder || fstatat(folder.Get(), entry.c_str(), &state, AT_SYMLINK_NOFOLLOW) != 0)
+            return;
+        if (std::pair(state.st_mtim.tv_sec, state.st_mtim.tv_nsec) > std::pair(last.tv_sec, last.tv_nsec))
+            last = state.st_mtim;
+    });
+    return FileTimeOf(last);
 }
 
 /// Copies @p text with its terminator when @p size units hold it.

@@ -39,14 +39,14 @@ LSTATUS QueryValue(HKEY handle, std::u16string_view name, const DWORD* reserved,
     return status == ERROR_SUCCESS ? GiveData<Char>(value, type, data, size) : status;
 }
 
-LSTATUS WriteValue(HKEY handle, std::u16string_view name, DWORD type, std::span<const BYTE> data)
+LSTATUS WriteValue(HKEY handle, std::u16string_view name, DWORD type, std::vector<BYTE> data)
 {
     LSTATUS status;
     const auto key = FindKeyFor(handle, KEY_SET_VALUE, status);
     if (!key)
         return status;
-    const int error = ReplaceFile(key->Folder(), ValueFileName(name), ValueFileBytes(name, type, data));
-    // The scratch file vanished: the key's folder is being removed.
+    const int error = WriteValueFile(key->Folder(), ValueFileName(name), {std::u16string(name), type, std::move(data)});
+    // The file or its folder vanished: the key is being removed.
     if (error == ENOENT)
         return ERROR_KEY_DELETED;
     return error == 0 ? ERROR_SUCCESS : key->Status(error);
@@ -58,7 +58,7 @@ LSTATUS SetValue(HKEY handle, std::u16string_view name, DWORD type, const BYTE* 
     if (name.size() > kLongestValueName || (!data && size != 0))
         return ERROR_INVALID_PARAMETER;
     if (!IsTextType(type))
-        return WriteValue(handle, name, type, {data, size});
+        return WriteValue(handle, name, type, std::vector<BYTE>(data, data + size));
     return WriteValue(handle, name, type, StoredText<Char>({data, size}));
 }
 

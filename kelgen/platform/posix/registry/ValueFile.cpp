@@ -1,58 +1,159 @@
-// ValueFile.cpp: makes, checks, reads and replaces value files.
+// ValueFile.cpp: makes, checks, reads and writes value files.
 #include <kelgen/platform/posix/registry/ValueFile.h>
 
 #include <kelgen/platform/posix/base/Descriptor.h>
 #include <kelgen/platform/posix/registry/StoredNames.h>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstring>
 
 namespace kelgen::posix {
 
 namespace {
 
-struct Header
+struct Preamble
 {
     std::array<char, 4> magic;
+    DWORD slotSize;
+};
+
+struct SlotHeader
+{
+    std::uint64_t checksum;  // of everything behind it in the slot
+    std::uint64_t sequence;
     DWORD type;
     DWORD nameUnits;
     DWORD dataBytes;
+    DWORD zero;
 };
 
-constexpr std::array<char, 4> kMagic = {'K', 'R', 'V', '1'};
+constexpr std::array<char, 4> kMagic = {'K', 'R', 'V', '2'};
 constexpr std::size_t kFirstRead = 4096;
+/// Both slots of most values' files lie in one page, which one call reads.
+constexpr DWORD kSmallSlot = (kFirstRead - sizeof(Preamble)) / 2;
+constexpr std::size_t kLargestFile = sizeof(Preamble) + 2 * std::bit_ceil(kLargestValue + sizeof(SlotHeader));
 
-/// The size that the whole file must have, or 0 when @p bytes do not start with a sound header.
-std::size_t ExpectedSize(std::span<const BYTE> bytes, Header& header)
+/// FNV-1a.
+std::uint64_t Checksum(std::span<const BYTE> bytes)
 {
-    if (bytes.size() < sizeof header)
-        return 0;
-    std::memcpy(&header, bytes.data(), sizeof header);
-    if (header.magic != kMagic)
-        return 0;
-    return sizeof header + std::size_t{header.nameUnits} * sizeof(char16_t) + header.dataBytes;
+    std::uint64_t hash = 0xCBF29CE484222325u;
+    for (const BYTE part : bytes)
+        hash = (hash ^ part) * 0x100000001B3u;
+    return hash;
 }
 
-/// Reads until @p bytes is full or the file ends; the number of bytes read, or -1.
-ssize_t ReadFully(int file, std::span<BYTE> bytes)
+template <class Struct>
+bool Take(std::span<const BYTE> bytes, Struct& result)
 {
-    std::size_t count = 0;
-    while (count < bytes.size()) {
-        const ssize_t got = read(file, bytes.data() + count, bytes.size() - count);
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got < 0)
-            return -1;
-        count += static_cast<std::size_t>(got);
-        // A regular file gives less than asked only at its end: one call less for small values.
-        if (got == 0 || count < kFirstRead)
-            break;
+    if (bytes.size() < sizeof result)
+        return false;
+    std::memcpy(&result, bytes.data(), sizeof result);
+    return true;
+}
+
+/// The bytes of a slot that @p header describes, or none when they are not there or not what was written.
+std::span<const BYTE> CheckedSlot(std::span<const BYTE> slot, SlotHeader& header)
+{
+    if (!Take(slot, header))
+        return {};
+    const std::size_t size = sizeof header + std::size_t{header.nameUnits} * sizeof(char16_t) + header.dataBytes;
+    if (size > slot.size() || header.checksum != Checksum(slot.first(size).subspan(sizeof header.checksum)))
+        return {};
+    return slot.first(size);
+}
+
+std::string SlotBytes(const StoredValue& value, std::uint64_t sequence)
+{
+    SlotHeader header = {0, sequence, value.type, static_cast<DWORD>(value.name.size()), static_cast<DWORD>(value.data.size()), 0};
+    const std::size_t nameBytes = value.name.size() * sizeof(char16_t);
+    std::string bytes(sizeof header + nameBytes + value.data.size(), '\0');
+    std::memcpy(bytes.data(), &header, sizeof header);
+    if (nameBytes != 0)
+        std::memcpy(bytes.data() + sizeof header, value.name.data(), nameBytes);
+    if (!value.data.empty())
+        std::memcpy(bytes.data() + sizeof header + nameBytes, value.data.data(), value.data.size());
+    const std::span written(reinterpret_cast<const BYTE*>(bytes.data()), bytes.size());
+    header.checksum = Checksum(written.subspan(sizeof header.checksum));
+    std::memcpy(bytes.data(), &header.checksum, sizeof header.checksum);
+    return bytes;
+}
+
+/// What a file's bytes hold: its slots' size (0: not a value's file) and the slot that counts.
+struct SlotState
+{
+    std::size_t slotSize = 0;
+    bool isSecond = true;  // so that a first write goes to the first slot
+    std::uint64_t sequence = 0;
+    std::span<const BYTE> slot;  // empty when neither is sound
+};
+
+SlotState StateOf(std::span<const BYTE> bytes)
+{
+    SlotState state;
+    Preamble preamble;
+    if (!Take(bytes, preamble) || preamble.magic != kMagic || preamble.slotSize < sizeof(SlotHeader))
+        return state;
+    state.slotSize = preamble.slotSize;
+    bytes = bytes.subspan(sizeof preamble);
+    for (const bool isSecond : {false, true}) {
+        SlotHeader header;
+        const auto own = bytes.subspan(std::min(bytes.size(), isSecond ? state.slotSize : 0));
+        const auto slot = CheckedSlot(own.first(std::min(own.size(), state.slotSize)), header);
+        if (!slot.empty() && (state.slot.empty() || header.sequence > state.sequence))
+            state = {state.slotSize, isSecond, header.sequence, slot};
     }
-    return static_cast<ssize_t>(count);
+    return state;
+}
+
+StoredValue ValueOf(std::span<const BYTE> slot)
+{
+    SlotHeader header;
+    Take(slot, header);
+    StoredValue value;
+    value.type = header.type;
+    value.name.resize(header.nameUnits);
+    slot = slot.subspan(sizeof header);
+    const std::size_t nameBytes = header.nameUnits * sizeof(char16_t);
+    std::memcpy(value.name.data(), slot.data(), nameBytes);
+    slot = slot.subspan(nameBytes);
+    value.data.assign(slot.begin(), slot.end());
+    return value;
+}
+
+/// The bytes of an open file: up to a page of them in @p page, more in @p whole. Nothing, with errno, when it cannot be read.
+std::optional<std::span<const BYTE>> ReadBytes(int file, std::array<BYTE, kFirstRead>& page, std::vector<BYTE>& whole)
+{
+    ssize_t count;
+    do {
+        count = pread(file, page.data(), page.size(), 0);
+    } while (count < 0 && errno == EINTR);
+    if (count < 0)
+        return std::nullopt;
+    const auto first = std::span<const BYTE>(page).first(static_cast<std::size_t>(count));
+    Preamble preamble;
+    if (first.size() < kFirstRead || !Take(first, preamble) || preamble.magic != kMagic || preamble.slotSize <= kSmallSlot)
+        return first;
+
+    struct stat state;
+    if (fstat(file, &state) != 0 || !S_ISREG(state.st_mode) || static_cast<std::size_t>(state.st_size) > kLargestFile)
+        return std::span<const BYTE>();
+    whole.resize(static_cast<std::size_t>(state.st_size));
+    std::size_t have = 0;
+    while (have < whole.size()) {
+        count = pread(file, whole.data() + have, whole.size() - have, static_cast<off_t>(have));
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            break;
+        have += static_cast<std::size_t>(count);
+    }
+    return std::span<const BYTE>(whole).first(have);
 }
 
 bool WriteFully(int file, std::string_view bytes)
@@ -68,54 +169,76 @@ bool WriteFully(int file, std::string_view bytes)
     return true;
 }
 
-/// The rest of a file whose first bytes are @p bytes; false unless the file has exactly the size that its header says.
-bool ReadRest(int file, std::vector<BYTE>& bytes)
+/// Writes all of @p bytes at @p position; a part that was written first does no harm in a slot that does not count.
+bool WriteFullyAt(int file, std::string_view bytes, off_t position)
 {
-    Header header;
-    const std::size_t size = ExpectedSize(bytes, header);
-    struct stat state;
-    if (size < bytes.size() || fstat(file, &state) != 0 || !S_ISREG(state.st_mode) ||
-        static_cast<std::size_t>(state.st_size) != size)
+    while (!bytes.empty()) {
+        const ssize_t written = pwrite(file, bytes.data(), bytes.size(), position);
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written < 0)
+            return false;
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+        position += written;
+    }
+    return true;
+}
+
+void Lock(int file, int operation)
+{
+    while (flock(file, operation) != 0 && errno == EINTR) {
+    }
+}
+
+/// Writes the value into the slot that does not count. False when that cannot be: no value's file yet, or a slot too small;
+/// @p value then has the name that the file holds.
+bool WriteInPlace(int folder, const std::string& fileName, StoredValue& value, int& error)
+{
+    const Descriptor file(openat(folder, fileName.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600));
+    if (!file) {
+        error = errno;
+        return error != ELOOP && error != ENXIO;
+    }
+    // Of two writers that chose the same slot one would overwrite what counts. Closing unlocks.
+    Lock(file.Get(), LOCK_EX);
+    std::array<BYTE, kFirstRead> page;
+    std::vector<BYTE> whole;
+    const auto bytes = ReadBytes(file.Get(), page, whole);
+    if (!bytes)
         return false;
 
-    const std::size_t have = bytes.size();
-    bytes.resize(size);
-    return ReadFully(file, std::span(bytes).subspan(have)) == static_cast<ssize_t>(size - have);
+    const SlotState state = StateOf(*bytes);
+    if (StoredValue old; !state.slot.empty() && (old = ValueOf(state.slot), ValueFileName(old.name) == fileName))
+        value.name = std::move(old.name);
+    const std::string slot = SlotBytes(value, state.sequence + 1);
+    bool written = false;
+    if (bytes->empty() && slot.size() <= kSmallSlot)
+        written = WriteFullyAt(file.Get(), ValueFileBytes(value), 0);
+    else if (slot.size() <= state.slotSize)
+        written = WriteFullyAt(file.Get(), slot, static_cast<off_t>(sizeof(Preamble) + (state.isSecond ? 0 : state.slotSize)));
+    else
+        return false;
+    error = written ? 0 : errno;
+    return true;
 }
 
 }  // namespace
 
-std::string ValueFileBytes(std::u16string_view name, DWORD type, std::span<const BYTE> data)
+std::string ValueFileBytes(const StoredValue& value)
 {
-    const Header header = {kMagic, type, static_cast<DWORD>(name.size()), static_cast<DWORD>(data.size())};
-    std::string bytes(sizeof header + name.size() * sizeof(char16_t) + data.size(), '\0');
-    char* end = bytes.data();
-    const auto append = [&end](const void* part, std::size_t size) {
-        if (size != 0)
-            std::memcpy(end, part, size);
-        end += size;
-    };
-    append(&header, sizeof header);
-    append(name.data(), name.size() * sizeof(char16_t));
-    append(data.data(), data.size());
-    return bytes;
+    const std::string slot = SlotBytes(value, 1);
+    const Preamble preamble = {kMagic, slot.size() <= kSmallSlot ? kSmallSlot : static_cast<DWORD>(std::bit_ceil(slot.size()))};
+    std::string bytes(sizeof preamble, '\0');
+    std::memcpy(bytes.data(), &preamble, sizeof preamble);
+    return bytes + slot;
 }
 
 std::optional<StoredValue> ParseValueFile(std::span<const BYTE> bytes)
 {
-    Header header;
-    if (const std::size_t size = ExpectedSize(bytes, header); size == 0 || size != bytes.size())
+    const SlotState state = StateOf(bytes);
+    if (state.slot.empty())
         return std::nullopt;
-
-    StoredValue value;
-    value.type = header.type;
-    value.name.resize(header.nameUnits);
-    bytes = bytes.subspan(sizeof header);
-    const std::size_t nameBytes = header.nameUnits * sizeof(char16_t);
-    std::memcpy(value.name.data(), bytes.data(), nameBytes);
-    bytes = bytes.subspan(nameBytes);
-    value.data.assign(bytes.begin(), bytes.end());
-    return value;
+    return ValueOf(state.slot);
 }
 
 int ReadValueFile(int folder, const std::string& fileName, StoredValue& value)
@@ -125,23 +248,32 @@ int ReadValueFile(int folder, const std::string& fileName, StoredValue& value)
     if (!file)
         return errno == ELOOP || errno == ENXIO || errno == ENAMETOOLONG ? ENOENT : errno;
 
-    std::array<BYTE, kFirstRead> start;
-    const ssize_t count = ReadFully(file.Get(), start);
-    if (count < 0)
-        return errno == EISDIR || errno == EAGAIN ? ENOENT : errno;
-
-    std::optional<StoredValue> found;
-    if (const auto size = static_cast<std::size_t>(count); size < kFirstRead) {
-        found = ParseValueFile(std::span(start).first(size));
-    } else {
-        std::vector<BYTE> bytes(start.begin(), start.end());
-        if (ReadRest(file.Get(), bytes))
-            found = ParseValueFile(bytes);
+    std::array<BYTE, kFirstRead> page;
+    std::vector<BYTE> whole;
+    for (const bool isLocked : {false, true}) {
+        // Both slots may be caught in the middle of writes; then no writer is let in for a second look.
+        if (isLocked)
+            Lock(file.Get(), LOCK_SH);
+        const auto bytes = ReadBytes(file.Get(), page, whole);
+        if (!bytes)
+            return errno == EISDIR || errno == ESPIPE ? ENOENT : errno;
+        auto found = ParseValueFile(*bytes);
+        if (found && ValueFileName(found->name) == fileName) {
+            value = std::move(*found);
+            return 0;
+        }
     }
-    if (!found || ValueFileName(found->name) != fileName)
-        return ENOENT;
-    value = std::move(*found);
-    return 0;
+    return ENOENT;
+}
+
+int WriteValueFile(int folder, const std::string& fileName, StoredValue value)
+{
+    if (value.data.size() > kLargestValue - value.name.size() * sizeof(char16_t))
+        return ENOMEM;
+    int error = 0;
+    if (WriteInPlace(folder, fileName, value, error))
+        return error;
+    return ReplaceFile(folder, fileName, ValueFileBytes(value));
 }
 
 int ReplaceFile(int folder, const std::string& fileName, std::string_view bytes)

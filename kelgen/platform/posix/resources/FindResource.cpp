@@ -4,12 +4,10 @@
 
 #include <kelgen/platform/posix/base/ErrorCodes.h>
 #include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/kernel/ModuleTable.h>
 #include <kelgen/platform/posix/registry/AnsiText.h>
 #include <kelgen/platform/posix/resources/ResourceModules.h>
 #include <kelgen/platform/posix/resources/ResourceTable.h>
-
-#include <dlfcn.h>
-#include <sys/auxv.h>
 
 #include <algorithm>
 #include <optional>
@@ -24,20 +22,9 @@ const ResourceKey kStringType = {{}, 6};
 
 using Tables = std::vector<std::shared_ptr<const ResourceTable>>;
 
-/// The first byte of the program in memory.
-const void* ProgramBase()
-{
-    static const void* const base = [] {
-        Dl_info info = {};
-        dladdr(reinterpret_cast<const void*>(getauxval(AT_PHDR)), &info);
-        return info.dli_fbase;
-    }();
-    return base;
-}
-
 Tables TablesOf(HMODULE module)
 {
-    return ResourcesOf(module ? module : ProgramBase());
+    return ResourcesOf(module ? module : ProgramModule());
 }
 
 /// The number in a text after its "#": leading digits with a sign. Nothing when it is none of a resource's.
