@@ -9,6 +9,9 @@ function(kelgen_add_library name output symbol)
   add_library(kelgen::${name} ALIAS ${target})
   if(WIN32)
     set_target_properties(${target} PROPERTIES PREFIX "")
+  else()
+    # The libraries find each other in an installed tree wherever it lies.
+    set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
   endif()
   set_target_properties(${target} PROPERTIES
     OUTPUT_NAME ${output} EXPORT_NAME ${name}

@@ -64,6 +64,7 @@
 #include <kelgen/property/Reference.h>
 
 #include <kelgen/persistence/CRC.h>
+#include <kelgen/persistence/IniFile.h>
 #include <kelgen/persistence/MemoryStorage.h>
 #include <kelgen/persistence/Registry.h>
 #include <kelgen/persistence/RegistryPropertyExchange.h>
