@@ -13,10 +13,10 @@ LPCSTR Number(int number)
     return MAKEINTRESOURCEA(number);
 }
 
-std::string DataOf(HRSRC resource)
+std::string DataOf(HRSRC resource, HMODULE module = nullptr)
 {
-    const auto* data = static_cast<const char*>(LockResource(LoadResource(nullptr, resource)));
-    return {data, SizeofResource(nullptr, resource)};
+    const auto* data = static_cast<const char*>(LockResource(LoadResource(module, resource)));
+    return {data, SizeofResource(module, resource)};
 }
 
 }  // namespace
@@ -162,4 +162,21 @@ TEST(Resource, EnumerationsAreOrderedTextsBeforeNumbers)
     EXPECT_EQ(static_cast<DWORD>(ERROR_RESOURCE_TYPE_NOT_FOUND), GetLastError());
     EXPECT_FALSE(EnumResourceLanguagesA(nullptr, "MYTYPE", "NOPE", SeeLanguage, 0));
     EXPECT_EQ(static_cast<DWORD>(ERROR_RESOURCE_NAME_NOT_FOUND), GetLastError());
+}
+
+TEST(Resource, OfALoadedLibraryLivesAsLongAsThat)
+{
+    const HMODULE module = LoadLibraryA(RESOURCE_MODULE);
+    ASSERT_NE(nullptr, module) << GetLastError();
+    char text[20] = "";
+    EXPECT_EQ(13, LoadStringA(module, 5, text, sizeof text));
+    EXPECT_STREQ("of the module", text);
+    EXPECT_EQ("more", DataOf(FindResourceA(module, Number(2), kRcData), module));
+    EXPECT_EQ(nullptr, FindResourceA(module, "BLOB1", "MYTYPE")) << "the program's are not the library's";
+    EXPECT_EQ(static_cast<DWORD>(ERROR_RESOURCE_TYPE_NOT_FOUND), GetLastError());
+    EXPECT_EQ(4, LoadStringA(nullptr, 5, text, sizeof text));
+
+    EXPECT_TRUE(FreeLibrary(module));
+    EXPECT_EQ(0, LoadStringA(module, 5, text, sizeof text));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_RESOURCE_DATA_NOT_FOUND), GetLastError());
 }
