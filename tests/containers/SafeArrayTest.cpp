@@ -1,6 +1,7 @@
 // SafeArrayTest.cpp: arrays to and from automation's arrays and variants.
 #include <kelgen/containers/BaseIntArray.h>
 #include <kelgen/containers/DWArray.h>
+#include <kelgen/framework/OleVariant.h>
 
 #include "Elements.h"
 
@@ -53,6 +54,17 @@ TEST(SafeArray, NumbersGoThereAndBack)
     EXPECT_TRUE(copy.Copy(&variant));
     EXPECT_EQ(0, copy.GetSize());
     EXPECT_FALSE(source.CreateSafeArray(static_cast<VARIANT*>(nullptr)));
+}
+
+TEST(SafeArray, VariantsByValueHoldNumbers)
+{
+    CBaseArray<double, double> source(2, 1.5, -2.0);
+    const COleVariant variant = CBaseArray<double, double>::GetOleVariantArray(VT_R8, source);
+    ASSERT_EQ(VT_ARRAY | VT_R8, variant.vt);
+    CBaseArray<double, double> copy;
+    EXPECT_TRUE(copy.CopySafeArray(variant.parray));
+    EXPECT_EQ(ElementsOf(source), ElementsOf(copy));
+    EXPECT_EQ(VT_EMPTY, (CBaseArray<double, double>::GetOleVariantArray(VT_I2, source).vt)) << "of another size";
 }
 
 TEST(SafeArray, EveryBoundIsRead)
