@@ -8,14 +8,13 @@ using namespace bench;
 
 namespace {
 
-int ByUnits(const unsigned short* left, const unsigned short* right)
-{
+constexpr auto kByUnits = [](const unsigned short* left, const unsigned short* right) {
     while (*left == *right && *left != 0) {
         ++left;
         ++right;
     }
     return *left - *right;
-}
+};
 
 /// The library's list, dressed as a container of the standard library for what is not timed.
 struct KelgenList : CWStrArray
@@ -81,7 +80,7 @@ struct Kelgen
         l.GetFormatString(s, separator);
         return s;
     }
-    static void sort(List& l) { l.Sort(ByUnits); }
+    static void sort(List& l) { l.Sort(kByUnits); }
     static bool containsNoCase(const List& l, const S& s) { return l.FindFirstNoCase(s) >= 0; }
 };
 

@@ -1,7 +1,7 @@
 // StdSort.cpp: bubble sort, and the quicksort that reports its exchanges.
 #include <kelgen/containers/StdSort.h>
 
-#include <kelgen/containers/BaseIntArray.h>
+#include <kelgen/containers/PivotSort.h>
 
 #include <utility>
 
@@ -22,69 +22,16 @@ void CStdSort::BubbleSort(int* values, int count)
     }
 }
 
-namespace {
-
-struct Sorting
-{
-    DWORD* elements;
-    int (*compare)(DWORD, DWORD);
-    void (*onSwap)(void*, int, int);
-    void* context;
-
-    bool InOrder(int first, int second) const { return compare(elements[first], elements[second]) <= 0; }
-    void Exchange(int cursor, int pivot) const
-    {
-        std::swap(elements[cursor], elements[pivot]);
-        if (onSwap != nullptr)
-            onSwap(context, cursor, pivot);
-    }
-};
-
-// Two cursors close in on the pivot, which each exchange carries over to the cursor's place. Returns where the pivot ends.
-int Partition(const Sorting& sorting, int low, int high)
-{
-    int pivot = low;
-    int left = low;
-    int right = high;
-    for (;;) {
-        while (right != pivot && sorting.InOrder(pivot, right))
-            --right;
-        if (right == pivot)
-            return pivot;
-        sorting.Exchange(right, pivot);
-        pivot = right;
-
-        while (left != pivot && sorting.InOrder(left, pivot))
-            ++left;
-        if (left == pivot)
-            return pivot;
-        sorting.Exchange(left, pivot);
-        pivot = left;
-    }
-}
-
-}  // namespace
-
 void CStdSort::QuickSort(CBaseArray<DWORD, DWORD>& array, int (*compare)(DWORD, DWORD),
     void (*onSwap)(void* context, int i, int j), void* context)
 {
-    if (array.GetSize() < 2)
-        return;
-
-    const Sorting sorting{array.GetData(), compare, onSwap, context};
-    CBaseIntArray lows(0);
-    CBaseIntArray highs(array.GetSize() - 1);
-    while (!lows.IsEmpty()) {
-        const int low = lows.Pop();
-        const int high = highs.Pop();
-        const int pivot = Partition(sorting, low, high);
-        if (low < pivot - 1) {
-            lows.Push(low);
-            highs.Push(pivot - 1);
-        }
-        if (pivot + 1 < high) {
-            lows.Push(pivot + 1);
-            highs.Push(high);
-        }
-    }
+    DWORD* const elements = array.GetData();
+    const auto notAfter = [elements, compare](int i, int j) { return compare(elements[i], elements[j]) <= 0; };
+    const auto exchange = [elements, onSwap, context](int pivot, int cursor) {
+        std::swap(elements[cursor], elements[pivot]);
+        if (onSwap != nullptr)
+            onSwap(context, cursor, pivot);
+    };
+    const auto fetch = [](int) {};
+    kelgen::detail::PivotSort(array.GetSize(), notAfter, exchange, fetch);
 }

@@ -91,5 +91,9 @@ void CStrArray::Sort(int (*compare)(const char*, const char*))
     // Every access is checked: the comparison is a host's and may reach this array.
     const auto notAfter = [this, compare](int i, int j) { return compare(GetAt(i), GetAt(j)) <= 0; };
     const auto exchange = [this](int i, int j) { Swap(i, j); };
-    kelgen::detail::PivotSort(GetSize(), notAfter, exchange);
+    const auto fetch = [this](int i) {
+        if (static_cast<unsigned>(i) < static_cast<unsigned>(GetSize()))
+            __builtin_prefetch(GetData()[i].GetString());
+    };
+    kelgen::detail::PivotSort(GetSize(), notAfter, exchange, fetch);
 }

@@ -1,11 +1,49 @@
 // WStrArray.cpp: adding, searching, joining and sorting.
 #include <kelgen/text/WStrArray.h>
 
-#include <kelgen/containers/PivotSort.h>
+#include <kelgen/text/ScanUnits.h>
 #include <kelgen/text/WStrBlocks.h>  // CopyUnits, AddLengths
 #include <kelgen/text/WStrTokenizer.h>
 
-#include <utility>
+namespace {
+
+/// Walks a text as CWStrTokenizer does, but knows both lengths and makes no string: half the time. The text holds no 0 unit.
+class TokenScan
+{
+public:
+    TokenScan(const CWStr& text, const CWStr& separator)
+        : m_text(text), m_separator(separator), m_length(text.GetLength()), m_separatorLength(separator.GetLength())
+    {
+    }
+
+    bool Next()
+    {
+        if (m_next > m_length)
+            return false;
+        const int found = m_separatorLength == 0
+            ? 0 : kelgen::detail::FindUnits(m_text + m_next, m_length - m_next, m_separator, m_separatorLength);
+        if (found < 0 && m_next == m_length)
+            return false;
+        m_first = m_text + m_next;
+        m_count = found < 0 ? m_length - m_next : found;
+        m_next = found < 0 ? m_length : m_next + found + 1;
+        return true;
+    }
+
+    [[nodiscard]] CWStr GetToken() const { return CWStr(m_first, m_count); }
+    [[nodiscard]] bool IsEmpty() const { return m_count == 0; }
+
+private:
+    const unsigned short* const m_text;
+    const unsigned short* const m_separator;
+    const int m_length;
+    const int m_separatorLength;
+    int m_next = 0;
+    const unsigned short* m_first = nullptr;
+    int m_count = 0;
+};
+
+}  // namespace
 
 CWStrArray::CWStrArray() = default;
 
@@ -16,10 +54,10 @@ CWStrArray& CWStrArray::operator=(const CWStrArray& other) = default;
 CWStrArray::~CWStrArray() = default;
 
 /// Appends @p text by taking its block over.
-void CWStrArray::AddOwn(CWStr&& text)
+inline void CWStrArray::AddOwn(CWStr&& text)
 {
     if (m_nUsedCount >= m_nSize)
-        SetSize(m_nUsedCount + 1);
+        CArray<CWStr, const CWStr&>::Add(CWStr());
     m_pData[m_nUsedCount] = std::move(text);
     ++m_nUsedCount;
 }
@@ -42,9 +80,18 @@ void CWStrArray::AddUnique(const unsigned short* text)
 
 void CWStrArray::AddTokens(const unsigned short* text, const unsigned short* separator, bool bAddEmpty)
 {
-    // The separator may lie in an entry, whose block the additions would give back.
+    // Text and separator may lie in an entry, whose block the additions would give back.
+    const CWStr ownText(text);
     const CWStr ownSeparator(separator, CWStr::SafeStrlen(separator));
-    CWStrTokenizer tokenizer{CWStr(text)};
+    if (ownText.Find(static_cast<unsigned short>(0)) >= ownText.GetLength()) {
+        TokenScan scan(ownText, ownSeparator);
+        while (scan.Next()) {
+            if (bAddEmpty || !scan.IsEmpty())
+                AddOwn(scan.GetToken());
+        }
+        return;
+    }
+    CWStrTokenizer tokenizer(ownText);
     CWStr token;
     while (tokenizer.GetNextToken(token, ownSeparator, false)) {
         if (bAddEmpty || !token.IsEmpty())
@@ -109,14 +156,5 @@ void CWStrArray::TrimRight()
 
 void CWStrArray::Sort(int (*pfnCompare)(const unsigned short*, const unsigned short*))
 {
-    // Every access is checked: the comparison is a host's and may reach this array.
-    const auto notAfter = [this, pfnCompare](int i, int j) { return pfnCompare(GetAt(i), GetAt(j)) <= 0; };
-    const auto exchange = [this](int i, int j) {
-        CWStr& first = GetAt(i);
-        CWStr& second = GetAt(j);
-        CWStr held(std::move(first));
-        first = std::move(second);
-        second = std::move(held);
-    };
-    kelgen::detail::PivotSort(m_nUsedCount, notAfter, exchange);
+    Sort([pfnCompare](const unsigned short* left, const unsigned short* right) { return pfnCompare(left, right); });
 }

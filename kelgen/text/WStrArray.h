@@ -3,8 +3,12 @@
 
 #include <kelgen/Export.h>
 #include <kelgen/containers/FastArray.h>
+#include <kelgen/containers/PivotSort.h>
 #include <kelgen/framework/String.h>
 #include <kelgen/text/WStr.h>
+
+#include <type_traits>
+#include <utility>
 
 /// A list of strings that keeps its string objects, and their blocks, for reuse.
 ///
@@ -56,6 +60,10 @@ public:
     /// the part ahead of it.
     /// Cost: n log n comparisons on random input, quadratic on sorted input; no recursion; an exchange copies no text.
     void Sort(int (*pfnCompare)(const unsigned short*, const unsigned short*));
+    /// The same by a function object, which the compiler can build into the sort.
+    template <class COMPARE>
+        requires std::is_invocable_r_v<int, COMPARE&, const unsigned short*, const unsigned short*>
+    void Sort(COMPARE compare);
 
     /// Writes the entries to the application's profile as the values "entry.0", "entry.1" and so on, in the OEM code page.
     /// Without an application object nothing is written; a failed write is passed over.
@@ -67,3 +75,24 @@ public:
 private:
     void AddOwn(CWStr&& text);
 };
+
+template <class COMPARE>
+    requires std::is_invocable_r_v<int, COMPARE&, const unsigned short*, const unsigned short*>
+void CWStrArray::Sort(COMPARE compare)
+{
+    // Every access is checked: the comparison is a host's and may reach this array.
+    const auto notAfter = [this, &compare](int i, int j) { return compare(GetAt(i), GetAt(j)) <= 0; };
+    const auto exchange = [this](int i, int j) {
+        CWStr& first = GetAt(i);
+        CWStr& second = GetAt(j);
+        if (first.GetData()->nRefCount > 0 && second.GetData()->nRefCount > 0)
+            kelgen::detail::ExchangeBytes(first, second);
+        else
+            std::swap(first, second);  // a locked text keeps its buffer
+    };
+    const auto fetch = [this](int i) {
+        if (static_cast<unsigned>(i) < static_cast<unsigned>(m_nSize))
+            __builtin_prefetch(static_cast<const unsigned short*>(m_pData[i]));
+    };
+    kelgen::detail::PivotSort(m_nUsedCount, notAfter, exchange, fetch);
+}

@@ -5,8 +5,6 @@
 #include <kelgen/framework/WinApp.h>
 #include <kelgen/text/International.h>
 
-#include <utility>
-
 namespace {
 
 CString ValueName(const CString& entry, int index)
@@ -41,6 +39,6 @@ int CWStrArray::AddFromRegistry(CString section, CString entry)
             return count;
         CWStr added;
         added.SetOEM(text);
-        AddOwn(std::move(added));
+        Add(added);
     }
 }

@@ -160,6 +160,31 @@ TEST(WStrArray, AddsTokensAndUniqueTexts)
     EXPECT_EQ(-1, unique.FindFirstNoCase(u"ab"_w));
 }
 
+TEST(WStrArray, AddsWhatTheTokenizerHandsOut)
+{
+    Random random;
+    const auto randomText = [&random](int length) {
+        std::u16string text;
+        for (; length > 0; --length)
+            text += static_cast<char16_t>(random.Between('a', 'c'));
+        return text;
+    };
+    for (int round = 0; round < 500; ++round) {
+        const std::u16string text = randomText(random.Between(0, 60));
+        const std::u16string separator = randomText(random.Between(0, 3));
+        const bool addEmpty = random.Between(0, 1) != 0;
+        Texts expected;
+        CWStrTokenizer tokenizer{CWStr(Units(text))};
+        for (CWStr token; tokenizer.GetNextToken(token, Units(separator), false) != 0;) {
+            if (addEmpty || !token.IsEmpty())
+                expected.push_back(Units(token));
+        }
+        CWStrArray array;
+        array.AddTokens(Units(text), Units(separator), addEmpty);
+        ASSERT_EQ(expected, TextsOf(array));
+    }
+}
+
 TEST(WStrArray, OnlyUsedEntriesCount)
 {
     CWStrArray array = ArrayOf({u" a ", u" b ", u" c "});
