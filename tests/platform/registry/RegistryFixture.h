@@ -59,7 +59,8 @@ inline std::vector<std::string> SubkeysOf(HKEY key)
 {
     std::vector<std::string> names;
     char name[300];
-    for (DWORD size = sizeof name; RegEnumKeyExA(key, static_cast<DWORD>(names.size()), name, &size, nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
+    for (DWORD size = sizeof name;
+         RegEnumKeyExA(key, static_cast<DWORD>(names.size()), name, &size, nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
          size = sizeof name)
         names.emplace_back(name, size);
     return names;
@@ -69,10 +70,11 @@ inline std::vector<std::string> ValuesOf(HKEY key)
 {
     std::vector<std::string> names;
     std::string name(20000, '\0');
-    for (DWORD size = 20000; RegEnumValueA(key, static_cast<DWORD>(names.size()), name.data(), &size, nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
+    for (DWORD size = 20000; RegEnumValueA(key, static_cast<DWORD>(names.size()), name.data(), &size, nullptr, nullptr, nullptr,
+                                           nullptr) == ERROR_SUCCESS;
          size = 20000)
         names.push_back(name.substr(0, size));
     return names;
 }
 
-}  // namespace kelgen::test
+} // namespace kelgen::test

@@ -52,7 +52,8 @@ void Change(std::string& bytes, const std::vector<std::string>& seeds, Random& r
         break;
     case 1: {
         const unsigned limit = kLimits[random.Between(0, 8)];
-        bytes.replace(place, std::min<std::size_t>(4, length), reinterpret_cast<const char*>(&limit), std::min<std::size_t>(4, length));
+        bytes.replace(place, std::min<std::size_t>(4, length), reinterpret_cast<const char*>(&limit),
+                      std::min<std::size_t>(4, length));
         break;
     }
     case 2:
@@ -68,9 +69,10 @@ void Change(std::string& bytes, const std::vector<std::string>& seeds, Random& r
     }
 }
 
-}  // namespace
+} // namespace
 
-class Fuzz : public testing::TestWithParam<FuzzTarget> {};
+class Fuzz : public testing::TestWithParam<FuzzTarget>
+{};
 
 TEST_P(Fuzz, SeedsAndTheirChangesAreHarmless)
 {

@@ -21,7 +21,8 @@ constexpr int kRounds = 25;
 void KillAtRandom(const std::function<void(std::atomic<int>&)>& body, const std::function<void()>& check)
 {
     Random random;
-    auto* const writes = static_cast<std::atomic<int>*>(mmap(nullptr, sizeof(std::atomic<int>), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+    auto* const writes = static_cast<std::atomic<int>*>(
+        mmap(nullptr, sizeof(std::atomic<int>), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
     for (int round = 0; round < kRounds && !testing::Test::HasFailure(); ++round) {
         *writes = 0;
         ChildProcess writer([&] { body(*writes); });
@@ -54,7 +55,7 @@ std::string ReadProfileText(const char* section, const char* key, const std::str
     return text;
 }
 
-}  // namespace
+} // namespace
 
 TEST(KilledWriter, LeavesTheOldOrTheNewRegistryValue)
 {

@@ -35,7 +35,7 @@ std::u16string RandomName(Random& random)
     return name;
 }
 
-}  // namespace
+} // namespace
 
 TEST(StoredName, IsAFileNameThatStandsForTheNameWithoutCase)
 {
@@ -63,18 +63,21 @@ struct StoredNameRow
     std::string file;
 };
 
-class StoredNameForm : public testing::TestWithParam<StoredNameRow> {};
+class StoredNameForm : public testing::TestWithParam<StoredNameRow>
+{};
 
 TEST_P(StoredNameForm, IsStable)
 {
     EXPECT_EQ(GetParam().file, KeyFileName(GetParam().key));
 }
 
-INSTANTIATE_TEST_SUITE_P(, StoredNameForm, testing::Values(
-    StoredNameRow{"Letters", u"Software", "software"}, StoredNameRow{"Escapes", u"a/b=c%d", "a%2Fb%3Dc%25d"},
-    StoredNameRow{"LeadingDot", u".a.b", "%2Ea.b"}, StoredNameRow{"Umlaut", u"\u00C4", "\xC3\xA4"},
-    StoredNameRow{"Pair", u"\xD83D\xDE00", "\xF0\x9F\x98\x80"}, StoredNameRow{"HalfPair", u"\xD83D", "%uD83D"},
-    StoredNameRow{"TooLong", std::u16string(300, u'A'), "%~67A7CDC03D983A959288C1B8C58074BF"}), RowName);
+INSTANTIATE_TEST_SUITE_P(
+    , StoredNameForm,
+    testing::Values(StoredNameRow{"Letters", u"Software", "software"}, StoredNameRow{"Escapes", u"a/b=c%d", "a%2Fb%3Dc%25d"},
+                    StoredNameRow{"LeadingDot", u".a.b", "%2Ea.b"}, StoredNameRow{"Umlaut", u"\u00C4", "\xC3\xA4"},
+                    StoredNameRow{"Pair", u"\xD83D\xDE00", "\xF0\x9F\x98\x80"}, StoredNameRow{"HalfPair", u"\xD83D", "%uD83D"},
+                    StoredNameRow{"TooLong", std::u16string(300, u'A'), "%~67A7CDC03D983A959288C1B8C58074BF"}),
+    RowName);
 
 TEST(Store, ForeignAndDamagedFilesAreIgnored)
 {

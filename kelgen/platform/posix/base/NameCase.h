@@ -1,5 +1,5 @@
-// NameCase.h: the case rule for names of registry keys and values and of resources. It is fixed, not a locale's: names on disk are
-// found by every process alike.
+// NameCase.h: the case rule for names of registry keys and values and of resources. It is fixed, not a locale's: names on disk
+// are found by every process alike.
 #pragma once
 
 #include <string_view>
@@ -52,4 +52,4 @@ constexpr int CompareNames(std::u16string_view left, std::u16string_view right)
     return left.size() == right.size() ? 0 : left.size() < right.size() ? -1 : 1;
 }
 
-}  // namespace kelgen::posix
+} // namespace kelgen::posix

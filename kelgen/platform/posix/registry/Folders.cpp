@@ -30,7 +30,7 @@ bool IsFolder(int parent, const dirent& entry)
     return fstatat(parent, entry.d_name, &state, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(state.st_mode);
 }
 
-}  // namespace
+} // namespace
 
 Descriptor OpenFolder(int parent, const std::string& name)
 {
@@ -121,4 +121,4 @@ std::u16string ReadKeyName(int parent, const std::string& fileName)
     return KeyNameOfFile(fileName).value_or(std::u16string());
 }
 
-}  // namespace kelgen::posix
+} // namespace kelgen::posix

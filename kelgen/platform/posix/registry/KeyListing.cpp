@@ -44,9 +44,10 @@ void RemoveOldScratch(int folder, const std::string& name, bool isFolder)
         unlinkat(folder, name.c_str(), 0);
 }
 
-}  // namespace
+} // namespace
 
-Key::Key(Descriptor folder, std::string path, REGSAM rights) : m_folder(std::move(folder)), m_path(std::move(path)), m_rights(rights)
+Key::Key(Descriptor folder, std::string path, REGSAM rights)
+    : m_folder(std::move(folder)), m_path(std::move(path)), m_rights(rights)
 {
     constexpr REGSAM kGenericRead = 0x80000000;
     constexpr REGSAM kGenericWrite = 0x40000000;
@@ -126,4 +127,4 @@ LSTATUS Key::ReadListing()
     return ERROR_SUCCESS;
 }
 
-}  // namespace kelgen::posix
+} // namespace kelgen::posix

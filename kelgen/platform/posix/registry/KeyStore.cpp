@@ -24,17 +24,17 @@ struct Root
 {
     HKEY handle;
     const char* folder;
-    std::vector<const char16_t*> keys;  // exist from the start
+    std::vector<const char16_t*> keys; // exist from the start
 };
 
 const std::vector<Root>& Roots()
 {
-    static const auto& roots = *new std::vector<Root>{
-        {HKEY_CLASSES_ROOT, "hkey_local_machine/software/classes", {}},
-        {HKEY_CURRENT_USER, "hkey_current_user", {u"Software"}},
-        {HKEY_LOCAL_MACHINE, "hkey_local_machine", {kClasses, u"SYSTEM\\CurrentControlSet\\Services"}},
-        {HKEY_USERS, "hkey_users", {}},
-        {HKEY_CURRENT_CONFIG, "hkey_current_config", {}}};
+    static const auto& roots =
+        *new std::vector<Root>{{HKEY_CLASSES_ROOT, "hkey_local_machine/software/classes", {}},
+                               {HKEY_CURRENT_USER, "hkey_current_user", {u"Software"}},
+                               {HKEY_LOCAL_MACHINE, "hkey_local_machine", {kClasses, u"SYSTEM\\CurrentControlSet\\Services"}},
+                               {HKEY_USERS, "hkey_users", {}},
+                               {HKEY_CURRENT_CONFIG, "hkey_current_config", {}}};
     return roots;
 }
 
@@ -173,7 +173,8 @@ LSTATUS MakeSubkey(const Key& key, std::u16string_view subkey, Descriptor& resul
     return ERROR_SUCCESS;
 }
 
-/// Checks @p subkey (names between backslashes) and gives the path of its folder, relative to its key's; empty for the key itself.
+/// Checks @p subkey (names between backslashes) and gives the path of its folder, relative to its key's; empty for the key
+/// itself.
 LSTATUS FolderOfSubkey(std::u16string_view subkey, std::string& folder)
 {
     folder.clear();
@@ -200,7 +201,7 @@ std::pair<Descriptor, std::string> OpenParent(const std::string& path)
     return {OpenFolder(AT_FDCWD, path.substr(0, slash)), path.substr(slash + 1)};
 }
 
-}  // namespace
+} // namespace
 
 bool IsPredefinedKey(HKEY handle)
 {
@@ -271,4 +272,4 @@ LSTATUS EmptyKey(const Key& key)
     return ERROR_SUCCESS;
 }
 
-}  // namespace kelgen::posix
+} // namespace kelgen::posix

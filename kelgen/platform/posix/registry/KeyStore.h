@@ -71,7 +71,11 @@ std::shared_ptr<Key> FindKey(HKEY handle);
 /// Opens the key @p subkey below @p key; with @p made also makes it when it is missing, and tells whether it did.
 LSTATUS OpenSubkey(const Key& key, std::u16string_view subkey, REGSAM rights, std::shared_ptr<Key>& result, bool* made = nullptr);
 
-enum class Removal { LeafOnly, WholeTree };
+enum class Removal
+{
+    LeafOnly,
+    WholeTree
+};
 
 /// Removes the key @p subkey below @p key, or @p key itself when empty.
 LSTATUS RemoveKey(const Key& key, std::u16string_view subkey, Removal removal);
@@ -79,4 +83,4 @@ LSTATUS RemoveKey(const Key& key, std::u16string_view subkey, Removal removal);
 /// Removes everything in @p key but keeps that.
 LSTATUS EmptyKey(const Key& key);
 
-}  // namespace kelgen::posix
+} // namespace kelgen::posix

@@ -123,7 +123,7 @@ std::string ProfilePath(LPCWSTR file)
     return kelgen::posix::ProfilePath(file ? NarrowName(file).c_str() : nullptr);
 }
 
-}  // namespace
+} // namespace
 
 DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR buffer, DWORD size, LPCSTR file)
 {

@@ -13,7 +13,8 @@
 /// is none (null: ""). At most @p size - 1 units are copied, and a terminator. With a null @p key all keys of the section, with
 /// a null @p section all sections are copied, each with a terminator, and one more ends the list; a list that is cut returns
 /// @p size - 2. A missing section or key leaves the last error 0. By contract: a list that fits exactly counts as cut.
-KELGEN_PLATFORM_API DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR buffer, DWORD size, LPCSTR file);
+KELGEN_PLATFORM_API DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR buffer, DWORD size,
+                                                   LPCSTR file);
 KELGEN_PLATFORM_API DWORD GetPrivateProfileStringW(LPCWSTR section, LPCWSTR key, LPCWSTR fallback, LPWSTR buffer, DWORD size,
                                                    LPCWSTR file);
 

@@ -9,8 +9,8 @@
 
 namespace kelgen::posix {
 
-/// The Linux path of the file that a profile call names: a name without a folder lies in the Windows folder, null is its "win.ini".
-/// Empty, with the last error set, when it cannot be.
+/// The Linux path of the file that a profile call names: a name without a folder lies in the Windows folder, null is its
+/// "win.ini". Empty, with the last error set, when it cannot be.
 std::string ProfilePath(LPCSTR file);
 
 /// The file's text; an empty one, with the last error set, when it cannot be read. Sets the last error to 0 when it can.
@@ -20,4 +20,4 @@ ProfileText ReadProfile(const std::string& path);
 /// process is killed, and no other process's or thread's change is lost. FALSE and the last error when it cannot be written.
 BOOL ChangeProfile(const std::string& path, const std::function<bool(ProfileText&)>& change);
 
-}  // namespace kelgen::posix
+} // namespace kelgen::posix

@@ -41,14 +41,20 @@ public:
     bool ReplaceSection(std::u16string_view section, std::span<const std::u16string> entries);
 
 private:
-    enum class Encoding { Ansi, Utf8, Utf16LittleEndian, Utf16BigEndian };
+    enum class Encoding
+    {
+        Ansi,
+        Utf8,
+        Utf16LittleEndian,
+        Utf16BigEndian
+    };
 
     struct Line
     {
-        std::string raw;  // with its end
+        std::string raw; // with its end
         bool isSection = false;
-        std::u16string name;                  // the section's or the key's; what stands there when it has no value
-        std::optional<std::u16string> value;  // without blanks around it
+        std::u16string name;                 // the section's or the key's; what stands there when it has no value
+        std::optional<std::u16string> value; // without blanks around it
     };
 
     /// The lines of a section without its own, by their positions.
@@ -78,4 +84,4 @@ private:
 /// @p text without one pair of matching quotes around it.
 std::u16string_view WithoutQuotes(std::u16string_view text);
 
-}  // namespace kelgen::posix
+} // namespace kelgen::posix

@@ -62,8 +62,8 @@ void GiveEmptyClass(Char* className, LPDWORD size)
 }
 
 template <class Char>
-LSTATUS EnumerateKey(HKEY handle, DWORD index, Char* name, LPDWORD size, const DWORD* reserved, Char* className, LPDWORD classSize,
-                     FILETIME* lastWrite)
+LSTATUS EnumerateKey(HKEY handle, DWORD index, Char* name, LPDWORD size, const DWORD* reserved, Char* className,
+                     LPDWORD classSize, FILETIME* lastWrite)
 {
     if (!name || !size || reserved || (className && !classSize))
         return ERROR_INVALID_PARAMETER;
@@ -187,7 +187,7 @@ LSTATUS QueryInfo(HKEY handle, Char* className, LPDWORD classSize, LPDWORD subke
     return ERROR_SUCCESS;
 }
 
-}  // namespace
+} // namespace
 
 LSTATUS RegEnumKeyA(HKEY key, DWORD index, LPSTR name, DWORD size)
 {

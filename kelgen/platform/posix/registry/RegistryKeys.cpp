@@ -82,7 +82,7 @@ void FlushFile(int folder, const std::string& name)
         fsync(file.Get());
 }
 
-}  // namespace
+} // namespace
 
 LSTATUS RegOpenKeyA(HKEY key, LPCSTR subkey, PHKEY result)
 {

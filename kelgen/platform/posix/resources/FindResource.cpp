@@ -1,5 +1,5 @@
-// FindResource.cpp: FindResourceA, FindResourceExA, LoadResource, LockResource, SizeofResource, FreeResource, LoadStringA, and the
-// enumerations of resources.
+// FindResource.cpp: FindResourceA, FindResourceExA, LoadResource, LockResource, SizeofResource, FreeResource, LoadStringA, and
+// the enumerations of resources.
 #include <kelgen/platform/posix/resources/Resources.h>
 
 #include <kelgen/platform/posix/base/ErrorCodes.h>
@@ -84,7 +84,7 @@ const ResourceEntry* Find(const Tables& tables, const ResourceKey& type, const R
         const auto entries = table->OfName(type, name);
         if (const ResourceEntry* entry = ChooseLanguage(entries, language))
             return entry;
-        const DWORD reason = !entries.empty()              ? ERROR_RESOURCE_LANG_NOT_FOUND
+        const DWORD reason = !entries.empty()               ? ERROR_RESOURCE_LANG_NOT_FOUND
                              : !table->OfType(type).empty() ? ERROR_RESOURCE_NAME_NOT_FOUND
                                                             : ERROR_RESOURCE_TYPE_NOT_FOUND;
         error = std::max(error, reason);
@@ -141,7 +141,7 @@ void Collect(std::set<Member>& values, std::span<const ResourceEntry> entries, M
         values.insert(entry.*member);
 }
 
-}  // namespace
+} // namespace
 
 HRSRC FindResourceA(HMODULE module, LPCSTR name, LPCSTR type)
 {
@@ -227,9 +227,8 @@ BOOL EnumResourceTypesA(HMODULE module, ENUMRESTYPEPROCA callback, LONG_PTR para
         Collect(types, table->Entries(), &ResourceEntry::type);
     if (types.empty())
         return Fail(ERROR_RESOURCE_DATA_NOT_FOUND, FALSE);
-    return std::ranges::all_of(types, [&](const ResourceKey& type) {
-        return callback(module, CallbackName(type).Get(), parameter) != FALSE;
-    });
+    return std::ranges::all_of(
+        types, [&](const ResourceKey& type) { return callback(module, CallbackName(type).Get(), parameter) != FALSE; });
 }
 
 BOOL EnumResourceNamesA(HMODULE module, LPCSTR type, ENUMRESNAMEPROCA callback, LONG_PTR parameter)
@@ -243,9 +242,8 @@ BOOL EnumResourceNamesA(HMODULE module, LPCSTR type, ENUMRESNAMEPROCA callback, 
         Collect(names, table->OfType(*typeKey), &ResourceEntry::name);
     if (names.empty())
         return Fail(tables.empty() ? ERROR_RESOURCE_DATA_NOT_FOUND : ERROR_RESOURCE_TYPE_NOT_FOUND, FALSE);
-    return std::ranges::all_of(names, [&](const ResourceKey& name) {
-        return callback(module, type, CallbackName(name).Get(), parameter) != FALSE;
-    });
+    return std::ranges::all_of(
+        names, [&](const ResourceKey& name) { return callback(module, type, CallbackName(name).Get(), parameter) != FALSE; });
 }
 
 BOOL EnumResourceLanguagesA(HMODULE module, LPCSTR type, LPCSTR name, ENUMRESLANGPROCA callback, LONG_PTR parameter)
@@ -263,5 +261,6 @@ BOOL EnumResourceLanguagesA(HMODULE module, LPCSTR type, LPCSTR name, ENUMRESLAN
         Find(tables, *typeKey, *nameKey, 0, error);
         return Fail(error, FALSE);
     }
-    return std::ranges::all_of(languages, [&](WORD language) { return callback(module, type, name, language, parameter) != FALSE; });
+    return std::ranges::all_of(languages,
+                               [&](WORD language) { return callback(module, type, name, language, parameter) != FALSE; });
 }

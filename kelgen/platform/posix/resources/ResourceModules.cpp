@@ -29,11 +29,10 @@ Registrations& All()
     return registrations;
 }
 
-}  // namespace
+} // namespace
 
 RegisteredResources::RegisteredResources(const void* module, const void* begin, const void* end)
-    : m_table(std::make_shared<ResourceTable>(
-          std::span(static_cast<const BYTE*>(begin), static_cast<const BYTE*>(end)))),
+    : m_table(std::make_shared<ResourceTable>(std::span(static_cast<const BYTE*>(begin), static_cast<const BYTE*>(end)))),
       m_module(module)
 {
     const std::lock_guard lock(All().mutex);
@@ -69,4 +68,4 @@ const ResourceEntry* RegisteredEntry(const void* entry)
     return nullptr;
 }
 
-}  // namespace kelgen::posix
+} // namespace kelgen::posix

@@ -35,4 +35,4 @@ std::vector<std::shared_ptr<const ResourceTable>> ResourcesOf(const void* module
 /// @p entry when it is one of any registered resources, else null.
 const ResourceEntry* RegisteredEntry(const void* entry);
 
-}  // namespace kelgen::posix
+} // namespace kelgen::posix

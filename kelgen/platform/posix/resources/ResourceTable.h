@@ -16,7 +16,7 @@ namespace kelgen::posix {
 /// A resource's type or name: a text, or a number when the text is empty.
 struct ResourceKey
 {
-    std::u16string text;  // upper case
+    std::u16string text; // upper case
     WORD number = 0;
 
     bool operator==(const ResourceKey&) const = default;
@@ -37,8 +37,8 @@ struct ResourceEntry
 std::u16string ResourceText(std::u16string text);
 
 /// What a .res file holds, ordered by type, name and language.
-/// Source: the RESOURCEHEADER format: data size, header size, type, name, version, flags, language, version, characteristics, data;
-/// every header and all data start at a multiple of 4.
+/// Source: the RESOURCEHEADER format: data size, header size, type, name, version, flags, language, version, characteristics,
+/// data; every header and all data start at a multiple of 4.
 class KELGEN_PLATFORM_API ResourceTable
 {
 public:
@@ -56,8 +56,8 @@ private:
     std::vector<ResourceEntry> m_entries;
 };
 
-/// The text number @p index of a string block: sixteen texts, each a count and that many units. Empty when the block ends before it.
-/// The units lie in @p block, at an even offset.
+/// The text number @p index of a string block: sixteen texts, each a count and that many units. Empty when the block ends before
+/// it. The units lie in @p block, at an even offset.
 KELGEN_PLATFORM_API std::u16string_view StringInBlock(std::span<const BYTE> block, unsigned index);
 
-}  // namespace kelgen::posix
+} // namespace kelgen::posix

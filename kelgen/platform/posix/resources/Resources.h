@@ -61,19 +61,21 @@ KELGEN_PLATFORM_API DWORD SizeofResource(HMODULE module, HRSRC resource);
 KELGEN_PLATFORM_API BOOL FreeResource(HGLOBAL data);
 
 /// Copies the string number @p id to @p buffer in the ANSI code page, cut to @p size - 1 bytes (whole characters) and terminated,
-/// and returns the copied length. 0, "" and ERROR_RESOURCE_NAME_NOT_FOUND when there is no block for it; an id without text in its
-/// block reads as "". -1 for a size of 0 or less.
+/// and returns the copied length. 0, "" and ERROR_RESOURCE_NAME_NOT_FOUND when there is no block for it; an id without text in
+/// its block reads as "". -1 for a size of 0 or less.
 KELGEN_PLATFORM_API int LoadStringA(HINSTANCE module, UINT id, LPSTR buffer, int size);
 
-/// As LoadStringA in 16-bit units; a missing block leaves the buffer as it is. By contract: with @p size 0 the buffer is taken as a `const WCHAR**` that receives the address of the text in
-/// the module, which is not terminated, and the result is its whole length.
+/// As LoadStringA in 16-bit units; a missing block leaves the buffer as it is. By contract: with @p size 0 the buffer is taken as
+/// a `const WCHAR**` that receives the address of the text in the module, which is not terminated, and the result is its whole
+/// length.
 KELGEN_PLATFORM_API int LoadStringW(HINSTANCE module, UINT id, LPWSTR buffer, int size);
 
 /// Calls @p callback for every type, name or language, numbers as MAKEINTRESOURCEA; TRUE when every call returned TRUE, else
 /// FALSE. FALSE and the last error of FindResourceA when there is nothing to enumerate.
 KELGEN_PLATFORM_API BOOL EnumResourceTypesA(HMODULE module, ENUMRESTYPEPROCA callback, LONG_PTR parameter);
 KELGEN_PLATFORM_API BOOL EnumResourceNamesA(HMODULE module, LPCSTR type, ENUMRESNAMEPROCA callback, LONG_PTR parameter);
-KELGEN_PLATFORM_API BOOL EnumResourceLanguagesA(HMODULE module, LPCSTR type, LPCSTR name, ENUMRESLANGPROCA callback, LONG_PTR parameter);
+KELGEN_PLATFORM_API BOOL EnumResourceLanguagesA(HMODULE module, LPCSTR type, LPCSTR name, ENUMRESLANGPROCA callback,
+                                                LONG_PTR parameter);
 
 #define FindResource FindResourceA
 #define FindResourceEx FindResourceExA
