@@ -2,6 +2,7 @@
 #include "StringOperations.h"
 
 #include <kelgen/framework/String.h>
+#include <kelgen/text/StrArray.h>
 
 namespace bench {
 
@@ -26,6 +27,7 @@ namespace {
 struct StdNarrow
 {
     using S = std::string;
+    using List = std::vector<S>;
     using Unit = char;
     static S fromZ(const Unit* p) { return S(p); }
     static S fromN(const Unit* p, int n) { return S(p, static_cast<std::size_t>(n)); }
@@ -61,11 +63,46 @@ struct StdNarrow
         return from == S::npos ? S() : s.substr(from, s.find_last_not_of(" \t\r\n") - from + 1);
     }
     static S mid(const S& s, int pos, int n) { return s.substr(static_cast<std::size_t>(pos), static_cast<std::size_t>(n)); }
+    static List split(const S& s, Unit c)
+    {
+        List l;
+        std::size_t from = 0;
+        for (std::size_t at; (at = s.find(c, from)) != S::npos; from = at + 1)
+            l.emplace_back(s, from, at - from);
+        l.emplace_back(s, from);
+        return l;
+    }
+    static S join(const List& l, Unit c)
+    {
+        S r;
+        for (const S& s : l) {
+            if (&s != l.data())
+                r.push_back(c);
+            r.append(s);
+        }
+        return r;
+    }
+    static void sort(List& l) { std::sort(l.begin(), l.end()); }
+    static bool containsNoCase(const List& l, const S& s)
+    {
+        return std::any_of(l.begin(), l.end(), [&](const S& x) { return equalNoCase(x, s); });
+    }
+};
+
+/// The library's list, dressed as a container of the standard library for what is not timed.
+struct KelgenNarrowList : CStrArray
+{
+    void push_back(const CString& text) { Add(text); }
+    friend bool operator==(const KelgenNarrowList& left, const KelgenNarrowList& right)
+    {
+        return std::equal(left.GetData(), left.GetData() + left.GetSize(), right.GetData(), right.GetData() + right.GetSize());
+    }
 };
 
 struct KelgenNarrow
 {
     using S = CString;
+    using List = KelgenNarrowList;
     using Unit = char;
     static S fromZ(const Unit* p) { return S(p); }
     static S fromN(const Unit* p, int n) { return S(p, n); }
@@ -90,12 +127,29 @@ struct KelgenNarrow
         return r;
     }
     static S mid(const S& s, int pos, int n) { return s.Mid(pos, n); }
+    static List split(const S& s, Unit c)
+    {
+        const Unit separator[] = {c, 0};
+        List l;
+        l.AddTokens(s, separator, 1);
+        return l;
+    }
+    static S join(const List& l, Unit c)
+    {
+        const Unit separator[] = {c, 0};
+        S s;
+        l.GetFormatString(&s, separator);
+        return s;
+    }
+    static void sort(List& l) { l.Sort(CStrArray::Compare); }
+    static bool containsNoCase(const List& l, const S& s) { return l.FindFirstNoSortNoCase(s) >= 0; }
 };
 
 #define ROW(area, op, name, ...)                                                                                                 \
     BENCHMARK(op<StdNarrow>)->Name("Narrow" area "/" name "/string") __VA_ARGS__;                                                \
     BENCHMARK(op<KelgenNarrow>)->Name("Narrow" area "/" name "/kelgen") __VA_ARGS__;
 STRING_ROWS
+STRING_LIST_ROWS
 #undef ROW
 
 }  // namespace
