@@ -2,6 +2,7 @@
 #include <kelgen/containers/BaseArray.h>
 
 #include "Elements.h"
+#include "support/NullCall.h"
 #include "support/Rows.h"
 
 #include <algorithm>
@@ -246,8 +247,7 @@ TEST(BaseArray, SortAddKeepsDescendingOrderAndPutsEqualsInFront)
 
 TEST(BaseArray, NullCanBeAskedForNull)
 {
-    IntArray* const volatile null = nullptr;
     IntArray array;
-    EXPECT_TRUE(null->IsThisNull());
-    EXPECT_FALSE(array.IsThisNull());
+    EXPECT_TRUE(kelgen::test::IsNull<IntArray>(nullptr));
+    EXPECT_FALSE(kelgen::test::IsNull(&array));
 }

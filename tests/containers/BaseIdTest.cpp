@@ -34,6 +34,14 @@ struct Id : CBaseId
     }
 };
 
+/// The low byte of the identifier's number.
+int CountOf(const CBaseId& id)
+{
+    Id copy;
+    static_cast<CBaseId&>(copy) = id;
+    return copy.m_id[0];
+}
+
 template <class LEFT, class RIGHT>
 std::string Operators(const LEFT& a, const RIGHT& b)
 {
@@ -101,9 +109,9 @@ TEST(BaseIdentifiable, NumbersCountPerName)
     Identified b1("Test.Counting.B");
     EXPECT_FALSE(a1 == a2);
     EXPECT_FALSE(a1 == b1);
-    EXPECT_EQ(1, static_cast<const Id*>(a1.GetPtrId())->m_id[0]);
-    EXPECT_EQ(2, static_cast<const Id*>(a2.GetPtrId())->m_id[0]);
-    EXPECT_EQ(1, static_cast<const Id*>(b1.GetPtrId())->m_id[0]);
+    EXPECT_EQ(1, CountOf(*a1.GetPtrId()));
+    EXPECT_EQ(2, CountOf(*a2.GetPtrId()));
+    EXPECT_EQ(1, CountOf(*b1.GetPtrId()));
 
     const Identified copy(a1);
     EXPECT_TRUE(copy == a1);

@@ -184,8 +184,9 @@ UINT Look(LPVOID parameter)
     seen->thread = AfxGetThread();
     seen->state = AfxGetModuleState();
     seen->id = GetCurrentThreadId();
+    const bool endEarly = seen->endEarly;  // the waiter may end with what it lent us
     seen->done.SetEvent();
-    if (seen->endEarly)
+    if (endEarly)
         AfxEndThread(77);
     return 42;
 }

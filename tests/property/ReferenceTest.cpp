@@ -1,6 +1,8 @@
 // ReferenceTest.cpp: when a counted object deletes itself.
 #include <kelgen/property/Reference.h>
 
+#include "support/NullCall.h"
+
 namespace {
 
 class Counted : public gen::CReference
@@ -13,12 +15,6 @@ public:
 private:
     int& m_deleted;
 };
-
-// The sanitizer would look for the type of the object before the call; the compiler would refuse a null that it sees.
-[[gnu::noipa, gnu::no_sanitize_undefined]] bool IsNull(CReferenceInterface* object)
-{
-    return object->IsThisNull();
-}
 
 }  // namespace
 
@@ -60,6 +56,6 @@ TEST(Reference, ACopyStartsWithTheSourcesCount)
 TEST(Reference, TheInterfaceKnowsANullPointer)
 {
     CReferenceInterface object;
-    EXPECT_FALSE(IsNull(&object));
-    EXPECT_TRUE(IsNull(nullptr));
+    EXPECT_FALSE(kelgen::test::IsNull<CReferenceInterface>(&object));
+    EXPECT_TRUE(kelgen::test::IsNull<CReferenceInterface>(nullptr));
 }

@@ -80,9 +80,9 @@ TEST(MessageFormat, ShortBufferIsFilledAndReported)
 
 TEST(MessageFormat, TakesArraysAndKnowsTheSystemsTexts)
 {
-    const DWORD_PTR values[] = {5, reinterpret_cast<DWORD_PTR>("arr")};
+    DWORD_PTR values[] = {5, reinterpret_cast<DWORD_PTR>("arr")};
     // The array goes where a list's address would.
-    auto* const array = reinterpret_cast<va_list*>(const_cast<DWORD_PTR*>(values));
+    auto* const array = reinterpret_cast<va_list*>(values);
     char text[100];
     const DWORD fromString = FormatMessageA(FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ARGUMENT_ARRAY, "%1!d! %2", 0, 0, text, 100, array);
     EXPECT_EQ("5 arr", std::string(text, fromString));
