@@ -80,12 +80,14 @@ TEST(MessageFormat, ShortBufferIsFilledAndReported)
 
 TEST(MessageFormat, TakesArraysAndKnowsTheSystemsTexts)
 {
-    DWORD_PTR values[] = {5, reinterpret_cast<DWORD_PTR>("arr")};
+    DWORD_PTR values[] = {5, reinterpret_cast<DWORD_PTR>(AsWide(u"arr"_w))};
     // The array goes where a list's address would.
-    auto* const array = reinterpret_cast<va_list*>(values);
+    WCHAR wide[100];
+    const DWORD fromString = FormatMessageW(FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ARGUMENT_ARRAY, AsWide(u"%1!d! %2"_w), 0, 0, wide, 100,
+                                            reinterpret_cast<va_list*>(values));
+    EXPECT_EQ("5 arr", Narrowed(wide, fromString));
+
     char text[100];
-    const DWORD fromString = FormatMessageA(FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ARGUMENT_ARRAY, "%1!d! %2", 0, 0, text, 100, array);
-    EXPECT_EQ("5 arr", std::string(text, fromString));
     EXPECT_NE(0u, FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM, nullptr, ERROR_FILE_NOT_FOUND, 0, text, 100, nullptr));
     EXPECT_STREQ("File not found.\r\n", text);
     EXPECT_EQ(0u, FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM, nullptr, 99999, 0, text, 100, nullptr));
