@@ -185,7 +185,7 @@ template <class P>
 void FindUnit(State& st)
 {
     const auto s = text<StringOf<P>>(letters(4096));
-    typename P::Unit u = 0x20AC;
+    auto u = static_cast<typename P::Unit>(0x20AC);
     require(P::find(s, u) == -1, "FindUnit");
     for (auto _ : st) {
         DoNotOptimize(u);
@@ -206,7 +206,7 @@ template <class P>
 void ReverseFindUnit(State& st)
 {
     const auto s = text<StringOf<P>>(letters(4096));
-    typename P::Unit u = 0x20AC;
+    auto u = static_cast<typename P::Unit>(0x20AC);
     require(P::rfind(s, u) == -1, "ReverseFindUnit");
     for (auto _ : st) {
         DoNotOptimize(u);
