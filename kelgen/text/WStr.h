@@ -6,8 +6,11 @@
 #include <kelgen/platform/Win32.h>
 
 #include <atomic>
+#include <cstdarg>
 #include <cstdint>
 #include <cstring>
+
+class CArchive;
 
 /// The head of a string's block. nAllocLength + 1 units follow; unit nLength is 0.
 struct CWStrData
@@ -270,6 +273,34 @@ public:
     /// one; a last one stays. @p pMarks has room for as many flags as the text has units.
     int _EncodeV033(bool* pMarks);
 
+    // ---- Formatting. The text is replaced last: arguments and format may lie in this string ----
+
+    /// Replaces the text by @p format with @p args put in, by the rules of the runtime's wide printf: 's' and 'c' are wide, 'S' and
+    /// 'C' narrow, 'h' makes narrow, 'l' wide, "I64" is 64 bits; 'd', 'i', 'u', 'x', 'X', 'o' take 32 bits otherwise. The text ends at
+    /// the first 0 unit.
+    ///
+    /// By contract: room is reserved by GetBuffer before anything is written, for the sum of
+    /// - each literal unit, and the second '%' of "%%": the length of the rest of the format from there, so that the sum grows with the
+    ///   square of the literal text;
+    /// - '#': 2;
+    /// - 'c', 'C': 2; texts: their length, at least 1, or 6 for null; cut to a precision that is not 0, then raised to the width. An
+    ///   unmarked 'S' counts pairs of bytes as units;
+    /// - 'd', 'i', 'u', 'x', 'X', 'o', 'p': width and precision, at least 32; 'e', 'g', 'G': the same, at least 128;
+    /// - 'f': the value's length with 6 more digits than the precision, which counts as 0 when none is given;
+    /// - everything else: 0.
+    /// Text that is longer gets the room that it needs. A sum beyond 2 GB is replaced by the text's own length.
+    /// Throws: the memory exception, also for a text beyond 2 GB; the string is then as it was, or empty.
+    /// Cost: one pass over the format and its texts before the formatting.
+    void FormatV(const unsigned short* format, va_list args);
+    void Format(const unsigned short* format, ...);
+    /// The format is string resource @p id; one that is missing gives the empty text.
+    void Format(UINT id, ...);
+    /// Replaces the text by @p format with the arguments put in by the platform's FormatMessageW ("%1", "%2!d!").
+    /// Throws: the memory exception whenever the platform fails, which it does for an empty result and a bad format too.
+    void FormatMessageA(const unsigned short* format, ...);
+    /// The format is string resource @p id.
+    void FormatMessageA(UINT id, ...);
+
     // ---- From the platform ----
 
     /// Loads string resource @p id; true when it has text. Looks in the current resource module, the extension libraries, the
@@ -284,6 +315,11 @@ public:
     /// Becomes the short form of @p path, and returns what the platform's call does; 0: it failed and nothing changed. By
     /// contract: @p path is OEM text.
     DWORD _GetShortPathName(const char* path);
+
+    /// A new system string with exactly the units of the text, for the caller to free.
+    [[nodiscard]] BSTR AllocSysString() const;
+    /// Replaces the system string at @p p by the text and returns it. Throws: the memory exception; it stays then.
+    BSTR SetSysString(BSTR* p) const;
 
 private:
     static unsigned short* EmptyText() noexcept { return &kelgen::detail::emptyWStrBlock.unit; }
@@ -317,6 +353,8 @@ private:
     int InsertUnits(int nIndex, int n, const unsigned short* text);
     int LengthToZero() const;
     bool Holds(const unsigned short* text) const noexcept;
+    void FormatInto(int reserve, const unsigned short* format, va_list args);
+    void FormatMessageV(const unsigned short* format, va_list args);
     CWStr Part(int nFirst, int nCount) const;
 
     unsigned short* m_text;
@@ -331,6 +369,16 @@ KELGEN_API CWStr operator+(const CWStr& left, const unsigned short* right);
 KELGEN_API CWStr operator+(const unsigned short* left, const CWStr& right);
 KELGEN_API CWStr operator+(const CWStr& left, unsigned short right);
 KELGEN_API CWStr operator+(unsigned short left, const CWStr& right);
+
+/// Stores the byte 0xFF, the word 0xFFFE, the length and the units, low byte first. The length is one byte below 0xFF; else 0xFF and a
+/// word below 0xFFFE; else 0xFF, 0xFFFF and 32 bits.
+/// Throws: as CArchive.
+KELGEN_API CArchive& operator<<(CArchive& archive, const CWStr& text);
+/// Loads what << stores. By contract: a record without 0xFF, 0xFFFE in front is 8-bit text with the same forms of length, which is not
+/// converted: its bytes are taken in pairs, low byte first, up to the first 0 unit, and a lock ends.
+/// Throws: as CArchive; endOfFile for a text that is cut, @p text is then empty. Cost: a wrong length allocates at most twice what is
+/// there.
+KELGEN_API CArchive& operator>>(CArchive& archive, CWStr& text);
 
 /// Whether Compare gives 0. Cost: nothing for copies; the speed of memory for equal texts.
 inline bool operator==(const CWStr& left, const CWStr& right)

@@ -4,13 +4,14 @@
 #include <kelgen/platform/posix/base/ErrorCodes.h>
 #include <kelgen/platform/posix/base/LastError.h>
 #include <kelgen/platform/posix/kernel/Memory.h>
-#include <kelgen/platform/posix/nls/PrintfFormatter.h>
+#include <kelgen/platform/printf/PrintfFormatter.h>
 #include <kelgen/platform/posix/nls/SystemMessages.h>
 
 #include <optional>
 #include <string>
 #include <vector>
 
+using namespace kelgen::detail;
 using namespace kelgen::posix;
 
 namespace {

@@ -1,8 +1,9 @@
 // NarrowPrintf.cpp: the printf formatter over narrow text.
 #include <kelgen/platform/posix/nls/NarrowRuntime.h>
 
-#include <kelgen/platform/posix/nls/PrintfFormatter.h>
+#include <kelgen/platform/printf/PrintfFormatter.h>
 
+using namespace kelgen::detail;
 using namespace kelgen::posix;
 
 int _vscprintf(const char* format, va_list arguments)

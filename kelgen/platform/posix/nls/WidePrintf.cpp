@@ -1,8 +1,9 @@
 // WidePrintf.cpp: the printf formatter over 16-bit units.
 #include <kelgen/platform/posix/nls/WidePrintf.h>
 
-#include <kelgen/platform/posix/nls/PrintfFormatter.h>
+#include <kelgen/platform/printf/PrintfFormatter.h>
 
+using namespace kelgen::detail;
 using namespace kelgen::posix;
 
 int _vscwprintf(const WCHAR* format, va_list arguments)

@@ -1,18 +1,18 @@
 // PrintfFormatter.h: the runtime's printf over narrow or 16-bit units, whatever the arguments come from.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
-#include <kelgen/platform/posix/nls/PrintfFloat.h>
+#include <kelgen/platform/Win32.h>
+#include <kelgen/platform/printf/PrintfFloat.h>
+#include <kelgen/platform/printf/PrintfSpecification.h>
 
 #include <algorithm>
 #include <climits>
 #include <cmath>
-#include <cstdarg>
 #include <cstring>
 #include <string_view>
 #include <type_traits>
 
-namespace kelgen::posix {
+namespace kelgen::detail {
 
 /// Takes any number of units and keeps those for which there is room. Cost: nothing for units past the room.
 template <class Unit>
@@ -61,24 +61,6 @@ private:
     std::size_t m_length = 0;
 };
 
-/// Arguments of a variable argument list.
-class VaListArguments
-{
-public:
-    explicit VaListArguments(va_list list) { va_copy(m_list, list); }
-    ~VaListArguments() { va_end(m_list); }
-    VaListArguments(const VaListArguments&) = delete;
-    VaListArguments& operator=(const VaListArguments&) = delete;
-
-    int Int() { return va_arg(m_list, int); }
-    long long LongLong() { return va_arg(m_list, long long); }
-    void* Pointer() { return va_arg(m_list, void*); }
-    double Double() { return va_arg(m_list, double); }
-
-private:
-    va_list m_list;
-};
-
 /// Formats once. In text of 16-bit units 's' and 'c' are wide and 'S' and 'C' narrow, in narrow text the other way round; 'h' makes
 /// narrow, 'l' and 'w' wide. "I64" and "ll" are 64 bits, 'l' is 32.
 template <class Unit, class Arguments>
@@ -102,20 +84,6 @@ public:
     }
 
 private:
-    enum class Size { None, Narrow, Wide, Bits64 };
-
-    struct Specification
-    {
-        bool left = false;
-        bool zero = false;
-        bool plus = false;
-        bool blank = false;
-        bool alternate = false;
-        int width = 0;
-        int precision = -1;
-        Size size = Size::None;
-    };
-
     /// A number's parts in the order of output; padding goes before the prefix, or behind it when it is zeros.
     struct Number
     {
@@ -133,106 +101,47 @@ private:
             m_output.Put('%');
             return format + 1;
         }
-        m_specification = {};
-        format = ReadFlags(format);
-        format = ReadNumber(format, m_specification.width);
+        format = PrintfSpecificationReader<Unit, Arguments>(m_arguments).Read(format, m_specification);
         if (m_specification.width < 0) {
             m_specification.left = true;
-            m_specification.width = -m_specification.width;
+            m_specification.width = -std::max(m_specification.width, -INT_MAX);
         }
-        if (*format == '.') {
-            m_specification.precision = 0;
-            format = ReadNumber(format + 1, m_specification.precision);
-            m_specification.precision = std::max(m_specification.precision, -1);
-        }
-        format = ReadSize(format);
-        if (*format == 0)
-            return format;
-        Convert(static_cast<char>(*format < 0x80 ? *format : 0), *format);
-        return format + 1;
-    }
-
-    const Unit* ReadFlags(const Unit* format)
-    {
-        for (;; ++format) {
-            switch (*format) {
-            case '-': m_specification.left = true; break;
-            case '0': m_specification.zero = true; break;
-            case '+': m_specification.plus = true; break;
-            case ' ': m_specification.blank = true; break;
-            case '#': m_specification.alternate = true; break;
-            default: return format;
-            }
-        }
-    }
-
-    /// Digits, or '*' for an argument; @p number stays when there is neither. Widths past every buffer stay there.
-    const Unit* ReadNumber(const Unit* format, int& number)
-    {
-        if (*format == '*') {
-            number = std::max(m_arguments.Int(), -INT_MAX);
-            return format + 1;
-        }
-        constexpr int kLimit = INT_MAX / 10 - 1;
-        for (; *format >= '0' && *format <= '9'; ++format)
-            number = std::min(number, kLimit) * 10 + (*format - '0');
+        m_specification.precision = std::max(m_specification.precision, -1);
+        if (m_specification.letter != 0)
+            Convert(m_specification.letter);
         return format;
     }
 
-    const Unit* ReadSize(const Unit* format)
-    {
-        for (;; ++format) {
-            switch (*format) {
-            case 'h': m_specification.size = Size::Narrow; break;
-            case 'w': m_specification.size = Size::Wide; break;
-            case 'l': m_specification.size = format[1] == 'l' ? (++format, Size::Bits64) : Size::Wide; break;
-            case 'j': case 'z': case 't': m_specification.size = Size::Bits64; break;
-            case 'F': case 'L': case 'N': break;
-            case 'I': format = ReadInteger(format); break;
-            default: return format;
-            }
-        }
-    }
-
-    /// "I64", "I32", or "I" for the size of a pointer; returns its last unit.
-    const Unit* ReadInteger(const Unit* format)
-    {
-        const bool is32 = format[1] == '3' && format[2] == '2';
-        const bool is64 = format[1] == '6' && format[2] == '4';
-        m_specification.size = is32 ? Size::None : Size::Bits64;
-        return format + (is32 || is64 ? 2 : 0);
-    }
-
-    void Convert(char conversion, Unit letter)
+    void Convert(unsigned letter)
     {
         constexpr bool kIsWide = sizeof(Unit) > 1;
-        switch (conversion) {
+        switch (letter) {
         case 'd': case 'i': return Signed();
         case 'u': return Unsigned(10, false);
         case 'o': return Unsigned(8, false);
         case 'x': return Unsigned(16, false);
         case 'X': return Unsigned(16, true);
         case 'p': return PointerValue();
-        case 'e': case 'E': case 'f': case 'g': case 'G': case 'a': case 'A': return Float(conversion);
+        case 'e': case 'E': case 'f': case 'g': case 'G': case 'a': case 'A': return Float(static_cast<char>(letter));
         case 's': return Text(IsWideText(kIsWide));
         case 'S': return Text(IsWideText(!kIsWide));
         case 'c': return Character(IsWideText(kIsWide));
         case 'C': return Character(IsWideText(!kIsWide));
         case 'n': return StoreLength();
         case '%': return;
-        default: m_output.Put(letter);
+        default: m_output.Put(static_cast<Unit>(letter));
         }
     }
 
     bool IsWideText(bool unmarked) const
     {
-        return m_specification.size == Size::None ? unmarked : m_specification.size != Size::Narrow;
+        return m_specification.size == PrintfSize::None ? unmarked : m_specification.size != PrintfSize::Narrow;
     }
 
     void Signed()
     {
-        long long value = m_specification.size == Size::Bits64 ? m_arguments.LongLong() : m_arguments.Int();
-        if (m_specification.size == Size::Narrow)
+        long long value = m_specification.size == PrintfSize::Bits64 ? m_arguments.LongLong() : m_arguments.Int();
+        if (m_specification.size == PrintfSize::Narrow)
             value = static_cast<short>(value);
         const auto bits = static_cast<unsigned long long>(value);
         Integer(value < 0 ? 0 - bits : bits, 10, false, SignOf(value < 0));
@@ -240,9 +149,9 @@ private:
 
     void Unsigned(unsigned base, bool capital)
     {
-        auto value = m_specification.size == Size::Bits64 ? static_cast<unsigned long long>(m_arguments.LongLong())
+        auto value = m_specification.size == PrintfSize::Bits64 ? static_cast<unsigned long long>(m_arguments.LongLong())
                                                           : static_cast<unsigned>(m_arguments.Int());
-        if (m_specification.size == Size::Narrow)
+        if (m_specification.size == PrintfSize::Narrow)
             value = static_cast<unsigned short>(value);
         const bool prefixed = m_specification.alternate && value != 0;
         Integer(value, base, capital, !prefixed || base == 10 ? "" : base == 8 ? "0" : capital ? "0X" : "0x");
@@ -363,9 +272,9 @@ private:
     void StoreLength()
     {
         void* const place = m_arguments.Pointer();
-        if (m_specification.size == Size::Narrow)
+        if (m_specification.size == PrintfSize::Narrow)
             *static_cast<short*>(place) = static_cast<short>(m_output.Length());
-        else if (m_specification.size == Size::Bits64)
+        else if (m_specification.size == PrintfSize::Bits64)
             *static_cast<long long*>(place) = static_cast<long long>(m_output.Length());
         else
             *static_cast<int*>(place) = static_cast<int>(m_output.Length());
@@ -373,8 +282,8 @@ private:
 
     BoundedOutput<Unit>& m_output;
     Arguments& m_arguments;
-    Specification m_specification;
+    PrintfSpecification m_specification;
     bool m_failed = false;
 };
 
-}  // namespace kelgen::posix
+}  // namespace kelgen::detail

@@ -1,5 +1,5 @@
 // PrintfFloat.cpp: digits from the standard library's shortest-work conversion, with the runtime's rounding put on top.
-#include <kelgen/platform/posix/nls/PrintfFloat.h>
+#include <kelgen/platform/printf/PrintfFloat.h>
 
 #include <algorithm>
 #include <bit>
@@ -10,7 +10,7 @@
 #include <cstring>
 #include <limits>
 
-namespace kelgen::posix {
+namespace kelgen::detail {
 
 namespace {
 
@@ -201,4 +201,4 @@ void FormatFloat(double value, char conversion, int precision, bool alternate, F
         writer.Hexadecimal(magnitude, precision);
 }
 
-}  // namespace kelgen::posix
+}  // namespace kelgen::detail

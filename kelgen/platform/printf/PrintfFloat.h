@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string_view>
 
-namespace kelgen::posix {
+namespace kelgen::detail {
 
 /// The parts of a formatted magnitude, in the order of output. `body` and `exponent` point into `buffer`.
 struct FloatText
@@ -20,4 +20,4 @@ struct FloatText
 /// @param precision Negative when none was given.
 void FormatFloat(double value, char conversion, int precision, bool alternate, FloatText& text);
 
-}  // namespace kelgen::posix
+}  // namespace kelgen::detail

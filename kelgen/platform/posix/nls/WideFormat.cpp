@@ -1,0 +1,11 @@
+// WideFormat.cpp: our own runtime takes every format.
+#include <kelgen/platform/WideFormat.h>
+
+namespace kelgen {
+
+int FormatWide(WCHAR* text, std::size_t capacity, const WCHAR* format, va_list arguments)
+{
+    return _vsnwprintf(text, capacity, format, arguments);
+}
+
+}  // namespace kelgen

@@ -1,0 +1,151 @@
+// PrintfSpecification.h: what stands between a '%' and its conversion letter, as the runtime's printf reads it.
+#pragma once
+
+#include <climits>
+#include <cstdarg>
+
+namespace kelgen::detail {
+
+enum class PrintfSize
+{
+    None,
+    Narrow,
+    Wide,
+    Bits64,
+};
+
+enum class PrintfArgument
+{
+    None,
+    Int,
+    Int64,
+    Double,
+    Pointer,
+};
+
+/// One conversion. Numbers are as they were given: a negative width means left, a negative precision none.
+struct PrintfSpecification
+{
+    bool left = false;
+    bool zero = false;
+    bool plus = false;
+    bool blank = false;
+    bool alternate = false;
+    bool widthIsArgument = false;
+    bool precisionIsArgument = false;
+    int width = 0;
+    int precision = -1;
+    PrintfSize size = PrintfSize::None;
+    unsigned letter = 0; ///< 0 at the end of the format.
+};
+
+/// The kind of argument that the conversion takes behind its width and precision.
+constexpr PrintfArgument ArgumentOf(const PrintfSpecification& specification)
+{
+    switch (specification.letter) {
+    case 'd': case 'i': case 'u': case 'o': case 'x': case 'X':
+        return specification.size == PrintfSize::Bits64 ? PrintfArgument::Int64 : PrintfArgument::Int;
+    case 'c': case 'C': return PrintfArgument::Int;
+    case 's': case 'S': case 'p': case 'n': return PrintfArgument::Pointer;
+    case 'e': case 'E': case 'f': case 'g': case 'G': case 'a': case 'A': return PrintfArgument::Double;
+    default: return PrintfArgument::None;
+    }
+}
+
+/// Arguments of a variable argument list.
+class VaListArguments
+{
+public:
+    explicit VaListArguments(va_list list) { va_copy(m_list, list); }
+    ~VaListArguments() { va_end(m_list); }
+    VaListArguments(const VaListArguments&) = delete;
+    VaListArguments& operator=(const VaListArguments&) = delete;
+
+    int Int() { return va_arg(m_list, int); }
+    long long LongLong() { return va_arg(m_list, long long); }
+    void* Pointer() { return va_arg(m_list, void*); }
+    double Double() { return va_arg(m_list, double); }
+
+private:
+    va_list m_list;
+};
+
+/// Reads one specification, whose '%' lies before @p format, with the arguments of its stars.
+template <class Unit, class Arguments>
+class PrintfSpecificationReader
+{
+public:
+    explicit PrintfSpecificationReader(Arguments& arguments) : m_arguments(arguments) {}
+
+    /// Where the format goes on: behind the letter, or at the format's end.
+    const Unit* Read(const Unit* format, PrintfSpecification& specification)
+    {
+        specification = {};
+        format = ReadFlags(format, specification);
+        format = ReadNumber(format, specification.width, specification.widthIsArgument);
+        if (*format == '.') {
+            specification.precision = 0;
+            format = ReadNumber(format + 1, specification.precision, specification.precisionIsArgument);
+        }
+        format = ReadSize(format, specification.size);
+        specification.letter = static_cast<unsigned>(*format);
+        return *format == 0 ? format : format + 1;
+    }
+
+private:
+    static const Unit* ReadFlags(const Unit* format, PrintfSpecification& specification)
+    {
+        for (;; ++format) {
+            switch (*format) {
+            case '-': specification.left = true; break;
+            case '0': specification.zero = true; break;
+            case '+': specification.plus = true; break;
+            case ' ': specification.blank = true; break;
+            case '#': specification.alternate = true; break;
+            default: return format;
+            }
+        }
+    }
+
+    /// Digits, or '*' for an argument; @p number stays when there is neither. Numbers past every buffer stay there.
+    const Unit* ReadNumber(const Unit* format, int& number, bool& isArgument)
+    {
+        if (*format == '*') {
+            isArgument = true;
+            number = m_arguments.Int();
+            return format + 1;
+        }
+        constexpr int kLimit = INT_MAX / 10 - 1;
+        for (; *format >= '0' && *format <= '9'; ++format)
+            number = (number < kLimit ? number : kLimit) * 10 + (*format - '0');
+        return format;
+    }
+
+    static const Unit* ReadSize(const Unit* format, PrintfSize& size)
+    {
+        for (;; ++format) {
+            switch (*format) {
+            case 'h': size = PrintfSize::Narrow; break;
+            case 'w': size = PrintfSize::Wide; break;
+            case 'l': size = format[1] == 'l' ? (++format, PrintfSize::Bits64) : PrintfSize::Wide; break;
+            case 'j': case 'z': case 't': size = PrintfSize::Bits64; break;
+            case 'F': case 'L': case 'N': break;
+            case 'I': format = ReadInteger(format, size); break;
+            default: return format;
+            }
+        }
+    }
+
+    /// "I64", "I32", or "I" for the size of a pointer; returns its last unit.
+    static const Unit* ReadInteger(const Unit* format, PrintfSize& size)
+    {
+        const bool is32 = format[1] == '3' && format[2] == '2';
+        const bool is64 = format[1] == '6' && format[2] == '4';
+        size = is32 ? PrintfSize::None : PrintfSize::Bits64;
+        return format + (is32 || is64 ? 2 : 0);
+    }
+
+    Arguments& m_arguments;
+};
+
+}  // namespace kelgen::detail

@@ -1,0 +1,65 @@
+// WideFormat.cpp: the system's runtime where it is sound, and our own formatter for numbers that overrun its buffers.
+#include <kelgen/platform/WideFormat.h>
+
+#include <kelgen/platform/printf/PrintfFormatter.h>
+
+using namespace kelgen::detail;
+
+namespace kelgen {
+
+namespace {
+
+// Integers of some hundred digits overrun a buffer of the runtime (300 were seen to), floating-point numbers lose their digits to a
+// precision below -1, and padding costs 5 ns a unit even when it is only counted.
+constexpr int kMostDigits = 30;
+constexpr int kMostPadding = 100000;
+
+/// Whether the runtime prints every conversion without harm.
+bool IsSound(const WCHAR* format, va_list arguments)
+{
+    VaListArguments list(arguments);
+    PrintfSpecificationReader<WCHAR, VaListArguments> reader(list);
+    while (*format) {
+        if (*format++ != '%')
+            continue;
+        if (*format == '%') {
+            ++format;
+            continue;
+        }
+        PrintfSpecification specification;
+        format = reader.Read(format, specification);
+        if (specification.width > kMostPadding || specification.width < -kMostPadding)
+            return false;
+        switch (ArgumentOf(specification)) {
+        case PrintfArgument::None: break;
+        case PrintfArgument::Int: list.Int(); break;
+        case PrintfArgument::Int64: list.LongLong(); break;
+        case PrintfArgument::Double: list.Double(); break;
+        case PrintfArgument::Pointer: list.Pointer(); break;
+        }
+        const bool isText = specification.letter == 's' || specification.letter == 'S';
+        if (!isText && (specification.precision > kMostDigits || specification.precision < -1))
+            return false;
+    }
+    return true;
+}
+
+int FormatByOwnRules(WCHAR* text, std::size_t capacity, const WCHAR* format, va_list arguments)
+{
+    VaListArguments list(arguments);
+    BoundedOutput<WCHAR> output(text, capacity);
+    PrintfFormatter(output, list).Format(format);
+    if (text)
+        return output.Finish();
+    return output.Length() > INT_MAX ? -1 : static_cast<int>(output.Length());
+}
+
+}  // namespace
+
+int FormatWide(WCHAR* text, std::size_t capacity, const WCHAR* format, va_list arguments)
+{
+    return IsSound(format, arguments) ? _vsnwprintf(text, capacity, format, arguments)
+                                      : FormatByOwnRules(text, capacity, format, arguments);
+}
+
+}  // namespace kelgen

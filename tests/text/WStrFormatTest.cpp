@@ -1,0 +1,285 @@
+// WStrFormatTest.cpp: the room that formats reserve, the texts they give, and formats that nobody should write.
+#include <kelgen/text/WStr.h>
+
+#include <kelgen/platform/WideFormat.h>
+
+#include "support/Random.h"
+#include "support/Rows.h"
+#include "text/Units.h"
+
+#include <climits>
+#include <cmath>
+#include <limits>
+#include <ostream>
+
+using kelgen::test::Random;
+using kelgen::test::RowName;
+using kelgen::test::Units;
+
+namespace {
+
+constexpr int kBase = 600;
+
+/// What @p format adds to the room, in units: a first item beyond the size classes makes the capacity show it. Half of that item's
+/// room stays free, so that no text needs more than what is reserved.
+template <class... Arguments>
+int Reserved(const std::u16string& format, Arguments... arguments)
+{
+    CWStr text;
+    text.Format(Units(u"%300.300d" + format), 0, arguments...);
+    return text.GetAllocLength() - kBase;
+}
+
+template <class... Arguments>
+std::u16string Formatted(const std::u16string& format, Arguments... arguments)
+{
+    CWStr text;
+    text.Format(Units(format), arguments...);
+    return Units(text);
+}
+
+int LengthOf(const unsigned short* format, ...)
+{
+    va_list arguments;
+    va_start(arguments, format);
+    const int length = kelgen::FormatWide(nullptr, 0, kelgen::AsWide(format), arguments);
+    va_end(arguments);
+    return length;
+}
+
+template <class CODE>
+bool ThrowsMemory(CODE&& code)
+{
+    try {
+        code();
+    } catch (CMemoryException* e) {
+        e->Delete();
+        return true;
+    }
+    return false;
+}
+
+constexpr const unsigned short* kNoText = nullptr;
+
+}  // namespace
+
+struct Room
+{
+    const char* name;
+    int (*reserve)();
+    int expected;
+};
+
+class WStrFormatRoom : public testing::TestWithParam<Room> {};
+
+TEST_P(WStrFormatRoom, IsReservedByTheSum)
+{
+    EXPECT_EQ(GetParam().expected, GetParam().reserve());
+}
+
+INSTANTIATE_TEST_SUITE_P(, WStrFormatRoom, testing::Values(
+    Room{"LiteralsCountTheRestOfTheFormat", [] { return Reserved(u"ab%d", 7); }, 4 + 3 + 32},
+    Room{"LiteralsBehind", [] { return Reserved(u"%dxyz", 7); }, 32 + 3 + 2 + 1},
+    Room{"DoubledPercentCountsAtTheSecond", [] { return Reserved(u"a%%b"); }, 4 + 2 + 1},
+    Room{"PercentAtTheEnd", [] { return Reserved(u"a%"); }, 2},
+    Room{"Character", [] { return Reserved(u"%c%C%hc%lc", 'a', 'b', 'c', 'd'); }, 8},
+    Room{"CharacterWidth", [] { return Reserved(u"%5c", 'a'); }, 5},
+    Room{"NullText", [] { return Reserved(u"%s", kNoText); }, 6},
+    Room{"NullTextCut", [] { return Reserved(u"%.3s", kNoText); }, 3},
+    Room{"EmptyText", [] { return Reserved(u"%s%hs", u""_w, ""); }, 2},
+    Room{"Text", [] { return Reserved(u"%s%ls%lS", u"hello"_w, u"hello"_w, u"hello"_w); }, 15},
+    Room{"NarrowText", [] { return Reserved(u"%hs%hS", "hello", "hello"); }, 10},
+    Room{"UnmarkedNarrowTextCountsPairs", [] { return Reserved(u"%S", "hello"); }, 3},
+    Room{"PrecisionThenWidth", [] { return Reserved(u"%5.2s", u"hello"_w); }, 5},
+    Room{"PrecisionCuts", [] { return Reserved(u"%.2s", u"hello"_w); }, 2},
+    Room{"PrecisionZeroDoesNotCut", [] { return Reserved(u"%.0s", u"hello"_w); }, 5},
+    Room{"NegativePrecisionCutsAll", [] { return Reserved(u"%.*s", -1, u"hello"_w); }, 0},
+    Room{"Integers", [] { return Reserved(u"%i%u%x%X%o", 1, 2, 3, 4, 5); }, 160},
+    Room{"IntegerWidthAndPrecision", [] { return Reserved(u"%30.20d", 1); }, 50},
+    Room{"StarWidth", [] { return Reserved(u"%*d", 40, 1); }, 40},
+    Room{"StarWidthOfZeroReadsDigits", [] { return Reserved(u"%*40d", 0); }, 40},
+    Room{"StarPrecision", [] { return Reserved(u"%.*d", 44, 1); }, 44},
+    Room{"LongInteger", [] { return Reserved(u"%I64x%s", 1LL << 40, u"text"_w); }, 32 + 4},
+    Room{"Alternate", [] { return Reserved(u"%#x", 1); }, 2 + 32},
+    Room{"FlagsAddNothing", [] { return Reserved(u"%-+0 d", 1); }, 32},
+    Room{"Pointer", [] { return Reserved(u"%p%s", kNoText, u"text"_w); }, 32 + 4},
+    Room{"Exponent", [] { return Reserved(u"%e%g%G", 1.0, 1.0, 1.0); }, 3 * 128},
+    Room{"ExponentWidthAndPrecision", [] { return Reserved(u"%100.50e", 1.0); }, 150},
+    Room{"FixedHasSixDigitsMore", [] { return Reserved(u"%.2f", -12.5); }, 4 + 8},
+    Room{"FixedWithoutPrecision", [] { return Reserved(u"%f", 12.5); }, 3 + 6},
+    Room{"FixedWidth", [] { return Reserved(u"%-20f", 12.5); }, 20},
+    Room{"FixedNegativeStars", [] { return Reserved(u"%*.*f", -20, -10, 12.5); }, 20},
+    Room{"FixedInfinity", [] { return Reserved(u"%f", std::numeric_limits<double>::infinity()); }, 8},
+    Room{"OtherConversions", [] { return Reserved(u"%y%k"); }, 0},
+    Room{"CapitalExponentCountsNothing", [] { return Reserved(u"%E%s", 1.0, u"text"_w); }, 4},
+    Room{"OtherSizesAreLiterals", [] { return Reserved(u"%lld|%s", 1LL, u"text"_w); }, 4 + 3 + 4},
+    Room{"MisreadPercents", [] { return Reserved(u"%w%%d%s", 1, u"text"_w); }, 4 + 3 + 4},
+    Room{"ConversionInsideAConversion", [] { return Reserved(u"%w%d%s", u"text"_w); }, 32 + 4}), RowName);
+
+TEST(WStrFormat, RoomOfFixedNumbersIsThatOfTheirText)
+{
+    Random random;
+    for (int i = 0; i < 2000; ++i) {
+        const int precision = random.Between(-8, 30);
+        const int width = random.Between(-60, 60);
+        // Around powers of ten rounding adds a digit.
+        double value = std::pow(10.0, random.Between(-3, 20));
+        if (i % 2)
+            value -= std::pow(10.0, -random.Between(0, 12));
+        if (i % 3)
+            value *= random.Between(-1000, 1000) / 100.0;
+        ASSERT_EQ(LengthOf(u"%*.*f"_w, width, precision + 6, value), Reserved(u"%*.*f", width, precision, value))
+            << value << " width " << width << " precision " << precision;
+    }
+}
+
+struct Sample
+{
+    const char* name;
+    std::u16string (*format)();
+    const char16_t* expected;
+};
+
+class WStrFormatText : public testing::TestWithParam<Sample> {};
+
+TEST_P(WStrFormatText, FollowsTheRuntime)
+{
+    EXPECT_EQ(GetParam().expected, GetParam().format());
+}
+
+// The second half reserves less than the text needs.
+INSTANTIATE_TEST_SUITE_P(, WStrFormatText, testing::Values(
+    Sample{"Mixed", [] { return Formatted(u"%d %s %08x %5.2f%%", -5, u"text"_w, 0xBEEF, 3.14159); }, u"-5 text 0000beef  3.14%"},
+    Sample{"WideAndNarrow", [] { return Formatted(u"%s|%S|%hs|%lS|%c|%C", u"a\x3042"_w, "b", "c", u"d"_w, 0x3042, 'e'); },
+           u"a\x3042|b|c|d|\x3042|e"},
+    Sample{"NullTexts", [] { return Formatted(u"%s%S", kNoText, kNoText); }, u"(null)(null)"},
+    Sample{"LongInteger", [] { return Formatted(u"%I64d %I64x", -1LL << 40, 1LL << 40); }, u"-1099511627776 10000000000"},
+    Sample{"EndsAtAZeroUnit", [] { return Formatted(u"ab%ccd", 0); }, u"ab"},
+    Sample{"Nothing", [] { return Formatted(u""); }, u""},
+    Sample{"NullFormat", [] { CWStr text(u"old"_w); text.Format(kNoText); return Units(text); }, u""},
+    Sample{"MissingResource", [] { CWStr text(u"old"_w); text.Format(60000u); return Units(text); }, u""},
+    Sample{"CapitalExponent", [] { return Formatted(u"%E", 1.5); }, u"1.500000E+000"},
+    Sample{"SignFillsTheSmallestBlock", [] { return Formatted(u"%+f", 1.5); }, u"+1.500000"},
+    Sample{"NegativeStarWidth", [] { return Formatted(u"%*d|", -70, 5); },
+           u"5                                                                     |"},
+    Sample{"NegativeStarPrecision", [] { return Formatted(u"%.*s", -1, u"a text"_w); }, u"a text"},
+    Sample{"LongNarrowText", [] { return Formatted(u"%.70S", std::string(80, 'x').c_str()); },
+           u"xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx"},
+    Sample{"UnknownConversions", [] { return Formatted(u"%y%d", 5); }, u"y5"},
+    Sample{"ArgumentsStayAligned", [] { return Formatted(u"%E %lld %I32d %ws %a %s", 1.5, 1LL << 40, 3, u"w"_w, 1.0, u"end"_w); },
+           u"1.500000E+000 1099511627776 3 w 0x1.0000000000000p+0 end"}), RowName);
+
+TEST(WStrFormat, PrecisionReadsNoFurther)
+{
+    // No terminator behind them: the sanitizer watches.
+    const auto wide = std::make_unique<unsigned short[]>(3);
+    const auto narrow = std::make_unique<char[]>(3);
+    for (int i = 0; i < 3; ++i)
+        wide[i] = static_cast<unsigned char>(narrow[i] = static_cast<char>('a' + i));
+    EXPECT_EQ(u"abc|abc|abc", Formatted(u"%.3s|%.3S|%.*hs", wide.get(), narrow.get(), 3, narrow.get()));
+}
+
+TEST(WStrFormat, BlockIsReusedUnsharedOrGrown)
+{
+    CWStr text(u"x"_w);
+    text.GetBuffer(300);
+    const CWStr copy(text);
+    text.Format(u"%d"_w, 5);
+    EXPECT_EQ(u"x", Units(copy));
+    EXPECT_EQ(64, text.GetAllocLength());
+
+    text.GetBuffer(300);
+    const unsigned short* const block = text;
+    text.Format(u"%d"_w, 6);
+    EXPECT_EQ(block, static_cast<const unsigned short*>(text));
+    EXPECT_EQ(u"6", Units(text));
+
+    const unsigned short* const locked = text.LockBuffer();
+    text.Format(u"%s!"_w, static_cast<const unsigned short*>(text));
+    EXPECT_EQ(locked, static_cast<const unsigned short*>(text));
+    EXPECT_EQ(u"6!", Units(text));
+    text.UnlockBuffer();
+}
+
+TEST(WStrFormat, FormatAndArgumentsMayBeTheStringItself)
+{
+    CWStr text(u"%s and %s"_w);
+    text.Format(text, u"one"_w, static_cast<const unsigned short*>(text) + 3);
+    EXPECT_EQ(u"one and and %s", Units(text));
+    text.Format(u"[%s]%400d"_w, static_cast<const unsigned short*>(text), 1);
+    EXPECT_EQ(u"[one and and %s]", Units(text.Left(16)));
+    EXPECT_EQ(416, text.GetLength());
+}
+
+TEST(WStrFormat, LongLiteralsGiveTheirTextThoughNoBlockHoldsTheSum)
+{
+    const std::u16string format(70000, u'x');
+    EXPECT_EQ(format + u"1", Formatted(format + u"%d", 1));
+}
+
+struct HugeNumber
+{
+    const char* name;
+    const char16_t* format;
+};
+
+class WStrFormatHuge : public testing::TestWithParam<HugeNumber> {};
+
+TEST_P(WStrFormatHuge, IsRefusedAndLeavesTheStringUsable)
+{
+    CWStr text(u"old"_w);
+    const std::u16string format = GetParam().format;
+    EXPECT_TRUE(ThrowsMemory([&] { text.Format(Units(format), INT_MAX, INT_MAX, 1.0); }));
+    text.Format(u"%d"_w, 1);
+    EXPECT_EQ(u"1", Units(text));
+}
+
+INSTANTIATE_TEST_SUITE_P(, WStrFormatHuge, testing::Values(
+    HugeNumber{"Width", u"%2147483647d"}, HugeNumber{"MoreDigitsThanANumberHas", u"%99999999999999999999d"},
+    HugeNumber{"Precision", u"%.2147483647d"}, HugeNumber{"Both", u"%2147483647.2147483647d"},
+    HugeNumber{"Stars", u"%*.*f"}, HugeNumber{"StarText", u"%*d"}, HugeNumber{"NegativeWidth", u"%-*dx"}), RowName);
+
+TEST(WStrFormat, DigitsBeyondTheRuntimesBuffersAreExact)
+{
+    const std::u16string zeros(100000 - 1, u'0');
+    EXPECT_EQ(zeros + u"5", Formatted(u"%.100000d", 5));
+    EXPECT_EQ(u"0.5" + zeros, Formatted(u"%.*f", 100000, 0.5));
+    EXPECT_EQ(u"-5.0" + zeros + u"e-001", Formatted(u"%.100000e", -0.5));
+    EXPECT_EQ(std::u16string(200000, u' ') + u"5", Formatted(u"%*d", 200001, 5));
+}
+
+TEST(WStrFormatMessage, PutsArgumentsInByNumber)
+{
+    CWStr text(u"old"_w);
+    text.FormatMessageA(u"%2 %1!05d! %3%%"_w, 42, u"is"_w, static_cast<const unsigned short*>(text));
+    EXPECT_EQ(u"is 00042 old%", Units(text));
+}
+
+TEST(WStrFormatMessage, FailureIsTheMemoryException)
+{
+    CWStr text(u"old"_w);
+    EXPECT_TRUE(ThrowsMemory([&] { text.FormatMessageA(u""_w); })) << "an empty result";
+    EXPECT_TRUE(ThrowsMemory([&] { text.FormatMessageA(u"%"_w); })) << "a bad format";
+    EXPECT_TRUE(ThrowsMemory([&] { text.FormatMessageA(60000u); })) << "a missing resource";
+    EXPECT_EQ(u"old", Units(text));
+}
+
+TEST(WStrSystemString, HoldsExactlyTheUnits)
+{
+    const CWStr text(u"a\0b"_w, 3);
+    BSTR string = text.AllocSysString();
+    EXPECT_EQ(3u, SysStringLen(string));
+    EXPECT_EQ(0, std::memcmp(string, u"a\0b", 8));
+
+    const CWStr other(u"longer text"_w);
+    const BSTR set = other.SetSysString(&string);
+    EXPECT_EQ(string, set);
+    EXPECT_EQ(11u, SysStringLen(string));
+    EXPECT_EQ(u"longer text", Units(CWStr(reinterpret_cast<const unsigned short*>(string), 11)));
+    SysFreeString(string);
+
+    string = CWStr().AllocSysString();
+    ASSERT_NE(nullptr, string) << "empty is not null";
+    EXPECT_EQ(0u, SysStringLen(string));
+    SysFreeString(string);
+}
