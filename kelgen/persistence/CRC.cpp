@@ -14,9 +14,9 @@ DWORD Feed(DWORD crc, const unsigned char* data, size_t size)
 {
     const CCRCFast::Table& table = CCRCFast::m_table;
     size_t done = 0;
-    // The constants belong to the table's polynomial, not to the object's: a rebuilt table must change this result too.
-    if (size >= kelgen::detail::kFoldMinimum && kelgen::detail::CanFold())
-        done = kelgen::detail::FoldCrc(crc, table.m_polynomial, data, size);
+    // Folding, too, goes by the table's polynomial and not the object's: a rebuilt table changes this result.
+    if (size >= kelgen::detail::kFoldMinimum && kelgen::detail::canFold)
+        done = kelgen::detail::FoldCrc(crc, data, size);
     for (; done < size; ++done)
         crc = (crc << 8) ^ table.m_entries[(crc >> 24) ^ data[done]];
     return crc;
@@ -45,6 +45,7 @@ void CCRCFast::Table::Build(DWORD polynomial)
             x = (x & 0x80000000) ? (x << 1) ^ polynomial : x << 1;
         m_entries[i] = x;
     }
+    kelgen::detail::PrepareFold(polynomial);
 }
 
 CCRCFast::CCRCFast(DWORD polynomial) : CCRC(polynomial)

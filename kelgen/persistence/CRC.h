@@ -41,7 +41,7 @@ public:
     class KELGEN_API Table
     {
     public:
-        /// Builds the entries for @p polynomial. Cost: 2048 steps when it differs from the present one, none when equal.
+        /// Builds the entries for @p polynomial. Cost: 6000 steps when it differs from the present one, none when equal.
         void Build(DWORD polynomial);
 
         DWORD m_entries[256];

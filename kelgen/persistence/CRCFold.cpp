@@ -18,7 +18,7 @@ constexpr size_t kBlock = 16;
 constexpr size_t kChains = 8;
 
 /// x^bits mod (x^32 + polynomial).
-std::uint32_t PowerOfX(int bits, std::uint32_t polynomial)
+constexpr std::uint32_t PowerOfX(int bits, std::uint32_t polynomial)
 {
     std::uint32_t power = 1;
     for (int i = 0; i < bits; ++i)
@@ -27,7 +27,7 @@ std::uint32_t PowerOfX(int bits, std::uint32_t polynomial)
 }
 
 /// The quotient of x^64 by x^32 + polynomial, without its x^32 bit.
-std::uint32_t QuotientOfX64(std::uint32_t polynomial)
+constexpr std::uint32_t QuotientOfX64(std::uint32_t polynomial)
 {
     std::uint32_t quotient = 0;
     std::uint32_t rest = polynomial;
@@ -48,14 +48,14 @@ struct Distance
 
 struct Constants
 {
-    explicit Constants(std::uint32_t p)
+    explicit constexpr Constants(std::uint32_t p)
         : polynomial(p), by1024(Forward(1024)), by512(Forward(512)), by256(Forward(256)), by128(Forward(128)),
           x96(PowerOfX(96, p)), x64(PowerOfX(64, p)), quotient((std::uint64_t{1} << 32) | QuotientOfX64(p)),
           divisor((std::uint64_t{1} << 32) | p)
     {
     }
 
-    Distance Forward(int bits) const { return {PowerOfX(bits, polynomial), PowerOfX(bits + 64, polynomial)}; }
+    constexpr Distance Forward(int bits) const { return {PowerOfX(bits, polynomial), PowerOfX(bits + 64, polynomial)}; }
 
     std::uint32_t polynomial;
     Distance by1024;
@@ -67,6 +67,9 @@ struct Constants
     std::uint64_t quotient;
     std::uint64_t divisor;
 };
+
+/// Those of the shared table's polynomial: at program start 0.
+constinit Constants present(0);
 
 KELGEN_FOLDS inline __m128i Load(const unsigned char* data)
 {
@@ -156,20 +159,17 @@ KELGEN_FOLDS std::uint32_t FoldBlocks(std::uint32_t crc, const unsigned char* da
 
 }  // namespace
 
-bool CanFold()
+const bool canFold = __builtin_cpu_supports("pclmul") && __builtin_cpu_supports("sse4.1");
+
+void PrepareFold(DWORD polynomial)
 {
-    static const bool can = __builtin_cpu_supports("pclmul") && __builtin_cpu_supports("sse4.1");
-    return can;
+    present = Constants(static_cast<std::uint32_t>(polynomial));
 }
 
-size_t FoldCrc(DWORD& crc, DWORD polynomial, const unsigned char* data, size_t size)
+size_t FoldCrc(DWORD& crc, const unsigned char* data, size_t size)
 {
-    static thread_local Constants constants(static_cast<std::uint32_t>(polynomial));
-    if (constants.polynomial != polynomial)
-        constants = Constants(static_cast<std::uint32_t>(polynomial));
-
     const size_t whole = size - size % kBlock;
-    crc = FoldBlocks(static_cast<std::uint32_t>(crc), data, whole, constants);
+    crc = FoldBlocks(static_cast<std::uint32_t>(crc), data, whole, present);
     return whole;
 }
 

@@ -6,14 +6,17 @@
 namespace kelgen::detail {
 
 /// Whether this processor multiplies without carries.
-bool CanFold();
+extern const bool canFold;
 
 /// Runs below this many bytes are not worth the final reduction.
 constexpr size_t kFoldMinimum = 32;
 
-/// Feeds the first whole 16-byte blocks of @p data into the register @p crc, as the byte table of @p polynomial would.
+/// Makes @p polynomial that of FoldCrc, in all threads; at program start it is 0. Cost: 4000 steps.
+void PrepareFold(DWORD polynomial);
+
+/// Feeds the first whole 16-byte blocks of @p data into the register @p crc, as the byte table would.
 /// @param size At least kFoldMinimum. @return The number of bytes fed.
-/// Cost: three multiplications every 16 bytes; 1100 steps more when the thread's last polynomial was another.
-size_t FoldCrc(DWORD& crc, DWORD polynomial, const unsigned char* data, size_t size);
+/// Cost: three multiplications every 16 bytes.
+size_t FoldCrc(DWORD& crc, const unsigned char* data, size_t size);
 
 }  // namespace kelgen::detail
