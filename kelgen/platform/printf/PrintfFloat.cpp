@@ -1,4 +1,4 @@
-// PrintfFloat.cpp: digits from the standard library's shortest-work conversion, with the runtime's rounding put on top.
+// PrintfFloat.cpp: digits by exact integers where they suffice, else from the standard library with the runtime's rounding put on top.
 #include <kelgen/platform/printf/PrintfFloat.h>
 
 #include <algorithm>
@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
-#include <limits>
+#include <iterator>
 
 namespace kelgen::detail {
 
@@ -38,9 +38,26 @@ bool IsHalfWay(double value, int decimals)
     return exponent - 53 + zeros == -(decimals + 1) && IsTimesPowerOfFive(odd, std::max(0, -decimals));
 }
 
-double NextUp(double value)
+/// @p value times 10^decimals, rounded half up, where that is below 10^18; false elsewhere.
+bool ScaledDecimal(double value, int decimals, std::uint64_t& scaled)
 {
-    return std::nextafter(value, std::numeric_limits<double>::infinity());
+    static constexpr std::uint64_t kPower[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000, 1000000000, 10000000000,
+                                               100000000000, 1000000000000};
+    if (decimals >= static_cast<int>(std::size(kPower)) || !(value * static_cast<double>(kPower[decimals]) < 1e18))
+        return false;
+    const auto bits = std::bit_cast<std::uint64_t>(value);
+    const int biased = static_cast<int>(bits >> 52) & 0x7FF;
+    const std::uint64_t fraction = (bits & ((std::uint64_t{1} << 52) - 1)) | (biased != 0 ? std::uint64_t{1} << 52 : 0);
+    const int exponent = std::max(biased, 1) - 1075;
+    if (exponent >= 0) {
+        scaled = (fraction << exponent) * kPower[decimals];
+        return true;
+    }
+    // At most 53 and 40 bits: exact.
+    const unsigned __int128 product = static_cast<unsigned __int128>(fraction) * kPower[decimals];
+    const int shift = -exponent;
+    scaled = shift > 100 ? 0 : static_cast<std::uint64_t>((product + (static_cast<unsigned __int128>(1) << (shift - 1))) >> shift);
+    return true;
 }
 
 class Writer
@@ -51,8 +68,18 @@ public:
     void Fixed(double value, int precision)
     {
         const int decimals = std::min(precision, kMostDecimals);
-        // The standard conversion rounds halves to even; a hair more than a half goes up.
-        SetBody(Print(IsHalfWay(value, decimals) ? NextUp(value) : value, std::chars_format::fixed, decimals), decimals > 0);
+        if (std::uint64_t scaled; ScaledDecimal(value, decimals, scaled)) {
+            SetBody(PrintScaled(scaled, decimals), decimals > 0);
+            m_text.zeros = 0;
+            return;
+        }
+        // The standard conversion rounds halves to even: a half is printed whole, and its last digit rounded here.
+        std::size_t length;
+        if (IsHalfWay(value, decimals))
+            length = RoundUp(Print(value, std::chars_format::fixed, decimals + 1), decimals);
+        else
+            length = Print(value, std::chars_format::fixed, decimals);
+        SetBody(length, decimals > 0);
         m_text.zeros = static_cast<std::size_t>(precision - decimals);
     }
 
@@ -106,6 +133,26 @@ public:
     }
 
 private:
+    /// Prints @p scaled with its last @p decimals digits behind a point.
+    std::size_t PrintScaled(std::uint64_t scaled, int decimals)
+    {
+        char digits[32];
+        char* const end = digits + sizeof digits;
+        char* first = end;
+        if (decimals > 0) {
+            for (int i = 0; i < decimals; ++i, scaled /= 10)
+                *--first = static_cast<char>('0' + scaled % 10);
+            *--first = '.';
+        }
+        do {
+            *--first = static_cast<char>('0' + scaled % 10);
+            scaled /= 10;
+        } while (scaled != 0);
+        const auto length = static_cast<std::size_t>(end - first);
+        std::memcpy(m_text.buffer, first, length);
+        return length;
+    }
+
     std::size_t Print(double value, std::chars_format format, int decimals)
     {
         char* const end = std::to_chars(m_text.buffer, m_text.buffer + sizeof m_text.buffer - 8, value, format, decimals).ptr;
@@ -115,10 +162,30 @@ private:
     /// Prints and notes the exponent; the length of the digits before it.
     std::size_t PrintScientific(double value, int decimals)
     {
-        std::size_t mark = PrintAndNoteExponent(value, decimals);
-        if (IsHalfWay(value, decimals - m_exponent))
-            mark = PrintAndNoteExponent(NextUp(value), decimals);
-        return mark;
+        const std::size_t mark = PrintAndNoteExponent(value, decimals);
+        if (!IsHalfWay(value, decimals - m_exponent))
+            return mark;
+        // Nines that a half would carry into one more digit are odd: those the conversion has rounded up itself.
+        return RoundUp(PrintAndNoteExponent(value, decimals + 1), decimals);
+    }
+
+    /// Drops the last of the first @p length characters and adds one to the digit before it; the new length.
+    std::size_t RoundUp(std::size_t length, int decimals)
+    {
+        length -= decimals > 0 ? 1 : 2;
+        for (std::size_t at = length; at > 0;) {
+            char& digit = m_text.buffer[--at];
+            if (digit == '.')
+                continue;
+            if (digit != '9') {
+                ++digit;
+                return length;
+            }
+            digit = '0';
+        }
+        std::memmove(m_text.buffer + 1, m_text.buffer, length);
+        m_text.buffer[0] = '1';
+        return length + 1;
     }
 
     std::size_t PrintAndNoteExponent(double value, int decimals)

@@ -19,25 +19,34 @@ template <class Unit>
 class BoundedOutput
 {
 public:
-    BoundedOutput(Unit* text, std::size_t capacity) : m_text(text), m_capacity(capacity) {}
+    BoundedOutput(Unit* text, std::size_t capacity) : m_next(text), m_room(capacity), m_capacity(capacity) {}
 
     void Put(Unit unit) { Fill(unit, 1); }
 
     void Fill(Unit unit, std::size_t count)
     {
-        std::fill_n(m_text + std::min(m_length, m_capacity), std::min(count, Room()), unit);
+        if (count == 0)
+            return;
         m_length += count;
+        const std::size_t kept = std::min(count, m_room);
+        m_next = std::fill_n(m_next, kept, unit);
+        m_room -= kept;
     }
 
     /// Narrow units widen as they stand.
     template <class Source>
     void Copy(const Source* units, std::size_t count)
     {
-        const std::size_t kept = std::min(count, Room());
-        Unit* out = m_text + std::min(m_length, m_capacity);
-        for (std::size_t i = 0; i < kept; ++i)
-            out[i] = static_cast<Unit>(static_cast<std::make_unsigned_t<Source>>(units[i]));
+        if (count == 0)
+            return;
         m_length += count;
+        const std::size_t kept = std::min(count, m_room);
+        m_room -= kept;
+        // A pointer of its own: for all the compiler knows a unit could be written over the member.
+        Unit* next = m_next;
+        for (const Source* const end = units + kept; units != end; ++units)
+            *next++ = static_cast<Unit>(static_cast<std::make_unsigned_t<Source>>(*units));
+        m_next = next;
     }
 
     /// Units taken, also those that found no room.
@@ -48,16 +57,15 @@ public:
     {
         if (m_length > m_capacity || m_length > INT_MAX)
             return -1;
-        if (m_length < m_capacity)
-            m_text[m_length] = 0;
+        if (m_room > 0)
+            *m_next = 0;
         return static_cast<int>(m_length);
     }
 
 private:
-    std::size_t Room() const { return m_capacity - std::min(m_length, m_capacity); }
-
-    Unit* m_text;
-    std::size_t m_capacity;
+    Unit* m_next;
+    std::size_t m_room;
+    const std::size_t m_capacity;
     std::size_t m_length = 0;
 };
 
@@ -166,17 +174,33 @@ private:
 
     void Integer(unsigned long long value, unsigned base, bool capital, std::string_view prefix)
     {
-        const char* const digits = capital ? "0123456789ABCDEF" : "0123456789abcdef";
         char buffer[24];
-        char* first = buffer + sizeof buffer;
-        for (; value; value /= base)
-            *--first = digits[value % base];
-        const std::string_view body(first, static_cast<std::size_t>(buffer + sizeof buffer - first));
+        char* const end = buffer + sizeof buffer;
+        char* const first = base == 10 ? DecimalDigits(end, value) : BinaryDigits(end, value, base == 8 ? 3 : 4, capital);
+        const std::string_view body(first, static_cast<std::size_t>(end - first));
 
         Number number{prefix, 0, body, 0, {}};
         const auto wanted = static_cast<std::size_t>(m_specification.precision < 0 ? 1 : m_specification.precision);
         number.leadingZeros = wanted > body.size() ? wanted - body.size() : 0;
         PutNumber(number);
+    }
+
+    /// The digits of @p value before @p end; none for 0.
+    static char* DecimalDigits(char* end, unsigned long long value)
+    {
+        for (; value > UINT_MAX; value /= 10)
+            *--end = static_cast<char>('0' + value % 10);
+        for (auto rest = static_cast<unsigned>(value); rest != 0; rest /= 10)
+            *--end = static_cast<char>('0' + rest % 10);
+        return end;
+    }
+
+    static char* BinaryDigits(char* end, unsigned long long value, unsigned bits, bool capital)
+    {
+        const char* const digits = capital ? "0123456789ABCDEF" : "0123456789abcdef";
+        for (; value != 0; value >>= bits)
+            *--end = digits[value & ((1u << bits) - 1)];
+        return end;
     }
 
     void Float(char conversion)
@@ -192,20 +216,22 @@ private:
         return negative ? "-" : m_specification.plus ? "+" : m_specification.blank ? " " : "";
     }
 
-    void PutNumber(Number number)
+    void PutNumber(const Number& number)
     {
-        const std::size_t length = number.prefix.size() + number.leadingZeros + number.body.size() + number.trailingZeros +
-                                   number.exponent.size();
-        const std::size_t padding = Padding(length);
-        if (!m_specification.left && !m_specification.zero)
-            m_output.Fill(' ', padding);
+        const std::size_t padding = Padding(number.prefix.size() + number.leadingZeros + number.body.size() + number.trailingZeros +
+                                            number.exponent.size());
+        std::size_t before = 0;
+        std::size_t zeros = number.leadingZeros;
+        std::size_t behind = 0;
+        (m_specification.left ? behind : m_specification.zero ? zeros : before) += padding;
+
+        m_output.Fill(' ', before);
         m_output.Copy(number.prefix.data(), number.prefix.size());
-        m_output.Fill('0', number.leadingZeros + (!m_specification.left && m_specification.zero ? padding : 0));
+        m_output.Fill('0', zeros);
         m_output.Copy(number.body.data(), number.body.size());
         m_output.Fill('0', number.trailingZeros);
         m_output.Copy(number.exponent.data(), number.exponent.size());
-        if (m_specification.left)
-            m_output.Fill(' ', padding);
+        m_output.Fill(' ', behind);
     }
 
     std::size_t Padding(std::size_t length) const
@@ -246,16 +272,25 @@ private:
     template <class Source>
     void PutText(const Source* text)
     {
-        std::size_t length = 0;
-        for (const std::size_t most = MostUnits(); length < most && text[length]; ++length) {
-            if constexpr (sizeof(Source) > sizeof(Unit)) {
-                if (text[length] > 0xFF) {
-                    m_failed = true;
-                    return;
-                }
-            }
+        const std::size_t length = m_specification.precision < 0 ? LengthOf(text) : BoundedLengthOf(text, MostUnits());
+        if constexpr (sizeof(Source) > sizeof(Unit)) {
+            m_failed = std::any_of(text, text + length, [](Source unit) { return unit > 0xFF; });
+            if (m_failed)
+                return;
         }
         PutUnits(text, length);
+    }
+
+    static std::size_t LengthOf(const char* text) { return std::strlen(text); }
+    static std::size_t LengthOf(const WCHAR* text) { return wcslen(text); }
+
+    template <class Source>
+    static std::size_t BoundedLengthOf(const Source* text, std::size_t most)
+    {
+        std::size_t length = 0;
+        while (length < most && text[length])
+            ++length;
+        return length;
     }
 
     template <class Source>
