@@ -81,16 +81,14 @@ public:
     {
         NoteText(format);
         while (format < m_end) {
-            const int literals = FindUnit(format, static_cast<int>(m_end - format), '%');
-            if (literals != 0) {
-                format = AddLiterals(format, literals < 0 ? m_end : format + literals);
-                continue;
-            }
-            ++format;
-            if (format < m_end && *format == '%')
-                format = AddLiterals(format, format + 1);
-            else
+            if (*format != '%') {
+                format = AddLiterals(format);
+            } else if (*++format == '%') {
+                m_sum += m_end - format;
+                ++format;
+            } else if (format < m_end) {
                 format = AddConversion(format);
+            }
         }
     }
 
@@ -114,16 +112,21 @@ private:
         m_readsTarget |= place >= reinterpret_cast<std::uintptr_t>(m_first) && place <= reinterpret_cast<std::uintptr_t>(m_last);
     }
 
-    /// By contract: each unit counts as all the units from it to the format's end.
-    const unsigned short* AddLiterals(const unsigned short* first, const unsigned short* last)
+    /// By contract: each unit counts as all the units from it to the format's end. Returns the next '%'.
+    const unsigned short* AddLiterals(const unsigned short* first)
     {
+        const unsigned short* last = first;
+        while (last < m_end && *last != '%')
+            ++last;
         const long long count = last - first;
         m_sum += count * (m_end - first) - count * (count - 1) / 2;
+        if (m_runtimeNext >= first && m_runtimeNext < last)
+            m_runtimeNext = last;
         return last;
     }
 
-    /// The values of the conversion whose '%' lies before @p format; none when the runtime sees no conversion there.
-    Values TakeValues(const unsigned short* format)
+    /// Sets the values to those of the conversion whose '%' lies before @p format; to none when the runtime sees no conversion there.
+    void TakeValues(const unsigned short* format)
     {
         while (m_runtimeNext < format) {
             if (*m_runtimeNext++ != '%')
@@ -133,26 +136,25 @@ private:
                 continue;
             }
             const bool isSought = m_runtimeNext == format;
-            const Values values = TakeNext();
+            TakeNext();
             if (isSought)
-                return values;
+                return;
         }
-        return {};
+        m_values = {};
     }
 
-    Values TakeNext()
+    void TakeNext()
     {
-        Values values;
-        m_runtimeNext = m_reader.Read(m_runtimeNext, values.specification);
-        values.kind = ArgumentOf(values.specification);
-        switch (values.kind) {
+        m_runtimeNext = m_reader.Read(m_runtimeNext, m_values.specification);
+        m_values.text = nullptr;
+        m_values.kind = ArgumentOf(m_values.specification);
+        switch (m_values.kind) {
         case PrintfArgument::None: break;
         case PrintfArgument::Int: m_arguments.Int(); break;
         case PrintfArgument::Int64: m_arguments.LongLong(); break;
-        case PrintfArgument::Double: values.number = m_arguments.Double(); break;
-        case PrintfArgument::Pointer: NoteText(values.text = m_arguments.Pointer()); break;
+        case PrintfArgument::Double: m_values.number = m_arguments.Double(); break;
+        case PrintfArgument::Pointer: NoteText(m_values.text = m_arguments.Pointer()); break;
         }
-        return values;
     }
 
     /// Decimal digits as _wtoi reads them; passes those that the multibyte page calls digits.
@@ -172,13 +174,13 @@ private:
     /// Adds what stands behind a single '%'; where the sum's reading goes on.
     const unsigned short* AddConversion(const unsigned short* format)
     {
-        const Values values = TakeValues(format);
+        TakeValues(format);
         int width = 0;
         for (;; ++format) {
             if (*format == '#')
                 m_sum += 2;
             else if (*format == '*')
-                width = values.specification.widthIsArgument ? values.specification.width : 0;
+                width = m_values.specification.widthIsArgument ? m_values.specification.width : 0;
             else if (*format != '-' && *format != '+' && *format != '0' && *format != ' ')
                 break;
         }
@@ -191,7 +193,7 @@ private:
             ++format;
             if (*format == '*') {
                 ++format;
-                precision = values.specification.precisionIsArgument ? values.specification.precision : 0;
+                precision = m_values.specification.precisionIsArgument ? m_values.specification.precision : 0;
             } else {
                 precision = ReadNumber(format);
             }
@@ -205,19 +207,19 @@ private:
         else if (*format == 'F' || *format == 'L' || *format == 'N')
             ++format;
 
-        AddItem(*format, mark, width, precision, values);
+        AddItem(*format, mark, width, precision);
         return *format == 0 ? format : format + 1;
     }
 
-    void AddItem(unsigned short letter, unsigned short mark, int width, int precision, const Values& values)
+    void AddItem(unsigned short letter, unsigned short mark, int width, int precision)
     {
         const long long numberLength = static_cast<long long>(width) + precision;
         switch (letter) {
         case 'c': case 'C': return AddText(2, width, precision);
-        case 's': case 'S': return AddText(TextLength(letter, mark, precision, values), width, precision);
+        case 's': case 'S': return AddText(TextLength(letter, mark, precision), width, precision);
         case 'd': case 'i': case 'u': case 'x': case 'X': case 'o': case 'p': m_sum += std::max(32LL, numberLength); return;
         case 'e': case 'g': case 'G': m_sum += std::max(128LL, numberLength); return;
-        case 'f': m_sum += FixedLength(values.number, width, std::min(precision, INT_MAX - 6) + 6); return;
+        case 'f': m_sum += FixedLength(m_values.number, width, std::min(precision, INT_MAX - 6) + 6); return;
         default: return;
         }
     }
@@ -230,12 +232,12 @@ private:
     }
 
     /// The text's length as far as it counts: a precision's units at most, which need no terminator behind them.
-    static long long TextLength(unsigned short letter, unsigned short mark, int precision, const Values& values)
+    long long TextLength(unsigned short letter, unsigned short mark, int precision) const
     {
-        if (values.kind != PrintfArgument::Pointer || !values.text)
+        if (!m_values.text)
             return 6;
-        const auto narrow = static_cast<const char*>(values.text);
-        const auto wide = static_cast<const unsigned short*>(values.text);
+        const auto narrow = static_cast<const char*>(m_values.text);
+        const auto wide = static_cast<const unsigned short*>(m_values.text);
         const long long most = precision > 0 ? precision : LLONG_MAX;
         if (mark == 'h')
             return std::max(1LL, BoundedLength(narrow, most));
@@ -252,6 +254,7 @@ private:
     PrintfSpecificationReader<unsigned short, VaListArguments> m_reader;
     const unsigned short* const m_end;
     const unsigned short* m_runtimeNext;
+    Values m_values;
     long long m_sum = 0;
     bool m_readsTarget = false;
 };
@@ -281,7 +284,7 @@ void CWStr::FormatInto(int reserve, const unsigned short* format, va_list args)
         if (length > 0)
             FormatCopy(m_text, length + 1, format, args);
     }
-    SetLength(LengthToZero());
+    SetLength(kelgen::detail::LengthToZero(m_text, length));
 }
 
 void CWStr::FormatV(const unsigned short* format, va_list args)
