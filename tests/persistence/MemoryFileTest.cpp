@@ -1,0 +1,181 @@
+// MemoryFileTest.cpp: the position's arithmetic, growth, and archives over a file in memory.
+#include <kelgen/persistence/MemoryFile.h>
+
+#include <kelgen/framework/Archive.h>
+
+#include "framework/Thrown.h"
+#include "support/Random.h"
+
+#include <climits>
+#include <cstring>
+
+using kelgen::test::Random;
+using kelgen::test::Thrown;
+
+namespace {
+
+std::string Contents(CMemoryFile& file)
+{
+    return std::string(reinterpret_cast<const char*>(file.GetAllocation()), file.GetStorageSize_());
+}
+
+}  // namespace
+
+TEST(MemoryFile, ConstructorsMakeTheStorageThatTheySay)
+{
+    CMemoryFile plain, sized(300), none(-1);
+    EXPECT_TRUE(plain.IsValid());
+    EXPECT_EQ(0u, plain.GetLength());
+    EXPECT_EQ(300u, sized.GetLength());
+    EXPECT_EQ(0u, sized.GetPosition());
+    EXPECT_FALSE(none.IsValid());
+    char data[] = "data";
+    CMemoryFile ignored(data, 4);
+    EXPECT_FALSE(ignored.IsValid());
+    ignored.Write("ab", 2);
+    EXPECT_EQ("ab", Contents(ignored));
+}
+
+TEST(MemoryFile, ReadBeyondTheEndGivesTheWrappedCountAndTheBytesLeft)
+{
+    CMemoryFile file;
+    file.Write("0123456789", 10);
+    char buffer[16];
+    EXPECT_EQ(0u, file.Read(buffer, 5)) << "at the end";
+
+    file.SeekToBegin();
+    EXPECT_EQ(4u, file.Read(buffer, 4));
+    std::memset(buffer, '-', sizeof buffer);
+    EXPECT_EQ(6u - 9u, file.Read(buffer, 9));
+    EXPECT_EQ("456789----------", std::string(buffer, sizeof buffer));
+    EXPECT_EQ(1u, file.GetPosition()) << "4 + (6 - 9)";
+
+    file.SeekToBegin();
+    EXPECT_EQ(10u, file.Read(buffer, 10)) << "all of it is not beyond";
+    file.SeekToBegin();
+    EXPECT_EQ(10u - 16u, file.Read(buffer, 16));
+    EXPECT_EQ(0xFFFFFFFAu, file.GetPosition());
+    EXPECT_EQ(0u, file.Read(buffer, 1));
+}
+
+TEST(MemoryFile, ReadWhoseEndWrapsIsWhole)
+{
+    CMemoryFile file;
+    file.Write("0123456789", 10);
+    file.SeekToBegin();
+    const auto buffer = std::make_unique<char[]>(16);
+    file.Read(buffer.get(), 3);
+    // Only the count is this large: nothing behind the storage's seven bytes is touched.
+    EXPECT_EQ(UINT_MAX, file.Read(buffer.get(), UINT_MAX));
+    EXPECT_EQ(2u, file.GetPosition());
+    EXPECT_EQ("3456789", std::string(buffer.get(), 7));
+}
+
+TEST(MemoryFile, WriteGrowsToExactlyItsEnd)
+{
+    CMemoryFile file;
+    file.Write("abcdef", 6);
+    file.SeekToBegin();
+    file.Write("XY", 2);
+    EXPECT_EQ("XYcdef", Contents(file));
+    file.Write("12345", 5);
+    EXPECT_EQ("XY12345", Contents(file));
+    EXPECT_EQ(7u, file.GetPosition());
+    file.Write(nullptr, 0);
+    EXPECT_EQ(7u, file.GetLength());
+}
+
+TEST(MemoryFile, WriteTakesTheFilesOwnBytes)
+{
+    CMemoryFile file;
+    std::string expected;
+    for (int i = 0; i < 64; ++i)
+        expected += static_cast<char>('0' + i);
+    file.Write(expected.data(), 64);
+    // The block moves under the bytes that are written.
+    for (int i = 0; i < 8; ++i) {
+        file.Write(file.GetAllocation(), static_cast<UINT>(file.GetLength()));
+        expected += expected;
+    }
+    EXPECT_EQ(expected, Contents(file));
+}
+
+TEST(MemoryFile, BeyondFourGigabytesIsRefused)
+{
+    CMemoryFile file;
+    file.Write("0123456789", 10);
+    file.SeekToBegin();
+    char buffer[16];
+    file.Read(buffer, 16);
+    ASSERT_EQ(0xFFFFFFFAu, file.GetPosition());
+    EXPECT_EQ("CMemoryException", Thrown([&] { file.Write(buffer, 8); }));
+    EXPECT_EQ("0123456789", Contents(file));
+    EXPECT_EQ(0xFFFFFFFAu, file.GetPosition());
+}
+
+TEST(MemoryFile, CreateKeepsThePositionTruncateAndClearDoNot)
+{
+    CMemoryFile file;
+    file.Write("0123456789", 10);
+    file.Create(4);
+    EXPECT_EQ(10u, file.GetPosition());
+    EXPECT_EQ(4u, file.GetLength());
+    char one;
+    EXPECT_EQ(0u, file.Read(&one, 1));
+    file.Write("A", 1);
+    EXPECT_EQ("0123456789A", Contents(file)) << "a block never shrinks";
+    file.Truncate(2);
+    EXPECT_EQ(0u, file.GetPosition());
+    EXPECT_EQ("01", Contents(file));
+    file.Read(&one, 1);
+    file.Clear();
+    EXPECT_EQ(0u, file.GetPosition());
+    EXPECT_EQ(0u, file.GetLength());
+    EXPECT_TRUE(file.IsValid());
+}
+
+TEST(MemoryFile, KeptPointersFollowWhatIsWritten)
+{
+    CMemoryFile file;
+    file.Write("head", 4);
+    unsigned char* third = file.GetAllocation() + 2;
+    file.KeepStoragePointer(reinterpret_cast<void**>(&third));
+    const std::string more(100000, 'x');
+    file.Write(more.data(), static_cast<UINT>(more.size()));
+    EXPECT_EQ(file.GetAllocation() + 2, third);
+}
+
+TEST(MemoryFile, ClosedAndShortenedStoragesAreNotReadOrWritten)
+{
+    // A host's growth that gives less than was asked for.
+    class CStingyFile : public CMemoryFile
+    {
+    public:
+        void Allocate(DWORD n) override { CMemoryFile::Allocate(std::min<DWORD>(n, 5)); }
+    };
+    CStingyFile file;
+    file.Write("0123456789", 10);
+    EXPECT_EQ("01234", Contents(file));
+    EXPECT_EQ(10u, file.GetPosition());
+    file.Write("x", 1);
+    EXPECT_EQ("01234", Contents(file));
+}
+
+TEST(MemoryFile, ArchivesRunOverIt)
+{
+    CMemoryFile file;
+    {
+        CArchive archive(&file, CArchive::store, 128);
+        for (int i = 0; i < 1000; ++i)
+            archive << i;
+        archive.Close();
+    }
+    EXPECT_EQ(4000u, file.GetLength());
+    file.SeekToBegin();
+    CArchive archive(&file, CArchive::load | CArchive::bNoFlushOnDelete, 128);
+    for (int i = 0; i < 1000; ++i) {
+        int value = -1;
+        archive >> value;
+        ASSERT_EQ(i, value);
+    }
+}
