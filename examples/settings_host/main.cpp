@@ -5,6 +5,7 @@
 //
 // Read main() at the end first: it is the whole flow, one step a line.
 #include "Account.h"
+#include "Pack.h"
 
 #include <kelgen/persistence/IniFile.h>
 #include <kelgen/persistence/RegistryPropertyExchange.h>
@@ -258,5 +259,6 @@ int main(int argc, char** argv)
 
     WatchAndChange(settings, fromFile);
     WriteBack(exchange);
+    PackAndReport(settings);
     return 0;
 }

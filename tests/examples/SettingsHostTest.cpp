@@ -102,6 +102,10 @@ TEST_F(SettingsHost, TellsOfEveryStep)
 
 6. Write the set back and read it again
    The registry holds every value of the set
+
+7. Pack the set into an archive and read it back
+   4 settings in 104 bytes, checksum abe1f688
+   The archive holds every value of the set
 )--", run.account);
 }
 
@@ -163,6 +167,7 @@ TEST_F(SettingsHost, AnyFileKeepsItsValues)
             EXPECT_EQ(0, run.exitStatus);
             EXPECT_EQ("", run.errors);
             EXPECT_EQ("   The registry holds every value of the set\n", StepOf(run.account, "Write")) << run.account;
+            EXPECT_NE(run.account.npos, run.account.find("   The archive holds every value of the set\n")) << run.account;
         }
     }
 }
