@@ -16,6 +16,9 @@ using namespace kelgen::posix;
 
 namespace {
 
+// An insert with a width beyond this is a bad format, not a reason to ask for gigabytes.
+constexpr size_t kMostUnits = size_t{1} << 24;
+
 /// The arguments by number; a list is read no further than the highest number asked for.
 class InsertArguments
 {
@@ -155,6 +158,8 @@ private:
         BoundedOutput<Unit> measure(nullptr, 0);
         OneInsert measured(m_arguments, first);
         PrintfFormatter(measure, measured).Format(format.c_str());
+        if (measure.Length() > kMostUnits)
+            return false;
         const size_t before = result.size();
         result.resize(before + measure.Length());
         BoundedOutput<Unit> output(result.data() + before, measure.Length());
