@@ -45,12 +45,14 @@
 #include <kelgen/containers/StdArrayInterface.h>
 #include <kelgen/containers/StdSort.h>
 
+#include <kelgen/text/BSTR.h>
 #include <kelgen/text/IntegerText.h>
 #include <kelgen/text/International.h>
 #include <kelgen/text/MapStrToStr.h>
 #include <kelgen/text/Str.h>
 #include <kelgen/text/StrArray.h>
 #include <kelgen/text/StrTokenizer.h>
+#include <kelgen/text/WArchive.h>
 #include <kelgen/text/WStr.h>
 #include <kelgen/text/WStrArray.h>
 #include <kelgen/text/WStrTokenizer.h>
@@ -63,8 +65,10 @@
 #include <kelgen/property/PropertyValueTriggerCallback.h>
 #include <kelgen/property/Reference.h>
 
+#include <kelgen/persistence/BufferedFile.h>
 #include <kelgen/persistence/CRC.h>
 #include <kelgen/persistence/IniFile.h>
+#include <kelgen/persistence/MemoryFile.h>
 #include <kelgen/persistence/MemoryStorage.h>
 #include <kelgen/persistence/Registry.h>
 #include <kelgen/persistence/RegistryPropertyExchange.h>

@@ -248,6 +248,15 @@ TEST(WStrFormat, DigitsBeyondTheRuntimesBuffersAreExact)
     EXPECT_EQ(std::u16string(200000, u' ') + u"5", Formatted(u"%*d", 200001, 5));
 }
 
+TEST(WStrFormat, FormatsMayBeResources)
+{
+    CWStr text;
+    text.Format(40, 5, u"six"_w);
+    EXPECT_EQ(u"5 of six", Units(text));
+    text.FormatMessageA(41, 5, u"six"_w);
+    EXPECT_EQ(u"six and 5", Units(text));
+}
+
 TEST(WStrFormatMessage, PutsArgumentsInByNumber)
 {
     CWStr text(u"old"_w);
