@@ -2,7 +2,7 @@
 #include <kelgen/text/WStr.h>
 
 #include <kelgen/platform/WideFormat.h>
-#include <kelgen/platform/printf/PrintfSpecification.h>
+#include <kelgen/platform/printf/PrintfDirective.h>
 #include <kelgen/text/ScanUnits.h>
 #include <kelgen/text/WStrBlocks.h>
 
@@ -100,7 +100,7 @@ private:
     /// What one conversion takes from the list.
     struct Values
     {
-        PrintfSpecification specification;
+        PrintfDirective directive;
         PrintfArgument kind = PrintfArgument::None;
         double number = 0;
         const void* text = nullptr;
@@ -145,9 +145,9 @@ private:
 
     void TakeNext()
     {
-        m_runtimeNext = m_reader.Read(m_runtimeNext, m_values.specification);
+        m_runtimeNext = m_reader.Read(m_runtimeNext, m_values.directive);
         m_values.text = nullptr;
-        m_values.kind = ArgumentOf(m_values.specification);
+        m_values.kind = ArgumentOf(m_values.directive);
         switch (m_values.kind) {
         case PrintfArgument::None: break;
         case PrintfArgument::Int: m_arguments.Int(); break;
@@ -180,7 +180,7 @@ private:
             if (*format == '#')
                 m_sum += 2;
             else if (*format == '*')
-                width = m_values.specification.widthIsArgument ? m_values.specification.width : 0;
+                width = m_values.directive.widthIsArgument ? m_values.directive.width : 0;
             else if (*format != '-' && *format != '+' && *format != '0' && *format != ' ')
                 break;
         }
@@ -193,7 +193,7 @@ private:
             ++format;
             if (*format == '*') {
                 ++format;
-                precision = m_values.specification.precisionIsArgument ? m_values.specification.precision : 0;
+                precision = m_values.directive.precisionIsArgument ? m_values.directive.precision : 0;
             } else {
                 precision = ReadNumber(format);
             }
@@ -251,7 +251,7 @@ private:
     const unsigned short* const m_first;
     const unsigned short* const m_last;
     VaListArguments m_arguments;
-    PrintfSpecificationReader<unsigned short, VaListArguments> m_reader;
+    PrintfDirectiveReader<unsigned short, VaListArguments> m_reader;
     const unsigned short* const m_end;
     const unsigned short* m_runtimeNext;
     Values m_values;

@@ -6,6 +6,7 @@
 #include <kelgen/framework/MemFile.h>
 #include <kelgen/framework/StringArray.h>
 
+#include "framework/Stored.h"
 #include "framework/Thrown.h"
 #include "support/Random.h"
 #include "support/Rows.h"
@@ -14,26 +15,11 @@
 #include <set>
 
 using kelgen::test::RowName;
+using kelgen::test::Stored;
 using kelgen::test::Thrown;
 using namespace std::string_literals;
 
 namespace {
-
-/// The bytes that @p code stores.
-template <class CODE>
-std::string Stored(CODE&& code, int bufferSize = 4096)
-{
-    CMemFile file;
-    {
-        CArchive archive(&file, CArchive::store, bufferSize);
-        code(archive);
-        archive.Close();
-    }
-    file.SeekToBegin();
-    std::string bytes(static_cast<std::size_t>(file.GetLength()), 0);
-    file.Read(bytes.data(), static_cast<UINT>(bytes.size()));
-    return bytes;
-}
 
 /// Loads from @p bytes; returns what was thrown.
 template <class CODE>

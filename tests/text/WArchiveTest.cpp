@@ -3,6 +3,7 @@
 
 #include <kelgen/framework/MemFile.h>
 
+#include "framework/Stored.h"
 #include "framework/Thrown.h"
 #include "support/Random.h"
 #include "support/Rows.h"
@@ -12,26 +13,12 @@
 
 using kelgen::test::Random;
 using kelgen::test::RowName;
+using kelgen::test::Stored;
 using kelgen::test::Thrown;
 using kelgen::test::Units;
 using namespace std::string_literals;
 
 namespace {
-
-template <class CODE>
-std::string Stored(CODE&& code, int bufferSize = 4096)
-{
-    CMemFile file;
-    {
-        CArchive archive(&file, CArchive::store, bufferSize);
-        code(archive);
-        archive.Close();
-    }
-    file.SeekToBegin();
-    std::string bytes(static_cast<std::size_t>(file.GetLength()), 0);
-    file.Read(bytes.data(), static_cast<UINT>(bytes.size()));
-    return bytes;
-}
 
 /// An archive that loads these bytes.
 class Loading

@@ -3,7 +3,7 @@
 
 #include <kelgen/platform/Win32.h>
 #include <kelgen/platform/printf/PrintfFloat.h>
-#include <kelgen/platform/printf/PrintfSpecification.h>
+#include <kelgen/platform/printf/PrintfDirective.h>
 
 #include <algorithm>
 #include <climits>
@@ -109,14 +109,14 @@ private:
             m_output.Put('%');
             return format + 1;
         }
-        format = PrintfSpecificationReader<Unit, Arguments>(m_arguments).Read(format, m_specification);
-        if (m_specification.width < 0) {
-            m_specification.left = true;
-            m_specification.width = -std::max(m_specification.width, -INT_MAX);
+        format = PrintfDirectiveReader<Unit, Arguments>(m_arguments).Read(format, m_directive);
+        if (m_directive.width < 0) {
+            m_directive.left = true;
+            m_directive.width = -std::max(m_directive.width, -INT_MAX);
         }
-        m_specification.precision = std::max(m_specification.precision, -1);
-        if (m_specification.letter != 0)
-            Convert(m_specification.letter);
+        m_directive.precision = std::max(m_directive.precision, -1);
+        if (m_directive.letter != 0)
+            Convert(m_directive.letter);
         return format;
     }
 
@@ -143,13 +143,13 @@ private:
 
     bool IsWideText(bool unmarked) const
     {
-        return m_specification.size == PrintfSize::None ? unmarked : m_specification.size != PrintfSize::Narrow;
+        return m_directive.size == PrintfSize::None ? unmarked : m_directive.size != PrintfSize::Narrow;
     }
 
     void Signed()
     {
-        long long value = m_specification.size == PrintfSize::Bits64 ? m_arguments.LongLong() : m_arguments.Int();
-        if (m_specification.size == PrintfSize::Narrow)
+        long long value = m_directive.size == PrintfSize::Bits64 ? m_arguments.LongLong() : m_arguments.Int();
+        if (m_directive.size == PrintfSize::Narrow)
             value = static_cast<short>(value);
         const auto bits = static_cast<unsigned long long>(value);
         Integer(value < 0 ? 0 - bits : bits, 10, false, SignOf(value < 0));
@@ -157,19 +157,19 @@ private:
 
     void Unsigned(unsigned base, bool capital)
     {
-        auto value = m_specification.size == PrintfSize::Bits64 ? static_cast<unsigned long long>(m_arguments.LongLong())
+        auto value = m_directive.size == PrintfSize::Bits64 ? static_cast<unsigned long long>(m_arguments.LongLong())
                                                           : static_cast<unsigned>(m_arguments.Int());
-        if (m_specification.size == PrintfSize::Narrow)
+        if (m_directive.size == PrintfSize::Narrow)
             value = static_cast<unsigned short>(value);
-        const bool prefixed = m_specification.alternate && value != 0;
+        const bool prefixed = m_directive.alternate && value != 0;
         Integer(value, base, capital, !prefixed || base == 10 ? "" : base == 8 ? "0" : capital ? "0X" : "0x");
     }
 
     void PointerValue()
     {
         const auto value = reinterpret_cast<std::uintptr_t>(m_arguments.Pointer());
-        m_specification.precision = 2 * sizeof value;
-        Integer(value, 16, true, m_specification.alternate && value ? "0X" : "");
+        m_directive.precision = 2 * sizeof value;
+        Integer(value, 16, true, m_directive.alternate && value ? "0X" : "");
     }
 
     void Integer(unsigned long long value, unsigned base, bool capital, std::string_view prefix)
@@ -180,7 +180,7 @@ private:
         const std::string_view body(first, static_cast<std::size_t>(end - first));
 
         Number number{prefix, 0, body, 0, {}};
-        const auto wanted = static_cast<std::size_t>(m_specification.precision < 0 ? 1 : m_specification.precision);
+        const auto wanted = static_cast<std::size_t>(m_directive.precision < 0 ? 1 : m_directive.precision);
         number.leadingZeros = wanted > body.size() ? wanted - body.size() : 0;
         PutNumber(number);
     }
@@ -207,13 +207,13 @@ private:
     {
         const double value = m_arguments.Double();
         FloatText text;
-        FormatFloat(value, conversion, m_specification.precision, m_specification.alternate, text);
+        FormatFloat(value, conversion, m_directive.precision, m_directive.alternate, text);
         PutNumber({SignOf(std::signbit(value)), 0, text.body, text.zeros, text.exponent});
     }
 
     std::string_view SignOf(bool negative) const
     {
-        return negative ? "-" : m_specification.plus ? "+" : m_specification.blank ? " " : "";
+        return negative ? "-" : m_directive.plus ? "+" : m_directive.blank ? " " : "";
     }
 
     void PutNumber(const Number& number)
@@ -223,7 +223,7 @@ private:
         std::size_t before = 0;
         std::size_t zeros = number.leadingZeros;
         std::size_t behind = 0;
-        (m_specification.left ? behind : m_specification.zero ? zeros : before) += padding;
+        (m_directive.left ? behind : m_directive.zero ? zeros : before) += padding;
 
         m_output.Fill(' ', before);
         m_output.Copy(number.prefix.data(), number.prefix.size());
@@ -236,7 +236,7 @@ private:
 
     std::size_t Padding(std::size_t length) const
     {
-        const auto width = static_cast<std::size_t>(m_specification.width);
+        const auto width = static_cast<std::size_t>(m_directive.width);
         return width > length ? width - length : 0;
     }
 
@@ -266,13 +266,13 @@ private:
 
     std::size_t MostUnits() const
     {
-        return m_specification.precision < 0 ? SIZE_MAX : static_cast<std::size_t>(m_specification.precision);
+        return m_directive.precision < 0 ? SIZE_MAX : static_cast<std::size_t>(m_directive.precision);
     }
 
     template <class Source>
     void PutText(const Source* text)
     {
-        const std::size_t length = m_specification.precision < 0 ? LengthOf(text) : BoundedLengthOf(text, MostUnits());
+        const std::size_t length = m_directive.precision < 0 ? LengthOf(text) : BoundedLengthOf(text, MostUnits());
         if constexpr (sizeof(Source) > sizeof(Unit)) {
             m_failed = std::any_of(text, text + length, [](Source unit) { return unit > 0xFF; });
             if (m_failed)
@@ -297,19 +297,19 @@ private:
     void PutUnits(const Source* units, std::size_t count)
     {
         const std::size_t padding = Padding(count);
-        if (!m_specification.left)
-            m_output.Fill(m_specification.zero ? '0' : ' ', padding);
+        if (!m_directive.left)
+            m_output.Fill(m_directive.zero ? '0' : ' ', padding);
         m_output.Copy(units, count);
-        if (m_specification.left)
+        if (m_directive.left)
             m_output.Fill(' ', padding);
     }
 
     void StoreLength()
     {
         void* const place = m_arguments.Pointer();
-        if (m_specification.size == PrintfSize::Narrow)
+        if (m_directive.size == PrintfSize::Narrow)
             *static_cast<short*>(place) = static_cast<short>(m_output.Length());
-        else if (m_specification.size == PrintfSize::Bits64)
+        else if (m_directive.size == PrintfSize::Bits64)
             *static_cast<long long*>(place) = static_cast<long long>(m_output.Length());
         else
             *static_cast<int*>(place) = static_cast<int>(m_output.Length());
@@ -317,7 +317,7 @@ private:
 
     BoundedOutput<Unit>& m_output;
     Arguments& m_arguments;
-    PrintfSpecification m_specification;
+    PrintfDirective m_directive;
     bool m_failed = false;
 };
 

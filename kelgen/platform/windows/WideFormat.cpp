@@ -18,7 +18,7 @@ constexpr int kMostPadding = 100000;
 bool IsSound(const WCHAR* format, va_list arguments)
 {
     VaListArguments list(arguments);
-    PrintfSpecificationReader<WCHAR, VaListArguments> reader(list);
+    PrintfDirectiveReader<WCHAR, VaListArguments> reader(list);
     while (*format) {
         if (*format++ != '%')
             continue;
@@ -26,19 +26,19 @@ bool IsSound(const WCHAR* format, va_list arguments)
             ++format;
             continue;
         }
-        PrintfSpecification specification;
-        format = reader.Read(format, specification);
-        if (specification.width > kMostPadding || specification.width < -kMostPadding)
+        PrintfDirective directive;
+        format = reader.Read(format, directive);
+        if (directive.width > kMostPadding || directive.width < -kMostPadding)
             return false;
-        switch (ArgumentOf(specification)) {
+        switch (ArgumentOf(directive)) {
         case PrintfArgument::None: break;
         case PrintfArgument::Int: list.Int(); break;
         case PrintfArgument::Int64: list.LongLong(); break;
         case PrintfArgument::Double: list.Double(); break;
         case PrintfArgument::Pointer: list.Pointer(); break;
         }
-        const bool isText = specification.letter == 's' || specification.letter == 'S';
-        if (!isText && (specification.precision > kMostDigits || specification.precision < -1))
+        const bool isText = directive.letter == 's' || directive.letter == 'S';
+        if (!isText && (directive.precision > kMostDigits || directive.precision < -1))
             return false;
     }
     return true;

@@ -1,4 +1,4 @@
-// PrintfSpecification.h: what stands between a '%' and its conversion letter, as the runtime's printf reads it.
+// PrintfDirective.h: what stands between a '%' and its conversion letter, as the runtime's printf reads it.
 #pragma once
 
 #include <climits>
@@ -24,7 +24,7 @@ enum class PrintfArgument
 };
 
 /// One conversion. Numbers are as they were given: a negative width means left, a negative precision none.
-struct PrintfSpecification
+struct PrintfDirective
 {
     bool left = false;
     bool zero = false;
@@ -40,11 +40,11 @@ struct PrintfSpecification
 };
 
 /// The kind of argument that the conversion takes behind its width and precision.
-constexpr PrintfArgument ArgumentOf(const PrintfSpecification& specification)
+constexpr PrintfArgument ArgumentOf(const PrintfDirective& directive)
 {
-    switch (specification.letter) {
+    switch (directive.letter) {
     case 'd': case 'i': case 'u': case 'o': case 'x': case 'X':
-        return specification.size == PrintfSize::Bits64 ? PrintfArgument::Int64 : PrintfArgument::Int;
+        return directive.size == PrintfSize::Bits64 ? PrintfArgument::Int64 : PrintfArgument::Int;
     case 'c': case 'C': return PrintfArgument::Int;
     case 's': case 'S': case 'p': case 'n': return PrintfArgument::Pointer;
     case 'e': case 'E': case 'f': case 'g': case 'G': case 'a': case 'A': return PrintfArgument::Double;
@@ -70,38 +70,38 @@ private:
     va_list m_list;
 };
 
-/// Reads one specification, whose '%' lies before @p format, with the arguments of its stars.
+/// Reads one directive, whose '%' lies before @p format, with the arguments of its stars.
 template <class Unit, class Arguments>
-class PrintfSpecificationReader
+class PrintfDirectiveReader
 {
 public:
-    explicit PrintfSpecificationReader(Arguments& arguments) : m_arguments(arguments) {}
+    explicit PrintfDirectiveReader(Arguments& arguments) : m_arguments(arguments) {}
 
     /// Where the format goes on: behind the letter, or at the format's end.
-    const Unit* Read(const Unit* format, PrintfSpecification& specification)
+    const Unit* Read(const Unit* format, PrintfDirective& directive)
     {
-        specification = {};
-        format = ReadFlags(format, specification);
-        format = ReadNumber(format, specification.width, specification.widthIsArgument);
+        directive = {};
+        format = ReadFlags(format, directive);
+        format = ReadNumber(format, directive.width, directive.widthIsArgument);
         if (*format == '.') {
-            specification.precision = 0;
-            format = ReadNumber(format + 1, specification.precision, specification.precisionIsArgument);
+            directive.precision = 0;
+            format = ReadNumber(format + 1, directive.precision, directive.precisionIsArgument);
         }
-        format = ReadSize(format, specification.size);
-        specification.letter = static_cast<unsigned>(*format);
+        format = ReadSize(format, directive.size);
+        directive.letter = static_cast<unsigned>(*format);
         return *format == 0 ? format : format + 1;
     }
 
 private:
-    static const Unit* ReadFlags(const Unit* format, PrintfSpecification& specification)
+    static const Unit* ReadFlags(const Unit* format, PrintfDirective& directive)
     {
         for (;; ++format) {
             switch (*format) {
-            case '-': specification.left = true; break;
-            case '0': specification.zero = true; break;
-            case '+': specification.plus = true; break;
-            case ' ': specification.blank = true; break;
-            case '#': specification.alternate = true; break;
+            case '-': directive.left = true; break;
+            case '0': directive.zero = true; break;
+            case '+': directive.plus = true; break;
+            case ' ': directive.blank = true; break;
+            case '#': directive.alternate = true; break;
             default: return format;
             }
         }
