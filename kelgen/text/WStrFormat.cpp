@@ -266,24 +266,23 @@ struct LocalFreer
 
 }  // namespace
 
-/// Formats into room for @p reserve units, or more when the text needs it.
+/// Formats into room for @p reserve units; negative: for the text, whatever its length.
 void CWStr::FormatInto(int reserve, const unsigned short* format, va_list args)
 {
-    GetBuffer(reserve);
-    const int room = GetAllocLength();
-    int length = -1;
-    // The shared empty block is not written.
-    if (m_text != EmptyText())
-        length = FormatCopy(m_text, room + 1, format, args);
-    if (length < 0 || length > room) {
+    if (reserve < 0) {
         SetLength(0);
-        length = FormatCopy(nullptr, 0, format, args);
-        if (length < 0 || length > kMostUnits)
+        reserve = FormatCopy(nullptr, 0, format, args);
+        if (reserve < 0 || reserve > kMostUnits)
             AfxThrowMemoryException();
-        GetBuffer(length);
-        if (length > 0)
-            FormatCopy(m_text, length + 1, format, args);
     }
+    GetBuffer(reserve);
+    // The shared empty block is not written.
+    if (m_text == EmptyText())
+        return;
+    const int room = GetAllocLength();
+    int length = FormatCopy(m_text, room + 1, format, args);
+    if (length < 0 || length > room)
+        length = FormatCopy(nullptr, 0, format, args) < 0 ? 0 : room;
     SetLength(kelgen::detail::LengthToZero(m_text, length));
 }
 
@@ -293,7 +292,7 @@ void CWStr::FormatV(const unsigned short* format, va_list args)
         format = EmptyText();
     const FormatEstimate estimate(*this, format, args);
     // What no block holds tells nothing about the text: that is measured instead.
-    const int reserve = estimate.Sum() > kMostUnits ? 0 : static_cast<int>(estimate.Sum());
+    const int reserve = estimate.Sum() > kMostUnits ? -1 : static_cast<int>(estimate.Sum());
     if (!estimate.ReadsTarget()) {
         FormatInto(reserve, format, args);
         return;
