@@ -11,3 +11,4 @@
 #include <kelgen/platform/posix/registry/PrivateProfile.h>
 #include <kelgen/platform/posix/registry/Registry.h>
 #include <kelgen/platform/posix/resources/Resources.h>
+#include <kelgen/platform/posix/user/User.h>
