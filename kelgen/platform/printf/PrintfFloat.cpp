@@ -121,15 +121,17 @@ public:
     {
         const bool general = conversion == 'g';
         const int length = static_cast<int>(std::strlen(name));
-        const int wanted = !general ? precision : precision == 0 ? length : precision - 1;
+        const int wanted = !general ? (precision < 0 ? kDefaultPrecision : precision) : precision <= 0 ? length : precision - 1;
         const int decimals = std::min(wanted, length);
         std::snprintf(m_text.buffer, sizeof m_text.buffer, "1.%.*s", decimals, name);
         if (decimals > 0 && decimals < length && name[decimals] >= '5')
             ++m_text.buffer[1 + decimals];
         m_text.body = {m_text.buffer, decimals > 0 ? static_cast<std::size_t>(2 + decimals) : 1};
-        m_text.zeros = general ? 0 : static_cast<std::size_t>(wanted - decimals);
-        if (conversion == 'e')
+        m_text.zeros = general && !m_alternate ? 0 : static_cast<std::size_t>(wanted - decimals);
+        if (conversion == 'e') {
             m_text.exponent = m_capital ? "E+000" : "e+000";
+            m_text.cut = static_cast<std::size_t>(length - decimals);
+        }
     }
 
 private:
@@ -257,7 +259,7 @@ void FormatFloat(double value, char conversion, int precision, bool alternate, F
     const int digits = precision < 0 ? kDefaultPrecision : precision;
     Writer writer(text, alternate, capital);
     if (!std::isfinite(value))
-        writer.Special(SpecialName(value, negative), kind, digits);
+        writer.Special(SpecialName(value, negative), kind, precision);
     else if (kind == 'f')
         writer.Fixed(magnitude, digits);
     else if (kind == 'e')

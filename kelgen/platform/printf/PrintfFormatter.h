@@ -2,8 +2,8 @@
 #pragma once
 
 #include <kelgen/platform/Win32.h>
-#include <kelgen/platform/printf/PrintfFloat.h>
 #include <kelgen/platform/printf/PrintfDirective.h>
+#include <kelgen/platform/printf/PrintfFloat.h>
 
 #include <algorithm>
 #include <climits>
@@ -208,7 +208,26 @@ private:
         const double value = m_arguments.Double();
         FloatText text;
         FormatFloat(value, conversion, m_directive.precision, m_directive.alternate, text);
-        PutNumber({SignOf(std::signbit(value)), 0, text.body, text.zeros, text.exponent});
+        const Number number{SignOf(std::signbit(value)), 0, text.body, text.zeros, text.exponent};
+        if (std::isfinite(value))
+            PutNumber(number);
+        else
+            PutInfinite(number, text.cut);
+    }
+
+    /// By contract: what the precision cut off is padded as well; at the left margin, the padding precedes the exponent and zeros become
+    /// blanks behind it.
+    void PutInfinite(const Number& number, std::size_t cut)
+    {
+        const std::size_t length = number.prefix.size() + number.body.size() + number.trailingZeros + number.exponent.size();
+        const std::size_t padding = Padding(length > cut ? length - cut : 0);
+        m_output.Fill(' ', m_directive.left || m_directive.zero ? 0 : padding);
+        m_output.Copy(number.prefix.data(), number.prefix.size());
+        m_output.Fill('0', m_directive.zero && !m_directive.left ? padding : 0);
+        m_output.Copy(number.body.data(), number.body.size());
+        m_output.Fill(m_directive.left ? ' ' : '0', m_directive.left ? padding : number.trailingZeros);
+        m_output.Copy(number.exponent.data(), number.exponent.size());
+        m_output.Fill(' ', m_directive.left ? number.trailingZeros : 0);
     }
 
     std::string_view SignOf(bool negative) const
