@@ -1,5 +1,9 @@
 // User.h: windows, messages, menus and dialogs.
 #pragma once
 
+#include <kelgen/platform/posix/user/Hooks.h>
+#include <kelgen/platform/posix/user/Input.h>
+#include <kelgen/platform/posix/user/MessageCalls.h>
 #include <kelgen/platform/posix/user/Messages.h>
+#include <kelgen/platform/posix/user/Timers.h>
 #include <kelgen/platform/posix/user/WindowTypes.h>
