@@ -10,6 +10,7 @@
 #include <kelgen/framework/CmdTarget.h>
 #include <kelgen/framework/Exceptions.h>
 #include <kelgen/framework/File.h>
+#include <kelgen/framework/FileFind.h>
 #include <kelgen/framework/List.h>
 #include <kelgen/framework/ListTypes.h>
 #include <kelgen/framework/Map.h>
@@ -76,6 +77,9 @@
 #include <kelgen/system/DBInterface.h>
 #include <kelgen/system/KELException.h>
 #include <kelgen/system/Math.h>
+#include <kelgen/system/Resource.h>
 #include <kelgen/system/Savings.h>
+#include <kelgen/system/Shell.h>
+#include <kelgen/system/VersionInfo.h>
 
 #include <kelgen/window/CompletionReport.h>

@@ -12,3 +12,4 @@
 #include <kelgen/platform/posix/registry/Registry.h>
 #include <kelgen/platform/posix/resources/Resources.h>
 #include <kelgen/platform/posix/user/User.h>
+#include <kelgen/platform/posix/resources/VersionInformation.h>

@@ -6,6 +6,7 @@
 #include <kelgen/platform/posix/base/LastError.h>
 #include <kelgen/platform/posix/kernel/ModuleTable.h>
 #include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/resources/ResourceLanguage.h>
 #include <kelgen/platform/posix/resources/ResourceModules.h>
 #include <kelgen/platform/posix/resources/ResourceTable.h>
 
@@ -59,21 +60,9 @@ std::optional<ResourceKey> KeyOf(const Char* name)
     return ResourceKey{{}, *number};
 }
 
-/// Of the languages of one resource the one to give for @p language, or null.
-const ResourceEntry* ChooseLanguage(std::span<const ResourceEntry> entries, WORD language)
+WORD LanguageOf(const ResourceEntry& entry)
 {
-    std::vector<WORD> wanted = {language, MAKELANGID(PRIMARYLANGID(language), SUBLANG_NEUTRAL), 0};
-    const bool anyLanguage = PRIMARYLANGID(language) == LANG_NEUTRAL;
-    if (anyLanguage) {
-        const WORD ofThread = LANGIDFROMLCID(GetThreadLocale());
-        wanted.insert(wanted.end(), {ofThread, MAKELANGID(PRIMARYLANGID(ofThread), SUBLANG_NEUTRAL),
-                                     MAKELANGID(LANG_ENGLISH, SUBLANG_DEFAULT)});
-    }
-    for (const WORD candidate : wanted)
-        for (const ResourceEntry& entry : entries)
-            if (entry.language == candidate)
-                return &entry;
-    return anyLanguage && !entries.empty() ? &entries.front() : nullptr;
+    return entry.language;
 }
 
 /// The resource, or null and in @p error why not.
@@ -82,7 +71,7 @@ const ResourceEntry* Find(const Tables& tables, const ResourceKey& type, const R
     error = ERROR_RESOURCE_DATA_NOT_FOUND;
     for (const auto& table : tables) {
         const auto entries = table->OfName(type, name);
-        if (const ResourceEntry* entry = ChooseLanguage(entries, language))
+        if (const ResourceEntry* entry = ChooseLanguage(entries, language, LanguageOf))
             return entry;
         const DWORD reason = !entries.empty()               ? ERROR_RESOURCE_LANG_NOT_FOUND
                              : !table->OfType(type).empty() ? ERROR_RESOURCE_NAME_NOT_FOUND

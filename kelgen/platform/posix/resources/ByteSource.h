@@ -1,0 +1,79 @@
+// ByteSource.h: bytes of a file or of memory that parsers ask for piece by piece.
+#pragma once
+
+#include <kelgen/platform/posix/base/Descriptor.h>
+#include <kelgen/platform/posix/base/Types.h>
+
+#include <cstring>
+#include <optional>
+#include <span>
+#include <type_traits>
+
+namespace kelgen::posix {
+
+/// Bytes of a known size. A request that does not lie in them fails as a whole.
+class ByteSource
+{
+public:
+    virtual ~ByteSource() = default;
+
+    ULONGLONG Size() const { return m_size; }
+    bool Holds(ULONGLONG offset, ULONGLONG count) const { return offset <= m_size && count <= m_size - offset; }
+
+    /// Copies @p target's size of bytes from @p offset on; false when they are not all there.
+    bool Read(ULONGLONG offset, std::span<BYTE> target) const { return Holds(offset, target.size()) && Copy(offset, target); }
+
+    /// The value whose little-endian bytes begin at @p offset.
+    template <class Value>
+    std::optional<Value> ReadAs(ULONGLONG offset) const
+    {
+        static_assert(std::is_trivially_copyable_v<Value>);
+        BYTE bytes[sizeof(Value)];
+        if (!Read(offset, bytes))
+            return std::nullopt;
+        Value value;
+        std::memcpy(&value, bytes, sizeof value);
+        return value;
+    }
+
+protected:
+    explicit ByteSource(ULONGLONG size) : m_size(size) {}
+
+private:
+    virtual bool Copy(ULONGLONG offset, std::span<BYTE> target) const = 0;
+
+    ULONGLONG m_size;
+};
+
+/// Bytes in memory, which must outlive this.
+class MemoryBytes : public ByteSource
+{
+public:
+    explicit MemoryBytes(std::span<const BYTE> bytes) : ByteSource(bytes.size()), m_bytes(bytes) {}
+
+private:
+    bool Copy(ULONGLONG offset, std::span<BYTE> target) const override
+    {
+        std::memcpy(target.data(), m_bytes.data() + offset, target.size());
+        return true;
+    }
+
+    std::span<const BYTE> m_bytes;
+};
+
+/// Bytes of an open file. The file may shrink meanwhile: then reading fails.
+class FileBytes : public ByteSource
+{
+public:
+    FileBytes(Descriptor file, ULONGLONG size) : ByteSource(size), m_file(std::move(file)) {}
+
+private:
+    bool Copy(ULONGLONG offset, std::span<BYTE> target) const override
+    {
+        return pread(m_file.Get(), target.data(), target.size(), static_cast<off_t>(offset)) == static_cast<ssize_t>(target.size());
+    }
+
+    Descriptor m_file;
+};
+
+}  // namespace kelgen::posix
