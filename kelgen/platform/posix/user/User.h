@@ -1,8 +1,10 @@
 // User.h: windows, messages, menus and dialogs.
 #pragma once
 
+#include <kelgen/platform/posix/user/Accelerators.h>
 #include <kelgen/platform/posix/user/Hooks.h>
 #include <kelgen/platform/posix/user/Input.h>
+#include <kelgen/platform/posix/user/Menus.h>
 #include <kelgen/platform/posix/user/MessageCalls.h>
 #include <kelgen/platform/posix/user/Messages.h>
 #include <kelgen/platform/posix/user/Timers.h>

@@ -1,4 +1,4 @@
-// UserHandles.h: tables of the handles of menus, icons and accelerator tables, checked by generation.
+// UserHandles.h: tables of the handles of menus, icons, accelerator tables and bitmaps, checked by generation.
 #pragma once
 
 #include <kelgen/platform/posix/base/Types.h>
@@ -9,11 +9,13 @@
 
 namespace kelgen::posix::user {
 
-/// The low halves of the handles of each kind: first, first + 4, first + 8 and so on. Windows have the even ones.
+/// The low halves of the handles of each kind: first, first + 8, first + 16 and so on. Windows have the even ones.
 enum class HandleKind : WORD
 {
     kMenu = 0x21,
     kIcon = 0x23,
+    kAccelerators = 0x25,
+    kBitmap = 0x27,
 };
 
 /// Objects by handle. A handle has 32 bits: its slot, and above it a generation that is never 0, so that a handle is no command
@@ -59,7 +61,7 @@ public:
 
 private:
     static constexpr std::size_t kFirst = static_cast<std::size_t>(kind);
-    static constexpr std::size_t kStep = 4;
+    static constexpr std::size_t kStep = 8;
     static constexpr std::size_t kMostSlots = (0x10000 - kFirst) / kStep;
 
     struct Slot
