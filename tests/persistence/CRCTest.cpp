@@ -4,7 +4,6 @@
 #include <kelgen/persistence/MemoryStorage.h>
 
 #include "support/Random.h"
-#include "support/Rows.h"
 
 using namespace kelgen::test;
 
@@ -37,30 +36,14 @@ DWORD BitwiseCrc(DWORD polynomial, const std::string& bytes)
     return crc;
 }
 
-struct KnownSum
-{
-    const char* name;
-    DWORD polynomial;
-    std::string bytes;
-    DWORD sum;
-};
-
-class CRCKnownSum : public testing::TestWithParam<KnownSum>
-{
-};
-
 }  // namespace
 
-TEST_P(CRCKnownSum, MatchesPublishedValue)
+TEST(CRC, KnownSums)
 {
-    EXPECT_EQ(GetParam().sum, SumOf(GetParam().polynomial, GetParam().bytes));
+    EXPECT_EQ(0x89A1897Fu, SumOf(kEthernet, "123456789"));
+    EXPECT_EQ(0u, SumOf(0, "123456789"));
+    EXPECT_EQ(kCastagnoli, SumOf(kCastagnoli, std::string("\0\0\0\1", 4)));
 }
-
-INSTANTIATE_TEST_SUITE_P(, CRCKnownSum,
-                         testing::Values(KnownSum{"Check", kEthernet, "123456789", 0x89A1897F}, KnownSum{"NoBytes", kEthernet, "", 0},
-                                         KnownSum{"ZeroPolynomial", 0, "123456789", 0},
-                                         KnownSum{"OneBit", kCastagnoli, std::string("\0\0\0\1", 4), kCastagnoli}),
-                         RowName);
 
 TEST(CRC, EveryPolynomialAndLengthEqualsTheBitwiseModel)
 {
@@ -103,26 +86,18 @@ TEST(CRC, RebuiltTableChangesTheSumsOfOlderObjects)
 TEST(CRC, DoneStartsOverAndCopiesGoOn)
 {
     std::string bytes = "123456789";
+    CMemoryStorage rest(nullptr, bytes.data() + 4, 5);
+    CMemoryStorage empty(nullptr);
     CCRCFast crc(kEthernet);
     crc.PutBytes(Bytes(bytes), 4);
     CCRCFast copy = crc;
     crc.PutBytes(Bytes(bytes), 0);
     crc.PutBytes(Bytes(bytes), -1);
-    crc.PutBytes(Bytes(bytes) + 4, 5);
+    crc.PutBytes(&empty);
+    crc.PutBytes(&rest);
     EXPECT_EQ(0x89A1897Fu, crc.Done());
     EXPECT_EQ(0u, crc.Done());
     for (size_t i = 4; i < bytes.size(); ++i)
         copy.PutByte(Bytes(bytes)[i]);
     EXPECT_EQ(0x89A1897Fu, copy.Done());
-}
-
-TEST(CRC, StorageCountsItsBytesOnly)
-{
-    std::string bytes = "123456789";
-    CMemoryStorage storage(nullptr, bytes.data(), 9);
-    CMemoryStorage empty(nullptr);
-    CCRCFast crc(kEthernet);
-    crc.PutBytes(&empty);
-    crc.PutBytes(&storage);
-    EXPECT_EQ(0x89A1897Fu, crc.Done());
 }
