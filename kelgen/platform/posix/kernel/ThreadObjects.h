@@ -12,6 +12,13 @@ class ThreadObject;
 /// The calling thread's object; made at the first call in a thread that was started elsewhere.
 std::shared_ptr<Waitable> CurrentThreadObject();
 
+/// Whether a thread of this process with that id runs: one whose end has been announced does not.
+bool ThreadRuns(DWORD thread);
+
+/// Sets what each thread calls with its id as its last act, after its thread-local objects are gone and before its handles are
+/// signalled. Threads: any; the last one set counts.
+void CallAtThreadEnd(void (*act)(DWORD thread));
+
 /// A waitable object that a thread may own and leave behind when it ends. Enlisted from construction to destruction.
 class OwnedByThread : public Waitable
 {

@@ -6,6 +6,7 @@
 #include <kelgen/platform/posix/kernel/ThreadObjects.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <condition_variable>
 #include <pthread.h>
@@ -13,6 +14,7 @@
 #include <sys/syscall.h>
 #include <thread>
 #include <unistd.h>
+#include <unordered_set>
 #include <vector>
 
 namespace kelgen::posix {
@@ -48,11 +50,37 @@ std::vector<OwnedByThread*>& OwnedObjects()
     return objects;
 }
 
+std::atomic<void (*)(DWORD)> threadEndAct{nullptr};
+
+// Ids of threads that have ended here and may still be known to the kernel for a moment. Under the dispatcher lock.
+std::unordered_set<DWORD>& EndedThreads()
+{
+    static auto& ended = *new std::unordered_set<DWORD>;
+    return ended;
+}
+
+bool KernelKnows(DWORD thread)
+{
+    return syscall(SYS_tgkill, getpid(), thread, 0) == 0;
+}
+
+void NoteEnded(DWORD thread)
+{
+    constexpr std::size_t kEnough = 256;
+    auto& ended = EndedThreads();
+    if (ended.size() >= kEnough)
+        std::erase_if(ended, [](DWORD id) { return !KernelKnows(id); });
+    ended.insert(thread);
+}
+
 // Runs after the thread's C++ thread-local objects are destroyed: whoever waits for the thread finds nothing of it running.
 void ThreadEnded(void* value)
 {
     const std::unique_ptr<ThreadPointer> object(static_cast<ThreadPointer*>(value));
+    if (const auto act = threadEndAct.load())
+        act(GetCurrentThreadId());
     const std::lock_guard lock(DispatcherLock());
+    NoteEnded((*object)->id);
     for (OwnedByThread* owned : OwnedObjects())
         owned->OwnerEnded((*object)->id);
     (*object)->SignalEnd();
@@ -82,6 +110,8 @@ ThreadPointer Current()
     object->id = GetCurrentThreadId();
     object->begun = true;
     Adopt(object);
+    const std::lock_guard lock(DispatcherLock());
+    EndedThreads().erase(object->id);
     return object;
 }
 
@@ -105,6 +135,7 @@ void* RunThread(void* value)
     {
         std::unique_lock lock(DispatcherLock());
         object.id = GetCurrentThreadId();
+        EndedThreads().erase(object.id);
         object.changed.notify_all();
         object.changed.wait(lock, [&object] { return object.suspendCount == 0; });
         object.begun = true;
@@ -135,6 +166,17 @@ bool StartDetached(std::unique_ptr<StartRecord> record, SIZE_T stackSize)
 std::shared_ptr<Waitable> CurrentThreadObject()
 {
     return Current();
+}
+
+bool ThreadRuns(DWORD thread)
+{
+    const std::lock_guard lock(DispatcherLock());
+    return !EndedThreads().contains(thread) && KernelKnows(thread);
+}
+
+void CallAtThreadEnd(void (*act)(DWORD thread))
+{
+    threadEndAct = act;
 }
 
 OwnedByThread::OwnedByThread()
