@@ -30,6 +30,10 @@ public:
     /// then empty. *@p helpContext, if given, becomes 0.
     virtual BOOL GetErrorMessage(LPSTR text, UINT capacity, UINT* helpContext = nullptr) const;
 
+    /// Shows the text in a message box of that type (0: MB_OK); for an exception without one, string resource @p errorId or a general
+    /// text. Returns the button.
+    virtual int ReportError(UINT type = 0, UINT errorId = 0);
+
     BOOL m_bAutoDelete;  ///< Whether Delete() deletes.
 };
 

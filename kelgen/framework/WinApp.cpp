@@ -1,4 +1,4 @@
-// WinApp.cpp: the application object's start and names.
+// WinApp.cpp: the application object's birth and names.
 #include <kelgen/framework/WinApp.h>
 
 #include <kelgen/framework/Exceptions.h>
@@ -59,6 +59,7 @@ BOOL AfxWinInit(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int showComman
         app->m_nCmdShow = showCommand;
         app->SetCurrentHandles();
     }
+    AfxInitThread();
     return TRUE;
 }
 

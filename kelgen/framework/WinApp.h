@@ -1,12 +1,20 @@
-// WinApp.h: the application object: its names, and its profile in the registry or an initialization file.
+// WinApp.h: the application object: start and end, names, message boxes, and a profile in the registry or an initialization file.
 #pragma once
 
+#include <kelgen/framework/CommandLine.h>
 #include <kelgen/framework/String.h>
 #include <kelgen/framework/WinThread.h>
 
 /// Prepares the framework for the program; the program's main function calls it once, before all else. Takes the instance handle
 /// over into the module state and, when there is an application object, sets its handles and names. TRUE.
 KELGEN_FRAMEWORK_API BOOL AfxWinInit(HINSTANCE instance, HINSTANCE previousInstance, LPSTR commandLine, int showCommand);
+
+/// A program from start to end: AfxWinInit, then the application object's InitApplication, InitInstance and Run. When InitInstance
+/// fails the main window is destroyed and ExitInstance called. The program's exit code; -1 when it could not be prepared.
+/// The target kelgen::main supplies a program's main function, which calls this.
+KELGEN_FRAMEWORK_API int AfxWinMain(HINSTANCE instance, HINSTANCE previousInstance, LPSTR commandLine, int showCommand);
+/// Ends what AfxWinInit began.
+KELGEN_FRAMEWORK_API void AfxWinTerm();
 
 /// The one application object of a module. Its constructor makes it the module's (AfxGetApp) and the calling thread's.
 ///
@@ -21,6 +29,33 @@ public:
     /// Without a name, AfxWinInit takes string resource 0xE000 or, failing that, the program's file name.
     explicit CWinApp(LPCSTR appName = nullptr);
     ~CWinApp() override;
+
+    /// Once for each program, before InitInstance; FALSE ends the program. The base gives TRUE.
+    virtual BOOL InitApplication();
+    /// The base gives TRUE: an application may have no windows.
+    BOOL InitInstance() override;
+    /// Without a main window the program quits at once, unless automation keeps it.
+    int Run() override;
+    /// Tells the user, too, except of WM_CREATE, WM_PAINT and user exceptions.
+    LRESULT ProcessWndProcException(CException* exception, const MSG* message) override;
+
+    /// What AfxMessageBox does.
+    virtual int DoMessageBox(LPCSTR prompt, UINT type, UINT idPrompt);
+    /// The same with or without an application object.
+    static int ShowAppMessageBox(CWinApp* app, LPCSTR prompt, UINT type, UINT idPrompt);
+    /// Changes the cursor while waiting: on (1), off (-1), or on again (0).
+    virtual void DoWaitCursor(int code);
+    /// Passes the program's arguments to @p info, one by one.
+    void ParseCommandLine(CCommandLineInfo& info);
+
+    /// From the module that has the resource; null when none has it.
+    HCURSOR LoadCursor(LPCSTR resourceName) const;
+    HCURSOR LoadCursor(UINT resourceId) const;
+    HICON LoadIcon(LPCSTR resourceName) const;
+    HICON LoadIcon(UINT resourceId) const;
+    /// The system's own, by IDC_ or IDI_ name.
+    HCURSOR LoadStandardCursor(LPCSTR name) const;
+    HICON LoadStandardIcon(LPCSTR name) const;
 
     /// Keeps the profile in the registry from now on; the profile's name becomes the application's.
     void SetRegistryKey(LPCSTR registryKey);
@@ -60,3 +95,25 @@ public:
     LPCSTR m_pszHelpFilePath = nullptr;  ///< The program's path with ".HLP" as extension.
     LPCSTR m_pszProfileName = nullptr;  ///< The program's name with ".INI", until SetRegistryKey.
 };
+
+/// Shows the hourglass while it lives.
+class KELGEN_FRAMEWORK_API CWaitCursor
+{
+public:
+    CWaitCursor();
+    ~CWaitCursor();
+    CWaitCursor(const CWaitCursor&) = delete;
+    CWaitCursor& operator=(const CWaitCursor&) = delete;
+
+    /// Shows it again after a message box or dialog changed the cursor.
+    void Restore();
+};
+
+/// Whether automation clients hold the application: it must not end while the count of AfxOleLockApp is above 0.
+KELGEN_FRAMEWORK_API void AfxOleLockApp();
+/// At 0 an application that the user does not control ends: its loop is told to quit.
+KELGEN_FRAMEWORK_API void AfxOleUnlockApp();
+KELGEN_FRAMEWORK_API BOOL AfxOleCanExitApp();
+/// Whether the user, not an automation client, has the application in hand; TRUE at first.
+KELGEN_FRAMEWORK_API BOOL AfxOleGetUserCtrl();
+KELGEN_FRAMEWORK_API void AfxOleSetUserCtrl(BOOL userControl);

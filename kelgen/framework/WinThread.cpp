@@ -1,6 +1,7 @@
 // WinThread.cpp: starting and ending threads, and each thread's own object.
 #include <kelgen/framework/WinThread.h>
 
+#include <kelgen/framework/Exceptions.h>
 #include <kelgen/framework/ModuleState.h>
 #include <kelgen/framework/WinApp.h>
 
@@ -9,6 +10,18 @@ IMPLEMENT_DYNAMIC(CWinThread, CCmdTarget)
 namespace {
 
 thread_local CWinThread* currentThread = nullptr;
+
+CWinThread* Started(CWinThread* thread, int priority, UINT stackSize, DWORD flags, LPSECURITY_ATTRIBUTES security)
+{
+    if (!thread->CreateThread(flags | CREATE_SUSPENDED, stackSize, security)) {
+        thread->Delete();
+        return nullptr;
+    }
+    thread->SetThreadPriority(priority);
+    if (!(flags & CREATE_SUSPENDED))
+        thread->ResumeThread();
+    return thread;
+}
 
 }  // namespace
 
@@ -20,19 +33,20 @@ CWinThread* AfxGetThread()
 CWinThread* AfxBeginThread(AFX_THREADPROC procedure, LPVOID parameter, int priority, UINT stackSize, DWORD flags,
                            LPSECURITY_ATTRIBUTES security)
 {
-    const auto thread = new CWinThread(procedure, parameter);
-    if (!thread->CreateThread(flags | CREATE_SUSPENDED, stackSize, security)) {
-        thread->Delete();
-        return nullptr;
-    }
-    thread->SetThreadPriority(priority);
-    if (!(flags & CREATE_SUSPENDED))
-        thread->ResumeThread();
-    return thread;
+    return Started(new CWinThread(procedure, parameter), priority, stackSize, flags, security);
+}
+
+CWinThread* AfxBeginThread(CRuntimeClass* threadClass, int priority, UINT stackSize, DWORD flags, LPSECURITY_ATTRIBUTES security)
+{
+    const auto thread = static_cast<CWinThread*>(threadClass->CreateObject());
+    if (!thread)
+        AfxThrowMemoryException();
+    return Started(thread, priority, stackSize, flags, security);
 }
 
 void AfxEndThread(UINT exitCode, BOOL deleteThread)
 {
+    AfxTermThread();
     if (currentThread && deleteThread)
         currentThread->Delete();
     currentThread = nullptr;
@@ -60,7 +74,7 @@ void CWinThread::Attach()
 
 BOOL CWinThread::CreateThread(DWORD flags, UINT stackSize, LPSECURITY_ATTRIBUTES security)
 {
-    if (m_hThread || !m_pfnThreadProc)
+    if (m_hThread)
         return FALSE;
     // It begins only when handle and id are in place: the object may be gone as soon as the thread runs.
     unsigned id = 0;
@@ -80,9 +94,18 @@ unsigned WINAPI CWinThread::Main(void* object)
     const auto thread = static_cast<CWinThread*>(object);
     AfxSetModuleState(thread->m_pModuleState);
     thread->Attach();
-    const UINT exitCode = thread->m_pfnThreadProc(thread->m_pThreadParams);
+    const auto exitCode = static_cast<unsigned>(thread->RunMain());
+    AfxTermThread();
     thread->Delete();
     return exitCode;
+}
+
+int CWinThread::RunMain()
+{
+    if (m_pfnThreadProc)
+        return static_cast<int>(m_pfnThreadProc(m_pThreadParams));
+    AfxInitThread();
+    return InitInstance() ? Run() : ExitInstance();
 }
 
 int CWinThread::GetThreadPriority() const

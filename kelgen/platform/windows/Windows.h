@@ -21,6 +21,8 @@
 // Bits of the multibyte tables; the C++ library uses these names for itself.
 #undef _M1
 #undef _M2
+// A macro with parameters, and a member of the framework's windows.
+#undef GetNextWindow
 #include <process.h>
 #include <tlhelp32.h>
 

@@ -1,0 +1,164 @@
+// WndMessages.cpp: a message's way through a window's object.
+#include <kelgen/framework/Wnd.h>
+
+#include <kelgen/framework/Exceptions.h>
+#include <kelgen/framework/HandleMapTypes.h>
+#include <kelgen/framework/ModuleState.h>
+#include <kelgen/framework/ThreadState.h>
+#include <kelgen/framework/WinThread.h>
+
+using namespace kelgen::detail;
+
+namespace {
+
+/// Makes a message the thread's current one; the one before comes back at the end, however that is reached.
+class CurrentMessage
+{
+public:
+    CurrentMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+        : m_current(AfxGetThreadState()->m_lastSentMsg), m_before(m_current)
+    {
+        m_current.hwnd = window;
+        m_current.message = message;
+        m_current.wParam = wParam;
+        m_current.lParam = lParam;
+    }
+    ~CurrentMessage() { m_current = m_before; }
+    CurrentMessage(const CurrentMessage&) = delete;
+    CurrentMessage& operator=(const CurrentMessage&) = delete;
+
+    MSG& Current() { return m_current; }
+
+private:
+    MSG& m_current;
+    const MSG m_before;
+};
+
+LRESULT ResultOfException(CException* exception, const MSG& message)
+{
+    CWinThread* const thread = AfxGetThread();
+    const LRESULT result = thread ? thread->ProcessWndProcException(exception, &message)
+                                  : CWinThread().ProcessWndProcException(exception, &message);
+    exception->Delete();
+    return result;
+}
+
+}  // namespace
+
+LRESULT CALLBACK AfxWndProc(HWND hWnd, UINT nMsg, WPARAM wParam, LPARAM lParam)
+{
+    if (nMsg == WM_QUERYAFXWNDPROC)
+        return 1;
+    CWnd* const window = CWnd::FromHandlePermanent(hWnd);
+    if (!window || window->m_hWnd != hWnd)
+        return ::DefWindowProcA(hWnd, nMsg, wParam, lParam);
+    return AfxCallWndProc(window, hWnd, nMsg, wParam, lParam);
+}
+
+LRESULT AfxCallWndProc(CWnd* pWnd, HWND hWnd, UINT nMsg, WPARAM wParam, LPARAM lParam)
+{
+    CurrentMessage current(hWnd, nMsg, wParam, lParam);
+    try {
+        return pWnd->WindowProc(nMsg, wParam, lParam);
+    } catch (CException* exception) {
+        return ResultOfException(exception, current.Current());
+    }
+}
+
+LRESULT CWnd::Default()
+{
+    const MSG current = AfxGetThreadState()->m_lastSentMsg;
+    return DefWindowProc(current.message, current.wParam, current.lParam);
+}
+
+const MSG* CWnd::GetCurrentMessage()
+{
+    return &AfxGetThreadState()->m_lastSentMsg;
+}
+
+LRESULT CWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    LRESULT result = 0;
+    if (!OnWndMsg(message, wParam, lParam, &result))
+        result = DefWindowProc(message, wParam, lParam);
+    return result;
+}
+
+LRESULT CWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const WNDPROC super = *GetSuperWndProcAddr();
+    return super ? ::CallWindowProcA(super, m_hWnd, message, wParam, lParam) : ::DefWindowProcA(m_hWnd, message, wParam, lParam);
+}
+
+BOOL CWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult)
+{
+    LRESULT ignored = 0;
+    LRESULT& result = pResult ? *pResult : ignored;
+    if (message == WM_COMMAND) {
+        if (!OnCommand(wParam, lParam))
+            return FALSE;
+        result = 1;
+        return TRUE;
+    }
+    if (message == WM_NOTIFY) {
+        result = 0;
+        return lParam != 0 && OnNotify(wParam, lParam, &result);
+    }
+    const AFX_MSGMAP_ENTRY* const entry = FindMessageEntry(GetMessageMap(), message);
+    if (!entry)
+        return FALSE;
+    MappedMessage mapped{message, wParam, lParam, 0};
+    if (!entry->message(*this, mapped))
+        return FALSE;
+    result = mapped.result;
+    return TRUE;
+}
+
+BOOL CWnd::PreTranslateMessage(MSG*)
+{
+    return FALSE;
+}
+
+BOOL CWnd::WalkPreTranslateTree(HWND hWndStop, MSG* pMsg)
+{
+    for (HWND window = pMsg->hwnd; window; window = ::GetParent(window)) {
+        CWnd* const object = FromHandlePermanent(window);
+        if (object && object->PreTranslateMessage(pMsg))
+            return TRUE;
+        if (window == hWndStop)
+            break;
+    }
+    return FALSE;
+}
+
+void CWnd::SendMessageToDescendants(UINT message, WPARAM wParam, LPARAM lParam, BOOL bDeep, BOOL bOnlyPerm)
+{
+    SendMessageToDescendants(m_hWnd, message, wParam, lParam, bDeep, bOnlyPerm);
+}
+
+void CWnd::SendMessageToDescendants(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam, BOOL bDeep, BOOL bOnlyPerm)
+{
+    for (HWND child = ::GetTopWindow(hWnd); child; child = ::GetWindow(child, GW_HWNDNEXT)) {
+        if (!bOnlyPerm)
+            ::SendMessageA(child, message, wParam, lParam);
+        else if (CWnd* const object = FromHandlePermanent(child))
+            AfxCallWndProc(object, object->m_hWnd, message, wParam, lParam);
+        if (bDeep && ::GetTopWindow(child))
+            SendMessageToDescendants(child, message, wParam, lParam, bDeep, bOnlyPerm);
+    }
+}
+
+LRESULT CWnd::SendMessage(UINT message, WPARAM wParam, LPARAM lParam) const
+{
+    return ::SendMessageA(m_hWnd, message, wParam, lParam);
+}
+
+BOOL CWnd::PostMessage(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    return ::PostMessageA(m_hWnd, message, wParam, lParam);
+}
+
+BOOL CWnd::SendNotifyMessage(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    return ::SendNotifyMessageA(m_hWnd, message, wParam, lParam);
+}
