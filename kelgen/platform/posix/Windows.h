@@ -11,5 +11,5 @@
 #include <kelgen/platform/posix/registry/PrivateProfile.h>
 #include <kelgen/platform/posix/registry/Registry.h>
 #include <kelgen/platform/posix/resources/Resources.h>
-#include <kelgen/platform/posix/user/User.h>
 #include <kelgen/platform/posix/resources/VersionInformation.h>
+#include <kelgen/platform/posix/user/User.h>

@@ -11,8 +11,12 @@ namespace {
 
 constexpr std::size_t kStemLength = 8;
 constexpr std::size_t kExtensionLength = 3;
-constexpr std::size_t kKeptLetters = 4;
-constexpr std::uint32_t kNumbers = 36 * 36 * 36;
+// A generated stem is some letters of the name, '~' and a number in base 36.
+constexpr std::uint32_t kBase = 36;
+constexpr std::uint32_t kNumbers = kBase * kBase * kBase;
+constexpr std::uint32_t kLongNumbers = kNumbers * kBase * kBase;
+// So many numbers are tried before a name gets a long one: a folder may hold more alike names than there are short numbers.
+constexpr std::uint32_t kTries = 64;
 
 bool IsShortNameLetter(char letter)
 {
@@ -46,17 +50,19 @@ std::uint32_t HashOf(std::string_view name)
     std::uint32_t hash = 2166136261u;
     for (const char letter : name)
         hash = (hash ^ static_cast<unsigned char>(letter)) * 16777619u;
-    return hash % kNumbers;
+    return hash;
 }
 
-std::string Generated(std::string_view name, std::uint32_t number)
+// numbers, a power of the base, is above number.
+std::string Generated(std::string_view name, std::uint32_t number, std::uint32_t numbers)
 {
     std::size_t dot = name.rfind('.');
     if (dot == 0 || dot == std::string_view::npos)
         dot = name.size();
-    std::string result = Replaced(name.substr(0, dot), kKeptLetters) + '~';
-    for (std::uint32_t unit = 36 * 36; unit > 0; unit /= 36)
-        result += "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ"[number / unit % 36];
+    std::string digits;
+    while ((numbers /= kBase) > 0)
+        digits += "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ"[number / numbers % kBase];
+    std::string result = Replaced(name.substr(0, dot), kStemLength - 1 - digits.size()) + '~' + digits;
     if (dot + 1 < name.size())
         result += '.' + Replaced(name.substr(dot + 1), kExtensionLength);
     return result;
@@ -87,10 +93,14 @@ ShortNames::ShortNames(const std::vector<std::string>& entries)
     for (const std::string& entry : entries) {
         if (IsShortName(entry))
             continue;
-        std::uint32_t number = HashOf(entry);
-        std::string candidate = Generated(entry, number);
-        while (!taken.insert(candidate).second)
-            candidate = Generated(entry, number = (number + 1) % kNumbers);
+        const std::uint32_t hash = HashOf(entry);
+        std::string candidate;
+        for (std::uint32_t i = 0;; ++i) {
+            const std::uint32_t numbers = i < kTries ? kNumbers : kLongNumbers;
+            candidate = Generated(entry, (hash % numbers + i) % numbers, numbers);
+            if (taken.insert(candidate).second)
+                break;
+        }
         m_generated.emplace(entry, std::move(candidate));
     }
 }

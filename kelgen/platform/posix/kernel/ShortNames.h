@@ -1,6 +1,8 @@
 // ShortNames.h: the 8.3 names of a folder's entries.
 #pragma once
 
+#include <kelgen/platform/Export.h>
+
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -13,7 +15,7 @@ bool IsShortName(std::string_view name);
 
 /// Generates 8.3 names for those entries of one folder that have none, all different. A name depends on its entry alone, unless
 /// two entries clash: then the later one in byte order takes the next free number.
-class ShortNames
+class KELGEN_PLATFORM_API ShortNames
 {
 public:
     /// @p entries: all names of the folder in byte order. Cost: one hash an entry.
