@@ -2,7 +2,7 @@
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
-install(TARGETS kelgen_platform kelgen_framework kelgen_kelgen EXPORT kelgen
+install(TARGETS kelgen_platform kelgen_framework kelgen_kelgen kelgen_main EXPORT kelgen
   RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
   LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
   ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
@@ -23,5 +23,9 @@ install(FILES "${CMAKE_CURRENT_BINARY_DIR}/kelgenConfig.cmake" "${CMAKE_CURRENT_
 
 # Where libraries and headers lie is found from the file's own place, so an installed tree may be moved.
 file(RELATIVE_PATH pkgconfig_prefix "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
+if(WIN32)
+  set(KELGEN_MAIN_UNDEFINED "-Wl,--undefined=WinMain")
+endif()
 configure_file(cmake/kelgen.pc.in kelgen.pc @ONLY)
-install(FILES "${CMAKE_CURRENT_BINARY_DIR}/kelgen.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+configure_file(cmake/kelgen-main.pc.in kelgen-main.pc @ONLY)
+install(FILES "${CMAKE_CURRENT_BINARY_DIR}/kelgen.pc" "${CMAKE_CURRENT_BINARY_DIR}/kelgen-main.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")

@@ -16,6 +16,10 @@ class CFrameWnd;
 class CWnd;
 struct CCreateContext;
 
+namespace kelgen::detail {
+struct WindowCall;
+}
+
 /// Flags of RunModalLoop.
 constexpr DWORD MLF_NOIDLEMSG = 0x0001;   ///< The parent gets no WM_ENTERIDLE.
 constexpr DWORD MLF_NOKICKIDLE = 0x0002;  ///< The window gets no WM_KICKIDLE.
@@ -415,7 +419,6 @@ protected:
 
 private:
     explicit CWnd(HWND hWnd) : m_hWnd(hWnd) {}
-    void CreateFailed();
 
-    friend LRESULT AfxCallWndProc(CWnd*, HWND, UINT, WPARAM, LPARAM);
+    friend struct kelgen::detail::WindowCall;
 };

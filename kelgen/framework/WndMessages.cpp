@@ -9,6 +9,12 @@
 
 using namespace kelgen::detail;
 
+/// The way from AfxCallWndProc into an object.
+struct kelgen::detail::WindowCall
+{
+    static LRESULT Call(CWnd* window, const MSG& message) { return window->WindowProc(message.message, message.wParam, message.lParam); }
+};
+
 namespace {
 
 /// Makes a message the thread's current one; the one before comes back at the end, however that is reached.
@@ -27,7 +33,7 @@ public:
     CurrentMessage(const CurrentMessage&) = delete;
     CurrentMessage& operator=(const CurrentMessage&) = delete;
 
-    MSG& Current() { return m_current; }
+    const MSG& Current() const { return m_current; }
 
 private:
     MSG& m_current;
@@ -57,9 +63,9 @@ LRESULT CALLBACK AfxWndProc(HWND hWnd, UINT nMsg, WPARAM wParam, LPARAM lParam)
 
 LRESULT AfxCallWndProc(CWnd* pWnd, HWND hWnd, UINT nMsg, WPARAM wParam, LPARAM lParam)
 {
-    CurrentMessage current(hWnd, nMsg, wParam, lParam);
+    const CurrentMessage current(hWnd, nMsg, wParam, lParam);
     try {
-        return pWnd->WindowProc(nMsg, wParam, lParam);
+        return WindowCall::Call(pWnd, current.Current());
     } catch (CException* exception) {
         return ResultOfException(exception, current.Current());
     }
