@@ -4,6 +4,7 @@
 #include <kelgen/platform/posix/user/Accelerators.h>
 #include <kelgen/platform/posix/user/Activation.h>
 #include <kelgen/platform/posix/user/Hooks.h>
+#include <kelgen/platform/posix/user/Icons.h>
 #include <kelgen/platform/posix/user/Input.h>
 #include <kelgen/platform/posix/user/Menus.h>
 #include <kelgen/platform/posix/user/MessageCalls.h>
