@@ -2,12 +2,12 @@
 #include <kelgen/property/Property.h>
 #include <kelgen/text/IntegerText.h>
 
-#include "support/Rows.h"
+#include "framework/Thrown.h"
 
 #include <climits>
 
 using namespace gen;
-using kelgen::test::RowName;
+using kelgen::test::Thrown;
 
 namespace {
 
@@ -38,123 +38,84 @@ public:
 
 }  // namespace
 
-struct Stored
+TEST(PropertyValue, IntegersAreConvertedIntoTheType)
 {
-    const char* name;
-    EPropertyType type;
-    int number;
-    int integer;
-    const char* text;
-    const char* unsignedText;  // after SetValueUnsignedInteger of the same bits
-};
+    const struct
+    {
+        const char* name;
+        EPropertyType type;
+        int number, integer;
+        const char* text;
+    } rows[] = {
+        {"none stores nothing", eptNone, 5, 0, ""},
+        {"unknown stores nothing", EPropertyType(99), 5, 0, ""},
+        {"lowest", eptInteger, INT_MIN, INT_MIN, "-2147483648"},
+        {"unsigned", eptUnsignedInteger, -1, -1, "4294967295"},
+        {"short keeps the low 16 bits", eptShort, 70000, 4464, "4464"},
+        {"short extends its sign", eptShort, 40000, -25536, "-25536"},
+        {"unsigned short keeps the low 16 bits", eptUnsignedShort, -1, 65535, "65535"},
+        {"text", eptString, -1, -1, "-1"},
+        {"true by high bits only", eptBool, 0x100, 1, "1"},
+        {"false", eptBool, 0, 0, "0"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        CPropertyValue value = Typed(row.type);
+        value.SetValueInteger(row.number);
+        EXPECT_EQ(row.integer, value.GetValueInteger());
+        EXPECT_EQ(static_cast<unsigned int>(row.integer), value.GetValueUnsignedInteger());
+        EXPECT_STREQ(row.text, value.GetValueString());
 
-class PropertyValueInteger : public testing::TestWithParam<Stored>
-{};
-
-TEST_P(PropertyValueInteger, IsConvertedIntoTheType)
-{
-    const Stored& row = GetParam();
-    CPropertyValue value = Typed(row.type);
-    value.SetValueInteger(row.number);
-    EXPECT_EQ(row.integer, value.GetValueInteger());
-    EXPECT_EQ(static_cast<unsigned int>(row.integer), value.GetValueUnsignedInteger());
-    EXPECT_STREQ(row.text, value.GetValueString());
-    EXPECT_EQ(row.type, value.GetType());
-
-    value.SetValueUnsignedInteger(static_cast<unsigned int>(row.number));
-    EXPECT_EQ(row.integer, value.GetValueInteger());
-    EXPECT_STREQ(row.unsignedText, value.GetValueString());
+        value.SetValueUnsignedInteger(static_cast<unsigned int>(row.number));
+        EXPECT_EQ(row.integer, value.GetValueInteger());
+        EXPECT_STREQ(row.type == eptString ? "4294967295" : row.text, value.GetValueString());
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(, PropertyValueInteger, testing::Values(
-    Stored{"NoneStoresNothing", eptNone, 5, 0, "", ""},
-    Stored{"UndefinedStoresNothing", eptUndefined, 5, 0, "", ""},
-    Stored{"UnknownStoresNothing", EPropertyType(99), 5, 0, "", ""},
-    Stored{"IntegerLowest", eptInteger, INT_MIN, INT_MIN, "-2147483648", "-2147483648"},
-    Stored{"UnsignedAllOnes", eptUnsignedInteger, -1, -1, "4294967295", "4294967295"},
-    Stored{"ShortKeepsLow16Bits", eptShort, 70000, 4464, "4464", "4464"},
-    Stored{"ShortExtendsItsSign", eptShort, 40000, -25536, "-25536", "-25536"},
-    Stored{"UnsignedShortKeepsLow16Bits", eptUnsignedShort, -1, 65535, "65535", "65535"},
-    Stored{"TextWritesTheSetterSign", eptString, -1, -1, "-1", "4294967295"},
-    Stored{"BooleanOfNegative", eptBool, -3, 1, "1", "1"},
-    Stored{"BooleanOfHighBitsOnly", eptBool, 0x100, 1, "1", "1"},
-    Stored{"BooleanOfZero", eptBool, 0, 0, "0", "0"}), RowName);
-
-struct Text
+TEST(PropertyValue, TextsReadAsTheirLeadingNumber)
 {
-    const char* name;
-    const char* text;
-    int number;
-};
-
-class PropertyValueText : public testing::TestWithParam<Text>
-{};
-
-TEST_P(PropertyValueText, ReadsItsLeadingNumber)
-{
-    const auto& [name, text, number] = GetParam();
-    EXPECT_EQ(number, CPropertyValue(text).GetValueInteger());
-    EXPECT_EQ(static_cast<unsigned int>(number), CPropertyValue(text).GetValueUnsignedInteger());
-    EXPECT_EQ(number, TypedText(eptInteger, text).GetValueInteger());
-    EXPECT_EQ(static_cast<short>(number), TypedText(eptShort, text).GetValueInteger());
-    EXPECT_EQ(static_cast<unsigned short>(number), TypedText(eptUnsignedShort, text).GetValueInteger());
-    EXPECT_EQ(number != 0 ? 1 : 0, TypedText(eptBool, text).GetValueInteger());
+    const struct
+    {
+        const char* text;
+        int number;
+    } rows[] = {
+        {nullptr, 0}, {"", 0}, {"abc", 0}, {"  42x", 42}, {"\t\n\v\f\r 7", 7}, {"\x08" "7", 0}, {"\xA0" "7", 0}, {"+9", 9},
+        {"+-9", 0}, {"- 9", 0}, {"0x1F", 0}, {"-3", -3}, {"70000", 70000}, {"4294967295", -1}, {"4294967303", 7},
+    };
+    for (const auto& [text, number] : rows) {
+        SCOPED_TRACE(testing::PrintToString(text));
+        EXPECT_EQ(number, CPropertyValue(text).GetValueInteger());
+        EXPECT_EQ(number, TypedText(eptInteger, text).GetValueInteger());
+        EXPECT_EQ(static_cast<short>(number), TypedText(eptShort, text).GetValueInteger());
+        EXPECT_EQ(number != 0 ? 1 : 0, TypedText(eptBool, text).GetValueInteger());
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(, PropertyValueText, testing::Values(
-    Text{"Null", nullptr, 0}, Text{"Empty", "", 0}, Text{"Letters", "abc", 0}, Text{"BlanksAndRest", "  42x", 42},
-    Text{"AllBlanks", "\t\n\v\f\r 7", 7}, Text{"OtherControl", "\x08" "7", 0}, Text{"NoBreakSpace", "\xA0" "7", 0},
-    Text{"Plus", "+9", 9}, Text{"TwoSigns", "+-9", 0}, Text{"BlankAfterSign", "- 9", 0}, Text{"Hexadecimal", "0x1F", 0},
-    Text{"Negative", "-3", -3}, Text{"BeyondShort", "70000", 70000}, Text{"UnsignedKeepsItsBits", "4294967295", -1},
-    Text{"Beyond32BitsWraps", "4294967303", 7}), RowName);
-
-struct Equal
+TEST(PropertyValue, EqualityIsDecidedByTheLeftType)
 {
-    const char* name;
-    CPropertyValue left, right;
-    bool leftEqualsRight, rightEqualsLeft;
-};
-
-class PropertyValueEquality : public testing::TestWithParam<Equal>
-{};
-
-TEST_P(PropertyValueEquality, IsDecidedByTheLeftType)
-{
-    const Equal& row = GetParam();
-    EXPECT_EQ(row.leftEqualsRight, row.left == row.right);
-    EXPECT_EQ(row.rightEqualsLeft, row.right == row.left);
-}
-
-INSTANTIATE_TEST_SUITE_P(, PropertyValueEquality, testing::Values(
-    Equal{"NoneAndNone", Typed(eptNone), Typed(eptNone), true, true},
-    Equal{"NoneAndUndefined", Typed(eptNone), Typed(eptUndefined), false, false},
-    Equal{"NoneAndZero", Typed(eptNone), CPropertyValue(0), false, true},
-    Equal{"NoneAndEmptyText", Typed(eptNone), CPropertyValue(""), false, true},
-    Equal{"IntegerAndItsBitsUnsigned", CPropertyValue(-1), TypedText(eptUnsignedInteger, "4294967295"), true, true},
-    Equal{"ShortAndUnsignedShortOfOneBitPattern", TypedText(eptShort, "-1"), TypedText(eptUnsignedShort, "-1"), false, false},
-    Equal{"IntegerAndNumberWithRest", CPropertyValue(12), CPropertyValue("12abc"), true, true},
-    Equal{"TextsByCase", CPropertyValue("a"), CPropertyValue("A"), false, false},
-    Equal{"TextsWithOneNumber", CPropertyValue("12"), CPropertyValue("12abc"), false, false},
-    Equal{"TextAndTrue", CPropertyValue("1x"), CPropertyValue(true), false, true},
-    Equal{"TextOneAndTrue", CPropertyValue("1"), CPropertyValue(true), true, true},
-    Equal{"TrueAndOtherNumber", CPropertyValue(true), CPropertyValue(7), true, false},
-    Equal{"FalseAndNone", CPropertyValue(false), Typed(eptNone), true, false},
-    Equal{"UnknownTypeEqualsNothing", Typed(EPropertyType(99)), Typed(EPropertyType(99)), false, false}), RowName);
-
-TEST(PropertyValue, SetTypeKeepsNumberAndTextAndReportsNothing)
-{
-    Counted property(eptInteger);
-    CPropertyValue& value = property.GetValue();
-    value.SetValueInteger(0x12345);
-    property.reports = 0;
-
-    value.SetType(eptShort);
-    EXPECT_EQ(0x2345, value.GetValueInteger());
-    value.SetType(eptString);
-    EXPECT_STREQ("", value.GetValueString());
-    value.SetType(eptInteger);
-    EXPECT_EQ(0x12345, value.GetValueInteger());
-    EXPECT_EQ(0, property.reports);
+    const struct
+    {
+        const char* name;
+        CPropertyValue left, right;
+        bool leftEqualsRight, rightEqualsLeft;
+    } rows[] = {
+        {"none and none", Typed(eptNone), Typed(eptNone), true, true},
+        {"none and undefined", Typed(eptNone), Typed(eptUndefined), false, false},
+        {"none and zero", Typed(eptNone), CPropertyValue(0), false, true},
+        {"integer and its bits unsigned", CPropertyValue(-1), TypedText(eptUnsignedInteger, "4294967295"), true, true},
+        {"shorts of one bit pattern", TypedText(eptShort, "-1"), TypedText(eptUnsignedShort, "-1"), false, false},
+        {"integer and number with rest", CPropertyValue(12), CPropertyValue("12abc"), true, true},
+        {"texts by case", CPropertyValue("a"), CPropertyValue("A"), false, false},
+        {"texts with one number", CPropertyValue("12"), CPropertyValue("12abc"), false, false},
+        {"text and true", CPropertyValue("1x"), CPropertyValue(true), false, true},
+        {"true and other number", CPropertyValue(true), CPropertyValue(7), true, false},
+        {"false and none", CPropertyValue(false), Typed(eptNone), true, false},
+        {"unknown type equals nothing", Typed(EPropertyType(99)), Typed(EPropertyType(99)), false, false},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(row.leftEqualsRight, row.left == row.right) << row.name;
+        EXPECT_EQ(row.rightEqualsLeft, row.right == row.left) << row.name;
+    }
 }
 
 TEST(PropertyValue, EveryTypeReportsSettersOnceAndAssignmentsTwice)
@@ -184,17 +145,23 @@ TEST(PropertyValue, EveryTypeReportsSettersOnceAndAssignmentsTwice)
     }
 }
 
-TEST(PropertyValue, CopiesDoNotReportToTheSourcesOwner)
+TEST(PropertyValue, SetTypeAndCopiesReportNothing)
 {
     Counted property(eptInteger);
-    property.GetValue().SetValueInteger(5);
+    CPropertyValue& value = property.GetValue();
+    value.SetValueInteger(0x12345);
     property.reports = 0;
 
-    CPropertyValue copy(property.GetValue());
-    EXPECT_EQ(5, copy.GetValueInteger());
+    value.SetType(eptShort);
+    EXPECT_EQ(0x2345, value.GetValueInteger());
+    value.SetType(eptString);
+    EXPECT_STREQ("", value.GetValueString());
+    value.SetType(eptInteger);
+    EXPECT_EQ(0x12345, value.GetValueInteger()) << "number and text stay";
+    CPropertyValue copy(value);
     copy.SetValueInteger(6);
+    EXPECT_EQ(0x12345, value.GetValueInteger());
     EXPECT_EQ(0, property.reports);
-    EXPECT_EQ(5, property.GetValue().GetValueInteger());
 }
 
 TEST(PropertyValue, TextsOfATableAndOfAnArray)
@@ -207,10 +174,5 @@ TEST(PropertyValue, TextsOfATableAndOfAnArray)
     EXPECT_STREQ("ten", CPropertyValue("10x").GetValueText(byInteger));
     EXPECT_STREQ("", CPropertyValue(2).GetValueText(byInteger));
     EXPECT_STREQ("one", CPropertyValue(1).GetValueText(byIndex));
-    try {
-        CPropertyValue(2).GetValueText(byIndex);
-        FAIL() << "an index past the end";
-    } catch (CInvalidArgException* exception) {
-        exception->Delete();
-    }
+    EXPECT_EQ("CInvalidArgException", Thrown([&] { CPropertyValue(2).GetValueText(byIndex); })) << "an index past the end";
 }

@@ -18,15 +18,16 @@ private:
 
 }  // namespace
 
-TEST(Reference, TheLastReleaseDeletes)
+TEST(Reference, TheLastReleaseDeletesAndACopyStartsWithTheSourcesCount)
 {
     int deleted = 0;
-    auto* object = new Counted(deleted);
-    object->AddRef();
-    object->AddRef();
-    object->Release();
+    Counted source(deleted);
+    source.AddRef();
+    source.AddRef();
+    auto* copy = new Counted(source);
+    copy->Release();
     EXPECT_EQ(0, deleted);
-    object->Release();
+    copy->Release();
     EXPECT_EQ(1, deleted);
 }
 
@@ -38,19 +39,6 @@ TEST(Reference, ReleaseWithoutReferencesDeletesNothing)
     object.AddRef();
     object.Release();
     EXPECT_EQ(0, deleted) << "the count was -1, then 0, then -1";
-}
-
-TEST(Reference, ACopyStartsWithTheSourcesCount)
-{
-    int deleted = 0;
-    Counted source(deleted);
-    source.AddRef();
-    source.AddRef();
-    auto* copy = new Counted(source);
-    copy->Release();
-    EXPECT_EQ(0, deleted);
-    copy->Release();
-    EXPECT_EQ(1, deleted);
 }
 
 TEST(Reference, TheInterfaceKnowsANullPointer)
