@@ -1,6 +1,7 @@
 // FileSystemTest.cpp: how names, attributes and share modes lie in the system's own files.
 #include <kelgen/platform/posix/base/Home.h>
 #include <kelgen/platform/posix/kernel/Paths.h>
+#include <kelgen/platform/posix/kernel/ShortNames.h>
 
 #include "support/Random.h"
 #include "support/Scratch.h"
@@ -9,6 +10,8 @@
 #include <sys/wait.h>
 #include <sys/xattr.h>
 #include <unistd.h>
+
+#include <set>
 
 using namespace kelgen::posix;
 using namespace kelgen::test;
@@ -128,4 +131,18 @@ TEST(ShareModes, HoldBetweenProcesses)
     CloseHandle(opened);
     for (const int end : {ready[0], ready[1], done[0], done[1]})
         close(end);
+}
+
+TEST(ShortNames, AreDifferentInAFolderOfAHundredThousandAlikeNames)
+{
+    std::vector<std::string> entries;
+    for (int i = 100000; i < 200000; ++i)
+        entries.push_back("file name " + std::to_string(i) + ".text");
+    const ShortNames names(entries);
+    std::set<std::string> seen;
+    for (const std::string& entry : entries) {
+        const std::string name = names.Of(entry);
+        ASSERT_TRUE(name.size() <= 12 && name.starts_with("FI") && name.ends_with(".TEX")) << name;
+        ASSERT_TRUE(seen.insert(name).second) << name;
+    }
 }

@@ -16,7 +16,7 @@ constexpr std::uint32_t kBase = 36;
 constexpr std::uint32_t kNumbers = kBase * kBase * kBase;
 constexpr std::uint32_t kLongNumbers = kNumbers * kBase * kBase;
 // So many numbers are tried before a name gets a long one: a folder may hold more alike names than there are short numbers.
-constexpr std::uint32_t kTries = 64;
+constexpr std::uint32_t kTries = 16;
 
 bool IsShortNameLetter(char letter)
 {
