@@ -1,0 +1,130 @@
+// MessageHook.h: the platform's message filter and mouse hooks, passed on to objects.
+#pragma once
+
+#include <kelgen/Export.h>
+#include <kelgen/containers/BaseArray.h>
+#include <kelgen/framework/Geometry.h>
+#include <kelgen/platform/Win32.h>
+
+class CWinThread;
+
+/// A window's part in the message filter: mixed into a class that is a CWnd too, it gets the messages of its window that menus,
+/// dialogs and message boxes take from the queue.
+class KELGEN_API CMessageFilterWndHook
+{
+public:
+    virtual ~CMessageFilterWndHook();
+    /// @param code MSGF_DIALOGBOX, MSGF_MENU, ... What it returns does not count.
+    virtual LRESULT OnMessageFilter(int code, WPARAM wParam, MSG* pMsg) = 0;
+};
+
+/// The message filter of the process: one hook for each thread that asks for it, and a list of windows.
+///
+///     CMessageFilterMainHook::theMFMH.MessageFilterHook();      // this thread
+///     CMessageFilterMainHook::theMFMH.MessageFilterHook(this);  // this window
+///
+/// Threads: the lists are not locked.
+class KELGEN_API CMessageFilterMainHook
+{
+public:
+    /// A thread with the filter.
+    class CThreadHook
+    {
+    public:
+        CWinThread* m_pThread = nullptr;
+        HHOOK m_hHook = nullptr;
+        DWORD m_nThreadID = 0;
+    };
+
+    virtual ~CMessageFilterMainHook();
+
+    /// The process's only one.
+    static CMessageFilterMainHook theMFMH;
+    /// Stores its address. 1.
+    static LONG AppGetMessageFilterMainHook(CMessageFilterMainHook** pp);
+
+    /// Installs the filter for the calling thread, once: 1, or 0 when that fails.
+    LONG MessageFilterHook();
+    /// Takes it away: 1, also when there was none, or 0 when that fails.
+    LONG MessageFilterUnhook();
+    /// Appends a window, also one that is listed already. 1.
+    LONG MessageFilterHook(CMessageFilterWndHook* pHook);
+    /// Removes all entries of a window. 1.
+    LONG MessageFilterUnhook(CMessageFilterWndHook* pHook);
+
+    /// What the platform calls: the first listed window with the message's handle gets it, then the next hook in the chain of the thread
+    /// that the window belongs to; 0 when that thread has none here.
+    /// By contract: for a message of a window that is not listed it is 0 and the chain ends. The thread is looked for in as many places
+    /// as there are windows in the list.
+    /// Throws: the invalid-argument exception when those are more than there are threads and the thread is not among them.
+    static LRESULT CALLBACK MessageFilterMessageProc(int code, WPARAM wParam, LPARAM lParam);
+
+protected:
+    CMessageFilterMainHook() = default;
+
+    int FindThread(const CWinThread* pThread) const;
+
+    CBaseArray<CThreadHook, CThreadHook&> m_threads;
+    CBaseArray<CMessageFilterWndHook*, CMessageFilterWndHook*> m_windows;
+};
+
+/// Listens to the mouse, through a CMouseHook. Each operation does nothing by itself.
+///
+/// By contract: @p nFlags is the extra information of the event (SendInput, mouse_event), @p point is in screen coordinates.
+class KELGEN_API CMouseHookInterface
+{
+public:
+    virtual ~CMouseHookInterface();
+    virtual void OnHookLButtonDown(UINT nFlags, CPoint point);
+    virtual void OnHookMouseMove(UINT nFlags, CPoint point);
+    virtual void OnHookLButtonUp(UINT nFlags, CPoint point);
+};
+
+/// The mouse hook of the process, for moves and the left button's press and release.
+///
+/// Listeners may come and go while an event is passed on. Threads: the listeners are not locked, and are called on the thread that takes
+/// the mouse message from its queue.
+class KELGEN_API CMouseHook
+{
+public:
+    CMouseHook() = default;
+    CMouseHook(const CMouseHook&) = delete;
+    CMouseHook& operator=(const CMouseHook&) = delete;
+    virtual ~CMouseHook();
+
+    /// The one that was installed last; it gets the events.
+    static CMouseHook* pthemousehook;
+
+    /// Installs the hook for all threads; false on failure. By contract: the argument is not used, and a hook that this object has
+    /// installed before stays.
+    bool MouseHook(HINSTANCE);
+    /// Takes the hook away; false when there was none. By contract: pthemousehook stays.
+    bool MouseUnhook();
+    /// Appends a listener, once; false while the hook is not installed.
+    bool MouseHook(CMouseHookInterface* pListener);
+    /// Removes a listener; false when it is not listed or the hook is not installed.
+    bool MouseUnhook(CMouseHookInterface* pListener);
+
+    /// Tell the listeners in their order.
+    void MouseHookOnMouseMove(MOUSEHOOKSTRUCT* pEvent);
+    void MouseHookOnLButtonDown(MOUSEHOOKSTRUCT* pEvent);
+    void MouseHookOnLButtonUp(MOUSEHOOKSTRUCT* pEvent);
+
+protected:
+    HHOOK m_hHook = nullptr;
+    CArray<CMouseHookInterface*, CMouseHookInterface*> m_listeners;
+
+private:
+    using Event = void (CMouseHookInterface::*)(UINT nFlags, CPoint point);
+
+    static LRESULT CALLBACK MouseProc(int code, WPARAM wParam, LPARAM lParam);
+    void Tell(Event event, const MOUSEHOOKSTRUCT& data);
+    int Find(const CMouseHookInterface* pListener) const;
+};
+
+/// What takes part in the painting of windows.
+class KELGEN_API CPaintHook
+{
+public:
+    virtual ~CPaintHook();
+};

@@ -1,0 +1,72 @@
+// MessageWindow.h: a hidden window of its own for an object that messages are to reach.
+#pragma once
+
+#include <kelgen/Export.h>
+#include <kelgen/framework/Wnd.h>
+#include <kelgen/window/Presence.h>
+
+class CMessageWindowListener;
+
+/// The hidden window. Its listener sees every message first.
+class KELGEN_API CMessageWindow : public CWnd
+{
+public:
+    explicit CMessageWindow(CMessageWindowListener* pListener) : m_pListener(pListener) {}
+    ~CMessageWindow() override;
+
+    void MessageWindowSetListener(CMessageWindowListener* pListener) { m_pListener = pListener; }
+
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    BOOL PreTranslateMessage(MSG* pMsg) override;
+
+protected:
+    CMessageWindowListener* m_pListener;
+
+private:
+    kelgen::detail::Presence m_presence;
+};
+
+/// An object with a hidden window, through which others send and post messages to it. They are handled on the thread that created the
+/// window, whoever sends them.
+///
+///     class CJob : public virtual CMessageWindowListener
+///     {
+///         bool OnMessageWindowMessage(UINT message, WPARAM, LPARAM, LRESULT& result) override
+///         {
+///             if (message != WM_APP)
+///                 return false;
+///             result = 1;
+///             return true;
+///         }
+///     };
+class KELGEN_API CMessageWindowListener
+{
+public:
+    CMessageWindowListener() = default;
+    CMessageWindowListener(const CMessageWindowListener&) = delete;
+    CMessageWindowListener& operator=(const CMessageWindowListener&) = delete;
+    /// Destroys the window.
+    virtual ~CMessageWindowListener();
+
+protected:
+    /// Creates the window, unless it is there; false on failure, after which it may be tried again.
+    virtual bool CreateMessageWindow();
+    virtual void DestroyMessageWindow();
+
+public:
+    /// A message of the window. True when it is handled, with its result in @p result; false leaves it to the framework.
+    virtual bool OnMessageWindowMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) = 0;
+
+    /// The window's object, or null.
+    CWnd* GetMessageWindow() const { return m_pMessageWindow; }
+    void GetMessageWindow(CMessageWindow*& pWindow) const { pWindow = m_pMessageWindow; }
+
+    /// 0 when there is no window object. Threads: any; so for PostMessageA.
+    LRESULT SendMessageA(UINT message, WPARAM wParam, LPARAM lParam);
+    /// Nonzero when the message is on its way.
+    LRESULT PostMessageA(UINT message, WPARAM wParam, LPARAM lParam);
+
+protected:
+    CMessageWindow* m_pMessageWindow = nullptr;
+    LPCSTR m_lpszClassName = nullptr;  ///< The window's class, from the first creation on.
+};

@@ -1,0 +1,111 @@
+// Timer.h: timer events for any object, through a hidden window.
+#pragma once
+
+#include <kelgen/Export.h>
+#include <kelgen/framework/Synchronization.h>
+#include <kelgen/framework/Wnd.h>
+#include <kelgen/window/WndInterface.h>
+
+namespace _kelgen {
+
+class CTimerWnd;
+
+/// What has to do with timers.
+class KELGEN_API CTimer
+{
+public:
+    static constexpr UINT ID_HOVER = 16381;  ///< The timer that is reserved for hovering.
+
+    CTimer() = default;
+    CTimer(const CTimer&) = default;
+    CTimer& operator=(const CTimer&) = default;
+    virtual ~CTimer();
+};
+
+class KELGEN_API CTimerListener
+{
+public:
+    CTimerListener() = default;
+    CTimerListener(const CTimerListener&) = default;
+    CTimerListener& operator=(const CTimerListener&) = default;
+    virtual ~CTimerListener();
+};
+
+/// Takes timer events. The owner starts and stops the timers themselves:
+///
+///     CTimerWnd* window = new CTimerWnd;
+///     window->Create(&callback);
+///     callback.SetTimerWindow(window);
+///     window->SetTimer(1, 500, nullptr);
+///     ...
+///     window->SendMessage(WM_CLOSE);  // deletes it
+class KELGEN_API CTimerCallback : public C000WndProcInterface
+{
+public:
+    CTimerCallback() = default;
+    CTimerCallback(const CTimerCallback& other);
+    CTimerCallback& operator=(const CTimerCallback& other);
+    ~CTimerCallback() override;
+
+    /// On WM_DESTROY of the window that this hook is on, the timer window falls silent. Never ends the chain.
+    bool _000BeforeWndProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
+
+    /// @param nIDEvent The number that the timer was started with.
+    virtual void OnTimerEvent(UINT nIDEvent) = 0;
+
+    /// Lets events through, or drops them, here and in the timer window. True.
+    bool Enable(bool b);
+    bool IsEnabled() const { return m_bEnabled; }
+    /// The window that Enable is to speak to; null for none. True.
+    bool SetTimerWindow(CTimerWnd* pWnd);
+    /// For an object that is a window of the library too: makes this a hook before its message processing. False when it is none.
+    bool InstallTimerCallbackHook();
+
+protected:
+    CTimerWnd* m_pTimerWnd = nullptr;
+    bool m_bEnabled = true;
+
+private:
+    friend class CTimerWnd;
+    CTimerWnd* m_pSource = nullptr;  ///< The window that was created last for this callback.
+    CTimerCallback* m_pNextUser = nullptr;
+};
+
+/// The hidden window of timers. Made with new: it deletes itself when it is closed or destroyed.
+///
+/// An event is dropped when its message is older than a second, when the window or the callback is disabled, and after WM_DESTROY. What the
+/// callback throws ends here.
+class KELGEN_API CTimerWnd : public CWnd
+{
+public:
+    CTimerWnd() = default;
+    ~CTimerWnd() override;
+
+    using CWnd::Create;
+    /// Creates the window, for @p pCallback. FALSE on failure.
+    BOOL Create(CTimerCallback* pCallback);
+    /// The state before.
+    bool EnableTimer(bool b);
+    bool IsEnabled() const { return m_bTimerEnabled; }
+    /// Destroys the window and deletes this object; FALSE when there is no window.
+    BOOL DestroyWindow() override;
+
+protected:
+    void OnTimer(UINT nIDEvent);
+    void OnDestroy();
+    void OnClose();
+
+    CTimerCallback* m_pCallback = nullptr;
+    CEvent m_event{FALSE, TRUE};  ///< For hosts; nothing here sets it or waits for it.
+    bool m_bTimerEnabled = true;
+
+    DECLARE_MESSAGE_MAP()
+
+private:
+    friend class CTimerCallback;
+    void ForgetCallback();
+
+    CTimerCallback* m_pUsers = nullptr;  ///< The callbacks that know this window.
+};
+
+}  // namespace _kelgen

@@ -1,0 +1,257 @@
+// WindowHook.cpp: chains of hooks, and the way of a message through them while they change.
+#include <kelgen/window/WindowHook.h>
+
+#include <kelgen/framework/ThreadState.h>
+
+namespace _kelgen {
+
+namespace {
+
+/// Makes a message the thread's current one while it lives.
+class CurrentMessage
+{
+public:
+    CurrentMessage(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)
+        : m_current(AfxGetThreadState()->m_lastSentMsg), m_saved(m_current)
+    {
+        m_current.hwnd = hWnd;
+        m_current.message = message;
+        m_current.wParam = wParam;
+        m_current.lParam = lParam;
+    }
+    ~CurrentMessage() { m_current = m_saved; }
+    CurrentMessage(const CurrentMessage&) = delete;
+    CurrentMessage& operator=(const CurrentMessage&) = delete;
+
+private:
+    MSG& m_current;
+    const MSG m_saved;
+};
+
+}  // namespace
+
+/// A message in a hook. When the hook leaves its chain the message goes on at the one that came next then.
+class CWindowHook::Step
+{
+public:
+    explicit Step(CWindowHook& hook) : m_window(hook.m_hWnd), m_procedure(hook.m_pOldWndProc) { Enter(&hook); }
+    ~Step()
+    {
+        if (!m_hook)
+            return;
+        Step** link = &m_hook->m_steps;
+        while (*link != this)
+            link = &(*link)->m_other;
+        *link = m_other;
+    }
+    Step(const Step&) = delete;
+    Step& operator=(const Step&) = delete;
+
+    bool HookIsGone() const { return m_hookIsGone; }
+    CWindowHook* Next() const { return m_hookIsGone ? m_hook : m_hook->m_pNext; }
+
+    /// What the window had as its procedure before it was hooked. Nothing for a window that was destroyed under way.
+    LRESULT CallWindow(UINT message, WPARAM wParam, LPARAM lParam) const
+    {
+        if (m_hookIsGone && !::IsWindow(m_window))
+            return 0;
+        return ::CallWindowProcA(m_procedure, m_window, message, wParam, lParam);
+    }
+
+    static void MoveAll(CWindowHook& from)
+    {
+        while (Step* const step = from.m_steps) {
+            from.m_steps = step->m_other;
+            step->m_hookIsGone = true;
+            step->Enter(from.m_pNext);
+        }
+    }
+
+private:
+    void Enter(CWindowHook* hook)
+    {
+        m_hook = hook;
+        m_other = hook ? hook->m_steps : nullptr;
+        if (hook)
+            hook->m_steps = this;
+    }
+
+    const HWND m_window;
+    const WNDPROC m_procedure;
+    CWindowHook* m_hook = nullptr;
+    Step* m_other = nullptr;  ///< The next in the hook's list.
+    bool m_hookIsGone = false;
+};
+
+CWindowHook::CWindowHook(const CWindowHook& other) : m_hWnd(other.m_hWnd), m_pOldWndProc(other.m_pOldWndProc), m_pNext(other.m_pNext) {}
+
+CWindowHook& CWindowHook::operator=(const CWindowHook& other)
+{
+    m_hWnd = other.m_hWnd;
+    m_pOldWndProc = other.m_pOldWndProc;
+    m_pNext = other.m_pNext;
+    return *this;
+}
+
+CWindowHook::~CWindowHook()
+{
+    if (m_hWnd)
+        CWindowHookMap::theMap.Remove(this);
+    if (m_places > 0)
+        CWindowHookMap::theMap.Forget(this);
+    Step::MoveAll(*this);
+}
+
+BOOL CWindowHook::IsWindowHooked()
+{
+    return m_hWnd != nullptr;
+}
+
+BOOL CWindowHook::HookWindow(HWND hWnd)
+{
+    if (hWnd) {
+        CWindowHookMap::theMap.Add(hWnd, this);
+    } else if (m_hWnd) {
+        CWindowHookMap::theMap.Remove(this);
+        m_pOldWndProc = nullptr;
+    }
+    m_hWnd = hWnd;
+    return TRUE;
+}
+
+BOOL CWindowHook::HookWindow(CWnd* pWnd)
+{
+    return HookWindow(pWnd ? pWnd->m_hWnd : HWND{});
+}
+
+bool CWindowHook::_WindowHookBeforeWindowProc(UINT, WPARAM, LPARAM, LRESULT&)
+{
+    return false;
+}
+
+bool CWindowHook::_WindowHookWindowProc(UINT, WPARAM, LPARAM, LRESULT&)
+{
+    return false;
+}
+
+bool CWindowHook::_WindowHookAfterWindowProc(UINT, WPARAM, LPARAM, LRESULT&)
+{
+    return false;
+}
+
+LRESULT CWindowHook::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const Step step(*this);
+    LRESULT result = 0;
+    if (_WindowHookBeforeWindowProc(message, wParam, lParam, result))
+        return result;
+    if (!step.HookIsGone() && _WindowHookWindowProc(message, wParam, lParam, result))
+        return result;
+    CWindowHook* const next = step.Next();
+    result = next ? next->WindowProc(message, wParam, lParam) : step.CallWindow(message, wParam, lParam);
+    if (message != WM_NCDESTROY && !step.HookIsGone())
+        _WindowHookAfterWindowProc(message, wParam, lParam, result);
+    return result;
+}
+
+LRESULT CWindowHook::Default()
+{
+    const MSG current = AfxGetThreadState()->m_lastSentMsg;
+    return WindowProc(current.message, current.wParam, current.lParam);
+}
+
+CWindowHookMap CWindowHookMap::theMap;
+
+CWindowHookMap::CWindowHookMap() : CMapPtrToPtr(10) {}
+
+void CWindowHookMap::Add(HWND hWnd, CWindowHook* hook)
+{
+    CWindowHook* const head = Lookup(hWnd);
+    // A second place in one chain would make it endless.
+    for (const CWindowHook* other = head; other; other = other->m_pNext) {
+        if (other == hook)
+            return;
+    }
+    hook->m_pNext = head;
+    SetHead(hWnd, hook);
+    ++hook->m_places;
+    if (head) {
+        hook->m_pOldWndProc = head->m_pOldWndProc;
+        return;
+    }
+    hook->m_pOldWndProc = reinterpret_cast<WNDPROC>(::GetWindowLongPtrA(hWnd, GWLP_WNDPROC));
+    ::SetWindowLongPtrA(hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&CWindowHookMap::WindowProc));
+}
+
+void CWindowHookMap::Remove(CWindowHook* hook)
+{
+    if (Unlink(hook->m_hWnd, hook) && !Lookup(hook->m_hWnd))
+        ::SetWindowLongPtrA(hook->m_hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(hook->m_pOldWndProc));
+}
+
+void CWindowHookMap::RemoveAll(HWND hWnd)
+{
+    while (CWindowHook* const head = Lookup(hWnd)) {
+        head->HookWindow(HWND{});
+        KELGEN_ASSERT(Lookup(hWnd) != head);
+    }
+}
+
+CWindowHook* CWindowHookMap::Lookup(HWND hWnd) const
+{
+    return static_cast<CWindowHook*>(GetValueAt(hWnd));
+}
+
+/// Makes @p hook the window's newest; null takes the window out of the map.
+void CWindowHookMap::SetHead(HWND hWnd, CWindowHook* hook)
+{
+    if (hook)
+        SetAt(hWnd, hook);
+    else
+        RemoveKey(hWnd);
+}
+
+/// Takes @p hook out of the window's chain; false when it is not there.
+bool CWindowHookMap::Unlink(HWND hWnd, CWindowHook* hook)
+{
+    CWindowHook* const head = Lookup(hWnd);
+    if (head == hook) {
+        SetHead(hWnd, hook->m_pNext);
+    } else {
+        CWindowHook* newer = head;
+        while (newer && newer->m_pNext != hook)
+            newer = newer->m_pNext;
+        if (!newer)
+            return false;
+        newer->m_pNext = hook->m_pNext;
+    }
+    CWindowHook::Step::MoveAll(*hook);
+    --hook->m_places;
+    return true;
+}
+
+/// Takes @p hook out of the chains of windows that it does not show any more.
+void CWindowHookMap::Forget(CWindowHook* hook)
+{
+    for (POSITION position = GetStartPosition(); position && hook->m_places > 0;) {
+        void* window = nullptr;
+        void* head = nullptr;
+        GetNextAssoc(position, window, head);
+        Unlink(static_cast<HWND>(window), hook);
+    }
+}
+
+LRESULT CALLBACK CWindowHookMap::WindowProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const CurrentMessage current(hWnd, message, wParam, lParam);
+    CWindowHook* const head = theMap.Lookup(hWnd);
+    if (!head)
+        return ::DefWindowProcA(hWnd, message, wParam, lParam);
+    if (message != WM_NCDESTROY)
+        return head->WindowProc(message, wParam, lParam);
+    const WNDPROC procedure = head->m_pOldWndProc;
+    theMap.RemoveAll(hWnd);
+    return ::CallWindowProcA(procedure, hWnd, message, wParam, lParam);
+}
+
+}  // namespace _kelgen

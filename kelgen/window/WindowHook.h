@@ -1,0 +1,93 @@
+// WindowHook.h: hooks on any window, by replacing its procedure.
+#pragma once
+
+#include <kelgen/Export.h>
+#include <kelgen/framework/MapTypes.h>
+#include <kelgen/framework/Wnd.h>
+
+namespace _kelgen {
+
+/// A hook on one window, also one of another module. All hooks of a window form a chain, the newest first; its procedure is replaced
+/// once, however many there are.
+///
+///     class CWatch : public _kelgen::CWindowHook
+///     {
+///         bool _WindowHookBeforeWindowProc(UINT message, WPARAM, LPARAM, LRESULT&) override;
+///     };
+///     watch.HookWindow(hWnd);
+///
+/// A message runs through the newest hook's stages before and in the body, then through those of the next older one, and at last through
+/// the procedure that the window had; the stages after come in the reverse order. True from a stage before or in the body ends the way
+/// there. WM_NCDESTROY is not shown to hooks: it detaches them all, and the window's procedure gets it.
+///
+/// Hooks may be attached, detached and destroyed while a message is under way; one that has gone takes no further part.
+/// A copy is not attached, though it shows the same window. Threads: the window's own.
+class KELGEN_API CWindowHook
+{
+public:
+    CWindowHook() = default;
+    CWindowHook(const CWindowHook& other);
+    CWindowHook& operator=(const CWindowHook& other);
+
+    /// Detaches.
+    virtual ~CWindowHook();
+    virtual BOOL IsWindowHooked();
+    /// Attaches to a window, or with null detaches. 1.
+    /// By contract: a hook that is attached to another window is not detached from that first. Attach it once.
+    virtual BOOL HookWindow(HWND hWnd);
+    /// HookWindow of the object's handle; null detaches.
+    virtual BOOL HookWindow(CWnd* pWnd);
+
+    virtual bool _WindowHookBeforeWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
+    virtual bool _WindowHookWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
+    /// What it returns does not count.
+    virtual bool _WindowHookAfterWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
+
+private:
+    virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
+
+protected:
+    /// Sends the thread's current message through this hook again, from its first stage on.
+    LRESULT Default();
+
+    HWND m_hWnd = nullptr;
+    WNDPROC m_pOldWndProc = nullptr;  ///< The procedure that the window had before its first hook.
+    CWindowHook* m_pNext = nullptr;   ///< The next older hook of the window.
+
+private:
+    friend class CWindowHookMap;
+    class Step;
+
+    Step* m_steps = nullptr;  ///< Messages that are in this hook now.
+    int m_places = 0;         ///< In how many chains it is.
+};
+
+/// The newest hook of each window.
+class KELGEN_API CWindowHookMap : public CMapPtrToPtr
+{
+public:
+    CWindowHookMap();
+
+    /// Makes @p hook the newest of the window, and replaces the window's procedure for its first one.
+    void Add(HWND hWnd, CWindowHook* hook);
+    /// Takes @p hook out of its window's chain; with the last one the window gets its procedure back.
+    void Remove(CWindowHook* hook);
+    /// Detaches all hooks of the window by HookWindow(NULL), which must detach.
+    void RemoveAll(HWND hWnd);
+    /// The newest hook of the window, or null.
+    CWindowHook* Lookup(HWND hWnd) const;
+
+    /// What hooked windows have as their procedure.
+    static LRESULT CALLBACK WindowProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);
+
+private:
+    friend class CWindowHook;
+
+    void SetHead(HWND hWnd, CWindowHook* hook);
+    bool Unlink(HWND hWnd, CWindowHook* hook);
+    void Forget(CWindowHook* hook);
+
+    static CWindowHookMap theMap;
+};
+
+}  // namespace _kelgen

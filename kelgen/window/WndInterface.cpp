@@ -1,0 +1,105 @@
+// WndInterface.cpp: the stages of a message, and what hooks may do to them.
+#include <kelgen/window/WndInterface.h>
+
+#include <kelgen/framework/Wnd.h>
+
+using kelgen::detail::PresenceWatch;
+
+bool C000WndProcInterface::_000OnPosCreate()
+{
+    return false;
+}
+
+C000WndProcInterface::~C000WndProcInterface() = default;
+
+bool C000WndProcInterface::_000BeforeWndProc(UINT message, WPARAM, LPARAM, LRESULT&)
+{
+    return message == C000WndInterface::MESSAGE_WNDPOSCREATE && _000OnPosCreate();
+}
+
+bool C000WndProcInterface::_000WndProc(UINT, WPARAM, LPARAM, LRESULT&)
+{
+    return false;
+}
+
+bool C000WndProcInterface::_000AfterWndProc(UINT, WPARAM, LPARAM, LRESULT&)
+{
+    return false;
+}
+
+C000WndInterface::~C000WndInterface() = default;
+
+bool C000WndInterface::Run(const Hooks& hooks, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
+{
+    if (hooks.IsEmpty())
+        return false;
+    const PresenceWatch watch(m_presence);
+    for (int i = 0; i < hooks.GetSize();) {
+        const C000WndProcInterface::CHook hook = hooks[i];
+        if ((hook.m_pObject->*hook.m_pfn)(message, wParam, lParam, result))
+            return true;
+        if (watch.IsGone())
+            return false;
+        // Where a hook has gone, the next one is in its place.
+        if (i < hooks.GetSize() && hooks[i] == hook)
+            ++i;
+        else if (const int moved = hooks.FindFirst(hook); moved >= 0)
+            i = moved + 1;
+    }
+    return false;
+}
+
+bool C000WndInterface::_000BeforeWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
+{
+    const PresenceWatch watch(m_presence);
+    if (Run(m_before, message, wParam, lParam, result))
+        return true;
+    return message == MESSAGE_WNDPOSCREATE && !watch.IsGone() && _000OnPosCreate();
+}
+
+bool C000WndInterface::_000BodyWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
+{
+    return Run(m_body, message, wParam, lParam, result) || message == WM_NCDESTROY;
+}
+
+bool C000WndInterface::_000AfterWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
+{
+    const PresenceWatch watch(m_presence);
+    if (Run(m_after, message, wParam, lParam, result))
+        return true;
+    if (message == WM_CREATE && !watch.IsGone()) {
+        m_flags |= E000FLAG_WNDCREATED;
+        if (const CWnd* const window = _000GetWnd())
+            ::PostMessageA(window->m_hWnd, MESSAGE_WNDPOSCREATE, 0, 0);
+    }
+    return false;
+}
+
+LRESULT C000WndInterface::_000WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const PresenceWatch watch(m_presence);
+    LRESULT result = 0;
+    if (_000BeforeWindowProc(message, wParam, lParam, result) || watch.IsGone())
+        return result;
+    if (_000BodyWindowProc(message, wParam, lParam, result) || watch.IsGone())
+        return result;
+    result = _000DefaultWindowProc(message, wParam, lParam);
+    if (message != WM_NCDESTROY && !watch.IsGone())
+        _000AfterWindowProc(message, wParam, lParam, result);
+    return result;
+}
+
+bool C000WndInterface::_000OnPosCreate()
+{
+    return false;
+}
+
+CWnd* C000WndInterface::_000GetWnd()
+{
+    return dynamic_cast<CWnd*>(this);
+}
+
+C000WndInterface::E000Flag& operator|=(C000WndInterface::E000Flag& flags, const C000WndInterface::E000Flag& added)
+{
+    return flags = static_cast<C000WndInterface::E000Flag>(DWORD{flags} | DWORD{added});
+}
