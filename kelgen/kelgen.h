@@ -58,6 +58,7 @@
 #include <kelgen/text/WStrArray.h>
 #include <kelgen/text/WStrTokenizer.h>
 
+#include <kelgen/property/AppIntegerMap.h>
 #include <kelgen/property/Property.h>
 #include <kelgen/property/PropertySet.h>
 #include <kelgen/property/PropertySetListener.h>
@@ -83,3 +84,9 @@
 #include <kelgen/system/VersionInfo.h>
 
 #include <kelgen/window/CompletionReport.h>
+#include <kelgen/window/MessageHook.h>
+#include <kelgen/window/MessageWindow.h>
+#include <kelgen/window/Presence.h>
+#include <kelgen/window/Timer.h>
+#include <kelgen/window/WindowHook.h>
+#include <kelgen/window/WndInterface.h>

@@ -1,6 +1,7 @@
 // WndMessages.cpp: a message's way through a window's object.
 #include <kelgen/framework/Wnd.h>
 
+#include <kelgen/framework/CurrentMessage.h>
 #include <kelgen/framework/Exceptions.h>
 #include <kelgen/framework/HandleMapTypes.h>
 #include <kelgen/framework/ModuleState.h>
@@ -16,29 +17,6 @@ struct kelgen::detail::WindowCall
 };
 
 namespace {
-
-/// Makes a message the thread's current one; the one before comes back at the end, however that is reached.
-class CurrentMessage
-{
-public:
-    CurrentMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
-        : m_current(AfxGetThreadState()->m_lastSentMsg), m_before(m_current)
-    {
-        m_current.hwnd = window;
-        m_current.message = message;
-        m_current.wParam = wParam;
-        m_current.lParam = lParam;
-    }
-    ~CurrentMessage() { m_current = m_before; }
-    CurrentMessage(const CurrentMessage&) = delete;
-    CurrentMessage& operator=(const CurrentMessage&) = delete;
-
-    const MSG& Current() const { return m_current; }
-
-private:
-    MSG& m_current;
-    const MSG m_before;
-};
 
 LRESULT ResultOfException(CException* exception, const MSG& message)
 {

@@ -11,6 +11,8 @@
 #include <cstring>
 
 class CArchive;
+class CMenu;
+class CWnd;
 
 /// The head of a string's block. nAllocLength + 1 units follow; unit nLength is 0.
 struct CWStrData
@@ -316,6 +318,17 @@ public:
     /// Becomes the short form of @p path, and returns what the platform's call does; 0: it failed and nothing changed. By
     /// contract: @p path is OEM text.
     DWORD _GetShortPathName(const char* path);
+
+    /// Of the window's text, in units. @p pWnd must not be null; nor for the next one.
+    [[nodiscard]] static int _GetWindowTextLength(const CWnd* pWnd);
+    /// Becomes the window's text up to the first 0, and returns what the platform's call does; 0 for an empty one.
+    int _GetWindowText(const CWnd* pWnd);
+    /// Makes this the window's text, and returns what the platform's call does. By contract: null is the null handle.
+    BOOL _SetWindowText(const CWnd* pWnd) const;
+    /// Becomes an item's text, and returns what the platform's call does; 0: there is none, and the string is empty.
+    /// @param flags MF_BYCOMMAND or MF_BYPOSITION.
+    /// By contract: outside the NT family the text is read as 8-bit text and the result is 1.
+    int _GetMenuString(const CMenu* pMenu, UINT id, UINT flags);
 
     /// A new system string with exactly the units of the text, for the caller to free.
     [[nodiscard]] BSTR AllocSysString() const;

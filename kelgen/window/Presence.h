@@ -23,7 +23,11 @@ private:
 class PresenceWatch
 {
 public:
+// The destructor takes back what the compiler takes for a pointer that stays.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdangling-pointer"
     explicit PresenceWatch(Presence& presence) : m_presence(&presence), m_outer(presence.m_innermost) { presence.m_innermost = this; }
+#pragma GCC diagnostic pop
     ~PresenceWatch()
     {
         if (m_presence)

@@ -1,34 +1,9 @@
 // WindowHook.cpp: chains of hooks, and the way of a message through them while they change.
 #include <kelgen/window/WindowHook.h>
 
-#include <kelgen/framework/ThreadState.h>
+#include <kelgen/framework/CurrentMessage.h>
 
 namespace _kelgen {
-
-namespace {
-
-/// Makes a message the thread's current one while it lives.
-class CurrentMessage
-{
-public:
-    CurrentMessage(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)
-        : m_current(AfxGetThreadState()->m_lastSentMsg), m_saved(m_current)
-    {
-        m_current.hwnd = hWnd;
-        m_current.message = message;
-        m_current.wParam = wParam;
-        m_current.lParam = lParam;
-    }
-    ~CurrentMessage() { m_current = m_saved; }
-    CurrentMessage(const CurrentMessage&) = delete;
-    CurrentMessage& operator=(const CurrentMessage&) = delete;
-
-private:
-    MSG& m_current;
-    const MSG m_saved;
-};
-
-}  // namespace
 
 /// A message in a hook. When the hook leaves its chain the message goes on at the one that came next then.
 class CWindowHook::Step
@@ -243,7 +218,7 @@ void CWindowHookMap::Forget(CWindowHook* hook)
 
 LRESULT CALLBACK CWindowHookMap::WindowProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    const CurrentMessage current(hWnd, message, wParam, lParam);
+    const kelgen::detail::CurrentMessage current(hWnd, message, wParam, lParam);
     CWindowHook* const head = theMap.Lookup(hWnd);
     if (!head)
         return ::DefWindowProcA(hWnd, message, wParam, lParam);

@@ -1,0 +1,152 @@
+// TimerTest.cpp: which timer events reach a callback, and who outlives whom.
+#include <kelgen/window/Timer.h>
+
+#include "window/HookWindow.h"
+
+#include <stdexcept>
+
+using namespace kelgen::test;
+using _kelgen::CTimerCallback;
+using _kelgen::CTimerWnd;
+
+namespace {
+
+class Counter : public CTimerCallback
+{
+public:
+    void OnTimerEvent(UINT nIDEvent) override
+    {
+        m_last = nIDEvent;
+        ++m_events;
+        if (m_act)
+            m_act();
+    }
+
+    UINT m_last = 0;
+    int m_events = 0;
+    std::function<void()> m_act;
+};
+
+/// A window that counts timer events itself.
+class CountingWindow : public HookWindow, public Counter
+{};
+
+class Timer : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(m_window->Create(&m_counter));
+        m_handle = m_window->m_hWnd;
+        m_counter.SetTimerWindow(m_window);
+    }
+    void TearDown() override
+    {
+        if (::IsWindow(m_handle))
+            m_window->DestroyWindow();
+    }
+
+    /// Takes a posted WM_TIMER from the queue, waits until it is @p age milliseconds old and handles it.
+    void HandleEventOfAge(DWORD age)
+    {
+        ::PostMessageA(m_handle, WM_TIMER, 5, 0);
+        MSG message;
+        ASSERT_TRUE(::GetMessageA(&message, m_handle, WM_TIMER, WM_TIMER));
+        while (::GetTickCount() - message.time < age)
+            ::Sleep(1);
+        ::DispatchMessageA(&message);
+    }
+
+    Counter m_counter;
+    CTimerWnd* m_window = new CTimerWnd;
+    HWND m_handle = nullptr;
+};
+
+}  // namespace
+
+TEST_F(Timer, WindowIsHiddenAndNamed)
+{
+    char text[32] = "";
+    ::GetWindowTextA(m_handle, text, sizeof text);
+    EXPECT_STREQ("Timer Window", text);
+    EXPECT_FALSE(::IsWindowVisible(m_handle));
+}
+
+TEST_F(Timer, EventsOfRunningTimersArrive)
+{
+    ASSERT_NE(0u, ::SetTimer(m_handle, 77, 10, nullptr));
+    const DWORD start = ::GetTickCount();
+    while (m_counter.m_events < 3 && ::GetTickCount() - start < 5000) {
+        ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 100, QS_ALLINPUT);
+        PumpWaiting();
+    }
+    EXPECT_GE(m_counter.m_events, 3);
+    EXPECT_EQ(77u, m_counter.m_last);
+}
+
+TEST_F(Timer, OldEventsAreDropped)
+{
+    HandleEventOfAge(1100);
+    EXPECT_EQ(0, m_counter.m_events);
+    HandleEventOfAge(900);
+    EXPECT_EQ(1, m_counter.m_events);
+}
+
+TEST_F(Timer, CallbackAndWindowSwitchEventsOff)
+{
+    EXPECT_TRUE(m_counter.Enable(false));
+    EXPECT_FALSE(m_window->IsEnabled());
+    HandleEventOfAge(0);
+    EXPECT_FALSE(m_window->EnableTimer(true)) << "the state before";
+    HandleEventOfAge(0);
+    EXPECT_EQ(0, m_counter.m_events) << "the callback itself is still off";
+    m_counter.Enable(true);
+    EXPECT_TRUE(m_window->EnableTimer(false));
+    HandleEventOfAge(0);
+    EXPECT_EQ(0, m_counter.m_events) << "the window is off";
+    m_counter.Enable(true);
+    HandleEventOfAge(0);
+    EXPECT_EQ(1, m_counter.m_events);
+}
+
+TEST_F(Timer, WhatACallbackThrowsEndsInTheWindow)
+{
+    m_counter.m_act = [] { throw std::runtime_error("by value"); };
+    HandleEventOfAge(0);
+    m_counter.m_act = [] { AfxThrowInvalidArgException(); };
+    HandleEventOfAge(0);
+    m_counter.m_act = nullptr;
+    HandleEventOfAge(0);
+    EXPECT_EQ(3, m_counter.m_events);
+}
+
+TEST_F(Timer, ClosingEndsTheWindowForItsCallback)
+{
+    ::SendMessageA(m_handle, WM_CLOSE, 0, 0);
+    EXPECT_FALSE(::IsWindow(m_handle));
+    EXPECT_TRUE(m_counter.Enable(false)) << "there is no window to speak to any more";
+
+    auto callback = std::make_unique<Counter>();
+    auto* const window = new CTimerWnd;
+    ASSERT_TRUE(window->Create(callback.get()));
+    callback->SetTimerWindow(window);
+    callback.reset();
+    ::SendMessageA(window->m_hWnd, WM_TIMER, 1, 0);
+    EXPECT_TRUE(window->DestroyWindow()) << "a callback may go first";
+
+    auto* const unborn = new CTimerWnd;
+    EXPECT_FALSE(unborn->DestroyWindow()) << "there is nothing to destroy, and nothing is deleted";
+    delete unborn;
+}
+
+TEST_F(Timer, CallbackThatIsAWindowSilencesItsTimersAtItsEnd)
+{
+    EXPECT_FALSE(m_counter.InstallTimerCallbackHook()) << "no window";
+
+    CountingWindow owner;
+    ASSERT_TRUE(owner.CreateHidden());
+    owner.SetTimerWindow(m_window);
+    EXPECT_TRUE(owner.InstallTimerCallbackHook());
+    owner.DestroyWindow();
+    EXPECT_FALSE(m_window->IsEnabled());
+}

@@ -1,0 +1,175 @@
+// WndInterfaceTest.cpp: the stages of a message, and hooks that change them while they run.
+#include "window/HookWindow.h"
+
+using namespace kelgen::test;
+
+namespace {
+
+class WndInterface : public testing::Test
+{
+protected:
+    void SetUp() override { ASSERT_TRUE(m_window->CreateHidden()); }
+    void TearDown() override { delete m_window; }
+
+    LRESULT Send(UINT message = WM_APP, WPARAM wParam = 7) { return ::SendMessageA(m_window->m_hWnd, message, wParam, 0); }
+
+    Account m_account;
+    HookWindow* m_window = new HookWindow(&m_account);
+    NotingHook m_a{m_account, "a"};
+    NotingHook m_b{m_account, "b"};
+    NotingHook m_c{m_account, "c"};
+};
+
+}  // namespace
+
+TEST_F(WndInterface, StagesRunInOrderAndEachHookOnce)
+{
+    m_window->_000HookBeforeWndProc(m_a.Before());
+    m_window->_000HookBeforeWndProc(m_b.Before());
+    m_window->_000HookBeforeWndProc(m_a.Before());
+    m_window->_000HookWndProc(m_a.Body());
+    m_window->_000HookAfterWndProc(m_b.After());
+    m_window->_000HookAfterWndProc(m_a.After());
+    EXPECT_EQ(7, Send());
+    EXPECT_EQ("before-a before-b body-a default after-b after-a", m_account.Take());
+
+    m_window->_000UnhookBeforeWndProc(m_a.Before());
+    m_window->_000UnhookBeforeWndProc(m_c.Before());
+    m_window->_000UnhookAfterWndProc(m_b.After());
+    Send();
+    EXPECT_EQ("before-b body-a default after-a", m_account.Take());
+}
+
+TEST_F(WndInterface, TrueEndsTheStageAndBeforeAndBodyEndTheWhole)
+{
+    const auto handled = [](LRESULT& result) {
+        result = 42;
+        return true;
+    };
+    for (NotingHook* hook : {&m_a, &m_b}) {
+        m_window->_000HookBeforeWndProc(hook->Before());
+        m_window->_000HookWndProc(hook->Body());
+        m_window->_000HookAfterWndProc(hook->After());
+    }
+    m_a.m_act = handled;
+    EXPECT_EQ(42, Send());
+    EXPECT_EQ("before-a", m_account.Take());
+
+    m_window->_000UnhookBeforeWndProc(m_a.Before());
+    EXPECT_EQ(42, Send());
+    EXPECT_EQ("before-b body-a", m_account.Take());
+
+    m_window->_000UnhookWndProc(m_a.Body());
+    EXPECT_EQ(42, Send()) << "the hooks after may change the result";
+    EXPECT_EQ("before-b body-b default after-a", m_account.Take());
+}
+
+TEST_F(WndInterface, HooksMayComeAndGoWhileAMessageIsUnderWay)
+{
+    for (NotingHook* hook : {&m_a, &m_b, &m_c})
+        m_window->_000HookBeforeWndProc(hook->Before());
+
+    m_a.m_act = [this](LRESULT&) {
+        m_window->_000UnhookBeforeWndProc(m_a.Before());
+        return false;
+    };
+    Send();
+    EXPECT_EQ("before-a before-b before-c default", m_account.Take()) << "itself";
+
+    m_b.m_act = [this](LRESULT&) {
+        m_window->_000UnhookBeforeWndProc(m_c.Before());
+        m_window->_000HookBeforeWndProc(m_a.Before());
+        m_a.m_act = nullptr;
+        return false;
+    };
+    Send();
+    EXPECT_EQ("before-b before-a default", m_account.Take()) << "the next one, and a new one";
+
+    m_a.m_act = [this](LRESULT&) {
+        m_window->_000UnhookBeforeWndProc(m_b.Before());
+        return false;
+    };
+    m_window->_000HookBeforeWndProc(m_c.Before());
+    m_b.m_act = nullptr;
+    Send();
+    EXPECT_EQ("before-b before-a before-c default", m_account.Take()) << "the one before";
+}
+
+TEST_F(WndInterface, ObjectMayGoInAnyStage)
+{
+    NotingHook* const hooks[] = {&m_a, &m_b, &m_c};
+    const char* const expected[] = {"before-a", "before-a body-b", "before-a body-b default after-c"};
+    for (int stage = 0; stage < 3; ++stage) {
+        if (!m_window) {
+            m_window = new HookWindow(&m_account);
+            ASSERT_TRUE(m_window->CreateHidden());
+        }
+        for (NotingHook* hook : hooks)
+            hook->m_act = nullptr;
+        m_window->_000HookBeforeWndProc(m_a.Before());
+        m_window->_000HookWndProc(m_b.Body());
+        m_window->_000HookAfterWndProc(m_c.After());
+        hooks[stage]->m_act = [this](LRESULT& result) {
+            delete std::exchange(m_window, nullptr);
+            result = 5;
+            return false;
+        };
+        EXPECT_EQ(5, Send());
+        EXPECT_EQ(expected[stage], m_account.Take());
+        ASSERT_EQ(nullptr, m_window);
+    }
+}
+
+TEST_F(WndInterface, CreationIsToldOnceItIsOver)
+{
+    EXPECT_TRUE(m_window->_000IsWindowCreated());
+    EXPECT_EQ("", m_account.Take()) << "not before the creating call has returned";
+    m_a.m_message = C000WndInterface::MESSAGE_WNDPOSCREATE;
+    m_window->_000HookWndProc(m_a.Body());
+    PumpWaiting();
+    EXPECT_EQ("created body-a", m_account.Take());
+    m_window->m_posCreateResult = true;
+    EXPECT_EQ(0, Send(C000WndInterface::MESSAGE_WNDPOSCREATE));
+    EXPECT_EQ("created", m_account.Take()) << "true ends it";
+
+    HookWindow other(&m_account);
+    m_b.m_message = WM_CREATE;
+    m_b.m_act = [](LRESULT&) { return true; };
+    other._000HookAfterWndProc(m_b.After());
+    ASSERT_TRUE(other.CreateHidden());
+    EXPECT_FALSE(other._000IsWindowCreated()) << "a hook after WM_CREATE keeps it back";
+    PumpWaiting();
+    EXPECT_EQ("after-b", m_account.Take());
+}
+
+TEST_F(WndInterface, LastMessageEndsInTheBody)
+{
+    for (NotingHook* hook : {&m_a, &m_b})
+        hook->m_message = WM_NCDESTROY;
+    m_window->_000HookWndProc(m_a.Body());
+    m_window->_000HookAfterWndProc(m_b.After());
+    EXPECT_EQ(0, Send(WM_NCDESTROY));
+    EXPECT_EQ("body-a", m_account.Take());
+    EXPECT_NE(nullptr, m_window->m_hWnd) << "the framework did not see it";
+    m_window->_000UnhookWndProc(m_a.Body());
+    EXPECT_TRUE(m_window->DestroyWindow());
+    EXPECT_EQ("", m_account.Take());
+}
+
+TEST(WndInterfaceCopy, CopiesHooksAndFlags)
+{
+    class Plain : public C000WndInterface
+    {
+    public:
+        LRESULT _000DefaultWindowProc(UINT, WPARAM, LPARAM) override { return 3; }
+    };
+    Account account;
+    NotingHook hook(account, "a");
+    Plain first;
+    first._000HookBeforeWndProc(hook.Before());
+    EXPECT_EQ(3, first._000WindowProc(WM_CREATE, 0, 0)) << "no window: nothing is posted";
+    Plain second(first);
+    EXPECT_TRUE(second._000IsWindowCreated());
+    EXPECT_EQ(3, second._000WindowProc(WM_APP, 0, 0));
+    EXPECT_EQ("before-a", account.Take());
+}
