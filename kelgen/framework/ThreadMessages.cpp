@@ -55,11 +55,12 @@ BOOL IsIdle(const MSG& message)
 
 void UpdateCommands(CWnd* window)
 {
-    if (!window || !window->m_hWnd || !window->IsWindowVisible())
+    const HWND handle = window->GetSafeHwnd();
+    if (!::IsWindowVisible(handle))
         return;
-    AfxCallWndProc(window, window->m_hWnd, WM_IDLEUPDATECMDUI, TRUE, 0);
-    if (window->m_hWnd)
-        window->SendMessageToDescendants(WM_IDLEUPDATECMDUI, TRUE, 0, TRUE, TRUE);
+    AfxCallWndProc(window, handle, WM_IDLEUPDATECMDUI, TRUE, 0);
+    // The object may be gone by now, and the handle then has no children.
+    CWnd::SendMessageToDescendants(handle, WM_IDLEUPDATECMDUI, TRUE, 0, TRUE, TRUE);
 }
 
 }  // namespace
@@ -165,9 +166,9 @@ BOOL CWinThread::PreTranslateMessage(MSG* message)
 {
     if (!message->hwnd && DispatchThreadMessageEx(message))
         return TRUE;
-    CWnd* const mainWindow = AfxGetMainWnd();
-    if (CWnd::WalkPreTranslateTree(mainWindow->GetSafeHwnd(), message))
+    if (CWnd::WalkPreTranslateTree(AfxGetMainWnd()->GetSafeHwnd(), message))
         return TRUE;
+    CWnd* const mainWindow = AfxGetMainWnd();
     if (!mainWindow || !message->hwnd)
         return FALSE;
     // Modeless dialogs and other top-level windows share the main window's accelerators.

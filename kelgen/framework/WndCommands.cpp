@@ -120,7 +120,7 @@ BOOL CWnd::ReflectChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESUL
 void CWnd::UpdateDialogControls(CCmdTarget* pTarget, BOOL bDisableIfNoHndler)
 {
     CCmdUI state;
-    for (HWND child = ::GetTopWindow(m_hWnd); child; child = ::GetWindow(child, GW_HWNDNEXT)) {
+    for (HWND child = m_hWnd ? ::GetTopWindow(m_hWnd) : nullptr; child; child = ::GetWindow(child, GW_HWNDNEXT)) {
         state.m_nID = LOWORD(::GetDlgCtrlID(child));
         state.m_pOther = FromHandle(child);
         CWnd* const object = FromHandlePermanent(child);

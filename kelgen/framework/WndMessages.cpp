@@ -122,7 +122,8 @@ void CWnd::SendMessageToDescendants(UINT message, WPARAM wParam, LPARAM lParam, 
 
 void CWnd::SendMessageToDescendants(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam, BOOL bDeep, BOOL bOnlyPerm)
 {
-    for (HWND child = ::GetTopWindow(hWnd); child; child = ::GetWindow(child, GW_HWNDNEXT)) {
+    // The platform takes null for the desktop.
+    for (HWND child = hWnd ? ::GetTopWindow(hWnd) : nullptr; child; child = ::GetWindow(child, GW_HWNDNEXT)) {
         if (!bOnlyPerm)
             ::SendMessageA(child, message, wParam, lParam);
         else if (CWnd* const object = FromHandlePermanent(child))

@@ -121,6 +121,8 @@ CWnd* CWnd::GetDescendantWindow(int nID, BOOL bOnlyPerm) const
 
 CWnd* CWnd::GetDescendantWindow(HWND hWnd, int nID, BOOL bOnlyPerm)
 {
+    if (!hWnd)
+        return nullptr;
     if (const HWND child = ::GetDlgItem(hWnd, nID)) {
         CWnd* const deeper = ::GetTopWindow(child) ? GetDescendantWindow(child, nID, bOnlyPerm) : nullptr;
         if (deeper)

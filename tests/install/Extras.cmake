@@ -3,3 +3,12 @@ if(NOT WIN32 AND NOT KELGEN_SANITIZE)
   add_test(NAME install COMMAND "${CMAKE_CURRENT_SOURCE_DIR}/install/check-package" "${CMAKE_BINARY_DIR}" "${PROJECT_SOURCE_DIR}")
   set_tests_properties(install PROPERTIES TIMEOUT 120)
 endif()
+
+if(NOT WIN32)
+  return()
+endif()
+# A host that is an application object, in the build itself.
+add_executable(test_application "${CMAKE_CURRENT_SOURCE_DIR}/install/consumer/application.cpp")
+target_link_libraries(test_application PRIVATE kelgen::main kelgen_options)
+add_test(NAME application COMMAND test_application "two words" WORKING_DIRECTORY "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
+set_tests_properties(application PROPERTIES TIMEOUT 60)
