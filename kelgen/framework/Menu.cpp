@@ -3,10 +3,39 @@
 
 #include <kelgen/framework/HandleMapTypes.h>
 #include <kelgen/framework/ModuleState.h>
+#include <kelgen/framework/ThreadState.h>
+
+#include <utility>
 
 using namespace kelgen::detail;
 
 IMPLEMENT_DYNAMIC(CMenu, CObject)
+
+namespace {
+
+/// Tells the thread's state which menu is shown, so that updates know the popup's parent.
+class TrackedMenu
+{
+public:
+    TrackedMenu(HWND window, HMENU menu)
+        : m_state(AfxGetThreadState()), m_windowBefore(std::exchange(m_state->m_hTrackingWindow, window)),
+          m_menuBefore(std::exchange(m_state->m_hTrackingMenu, menu))
+    {}
+    ~TrackedMenu()
+    {
+        m_state->m_hTrackingWindow = m_windowBefore;
+        m_state->m_hTrackingMenu = m_menuBefore;
+    }
+    TrackedMenu(const TrackedMenu&) = delete;
+    TrackedMenu& operator=(const TrackedMenu&) = delete;
+
+private:
+    _AFX_THREAD_STATE* const m_state;
+    const HWND m_windowBefore;
+    const HMENU m_menuBefore;
+};
+
+}  // namespace
 
 CMenu::~CMenu()
 {
@@ -179,10 +208,12 @@ UINT CMenu::GetDefaultItem(UINT gmdiFlags, BOOL fByPos)
 
 BOOL CMenu::TrackPopupMenu(UINT nFlags, int x, int y, CWnd* pWnd, LPCRECT lpRect)
 {
+    const TrackedMenu tracked(pWnd->GetSafeHwnd(), m_hMenu);
     return ::TrackPopupMenu(m_hMenu, nFlags, x, y, 0, pWnd->GetSafeHwnd(), lpRect);
 }
 
 BOOL CMenu::TrackPopupMenuEx(UINT fuFlags, int x, int y, CWnd* pWnd, LPTPMPARAMS lptpm)
 {
+    const TrackedMenu tracked(pWnd->GetSafeHwnd(), m_hMenu);
     return ::TrackPopupMenuEx(m_hMenu, fuFlags, x, y, pWnd->GetSafeHwnd(), lptpm);
 }

@@ -28,6 +28,24 @@ BEGIN_MESSAGE_MAP(Target, CCmdTarget)
     ON_COMMAND(2, &Target::OnTwo)
 END_MESSAGE_MAP()
 
+/// Records what is known while its menu is shown, and closes the menu.
+class MenuWnd : public RecordedWnd
+{
+protected:
+    void OnInitMenuPopup(CMenu* menu, UINT index, BOOL systemMenu)
+    {
+        const _AFX_THREAD_STATE* const state = AfxGetThreadState();
+        const bool known = state->m_hTrackingWindow == m_hWnd && state->m_hTrackingMenu == menu->m_hMenu;
+        Traffic::Add((known ? "tracked" : "unknown") + std::to_string(index) + std::to_string(systemMenu));
+        PostMessage(WM_KEYDOWN, VK_ESCAPE);
+    }
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(MenuWnd, RecordedWnd)
+    ON_WM_INITMENUPOPUP()
+END_MESSAGE_MAP()
+
 std::string ItemsOf(const CMenu& menu)
 {
     std::string text;
@@ -109,6 +127,22 @@ TEST(Menu, UpdatesReachItemsButNotPopups)
     EXPECT_TRUE(menu.InsertMenu(1, MF_BYPOSITION, 7, "new"));
     EXPECT_TRUE(menu.DeleteMenu(2, MF_BYCOMMAND));
     EXPECT_EQ("1:changed-* 7:new 3:item- 0:", ItemsOf(menu));
+}
+
+TEST(Menu, IsKnownToTheThreadWhileTracked)
+{
+    MenuWnd window;
+    window.CreateHidden();
+    CMenu menu;
+    menu.CreatePopupMenu();
+    menu.AppendMenu(MF_STRING, 1, "item");
+    Traffic::Take();
+    EXPECT_EQ(0, menu.TrackPopupMenu(TPM_RETURNCMD, 10, 10, &window));
+    EXPECT_EQ("tracked00", Traffic::Take());
+    EXPECT_EQ(nullptr, AfxGetThreadState()->m_hTrackingMenu);
+    EXPECT_EQ(nullptr, AfxGetThreadState()->m_hTrackingWindow);
+    window.DestroyWindow();
+    Traffic::Take();
 }
 
 TEST(Rect, SetOperationsAreThePlatforms)
