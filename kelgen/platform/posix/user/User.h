@@ -3,10 +3,13 @@
 
 #include <kelgen/platform/posix/user/Accelerators.h>
 #include <kelgen/platform/posix/user/Activation.h>
+#include <kelgen/platform/posix/user/Controls.h>
+#include <kelgen/platform/posix/user/Dialogs.h>
 #include <kelgen/platform/posix/user/Hooks.h>
 #include <kelgen/platform/posix/user/Icons.h>
 #include <kelgen/platform/posix/user/Input.h>
 #include <kelgen/platform/posix/user/Menus.h>
+#include <kelgen/platform/posix/user/MessageBoxes.h>
 #include <kelgen/platform/posix/user/MessageCalls.h>
 #include <kelgen/platform/posix/user/Messages.h>
 #include <kelgen/platform/posix/user/Painting.h>
