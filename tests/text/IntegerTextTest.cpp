@@ -72,28 +72,19 @@ TEST(IntegerText, LooksUpThroughAccessorsAndDirectly)
     ExpectLookups(table);
 }
 
-TEST(IntegerText, AddRefusesRepetitionsSilently)
+TEST(IntegerText, AddRefusesRepetitionsSilentlyAndIndicesAreChecked)
 {
     CIntegerText table;
+    EXPECT_EQ(-1, table.GetTextIndex("x"));
+    EXPECT_EQ(-1, table.GetIntegerIndex(0));
     table.Add(1, "One");
     table.Add(1, "Uno");
     table.Add(2, "One");
     EXPECT_EQ("1=One;", Content(table));
     table.Add(2, "one");
     EXPECT_EQ("1=One;2=one;", Content(table));
-}
-
-TEST(IntegerText, IndexIsChecked)
-{
-    CIntegerText table;
-    EXPECT_EQ(-1, table.GetTextIndex("x"));
-    EXPECT_EQ(-1, table.GetIntegerIndex(0));
-    CString text;
-    EXPECT_THROW(table.TextAt(0, text), CInvalidArgException*);
-    table.Add(5, "five");
-    EXPECT_THROW(table.IntegerAt(1), CInvalidArgException*);
-    EXPECT_THROW(table.TextAt(-1), CInvalidArgException*);
-    EXPECT_EQ(5, table.IntegerAt(0));
+    EXPECT_THROW(table.IntegerAt(2), CInvalidArgException*);
+    EXPECT_THROW(table.CBaseTextArray::TextAt(-1), CInvalidArgException*);
 }
 
 TEST(IntegerText, TablesAndTheirPairsAreCopied)
@@ -127,9 +118,8 @@ TEST(IntegerText, ItemsSortByIntegerOrText)
     EXPECT_STREQ("", items[0].m_strItemText);
     EXPECT_STREQ("high", items[1].m_strItemText);
 
-    CBaseIntegerTextItem least;
+    CBaseIntegerTextItem least, one;
     least.m_nInteger = INT_MIN;
-    CBaseIntegerTextItem one;
     one.m_nInteger = 1;
     EXPECT_EQ(INT_MAX, CBaseIntegerTextItem::IndexCompare(least, one)) << "the difference wraps";
 }

@@ -1,17 +1,14 @@
 // InternationalTest.cpp: what each conversion counts, reports and leaves, on good and broken input of several pages.
 #include <kelgen/text/International.h>
 
-#include "text/Units.h"
-
 #include "support/Random.h"
-#include "support/Rows.h"
+#include "text/Units.h"
 
 #include <climits>
 #include <cstdlib>
 #include <functional>
 
-using kelgen::test::Random;
-using kelgen::test::Units;
+using namespace kelgen::test;
 
 namespace {
 
@@ -40,38 +37,26 @@ struct Scratch : CInternational
     using CInternational::AllocWch;
 };
 
-struct CountRow
-{
-    const char* name;
-    int (*count)();
-    int expected;
-};
-
-class InternationalCount : public testing::TestWithParam<CountRow> {};
-
 }  // namespace
 
-TEST_P(InternationalCount, Is)
+TEST(International, CountsTheTerminator)
 {
-    EXPECT_EQ(GetParam().expected, GetParam().count());
+    EXPECT_EQ(4, CInternational::AnsiToUnicodeCount("abc"));
+    EXPECT_EQ(4, CInternational::OEMToUnicodeCount("abc"));
+    EXPECT_EQ(4, CInternational::StringToUnicodeCount("abc"));
+    EXPECT_EQ(3, CInternational::CPToUnicodeCount(1252, "abc")) << "without the terminator";
+    EXPECT_EQ(3, CInternational::CPToUnicodeCount(932, "a\x82\xA0z"));
+    EXPECT_EQ(0, CInternational::CPToUnicodeCount(1252, ""));
+    EXPECT_EQ(0, CInternational::CPToUnicodeCount(1252, nullptr));
+    EXPECT_EQ(0, CInternational::CPToUnicodeCount(99999, "abc")) << "an unknown page";
+    EXPECT_EQ(3, CInternational::UnicodeToAnsiCount(u"\x3042z"_w));
+    EXPECT_EQ(4, CInternational::UnicodeToOEMCount(u"abc"_w));
+    EXPECT_EQ(4, CInternational::UnicodeToLatin1Count(u"abc"_w));
+    EXPECT_EQ(0, CInternational::UnicodeToLatin1Count(nullptr));
+    EXPECT_EQ(4, CInternational::StringToLatin1Count("abc"));
+    EXPECT_EQ(3, CInternational::StringToShiftJisCount("\xE0"));
+    EXPECT_EQ(0, CInternational::StringToLatin1Count(nullptr));
 }
-
-INSTANTIATE_TEST_SUITE_P(, InternationalCount, testing::Values(
-    CountRow{"AnsiCountsTheTerminator", [] { return CInternational::AnsiToUnicodeCount("abc"); }, 4},
-    CountRow{"OemCountsTheTerminator", [] { return CInternational::OEMToUnicodeCount("abc"); }, 4},
-    CountRow{"StringCountsTheTerminator", [] { return CInternational::StringToUnicodeCount("abc"); }, 4},
-    CountRow{"CodePageDoesNot", [] { return CInternational::CPToUnicodeCount(1252, "abc"); }, 3},
-    CountRow{"CodePageTwoByteCharacters", [] { return CInternational::CPToUnicodeCount(932, "a\x82\xA0z"); }, 3},
-    CountRow{"CodePageEmpty", [] { return CInternational::CPToUnicodeCount(1252, ""); }, 0},
-    CountRow{"CodePageNull", [] { return CInternational::CPToUnicodeCount(1252, nullptr); }, 0},
-    CountRow{"CodePageUnknown", [] { return CInternational::CPToUnicodeCount(99999, "abc"); }, 0},
-    CountRow{"ToAnsi", [] { return CInternational::UnicodeToAnsiCount(u"\x3042z"_w); }, 3},
-    CountRow{"ToOem", [] { return CInternational::UnicodeToOEMCount(u"abc"_w); }, 4},
-    CountRow{"ToLatin1", [] { return CInternational::UnicodeToLatin1Count(u"abc"_w); }, 4},
-    CountRow{"ToLatin1Null", [] { return CInternational::UnicodeToLatin1Count(nullptr); }, 0},
-    CountRow{"StringToLatin1", [] { return CInternational::StringToLatin1Count("abc"); }, 4},
-    CountRow{"StringToShiftJis", [] { return CInternational::StringToShiftJisCount("\xE0"); }, 3},
-    CountRow{"StringToLatin1Null", [] { return CInternational::StringToLatin1Count(nullptr); }, 0}), kelgen::test::RowName);
 
 TEST(International, DirectConversionsReportTheConverter)
 {
@@ -107,7 +92,7 @@ TEST(International, DirectConversionsReportTheConverter)
     EXPECT_FALSE(CInternational::UnicodeToLatin1(bytes, 4, nullptr));
 }
 
-TEST(International, StringToUnicodeAlwaysSucceeds)
+TEST(International, TextsOfFixedPagesBecomeUnicode)
 {
     unsigned short units[3] = {1, 1, 1};
     EXPECT_TRUE(CInternational::StringToUnicode(units, 2, "\x82\x83z"));
@@ -116,39 +101,27 @@ TEST(International, StringToUnicodeAlwaysSucceeds)
     EXPECT_EQ(1, units[2]) << "nothing terminates";
     EXPECT_TRUE(CInternational::StringToUnicode(units, 0, "z"));
     EXPECT_TRUE(CInternational::StringToUnicode(units, 2, nullptr));
-}
 
-TEST(International, Latin1ToUnicodeEndsAtTheFirstZero)
-{
-    CWStr text(u"before"_w);
-    EXPECT_TRUE(CInternational::Latin1ToUnicode(text, "\xE9t\xE9!", 3));
-    EXPECT_EQ(u"\x00E9t\x00E9", Units(text));
-    EXPECT_TRUE(CInternational::Latin1ToUnicode(text, "a\x80\x81", -1));
-    EXPECT_EQ(u"a\x20AC\x0081", Units(text));
-    EXPECT_TRUE(CInternational::Latin1ToUnicode(text, "a\0b", 3));
-    EXPECT_EQ(u"a", Units(text));
-    EXPECT_TRUE(CInternational::Latin1ToUnicode(text, nullptr, 3));
-    EXPECT_EQ(u"", Units(text));
-    EXPECT_TRUE(text.Copy("xyz", 2));
-    EXPECT_EQ(u"xy", Units(text));
-}
+    const auto latin1 = [](const char* text, int n) {
+        CWStr result(u"before"_w);
+        EXPECT_TRUE(CInternational::Latin1ToUnicode(result, text, n));
+        return Units(result);
+    };
+    EXPECT_EQ(u"\x00E9t\x00E9", latin1("\xE9t\xE9!", 3));
+    EXPECT_EQ(u"a\x20AC\x0081", latin1("a\x80\x81", -1));
+    EXPECT_EQ(u"a", latin1("a\0b", 3)) << "ends at the first zero";
+    EXPECT_EQ(u"", latin1(nullptr, 3));
 
-TEST(International, ShiftJisToUnicodeEndsAtItsFixedPlace)
-{
-    CWStr text;
-    EXPECT_TRUE(CInternational::ShiftJisToUnicode(text, "a\x82\xA0z", 5));
-    EXPECT_EQ(u"a\x3042z", Units(text));
-    EXPECT_TRUE(CInternational::ShiftJisToUnicode(text, "abc", 3));
-    EXPECT_EQ(u"ab", Units(text)) << "the last unit without the source's terminator";
-    EXPECT_TRUE(CInternational::ShiftJisToUnicode(text, "a\x81", 3)) << "a lead byte takes the terminator along, which stays";
-    EXPECT_EQ(u"a\x30FB", Units(text));
-    EXPECT_TRUE(CInternational::ShiftJisToUnicode(text, "abc", 1));
-    EXPECT_EQ(u"", Units(text));
-    for (const int n : {0, -1, INT_MIN}) {
-        text = u"before"_w;
-        EXPECT_TRUE(CInternational::ShiftJisToUnicode(text, "abc", n));
-        EXPECT_EQ(u"", Units(text));
-    }
+    const auto shiftJis = [](const char* text, int n) {
+        CWStr result(u"before"_w);
+        EXPECT_TRUE(CInternational::ShiftJisToUnicode(result, text, n));
+        return Units(result);
+    };
+    EXPECT_EQ(u"a\x3042z", shiftJis("a\x82\xA0z", 5));
+    EXPECT_EQ(u"ab", shiftJis("abc", 3)) << "the last unit without the source's terminator";
+    EXPECT_EQ(u"a\x30FB", shiftJis("a\x81", 3)) << "a lead byte takes the terminator along, which stays";
+    for (const int n : {1, 0, -1, INT_MIN})
+        EXPECT_EQ(u"", shiftJis("abc", n)) << n;
 }
 
 TEST(International, CPToUnicodeFillsTheStringAndReportsFailure)
@@ -249,8 +222,7 @@ TEST(International, ScratchGrowsOnly)
     EXPECT_TRUE(Scratch::AllocWch(-1));
     EXPECT_TRUE(Scratch::AllocCh(5000));
     CWStr text;
-    const std::string longText(20000, '\xE9');
-    EXPECT_TRUE(CInternational::Latin1ToUnicode(text, longText.c_str(), -1));
+    EXPECT_TRUE(CInternational::Latin1ToUnicode(text, std::string(20000, '\xE9').c_str(), -1));
     EXPECT_EQ(std::u16string(20000, u'\x00E9'), Units(text));
 }
 
@@ -290,13 +262,15 @@ TEST(WStrCodePage, ResourceTextsFollowTheCodePage)
     text.SetRes("abc");
     const CWStr other(text);
     text.SetRes(nullptr);
-    EXPECT_EQ(static_cast<const unsigned short*>(AfxGetEmptyWStr()), static_cast<const unsigned short*>(text));
+    EXPECT_EQ(BlockOf(AfxGetEmptyWStr()), BlockOf(text));
     text.SetRes("");
     text.SetOEM("");
-    EXPECT_EQ(static_cast<const unsigned short*>(AfxGetEmptyWStr()), static_cast<const unsigned short*>(text));
+    EXPECT_EQ(BlockOf(AfxGetEmptyWStr()), BlockOf(text));
     text.SetOEM("\x82");
     EXPECT_EQ(u"\x00E9", Units(text));
     text.SetOEM(nullptr);
     EXPECT_EQ(u"", Units(text));
+    EXPECT_TRUE(text.Copy("xyz", 2));
+    EXPECT_EQ(u"xy", Units(text));
     EXPECT_EQ(u"abc", Units(other));
 }

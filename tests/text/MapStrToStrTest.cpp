@@ -1,53 +1,40 @@
 // MapStrToStrTest.cpp: what becomes of groups, and of bare names.
 #include <kelgen/text/MapStrToStr.h>
 
-#include "support/Rows.h"
-
-using namespace kelgen::test;
-
-namespace {
-
-struct Row
+TEST(MapStrToStr, GroupsAreResolved)
 {
-    const char* name;
-    std::vector<std::pair<const char*, const char*>> variables;
-    const char* text;
-    const char* expected;
-};
-
-class MapStrToStrGroups : public testing::TestWithParam<Row>
-{
-};
-
-}  // namespace
-
-TEST_P(MapStrToStrGroups, AreResolved)
-{
-    CMapStrToStr map;
-    for (const auto& [name, value] : GetParam().variables)
-        map.SetAt(name, value);
-    CString text(GetParam().text);
-    map.ReplaceVars(text);
-    EXPECT_STREQ(GetParam().expected, text);
+    const struct
+    {
+        const char* name;
+        std::vector<std::pair<const char*, const char*>> variables;
+        const char* text;
+        const char* expected;
+    } rows[] = {
+        {"filled", {{"path", "C:\\x"}}, "open{ $path}", "open C:\\x"},
+        {"emptied", {{"path", ""}}, "open{ $path} now", "open now"},
+        {"longer name", {{"n", "5"}}, "{$nx}", "{$nx}"},
+        {"digit after name", {{"n", "5"}}, "{$n1}{$n_}{$n-}", "{$n1}{$n_}5-"},
+        {"longer name hides later ones", {{"n", "5"}}, "{$nx $n}", "{$nx $n}"},
+        {"inner replacement looks at no character", {{"n", "5"}}, "{$n $nx}", "5 5x"},
+        {"groups without variable stay", {{"n", "5"}}, "{a} {$n}", "{a} 5"},
+        {"outside groups", {{"n", "5"}}, "$n {a} $n", "$n {a} $n"},
+        {"no groups", {{"n", "5"}}, "$n}", "$n}"},
+        {"group that follows at once is passed over", {{"n", "5"}}, "{$n}{$n} {$n}", "5{$n} 5"},
+        {"not nested", {{"n", "5"}}, "{a{$n}b}", "a{5b}"},
+        {"values with references", {{"n", "$n"}}, "{$n} {$n}", "$n $n"},
+        {"case counts", {{"n", "5"}}, "{$N}", "{$N}"},
+        {"no variables", {}, "{$n}", "{$n}"},
+        {"empty name", {{"", "5"}}, "{$ a}", "5 a"},
+    };
+    for (const auto& row : rows) {
+        CMapStrToStr map;
+        for (const auto& [name, value] : row.variables)
+            map.SetAt(name, value);
+        CString text(row.text);
+        map.ReplaceVars(text);
+        EXPECT_STREQ(row.expected, text) << row.name;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(, MapStrToStrGroups, testing::Values(
-    Row{"Filled", {{"path", "C:\\x"}}, "open{ $path}", "open C:\\x"},
-    Row{"Emptied", {{"path", ""}}, "open{ $path} now", "open now"},
-    Row{"Short", {{"n", "5"}}, "{$n}", "5"},
-    Row{"LongerName", {{"n", "5"}}, "{$nx}", "{$nx}"},
-    Row{"DigitAfterName", {{"n", "5"}}, "{$n1}{$n_}{$n-}", "{$n1}{$n_}5-"},
-    Row{"LongerNameHidesLaterOnes", {{"n", "5"}}, "{$nx $n}", "{$nx $n}"},
-    Row{"InnerReplacementLooksAtNoCharacter", {{"n", "5"}}, "{$n $nx}", "5 5x"},
-    Row{"GroupsWithoutVariableStay", {{"n", "5"}}, "{a} {$n}", "{a} 5"},
-    Row{"OutsideGroups", {{"n", "5"}}, "$n {a} $n", "$n {a} $n"},
-    Row{"NoGroups", {{"n", "5"}}, "$n}", "$n}"},
-    Row{"GroupThatFollowsAtOnceIsPassedOver", {{"n", "5"}}, "{$n}{$n} {$n}", "5{$n} 5"},
-    Row{"NotNested", {{"n", "5"}}, "{a{$n}b}", "a{5b}"},
-    Row{"ValuesWithReferences", {{"n", "$n"}}, "{$n} {$n}", "$n $n"},
-    Row{"CaseCounts", {{"n", "5"}}, "{$N}", "{$N}"},
-    Row{"NoVariables", {}, "{$n}", "{$n}"},
-    Row{"EmptyName", {{"", "5"}}, "{$ a}", "5 a"}), RowName);
 
 TEST(MapStrToStr, TheFirstVariableOfTheMapsOrderTakesTheGroup)
 {

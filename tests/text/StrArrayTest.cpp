@@ -4,13 +4,9 @@
 #include <kelgen/containers/BaseArray.h>
 #include <kelgen/framework/OleVariant.h>
 
-#include "support/Random.h"
-#include "support/Rows.h"
-
 #include <algorithm>
 #include <cstdlib>
 
-using namespace kelgen::test;
 using namespace std::string_literals;
 
 namespace {
@@ -39,44 +35,9 @@ public:
     void GetStringData(CString& text, unsigned int id) override { text.AppendFormat("text %u", id); }
 };
 
-struct TokenRow
-{
-    const char* name;
-    const char* text;
-    Texts separators;
-    int keepEmpty;
-    Texts expected;
-};
+using Pairs = std::vector<std::pair<std::string, std::string>>;
 
-class StrArrayTokens : public testing::TestWithParam<TokenRow>
-{
-};
-
-struct FormatRow
-{
-    const char* name;
-    const char* format;
-    std::string expected;
-};
-
-class StrArrayFormat : public testing::TestWithParam<FormatRow>
-{
-};
-
-struct PrefixRow
-{
-    const char* name;
-    const char* prefix;
-    int left;
-    int minimum;
-    Texts expected;
-};
-
-class StrArrayPrefix : public testing::TestWithParam<PrefixRow>
-{
-};
-
-std::vector<std::pair<std::string, std::string>> comparisons;
+Pairs comparisons;
 
 int Recorded(const char* a, const char* b)
 {
@@ -110,45 +71,39 @@ TEST(StrArray, IsMadeFromTextsAndIdentifiers)
     EXPECT_EQ(Texts({"p"}), TextsOf(copy));
 }
 
-TEST(StrArray, IsATextTable)
+TEST(StrArray, TokensEndAtTheNearestSeparator)
 {
-    const CStrArray array(2, "a", "b");
-    const CBaseTextArray& table = array;
-    EXPECT_EQ(2, table.GetTextCount());
-    EXPECT_STREQ("b", table.TextAt(1));
-    EXPECT_EQ(1, table.FindFirstText("b"));
-    EXPECT_THROW(table.TextAt(2), CInvalidArgException*);
-    EXPECT_THROW(table.TextAt(-1), CInvalidArgException*);
+    const struct
+    {
+        const char* name;
+        const char* text;
+        Texts separators;
+        int keepEmpty;
+        Texts expected;
+    } rows[] = {
+        {"skip empty", "a,,b", {","}, 0, {"a", "b"}},
+        {"keep empty", ",a,,b,", {","}, 1, {"", "a", "", "b"}},
+        {"long separator", "a::b", {"::"}, 0, {"a", ":b"}},
+        {"two", "C:\\dir/file", {"/", "\\"}, 0, {"C:", "dir", "file"}},
+        {"two, keep empty", "/a\\/b", {"/", "\\"}, 1, {"", "a", "", "b"}},
+        {"missing one first takes the rest", "a/", {"\\", "/"}, 0, {"a/"}},
+        {"missing one last", "a/", {"/", "\\"}, 0, {"a"}},
+        {"same step, first wins", "a;b", {";", ";b"}, 0, {"a", "b"}},
+        {"none", "a,b", {}, 0, {"a,b"}},
+        {"none and no text", "", {}, 0, {""}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        CStrArray array;
+        array.AddTokens(row.text, ArrayOf(row.separators), row.keepEmpty);
+        EXPECT_EQ(row.expected, TextsOf(array));
+        if (row.separators.size() != 1)
+            continue;
+        array.RemoveAll();
+        array.AddTokens(row.text, row.separators[0].c_str(), row.keepEmpty);
+        EXPECT_EQ(row.expected, TextsOf(array)) << "given as a text";
+    }
 }
-
-TEST_P(StrArrayTokens, SplitAtTheNearestSeparator)
-{
-    const TokenRow& row = GetParam();
-    CStrArray array("kept");
-    array.AddTokens(row.text, ArrayOf(row.separators), row.keepEmpty);
-    Texts expected(row.expected);
-    expected.insert(expected.begin(), "kept");
-    EXPECT_EQ(expected, TextsOf(array));
-    if (row.separators.size() != 1)
-        return;
-    CStrArray single("kept");
-    single.AddTokens(row.text, row.separators[0].c_str(), row.keepEmpty);
-    EXPECT_EQ(expected, TextsOf(single)) << "given as a text";
-}
-
-INSTANTIATE_TEST_SUITE_P(, StrArrayTokens, testing::Values(
-    TokenRow{"SkipEmpty", "a,,b", {","}, 0, {"a", "b"}},
-    TokenRow{"KeepEmpty", "a,,b", {","}, 1, {"a", "", "b"}},
-    TokenRow{"SeparatorAtEnd", ",a,", {","}, 1, {"", "a"}},
-    TokenRow{"LongSeparator", "a::b", {"::"}, 0, {"a", ":b"}},
-    TokenRow{"NoText", "", {","}, 1, {}},
-    TokenRow{"Two", "C:\\dir/file", {"/", "\\"}, 0, {"C:", "dir", "file"}},
-    TokenRow{"TwoKeepEmpty", "/a\\/b", {"/", "\\"}, 1, {"", "a", "", "b"}},
-    TokenRow{"MissingOneFirstTakesTheRest", "a/", {"\\", "/"}, 0, {"a/"}},
-    TokenRow{"MissingOneLast", "a/", {"/", "\\"}, 0, {"a"}},
-    TokenRow{"SameStepFirstWins", "a;b", {";", ";b"}, 0, {"a", "b"}},
-    TokenRow{"None", "a,b", {}, 0, {"a,b"}},
-    TokenRow{"NoneAndNoText", "", {}, 0, {""}}), RowName);
 
 TEST(StrArray, AddsUniqueTextsAndCleans)
 {
@@ -167,6 +122,9 @@ TEST(StrArray, AddsUniqueTextsAndCleans)
     EXPECT_EQ(0, empty.GetSize());
 
     array = CStrArray(3, "0", "1", "2");
+    const CBaseTextArray& table = array;
+    EXPECT_EQ(2, table.FindFirstText("2"));
+    EXPECT_THROW(table.TextAt(3), CInvalidArgException*);
     array.Swap(0, 2);
     array.Swap(1, 1);
     EXPECT_EQ(Texts({"2", "1", "0"}), TextsOf(array));
@@ -205,7 +163,7 @@ TEST(StrArray, BinarySearchHalves)
     EXPECT_EQ(-1, CStrArray().FindNoCase("a"));
     comparisons.clear();
     EXPECT_EQ(5, array.Find("d", Recorded));
-    EXPECT_EQ((std::vector<std::pair<std::string, std::string>>{{"d", "b"}, {"d", "d"}}), comparisons);
+    EXPECT_EQ((Pairs{{"d", "b"}, {"d", "d"}}), comparisons);
 
     EXPECT_EQ(1, array.FindFirstNoSortNoCase("B"));
     EXPECT_EQ(-1, array.FindFirstNoSortNoCase(nullptr));
@@ -216,37 +174,40 @@ TEST(StrArray, BinarySearchHalves)
     EXPECT_EQ(2, CStrArray(4, "Test", "tes", "TESTING", "").CountPrefixNoCase("test"));
 }
 
-TEST_P(StrArrayPrefix, Extracts)
+TEST(StrArray, ExtractsPrefixes)
 {
-    const PrefixRow& row = GetParam();
+    const struct
+    {
+        const char* name;
+        const char* prefix;
+        int left;
+        int minimum;
+        Texts expected;
+    } rows[] = {
+        {"each text once", "al", 5, 0, {"Alpha", "al"}},
+        {"whole texts", "al", 100, 2, {"Alpha1", "ALPHA2", "al"}},
+        {"minimum beyond the prefix", "al", 100, 3, {}},
+        {"cut below the prefix", "alp", 2, 0, {}},
+        {"no prefix", "", 2, 0, {"Al", "be", ""}},
+        {"null prefix and minimum", nullptr, 5, 3, {"Alpha", "beta"}},
+        {"negative lengths", "", -1, -1, {""}},
+    };
     const CStrArray source(5, "Alpha1", "ALPHA2", "al", "beta", "");
-    CStrArray array("old");
-    array.ExtractPrefixNoSortNoCase(source, row.prefix, row.left, row.minimum);
-    EXPECT_EQ(row.expected, TextsOf(array));
+    for (const auto& row : rows) {
+        CStrArray array("old");
+        array.ExtractPrefixNoSortNoCase(source, row.prefix, row.left, row.minimum);
+        EXPECT_EQ(row.expected, TextsOf(array)) << row.name;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(, StrArrayPrefix, testing::Values(
-    PrefixRow{"EachTextOnce", "al", 5, 0, {"Alpha", "al"}},
-    PrefixRow{"WholeTexts", "al", 100, 2, {"Alpha1", "ALPHA2", "al"}},
-    PrefixRow{"MinimumBeyondThePrefix", "al", 100, 3, {}},
-    PrefixRow{"CutBelowThePrefix", "alp", 2, 0, {}},
-    PrefixRow{"NoPrefix", "", 2, 0, {"Al", "be", ""}},
-    PrefixRow{"NullPrefixAndMinimum", nullptr, 5, 3, {"Alpha", "beta"}},
-    PrefixRow{"NothingLeft", "", 0, 0, {""}},
-    PrefixRow{"NegativeLengths", "", -1, -1, {""}}), RowName);
 
 TEST(StrArray, SortComparesInTheOrderOfTheContract)
 {
-    using Pairs = std::vector<std::pair<std::string, std::string>>;
     struct
     {
         Texts before;
         Pairs order;
     } const rows[] = {
-        {{}, {}},
         {{"a"}, {}},
-        {{"b", "a"}, {{"b", "a"}, {"a", "b"}}},
-        {{"a", "b"}, {{"a", "b"}}},
         {{"b", "c", "a"}, {{"b", "a"}, {"a", "b"}, {"c", "b"}, {"b", "c"}}},
         {{"b", "a", "d", "c"}, {{"b", "c"}, {"b", "d"}, {"b", "a"}, {"a", "b"}, {"d", "c"}, {"c", "d"}}},
     };
@@ -256,23 +217,18 @@ TEST(StrArray, SortComparesInTheOrderOfTheContract)
         array.Sort(Recorded);
         EXPECT_EQ(row.order, comparisons) << testing::PrintToString(row.before);
     }
-
-    Random random;
-    Texts texts(500);
-    for (std::string& text : texts)
-        text = std::to_string(random.Between(0, 300));
-    CStrArray array = ArrayOf(texts);
-    array.Sort(CStrArray::Compare);
-    std::sort(texts.begin(), texts.end());
-    EXPECT_EQ(texts, TextsOf(array));
 }
 
 TEST(StrArray, SortKeepsLockedBuffersInPlace)
 {
-    CStrArray array(3, "c", "b", "a");
+    Texts texts{"3"};
+    for (int i = 0; i < 100; ++i)
+        texts.push_back(std::to_string((i * 37 + 50) % 101));
+    CStrArray array = ArrayOf(texts);
     const char* const buffer = array[0].LockBuffer();
     array.Sort(CStrArray::Compare);
-    EXPECT_EQ(Texts({"a", "b", "c"}), TextsOf(array));
+    std::sort(texts.begin(), texts.end());
+    EXPECT_EQ(texts, TextsOf(array));
     EXPECT_EQ(buffer, array[0].GetString());
     array[0].UnlockBuffer();
 }
@@ -289,21 +245,14 @@ TEST(StrArray, Joins)
     EXPECT_STREQ("", text);
 }
 
-TEST_P(StrArrayFormat, ExpandsReferences)
-{
-    EXPECT_EQ(GetParam().expected, CStrArray(2, "x", "y").FormatString(GetParam().format).GetString());
-}
-
-INSTANTIATE_TEST_SUITE_P(, StrArrayFormat, testing::Values(
-    FormatRow{"References", "%2-%1 100%%", "y-x 100%"},
-    FormatRow{"LeadingZeros", "%002", "y"},
-    FormatRow{"OtherCharacterIsDropped", "%x%y|%", "%%|%"},
-    FormatRow{"DigitsAfterPercents", "%%1%%%1", "%1%x"},
-    FormatRow{"NoFormat", "", ""}), RowName);
-
-TEST(StrArray, FormatStringRefusesMissingEntries)
+TEST(StrArray, FormatStringExpandsReferencesAndRefusesMissingEntries)
 {
     const CStrArray array(2, "x", "y");
+    EXPECT_STREQ("y-x 100%", array.FormatString("%2-%1 100%%"));
+    EXPECT_STREQ("y", array.FormatString("%002"));
+    EXPECT_STREQ("%%|%", array.FormatString("%x%y|%")) << "another character is dropped";
+    EXPECT_STREQ("%1%x", array.FormatString("%%1%%%1"));
+    EXPECT_STREQ("", array.FormatString(""));
     for (const char* format : {"%3", "%0", "%11", "%4294967297", "%99999999999999999999999", "a%2147483648"})
         EXPECT_THROW(static_cast<void>(array.FormatString(format)), CInvalidArgException*) << format;
 }

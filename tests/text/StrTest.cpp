@@ -2,11 +2,6 @@
 #include <kelgen/text/Str.h>
 #include <kelgen/text/StrTokenizer.h>
 
-#include "support/Random.h"
-#include "support/Rows.h"
-
-using namespace kelgen::test;
-
 namespace {
 
 CStr StrOf(const char* text)
@@ -28,48 +23,23 @@ Tokens TokensOf(CStrTokenizer& tokenizer, const char* separator, int withSeparat
     return tokens;
 }
 
-struct ReverseFindRow
-{
-    const char* name;
-    const char* text;
-    const char* sub;
-    int end;
-    int expected;
-};
-
-class StrReverseFind : public testing::TestWithParam<ReverseFindRow>
-{
-};
-
-struct TokenRow
-{
-    const char* name;
-    const char* text;
-    const char* separator;
-    int withSeparator;
-    Tokens expected;
-};
-
-class StrTokens : public testing::TestWithParam<TokenRow>
-{
-};
-
 }  // namespace
 
-TEST_P(StrReverseFind, EndsAtOrBeforeTheLimit)
+TEST(Str, ReverseFindEndsAtOrBeforeTheLimit)
 {
-    const ReverseFindRow& row = GetParam();
-    EXPECT_EQ(row.expected, StrOf(row.text).ReverseFind(row.sub, row.end));
+    const CStr text = StrOf("abxab");
+    EXPECT_EQ(3, text.ReverseFind("ab", -1));
+    EXPECT_EQ(3, text.ReverseFind("ab", 5));
+    EXPECT_EQ(0, text.ReverseFind("ab", 4));
+    EXPECT_EQ(-1, text.ReverseFind("ab", 1));
+    EXPECT_EQ(3, text.ReverseFind("ab", 1000));
+    EXPECT_EQ(-1, text.ReverseFind("AB", -1));
+    EXPECT_EQ(5, text.ReverseFind("", -1));
+    EXPECT_EQ(2, text.ReverseFind("", 2));
+    EXPECT_EQ(-1, text.ReverseFind("abxaba", -1));
+    EXPECT_EQ(0, StrOf("").ReverseFind("", 0));
+    EXPECT_EQ(2, StrOf("\xE4\xF6\xE4").ReverseFind("\xE4", -1));
 }
-
-INSTANTIATE_TEST_SUITE_P(, StrReverseFind,
-    testing::Values(ReverseFindRow{"Last", "abxab", "ab", -1, 3}, ReverseFindRow{"ExactlyAtTheLimit", "abxab", "ab", 5, 3},
-        ReverseFindRow{"BeforeTheLimit", "abxab", "ab", 4, 0}, ReverseFindRow{"LimitShorterThanText", "abxab", "ab", 1, -1},
-        ReverseFindRow{"LimitBeyondTheText", "abxab", "ab", 1000, 3}, ReverseFindRow{"CaseMatters", "abxab", "AB", -1, -1},
-        ReverseFindRow{"EmptyAtTheLength", "abc", "", -1, 3}, ReverseFindRow{"EmptyAtTheLimit", "abc", "", 2, 2},
-        ReverseFindRow{"EmptyInEmpty", "", "", 0, 0}, ReverseFindRow{"LongerThanTheText", "ab", "abc", -1, -1},
-        ReverseFindRow{"HighBytes", "\xE4\xF6\xE4", "\xE4", -1, 2}),
-    RowName);
 
 TEST(Str, CopyTakesBytesEvenItsOwn)
 {
@@ -109,26 +79,36 @@ TEST(Str, AssignmentSharesNothingThatIsWritten)
     EXPECT_STREQ("two", second);
 }
 
-TEST_P(StrTokens, StepsOneByteIntoTheSeparator)
+TEST(StrTokenizer, StepsOneByteIntoTheSeparator)
 {
-    const TokenRow& row = GetParam();
-    CStrTokenizer tokenizer{CString(row.text)};
-    EXPECT_EQ(row.expected, TokensOf(tokenizer, row.separator, row.withSeparator));
-    EXPECT_EQ(Tokens(), TokensOf(tokenizer, row.separator, row.withSeparator));
-    tokenizer.Restart();
-    EXPECT_EQ(row.expected, TokensOf(tokenizer, row.separator, row.withSeparator));
+    const struct
+    {
+        const char* name;
+        const char* text;
+        const char* separator;
+        int withSeparator;
+        Tokens expected;
+    } rows[] = {
+        {"adjacent", "a,,b", ",", 0, {"a", "", "b"}},
+        {"at both ends", ",a,", ",", 0, {"", "a"}},
+        {"long separator", "a::b", "::", 0, {"a", ":b"}},
+        {"long separator included", "a::b", "::", 1, {"a:", ":b"}},
+        {"separator is no set", "a,b;c", ",;", 0, {"a,b;c"}},
+        {"empty text", "", ",", 0, {}},
+        {"null separator", "ab", nullptr, 0, {"", "", ""}},
+        {"empty separator included", "ab", "", 1, {"a", "b", ""}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        CStrTokenizer tokenizer{CString(row.text)};
+        EXPECT_EQ(row.expected, TokensOf(tokenizer, row.separator, row.withSeparator));
+        EXPECT_EQ(Tokens(), TokensOf(tokenizer, row.separator, row.withSeparator));
+        tokenizer.Restart();
+        EXPECT_EQ(row.expected, TokensOf(tokenizer, row.separator, row.withSeparator));
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(, StrTokens,
-    testing::Values(TokenRow{"Adjacent", "a,,b", ",", 0, {"a", "", "b"}}, TokenRow{"AtBothEnds", ",a,", ",", 0, {"", "a"}},
-        TokenRow{"LongSeparator", "a::b", "::", 0, {"a", ":b"}}, TokenRow{"WithSeparator", "a,b,", ",", 1, {"a,", "b,"}},
-        TokenRow{"WithLongSeparator", "a::b", "::", 1, {"a:", ":b"}}, TokenRow{"SeparatorIsNoSet", "a,b;c", ",;", 0, {"a,b;c"}},
-        TokenRow{"Missing", "abc", ",", 0, {"abc"}}, TokenRow{"EmptyText", "", ",", 0, {}},
-        TokenRow{"EmptySeparator", "ab", "", 0, {"", "", ""}}, TokenRow{"EmptySeparatorIncluded", "ab", "", 1, {"a", "b", ""}},
-        TokenRow{"NullSeparator", "ab", nullptr, 0, {"", "", ""}}),
-    RowName);
-
-TEST(StrTokenizer, LooksAheadWithoutMoving)
+TEST(StrTokenizer, LooksAheadWithoutMovingFromAnyPosition)
 {
     CStrTokenizer tokenizer("a,b,rest", 3);
     CString token;
@@ -138,19 +118,12 @@ TEST(StrTokenizer, LooksAheadWithoutMoving)
     EXPECT_STREQ("a", token);
     EXPECT_EQ(3, tokenizer.GetNextTokenPos(token, ",", 0)) << "the length, when the rest was taken";
     EXPECT_STREQ("b", token);
-    tokenizer.SetCurrentPos(3);
-    EXPECT_EQ(-1, tokenizer.GetNextTokenPos(token, ",", 0));
-    EXPECT_EQ(0, tokenizer.GetNextToken(token, ",", 0));
-    EXPECT_STREQ("b", token) << "unchanged at the end";
-}
-
-TEST(StrTokenizer, AnyPositionIsSafe)
-{
-    CStrTokenizer tokenizer(CString("a,b"));
-    CString token("old");
-    tokenizer.SetCurrentPos(1000);
-    EXPECT_EQ(0, tokenizer.GetNextToken(token, ",", 0));
-    EXPECT_STREQ("old", token);
+    for (const int end : {3, 1000}) {
+        tokenizer.SetCurrentPos(end);
+        EXPECT_EQ(-1, tokenizer.GetNextTokenPos(token, ",", 0));
+        EXPECT_EQ(0, tokenizer.GetNextToken(token, ",", 0));
+        EXPECT_STREQ("b", token) << "unchanged at the end";
+    }
     tokenizer.SetCurrentPos(-5);
     EXPECT_EQ(1, tokenizer.GetNextToken(token, ",", 0));
     EXPECT_STREQ("a,b", token);
@@ -191,31 +164,5 @@ TEST(StrTokenizer, FolderEndsAtTheLastSeparatorOfEitherKind)
         tokenizer.SetCurrentPos(4);
         EXPECT_EQ(row.found, tokenizer.ExtractFolderPath(row.path)) << testing::PrintToString(row.path);
         EXPECT_EQ(row.parts, TokensOf(tokenizer, "\\", 0)) << testing::PrintToString(row.path);
-    }
-}
-
-TEST(StrTokenizer, RandomTextsEqualTheObviousModel)
-{
-    Random random;
-    for (int round = 0; round < 2000; ++round) {
-        std::string text;
-        for (int i = random.Between(0, 12); i > 0; --i)
-            text += "ab,;"[random.Between(0, 3)];
-        const std::string separator = round % 3 == 0 ? "," : round % 3 == 1 ? ",;" : "a";
-        const int with = random.Between(0, 1);
-
-        Tokens expected;
-        for (std::size_t position = 0;;) {
-            const std::size_t found = text.find(separator, position);
-            if (found == std::string::npos) {
-                if (position < text.size())
-                    expected.push_back(text.substr(position));
-                break;
-            }
-            expected.push_back(text.substr(position, found - position + static_cast<std::size_t>(with)));
-            position = found + 1;
-        }
-        CStrTokenizer tokenizer(text.data(), static_cast<int>(text.size()));
-        ASSERT_EQ(expected, TokensOf(tokenizer, separator.c_str(), with)) << text << " at " << separator;
     }
 }

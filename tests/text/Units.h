@@ -19,6 +19,18 @@ inline std::u16string Units(const CWStr& text)
     return std::u16string(units, units + text.GetLength());
 }
 
+/// A string of all the units, zeros among them.
+inline CWStr Text(const std::u16string& text)
+{
+    return CWStr(Units(text), static_cast<int>(text.size()));
+}
+
+/// Where a string has its units: equal for two that share a block.
+inline const unsigned short* BlockOf(const CWStr& text)
+{
+    return text;
+}
+
 }  // namespace kelgen::test
 
 /// Failures show the text, with unusual units as numbers.

@@ -4,20 +4,12 @@
 #include "text/Units.h"
 
 #include "support/Random.h"
-#include "support/Rows.h"
 
 #include <algorithm>
-#include <clocale>
 
-using kelgen::test::Random;
-using kelgen::test::Units;
+using namespace kelgen::test;
 
 namespace {
-
-CWStr Text(const std::u16string& text)
-{
-    return CWStr(Units(text), static_cast<int>(text.size()));
-}
 
 /// Units of a small alphabet, with a 0 here and there.
 std::u16string RandomText(Random& random, int length, bool zeros)
@@ -39,47 +31,25 @@ int Index(std::size_t found, int start)
     return found == std::u16string::npos ? -1 : static_cast<int>(found) + start;
 }
 
-struct FindRow
-{
-    const char* name;
-    int (*find)(const CWStr& text);
-    int expected;
-};
-
-class WStrFind : public testing::TestWithParam<FindRow> {};
-
 }  // namespace
 
-TEST_P(WStrFind, InAbcabc)
+TEST(WStrFind, StartsAreHeldInTheText)
 {
-    EXPECT_EQ(GetParam().expected, GetParam().find(CWStr(u"abcabc"_w)));
-}
+    const CWStr s(u"abcabc"_w);
+    EXPECT_EQ(-1, s.Find('a', 6));
+    EXPECT_EQ(-1, s.Find('a', 7));
+    EXPECT_EQ(0, s.Find('a', -5));
+    EXPECT_EQ(6, s.Find(static_cast<unsigned short>(0)));
+    EXPECT_EQ(0, s.Find(u"abc"_w, -1));
+    EXPECT_EQ(-1, s.Find(u"abcabca"_w));
+    EXPECT_EQ(0, s.Find(u""_w));
+    EXPECT_EQ(6, s.Find(u""_w, 6));
+    EXPECT_EQ(-1, s.Find(u""_w, 7));
+    EXPECT_EQ(2, s.Find(static_cast<const unsigned short*>(nullptr), 2));
+    EXPECT_EQ(-1, s.FindOneOf(u""_w));
+    EXPECT_EQ(2, s.SpanIncluding(u"ba"_w).GetLength());
+    EXPECT_EQ(2, s.SpanExcluding(u"xc"_w).GetLength());
 
-INSTANTIATE_TEST_SUITE_P(, WStrFind, testing::Values(
-    FindRow{"Unit", [](const CWStr& s) { return s.Find('b'); }, 1},
-    FindRow{"UnitFrom", [](const CWStr& s) { return s.Find('b', 2); }, 4},
-    FindRow{"UnitFromTheEnd", [](const CWStr& s) { return s.Find('a', 6); }, -1},
-    FindRow{"UnitFromBeyond", [](const CWStr& s) { return s.Find('a', 7); }, -1},
-    FindRow{"UnitFromBefore", [](const CWStr& s) { return s.Find('a', -5); }, 0},
-    FindRow{"ZeroIsTheTerminator", [](const CWStr& s) { return s.Find(static_cast<unsigned short>(0)); }, 6},
-    FindRow{"Text", [](const CWStr& s) { return s.Find(u"ca"_w); }, 2},
-    FindRow{"TextFrom", [](const CWStr& s) { return s.Find(u"abc"_w, 1); }, 3},
-    FindRow{"TextFromBefore", [](const CWStr& s) { return s.Find(u"abc"_w, -1); }, 0},
-    FindRow{"TextTooLong", [](const CWStr& s) { return s.Find(u"abcabca"_w); }, -1},
-    FindRow{"EmptyText", [](const CWStr& s) { return s.Find(u""_w); }, 0},
-    FindRow{"EmptyTextFromTheEnd", [](const CWStr& s) { return s.Find(u""_w, 6); }, 6},
-    FindRow{"EmptyTextFromBeyond", [](const CWStr& s) { return s.Find(u""_w, 7); }, -1},
-    FindRow{"NullText", [](const CWStr& s) { return s.Find(static_cast<const unsigned short*>(nullptr), 2); }, 2},
-    FindRow{"ReverseUnit", [](const CWStr& s) { return s.ReverseFind('a'); }, 3},
-    FindRow{"ReverseMissing", [](const CWStr& s) { return s.ReverseFind('x'); }, -1},
-    FindRow{"OneOf", [](const CWStr& s) { return s.FindOneOf(u"xcb"_w); }, 1},
-    FindRow{"OneOfMissing", [](const CWStr& s) { return s.FindOneOf(u"xyz"_w); }, -1},
-    FindRow{"OneOfNothing", [](const CWStr& s) { return s.FindOneOf(u""_w); }, -1},
-    FindRow{"SpanIncluding", [](const CWStr& s) { return s.SpanIncluding(u"ba"_w).GetLength(); }, 2},
-    FindRow{"SpanExcluding", [](const CWStr& s) { return s.SpanExcluding(u"xc"_w).GetLength(); }, 2}), kelgen::test::RowName);
-
-TEST(WStrFindEmpty, FindsNoUnitButTheEmptyText)
-{
     const CWStr empty;
     EXPECT_EQ(-1, empty.Find('a'));
     EXPECT_EQ(-1, empty.Find(static_cast<unsigned short>(0)));
@@ -131,73 +101,55 @@ TEST(WStrFindModel, EveryPlaceOfASingleHitIsFound)
     }
 }
 
-struct PartRow
+TEST(WStrParts, StartAndCountAreHeldInTheText)
 {
-    const char* name;
-    CWStr (*part)(const CWStr& text);
-    const char16_t* expected;
-};
-
-class WStrPart : public testing::TestWithParam<PartRow> {};
-
-TEST_P(WStrPart, OfAbcde)
-{
-    EXPECT_EQ(GetParam().expected, Units(GetParam().part(CWStr(u"abcde"_w))));
+    const CWStr s(u"abcde"_w);
+    EXPECT_EQ(u"bc", Units(s.Mid(1, 2)));
+    EXPECT_EQ(u"de", Units(s.Mid(3, 99)));
+    EXPECT_EQ(u"de", Units(s.Mid(3, 0x7FFFFFFF)));
+    EXPECT_EQ(u"ab", Units(s.Mid(-2, 2)));
+    EXPECT_EQ(u"", Units(s.Mid(1, -1)));
+    EXPECT_EQ(u"", Units(s.Mid(5, 1)));
+    EXPECT_EQ(u"", Units(s.Mid(6, 1)));
+    EXPECT_EQ(u"abcde", Units(s.Mid(-7)));
+    EXPECT_EQ(u"", Units(s.Mid(7)));
+    EXPECT_EQ(u"", Units(s.Left(-1)));
+    EXPECT_EQ(u"", Units(s.Right(-1)));
+    EXPECT_EQ(u"ab", Units(s.Left(2)));
+    EXPECT_EQ(u"de", Units(s.Right(2)));
 }
 
-INSTANTIATE_TEST_SUITE_P(, WStrPart, testing::Values(
-    PartRow{"Mid", [](const CWStr& s) { return s.Mid(1, 2); }, u"bc"},
-    PartRow{"MidToTheEnd", [](const CWStr& s) { return s.Mid(1); }, u"bcde"},
-    PartRow{"MidBeyond", [](const CWStr& s) { return s.Mid(3, 99); }, u"de"},
-    PartRow{"MidCountThatWraps", [](const CWStr& s) { return s.Mid(3, 0x7FFFFFFF); }, u"de"},
-    PartRow{"MidBefore", [](const CWStr& s) { return s.Mid(-2, 2); }, u"ab"},
-    PartRow{"MidNegativeCount", [](const CWStr& s) { return s.Mid(1, -1); }, u""},
-    PartRow{"MidFromTheEnd", [](const CWStr& s) { return s.Mid(5, 1); }, u""},
-    PartRow{"MidFromBeyond", [](const CWStr& s) { return s.Mid(6, 1); }, u""},
-    PartRow{"MidOneFromBefore", [](const CWStr& s) { return s.Mid(-7); }, u"abcde"},
-    PartRow{"MidOneFromBeyond", [](const CWStr& s) { return s.Mid(7); }, u""},
-    PartRow{"Left", [](const CWStr& s) { return s.Left(2); }, u"ab"},
-    PartRow{"LeftNegative", [](const CWStr& s) { return s.Left(-1); }, u""},
-    PartRow{"Right", [](const CWStr& s) { return s.Right(2); }, u"de"},
-    PartRow{"RightNegative", [](const CWStr& s) { return s.Right(-1); }, u""}), kelgen::test::RowName);
-
-struct CompareRow
+TEST(WStrCompare, SignsInTheDefaultLocale)
 {
-    const char* name;
-    const char16_t* left;
-    const char16_t* right;
-    int compare;
-    int noCase;
-};
-
-class WStrCompare : public testing::TestWithParam<CompareRow> {};
-
-TEST_P(WStrCompare, SignsInTheDefaultLocale)
-{
+    const struct
+    {
+        const char16_t* left;
+        const char16_t* right;
+        int compare, noCase;
+    } rows[] = {
+        {u"abc", u"abc", 0, 0},
+        {u"aBC", u"abc", -1, 0},
+        {u"ABd", u"abc", -1, 1},
+        {u"ab", u"abc", -1, -1},
+        {u"", u"", 0, 0},
+        {u"_", u"A", 1, -1},  // between the cases
+        {u"\x00C9", u"\x00E9", -1, -1},  // only A to Z fold
+        {u"\xFFFF", u"a", 1, 1},
+        {u"\xD83D\xDE00", u"\xFFFD", -1, -1},  // surrogates order by unit
+    };
     const auto sign = [](int value) { return (value > 0) - (value < 0); };
-    const CompareRow& row = GetParam();
-    const CWStr left(Units(row.left));
-    const unsigned short* const right = reinterpret_cast<const unsigned short*>(row.right);
-    EXPECT_EQ(row.compare, sign(left.Compare(right)));
-    EXPECT_EQ(row.compare, sign(left.Collate(right)));
-    EXPECT_EQ(row.noCase, sign(left.CompareNoCase(right)));
-    EXPECT_EQ(row.noCase, sign(left.CollateNoCase(right)));
-    EXPECT_EQ(-row.noCase, sign(CWStr::CompareNoCase(right, left)));
-    EXPECT_EQ(row.compare == 0, left == right);
-    EXPECT_EQ(row.compare == 0, left == CWStr(right));
+    for (const auto& row : rows) {
+        const CWStr left(Units(row.left));
+        const CWStr right(Units(row.right));
+        SCOPED_TRACE(testing::PrintToString(left) + " and " + testing::PrintToString(right));
+        EXPECT_EQ(row.compare, sign(left.Compare(right)));
+        EXPECT_EQ(row.compare, sign(left.Collate(right)));
+        EXPECT_EQ(row.noCase, sign(left.CompareNoCase(right)));
+        EXPECT_EQ(row.noCase, sign(left.CollateNoCase(right)));
+        EXPECT_EQ(-row.noCase, sign(CWStr::CompareNoCase(right, left)));
+        EXPECT_EQ(row.compare == 0, left == right);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(, WStrCompare, testing::Values(
-    CompareRow{"Equal", u"abc", u"abc", 0, 0},
-    CompareRow{"Case", u"aBC", u"abc", -1, 0},
-    CompareRow{"CaseThenOrder", u"ABd", u"abc", -1, 1},
-    CompareRow{"Prefix", u"ab", u"abc", -1, -1},
-    CompareRow{"Empty", u"", u"a", -1, -1},
-    CompareRow{"BothEmpty", u"", u"", 0, 0},
-    CompareRow{"UnderscoreBetweenTheCases", u"_", u"A", 1, -1},
-    CompareRow{"OnlyAToZFold", u"\x00C9", u"\x00E9", -1, -1},
-    CompareRow{"UnitsAreUnsigned", u"\xFFFF", u"a", 1, 1},
-    CompareRow{"SurrogatesOrderByUnit", u"\xD83D\xDE00", u"\xFFFD", -1, -1}), kelgen::test::RowName);
 
 TEST(WStrCompareZeros, WhatFollowsTheFirstZeroDoesNotCount)
 {

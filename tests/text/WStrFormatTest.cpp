@@ -3,17 +3,16 @@
 
 #include <kelgen/platform/WideFormat.h>
 
+#include "framework/Thrown.h"
 #include "support/Random.h"
-#include "support/Rows.h"
 #include "text/Units.h"
 
 #include <climits>
 #include <cmath>
 #include <limits>
-#include <ostream>
 
 using kelgen::test::Random;
-using kelgen::test::RowName;
+using kelgen::test::Thrown;
 using kelgen::test::Units;
 
 namespace {
@@ -47,74 +46,47 @@ int LengthOf(const unsigned short* format, ...)
     return length;
 }
 
-template <class CODE>
-bool ThrowsMemory(CODE&& code)
-{
-    try {
-        code();
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return true;
-    }
-    return false;
-}
-
 constexpr const unsigned short* kNoText = nullptr;
 
 }  // namespace
 
-struct Room
+TEST(WStrFormat, RoomIsReservedByTheSum)
 {
-    const char* name;
-    int (*reserve)();
-    int expected;
-};
-
-class WStrFormatRoom : public testing::TestWithParam<Room> {};
-
-TEST_P(WStrFormatRoom, IsReservedByTheSum)
-{
-    EXPECT_EQ(GetParam().expected, GetParam().reserve());
+    EXPECT_EQ(4 + 3 + 32, Reserved(u"ab%d", 7)) << "a literal counts the rest of the format";
+    EXPECT_EQ(32 + 3 + 2 + 1, Reserved(u"%dxyz", 7));
+    EXPECT_EQ(4 + 2 + 1, Reserved(u"a%%b")) << "counted at the second";
+    EXPECT_EQ(2, Reserved(u"a%"));
+    EXPECT_EQ(8, Reserved(u"%c%C%hc%lc", 'a', 'b', 'c', 'd'));
+    EXPECT_EQ(5, Reserved(u"%5c", 'a'));
+    EXPECT_EQ(6, Reserved(u"%s", kNoText));
+    EXPECT_EQ(2, Reserved(u"%s%hs", u""_w, ""));
+    EXPECT_EQ(15, Reserved(u"%s%ls%lS", u"hello"_w, u"hello"_w, u"hello"_w));
+    EXPECT_EQ(10, Reserved(u"%hs%hS", "hello", "hello"));
+    EXPECT_EQ(3, Reserved(u"%S", "hello")) << "pairs of bytes";
+    EXPECT_EQ(5, Reserved(u"%5.2s", u"hello"_w));
+    EXPECT_EQ(2, Reserved(u"%.2s", u"hello"_w));
+    EXPECT_EQ(5, Reserved(u"%.0s", u"hello"_w)) << "cuts nothing";
+    EXPECT_EQ(0, Reserved(u"%.*s", -1, u"hello"_w)) << "cuts all";
+    EXPECT_EQ(160, Reserved(u"%i%u%x%X%o", 1, 2, 3, 4, 5));
+    EXPECT_EQ(50, Reserved(u"%30.20d", 1));
+    EXPECT_EQ(40, Reserved(u"%*d", 40, 1));
+    EXPECT_EQ(40, Reserved(u"%*40d", 0)) << "reads the digits";
+    EXPECT_EQ(44, Reserved(u"%.*d", 44, 1));
+    EXPECT_EQ(32 + 4, Reserved(u"%I64x%s", 1LL << 40, u"text"_w));
+    EXPECT_EQ(2 + 32, Reserved(u"%#x", 1));
+    EXPECT_EQ(32 + 4, Reserved(u"%p%s", kNoText, u"text"_w));
+    EXPECT_EQ(3 * 128, Reserved(u"%e%g%G", 1.0, 1.0, 1.0));
+    EXPECT_EQ(150, Reserved(u"%100.50e", 1.0));
+    EXPECT_EQ(4 + 8, Reserved(u"%.2f", -12.5)) << "six digits more";
+    EXPECT_EQ(3 + 6, Reserved(u"%f", 12.5));
+    EXPECT_EQ(20, Reserved(u"%*.*f", -20, -10, 12.5));
+    EXPECT_EQ(8, Reserved(u"%f", std::numeric_limits<double>::infinity()));
+    EXPECT_EQ(0, Reserved(u"%y%k"));
+    EXPECT_EQ(4, Reserved(u"%E%s", 1.0, u"text"_w)) << "counts nothing";
+    EXPECT_EQ(4 + 3 + 4, Reserved(u"%lld|%s", 1LL, u"text"_w)) << "literals";
+    EXPECT_EQ(4 + 3 + 4, Reserved(u"%w%%d%s", 1, u"text"_w));
+    EXPECT_EQ(32 + 4, Reserved(u"%w%d%s", u"text"_w)) << "a conversion inside a conversion";
 }
-
-INSTANTIATE_TEST_SUITE_P(, WStrFormatRoom, testing::Values(
-    Room{"LiteralsCountTheRestOfTheFormat", [] { return Reserved(u"ab%d", 7); }, 4 + 3 + 32},
-    Room{"LiteralsBehind", [] { return Reserved(u"%dxyz", 7); }, 32 + 3 + 2 + 1},
-    Room{"DoubledPercentCountsAtTheSecond", [] { return Reserved(u"a%%b"); }, 4 + 2 + 1},
-    Room{"PercentAtTheEnd", [] { return Reserved(u"a%"); }, 2},
-    Room{"Character", [] { return Reserved(u"%c%C%hc%lc", 'a', 'b', 'c', 'd'); }, 8},
-    Room{"CharacterWidth", [] { return Reserved(u"%5c", 'a'); }, 5},
-    Room{"NullText", [] { return Reserved(u"%s", kNoText); }, 6},
-    Room{"NullTextCut", [] { return Reserved(u"%.3s", kNoText); }, 3},
-    Room{"EmptyText", [] { return Reserved(u"%s%hs", u""_w, ""); }, 2},
-    Room{"Text", [] { return Reserved(u"%s%ls%lS", u"hello"_w, u"hello"_w, u"hello"_w); }, 15},
-    Room{"NarrowText", [] { return Reserved(u"%hs%hS", "hello", "hello"); }, 10},
-    Room{"UnmarkedNarrowTextCountsPairs", [] { return Reserved(u"%S", "hello"); }, 3},
-    Room{"PrecisionThenWidth", [] { return Reserved(u"%5.2s", u"hello"_w); }, 5},
-    Room{"PrecisionCuts", [] { return Reserved(u"%.2s", u"hello"_w); }, 2},
-    Room{"PrecisionZeroDoesNotCut", [] { return Reserved(u"%.0s", u"hello"_w); }, 5},
-    Room{"NegativePrecisionCutsAll", [] { return Reserved(u"%.*s", -1, u"hello"_w); }, 0},
-    Room{"Integers", [] { return Reserved(u"%i%u%x%X%o", 1, 2, 3, 4, 5); }, 160},
-    Room{"IntegerWidthAndPrecision", [] { return Reserved(u"%30.20d", 1); }, 50},
-    Room{"StarWidth", [] { return Reserved(u"%*d", 40, 1); }, 40},
-    Room{"StarWidthOfZeroReadsDigits", [] { return Reserved(u"%*40d", 0); }, 40},
-    Room{"StarPrecision", [] { return Reserved(u"%.*d", 44, 1); }, 44},
-    Room{"LongInteger", [] { return Reserved(u"%I64x%s", 1LL << 40, u"text"_w); }, 32 + 4},
-    Room{"Alternate", [] { return Reserved(u"%#x", 1); }, 2 + 32},
-    Room{"FlagsAddNothing", [] { return Reserved(u"%-+0 d", 1); }, 32},
-    Room{"Pointer", [] { return Reserved(u"%p%s", kNoText, u"text"_w); }, 32 + 4},
-    Room{"Exponent", [] { return Reserved(u"%e%g%G", 1.0, 1.0, 1.0); }, 3 * 128},
-    Room{"ExponentWidthAndPrecision", [] { return Reserved(u"%100.50e", 1.0); }, 150},
-    Room{"FixedHasSixDigitsMore", [] { return Reserved(u"%.2f", -12.5); }, 4 + 8},
-    Room{"FixedWithoutPrecision", [] { return Reserved(u"%f", 12.5); }, 3 + 6},
-    Room{"FixedWidth", [] { return Reserved(u"%-20f", 12.5); }, 20},
-    Room{"FixedNegativeStars", [] { return Reserved(u"%*.*f", -20, -10, 12.5); }, 20},
-    Room{"FixedInfinity", [] { return Reserved(u"%f", std::numeric_limits<double>::infinity()); }, 8},
-    Room{"OtherConversions", [] { return Reserved(u"%y%k"); }, 0},
-    Room{"CapitalExponentCountsNothing", [] { return Reserved(u"%E%s", 1.0, u"text"_w); }, 4},
-    Room{"OtherSizesAreLiterals", [] { return Reserved(u"%lld|%s", 1LL, u"text"_w); }, 4 + 3 + 4},
-    Room{"MisreadPercents", [] { return Reserved(u"%w%%d%s", 1, u"text"_w); }, 4 + 3 + 4},
-    Room{"ConversionInsideAConversion", [] { return Reserved(u"%w%d%s", u"text"_w); }, 32 + 4}), RowName);
 
 TEST(WStrFormat, RoomOfFixedNumbersIsThatOfTheirText)
 {
@@ -133,34 +105,27 @@ TEST(WStrFormat, RoomOfFixedNumbersIsThatOfTheirText)
     }
 }
 
-struct Sample
+TEST(WStrFormat, TextFollowsTheRuntime)
 {
-    const char* name;
-    std::u16string (*format)();
-    const char16_t* expected;
-};
+    EXPECT_EQ(u"-5 text 0000beef  3.14%", Formatted(u"%d %s %08x %5.2f%%", -5, u"text"_w, 0xBEEF, 3.14159));
+    EXPECT_EQ(u"a\x3042|b|c|d|\x3042|e", Formatted(u"%s|%S|%hs|%lS|%c|%C", u"a\x3042"_w, "b", "c", u"d"_w, 0x3042, 'e'));
+    EXPECT_EQ(u"(null)(null)", Formatted(u"%s%S", kNoText, kNoText));
+    EXPECT_EQ(u"-1099511627776 10000000000", Formatted(u"%I64d %I64x", -1LL << 40, 1LL << 40));
+    EXPECT_EQ(u"ab", Formatted(u"ab%ccd", 0));
+    EXPECT_EQ(u"", Formatted(u""));
+    EXPECT_EQ(u"a text|", Formatted(u"%.*s|", -1, u"a text"_w));
+    EXPECT_EQ(u"y5", Formatted(u"%y%d", 5));
+    EXPECT_EQ(u"71.500000E+000 1099511627776 3 w 0x1.0000000000000p+0 end", Formatted(u"%d%E %lld %I32d %ws %a %s", 7, 1.5, 1LL << 40, 3, u"w"_w, 1.0, u"end"_w));
 
-class WStrFormatText : public testing::TestWithParam<Sample> {};
-
-TEST_P(WStrFormatText, FollowsTheRuntime)
-{
-    EXPECT_EQ(GetParam().expected, GetParam().format());
+    CWStr text(u"old"_w);
+    text.Format(kNoText);
+    EXPECT_EQ(u"", Units(text));
+    text = u"old"_w;
+    text.Format(60000u);
+    EXPECT_EQ(u"", Units(text)) << "a missing resource";
+    text.Format(40, 5, u"six"_w);
+    EXPECT_EQ(u"5 of six", Units(text));
 }
-
-INSTANTIATE_TEST_SUITE_P(, WStrFormatText, testing::Values(
-    Sample{"Mixed", [] { return Formatted(u"%d %s %08x %5.2f%%", -5, u"text"_w, 0xBEEF, 3.14159); }, u"-5 text 0000beef  3.14%"},
-    Sample{"WideAndNarrow", [] { return Formatted(u"%s|%S|%hs|%lS|%c|%C", u"a\x3042"_w, "b", "c", u"d"_w, 0x3042, 'e'); },
-           u"a\x3042|b|c|d|\x3042|e"},
-    Sample{"NullTexts", [] { return Formatted(u"%s%S", kNoText, kNoText); }, u"(null)(null)"},
-    Sample{"LongInteger", [] { return Formatted(u"%I64d %I64x", -1LL << 40, 1LL << 40); }, u"-1099511627776 10000000000"},
-    Sample{"EndsAtAZeroUnit", [] { return Formatted(u"ab%ccd", 0); }, u"ab"},
-    Sample{"Nothing", [] { return Formatted(u""); }, u""},
-    Sample{"NullFormat", [] { CWStr text(u"old"_w); text.Format(kNoText); return Units(text); }, u""},
-    Sample{"MissingResource", [] { CWStr text(u"old"_w); text.Format(60000u); return Units(text); }, u""},
-    Sample{"NegativeStarPrecision", [] { return Formatted(u"%.*s|", -1, u"a text"_w); }, u"a text|"},
-    Sample{"UnknownConversions", [] { return Formatted(u"%y%d", 5); }, u"y5"},
-    Sample{"ArgumentsStayAligned", [] { return Formatted(u"%d%E %lld %I32d %ws %a %s", 7, 1.5, 1LL << 40, 3, u"w"_w, 1.0, u"end"_w); },
-           u"71.500000E+000 1099511627776 3 w 0x1.0000000000000p+0 end"}), RowName);
 
 TEST(WStrFormat, TextBeyondTheRoomIsCutToTheBlock)
 {
@@ -214,35 +179,21 @@ TEST(WStrFormat, FormatAndArgumentsMayBeTheStringItself)
     text.Format(u"[%s]%400d"_w, static_cast<const unsigned short*>(text), 1);
     EXPECT_EQ(u"[one and and %s]", Units(text.Left(16)));
     EXPECT_EQ(416, text.GetLength());
+
+    const std::u16string longFormat(70000, u'x');
+    EXPECT_EQ(longFormat + u"1", Formatted(longFormat + u"%d", 1)) << "no block holds the sum";
 }
 
-TEST(WStrFormat, LongLiteralsGiveTheirTextThoughNoBlockHoldsTheSum)
-{
-    const std::u16string format(70000, u'x');
-    EXPECT_EQ(format + u"1", Formatted(format + u"%d", 1));
-}
-
-struct HugeNumber
-{
-    const char* name;
-    const char16_t* format;
-};
-
-class WStrFormatHuge : public testing::TestWithParam<HugeNumber> {};
-
-TEST_P(WStrFormatHuge, IsRefusedAndLeavesTheStringUsable)
+TEST(WStrFormat, HugeNumbersAreRefusedAndLeaveTheStringUsable)
 {
     CWStr text(u"old"_w);
-    const std::u16string format = GetParam().format;
-    EXPECT_TRUE(ThrowsMemory([&] { text.Format(Units(format), INT_MAX, INT_MAX, 1.0); }));
-    text.Format(u"%d"_w, 1);
-    EXPECT_EQ(u"1", Units(text));
+    for (const char16_t* format : {u"%2147483647d", u"%99999999999999999999d", u"%.2147483647d", u"%2147483647.2147483647d",
+                                   u"%*.*f", u"%*d", u"%-*dx"}) {
+        EXPECT_EQ("CMemoryException", Thrown([&] { text.Format(Units(format), INT_MAX, INT_MAX, 1.0); }));
+        text.Format(u"%d"_w, 1);
+        EXPECT_EQ(u"1", Units(text));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(, WStrFormatHuge, testing::Values(
-    HugeNumber{"Width", u"%2147483647d"}, HugeNumber{"MoreDigitsThanANumberHas", u"%99999999999999999999d"},
-    HugeNumber{"Precision", u"%.2147483647d"}, HugeNumber{"Both", u"%2147483647.2147483647d"},
-    HugeNumber{"Stars", u"%*.*f"}, HugeNumber{"StarText", u"%*d"}, HugeNumber{"NegativeWidth", u"%-*dx"}), RowName);
 
 TEST(WStrFormat, DigitsBeyondTheRuntimesBuffersAreExact)
 {
@@ -253,29 +204,17 @@ TEST(WStrFormat, DigitsBeyondTheRuntimesBuffersAreExact)
     EXPECT_EQ(std::u16string(200000, u' ') + u"5", Formatted(u"%*d", 200001, 5));
 }
 
-TEST(WStrFormat, FormatsMayBeResources)
-{
-    CWStr text;
-    text.Format(40, 5, u"six"_w);
-    EXPECT_EQ(u"5 of six", Units(text));
-    text.FormatMessageA(41, 5, u"six"_w);
-    EXPECT_EQ(u"six and 5", Units(text));
-}
-
-TEST(WStrFormatMessage, PutsArgumentsInByNumber)
+TEST(WStrFormatMessage, PutsArgumentsInByNumberAndFailsByTheMemoryException)
 {
     CWStr text(u"old"_w);
     text.FormatMessageA(u"%2 %1!05d! %3%%"_w, 42, u"is"_w, static_cast<const unsigned short*>(text));
     EXPECT_EQ(u"is 00042 old%", Units(text));
-}
-
-TEST(WStrFormatMessage, FailureIsTheMemoryException)
-{
-    CWStr text(u"old"_w);
-    EXPECT_TRUE(ThrowsMemory([&] { text.FormatMessageA(u""_w); })) << "an empty result";
-    EXPECT_TRUE(ThrowsMemory([&] { text.FormatMessageA(u"%"_w); })) << "a bad format";
-    EXPECT_TRUE(ThrowsMemory([&] { text.FormatMessageA(60000u); })) << "a missing resource";
-    EXPECT_EQ(u"old", Units(text));
+    text.FormatMessageA(41, 5, u"six"_w);
+    EXPECT_EQ(u"six and 5", Units(text));
+    EXPECT_EQ("CMemoryException", Thrown([&] { text.FormatMessageA(u""_w); })) << "an empty result";
+    EXPECT_EQ("CMemoryException", Thrown([&] { text.FormatMessageA(u"%"_w); })) << "a bad format";
+    EXPECT_EQ("CMemoryException", Thrown([&] { text.FormatMessageA(60000u); })) << "a missing resource";
+    EXPECT_EQ(u"six and 5", Units(text));
 }
 
 TEST(WStrSystemString, HoldsExactlyTheUnits)

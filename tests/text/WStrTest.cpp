@@ -3,21 +3,11 @@
 
 #include "text/Units.h"
 
-#include "support/Random.h"
-#include "support/Rows.h"
-
-#include <algorithm>
 #include <thread>
 
+using namespace kelgen::test;
+
 namespace {
-
-
-using kelgen::test::Units;
-
-const unsigned short* BlockOf(const CWStr& text)
-{
-    return text;
-}
 
 bool SharesBlock(const CWStr& left, const CWStr& right)
 {
@@ -26,37 +16,31 @@ bool SharesBlock(const CWStr& left, const CWStr& right)
 
 CWStr Letters(int n)
 {
-    return CWStr(Units(std::u16string(static_cast<std::size_t>(n), u'x')), n);
+    return Text(std::u16string(static_cast<std::size_t>(n), u'x'));
 }
 
 }  // namespace
 
-TEST(WStr, EveryWayToTheEmptyStringEndsInTheSharedBlock)
+TEST(WStr, EveryWayToTheEmptyStringEndsInTheSharedBlockWhichNothingWrites)
 {
     const unsigned short* const empty = AfxGetEmptyWStr();
     CWStr emptied(u"abc"_w);
     emptied.Empty();
+    EXPECT_EQ(empty, BlockOf(emptied));
     CWStr released(u"abc"_w);
     released.Release();
+    EXPECT_EQ(empty, BlockOf(released));
     CWStr cut(u"abc"_w);
     cut.Delete(0, 3);
     cut.FreeExtra();
-    const CWStr copy(emptied);
-    const CWStr* const all[] = {&emptied, &released, &cut, &copy};
-    for (const CWStr* text : all)
-        EXPECT_EQ(empty, BlockOf(*text));
-    EXPECT_EQ(empty, BlockOf(CWStr()));
+    EXPECT_EQ(empty, BlockOf(cut));
     EXPECT_EQ(empty, BlockOf(CWStr(u""_w)));
     EXPECT_EQ(empty, BlockOf(CWStr(u"abc"_w, 0)));
     EXPECT_EQ(empty, BlockOf(CWStr(static_cast<const unsigned short*>(nullptr))));
     EXPECT_EQ(empty, BlockOf(CWStr(static_cast<unsigned short>('x'), 0)));
     EXPECT_EQ(empty, BlockOf(CWStr() + CWStr()));
     EXPECT_EQ(empty, BlockOf(CWStr(u"abc"_w).Mid(1, 0)));
-    EXPECT_EQ(0, AfxGetEmptyWStr().GetAllocLength());
-}
 
-TEST(WStr, NothingWritesTheSharedEmptyBlock)
-{
     CWStr text;
     text.ReleaseBuffer(0);
     text.ReleaseBuffer();
@@ -72,52 +56,47 @@ TEST(WStr, NothingWritesTheSharedEmptyBlock)
     text.Replace(u"x"_w, u"y"_w);
     text.Replace('x', 'y');
     text = CWStr();
+    EXPECT_EQ(empty, BlockOf(text));
     const CWStrData* const block = AfxGetEmptyWStr().GetData();
     EXPECT_EQ(-1, block->nRefCount);
     EXPECT_EQ(0, block->nLength);
     EXPECT_EQ(0, block->nAllocLength);
     EXPECT_EQ(0, block->data()[0]);
-    EXPECT_TRUE(SharesBlock(text, AfxGetEmptyWStr()));
 }
 
-struct Capacity
+TEST(WStr, CapacityIsThatOfTheClass)
 {
-    const char* name;
-    int length;
-    int capacity;
-};
+    const struct
+    {
+        int length, capacity;
+    } rows[] = {{1, 8}, {8, 8}, {9, 64}, {64, 64}, {65, 128}, {128, 128}, {129, 256}, {256, 256}, {257, 512}, {512, 512}, {513, 513},
+                {100000, 100000}};
+    for (const auto& [length, capacity] : rows) {
+        SCOPED_TRACE(length);
+        CWStr text = Letters(length);
+        EXPECT_EQ(capacity, text.GetAllocLength());
+        EXPECT_EQ(1, text.GetData()->nRefCount);
+        text.FreeExtra();
+        while (text.GetLength() < capacity)
+            text += static_cast<unsigned short>('x');
+        EXPECT_EQ(capacity, text.GetAllocLength());
+        EXPECT_EQ(Units(Letters(capacity)), Units(text));
+    }
 
-class WStrCapacity : public testing::TestWithParam<Capacity> {};
-
-TEST_P(WStrCapacity, IsThatOfTheClass)
-{
-    const auto [name, length, capacity] = GetParam();
-    CWStr text = Letters(length);
-    EXPECT_EQ(length, text.GetLength());
-    EXPECT_EQ(capacity, text.GetAllocLength());
-    EXPECT_EQ(1, text.GetData()->nRefCount);
+    CWStr text = Letters(600);
+    text.GetBuffer(700);
+    EXPECT_EQ(700, text.GetAllocLength());
     text.FreeExtra();
-    EXPECT_EQ(capacity, text.GetAllocLength());
-    while (text.GetLength() < capacity)
-        text += static_cast<unsigned short>('y');
-    EXPECT_EQ(capacity, text.GetAllocLength());
-    EXPECT_EQ(std::u16string(static_cast<std::size_t>(length), u'x') +
-                  std::u16string(static_cast<std::size_t>(capacity - length), u'y'),
-              Units(text));
+    EXPECT_EQ(600, text.GetAllocLength());
+    text = Letters(10);
+    text.GetBuffer(100);
+    text.FreeExtra();
+    EXPECT_EQ(64, text.GetAllocLength()) << "no less than the class keeps";
 }
 
-INSTANTIATE_TEST_SUITE_P(, WStrCapacity,
-                         testing::Values(Capacity{"One", 1, 8}, Capacity{"Eight", 8, 8}, Capacity{"Nine", 9, 64},
-                                         Capacity{"SixtyFour", 64, 64}, Capacity{"SixtyFive", 65, 128},
-                                         Capacity{"Third", 128, 128}, Capacity{"Fourth", 129, 256},
-                                         Capacity{"FourthFull", 256, 256}, Capacity{"Fifth", 257, 512},
-                                         Capacity{"FifthFull", 512, 512}, Capacity{"Heap", 513, 513},
-                                         Capacity{"HeapLong", 100000, 100000}),
-                         kelgen::test::RowName);
-
-TEST(WStr, CopiesShareUntilOneIsWritten)
+TEST(WStr, CopiesAndWholePartsShareUntilOneIsWritten)
 {
-    const CWStr original(u"shared text"_w);
+    const CWStr original(u"abc"_w);
     CWStr copy(original);
     CWStr assigned;
     assigned = copy;
@@ -125,65 +104,17 @@ TEST(WStr, CopiesShareUntilOneIsWritten)
     EXPECT_EQ(3, original.GetData()->nRefCount);
     copy.SetAt(0, 'S');
     EXPECT_EQ(2, original.GetData()->nRefCount);
-    EXPECT_EQ(u"Shared text", Units(copy));
-    EXPECT_EQ(u"shared text", Units(original));
     assigned = u"other"_w;
     EXPECT_EQ(1, original.GetData()->nRefCount);
-    EXPECT_EQ(u"shared text", Units(original));
+    EXPECT_EQ(u"abc", Units(original));
+
+    EXPECT_TRUE(SharesBlock(original, original.Mid(0)));
+    EXPECT_TRUE(SharesBlock(original, original.Mid(-1, 99)));
+    EXPECT_TRUE(SharesBlock(original, original.Left(3)));
+    EXPECT_TRUE(SharesBlock(original, original.Right(10)));
+    EXPECT_TRUE(SharesBlock(original, original.SpanIncluding(u"cba"_w)));
+    EXPECT_FALSE(SharesBlock(original, original.Mid(0, 2)));
 }
-
-// Every writer leaves a second holder of the block alone.
-struct Writer
-{
-    const char* name;
-    void (*write)(CWStr& text);
-    const char16_t* result;
-};
-
-class WStrWriter : public testing::TestWithParam<Writer> {};
-
-TEST_P(WStrWriter, LeavesTheOtherHolderAlone)
-{
-    const CWStr original(u" aXb "_w);
-    CWStr written(original);
-    GetParam().write(written);
-    EXPECT_EQ(GetParam().result, Units(written));
-    EXPECT_EQ(0, BlockOf(written)[written.GetLength()]);
-    EXPECT_EQ(u" aXb ", Units(original));
-    EXPECT_FALSE(SharesBlock(original, written));
-    EXPECT_EQ(1, original.GetData()->nRefCount);
-}
-
-INSTANTIATE_TEST_SUITE_P(, WStrWriter, testing::Values(
-    Writer{"SetAt", [](CWStr& s) { s.SetAt(4, 'z'); }, u" aXbz"},
-    Writer{"InsertUnit", [](CWStr& s) { s.Insert(1, static_cast<unsigned short>('z')); }, u" zaXb "},
-    Writer{"InsertText", [](CWStr& s) { s.Insert(5, u"0123456789"_w); }, u" aXb 0123456789"},
-    Writer{"Delete", [](CWStr& s) { s.Delete(1, 2); }, u" b "},
-    Writer{"ReplaceUnit", [](CWStr& s) { s.Replace('X', 'y'); }, u" ayb "},
-    Writer{"ReplaceTextLonger", [](CWStr& s) { s.Replace(u"X"_w, u"<12345678>"_w); }, u" a<12345678>b "},
-    Writer{"ReplaceTextShorter", [](CWStr& s) { s.Replace(u"aXb"_w, nullptr); }, u"  "},
-    Writer{"Remove", [](CWStr& s) { s.Remove(' '); }, u"aXb"},
-    Writer{"MakeUpper", [](CWStr& s) { s.MakeUpper(); }, u" AXB "},
-    Writer{"MakeLower", [](CWStr& s) { s.MakeLower(); }, u" axb "},
-    Writer{"MakeReverse", [](CWStr& s) { s.MakeReverse(); }, u" bXa "},
-    Writer{"TrimLeft", [](CWStr& s) { s.TrimLeft(); }, u"aXb "},
-    Writer{"TrimRight", [](CWStr& s) { s.TrimRight(); }, u" aXb"},
-    Writer{"TrimLeftUnit", [](CWStr& s) { s.TrimLeft(static_cast<unsigned short>(' ')); }, u"aXb "},
-    Writer{"TrimRightSet", [](CWStr& s) { s.TrimRight(u"b "_w); }, u" aX"},
-    Writer{"AppendUnit", [](CWStr& s) { s += static_cast<unsigned short>('z'); }, u" aXb z"},
-    Writer{"AppendText", [](CWStr& s) { s += u"zz"_w; }, u" aXb zz"},
-    Writer{"AppendItself", [](CWStr& s) { s += s; }, u" aXb  aXb "},
-    Writer{"Assign", [](CWStr& s) { s = u"n"_w; }, u"n"},
-    Writer{"AssignUnit", [](CWStr& s) { s = static_cast<unsigned short>('n'); }, u"n"},
-    Writer{"AssignOwnTail", [](CWStr& s) { s = static_cast<const unsigned short*>(s) + 2; }, u"Xb "},
-    Writer{"BufferInside", [](CWStr& s) { s.GetBuffer(5)[0] = 'z'; }, u"zaXb "},
-    Writer{"BufferBeyond", [](CWStr& s) { s.GetBuffer(600)[0] = 'z'; }, u"zaXb "},
-    Writer{"BufferSetLength", [](CWStr& s) { s.GetBufferSetLength(3)[0] = 'z'; }, u"zaX"},
-    Writer{"ReleaseBuffer", [](CWStr& s) { s.ReleaseBuffer(2); }, u" a"},
-    Writer{"LockBuffer", [](CWStr& s) { s.LockBuffer()[0] = 'z'; }, u"zaXb "},
-    Writer{"FreeExtra", [](CWStr& s) { s.FreeExtra(); }, u" aXb "},
-    Writer{"Encode", [](CWStr& s) { bool marks[5]; s._EncodeV033(marks); s += static_cast<unsigned short>('z'); }, u" aXb z"},
-    Writer{"Empty", [](CWStr& s) { s.Empty(); }, u""}), kelgen::test::RowName);
 
 TEST(WStr, WritersThatFindNothingToDoKeepTheSharing)
 {
@@ -204,17 +135,6 @@ TEST(WStr, WritersThatFindNothingToDoKeepTheSharing)
     EXPECT_TRUE(SharesBlock(text, other));
     EXPECT_EQ(0, text.Replace('x', 'y'));
     EXPECT_FALSE(SharesBlock(text, other)) << "replacing a unit copies before it looks";
-}
-
-TEST(WStr, WholePartsAreSharedAndOthersAreNot)
-{
-    const CWStr text(u"abc"_w);
-    EXPECT_TRUE(SharesBlock(text, text.Mid(0)));
-    EXPECT_TRUE(SharesBlock(text, text.Mid(-1, 99)));
-    EXPECT_TRUE(SharesBlock(text, text.Left(3)));
-    EXPECT_TRUE(SharesBlock(text, text.Right(10)));
-    EXPECT_TRUE(SharesBlock(text, text.SpanIncluding(u"cba"_w)));
-    EXPECT_FALSE(SharesBlock(text, text.Mid(0, 2)));
 }
 
 TEST(WStr, CopiesOfLockedStringsAreIndependent)
@@ -298,20 +218,6 @@ TEST(WStr, RepeatConstructorFillsBytes)
     EXPECT_EQ(0x7878, text[1]);
     EXPECT_EQ(0x78, text[2] & 0xFF);
     EXPECT_EQ(0, text[5]);
-}
-
-TEST(WStr, FreeExtraGivesBackOnlyWhatTheClassDoesNotKeep)
-{
-    CWStr text = Letters(600);
-    text.GetBuffer(700);
-    EXPECT_EQ(700, text.GetAllocLength());
-    text.FreeExtra();
-    EXPECT_EQ(600, text.GetAllocLength());
-    CWStr shorter = Letters(10);
-    shorter.GetBuffer(100);
-    shorter.FreeExtra();
-    EXPECT_EQ(64, shorter.GetAllocLength());
-    EXPECT_EQ(u"xxxxxxxxxx", Units(shorter));
 }
 
 TEST(WStr, RawBlockMembers)
