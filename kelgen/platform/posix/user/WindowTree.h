@@ -23,7 +23,6 @@ KELGEN_PLATFORM_API HWND GetAncestor(HWND window, UINT which);
 
 /// A window by its relation (GW_) to @p window; null when there is none.
 KELGEN_PLATFORM_API HWND GetWindow(HWND window, UINT relation);
-#define GetNextWindow(window, relation) GetWindow(window, relation)
 
 /// The topmost child; of the desktop for null.
 KELGEN_PLATFORM_API HWND GetTopWindow(HWND window);
