@@ -159,7 +159,7 @@ KELGEN_PLATFORM_API BOOL UnhookWindowsHook(int type, HOOKPROC procedure);
 /// By contract: @p hook is not looked at.
 KELGEN_PLATFORM_API LRESULT CallNextHookEx(HHOOK hook, int code, WPARAM wParam, LPARAM lParam);
 
-/// Runs the message filter hooks on @p message with @p code as it is; TRUE when one of them has handled it.
+/// What the message filter hooks return for @p message, with @p code as it is; not 0 when one has handled it.
 KELGEN_PLATFORM_API BOOL CallMsgFilterA(MSG* message, int code);
 KELGEN_PLATFORM_API BOOL CallMsgFilterW(MSG* message, int code);
 

@@ -133,7 +133,11 @@ private:
     Found TakeInput(MSG& message, const MessageFilter& filter, bool remove);
     Found TakeMouse(const InputEvent& event, MSG& message, const MessageFilter& filter, bool remove);
     Found TakeKey(const InputEvent& event, MSG& message, const MessageFilter& filter, bool remove);
+    bool AimMouse(const InputEvent& event, HWND& target, LRESULT& hit);
+    bool IsDoubleClick(const InputEvent& event, HWND target, LRESULT hit) const;
+    bool PrepareMouse(const InputEvent& event, HWND target, LRESULT hit);
     bool NextInput(unsigned long long after, InputEvent& event);
+    bool TakeState(const InputEvent& event);
     bool DropInput(unsigned long long number);
     UINT KindsPresentLocked();
     UINT NewKindsLocked();

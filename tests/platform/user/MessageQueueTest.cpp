@@ -1,0 +1,338 @@
+// MessageQueueTest.cpp: the order of messages, filters, what can be posted and to whom, and waiting for it.
+#include "platform/user/MessageLog.h"
+#include "support/Rows.h"
+#include "support/Threads.h"
+
+#include <atomic>
+
+using namespace kelgen::test;
+
+namespace {
+
+const HWND kThreadOnly = reinterpret_cast<HWND>(LONG_PTR{-1});
+const HWND kStale = reinterpret_cast<HWND>(UINT_PTR{0x7f0002});
+
+struct MessageQueue : testing::Test
+{
+    MessageQueue() { Drain(); }
+    ~MessageQueue() override { Drain(); }
+};
+
+// The number, and the last error when it was set, of a call.
+template <class Call>
+std::string Outcome(const Call& call)
+{
+    SetLastError(0xFFFF);
+    const auto result = static_cast<long long>(call());
+    const DWORD error = GetLastError();
+    return std::to_string(result) + (error == 0xFFFF ? "" : "/" + std::to_string(error));
+}
+
+}  // namespace
+
+TEST_F(MessageQueue, YieldsPostedThenQuitThenInputThenPaintThenTimer)
+{
+    const NamedWindow window("a", WS_POPUP | WS_VISIBLE, nullptr, {10, 10, 200, 200});
+    SetForegroundWindow(window);
+    SetFocus(window);
+    Drain();
+    SetTimer(window, 1, 10, nullptr);
+    Sleep(40);
+    InvalidateRect(window, nullptr, FALSE);
+    keybd_event('A', 0, 0, 0);
+    PostQuitMessage(9);
+    PostMessageA(window, WM_USER, 0, 0);
+    PostThreadMessageA(GetCurrentThreadId(), WM_USER + 1, 0, 0);
+    EXPECT_EQ("a:u0 -:u1 -:quit a:keydown a:paint a:timer", Drain());
+    KillTimer(window, 1);
+    keybd_event('A', 0, KEYEVENTF_KEYUP, 0);
+}
+
+struct FilterRow
+{
+    const char* name;
+    int window;  // 0 null, 1 thread only, 2 parent, 3 child, 4 other
+    UINT first;
+    UINT last;
+    UINT flags;
+    const char* expected;
+};
+
+class MessageFilter : public testing::TestWithParam<FilterRow>
+{
+};
+
+TEST_P(MessageFilter, PassesTheMessagesAskedFor)
+{
+    Drain();
+    const NamedWindow parent("parent");
+    const NamedWindow child("child", WS_CHILD, parent);
+    const NamedWindow other("other");
+    Drain();
+    PostMessageA(other, WM_USER + 4, 0, 0);
+    PostMessageA(child, WM_USER + 3, 0, 0);
+    PostMessageA(parent, WM_USER + 2, 0, 0);
+    PostMessageA(nullptr, WM_USER + 1, 0, 0);
+    PostQuitMessage(5);
+    const HWND windows[] = {nullptr, kThreadOnly, parent, child, other};
+    const FilterRow& row = GetParam();
+    EXPECT_EQ(row.expected, Drain(windows[row.window], row.first, row.last, row.flags));
+    Drain();
+}
+
+// WM_QUIT of PostQuitMessage passes every filter of windows and numbers.
+INSTANTIATE_TEST_SUITE_P(, MessageFilter, testing::Values(
+    FilterRow{"All", 0, 0, 0, 0, "other:u4 child:u3 parent:u2 -:u1 -:quit"},
+    FilterRow{"ThreadOnly", 1, 0, 0, 0, "-:u1 -:quit"},
+    FilterRow{"ParentAndItsChildren", 2, 0, 0, 0, "child:u3 parent:u2 -:quit"},
+    FilterRow{"Child", 3, 0, 0, 0, "child:u3 -:quit"},
+    FilterRow{"Range", 0, WM_USER + 2, WM_USER + 3, 0, "child:u3 parent:u2 -:quit"},
+    FilterRow{"WindowAndRange", 4, WM_USER, WM_USER + 3, 0, "-:quit"},
+    FilterRow{"InputOnly", 0, 0, 0, PM_QS_INPUT, ""},
+    FilterRow{"PostedOnly", 0, 0, 0, PM_QS_POSTMESSAGE, "other:u4 child:u3 parent:u2 -:u1 -:quit"},
+    FilterRow{"PaintOnly", 0, 0, 0, PM_QS_PAINT, ""}), RowName);
+
+TEST_F(MessageQueue, QuitPostedToTheThreadIsAnOrdinaryMessage)
+{
+    const NamedWindow window("a");
+    Drain();
+    PostThreadMessageA(GetCurrentThreadId(), WM_QUIT, 99, 7);
+    MSG message{};
+    EXPECT_FALSE(PeekMessageA(&message, window, 0, 0, PM_REMOVE));
+    EXPECT_FALSE(PeekMessageA(&message, nullptr, WM_USER, WM_USER, PM_REMOVE));
+    EXPECT_FALSE(GetMessageA(&message, nullptr, 0, 0));
+    EXPECT_EQ(99u, message.wParam);
+    EXPECT_EQ(7, message.lParam);
+    PostQuitMessage(1);
+    PostQuitMessage(6);
+    EXPECT_TRUE(PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE));
+    EXPECT_FALSE(GetMessageA(&message, window, WM_USER, WM_USER));
+    EXPECT_EQ(6u, message.wParam);
+    EXPECT_EQ("", Drain());
+}
+
+TEST_F(MessageQueue, CallsOnBadWindowsAndThreadsFail)
+{
+    const NamedWindow window("a");
+    const NamedWindow target("b");
+    HWND other = nullptr;
+    const OwnedHandle ready(CreateEventA(nullptr, TRUE, FALSE, nullptr)), go(CreateEventA(nullptr, TRUE, FALSE, nullptr));
+    DWORD id = 0;
+    auto thread = StartThread(
+        [&]() -> DWORD {
+            SetEvent(ready.get());
+            WaitForSingleObject(go.get(), kDeadline);
+            const NamedWindow own("c");
+            other = own;
+            ResetEvent(go.get());
+            SetEvent(ready.get());
+            WaitForSingleObject(go.get(), kDeadline);
+            return 0;
+        },
+        0, &id);
+    WaitForSingleObject(ready.get(), kDeadline);
+    EXPECT_EQ("0/1444", Outcome([&] { return PostThreadMessageA(id, WM_USER, 0, 0); }));
+    ResetEvent(ready.get());
+    SetEvent(go.get());
+    WaitForSingleObject(ready.get(), kDeadline);
+
+    MSG message{};
+    Drain();
+    EXPECT_EQ("0", Outcome([&] { return PeekMessageA(&message, other, 0, 0, PM_REMOVE); }));
+    message = {other, WM_USER, 0, 0, 0, {}};
+    EXPECT_EQ("0/1159", Outcome([&] { return DispatchMessageA(&message); }));
+    message.hwnd = kStale;
+    EXPECT_EQ("0/1400", Outcome([&] { return DispatchMessageA(&message); }));
+    message.hwnd = nullptr;
+    EXPECT_EQ("0", Outcome([&] { return DispatchMessageA(&message); }));
+    EXPECT_EQ("-1/1400", Outcome([&] { return GetMessageA(&message, kStale, 0, 0); }));
+    EXPECT_EQ("0/1400", Outcome([&] { return PeekMessageA(&message, kStale, 0, 0, PM_REMOVE); }));
+    for (const HWND bad : {kStale, reinterpret_cast<HWND>(UINT_PTR{1}), reinterpret_cast<HWND>(UINT_PTR{0xFFFE})})
+        EXPECT_EQ("0/1400", Outcome([&] { return PostMessageA(bad, WM_USER, 0, 0); }));
+    EXPECT_EQ("1", Outcome([&] { return PostMessageA(HWND_BROADCAST, WM_NULL, 0, 0); }));
+    EXPECT_EQ("a:null b:null", Drain(window) + " " + Drain(target));
+    SetEvent(go.get());
+    WaitForSingleObject(thread.get(), kDeadline);
+    thread.reset();
+    EXPECT_EQ("0/87", Outcome([&] { return PostThreadMessageA(id, WM_USER, 0, 0); }));
+    EXPECT_EQ("0/87", Outcome([&] { return PostThreadMessageA(0x7fff0, WM_USER, 0, 0); }));
+    EXPECT_EQ("1", Outcome([&] { return PostThreadMessageA(0, WM_USER, 0, 0); }));
+    EXPECT_EQ("0/1400", Outcome([&] { return PostMessageA(other, WM_USER, 0, 0); }));
+}
+
+TEST_F(MessageQueue, MessagesThatCarryPointersCannotBePosted)
+{
+    const NamedWindow window("a");
+    std::string refused, toThread, notified;
+    for (UINT message = 0; message < WM_USER - 0x20; ++message) {
+        char number[8];
+        std::snprintf(number, sizeof number, "%x ", message);
+        if (Outcome([&] { return PostMessageA(window, message, 0, 0); }) == "0/1159")
+            refused += number;
+        if (Outcome([&] { return PostThreadMessageA(GetCurrentThreadId(), message, 0, 0); }) == "0/1159")
+            toThread += number;
+        if (Outcome([&] { return SendNotifyMessageA(kStale, message, 0, 0); }) == "0/1159")
+            notified += number;
+    }
+    MSG message;
+    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+    }
+    EXPECT_EQ("1 c d 1a 1b 24 2b 2c 2d 39 46 47 4a 53 7c 7d 81 83 87 b0 b2 b3 b4 c2 c4 cb e3 e9 ea eb 140 143 145 148 14a 14c 14d 152 158 "
+              "180 181 189 18c 18d 18f 191 192 196 198 1a2 213 214 216 220 229 22a 22b 22d 22e 22f 30c ",
+              refused);
+    EXPECT_EQ(refused, toThread);
+    EXPECT_EQ(refused, notified);
+}
+
+TEST_F(MessageQueue, AWindowThatGoesTakesItsMessagesAlong)
+{
+    MSG message{};
+    {
+        const NamedWindow window("gone");
+        const NamedWindow child("child", WS_CHILD, window);
+        Drain();
+        PostMessageA(nullptr, WM_USER, 0, 0);
+        PostMessageA(window, WM_USER + 1, 0, 0);
+        PostMessageA(child, WM_USER + 2, 0, 0);
+        SetTimer(child, 1, 10, nullptr);
+        InvalidateRect(window, nullptr, FALSE);
+        Sleep(20);
+    }
+    EXPECT_EQ("-:u0", Drain());
+    EXPECT_FALSE(PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE));
+}
+
+TEST_F(MessageQueue, CharactersArriveInTheReadersKindOfText)
+{
+    const NamedWindow window("a");
+    Drain();
+    MSG message{};
+    PostMessageA(window, WM_CHAR, 0x80, 0);
+    EXPECT_TRUE(PeekMessageW(&message, window, 0, 0, PM_REMOVE));
+    EXPECT_EQ(0x20ACu, message.wParam);
+    PostMessageW(window, WM_CHAR, 0x20AC, 0);
+    EXPECT_TRUE(PeekMessageA(&message, window, 0, 0, PM_REMOVE));
+    EXPECT_EQ(0x80u, message.wParam);
+    PostMessageW(window, WM_USER, 0x20AC, 0);
+    EXPECT_TRUE(PeekMessageA(&message, window, 0, 0, PM_REMOVE));
+    EXPECT_EQ(0x20ACu, message.wParam);
+}
+
+TEST_F(MessageQueue, TimeAndPointAreThoseOfThePost)
+{
+    SetCursorPos(31, 41);
+    const DWORD before = GetTickCount();
+    PostThreadMessageA(GetCurrentThreadId(), WM_USER, 0, 0);
+    SetCursorPos(32, 42);
+    Sleep(30);
+    MSG message{};
+    ASSERT_TRUE(PeekMessageA(&message, kThreadOnly, 0, 0, PM_REMOVE));
+    EXPECT_EQ(31, message.pt.x);
+    EXPECT_EQ(41, message.pt.y);
+    EXPECT_EQ(DWORD(MAKELONG(31, 41)), GetMessagePos());
+    EXPECT_EQ(message.time, DWORD(GetMessageTime()));
+    EXPECT_LT(message.time - before, 25u);
+    EXPECT_EQ(0, SetMessageExtraInfo(4));
+    EXPECT_EQ(4, GetMessageExtraInfo());
+    SetMessageExtraInfo(0);
+}
+
+TEST_F(MessageQueue, StatusAndWaitsTellNewInputFromSeen)
+{
+    const NamedWindow window("a");
+    Drain();
+    GetQueueStatus(QS_ALLINPUT | QS_ALLPOSTMESSAGE);
+    const auto wait = [](DWORD mask, DWORD flags = 0) { return MsgWaitForMultipleObjectsEx(0, nullptr, 20, mask, flags); };
+    MSG message{};
+
+    PostMessageA(window, WM_USER, 0, 0);
+    EXPECT_EQ(0x80008u, GetQueueStatus(QS_ALLINPUT));
+    EXPECT_EQ(0x80000u, GetQueueStatus(QS_ALLINPUT));
+    EXPECT_EQ(DWORD{WAIT_TIMEOUT}, wait(QS_ALLINPUT));
+    EXPECT_EQ(DWORD{WAIT_OBJECT_0}, wait(QS_ALLINPUT, MWMO_INPUTAVAILABLE));
+    PostMessageA(window, WM_USER, 0, 0);
+    EXPECT_EQ(DWORD{WAIT_OBJECT_0}, wait(QS_ALLINPUT));
+    EXPECT_EQ(DWORD{WAIT_OBJECT_0}, wait(QS_ALLINPUT));
+    EXPECT_EQ(DWORD{WAIT_TIMEOUT}, wait(QS_TIMER | QS_KEY));
+    PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE);
+    EXPECT_EQ(DWORD{WAIT_TIMEOUT}, wait(QS_ALLINPUT));
+    Drain();
+
+    SetTimer(window, 3, 10, nullptr);
+    EXPECT_EQ(DWORD{WAIT_OBJECT_0}, MsgWaitForMultipleObjects(0, nullptr, FALSE, kDeadline, QS_TIMER));
+    EXPECT_EQ(DWORD{QS_TIMER} << 16, GetQueueStatus(QS_ALLINPUT) & 0xFFFF0000u);
+    KillTimer(window, 3);
+    EXPECT_EQ(0u, GetQueueStatus(QS_ALLINPUT) >> 16);
+}
+
+TEST_F(MessageQueue, WaitsServeObjectsAndInputAtOnce)
+{
+    const OwnedHandle event(CreateEventA(nullptr, FALSE, FALSE, nullptr));
+    const HANDLE handles[2] = {event.get(), event.get()};
+    const DWORD self = GetCurrentThreadId();
+    const auto wait = [&](BOOL all) { return MsgWaitForMultipleObjects(1, handles, all, 20, QS_ALLINPUT); };
+    Drain();
+    EXPECT_EQ(DWORD{WAIT_TIMEOUT}, wait(FALSE));
+    PostThreadMessageA(self, WM_USER, 0, 0);
+    EXPECT_EQ(DWORD{WAIT_OBJECT_0} + 1, wait(FALSE));
+    EXPECT_EQ(DWORD{WAIT_TIMEOUT}, wait(TRUE));
+    SetEvent(event.get());
+    EXPECT_EQ(DWORD{WAIT_OBJECT_0}, wait(TRUE));
+    EXPECT_EQ(DWORD{WAIT_TIMEOUT}, WaitForSingleObject(event.get(), 0));
+    SetEvent(event.get());
+    EXPECT_EQ(DWORD{WAIT_OBJECT_0}, wait(FALSE));
+    Drain();
+
+    const auto poster = StartThread([&]() -> DWORD {
+        Sleep(10);
+        SetEvent(event.get());
+        PostThreadMessageA(self, WM_USER, 0, 0);
+        return 0;
+    });
+    EXPECT_EQ(DWORD{WAIT_OBJECT_0}, MsgWaitForMultipleObjects(1, handles, FALSE, kDeadline, QS_ALLINPUT));
+    EXPECT_EQ(DWORD{WAIT_OBJECT_0} + 1, MsgWaitForMultipleObjects(1, handles, FALSE, kDeadline, QS_ALLINPUT));
+    WaitForSingleObject(poster.get(), kDeadline);
+    std::vector<HANDLE> many(64, event.get());
+    const HANDLE none = nullptr;
+    EXPECT_EQ("4294967295/87", Outcome([&] { return MsgWaitForMultipleObjects(64, many.data(), FALSE, 0, QS_ALLINPUT); }));
+    EXPECT_EQ("4294967295/6", Outcome([&] { return MsgWaitForMultipleObjects(1, &none, FALSE, 0, QS_ALLINPUT); }));
+}
+
+TEST_F(MessageQueue, ManyThreadsPostsArriveCompleteAndInEachOnesOrder)
+{
+    constexpr DWORD kThreads = 4, kEach = 2000;
+    const NamedWindow window("a");
+    Drain();
+    std::vector<OwnedHandle> threads;
+    for (DWORD i = 0; i < kThreads; ++i) {
+        threads.push_back(StartThread([&window, i]() -> DWORD {
+            for (DWORD n = 0; n < kEach; ++n)
+                PostMessageA(window, WM_USER, i, static_cast<LPARAM>(n));
+            return 0;
+        }));
+    }
+    LPARAM next[kThreads] = {};
+    MSG message{};
+    for (DWORD i = 0; i < kThreads * kEach; ++i) {
+        ASSERT_EQ(TRUE, GetMessageA(&message, window, WM_USER, WM_USER));
+        ASSERT_EQ(next[message.wParam]++, message.lParam);
+    }
+    for (const auto& thread : threads)
+        WaitForSingleObject(thread.get(), kDeadline);
+    EXPECT_EQ("", Drain());
+}
+
+TEST(MessageName, IsOneNumberForAllWhoGiveIt)
+{
+    const UINT number = RegisterWindowMessageA("kelgen test");
+    EXPECT_GE(number, 0xC000u);
+    EXPECT_EQ(number, RegisterWindowMessageA("Kelgen TEST"));
+    const std::u16string wide = u"kelgen test";
+    EXPECT_EQ(number, RegisterWindowMessageW(reinterpret_cast<LPCWSTR>(wide.c_str())));
+    EXPECT_NE(number, RegisterWindowMessageA("kelgen test 2"));
+    EXPECT_EQ("123", Outcome([] { return RegisterWindowMessageA("#123"); }));
+    EXPECT_EQ("0", Outcome([] { return RegisterWindowMessageA(nullptr); }));
+    EXPECT_EQ("0/87", Outcome([] { return RegisterWindowMessageA(""); }));
+    EXPECT_LT(0u, RegisterWindowMessageA(std::string(255, 'a').c_str()));
+    EXPECT_EQ("0/87", Outcome([] { return RegisterWindowMessageA(std::string(256, 'a').c_str()); }));
+}
