@@ -25,6 +25,13 @@ struct Procedure
     DWORD index;  // the cookie's, see ProcedureCookies.h
 };
 
+/// A value that a host keeps with a window. An atom's name is "#number".
+struct WindowProperty
+{
+    std::u16string name;
+    HANDLE value = nullptr;
+};
+
 /// One window. It belongs to the thread that created it, which alone destroys it, and is freed when its handle is gone and no call
 /// of its procedure is in progress.
 /// Threads: the links are read and written under the desktop lock. Everything else is written by the window's thread under the
@@ -63,11 +70,12 @@ struct Window
     std::vector<BYTE> extra;
     HICON bigIcon = nullptr;
     HICON smallIcon = nullptr;
+    HICON madeSmallIcon = nullptr;  // of the large one, at the first question for ICON_SMALL2
     HWND lastActivePopup = nullptr;
     DWORD helpId = 0;
-    std::map<std::u16string, HANDLE> properties;  // names in lower case; atoms as one unit
-    std::shared_ptr<void> dialog;                 // the dialog manager's state
-    std::shared_ptr<void> control;                // the state of one of the system's own classes
+    std::map<std::u16string, WindowProperty> properties;  // by the name in lower case
+    std::shared_ptr<void> dialog;   // the dialog manager's state
+    std::shared_ptr<void> control;  // the state of one of the system's own classes
 
     // What is to be painted: nothing, or the bounds in client coordinates.
     bool needsPaint = false;
@@ -75,7 +83,8 @@ struct Window
     bool internalPaint = false;
     RECT update{};
 
-    bool redraw = true;       // WM_SETREDRAW
+    bool owesSize = false;    // WM_SIZE and WM_MOVE come when it is first shown
+    bool hiddenByOwner = false;
     bool beingDestroyed = false;
     bool destroyed = false;   // the handle is gone; freed at the last release
     unsigned uses = 0;        // calls in progress, the window's own thread only
