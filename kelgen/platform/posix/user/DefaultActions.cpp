@@ -9,7 +9,6 @@
 #include <kelgen/platform/posix/user/Icons.h>
 #include <kelgen/platform/posix/user/Input.h>
 #include <kelgen/platform/posix/user/Menus.h>
-#include <kelgen/platform/posix/user/MenuTracking.h>
 #include <kelgen/platform/posix/user/Positions.h>
 #include <kelgen/platform/posix/user/Sends.h>
 #include <kelgen/platform/posix/user/WindowCalls.h>
@@ -57,10 +56,6 @@ LRESULT SystemCommand(Window& window, WPARAM wParam, LPARAM lParam)
         break;
     case SC_CLOSE:
         return Send(window, WM_CLOSE, 0, 0);
-    case SC_MOUSEMENU:
-    case SC_KEYMENU:
-        OpenMenuByKey(window.handle, command == SC_KEYMENU ? LOWORD(lParam) : (wParam & 0xF) == HTSYSMENU ? u' ' : 0u);
-        break;
     case SC_HOTKEY:
         SetForegroundWindow(reinterpret_cast<HWND>(lParam));
         break;

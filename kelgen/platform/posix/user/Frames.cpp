@@ -105,7 +105,7 @@ LONG WithWindowEdge(LONG style, LONG exStyle)
     return edge ? exStyle | WS_EX_WINDOWEDGE : exStyle & ~WS_EX_WINDOWEDGE;
 }
 
-MINMAXINFO SizeLimits(Window& window, bool ask)
+MINMAXINFO SizeLimits(Window& window)
 {
     const int border = BorderWidth(window.style, window.exStyle);
     MINMAXINFO limits{};
@@ -118,8 +118,6 @@ MINMAXINFO SizeLimits(Window& window, bool ask)
     const bool caption = HasCaption(window.style);
     limits.ptMinTrackSize = caption ? POINT{GetSystemMetrics(SM_CXMINTRACK), GetSystemMetrics(SM_CYMINTRACK)} : POINT{2 * border, 2 * border};
     limits.ptMaxTrackSize = {GetSystemMetrics(SM_CXMAXTRACK), GetSystemMetrics(SM_CYMAXTRACK)};
-    if (!ask)
-        return limits;
     Send(window, WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&limits));
     limits.ptMaxTrackSize.x = std::max(limits.ptMaxTrackSize.x, limits.ptMinTrackSize.x);
     limits.ptMaxTrackSize.y = std::max(limits.ptMaxTrackSize.y, limits.ptMinTrackSize.y);

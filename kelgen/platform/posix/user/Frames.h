@@ -32,8 +32,8 @@ inline bool HasSizeLimits(LONG style)
     return (style & WS_THICKFRAME) || !(style & (static_cast<LONG>(WS_POPUP) | WS_CHILD));
 }
 
-/// The bounds that the window gives to WM_GETMINMAXINFO, or without @p ask the default ones.
-MINMAXINFO SizeLimits(Window& window, bool ask = true);
+/// The bounds that the window gives to WM_GETMINMAXINFO.
+MINMAXINFO SizeLimits(Window& window);
 
 /// WM_NCCALCSIZE: makes a window's rectangle its client area.
 void ShrinkToClient(const Window& window, RECT& area);

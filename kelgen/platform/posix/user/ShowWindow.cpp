@@ -73,7 +73,7 @@ UINT EnterState(Window& window, int command, RECT& place)
     }
     if (minimized && window.restoreToMaximized) {
         ChangeStyle(window, WS_MAXIMIZE, WS_MINIMIZE);
-        place = MaximizedPlace(SizeLimits(window, false));
+        place = MaximizedPlace(SizeLimits(window));
         return changed;
     }
     ChangeStyle(window, 0, WS_MINIMIZE | WS_MAXIMIZE);

@@ -34,17 +34,6 @@ HWND ParentLocked(const Window& window)
     return (window.style & WS_CHILD) ? HandleOf(window.parent) : nullptr;
 }
 
-// Links the window under another parent, at the same place there.
-void Adopt(Window& window, Window& parent)
-{
-    DesktopGuard guard;
-    const RECT place = PositionOf(window);
-    UnlinkWindow(window);
-    LinkWindow(window, parent, Place::Top);
-    const POINT origin = ParentOrigin(window);
-    OffsetWithChildren(window, origin.x + place.left - window.window.left, origin.y + place.top - window.window.top);
-}
-
 // Hidden, moved and shown again, so that both parents see it.
 void ChangeParent(Window& window, HWND parent)
 {
@@ -58,8 +47,10 @@ void ChangeParent(Window& window, HWND parent)
         Window* adopter = FindWindowLocked(parent);
         if (!adopter)
             return;
-        Adopt(window, *adopter);
         place = PositionOf(window);
+        // It stays where it is on the screen until it is moved.
+        UnlinkWindow(window);
+        LinkWindow(window, *adopter, Place::Top);
     }
     SetPosition(window, {window.handle, HWND_TOP, place.left, place.top, 0, 0, SWP_NOSIZE});
     if (visible && !window.destroyed)
