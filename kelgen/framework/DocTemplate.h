@@ -42,7 +42,7 @@ public:
 
     ~CDocTemplate() override;
 
-    /// Loads what AddDocTemplate is to have at hand.
+    /// Loads the resources that all frames of the kind share; adding the template calls it.
     virtual void LoadTemplate();
     /// A line of the resource string; FALSE when there is none, or no string.
     virtual BOOL GetDocString(CString& rString, DocStringIndex index) const;
@@ -76,8 +76,10 @@ public:
 protected:
     CDocTemplate(UINT nIDResource, CRuntimeClass* pDocClass, CRuntimeClass* pFrameClass, CRuntimeClass* pViewClass);
 
-    /// The frame of a new or opened document, null when it fails: the document is then closed and the user told.
-    CFrameWnd* CreateFrameFor(CDocument* pDoc);
+    /// A new document in a new frame, neither filled nor shown; null and null when that fails: the user was told.
+    CDocument* CreateNewPair(CFrameWnd*& rpFrame);
+    /// Fills a document from the file or, for null, as a new one. FALSE when it refuses.
+    BOOL FillDocument(CDocument* pDoc, LPCSTR lpszPathName, BOOL bMakeVisible);
 
     UINT m_nIDResource;
     CRuntimeClass* m_pDocClass;
@@ -99,8 +101,9 @@ public:
     void RemoveDocument(CDocument* pDoc) override;
     POSITION GetFirstDocPosition() const override;
     CDocument* GetNextDoc(POSITION& rPos) const override;
-    /// The document that is open already is asked to save itself and then used anew, in its frame. Null also when it refuses. By contract:
-    /// when loading fails and the document was changed by that, it is emptied and keeps its path only if loading did not begin.
+    /// A document that is open already is asked to save itself and then filled anew, in the main window. Null also when the user
+    /// cancels that. By contract: when loading it fails before its content was touched it stays as it was, else it becomes a new one.
+    /// The first frame becomes the main window of a thread without one.
     CDocument* OpenDocumentFile(LPCSTR lpszPathName, BOOL bMakeVisible = TRUE) override;
     /// docName, else "Untitled".
     void SetDefaultTitle(CDocument* pDocument) override;
@@ -125,7 +128,7 @@ public:
     POSITION GetFirstDocPosition() const override;
     CDocument* GetNextDoc(POSITION& rPos) const override;
     CDocument* OpenDocumentFile(LPCSTR lpszPathName, BOOL bMakeVisible = TRUE) override;
-    /// docName, else "Untitled", and the count of such documents so far.
+    /// docName with the number of new documents so far; without a docName plainly "Untitled".
     void SetDefaultTitle(CDocument* pDocument) override;
 
     HMENU m_hMenuShared = nullptr;

@@ -13,18 +13,19 @@ class CView;
 
 /// Styles of frames, in the part of the style that belongs to the window class. They go with LoadFrame.
 constexpr DWORD FWS_ADDTOTITLE = 0x8000;   ///< The title shows the document too.
-constexpr DWORD FWS_PREFIXTITLE = 0x4000;  ///< The document stands before the frame's own title.
-
-/// Bits of WM_FLOATSTATUS.
-constexpr UINT FS_SHOW = 0x01;
-constexpr UINT FS_HIDE = 0x02;
-constexpr UINT FS_ACTIVATE = 0x04;
-constexpr UINT FS_DEACTIVATE = 0x08;
-constexpr UINT FS_ENABLE = 0x10;
-constexpr UINT FS_DISABLE = 0x20;
+constexpr DWORD FWS_PREFIXTITLE = 0x4000;  ///< The document stands before the frame's own title; FWS_ADDTOTITLE brings it along.
 
 /// The style of views that frames create.
 constexpr DWORD AFX_WS_DEFAULT_VIEW = WS_CHILD | WS_VISIBLE | WS_BORDER;
+
+/// What WM_SIZEPARENT's lParam points to: bars take their part of the rectangle.
+struct AFX_SIZEPARENTPARAMS
+{
+    HDWP hDWP;  ///< The list that a bar adds its position to.
+    RECT rect;  ///< What is left of the frame's client area.
+    SIZE sizeTotal;
+    BOOL bStretch;
+};
 
 /// What a frame and its view are made for. Any part may be null.
 struct CCreateContext
@@ -75,9 +76,9 @@ public:
                         const RECT& rect = rectDefault, CWnd* pParentWnd = nullptr, LPCSTR lpszMenuName = nullptr,
                         DWORD dwExStyle = 0, CCreateContext* pContext = nullptr);
 #pragma GCC diagnostic pop
-    /// Creates the window with the resources of that number: menu, icon, accelerators, and the string's first line as title; those
-    /// that are missing are left out. @p nIDResource becomes the help identifier. Then WM_INITIALUPDATE, unless there is a context:
-    /// who gives one updates the views himself.
+    /// Creates the window with the resources of that number: menu, icon, accelerators, and the string's first line as title.
+    /// Only the menu must exist. @p nIDResource becomes the help identifier. Then WM_INITIALUPDATE goes to the descendants, unless there
+    /// is a context: who gives one updates the views himself.
     virtual BOOL LoadFrame(UINT nIDResource, DWORD dwDefaultStyle = WS_OVERLAPPEDWINDOW | FWS_ADDTOTITLE,
                            CWnd* pParentWnd = nullptr, CCreateContext* pContext = nullptr);
     /// A new view of the context's class as a child of the frame; null when it has none or fails.
@@ -98,8 +99,9 @@ public:
     virtual void ActivateFrame(int nCmdShow = -1);
     /// Raises it, unless it is hidden, minimised, or shown minimised.
     void BringToTop(int nCmdShow);
-    /// Sends WM_INITIALUPDATE to the views, makes the first one active when none is, and with @p bMakeVisible shows the frame. The
-    /// document, which may be null, counts its frames anew. By contract: the application's first frame is shown by its m_nCmdShow, once.
+    /// Makes the first view active when none is. With @p bMakeVisible sends WM_INITIALUPDATE to the views, shows the frame, and tells the
+    /// view. Then the document, which may be null, counts its frames, and the title is set. By contract: the main window is shown by the
+    /// application's m_nCmdShow, once.
     void InitialUpdateFrame(CDocument* pDoc, BOOL bMakeVisible);
 
     /// The frame's own part of the title.
@@ -126,12 +128,13 @@ public:
     /// Whether the user is choosing from a menu.
     BOOL IsTracking() const { return m_nIDTracking != 0 && m_nIDTracking != AFX_IDS_IDLEMESSAGE; }
 
-    /// Disables what a modal dialog would: the enabled windows that this frame's top-level window owns and this thread has objects of,
-    /// but not that window itself. They are enabled again by as many calls of EndModalState.
+    /// Disables this frame's top-level window and all windows that it owns, as far as they are enabled, have an object, and do not
+    /// answer WM_DISABLEMODAL with nonzero. They are enabled again by as many calls of EndModalState. A disabled top-level frame does
+    /// so by itself.
     virtual void BeginModalState();
     virtual void EndModalState();
     BOOL InModalState() const { return m_cModalStack != 0; }
-    /// Shows or hides the windows that this frame owns; only those that it hid are shown.
+    /// Hides the windows that this frame owns, and shows again those that it hid.
     void ShowOwnedWindows(BOOL bShow);
 
     BOOL IsFrameWnd() const override { return TRUE; }
@@ -149,8 +152,10 @@ public:
     CRect m_rectBorder;                   ///< What RecalcLayout leaves free around the client area.
     CFrameWnd* m_pNextFrameWnd = nullptr;
 
-    /// The thread's frames, the latest first.
+    /// The first of the thread's frames, the latest; m_pNextFrameWnd leads on.
     static CFrameWnd* FirstFrame();
+    /// WM_IDLEUPDATECMDUI to the thread's visible frames other than @p pMainWnd, and their descendants.
+    static void UpdateIdleFrames(const CWnd* pMainWnd);
 
 protected:
     enum IdleFlags
@@ -170,10 +175,6 @@ protected:
     /// Into the thread's list of frames, and out of it.
     void AddFrameWnd();
     void RemoveFrameWnd();
-    /// Closes by the rules above, after m_lpfnCloseProc.
-    void CloseByDocument();
-
-    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
     CFrameWnd* ToFrameWnd() override { return this; }
     void PostNcDestroy() override;
 
@@ -184,11 +185,9 @@ protected:
     void OnEnable(BOOL bEnable);
     void OnSetFocus(CWnd* pOldWnd);
     void OnSize(UINT nType, int cx, int cy);
-    void OnInitMenu(CMenu* pMenu);
     void OnInitMenuPopup(CMenu* pPopupMenu, UINT nIndex, BOOL bSysMenu);
     void OnMenuSelect(UINT nItemID, UINT nFlags, HMENU hSysMenu);
     void OnEnterIdle(UINT nWhy, CWnd* pWho);
-    void OnExitMenuLoop(BOOL bIsTrackPopupMenu);
     BOOL OnQueryEndSession();
     void OnEndSession(BOOL bEnding);
     LRESULT OnIdleUpdateCmdUI(WPARAM wParam, LPARAM lParam);
@@ -205,7 +204,9 @@ protected:
     CString m_strTitle;
     BOOL m_bInRecalcLayout = FALSE;
     UINT m_nIdleFlags = 0;
-    int m_nShowDelay = -1;  ///< How to show the frame when the thread idles; -1 leaves it.
 
     DECLARE_MESSAGE_MAP()
+
+private:
+    void UpdatePopupItem(CCmdUI& item, CMenu& popup);
 };

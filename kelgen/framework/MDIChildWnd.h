@@ -40,14 +40,12 @@ protected:
     LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     int OnCreate(LPCREATESTRUCTA lpCreateStruct);
-    void OnDestroy();
-    void OnSize(UINT nType, int cx, int cy);
     BOOL OnNcCreate(LPCREATESTRUCTA lpCreateStruct);
-    BOOL OnNcActivate(BOOL bActive);
     void OnMDIActivate(BOOL bActivate, CWnd* pActivateWnd, CWnd* pDeactivateWnd);
     int OnMouseActivate(CWnd* pDesktopWnd, UINT nHitTest, UINT message);
 
     HMENU m_hMenuShared = nullptr;  ///< The menu while active; not owned.
+    DWORD m_dwExStyle = 0;          ///< The extended style that PreCreateWindow asks for, which clients do not take.
 
     DECLARE_MESSAGE_MAP()
 };

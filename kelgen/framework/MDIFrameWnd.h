@@ -19,7 +19,7 @@ public:
 
     void MDIActivate(CWnd* pWndActivate);
     /// The active child, or null. *@p pbMaximized, if given, tells whether it is maximised.
-    /// By contract: null also for a child that is no CMDIChildWnd, and for one that is hidden, in the course of being destroyed.
+    /// By contract: null also for a child that is no CMDIChildWnd or is hidden.
     CMDIChildWnd* MDIGetActive(BOOL* pbMaximized = nullptr) const;
     void MDIIconArrange();
     void MDIMaximize(CWnd* pWnd);
@@ -35,8 +35,8 @@ public:
 
     /// Creates the client window; @p pWindowMenu, which may be null, is the popup that lists the children.
     virtual BOOL CreateClient(LPCREATESTRUCTA lpCreateStruct, CMenu* pWindowMenu);
-    /// The popup of a menu bar that lists the children: the last one with a command of AFX_IDM_FIRST_MDICHILD or above. By contract: without
-    /// one, the base takes the popup that ends with commands of window arrangement, else none.
+    /// The popup of a menu bar that lists the children: the last one with a command from ID_WINDOW_NEW to 0xE13F; null when there is
+    /// none.
     virtual HMENU GetWindowMenuPopup(HMENU hMenuBar);
     /// A new child of that class with those resources; the menu and accelerators are the caller's to keep. Null on failure.
     CMDIChildWnd* CreateNewChild(CRuntimeClass* pClass, UINT nResource, HMENU hMenu = nullptr, HACCEL hAccel = nullptr);
@@ -58,9 +58,7 @@ protected:
     LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
 
-    void OnDestroy();
     void OnSize(UINT nType, int cx, int cy);
-    void OnActivate(UINT nState, CWnd* pWndOther, BOOL bMinimized);
     void OnUpdateMDIWindowCmd(CCmdUI* pCmdUI);
     BOOL OnMDIWindowCmd(UINT nID);
     void OnWindowNew();

@@ -18,6 +18,8 @@ constexpr UINT WM_EXITHELPMODE = 0x0367;
 constexpr UINT WM_RECALCPARENT = 0x0368;
 /// A modal loop idles; lParam counts. Nonzero asks for more of it.
 constexpr UINT WM_KICKIDLE = 0x036A;
+/// Nonzero from a window that stays enabled while a frame is modal.
+constexpr UINT WM_DISABLEMODAL = 0x036C;
 /// The window to center over instead, or 0.
 constexpr UINT WM_QUERYCENTERWND = 0x036B;
 /// wParam holds FS_ bits: a top-level window tells its popups of activation.

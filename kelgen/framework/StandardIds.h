@@ -46,6 +46,9 @@
 // Texts. Those that the program has no string resource for are built in, in English.
 #define AFX_IDS_APP_TITLE 0xE000
 #define AFX_IDS_IDLEMESSAGE 0xE001
+#define AFX_IDS_OPENFILE 0xF000
+#define AFX_IDS_SAVEFILE 0xF001
+#define AFX_IDS_SAVEFILECOPY 0xF002
 #define AFX_IDS_UNTITLED 0xF003
 #define AFX_IDP_INVALID_FILENAME 0xF100
 #define AFX_IDP_FAILED_TO_OPEN_DOC 0xF101
@@ -53,3 +56,4 @@
 /// %1 is the document's title.
 #define AFX_IDP_ASK_TO_SAVE 0xF103
 #define AFX_IDP_FAILED_TO_CREATE_DOC 0xF104
+#define AFX_IDP_COMMAND_FAILURE 0xF109

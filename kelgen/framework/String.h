@@ -317,3 +317,7 @@ private:
 };
 
 static_assert(sizeof(CString) == sizeof(void*));
+
+/// Takes part number @p index, from 0, of a text whose parts are divided by @p separator, as resource strings are by line ends. FALSE,
+/// and an empty @p part, when there are fewer or @p full is null.
+KELGEN_FRAMEWORK_API BOOL AfxExtractSubString(CString& part, LPCSTR full, int index, char separator = '\n');

@@ -5,6 +5,8 @@
 #include <kelgen/framework/ModuleState.h>
 #include <kelgen/framework/StringTable.h>
 
+#include <cstring>
+
 using namespace kelgen::detail;
 
 namespace {
@@ -84,6 +86,23 @@ void CString::AppendFormat(UINT formatId, ...)
     va_start(arguments, formatId);
     AppendFormatV(format, arguments);
     va_end(arguments);
+}
+
+BOOL AfxExtractSubString(CString& part, LPCSTR full, int index, char separator)
+{
+    LPCSTR begin = full;
+    for (int skipped = 0; begin && skipped < index; ++skipped) {
+        begin = std::strchr(begin, separator);
+        if (begin)
+            ++begin;
+    }
+    if (!begin || index < 0) {
+        part.Empty();
+        return FALSE;
+    }
+    LPCSTR const end = std::strchr(begin, separator);
+    part = end ? CString(begin, static_cast<int>(end - begin)) : CString(begin);
+    return TRUE;
 }
 
 BOOL CString::GetEnvironmentVariable(LPCSTR name)

@@ -1,6 +1,7 @@
 // ThreadMessages.cpp: a thread's message loop, what it does while idle, and messages without a window.
 #include <kelgen/framework/WinThread.h>
 
+#include <kelgen/framework/FrameWnd.h>
 #include <kelgen/framework/MessageMap.h>
 #include <kelgen/framework/ModuleState.h>
 #include <kelgen/framework/ThreadState.h>
@@ -155,6 +156,7 @@ BOOL CWinThread::OnIdle(LONG count)
 {
     if (count <= 0) {
         UpdateCommands(m_pMainWnd);
+        CFrameWnd::UpdateIdleFrames(m_pMainWnd);
     } else if (count == 1) {
         AfxLockTempMaps();
         AfxUnlockTempMaps();

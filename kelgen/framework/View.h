@@ -46,6 +46,7 @@ protected:
 
     friend class CDocument;
     friend class CFrameWnd;
+    friend class CMDIChildWnd;
 
     DECLARE_MESSAGE_MAP()
 };

@@ -1,6 +1,7 @@
 // WinApp.cpp: the application object's birth and names.
 #include <kelgen/framework/WinApp.h>
 
+#include <kelgen/framework/DocManager.h>
 #include <kelgen/framework/Exceptions.h>
 #include <kelgen/framework/ModuleState.h>
 
@@ -74,6 +75,7 @@ CWinApp::CWinApp(LPCSTR appName) : m_pszAppName(appName ? Copied(appName) : null
 
 CWinApp::~CWinApp()
 {
+    delete m_pDocManager;
     AFX_MODULE_STATE* const state = AfxGetModuleState();
     if (state->m_lpszCurrentAppName == m_pszAppName)
         state->m_lpszCurrentAppName = nullptr;

@@ -1,9 +1,15 @@
 // WinApp.h: the application object: start and end, names, message boxes, and a profile in the registry or an initialization file.
 #pragma once
 
+#include <kelgen/framework/CollectionHelpers.h>
 #include <kelgen/framework/CommandLine.h>
+#include <kelgen/framework/MessageMap.h>
 #include <kelgen/framework/String.h>
 #include <kelgen/framework/WinThread.h>
+
+class CDocManager;
+class CDocTemplate;
+class CDocument;
 
 /// Prepares the framework for the program; the program's main function calls it once, before all else. Takes the instance handle
 /// over into the module state and, when there is an application object, sets its handles and names. TRUE.
@@ -85,6 +91,45 @@ public:
     /// Fills what has no value yet: instance handle, names of program, application, help file and profile.
     void SetCurrentHandles();
 
+    // Documents. Without templates there are none: nothing to save or close.
+
+    /// Takes the template over, unless its m_bAutoDelete is cleared.
+    void AddDocTemplate(CDocTemplate* pTemplate);
+    POSITION GetFirstDocTemplatePosition() const;
+    CDocTemplate* GetNextDocTemplate(POSITION& pos) const;
+    /// Opens a file, or shows the document that has it open: null on failure; the user was told.
+    virtual CDocument* OpenDocumentFile(LPCSTR lpszFileName);
+    int GetOpenDocumentCount() const;
+    /// Asks about every changed document; FALSE at the first refusal.
+    virtual BOOL SaveAllModified();
+    /// Without asking. @p bEndSession: documents that lie in others stay.
+    void CloseAllDocuments(BOOL bEndSession);
+    /// Hides the main window and all that it owns, before documents close.
+    void HideApplication();
+    /// Asks the user for a file's name. @p fileName is a proposal, @p titleId the dialog's title (AFX_IDS_OPENFILE and so on), @p flags
+    /// are the platform's OFN_ bits, @p docTemplate the kind of documents, null: all. FALSE gives up. The base knows no dialog and gives
+    /// FALSE: hosts that let the user choose files override it.
+    virtual BOOL DoPromptFileName(CString& fileName, UINT titleId, DWORD flags, BOOL openFile, CDocTemplate* docTemplate);
+    /// A document was opened or saved under that path. The base keeps no list.
+    virtual void AddToRecentFileList(LPCSTR lpszPathName);
+    /// Does what the arguments ask for, and is called by InitInstance after the templates are added; FALSE ends the program. FileNew is
+    /// the command ID_FILE_NEW, else OnFileNew, and fails when there is no main window then. Printing opens the file in a hidden main
+    /// window, sends that ID_FILE_PRINT_DIRECT, and gives FALSE; m_pCmdInfo names the printer. Registration calls Register or Unregister
+    /// and gives FALSE.
+    BOOL ProcessShellCommand(CCommandLineInfo& info);
+    /// The base has nothing to register; Unregister removes the application's profile from the registry.
+    virtual BOOL Register();
+    virtual BOOL Unregister();
+
+    // Handlers for the application's message map; the base handles ID_APP_EXIT.
+
+    void OnFileNew();
+    void OnFileOpen();
+    /// Closes the main window.
+    void OnAppExit();
+
+    BOOL OnIdle(LONG count) override;
+
     HINSTANCE m_hInstance = nullptr;
     LPSTR m_lpCmdLine = nullptr;
     int m_nCmdShow = -1;
@@ -94,6 +139,10 @@ public:
     LPCSTR m_pszExeName = nullptr;      ///< The program's file name without folder and extension.
     LPCSTR m_pszHelpFilePath = nullptr;  ///< The program's path with ".HLP" as extension.
     LPCSTR m_pszProfileName = nullptr;  ///< The program's name with ".INI", until SetRegistryKey.
+    CDocManager* m_pDocManager = nullptr;    ///< Made by the first AddDocTemplate, or before by the host; deleted at the end.
+    CCommandLineInfo* m_pCmdInfo = nullptr;  ///< What ProcessShellCommand prints or serves by DDE; not owned.
+
+    DECLARE_MESSAGE_MAP()
 };
 
 /// Shows the hourglass while it lives.

@@ -65,7 +65,7 @@ public:
     /// The thread's exit code: the base gives that of WM_QUIT.
     virtual int ExitInstance();
     /// Work while no message waits; @p count is 0 after a message and rises by one a call. FALSE waits for the next message. The base
-    /// updates the main window's controls at 0 and deletes temporary objects at 1.
+    /// updates the main window's controls and the other visible frames' at 0 and deletes temporary objects at 1.
     virtual BOOL OnIdle(LONG count);
     /// Whether idle work is due after @p message: not after painting, timers of the caret, nor mouse moves that move nothing.
     virtual BOOL IsIdleMessage(MSG* message);

@@ -1,0 +1,205 @@
+// FrameWndCommands.cpp: commands on their way through a frame, its accelerators, menus and status texts.
+#include <kelgen/framework/FrameWnd.h>
+
+#include <kelgen/framework/CmdUI.h>
+#include <kelgen/framework/Document.h>
+#include <kelgen/framework/ModuleState.h>
+#include <kelgen/framework/StandardTexts.h>
+#include <kelgen/framework/ThreadState.h>
+#include <kelgen/framework/View.h>
+#include <kelgen/framework/WinApp.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+/// Commands from here on are the system's, or windows of the window menu.
+constexpr UINT kFirstSystemCommand = 0xF000;
+constexpr UINT kNoSingleCommand = 0xFFFFFFFF;
+
+/// Makes a frame the one that commands are routed through, while it lives.
+class RoutingFrame
+{
+public:
+    explicit RoutingFrame(CFrameWnd* frame) : m_current(AfxGetThreadState()->m_pRoutingFrame), m_before(m_current), m_frame(frame)
+    {
+        m_current = frame;
+    }
+    ~RoutingFrame()
+    {
+        // Null: the frame is gone, and took its place back itself.
+        if (m_current == m_frame)
+            m_current = m_before;
+    }
+    RoutingFrame(const RoutingFrame&) = delete;
+    RoutingFrame& operator=(const RoutingFrame&) = delete;
+
+private:
+    CFrameWnd*& m_current;
+    CFrameWnd* const m_before;
+    CFrameWnd* const m_frame;
+};
+
+/// The menu, temporary, in which @p popup opens; null for a popup inside popups.
+CMenu* ParentOf(CMenu& popup, CWnd& frame)
+{
+    if (AfxGetThreadState()->m_hTrackingMenu == popup.m_hMenu)
+        return &popup;
+    // Child windows have no menu of their own.
+    const HMENU bar = ::GetMenu(frame.GetTopLevelParent()->m_hWnd);
+    const int count = bar ? ::GetMenuItemCount(bar) : 0;
+    for (int position = 0; position < count; ++position) {
+        if (::GetSubMenu(bar, position) == popup.m_hMenu)
+            return CMenu::FromHandle(bar);
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+BOOL CFrameWnd::OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo)
+{
+    const RoutingFrame routing(this);
+    CView* const view = GetActiveView();
+    if (view && view->OnCmdMsg(nID, nCode, pExtra, pHandlerInfo))
+        return TRUE;
+    if (CWnd::OnCmdMsg(nID, nCode, pExtra, pHandlerInfo))
+        return TRUE;
+    CWinApp* const app = AfxGetApp();
+    return app && app->OnCmdMsg(nID, nCode, pExtra, pHandlerInfo);
+}
+
+BOOL CFrameWnd::PreTranslateMessage(MSG* pMsg)
+{
+    if (CWnd::PreTranslateMessage(pMsg))
+        return TRUE;
+    if (pMsg->message < WM_KEYFIRST || pMsg->message > WM_KEYLAST)
+        return FALSE;
+    const HACCEL accelerators = GetDefaultAccelerator();
+    return accelerators && ::TranslateAcceleratorA(m_hWnd, accelerators, pMsg);
+}
+
+HACCEL CFrameWnd::GetDefaultAccelerator()
+{
+    CDocument* const document = GetActiveDocument();
+    const HACCEL own = document ? document->GetDefaultAccelerator() : nullptr;
+    return own ? own : m_hAccelTable;
+}
+
+void CFrameWnd::UpdatePopupItem(CCmdUI& item, CMenu& popup)
+{
+    item.m_nID = popup.GetMenuItemID(static_cast<int>(item.m_nIndex));
+    item.m_pSubMenu = nullptr;
+    if (item.m_nID == 0)
+        return;
+    if (item.m_nID != kNoSingleCommand) {
+        item.DoUpdate(this, m_bAutoMenuEnable && item.m_nID < kFirstSystemCommand);
+        return;
+    }
+    // A popup is asked for by its first item, and greyed by nobody for want of handlers.
+    item.m_pSubMenu = popup.GetSubMenu(static_cast<int>(item.m_nIndex));
+    if (!item.m_pSubMenu)
+        return;
+    item.m_nID = item.m_pSubMenu->GetMenuItemID(0);
+    if (item.m_nID != 0 && item.m_nID != kNoSingleCommand)
+        item.DoUpdate(this, FALSE);
+}
+
+void CFrameWnd::OnInitMenuPopup(CMenu* pPopupMenu, UINT, BOOL bSysMenu)
+{
+    if (bSysMenu || !pPopupMenu)
+        return;
+    CCmdUI item;
+    item.m_pMenu = pPopupMenu;
+    item.m_pParentMenu = ParentOf(*pPopupMenu, *this);
+    item.m_nIndexMax = static_cast<UINT>(pPopupMenu->GetMenuItemCount());
+    for (item.m_nIndex = 0; item.m_nIndex < item.m_nIndexMax; ++item.m_nIndex) {
+        UpdatePopupItem(item, *pPopupMenu);
+        // Handlers may insert and remove items.
+        const UINT count = static_cast<UINT>(std::max(0, pPopupMenu->GetMenuItemCount()));
+        if (count < item.m_nIndexMax) {
+            item.m_nIndex -= std::min(item.m_nIndex, item.m_nIndexMax - count);
+            while (item.m_nIndex < count && pPopupMenu->GetMenuItemID(static_cast<int>(item.m_nIndex)) == item.m_nID)
+                ++item.m_nIndex;
+        }
+        item.m_nIndexMax = count;
+    }
+}
+
+void CFrameWnd::OnUpdateFrameMenu(HMENU hMenuAlt)
+{
+    CDocument* const document = GetActiveDocument();
+    if (!hMenuAlt && document)
+        hMenuAlt = document->GetDefaultMenu();
+    ::SetMenu(m_hWnd, hMenuAlt ? hMenuAlt : m_hMenuDefault);
+}
+
+void CFrameWnd::DelayUpdateFrameMenu(HMENU hMenuAlt)
+{
+    m_hMenuAlt = hMenuAlt;
+    m_nIdleFlags |= idleMenu;
+}
+
+LRESULT CFrameWnd::OnIdleUpdateCmdUI(WPARAM, LPARAM)
+{
+    const UINT due = std::exchange(m_nIdleFlags, 0);
+    if (due & idleMenu)
+        OnUpdateFrameMenu(m_hMenuAlt);
+    if (due & idleTitle)
+        OnUpdateFrameTitle(TRUE);
+    if (due & idleLayout) {
+        RecalcLayout((due & idleNotify) != 0);
+        UpdateWindow();
+    }
+    if (m_nIDTracking != m_nIDLastMessage)
+        SetMessageText(m_nIDTracking);
+    return 0;
+}
+
+void CFrameWnd::OnMenuSelect(UINT nItemID, UINT nFlags, HMENU hSysMenu)
+{
+    if (nFlags == 0xFFFF && !hSysMenu) {
+        m_nIDTracking = AFX_IDS_IDLEMESSAGE;
+        SendMessage(WM_SETMESSAGESTRING, m_nIDTracking);
+    } else {
+        m_nIDTracking = nFlags & (MF_SEPARATOR | MF_POPUP) ? 0 : nItemID;
+    }
+}
+
+void CFrameWnd::OnEnterIdle(UINT nWhy, CWnd* pWho)
+{
+    CWnd::OnEnterIdle(nWhy, pWho);
+    if (nWhy == MSGF_MENU && m_nIDTracking != m_nIDLastMessage)
+        SetMessageText(m_nIDTracking);
+}
+
+void CFrameWnd::GetMessageString(UINT nID, CString& rMessage) const
+{
+    AfxExtractSubString(rMessage, kelgen::detail::StandardText(nID), 0);
+}
+
+void CFrameWnd::SetMessageText(LPCSTR lpszText)
+{
+    SendMessage(WM_SETMESSAGESTRING, 0, reinterpret_cast<LPARAM>(lpszText));
+}
+
+void CFrameWnd::SetMessageText(UINT nID)
+{
+    SendMessage(WM_SETMESSAGESTRING, nID);
+}
+
+LRESULT CFrameWnd::OnSetMessageString(WPARAM wParam, LPARAM lParam)
+{
+    const UINT before = m_nIDLastMessage;
+    m_nIDLastMessage = static_cast<UINT>(wParam);
+    m_nIDTracking = m_nIDLastMessage;
+    CWnd* const bar = GetDescendantWindow(AFX_IDW_STATUS_BAR, TRUE);
+    if (!bar)
+        return before;
+    CString text(reinterpret_cast<LPCSTR>(lParam));
+    if (!lParam && wParam != 0)
+        GetMessageString(m_nIDLastMessage, text);
+    bar->SetWindowText(text);
+    return before;
+}
