@@ -71,7 +71,7 @@ UINT EnterState(Window& window, int command, RECT& place)
         ChangeStyle(window, WS_MAXIMIZE, WS_MINIMIZE);
         return changed;
     }
-    if (minimized && window.restoreToMaximized) {
+    if (minimized && window.restoreToMaximized && command == SW_RESTORE) {
         ChangeStyle(window, WS_MAXIMIZE, WS_MINIMIZE);
         place = MaximizedPlace(SizeLimits(window));
         return changed;

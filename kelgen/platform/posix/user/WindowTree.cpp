@@ -204,7 +204,7 @@ BOOL ShowOwnedPopups(HWND window, BOOL show)
     {
         DesktopGuard guard;
         const Window* owner = FindWindowLocked(window);
-        for (const Window* other = DesktopRoot().firstChild; other && owner; other = other->below) {
+        for (const Window* other = DesktopRoot().lastChild; other && owner; other = other->above) {
             const bool visible = (other->style & WS_VISIBLE) != 0;
             if (other->owner == owner->handle && (show ? other->hiddenByOwner && !visible : visible))
                 owned.push_back(other->handle);

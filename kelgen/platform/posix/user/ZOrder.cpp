@@ -53,7 +53,7 @@ bool IsInPlace(const Window& window, HWND after)
 {
     const bool topmost = (window.exStyle & WS_EX_TOPMOST) != 0;
     if (after == HWND_TOP)
-        return !window.above || (!topmost && !window.IsChild() && (window.above->exStyle & WS_EX_TOPMOST));
+        return !window.above;
     if (after == HWND_BOTTOM)
         return !window.below && !topmost;
     if (after == HWND_TOPMOST)
