@@ -7,6 +7,7 @@
 #include <kelgen/platform/posix/user/ClassTable.h>
 #include <kelgen/platform/posix/user/DefaultActions.h>
 #include <kelgen/platform/posix/user/Frames.h>
+#include <kelgen/platform/posix/user/Icons.h>
 #include <kelgen/platform/posix/user/Painting.h>
 #include <kelgen/platform/posix/user/Positions.h>
 #include <kelgen/platform/posix/user/Sends.h>
@@ -180,7 +181,7 @@ LRESULT DefaultFor(Window& window, UINT message, WPARAM wParam, LPARAM lParam)
     case WM_GETICON:
         return GetIcon(window, wParam);
     case WM_QUERYDRAGICON:
-        return reinterpret_cast<LRESULT>(window.windowClass->icon);
+        return reinterpret_cast<LRESULT>(window.windowClass->icon ? window.windowClass->icon : LoadIconW(nullptr, MAKEINTRESOURCEW(32512)));
     case WM_NOTIFYFORMAT:
         return lParam == NF_QUERY ? (window.procedure.load()->wide ? NFR_UNICODE : NFR_ANSI) : 0;
     case WM_VKEYTOITEM:

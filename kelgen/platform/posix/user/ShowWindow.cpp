@@ -261,9 +261,11 @@ BOOL AnimateWindow(HWND window, DWORD, DWORD flags)
 
 BOOL FlashWindow(HWND window, BOOL)
 {
-    if (!IsWindow(window))
+    DesktopGuard guard;
+    const Window* found = FindWindowLocked(window);
+    if (!found)
         return Fail(ERROR_INVALID_PARAMETER, FALSE);
-    return GetForegroundWindow() == window;
+    return GetForegroundWindow() == found->handle;
 }
 
 BOOL FlashWindowEx(FLASHWINFO* info)

@@ -50,7 +50,8 @@ ATOM Register(const auto& from, const Char* name, const Char* menu, HICON smallI
     DesktopGuard guard;
     added->atom = AtomOf(className);
     for (const auto& other : Classes())
-        if (!other->system && other->atom == added->atom && other->module == added->module)
+        if (!other->system && other->atom == added->atom && other->module == added->module &&
+            other->IsForAllModules() == added->IsForAllModules())
             return Fail(ERROR_CLASS_ALREADY_EXISTS, ATOM{0});
     Classes().push_back(added);
     return added->atom;

@@ -7,7 +7,6 @@
 #include <kelgen/platform/posix/user/WindowTypes.h>
 
 #include <atomic>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -29,6 +28,7 @@ struct Procedure
 struct WindowProperty
 {
     std::u16string name;
+    std::u16string key;  // the name in lower case
     HANDLE value = nullptr;
 };
 
@@ -73,7 +73,7 @@ struct Window
     HICON madeSmallIcon = nullptr;  // of the large one, at the first question for ICON_SMALL2
     HWND lastActivePopup = nullptr;
     DWORD helpId = 0;
-    std::map<std::u16string, WindowProperty> properties;  // by the name in lower case
+    std::vector<WindowProperty> properties;  // in the order of their setting
     std::shared_ptr<void> dialog;   // the dialog manager's state
     std::shared_ptr<void> control;  // the state of one of the system's own classes
 

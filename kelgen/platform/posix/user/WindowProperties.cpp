@@ -7,6 +7,8 @@
 #include <kelgen/platform/posix/user/ClassRegistry.h>
 #include <kelgen/platform/posix/user/WindowObject.h>
 
+#include <algorithm>
+
 using namespace kelgen::posix;
 using namespace kelgen::posix::user;
 
@@ -22,15 +24,28 @@ std::u16string Spelling(const Char* name)
     return u"#" + std::u16string(digits.begin(), digits.end());
 }
 
+auto Place(Window& window, const std::u16string& key)
+{
+    return std::find_if(window.properties.begin(), window.properties.end(), [&key](const auto& property) { return property.key == key; });
+}
+
 template <class Char>
 BOOL Set(HWND window, const Char* name, HANDLE value)
 {
     const std::u16string spelling = Spelling(name);
+    const std::u16string key = WithoutCase(spelling);
     DesktopGuard guard;
     Window* found = FindWindowLocked(window);
     if (!found)
         return Fail(ERROR_INVALID_WINDOW_HANDLE, FALSE);
-    found->properties[WithoutCase(spelling)] = {spelling, value};
+    // By contract: a missing name is taken, and nothing is stored.
+    if (!name || spelling.empty())
+        return TRUE;
+    const auto place = Place(*found, key);
+    if (place != found->properties.end())
+        place->value = value;
+    else
+        found->properties.push_back({spelling, key, value});
     return TRUE;
 }
 
@@ -42,10 +57,10 @@ HANDLE Get(HWND window, const Char* name, bool remove)
     Window* found = FindWindowLocked(window);
     if (!found)
         return Fail(ERROR_INVALID_WINDOW_HANDLE, HANDLE{nullptr});
-    const auto place = found->properties.find(key);
+    const auto place = Place(*found, key);
     if (place == found->properties.end())
         return nullptr;
-    const HANDLE value = place->second.value;
+    const HANDLE value = place->value;
     if (remove)
         found->properties.erase(place);
     return value;
@@ -61,8 +76,7 @@ int Enumerate(HWND window, Callback callback)
         const Window* found = FindWindowLocked(window);
         if (!found)
             return -1;
-        for (const auto& entry : found->properties)
-            all.push_back(entry.second);
+        all = found->properties;
     }
     int result = -1;
     for (const WindowProperty& property : all) {
