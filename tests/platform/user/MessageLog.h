@@ -61,28 +61,27 @@ public:
     using Handler = std::function<bool(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)>;
 
     explicit NamedWindow(const char* name, DWORD style = WS_POPUP, HWND parent = nullptr, RECT place = {0, 0, 50, 50}, UINT classStyle = 0)
-        : m_name(name)
     {
         WNDCLASSA windowClass{};
         windowClass.lpfnWndProc = Procedure;
         windowClass.style = classStyle;
-        windowClass.hInstance = GetModuleHandleA(nullptr);
         windowClass.lpszClassName = classStyle ? "NamedWindowDouble" : "NamedWindow";
         RegisterClassA(&windowClass);
         m_window = CreateWindowExA(0, windowClass.lpszClassName, name, style, place.left, place.top, place.right - place.left,
-                                   place.bottom - place.top, parent, nullptr, windowClass.hInstance, nullptr);
+                                   place.bottom - place.top, parent, nullptr, nullptr, nullptr);
         SetWindowLongPtrA(m_window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
         const std::lock_guard lock(Lock());
-        Windows()[m_window] = this;
+        Names()[m_window] = name;
     }
 
     ~NamedWindow()
     {
-        Forget();
         if (IsWindow(m_window)) {
             SetWindowLongPtrA(m_window, GWLP_USERDATA, 0);
             DestroyWindow(m_window);
         }
+        const std::lock_guard lock(Lock());
+        Names().erase(m_window);
     }
 
     NamedWindow(const NamedWindow&) = delete;
@@ -96,27 +95,21 @@ public:
     static std::string Name(HWND window)
     {
         const std::lock_guard lock(Lock());
-        const auto found = Windows().find(window);
-        return found != Windows().end() ? found->second->m_name : window ? "?" : "-";
+        const auto found = Names().find(window);
+        return found != Names().end() ? found->second : window ? "?" : "-";
     }
 
 private:
-    static std::map<HWND, NamedWindow*>& Windows()
+    static std::map<HWND, std::string>& Names()
     {
-        static std::map<HWND, NamedWindow*> windows;
-        return windows;
+        static std::map<HWND, std::string> names;
+        return names;
     }
 
     static std::mutex& Lock()
     {
         static std::mutex lock;
         return lock;
-    }
-
-    void Forget()
-    {
-        const std::lock_guard lock(Lock());
-        Windows().erase(m_window);
     }
 
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
@@ -128,7 +121,6 @@ private:
         return DefWindowProcA(window, message, wParam, lParam);
     }
 
-    std::string m_name;
     HWND m_window;
 };
 

@@ -186,7 +186,6 @@ TEST_F(MessageQueue, MessagesThatCarryPointersCannotBePosted)
 
 TEST_F(MessageQueue, AWindowThatGoesTakesItsMessagesAlong)
 {
-    MSG message{};
     {
         const NamedWindow window("gone");
         const NamedWindow child("child", WS_CHILD, window);
@@ -195,27 +194,28 @@ TEST_F(MessageQueue, AWindowThatGoesTakesItsMessagesAlong)
         PostMessageA(window, WM_USER + 1, 0, 0);
         PostMessageA(child, WM_USER + 2, 0, 0);
         SetTimer(child, 1, 10, nullptr);
-        InvalidateRect(window, nullptr, FALSE);
         Sleep(20);
     }
     EXPECT_EQ("-:u0", Drain());
-    EXPECT_FALSE(PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE));
 }
 
 TEST_F(MessageQueue, CharactersArriveInTheReadersKindOfText)
 {
-    const NamedWindow window("a");
-    Drain();
-    MSG message{};
-    PostMessageA(window, WM_CHAR, 0x80, 0);
-    EXPECT_TRUE(PeekMessageW(&message, window, 0, 0, PM_REMOVE));
-    EXPECT_EQ(0x20ACu, message.wParam);
-    PostMessageW(window, WM_CHAR, 0x20AC, 0);
-    EXPECT_TRUE(PeekMessageA(&message, window, 0, 0, PM_REMOVE));
-    EXPECT_EQ(0x80u, message.wParam);
-    PostMessageW(window, WM_USER, 0x20AC, 0);
-    EXPECT_TRUE(PeekMessageA(&message, window, 0, 0, PM_REMOVE));
-    EXPECT_EQ(0x20ACu, message.wParam);
+    const struct
+    {
+        decltype(&PostMessageA) post;
+        decltype(&PeekMessageA) peek;
+        UINT message;
+        WPARAM sent, expected;
+    } rows[] = {{PostMessageA, PeekMessageW, WM_CHAR, 0x80, 0x20AC},
+                {PostMessageW, PeekMessageA, WM_SYSCHAR, 0x20AC, 0x80},
+                {PostMessageW, PeekMessageA, WM_USER, 0x20AC, 0x20AC}};
+    for (const auto& row : rows) {
+        MSG message{};
+        row.post(nullptr, row.message, row.sent, 0);
+        EXPECT_TRUE(row.peek(&message, kThreadOnly, 0, 0, PM_REMOVE));
+        EXPECT_EQ(row.expected, message.wParam) << NameOf(row.message);
+    }
 }
 
 TEST_F(MessageQueue, TimeAndPointAreThoseOfThePost)

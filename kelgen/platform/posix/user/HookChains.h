@@ -74,6 +74,9 @@ private:
     DWORD m_setter = 0;
 };
 
+/// Takes the hooks out that are in the chains of a thread that ends.
+void TakeOutHooksOf(ThreadQueue& queue);
+
 /// Whether the calling thread has a hook of one of @p types.
 KELGEN_PLATFORM_API bool HasHooks(unsigned types);
 

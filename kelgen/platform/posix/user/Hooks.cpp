@@ -12,8 +12,7 @@
 
 #include <map>
 
-using namespace kelgen::posix;
-using namespace kelgen::posix::user;
+namespace kelgen::posix::user {
 
 namespace {
 
@@ -104,6 +103,21 @@ BOOL CallFilters(MSG* message, int code)
 }
 
 }  // namespace
+
+void TakeOutHooksOf(ThreadQueue& queue)
+{
+    const DesktopGuard guard;
+    for (const auto& hook : queue.hooks.All()) {
+        hook->removed = true;
+        queue.hooks.Remove(*hook);
+        HooksByHandle().erase(hook->handle);
+    }
+}
+
+}  // namespace kelgen::posix::user
+
+using namespace kelgen::posix;
+using namespace kelgen::posix::user;
 
 HHOOK SetWindowsHookExA(int type, HOOKPROC procedure, HINSTANCE module, DWORD thread)
 {

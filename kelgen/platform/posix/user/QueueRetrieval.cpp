@@ -60,11 +60,11 @@ bool MessageFilter::AcceptsWindow(HWND candidate) const
 
 bool ThreadQueue::Retrieve(MSG& message, const MessageFilter& filter, bool remove, bool wide)
 {
-    NoteLook(filter);
     ThrowEscaped();
+    m_lastLook.store(CoarseMilliseconds(), std::memory_order_relaxed);
     for (;;) {
         ServeSends();
-        bool found = (filter.kinds & QS_POSTMESSAGE) && TakePosted(message, filter, remove);
+        bool found = TakePosted(message, filter, remove);
         if (!found && (filter.kinds & QS_INPUT) && m_hasInput) {
             const Found input = TakeInput(message, filter, remove);
             if (input == Found::Again)
@@ -77,7 +77,7 @@ bool ThreadQueue::Retrieve(MSG& message, const MessageFilter& filter, bool remov
             return false;
         if (!wide)
             NarrowCharacter(message);
-        if (HasHooks(HookChains::BitOf(WH_GETMESSAGE)))
+        if (hooks.HasAny(HookChains::BitOf(WH_GETMESSAGE)) || GlobalHooks().HasAny(HookChains::BitOf(WH_GETMESSAGE)))
             CallHooks(WH_GETMESSAGE, HC_ACTION, remove ? PM_REMOVE : PM_NOREMOVE, reinterpret_cast<LPARAM>(&message));
         return true;
     }
@@ -91,18 +91,16 @@ void ThreadQueue::RetrieveOrWait(MSG& message, const MessageFilter& filter, bool
             return;
         // A thread that has just answered another one will likely hear from it again at once.
         m_waiting = true;
-        m_signal.Wait(ticket, NextTimerDue(), std::exchange(m_servedSinceWait, false));
+        m_signal.Wait(ticket, NextTimerDue(filter), std::exchange(m_servedSinceWait, false));
         m_waiting = false;
     }
 }
 
-void ThreadQueue::NoteLook(const MessageFilter& filter)
+// What is of the kinds looked for counts as seen.
+void ThreadQueue::NoteSeenLocked(UINT kinds)
 {
-    m_lastLook.store(CoarseMilliseconds(), std::memory_order_relaxed);
-
-    const std::lock_guard lock(m_lock);
-    m_new &= ~(filter.kinds | ((filter.kinds & QS_POSTMESSAGE) ? QS_ALLPOSTMESSAGE : 0));
-    if ((filter.kinds & QS_TIMER) && !m_timers.Empty())
+    m_new &= ~(kinds | ((kinds & QS_POSTMESSAGE) ? QS_ALLPOSTMESSAGE : 0));
+    if ((kinds & QS_TIMER) && !m_timers.Empty())
         m_timersSeen = GetTickCount64();
 }
 
@@ -123,16 +121,21 @@ bool ThreadQueue::TakePosted(MSG& message, const MessageFilter& filter, bool rem
         tree = std::unique_lock(DesktopLock());
 
     const std::lock_guard lock(m_lock);
-    const auto found = std::find_if(m_posted.begin(), m_posted.end(), [&filter](const PostedMessage& posted) {
-        return filter.AcceptsNumber(posted.message.message) && filter.AcceptsWindow(posted.message.hwnd);
+    NoteSeenLocked(filter.kinds);
+    if (!(filter.kinds & QS_POSTMESSAGE))
+        return false;
+    const auto found = std::find_if(m_posted.begin(), m_posted.end(), [&filter](const MSG& posted) {
+        return filter.AcceptsNumber(posted.message) && filter.AcceptsWindow(posted.hwnd);
     });
     if (found != m_posted.end()) {
-        message = found->message;
+        message = *found;
         if (!remove)
             return true;
-        const LPARAM extra = found->extra;
-        m_posted.erase(found);
-        return Take(message, extra);
+        if (found == m_posted.begin())
+            m_posted.pop_front();
+        else
+            m_posted.erase(found);
+        return Take(message, 0);
     }
 
     // By contract: no filter holds WM_QUIT of PostQuitMessage back, only posted messages that pass it do.

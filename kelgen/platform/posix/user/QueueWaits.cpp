@@ -5,6 +5,7 @@
 #include <kelgen/platform/posix/base/LastError.h>
 #include <kelgen/platform/posix/kernel/Synchronization.h>
 #include <kelgen/platform/posix/kernel/Ticks.h>
+#include <kelgen/platform/posix/user/Desktop.h>
 
 #include <algorithm>
 
@@ -21,12 +22,18 @@ UINT KindOf(const InputEvent& event)
 
 }  // namespace
 
-ULONGLONG ThreadQueue::NextTimerDue()
+// When the first timer is due that @p filter lets through: others must not keep the thread awake.
+ULONGLONG ThreadQueue::NextTimerDue(const MessageFilter& filter)
 {
-    if (!m_hasTimers)
+    if (!m_hasTimers || !filter.AcceptsNumber(WM_TIMER))
         return WakeSignal::kForever;
+    std::unique_lock<std::recursive_mutex> tree;
+    if (!filter.AllWindows())
+        tree = std::unique_lock(DesktopLock());
     const std::lock_guard lock(m_lock);
-    return m_timers.FirstDue();
+    if (filter.AllWindows())
+        return m_timers.FirstDue();
+    return m_timers.FirstDueOf([&filter](const auto& timer) { return filter.AcceptsWindow(timer.window); });
 }
 
 UINT ThreadQueue::KindsPresentLocked()
@@ -89,8 +96,9 @@ DWORD ThreadQueue::WaitFor(std::span<const std::shared_ptr<Waitable>> objects, b
         {
             const std::lock_guard lock(m_lock);
             input = ((alsoSeen ? KindsPresentLocked() : NewKindsLocked()) & kinds) != 0;
-            if ((kinds & QS_TIMER) && m_timers.FirstDue() > GetTickCount64())
-                timerDue = m_timers.FirstDue();
+            const ULONGLONG now = GetTickCount64();
+            if (kinds & QS_TIMER)
+                timerDue = m_timers.FirstDueOf([now](const auto& timer) { return timer.due > now; });
         }
         if (all && !objects.empty()) {
             // Nothing is taken from the objects before input has come.

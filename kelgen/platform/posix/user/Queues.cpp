@@ -45,6 +45,11 @@ ThreadQueue& CurrentQueue()
     return currentQueue ? *currentQueue : MakeQueue();
 }
 
+bool ThreadQueue::IsCurrent() const
+{
+    return currentQueue == this;
+}
+
 std::shared_ptr<ThreadQueue> FindQueue(DWORD thread)
 {
     const DesktopGuard guard;

@@ -125,7 +125,7 @@ BOOL SendWithoutWaiting(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
 
 LRESULT SendToOwn(Window& window, UINT message, WPARAM wParam, LPARAM lParam, bool wide, bool ownSender)
 {
-    if (!HasHooks(kProcedureHooks))
+    if (!window.queue->hooks.HasAny(kProcedureHooks) && !GlobalHooks().HasAny(kProcedureHooks))
         return CallProcedure(window, message, wParam, lParam, wide);
 
     const WindowUse use(window);

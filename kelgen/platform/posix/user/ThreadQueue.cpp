@@ -22,7 +22,7 @@ ThreadQueue::~ThreadQueue() = default;
 
 ThreadQueue::Posted ThreadQueue::Post(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    const PostedMessage posted{{window, message, wParam, lParam, GetTickCount(), CursorNow()}, 0};
+    const MSG posted{window, message, wParam, lParam, GetTickCount(), CursorNow()};
     {
         const std::lock_guard lock(m_lock);
         if (m_ended)
@@ -32,7 +32,9 @@ ThreadQueue::Posted ThreadQueue::Post(HWND window, UINT message, WPARAM wParam, 
         m_posted.push_back(posted);
         m_new |= QS_POSTMESSAGE | QS_ALLPOSTMESSAGE;
     }
-    Wake();
+    // A thread that posts to itself is not asleep.
+    if (!IsCurrent())
+        Wake();
     return Posted::Done;
 }
 
@@ -138,7 +140,7 @@ void ThreadQueue::ForgetWindow(HWND window)
     std::vector<std::shared_ptr<SentMessage>> unanswered;
     {
         const std::lock_guard lock(m_lock);
-        std::erase_if(m_posted, [window](const auto& posted) { return posted.message.hwnd == window; });
+        std::erase_if(m_posted, [window](const auto& posted) { return posted.hwnd == window; });
         std::erase(m_paint, window);
         m_hasPaint = !m_paint.empty();
         m_timers.StopAllOf(window);
@@ -170,11 +172,7 @@ void ThreadQueue::End()
         m_received->Answer(m_received, 0, SentMessage::State::Lost);
     for (const auto& sent : unanswered)
         sent->Answer(sent, 0, SentMessage::State::Lost);
-    const DesktopGuard guard;
-    for (const auto& hook : hooks.All()) {
-        hook->removed = true;
-        hooks.Remove(*hook);
-    }
+    TakeOutHooksOf(*this);
 }
 
 void SentMessage::Answer(const std::shared_ptr<SentMessage>& self, LRESULT answer, State end)

@@ -87,6 +87,8 @@ struct KELGEN_PLATFORM_API ThreadQueue final : std::enable_shared_from_this<Thre
     UINT_PTR StartTimer(HWND window, UINT_PTR id, DWORD period, TIMERPROC procedure);
     bool StopTimer(HWND window, UINT_PTR id);
     void Wake() { m_signal.Raise(); }
+    /// Whether the queue is the calling thread's.
+    bool IsCurrent() const;
     /// Whether the thread waits in its queue or has looked into it in the last five seconds.
     bool IsResponding() const;
 
@@ -116,14 +118,9 @@ struct KELGEN_PLATFORM_API ThreadQueue final : std::enable_shared_from_this<Thre
     void End();
 
 private:
-    struct PostedMessage
-    {
-        MSG message;
-        LPARAM extra;
-    };
     enum class Found { Nothing, Message, Again };
 
-    void NoteLook(const MessageFilter& filter);
+    void NoteSeenLocked(UINT kinds);
     void Serve(const std::shared_ptr<SentMessage>& message);
     bool Take(const MSG& message, LPARAM extra);
     bool TakePosted(MSG& message, const MessageFilter& filter, bool remove);
@@ -141,11 +138,11 @@ private:
     bool DropInput(unsigned long long number);
     UINT KindsPresentLocked();
     UINT NewKindsLocked();
-    ULONGLONG NextTimerDue();
+    ULONGLONG NextTimerDue(const MessageFilter& filter);
 
     std::mutex m_lock;
     WakeSignal m_signal;
-    std::deque<PostedMessage> m_posted;
+    std::deque<MSG> m_posted;
     std::deque<std::shared_ptr<SentMessage>> m_sent;
     std::deque<InputEvent> m_input;
     unsigned long long m_lastInput = 0;

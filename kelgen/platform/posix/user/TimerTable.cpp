@@ -1,8 +1,6 @@
 // TimerTable.cpp: the hash table and the heap over one array of timers.
 #include <kelgen/platform/posix/user/TimerTable.h>
 
-#include <kelgen/platform/posix/user/WakeSignal.h>
-
 namespace kelgen::posix::user {
 
 namespace {
@@ -75,7 +73,7 @@ UINT_PTR TimerTable::NewThreadTimerId()
 
 ULONGLONG TimerTable::FirstDue() const
 {
-    return m_heap.empty() ? WakeSignal::kForever : m_slots[m_heap[0]].due;
+    return m_heap.empty() ? kNever : m_slots[m_heap[0]].due;
 }
 
 void TimerTable::Advance(Timer& timer, ULONGLONG now)

@@ -45,6 +45,18 @@ public:
     /// When the first is due; the largest value when there is none.
     ULONGLONG FirstDue() const;
 
+    /// The same of those that @p accepts. Cost: their number.
+    template <class Accepts>
+    ULONGLONG FirstDueOf(const Accepts& accepts) const
+    {
+        ULONGLONG first = kNever;
+        for (const std::uint32_t slot : m_heap) {
+            if (m_slots[slot].due < first && accepts(m_slots[slot]))
+                first = m_slots[slot].due;
+        }
+        return first;
+    }
+
     /// The timer that has been due longest of those that @p accepts, or null.
     template <class Accepts>
     Timer* LongestDue(ULONGLONG now, const Accepts& accepts)
@@ -62,6 +74,7 @@ public:
 
 private:
     static constexpr std::uint32_t kNone = ~std::uint32_t{0};
+    static constexpr ULONGLONG kNever = ~ULONGLONG{0};
 
     static bool Earlier(const Timer& a, const Timer& b) { return a.due != b.due ? a.due < b.due : a.order < b.order; }
 
