@@ -1,7 +1,12 @@
 // AcceleratorTest.cpp: accelerator tables.
 #include <kelgen/platform/Win32.h>
 
+#include "platform/user/MessageLog.h"
+#include "support/Rows.h"
+
 #include <array>
+
+using namespace kelgen::test;
 
 TEST(Accelerators, TablesAreCopiesOfTheirEntriesAndOfResources)
 {
@@ -32,4 +37,120 @@ TEST(Accelerators, TablesAreCopiesOfTheirEntriesAndOfResources)
     EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
     EXPECT_EQ(nullptr, LoadAcceleratorsA(module, "missing"));
     EXPECT_EQ(DWORD{ERROR_RESOURCE_NAME_NOT_FOUND}, GetLastError());
+}
+
+namespace {
+
+struct Pressed
+{
+    const char* name;
+    UINT message;
+    WPARAM key;
+    int held; // FSHIFT, FCONTROL, FALT
+    int result;
+    const char* log;
+};
+
+void Hold(int held, bool isDown)
+{
+    BYTE keys[256];
+    GetKeyboardState(keys);
+    const BYTE state = isDown ? 0x80 : 0;
+    if (held & FSHIFT)
+        keys[VK_SHIFT] = state;
+    if (held & FCONTROL)
+        keys[VK_CONTROL] = state;
+    if (held & FALT)
+        keys[VK_MENU] = state;
+    SetKeyboardState(keys);
+}
+
+/// A window with the sample menu that notes commands and what comes before them.
+class CommandWindow : public NamedWindow
+{
+public:
+    CommandWindow() : NamedWindow("commands", WS_OVERLAPPEDWINDOW)
+    {
+        SetMenu(*this, LoadMenuA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(1)));
+        handler = [](UINT message, WPARAM wParam, LPARAM lParam, LRESULT&) {
+            if (message == WM_INITMENU)
+                Note("init");
+            else if (message == WM_INITMENUPOPUP)
+                Note("open(%x)", static_cast<unsigned>(lParam));
+            else if (message == WM_COMMAND || message == WM_SYSCOMMAND)
+                Note("%s(%x,%x)", message == WM_COMMAND ? "command" : "system", static_cast<unsigned>(wParam), static_cast<unsigned>(lParam));
+            return message == WM_SYSCOMMAND;
+        };
+    }
+
+    int Translate(HACCEL table, UINT message, WPARAM key) const
+    {
+        MSG pressed = {};
+        pressed.hwnd = *this;
+        pressed.message = message;
+        pressed.wParam = key;
+        TakeLog();
+        return TranslateAcceleratorA(*this, table, &pressed);
+    }
+};
+
+} // namespace
+
+class PressedKey : public testing::TestWithParam<Pressed>
+{
+};
+
+TEST_P(PressedKey, SendsItsCommand)
+{
+    CommandWindow window;
+    const HACCEL table = LoadAcceleratorsA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(3));
+    Hold(GetParam().held, true);
+    const int result = window.Translate(table, GetParam().message, GetParam().key);
+    Hold(GetParam().held, false);
+    EXPECT_EQ(GetParam().result, result);
+    EXPECT_EQ(GetParam().log, TakeLog());
+    DestroyAcceleratorTable(table);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , PressedKey,
+    testing::Values(Pressed{"Key", WM_KEYDOWN, VK_F5, 0, 1, "command(10068,0)"}, Pressed{"SystemKey", WM_SYSKEYDOWN, VK_F5, 0, 1, "command(10068,0)"},
+                    Pressed{"Release", WM_KEYUP, VK_F5, 0, 0, ""}, Pressed{"OtherKey", WM_KEYDOWN, VK_F4, 0, 0, ""},
+                    Pressed{"KeyWithTooMuch", WM_KEYDOWN, VK_F5, FCONTROL, 0, ""}, Pressed{"KeyWithTooLittle", WM_KEYDOWN, 'S', 0, 0, ""},
+                    Pressed{"KeyWithControl", WM_KEYDOWN, 'S', FCONTROL, 1, "command(10069,0)"},
+                    Pressed{"KeyWithBoth", WM_KEYDOWN, 'T', FCONTROL | FSHIFT, 1, "command(1006a,0)"},
+                    Pressed{"Character", WM_CHAR, 'K', FCONTROL | FSHIFT, 1, "command(10065,0)"},
+                    Pressed{"CharacterIsNoKey", WM_KEYDOWN, 'K', 0, 0, ""},
+                    Pressed{"CharacterWithoutAlt", WM_SYSCHAR, 'a', 0, 0, ""},
+                    Pressed{"CharacterWithAlt", WM_SYSCHAR, 'a', FALT, 1, "command(10067,0)"},
+                    Pressed{"GrayedItem", WM_KEYDOWN, VK_F6, 0, 1, "init open(0)"},
+                    Pressed{"DeepItem", WM_KEYDOWN, VK_F7, 0, 1, "init open(3) command(103eb,0)"},
+                    Pressed{"ItemOfTheBar", WM_KEYDOWN, VK_F8, 0, 1, "init command(103ec,0)"},
+                    Pressed{"SystemMenu", WM_KEYDOWN, VK_F9, 0, 1, "init open(10000) system(f060,10000)"}),
+    RowName);
+
+TEST(Accelerators, CommandsOfMenusWaitForTheWindow)
+{
+    CommandWindow window;
+    const HACCEL table = LoadAcceleratorsA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(3));
+    const auto press = [&](WPARAM key) {
+        EXPECT_EQ(1, window.Translate(table, WM_KEYDOWN, key));
+        return TakeLog();
+    };
+    EnableWindow(window, FALSE);
+    EXPECT_EQ("", press(VK_F8));
+    EXPECT_EQ("command(10068,0)", press(VK_F5)) << "of no menu";
+    EnableWindow(window, TRUE);
+    SetCapture(window);
+    EXPECT_EQ("init", press(VK_F8));
+    EXPECT_EQ("command(10068,0)", press(VK_F5));
+    ReleaseCapture();
+    EnableMenuItem(GetMenu(window), 1004, MF_GRAYED);
+    EXPECT_EQ("init", press(VK_F8));
+    MSG key = {};
+    key.message = WM_KEYDOWN;
+    key.wParam = VK_F5;
+    EXPECT_EQ(0, TranslateAcceleratorA(nullptr, table, &key));
+    EXPECT_EQ(0, window.Translate(nullptr, WM_KEYDOWN, VK_F5));
+    DestroyAcceleratorTable(table);
 }

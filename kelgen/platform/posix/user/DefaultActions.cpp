@@ -8,6 +8,7 @@
 #include <kelgen/platform/posix/user/HookChains.h>
 #include <kelgen/platform/posix/user/Icons.h>
 #include <kelgen/platform/posix/user/Input.h>
+#include <kelgen/platform/posix/user/MenuTracking.h>
 #include <kelgen/platform/posix/user/Menus.h>
 #include <kelgen/platform/posix/user/Positions.h>
 #include <kelgen/platform/posix/user/Sends.h>
@@ -58,6 +59,9 @@ LRESULT SystemCommand(Window& window, WPARAM wParam, LPARAM lParam)
         return Send(window, WM_CLOSE, 0, 0);
     case SC_HOTKEY:
         SetForegroundWindow(reinterpret_cast<HWND>(lParam));
+        break;
+    case SC_KEYMENU:
+        OpenMenuByKey(window.handle, LOWORD(lParam));
         break;
     default:
         break;
