@@ -8,25 +8,39 @@
 #include <kelgen/framework/Array.h>
 #include <kelgen/framework/ArrayTypes.h>
 #include <kelgen/framework/CmdTarget.h>
+#include <kelgen/framework/CmdUI.h>
+#include <kelgen/framework/CommandLine.h>
+#include <kelgen/framework/Controls.h>
+#include <kelgen/framework/DataExchange.h>
+#include <kelgen/framework/DeviceContext.h>
+#include <kelgen/framework/Dialog.h>
 #include <kelgen/framework/Exceptions.h>
 #include <kelgen/framework/File.h>
 #include <kelgen/framework/FileFind.h>
+#include <kelgen/framework/Geometry.h>
 #include <kelgen/framework/List.h>
+#include <kelgen/framework/ListCtrl.h>
 #include <kelgen/framework/ListTypes.h>
 #include <kelgen/framework/Map.h>
 #include <kelgen/framework/MapTypes.h>
 #include <kelgen/framework/MemFile.h>
+#include <kelgen/framework/Menu.h>
+#include <kelgen/framework/MessageMap.h>
+#include <kelgen/framework/MessageMapWindows.h>
 #include <kelgen/framework/ModuleState.h>
 #include <kelgen/framework/Object.h>
 #include <kelgen/framework/OleDateTime.h>
 #include <kelgen/framework/OleException.h>
 #include <kelgen/framework/OleVariant.h>
+#include <kelgen/framework/PrivateMessages.h>
 #include <kelgen/framework/StdioFile.h>
 #include <kelgen/framework/String.h>
 #include <kelgen/framework/StringArray.h>
 #include <kelgen/framework/Synchronization.h>
+#include <kelgen/framework/ThreadState.h>
 #include <kelgen/framework/WinApp.h>
 #include <kelgen/framework/WinThread.h>
+#include <kelgen/framework/Wnd.h>
 
 #include <kelgen/containers/BaseArray.h>
 #include <kelgen/containers/BaseComparable.h>
@@ -90,3 +104,6 @@
 #include <kelgen/window/Timer.h>
 #include <kelgen/window/WindowHook.h>
 #include <kelgen/window/WndInterface.h>
+
+#include <kelgen/app/AppDialog.h>
+#include <kelgen/app/DDX.h>

@@ -245,7 +245,22 @@ public:
     /// Asks for an update of each child control: the control itself, this window, then @p pTarget. With @p bDisableIfNoHndler push
     /// buttons without any handler are disabled.
     void UpdateDialogControls(CCmdTarget* pTarget, BOOL bDisableIfNoHndler);
+    /// Moves data between the object's members and the window's controls; see CDataExchange.
     virtual void DoDataExchange(CDataExchange* pDX);
+    /// Runs DoDataExchange, from the controls to the members or the other way; FALSE when it failed. Notifications of the window's
+    /// controls are held back meanwhile.
+    BOOL UpdateData(BOOL bSaveAndValidate = TRUE);
+
+    // Dialogs as windows.
+
+    /// Creates a modeless dialog as this object's window, from a dialog resource or a template in memory. FALSE when it failed, as for
+    /// Create.
+    BOOL CreateDlg(LPCSTR lpszTemplateName, CWnd* pParentWnd);
+    BOOL CreateDlgIndirect(LPCDLGTEMPLATEA lpDialogTemplate, CWnd* pParentWnd, HINSTANCE hInst = nullptr);
+    /// Sends the controls what the template's initialisation data hold (their first items, mostly); TRUE also without any. FALSE when a
+    /// control refused.
+    BOOL ExecuteDlgInit(LPCSTR lpszResourceName);
+    BOOL ExecuteDlgInit(const void* lpResource);
 
     // Menu, timers, message box.
 

@@ -16,6 +16,7 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
 #include <mbctype.h>
 #include <mbstring.h>
 // Bits of the multibyte tables; the C++ library uses these names for itself.

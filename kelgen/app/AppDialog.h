@@ -1,0 +1,76 @@
+// AppDialog.h: CAppDialog, a modeless dialog that deletes itself, and the controls of 16-bit text.
+#pragma once
+
+#include <kelgen/Export.h>
+#include <kelgen/framework/Controls.h>
+#include <kelgen/framework/Dialog.h>
+#include <kelgen/framework/ListCtrl.h>
+
+class CFrameWnd;
+class _AFX_THREAD_STATE;
+
+/// A modeless dialog with a button of its own in the task bar, whose menus are updated as a frame window's are. Made with new: it is
+/// deleted with its window.
+///
+///     class CSettingsDialog : public CAppDialog { ... };
+///     auto* dialog = new CSettingsDialog(IDD_SETTINGS, parent);
+///     dialog->Create(IDD_SETTINGS);
+///
+/// When the creation fails the object is gone, too.
+class KELGEN_API CAppDialog : public CDialog
+{
+public:
+    explicit CAppDialog(UINT nIDTemplate, CWnd* pParent = nullptr);
+    ~CAppDialog() override;
+
+    BOOL PreCreateWindow(CREATESTRUCTA& cs) override;
+    using CDialog::Create;
+    /// Create of that number, without a parent.
+    virtual BOOL Create(UINT nIDTemplate);
+    /// Creates the dialog; FALSE on failure, also for a missing resource. Its number becomes the help identifier, if there is none.
+    BOOL Create(LPCSTR lpszTemplateName, CWnd* pParent = nullptr) override;
+
+protected:
+    BOOL CreateIndirect(LPCDLGTEMPLATEA lpDialogTemplate, CWnd* pParent = nullptr, const void* lpDialogInit = nullptr,
+                        HINSTANCE hInst = nullptr) override;
+    BOOL CreateIndirect(HGLOBAL hDialogTemplate, CWnd* pParent = nullptr, HINSTANCE hInst = nullptr) override;
+    void PostNcDestroy() override;
+
+    /// Updates the items of a menu that is about to open. System commands, and items that open menus, are never disabled for want of a
+    /// handler.
+    void OnInitMenuPopup(CMenu* pPopup, UINT nIndex, BOOL bSysMenu);
+
+    BOOL m_bAutoMenuEnable = TRUE;  ///< Whether items without an update handler or command handler are disabled.
+
+    DECLARE_MESSAGE_MAP()
+};
+
+/// The list control with 16-bit texts.
+class KELGEN_API CWListCtrl : public CListCtrl
+{
+public:
+    /// The new item's place; -1 on failure.
+    int InsertItem(const LVITEMW* pItem);
+    int InsertItem(UINT nMask, int nItem, const unsigned short* lpszItem, UINT nState, UINT nStateMask, int nImage, LPARAM lParam);
+    int InsertItem(int nItem, const unsigned short* lpszItem);
+    /// FALSE on failure.
+    int SetItemText(int nItem, int nSubItem, const unsigned short* lpszText);
+};
+
+/// The combo box for 16-bit texts.
+class KELGEN_API CWComboBox : public CComboBox
+{};
+
+/// Routes the calling thread's commands through another frame while it lives.
+class KELGEN_API CPushRoutingFrame
+{
+public:
+    explicit CPushRoutingFrame(CFrameWnd* pNewFrame);
+    ~CPushRoutingFrame();
+    CPushRoutingFrame(const CPushRoutingFrame&) = delete;
+    CPushRoutingFrame& operator=(const CPushRoutingFrame&) = delete;
+
+protected:
+    CFrameWnd* m_pOldRoutingFrame;
+    _AFX_THREAD_STATE* m_pThreadState;
+};
