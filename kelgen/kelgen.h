@@ -105,5 +105,10 @@
 #include <kelgen/window/WindowHook.h>
 #include <kelgen/window/WndInterface.h>
 
+#include <kelgen/app/App.h>
 #include <kelgen/app/AppDialog.h>
+#include <kelgen/app/AppIniFile.h>
+#include <kelgen/app/AppInterface.h>
 #include <kelgen/app/DDX.h>
+#include <kelgen/app/FrameWnd.h>
+#include <kelgen/app/WndArray.h>

@@ -1,0 +1,201 @@
+// App.cpp: start-up, frames, idle work, messages to threads.
+#include <kelgen/app/App.h>
+
+#include <kelgen/framework/File.h>
+#include <kelgen/framework/ModuleState.h>
+#include <kelgen/framework/Wnd.h>
+
+namespace {
+
+/// Opens when there is an application object.
+CEvent& StartGate()
+{
+    static CEvent gate(FALSE, TRUE);
+    return gate;
+}
+
+}  // namespace
+
+CTrackable::~CTrackable() = default;
+
+IMPLEMENT_DYNAMIC(CKelGenApp, CWinApp)
+
+BEGIN_MESSAGE_MAP(CKelGenApp, CWinApp)
+    ON_THREAD_MESSAGE(APPM_LANGUAGE, &CKelGenApp::OnAppLanguage)
+END_MESSAGE_MAP()
+
+CKelGenApp* gen::GetApp()
+{
+    return dynamic_cast<CKelGenApp*>(AfxGetModuleState()->m_pCurrentWinApp);
+}
+
+gen::CAppIntegerMap& gen::GetAppIntegerMap()
+{
+    CKelGenApp* const app = GetApp();
+    if (!app)
+        AfxThrowInvalidArgException();
+    return app->GetIntegerMap();
+}
+
+CKelGenApp::CKelGenApp(const char* appName) : CWinApp(appName)
+{
+    StartGate().SetEvent();
+}
+
+CKelGenApp::~CKelGenApp() = default;
+
+BOOL CKelGenApp::InitInstance()
+{
+    if (!CWinApp::InitInstance())
+        return FALSE;
+    ParseCommandLine(m_cmdInfo);
+    if (!CreateMessageWindow())
+        return FALSE;
+
+    constexpr DWORD kRoom = 521;
+    char module[kRoom] = "";
+    const DWORD moduleLength = ::GetModuleFileNameA(nullptr, module, kRoom);
+    m_strModuleFilePath = CString(module, static_cast<int>(moduleLength < kRoom ? moduleLength : kRoom - 1));
+    char path[kRoom] = "";
+    char* filePart = nullptr;
+    const DWORD length = ::GetFullPathNameA(m_strModuleFilePath, kRoom, path, &filePart);
+    m_strModuleFolder = length > 0 && length < kRoom && filePart ? CString(path, static_cast<int>(filePart - path)) : CString();
+    return InitAppInstance();
+}
+
+int CKelGenApp::ExitInstance()
+{
+    return CWinApp::ExitInstance();
+}
+
+BOOL CKelGenApp::OnIdle(LONG lCount)
+{
+    // A handler may change the list at any time.
+    const CBaseObjectPtrArray<CWnd*>& frames = GetWndArray();
+    for (int i = 0; i < frames.GetSize(); ++i) {
+        CWnd* const frame = frames[i];
+        if (!frame || frame == m_pMainWnd || !frame->m_hWnd || !frame->IsWindowVisible())
+            continue;
+        const HWND handle = frame->m_hWnd;
+        AfxCallWndProc(frame, handle, WM_IDLEUPDATECMDUI, TRUE, 0);
+        CWnd::SendMessageToDescendants(handle, WM_IDLEUPDATECMDUI, TRUE, 0, TRUE, TRUE);
+    }
+    return CWinApp::OnIdle(lCount);
+}
+
+BOOL CKelGenApp::PreTranslateMessage(MSG* pMsg)
+{
+    if (pMsg->hwnd)
+        return CWinApp::PreTranslateMessage(pMsg);
+
+    CThreadForward forward;
+    m_forwardsLock.Lock();
+    const BOOL isForwarded = m_forwards.Lookup(pMsg->message, forward);
+    m_forwardsLock.Unlock();
+    if (isForwarded) {
+        ::PostThreadMessageA(forward.m_nThreadID, forward.m_nMessage, pMsg->wParam, pMsg->lParam);
+        return TRUE;
+    }
+    CFunction function;
+    if (m_functions.Lookup(pMsg->message, function)) {
+        (function.m_pObject->*function.m_pfn)(static_cast<UINT>(pMsg->wParam), pMsg->lParam);
+        return TRUE;
+    }
+    return CWinApp::PreTranslateMessage(pMsg);
+}
+
+void CKelGenApp::AddFrame(CWnd* pFrame)
+{
+    GetWndArray().AddUnique(pFrame);
+}
+
+void CKelGenApp::RemoveFrame(CWnd* pFrame)
+{
+    CBaseObjectPtrArray<CWnd*>& frames = GetWndArray();
+    frames.Remove(pFrame);
+    if (m_pMainWnd == pFrame && !frames.IsEmpty())
+        m_pMainWnd = frames[0];
+}
+
+int CKelGenApp::GetVisibleFrameCount() const
+{
+    return GetVisibleFrameCountExcept(nullptr);
+}
+
+int CKelGenApp::GetVisibleFrameCountExcept(const CWnd* pExcept) const
+{
+    const CBaseObjectPtrArray<CWnd*>& frames = GetWndArray();
+    int count = 0;
+    for (int i = 0; i < frames.GetSize(); ++i) {
+        if (frames[i] && frames[i] != pExcept && ::IsWindowVisible(frames[i]->m_hWnd))
+            ++count;
+    }
+    return count;
+}
+
+void CKelGenApp::SendMessageToWindows(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const CBaseObjectPtrArray<CWnd*>& frames = GetWndArray();
+    for (int i = 0; i < frames.GetSize(); ++i) {
+        const HWND handle = frames[i]->GetSafeHwnd();
+        if (!::IsWindow(handle))
+            continue;
+        ::SendMessageA(handle, message, wParam, lParam);
+        CWnd::SendMessageToDescendants(handle, message, wParam, lParam, TRUE, FALSE);
+    }
+}
+
+void CKelGenApp::OnAppLanguage(UINT wParam, LPARAM lParam)
+{
+    SendMessageToWindows(APPM_LANGUAGE, wParam, lParam);
+}
+
+void CKelGenApp::AddFunction(UINT message, CTrackable* object, Function fn)
+{
+    CFunction function;
+    function.m_pObject = object;
+    function.m_pfn = fn;
+    m_functions.SetAt(message, function);
+}
+
+void CKelGenApp::ForwardMessageToThread(DWORD threadId, UINT message)
+{
+    StartGate().Lock();
+    CThreadForward forward;
+    forward.m_nThreadID = threadId;
+    forward.m_nMessage = message;
+    m_forwardsLock.Lock();
+    m_forwards.SetAt(message, forward);
+    m_forwardsLock.Unlock();
+}
+
+bool CKelGenApp::CreateFileFromRawResource(UINT id, const char* type, const char* path)
+{
+    const LPCSTR name = MAKEINTRESOURCEA(id);
+    const HINSTANCE module = AfxFindResourceHandle(name, type);
+    const HRSRC resource = ::FindResourceA(module, name, type);
+    const HGLOBAL data = resource ? ::LoadResource(module, resource) : nullptr;
+    if (!data)
+        return false;
+    const DWORD size = ::SizeofResource(module, resource);
+    const void* const bytes = ::LockResource(data);
+    try {
+        CFile file(path, CFile::modeCreate | CFile::modeWrite);
+        file.Write(bytes, size);
+        file.Flush();
+        file.Close();
+    } catch (CFileException* e) {
+        e->Delete();
+    }
+    return true;
+}
+
+LRESULT CKelGenApp::GetPaintMsgProc(int, UINT, LPARAM)
+{
+    return 0;
+}
+
+bool CKelGenApp::OnMessageWindowMessage(UINT, WPARAM, LPARAM, LRESULT&)
+{
+    return false;
+}

@@ -1,0 +1,135 @@
+// App.h: CKelGenApp, from which hosts derive their application object.
+#pragma once
+
+#include <kelgen/Export.h>
+#include <kelgen/app/AppInterface.h>
+#include <kelgen/app/WndArray.h>
+#include <kelgen/framework/Map.h>
+#include <kelgen/framework/Synchronization.h>
+#include <kelgen/framework/WinApp.h>
+#include <kelgen/property/AppIntegerMap.h>
+#include <kelgen/window/MessageHook.h>
+#include <kelgen/window/MessageWindow.h>
+
+/// An object whose member functions take thread messages; see CKelGenApp::AddFunction.
+class KELGEN_API CTrackable
+{
+public:
+    virtual ~CTrackable();
+};
+
+/// The application: the list of its frame windows, its paths and INI file, and the way of messages to frames and threads.
+///
+///     class CMyApp : public CKelGenApp
+///     {
+///     public:
+///         CMyApp() : CKelGenApp("My Program") {}
+///         BOOL InitInstance() override
+///         {
+///             if (!CKelGenApp::InitInstance())
+///                 return FALSE;
+///             m_pMainWnd = frame = new CMyFrame;
+///             return frame->LoadFrame(IDR_MAIN) && frame->ShowWindow(m_nCmdShow) >= 0;
+///         }
+///     } theApp;
+///
+/// It ends with its last visible frame. Threads: the main thread, but for ForwardMessageToThread.
+class KELGEN_API CKelGenApp : public CWinApp,
+                              public CMouseHook,
+                              public virtual CMessageWindowListener,
+                              public CKelGenWndArray,
+                              public _kelgen::CAppInterface
+{
+    DECLARE_DYNAMIC(CKelGenApp)
+
+public:
+    using Function = void (CTrackable::*)(UINT wParam, LPARAM lParam);
+
+    /// A member function of an object.
+    class CFunction
+    {
+    public:
+        CTrackable* m_pObject = nullptr;
+        Function m_pfn = nullptr;
+    };
+
+    /// A thread, and the message that it is sent.
+    class CThreadForward
+    {
+    public:
+        DWORD m_nThreadID = 0;
+        UINT m_nMessage = 0;
+    };
+
+    /// Tells all windows that the language has changed.
+    static constexpr UINT APPM_LANGUAGE = 32885;
+    /// The wParam of APPM_LANGUAGE: texts are to be loaded anew.
+    static constexpr UINT WPARAM_LANGUAGE_UPDATE = 1;
+
+    /// From the end of the constructor on, threads may forward messages.
+    explicit CKelGenApp(const char* appName = nullptr);
+    ~CKelGenApp() override;
+
+    /// Parses the command line, creates the message window and finds the program's paths and name; FALSE when one of them fails.
+    BOOL InitInstance() override;
+    int ExitInstance() override;
+    /// Updates the controls of all visible frames but the main window, which the base updates.
+    BOOL OnIdle(LONG lCount) override;
+    /// Routes messages without a window: first those that are forwarded to a thread, then those that have a function; both end here.
+    BOOL PreTranslateMessage(MSG* pMsg) override;
+
+    /// Appends a frame, once.
+    void AddFrame(CWnd* pFrame);
+    /// Removes a frame. When it was the main window the first remaining one takes its place, if there is one.
+    void RemoveFrame(CWnd* pFrame);
+    int GetVisibleFrameCount() const;
+    int GetVisibleFrameCountExcept(const CWnd* pExcept) const;
+    /// Sends a message to all frames and all their descendants.
+    virtual void SendMessageToWindows(UINT message, WPARAM wParam, LPARAM lParam);
+    /// Passes APPM_LANGUAGE on to all windows.
+    virtual void OnAppLanguage(UINT wParam, LPARAM lParam);
+
+    /// A thread message with that number calls @p fn of @p object, in place of what was set before.
+    void AddFunction(UINT message, CTrackable* object, Function fn);
+    /// A thread message with that number is posted to the thread @p threadId. Waits until the application object exists.
+    /// Threads: any.
+    void ForwardMessageToThread(DWORD threadId, UINT message);
+
+    /// The program's path, and its folder with the backslash; empty before InitInstance.
+    void GetModuleFilePath(CString& path) const { path = m_strModuleFilePath; }
+    void GetModuleFolder(CString& folder) const { folder = m_strModuleFolder; }
+    /// Writes a resource to a file. False when there is no such resource. By contract: true when the file cannot be written.
+    bool CreateFileFromRawResource(UINT id, const char* type, const char* path);
+
+    /// For hosts: what a hook on painting calls. 0.
+    virtual LRESULT GetPaintMsgProc(int code, UINT wParam, LPARAM lParam);
+    /// Handles nothing.
+    bool OnMessageWindowMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
+
+    /// See gen::GetAppIntegerMap.
+    gen::CAppIntegerMap& GetIntegerMap() { return m_integerMap; }
+
+protected:
+    CString m_strModuleFolder;
+    CString m_strModuleFilePath;
+    CString m_strForHost;  ///< Not used by the library.
+    CMap<UINT, UINT, CFunction, const CFunction&> m_functions;
+    CMap<UINT, UINT, CThreadForward, CThreadForward&> m_forwards;
+    CCommandLineInfo m_cmdInfo;
+    gen::CAppIntegerMap m_integerMap;
+    CArray<int, int> m_numbersForHost;  ///< Not used by the library.
+
+    DECLARE_MESSAGE_MAP()
+
+private:
+    CCriticalSection m_forwardsLock;
+};
+
+namespace gen {
+
+/// The application object, or null when it is none of the library's.
+KELGEN_API CKelGenApp* GetApp();
+/// The application's integers. Throws: CInvalidArgException when there is no application of the library's.
+KELGEN_API CAppIntegerMap& GetAppIntegerMap();
+
+}  // namespace gen

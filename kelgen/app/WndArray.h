@@ -1,0 +1,31 @@
+// WndArray.h: the application's frame windows, as a list.
+#pragma once
+
+#include <kelgen/Export.h>
+#include <kelgen/containers/BaseComparableArray.h>
+
+class CMDIFrameWnd;
+class CWnd;
+
+/// Frame windows, which it does not own.
+class KELGEN_API CKelGenWndArray
+{
+public:
+    virtual ~CKelGenWndArray();
+
+    /// Copies the list; nothing when @p out is this list itself.
+    void GetWndArray(CBaseArray<CWnd*, CWnd*>& out) const;
+    /// By contract: null, whatever frames there are.
+    CMDIFrameWnd* GetMDIFrame() const;
+
+protected:
+    CBaseObjectPtrArray<CWnd*>& GetWndArray() { return m_frames; }
+    const CBaseObjectPtrArray<CWnd*>& GetWndArray() const { return m_frames; }
+
+private:
+    CBaseObjectPtrArray<CWnd*> m_frames;
+};
+
+/// A list of main windows.
+class KELGEN_API CKelGenMainWndArray : public CBaseArray<CWnd*, CWnd*>
+{};
