@@ -8,6 +8,7 @@
 #include <kelgen/platform/posix/user/Hooks.h>
 #include <kelgen/platform/posix/user/Icons.h>
 #include <kelgen/platform/posix/user/Input.h>
+#include <kelgen/platform/posix/user/ListView.h>
 #include <kelgen/platform/posix/user/Mdi.h>
 #include <kelgen/platform/posix/user/Menus.h>
 #include <kelgen/platform/posix/user/MessageBoxes.h>
