@@ -29,7 +29,7 @@ struct AFX_CMDHANDLERINFO
 struct AFX_NOTIFY
 {
     LRESULT* pResult;
-    struct tagNMHDR* pNMHDR;
+    NMHDR* pNMHDR;
 };
 
 /// Something that commands may be routed to.

@@ -1,8 +1,3 @@
-if(NOT WIN32)
-  # Until windows are complete on Linux.
-  set_source_files_properties(framework/WndTest.cpp framework/MessageMapTest.cpp framework/ThreadMessageTest.cpp framework/MenuTest.cpp
-    PROPERTIES HEADER_FILE_ONLY ON)
-endif()
 # The program's own texts, and two libraries that have texts too.
 set(folder "${PROJECT_SOURCE_DIR}/tests/support/framework")
 kelgen_add_resources(test_framework "${PROJECT_SOURCE_DIR}/tests/framework/Program.rc")
