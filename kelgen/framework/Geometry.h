@@ -122,12 +122,12 @@ public:
     void MoveToXY(POINT to) { MoveToXY(to.x, to.y); }
     inline void NormalizeRect();
     /// The common part; FALSE, and zero, when there is none.
-    inline BOOL IntersectRect(const RECT* first, const RECT* second);
+    BOOL IntersectRect(const RECT* first, const RECT* second) { return ::IntersectRect(this, first, second); }
     /// The smallest rectangle around both; an empty one does not count. FALSE, and zero, when both are empty.
-    inline BOOL UnionRect(const RECT* first, const RECT* second);
+    BOOL UnionRect(const RECT* first, const RECT* second) { return ::UnionRect(this, first, second); }
     /// @p first without @p second where that covers it over its whole width or height; else @p first. FALSE, and zero, when
     /// nothing is left.
-    inline BOOL SubtractRect(const RECT* first, const RECT* second);
+    BOOL SubtractRect(const RECT* first, const RECT* second) { return ::SubtractRect(this, first, second); }
 
     void operator=(const RECT& source) { static_cast<RECT&>(*this) = source; }
     bool operator==(const RECT& other) const { return EqualRect(&other); }
@@ -211,54 +211,4 @@ inline void CRect::NormalizeRect()
         *this = CRect(right, top, left, bottom);
     if (top > bottom)
         *this = CRect(left, bottom, right, top);
-}
-
-inline BOOL CRect::IntersectRect(const RECT* first, const RECT* second)
-{
-    const CRect common(first->left > second->left ? first->left : second->left, first->top > second->top ? first->top : second->top,
-                       first->right < second->right ? first->right : second->right,
-                       first->bottom < second->bottom ? first->bottom : second->bottom);
-    const bool none = CRect(first).IsRectEmpty() || CRect(second).IsRectEmpty() || common.IsRectEmpty();
-    *this = none ? CRect() : common;
-    return !none;
-}
-
-inline BOOL CRect::UnionRect(const RECT* first, const RECT* second)
-{
-    const CRect one(first), two(second);
-    if (one.IsRectEmpty() || two.IsRectEmpty()) {
-        *this = !one.IsRectEmpty() ? one : !two.IsRectEmpty() ? two : CRect();
-        return !IsRectEmpty();
-    }
-    *this = CRect(one.left < two.left ? one.left : two.left, one.top < two.top ? one.top : two.top,
-                  one.right > two.right ? one.right : two.right, one.bottom > two.bottom ? one.bottom : two.bottom);
-    return TRUE;
-}
-
-inline BOOL CRect::SubtractRect(const RECT* first, const RECT* second)
-{
-    CRect rest(first), common;
-    if (rest.IsRectEmpty()) {
-        SetRectEmpty();
-        return FALSE;
-    }
-    if (common.IntersectRect(first, second)) {
-        if (common == rest) {
-            SetRectEmpty();
-            return FALSE;
-        }
-        if (common.top == rest.top && common.bottom == rest.bottom) {
-            if (common.left == rest.left)
-                rest.left = common.right;
-            else if (common.right == rest.right)
-                rest.right = common.left;
-        } else if (common.left == rest.left && common.right == rest.right) {
-            if (common.top == rest.top)
-                rest.top = common.bottom;
-            else if (common.bottom == rest.bottom)
-                rest.bottom = common.top;
-        }
-    }
-    *this = rest;
-    return TRUE;
 }
