@@ -37,6 +37,7 @@ LRESULT CALLBACK ButtonProcedure(HWND control, UINT message, WPARAM wParam, LPAR
 LRESULT CALLBACK StaticProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam);
 LRESULT CALLBACK EditProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam);
 LRESULT CALLBACK ListBoxProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT CALLBACK ListViewProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam);
 LRESULT CALLBACK ComboBoxProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam);
 /// For the list of a combo box, which hears of selections instead of the parent.
 LRESULT CALLBACK ComboListProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam);

@@ -2,6 +2,7 @@
 #include <kelgen/platform/posix/user/ClassTable.h>
 #include <kelgen/platform/posix/user/ControlBase.h>
 #include <kelgen/platform/posix/user/Dialogs.h>
+#include <kelgen/platform/posix/user/MdiClient.h>
 #include <kelgen/platform/posix/user/WindowCalls.h>
 
 namespace kelgen::posix::user {
@@ -21,6 +22,8 @@ void RegisterSystemClasses()
     AddSystemClass({u"ListBox", CS_DBLCLKS, ListBoxProcedure, 8, kArrow, 0});
     AddSystemClass({u"ComboLBox", CS_DBLCLKS | CS_SAVEBITS, ComboListProcedure, 8, kArrow, 0});
     AddSystemClass({u"ComboBox", kResizing, ComboBoxProcedure, 8, kArrow, 0});
+    AddSystemClass({u"MDIClient", 0, MdiClientProcedure, 8, kArrow, COLOR_APPWORKSPACE + 1});
+    AddSystemClass({u"SysListView32", CS_DBLCLKS, ListViewProcedure, 8, kArrow, 0});
     AddSystemClass({u"ScrollBar", kResizing, DefWindowProcW, 28, kArrow, 0});
 }
 
