@@ -85,10 +85,14 @@ bool shell::mkdirp(const char* path)
     CString prefix;
     for (int i = 0; i < tokens.GetSize(); ++i) {
         prefix += tokens[i];
-        if (file_exists(prefix))
-            return false;
+        const DWORD attributes = AttributesOf(prefix);
         prefix += '\\';
-        if (!is_dir(prefix) && !CreateDirectoryA(prefix, nullptr))
+        if (attributes & FILE_ATTRIBUTE_DIRECTORY)
+            continue;
+        if (attributes & FILE_ATTRIBUTE_NORMAL)
+            return false;
+        // Asking afterwards saves a look-up for each folder that is made. A drive or a root exists though its prefix alone may not.
+        if (!CreateDirectoryA(prefix, nullptr) && !is_dir(prefix))
             return false;
     }
     return true;

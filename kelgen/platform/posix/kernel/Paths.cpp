@@ -101,11 +101,19 @@ std::string OtherSpelling(const std::string& folder, const std::string& part)
     return {};
 }
 
-// Looks the parts up one by one.
+// Looks the parts up one by one; the whole path, spelt so, does not exist.
 void Walk(const Place& place, ResolvedPath& result)
 {
     std::string path = place.root;
-    for (std::size_t i = 0; i < place.parts.size(); ++i) {
+    std::size_t first = 0;
+    // What is missing is mostly the last part: exact names go before other spellings, so a folder that exists needs no look-up.
+    struct stat folder;
+    const std::size_t end = result.native.rfind('/');
+    if (place.parts.size() > 1 && stat(result.native.substr(0, end).c_str(), &folder) == 0 && S_ISDIR(folder.st_mode)) {
+        path = result.native.substr(0, end);
+        first = place.parts.size() - 1;
+    }
+    for (std::size_t i = first; i < place.parts.size(); ++i) {
         const std::string& part = place.parts[i];
         const bool last = i + 1 == place.parts.size();
         struct stat status;
@@ -236,12 +244,19 @@ bool EqualNames(std::string_view left, std::string_view right)
 
 int OrderOfNames(std::string_view left, std::string_view right)
 {
+    // Most names differ in ASCII letters, which need no conversion and sort before all others.
+    const std::size_t shorter = std::min(left.size(), right.size());
+    std::size_t same = 0;
+    for (; same < shorter && ((left[same] | right[same]) & 0x80) == 0; ++same)
+        if (const int order = UpperUnit(static_cast<char16_t>(left[same])) - UpperUnit(static_cast<char16_t>(right[same])))
+            return order;
+
     const auto upper = [](std::string_view name) {
         std::u16string text = WideName(name);
         std::transform(text.begin(), text.end(), text.begin(), UpperUnit);
         return text;
     };
-    const int order = upper(left).compare(upper(right));
+    const int order = upper(left.substr(same)).compare(upper(right.substr(same)));
     return order != 0 ? order : left.compare(right);
 }
 

@@ -10,6 +10,7 @@
 #include <kelgen/platform/posix/kernel/Threads.h>
 
 #include <algorithm>
+#include <mutex>
 
 using namespace kelgen::posix;
 
@@ -23,6 +24,10 @@ struct ProcessObject : HandleObject
 
     DWORD id;
     DWORD access;
+
+    // What EnumProcessModules listed last, for the names that are asked for next.
+    std::mutex mutex;
+    std::vector<ProcessModule> listed;
 };
 
 std::shared_ptr<ProcessObject> FindProcess(HANDLE process)
@@ -33,27 +38,37 @@ std::shared_ptr<ProcessObject> FindProcess(HANDLE process)
     return object ? object : Fail(ERROR_INVALID_HANDLE, object);
 }
 
-// The modules of process, or an empty list with the last error.
-std::vector<ProcessModule> FindModules(HANDLE process)
+// True when the modules of process may be asked for; else false with the last error.
+bool MayListModules(const ProcessObject* process)
 {
-    const auto object = FindProcess(process);
-    if (!object)
-        return {};
-    if ((object->access & kModuleAccess) != kModuleAccess)
-        return Fail(ERROR_ACCESS_DENIED, std::vector<ProcessModule>());
-    auto modules = ModulesOfProcess(object->id);
-    return modules.empty() ? Fail(ERROR_PARTIAL_COPY, modules) : modules;
+    if (!process)
+        return false;
+    return (process->access & kModuleAccess) == kModuleAccess || Fail(ERROR_ACCESS_DENIED, false);
+}
+
+// The path of module (0: the program) among modules, or empty.
+std::string PathAmong(const std::vector<ProcessModule>& modules, ULONG_PTR base)
+{
+    const auto found = std::find_if(modules.begin(), modules.end(), [base](const ProcessModule& m) { return base == 0 || m.base == base; });
+    return found == modules.end() ? std::string() : found->path;
 }
 
 // The path of module in process, or empty with the last error.
 std::string PathOf(HANDLE process, HMODULE module)
 {
-    const auto modules = FindModules(process);
-    if (modules.empty())
+    const auto object = FindProcess(process);
+    if (!MayListModules(object.get()))
         return {};
     const auto base = reinterpret_cast<ULONG_PTR>(module);
-    const auto found = std::find_if(modules.begin(), modules.end(), [base](const ProcessModule& m) { return base == 0 || m.base == base; });
-    return found == modules.end() ? Fail(ERROR_INVALID_HANDLE, std::string()) : found->path;
+    const std::lock_guard lock(object->mutex);
+    std::string path = PathAmong(object->listed, base);
+    if (!path.empty())
+        return path;
+    const auto modules = ModulesOfProcess(object->id);
+    if (modules.empty())
+        return Fail(ERROR_PARTIAL_COPY, std::string());
+    path = PathAmong(modules, base);
+    return path.empty() ? Fail(ERROR_INVALID_HANDLE, path) : path;
 }
 
 DWORD StoreUnterminated(const std::string& name, LPSTR buffer, DWORD size)
@@ -67,7 +82,7 @@ DWORD StoreUnterminated(const std::string& name, LPSTR buffer, DWORD size)
 
 HANDLE OpenProcess(DWORD access, BOOL, DWORD id)
 {
-    if (id == 0 || !FactsOfProcess(id))
+    if (id == 0 || !IsRunning(id))
         return Fail(ERROR_INVALID_PARAMETER, HANDLE{});
     if ((access & PROCESS_VM_READ) && !MayLookInto(id))
         return Fail(ERROR_ACCESS_DENIED, HANDLE{});
@@ -91,9 +106,14 @@ BOOL EnumProcesses(LPDWORD ids, DWORD size, LPDWORD used)
 
 BOOL EnumProcessModules(HANDLE process, HMODULE* modules, DWORD size, LPDWORD needed)
 {
-    const auto found = FindModules(process);
-    if (found.empty())
+    const auto object = FindProcess(process);
+    if (!MayListModules(object.get()))
         return FALSE;
+    const std::lock_guard lock(object->mutex);
+    object->listed = ModulesOfProcess(object->id);
+    const auto& found = object->listed;
+    if (found.empty())
+        return Fail(ERROR_PARTIAL_COPY, FALSE);
     const std::size_t count = std::min(found.size(), size / sizeof(HMODULE));
     for (std::size_t i = 0; i < count; ++i)
         modules[i] = reinterpret_cast<HMODULE>(found[i].base);

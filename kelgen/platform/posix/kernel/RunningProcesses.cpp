@@ -5,13 +5,15 @@
 #include <kelgen/platform/posix/kernel/Paths.h>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <charconv>
 #include <climits>
-#include <cstdio>
 #include <fstream>
 #include <sstream>
+#include <string_view>
 
 namespace kelgen::posix {
 
@@ -43,20 +45,44 @@ struct Mapping
     ULONG_PTR start = 0;
     ULONG_PTR end = 0;
     bool isCode = false;
-    std::string path;
+    std::string_view path;  // empty for what is no file
 };
 
-// One line: "55d0-55e0 r-xp 00001000 08:01 1234   /usr/bin/x".
-Mapping ParseMapping(const std::string& line)
+// The whole of a process file; empty when it cannot be read.
+std::string ContentsOf(const std::string& name)
+{
+    const Descriptor file(open(name.c_str(), O_RDONLY | O_CLOEXEC));
+    std::string contents;
+    constexpr std::size_t kPiece = 16384;
+    for (ssize_t got = 1; file && got > 0;) {
+        const std::size_t size = contents.size();
+        contents.resize(size + kPiece);
+        got = read(file.Get(), contents.data() + size, kPiece);
+        contents.resize(size + static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
+    }
+    return contents;
+}
+
+ULONG_PTR TakeHex(std::string_view& line)
+{
+    ULONG_PTR value = 0;
+    const auto [end, error] = std::from_chars(line.data(), line.data() + line.size(), value, 16);
+    line.remove_prefix(static_cast<std::size_t>(end - line.data()));
+    line.remove_prefix(std::min<std::size_t>(1, line.size()));
+    return value;
+}
+
+// One line: "55d0-55e0 r-xp 00001000 08:01 1234   /usr/bin/x". Only lines of files have a slash.
+Mapping ParseMapping(std::string_view line)
 {
     Mapping mapping;
-    char permissions[5] = "";
-    int pathStart = 0;
-    if (std::sscanf(line.c_str(), "%lx-%lx %4s %*s %*s %*s %n", &mapping.start, &mapping.end, permissions, &pathStart) < 3)
+    const std::size_t path = line.find('/');
+    if (path == std::string_view::npos)
         return mapping;
-    mapping.isCode = permissions[2] == 'x';
-    if (pathStart > 0 && line.find('/', static_cast<std::size_t>(pathStart)) == static_cast<std::size_t>(pathStart))
-        mapping.path = WithoutDeletedMark(line.substr(static_cast<std::size_t>(pathStart)));
+    mapping.path = line.substr(path);
+    mapping.start = TakeHex(line);
+    mapping.end = TakeHex(line);
+    mapping.isCode = line.size() > 2 && line[2] == 'x';
     return mapping;
 }
 
@@ -101,28 +127,44 @@ std::vector<ProcessModule> ModulesOfProcess(DWORD id)
 {
     struct Candidate
     {
-        ProcessModule module;
-        bool hasCode = false;
+        std::string_view path;
+        ULONG_PTR start;
+        ULONG_PTR end;
+        bool hasCode;
     };
     std::vector<Candidate> candidates;
-    std::ifstream maps(FileOf(id, "maps"));
-    for (std::string line; std::getline(maps, line);) {
-        Mapping mapping = ParseMapping(line);
+    const std::string maps = ContentsOf(FileOf(id, "maps"));
+    for (std::string_view rest = maps; !rest.empty();) {
+        const std::size_t length = std::min(rest.find('\n'), rest.size());
+        const Mapping mapping = ParseMapping(rest.substr(0, length));
+        rest.remove_prefix(std::min(length + 1, rest.size()));
         if (mapping.path.empty())
             continue;
-        auto known = std::find_if(candidates.begin(), candidates.end(), [&](const Candidate& c) { return c.module.path == mapping.path; });
-        if (known == candidates.end())
-            known = candidates.insert(known, Candidate{{mapping.start, 0, mapping.path}});
-        known->module.size = mapping.end - known->module.base;
-        known->hasCode = known->hasCode || mapping.isCode;
+        // A file's mappings mostly follow one another.
+        const auto known = std::find_if(candidates.rbegin(), candidates.rend(), [&](const Candidate& c) { return c.path == mapping.path; });
+        if (known == candidates.rend()) {
+            candidates.push_back({mapping.path, mapping.start, mapping.end, mapping.isCode});
+        } else {
+            known->end = mapping.end;
+            known->hasCode = known->hasCode || mapping.isCode;
+        }
     }
 
     const std::string program = ProgramOf(id);
     std::vector<ProcessModule> modules;
-    for (const Candidate& candidate : candidates)
-        if (candidate.hasCode)
-            modules.insert(candidate.module.path == program ? modules.begin() : modules.end(), candidate.module);
+    for (const Candidate& candidate : candidates) {
+        if (!candidate.hasCode)
+            continue;
+        ProcessModule module{candidate.start, candidate.end - candidate.start, WithoutDeletedMark(std::string(candidate.path))};
+        modules.insert(module.path == program ? modules.begin() : modules.end(), std::move(module));
+    }
     return program.empty() || modules.empty() || modules[0].path != program ? std::vector<ProcessModule>() : modules;
+}
+
+bool IsRunning(DWORD id)
+{
+    struct stat status;
+    return stat(("/proc/" + std::to_string(id)).c_str(), &status) == 0;
 }
 
 bool MayLookInto(DWORD id)

@@ -32,6 +32,9 @@ struct ProcessModule
 /// The files of code that process @p id has loaded, the program first; empty when it has none or may not be looked at.
 std::vector<ProcessModule> ModulesOfProcess(DWORD id);
 
+/// True when there is a process @p id, running or ended and not yet waited for.
+bool IsRunning(DWORD id);
+
 /// True when the caller may look into process @p id.
 bool MayLookInto(DWORD id);
 

@@ -90,6 +90,8 @@ ShortNames::ShortNames(const std::vector<std::string>& entries)
     for (const std::string& entry : entries)
         if (IsShortName(entry))
             taken.insert(Upper(entry));
+    m_generated.reserve(entries.size() - taken.size());
+    taken.reserve(entries.size());
     for (const std::string& entry : entries) {
         if (IsShortName(entry))
             continue;

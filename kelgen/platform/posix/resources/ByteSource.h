@@ -61,19 +61,40 @@ private:
     std::span<const BYTE> m_bytes;
 };
 
-/// Bytes of an open file. The file may shrink meanwhile: then reading fails.
+/// Bytes of an open file. The file may shrink meanwhile: then reading fails. Threads: one at a time.
 class FileBytes : public ByteSource
 {
 public:
     FileBytes(Descriptor file, ULONGLONG size) : ByteSource(size), m_file(std::move(file)) {}
 
 private:
+    static constexpr std::size_t kPage = 4096;
+
     bool Copy(ULONGLONG offset, std::span<BYTE> target) const override
     {
-        return pread(m_file.Get(), target.data(), target.size(), static_cast<off_t>(offset)) == static_cast<ssize_t>(target.size());
+        if (target.size() > kPage)
+            return ReadFile(offset, target) == target.size();
+        // Parsers ask for many small pieces that lie close together.
+        if (offset < m_start || offset + target.size() > m_start + m_count) {
+            m_start = offset / kPage * kPage;
+            m_count = ReadFile(m_start, m_pages);
+        }
+        if (offset + target.size() > m_start + m_count)
+            return false;
+        std::memcpy(target.data(), m_pages + (offset - m_start), target.size());
+        return true;
+    }
+
+    std::size_t ReadFile(ULONGLONG offset, std::span<BYTE> target) const
+    {
+        const ssize_t count = pread(m_file.Get(), target.data(), target.size(), static_cast<off_t>(offset));
+        return count > 0 ? static_cast<std::size_t>(count) : 0;
     }
 
     Descriptor m_file;
+    mutable ULONGLONG m_start = 0;
+    mutable std::size_t m_count = 0;
+    mutable BYTE m_pages[2 * kPage];
 };
 
 }  // namespace kelgen::posix
