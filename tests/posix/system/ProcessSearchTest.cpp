@@ -88,17 +88,23 @@ TEST_F(ProcessSearch, GivesTheLastOfThoseOfAName)
 
 TEST_F(ProcessSearch, CallsWhatItCannotLookIntoUnknown)
 {
-    DWORD before = 0;
-    _kelgen::GetProcessIDbyName("unknown", before);
-    const Child ended("/bin/true", {});
-    siginfo_t information;
-    ASSERT_EQ(0, waitid(P_PID, ended.Id(), &information, WEXITED | WNOWAIT)) << "ended, but not gone";
-    DWORD count = 0;
-    const DWORD found = _kelgen::GetProcessIDbyName("Unknown", count);
-    if (!Listed({&ended}).empty()) {
-        EXPECT_EQ(before + 1, count);
-        EXPECT_NE(0u, found);
+    // Others of the system come and go: one undisturbed round is enough.
+    bool isCounted = false;
+    for (int round = 0; round < 100 && !isCounted; ++round) {
+        DWORD with = 0;
+        bool isListed = false;
+        {
+            const Child ended("/bin/true", {});
+            siginfo_t information;
+            ASSERT_EQ(0, waitid(P_PID, ended.Id(), &information, WEXITED | WNOWAIT)) << "ended, but not gone";
+            isListed = !Listed({&ended}).empty();
+            _kelgen::GetProcessIDbyName("Unknown", with);
+        }
+        DWORD without = 0;
+        _kelgen::GetProcessIDbyName("unknown", without);
+        isCounted = !isListed || with == without + 1;
     }
+    EXPECT_TRUE(isCounted);
 }
 
 TEST_F(ProcessSearch, OnPlatformOneLooksForAModuleInUpperCase)
