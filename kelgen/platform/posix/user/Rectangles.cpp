@@ -88,11 +88,13 @@ BOOL SubtractRect(RECT* result, const RECT* left, const RECT* right)
         return FALSE;
     RECT rest = *left;
     RECT shared;
-    if (!IsRectEmpty(left) && IntersectRect(&shared, left, right)) {
-        if (EqualRect(&shared, left)) {
-            SetRectEmpty(result);
-            return FALSE;
-        }
+    if (IntersectRect(&shared, left, right) && EqualRect(&shared, left))
+        rest = RECT{};
+    if (IsRectEmpty(&rest)) {
+        SetRectEmpty(result);
+        return FALSE;
+    }
+    if (!IsRectEmpty(&shared)) {
         // What is left is a rectangle only when a whole side goes.
         if (shared.top == rest.top && shared.bottom == rest.bottom) {
             if (shared.left == rest.left)
@@ -107,5 +109,5 @@ BOOL SubtractRect(RECT* result, const RECT* left, const RECT* right)
         }
     }
     *result = rest;
-    return !IsRectEmpty(&rest);
+    return TRUE;
 }
