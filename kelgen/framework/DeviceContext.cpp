@@ -45,7 +45,7 @@ void CDC::DeleteTempMap()
         maps->contexts.DeleteTemporary();
 }
 
-CPaintDC::CPaintDC(CWnd* pWnd) : m_hWnd(pWnd->GetSafeHwnd())
+CPaintDC::CPaintDC(CWnd* pWnd) : m_hWnd(HandleOf(pWnd))
 {
     if (!Attach(::BeginPaint(m_hWnd, &m_ps)))
         AfxThrowResourceException();
@@ -56,7 +56,7 @@ CPaintDC::~CPaintDC()
     ::EndPaint(m_hWnd, &m_ps);
 }
 
-CClientDC::CClientDC(CWnd* pWnd) : m_hWnd(pWnd->GetSafeHwnd())
+CClientDC::CClientDC(CWnd* pWnd) : m_hWnd(HandleOf(pWnd))
 {
     if (!Attach(::GetDC(m_hWnd)))
         AfxThrowResourceException();

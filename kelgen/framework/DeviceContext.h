@@ -58,3 +58,13 @@ public:
 protected:
     HWND m_hWnd;
 };
+
+namespace kelgen::detail {
+
+/// The object's handle; null for a null object, without a call through it.
+inline HDC HandleOf(const CDC* object)
+{
+    return object ? object->m_hDC : nullptr;
+}
+
+}  // namespace kelgen::detail

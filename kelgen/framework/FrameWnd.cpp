@@ -158,7 +158,7 @@ BOOL CFrameWnd::Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyl
     }
     m_strTitle = lpszWindowName;
     if (CreateEx(dwExStyle, lpszClassName, lpszWindowName, dwStyle, rect.left, rect.top, Extent(rect.left, rect.right),
-                 Extent(rect.top, rect.bottom), pParentWnd->GetSafeHwnd(), menu, pContext))
+                 Extent(rect.top, rect.bottom), kelgen::detail::HandleOf(pParentWnd), menu, pContext))
         return TRUE;
     // The object is gone. A window that came into being took the menu with it, and this then fails.
     if (menu)

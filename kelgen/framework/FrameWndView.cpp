@@ -194,7 +194,7 @@ void CFrameWnd::BeginModalState()
 {
     if (++m_cModalStack > 1)
         return;
-    ForEachOwned(GetTopLevelOwner()->GetSafeHwnd(), true, [this](CWnd& window) {
+    ForEachOwned(kelgen::detail::HandleOf(GetTopLevelOwner()), true, [this](CWnd& window) {
         if (!window.IsWindowEnabled() || window.SendMessage(WM_DISABLEMODAL) != 0)
             return;
         m_disabledForModal.push_back(window.m_hWnd);

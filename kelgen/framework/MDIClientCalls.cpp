@@ -7,7 +7,7 @@ namespace {
 
 WPARAM HandleOf(const CWnd* window)
 {
-    return reinterpret_cast<WPARAM>(window->GetSafeHwnd());
+    return reinterpret_cast<WPARAM>(kelgen::detail::HandleOf(window));
 }
 
 }  // namespace
@@ -57,8 +57,8 @@ void CMDIFrameWnd::MDIPrev()
 
 CMenu* CMDIFrameWnd::MDISetMenu(CMenu* pFrameMenu, CMenu* pWindowMenu)
 {
-    const auto before = ::SendMessageA(m_hWndMDIClient, WM_MDISETMENU, reinterpret_cast<WPARAM>(pFrameMenu->GetSafeHmenu()),
-                                       reinterpret_cast<LPARAM>(pWindowMenu->GetSafeHmenu()));
+    const auto before = ::SendMessageA(m_hWndMDIClient, WM_MDISETMENU, reinterpret_cast<WPARAM>(kelgen::detail::HandleOf(pFrameMenu)),
+                                       reinterpret_cast<LPARAM>(kelgen::detail::HandleOf(pWindowMenu)));
     return CMenu::FromHandle(reinterpret_cast<HMENU>(before));
 }
 

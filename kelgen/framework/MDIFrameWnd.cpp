@@ -61,7 +61,7 @@ BOOL CMDIFrameWnd::CreateClient(LPCREATESTRUCTA lpCreateStruct, CMenu* pWindowMe
 {
     constexpr DWORD kScrollBars = WS_HSCROLL | WS_VSCROLL;
     CLIENTCREATESTRUCT client{};
-    client.hWindowMenu = pWindowMenu->GetSafeHmenu();
+    client.hWindowMenu = kelgen::detail::HandleOf(pWindowMenu);
     client.idFirstChild = AFX_IDM_FIRST_MDICHILD;
     const DWORD scrollBars = static_cast<DWORD>(lpCreateStruct->style) & kScrollBars;
     const DWORD style = WS_VISIBLE | WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS | MDIS_ALLCHILDSTYLES | scrollBars;

@@ -208,12 +208,12 @@ UINT CMenu::GetDefaultItem(UINT gmdiFlags, BOOL fByPos)
 
 BOOL CMenu::TrackPopupMenu(UINT nFlags, int x, int y, CWnd* pWnd, LPCRECT lpRect)
 {
-    const TrackedMenu tracked(pWnd->GetSafeHwnd(), m_hMenu);
-    return ::TrackPopupMenu(m_hMenu, nFlags, x, y, 0, pWnd->GetSafeHwnd(), lpRect);
+    const TrackedMenu tracked(HandleOf(pWnd), m_hMenu);
+    return ::TrackPopupMenu(m_hMenu, nFlags, x, y, 0, HandleOf(pWnd), lpRect);
 }
 
 BOOL CMenu::TrackPopupMenuEx(UINT fuFlags, int x, int y, CWnd* pWnd, LPTPMPARAMS lptpm)
 {
-    const TrackedMenu tracked(pWnd->GetSafeHwnd(), m_hMenu);
-    return ::TrackPopupMenuEx(m_hMenu, fuFlags, x, y, pWnd->GetSafeHwnd(), lptpm);
+    const TrackedMenu tracked(HandleOf(pWnd), m_hMenu);
+    return ::TrackPopupMenuEx(m_hMenu, fuFlags, x, y, HandleOf(pWnd), lptpm);
 }

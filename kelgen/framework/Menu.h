@@ -72,3 +72,13 @@ public:
 
     HMENU m_hMenu = nullptr;
 };
+
+namespace kelgen::detail {
+
+/// The object's handle; null for a null object, without a call through it.
+inline HMENU HandleOf(const CMenu* object)
+{
+    return object ? object->m_hMenu : nullptr;
+}
+
+}  // namespace kelgen::detail

@@ -56,7 +56,7 @@ BOOL IsIdle(const MSG& message)
 
 void UpdateCommands(CWnd* window)
 {
-    const HWND handle = window->GetSafeHwnd();
+    const HWND handle = HandleOf(window);
     if (!::IsWindowVisible(handle))
         return;
     AfxCallWndProc(window, handle, WM_IDLEUPDATECMDUI, TRUE, 0);
@@ -168,7 +168,7 @@ BOOL CWinThread::PreTranslateMessage(MSG* message)
 {
     if (!message->hwnd && DispatchThreadMessageEx(message))
         return TRUE;
-    if (CWnd::WalkPreTranslateTree(AfxGetMainWnd()->GetSafeHwnd(), message))
+    if (CWnd::WalkPreTranslateTree(HandleOf(AfxGetMainWnd()), message))
         return TRUE;
     CWnd* const mainWindow = AfxGetMainWnd();
     if (!mainWindow || !message->hwnd)

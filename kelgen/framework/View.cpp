@@ -94,7 +94,7 @@ void CView::OnActivateView(BOOL bActivate, CView*, CView*)
         return;
     const CWnd* const top = GetTopLevelParent();
     const HWND foreground = ::GetForegroundWindow();
-    if (foreground && foreground == ::GetLastActivePopup(top->GetSafeHwnd()))
+    if (foreground && foreground == ::GetLastActivePopup(kelgen::detail::HandleOf(top)))
         SetFocus();
 }
 

@@ -123,7 +123,7 @@ BOOL CWnd::SubclassWindow(HWND hWnd)
 
 BOOL CWnd::SubclassDlgItem(UINT nID, CWnd* pParent)
 {
-    return SubclassWindow(::GetDlgItem(pParent->GetSafeHwnd(), static_cast<int>(nID)));
+    return SubclassWindow(::GetDlgItem(HandleOf(pParent), static_cast<int>(nID)));
 }
 
 HWND CWnd::UnsubclassWindow()

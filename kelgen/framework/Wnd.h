@@ -142,7 +142,7 @@ public:
     static BOOL ModifyStyleEx(HWND hWnd, DWORD dwRemove, DWORD dwAdd, UINT nFlags);
     CWnd* GetOwner() const;
     /// The window that takes this one's notifications instead of its parent.
-    void SetOwner(CWnd* pOwnerWnd) { m_hWndOwner = pOwnerWnd->GetSafeHwnd(); }
+    void SetOwner(CWnd* pOwnerWnd) { m_hWndOwner = pOwnerWnd ? pOwnerWnd->m_hWnd : nullptr; }
     void GetWindowText(CString& rString) const;
     int GetWindowText(LPSTR lpszStringBuf, int nMaxCount) const;
     int GetWindowTextLength() const;
@@ -441,3 +441,13 @@ private:
 
     friend struct kelgen::detail::WindowCall;
 };
+
+namespace kelgen::detail {
+
+/// The object's handle; null for a null object, without a call through it.
+inline HWND HandleOf(const CWnd* object)
+{
+    return object ? object->m_hWnd : nullptr;
+}
+
+}  // namespace kelgen::detail

@@ -65,7 +65,7 @@ void CWnd::EndModalLoop(int nResult)
 
 HWND CWnd::GetSafeOwner_(HWND hParent, HWND* pWndTop)
 {
-    HWND owner = hParent ? hParent : AfxGetMainWnd()->GetSafeHwnd();
+    HWND owner = hParent ? hParent : kelgen::detail::HandleOf(AfxGetMainWnd());
     while (owner && (::GetWindowLongPtrA(owner, GWL_STYLE) & WS_CHILD))
         owner = ::GetParent(owner);
     HWND top = owner;
@@ -83,7 +83,7 @@ HWND CWnd::GetSafeOwner_(HWND hParent, HWND* pWndTop)
 
 CWnd* CWnd::GetSafeOwner(CWnd* pParent, HWND* pWndTop)
 {
-    return FromHandle(GetSafeOwner_(pParent->GetSafeHwnd(), pWndTop));
+    return FromHandle(GetSafeOwner_(kelgen::detail::HandleOf(pParent), pWndTop));
 }
 
 CWnd* AfxGetMainWnd()

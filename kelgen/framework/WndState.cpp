@@ -188,7 +188,7 @@ void CWnd::MoveWindow(LPCRECT lpRect, BOOL bRepaint)
 
 BOOL CWnd::SetWindowPos(const CWnd* pWndInsertAfter, int x, int y, int cx, int cy, UINT nFlags)
 {
-    return ::SetWindowPos(m_hWnd, pWndInsertAfter->GetSafeHwnd(), x, y, cx, cy, nFlags);
+    return ::SetWindowPos(m_hWnd, kelgen::detail::HandleOf(pWndInsertAfter), x, y, cx, cy, nFlags);
 }
 
 void CWnd::BringWindowToTop()
@@ -228,18 +228,18 @@ void CWnd::ScreenToClient(LPRECT lpRect) const
 
 void CWnd::MapWindowPoints(CWnd* pwndTo, LPPOINT lpPoint, UINT nCount) const
 {
-    ::MapWindowPoints(m_hWnd, pwndTo->GetSafeHwnd(), lpPoint, nCount);
+    ::MapWindowPoints(m_hWnd, kelgen::detail::HandleOf(pwndTo), lpPoint, nCount);
 }
 
 void CWnd::MapWindowPoints(CWnd* pwndTo, LPRECT lpRect) const
 {
-    ::MapWindowPoints(m_hWnd, pwndTo->GetSafeHwnd(), reinterpret_cast<LPPOINT>(lpRect), 2);
+    ::MapWindowPoints(m_hWnd, kelgen::detail::HandleOf(pwndTo), reinterpret_cast<LPPOINT>(lpRect), 2);
 }
 
 void CWnd::CenterWindow(CWnd* pAlternateWnd)
 {
     const bool child = (GetStyle() & WS_CHILD) != 0;
-    HWND center = pAlternateWnd->GetSafeHwnd();
+    HWND center = kelgen::detail::HandleOf(pAlternateWnd);
     if (!center)
         center = child ? ::GetParent(m_hWnd) : ::GetWindow(m_hWnd, GW_OWNER);
     if (center && !child) {
@@ -287,7 +287,7 @@ CDC* CWnd::GetDC()
 
 int CWnd::ReleaseDC(CDC* pDC)
 {
-    return ::ReleaseDC(m_hWnd, pDC->GetSafeHdc());
+    return ::ReleaseDC(m_hWnd, kelgen::detail::HandleOf(pDC));
 }
 
 void CWnd::UpdateWindow()
@@ -317,7 +317,7 @@ CMenu* CWnd::GetMenu() const
 
 BOOL CWnd::SetMenu(CMenu* pMenu)
 {
-    return ::SetMenu(m_hWnd, pMenu->GetSafeHmenu());
+    return ::SetMenu(m_hWnd, kelgen::detail::HandleOf(pMenu));
 }
 
 void CWnd::DrawMenuBar()
