@@ -20,10 +20,6 @@ class First : public CBaseComparable
 {
 };
 
-class Second : public CBaseComparable
-{
-};
-
 struct Id : CBaseId
 {
     using CBaseId::m_id;
@@ -33,6 +29,13 @@ struct Id : CBaseId
         m_seed = seed;
     }
 };
+
+/// A name that no identifier had yet; later ones come later in the order.
+std::string FreshName()
+{
+    static int count = 1000;
+    return "Test." + std::to_string(++count);
+}
 
 /// The low byte of the identifier's number.
 int CountOf(const CBaseId& id)
@@ -57,18 +60,6 @@ std::string Operators(const LEFT& a, const RIGHT& b)
 
 }  // namespace
 
-TEST(BaseComparable, OrdersByNameOfTheClass)
-{
-    const First first;
-    const First other;
-    const Second second;
-    EXPECT_EQ("==<=>=", Operators(first, other));
-    const bool before = std::strcmp(typeid(First).name(), typeid(Second).name()) < 0;
-    EXPECT_EQ(before ? "!=<<=" : "!=>>=", Operators(first, second));
-    EXPECT_EQ(before ? -1 : 1, first.Compare(second));
-    EXPECT_EQ(before ? 1 : -1, second.Compare(first));
-}
-
 TEST(BaseComparable, IsNeverEqualToWhatHasNoOrder)
 {
     const CBaseComparableEq plain;
@@ -82,33 +73,33 @@ TEST(BaseComparable, IsNeverEqualToWhatHasNoOrder)
     EXPECT_FALSE(plain != otherPlain);
 }
 
-TEST(BaseComparable, TextsCompareByTextWithEachOtherOnly)
+TEST(BaseComparable, OrdersByNameOfTheClassAndTextsOfEachOtherByText)
 {
-    CStr a;
+    CStr a, b, upper;
     a = CString("a");
-    CStr b;
     b = CString("b");
-    CStr upper(a);
-    upper.MakeUpper();
+    upper = CString("A");
     EXPECT_EQ("!=<<=", Operators(a, b));
     EXPECT_EQ("!=>>=", Operators(a, upper));
     EXPECT_EQ("==<=>=", Operators(a, CStr(a)));
+    const CBaseComparable& comparable = a;
+    EXPECT_TRUE(comparable < b);
 
-    const First first;
+    const First first, other;
+    EXPECT_EQ("==<=>=", Operators(first, other));
     const bool before = std::strcmp(typeid(CStr).name(), typeid(First).name()) < 0;
     EXPECT_EQ(before ? -1 : 1, a.Compare(first));
     EXPECT_EQ(before ? 1 : -1, first.Compare(b));
-    const CBaseComparable& comparable = a;
-    EXPECT_TRUE(comparable < b);
 }
 
 TEST(BaseIdentifiable, NumbersCountPerName)
 {
-    Identified a1("Test.Counting.A");
-    Identified a2("Test.Counting.A");
-    Identified b1("Test.Counting.B");
+    const std::string nameA = FreshName(), nameB = FreshName();
+    Identified a1(nameA.c_str());
+    Identified a2(nameA.c_str());
+    Identified b1(nameB.c_str());
     EXPECT_FALSE(a1 == a2);
-    EXPECT_FALSE(a1 == b1);
+    EXPECT_EQ("!=<<=", Operators(a1.GetId(), b1.GetId())) << "equal numbers compare by name";
     EXPECT_EQ(1, CountOf(*a1.GetPtrId()));
     EXPECT_EQ(2, CountOf(*a2.GetPtrId()));
     EXPECT_EQ(1, CountOf(*b1.GetPtrId()));
@@ -121,22 +112,16 @@ TEST(BaseIdentifiable, NumbersCountPerName)
     EXPECT_EQ(a1.GetSeed(), b1.GetSeed());
     const auto* const name = dynamic_cast<const CStr*>(a1.GetSeed());
     ASSERT_NE(nullptr, name);
-    EXPECT_STREQ("Test.Counting.A", name->GetString());
-}
-
-TEST(BaseIdentifiable, EqualNumbersCompareByName)
-{
-    const Identified b("Test.Names.B");
-    const Identified a("Test.Names.A");
-    EXPECT_EQ("!=<<=", Operators(a.GetId(), b.GetId()));
+    EXPECT_EQ(nameA, name->GetString());
 }
 
 TEST(BaseIdentifiable, TheFirstNumberWithACarryComesBeforeAllSmallerOnes)
 {
-    const Identified first("Test.Carry");
+    const std::string name = FreshName();
+    const Identified first(name.c_str());
     CBaseId last;
     for (int i = 0; i < 255; ++i)
-        last = Identified("Test.Carry").GetId();
+        last = Identified(name.c_str()).GetId();
     const auto* const bytes = static_cast<const Id&>(last).m_id;
     EXPECT_EQ(0, bytes[0]);
     EXPECT_EQ(1, bytes[1]);
@@ -157,13 +142,17 @@ TEST(BaseId, CountsFrom128BitsToNothing)
     std::memset(seed.m_id, 0xFF, sizeof(seed.m_id));
     id.New(seed);
     EXPECT_TRUE(id.IsNull());
+    EXPECT_TRUE(CBaseId().IsNull());
+    id.New(seed);
+    EXPECT_FALSE(id.IsNull());
+    EXPECT_FALSE(id == seed) << "of another class";
+    EXPECT_EQ(nullptr, id.GetSeed());
 }
 
 TEST(BaseId, OrdersByBytesThenBySeed)
 {
-    CStr nameA;
+    CStr nameA, nameB;
     nameA = CString("A");
-    CStr nameB;
     nameB = CString("B");
     unsigned char zero[16] = {};
     unsigned char one[16] = {1};
@@ -192,19 +181,6 @@ TEST(BaseId, OrdersByBytesThenBySeed)
         EXPECT_EQ(row.order, left.Compare(right)) << row.name;
         EXPECT_EQ(-row.order, right.Compare(left)) << row.name;
     }
-}
-
-TEST(BaseId, FreshObjectsOfEveryClassAreNull)
-{
-    CBaseIdSeed seed;
-    EXPECT_TRUE(CBaseId().IsNull());
-    EXPECT_TRUE(CBaseIdBase().IsNull());
-    EXPECT_TRUE(seed.IsNull());
-    const CBaseId id(seed);
-    EXPECT_FALSE(id.IsNull());
-    EXPECT_FALSE(seed.IsNull());
-    EXPECT_FALSE(id == seed) << "of another class";
-    EXPECT_EQ(nullptr, id.GetSeed());
 }
 
 TEST(BaseIdArray, FindsAndSortsIdentifiers)

@@ -1,10 +1,18 @@
-// MemoryStorageTest.cpp: growth, pointers that follow, ownership and the lock.
-#include <kelgen/persistence/MemoryStorage.h>
+// MemoryStorageTest.cpp: growth, pointers that follow, ownership, the lock, and whole files, good, short and too large.
+#include <kelgen/containers/MemoryStorage.h>
 
+#include <kelgen/framework/Archive.h>
+#include <kelgen/framework/File.h>
+
+#include "framework/Thrown.h"
+
+#include <algorithm>
 #include <atomic>
 #include <cstdlib>
 #include <cstring>
 #include <thread>
+
+using kelgen::test::Thrown;
 
 namespace {
 
@@ -28,17 +36,30 @@ std::string Bytes(const CMemoryStorage& storage)
     return block ? std::string(block, block + storage.GetStorageSize()) : std::string();
 }
 
-template <class Action>
-bool ThrowsMemoryException(const Action& action)
+/// A file of a given length that serves the same byte throughout, or fails.
+class LengthFile : public CFile
 {
-    try {
-        action();
-    } catch (CMemoryException* error) {
-        error->Delete();
-        return true;
+public:
+    ULONGLONG length = 0;
+    UINT readable = 0;
+    UINT asked = 0;
+    bool sought = false;
+
+    ULONGLONG GetLength() const override { return length; }
+    ULONGLONG Seek(LONGLONG offset, UINT from) override
+    {
+        sought = offset == 0 && from == CFile::begin;
+        return 0;
     }
-    return false;
-}
+    UINT Read(void* buffer, UINT count) override
+    {
+        asked = count;
+        std::memset(buffer, 'r', std::min(count, readable));
+        if (count > readable)
+            throw new CFileException(CFileException::hardIO);
+        return count;
+    }
+};
 
 }  // namespace
 
@@ -66,9 +87,9 @@ TEST(MemoryStorage, SizesThatNoBlockHoldsChangeNothing)
 {
     Storage storage(nullptr);
     Fill(storage, "abc");
-    EXPECT_TRUE(ThrowsMemoryException([&] { storage.Allocate(0xFFFFFFFF); }));
-    EXPECT_TRUE(ThrowsMemoryException([&] { storage.AllocateAddUp(0xFFFFFFFF); }));
-    EXPECT_TRUE(ThrowsMemoryException([&] { storage.SetDataAndSize(nullptr, -1); }));
+    EXPECT_EQ("CMemoryException", Thrown([&] { storage.Allocate(0xFFFFFFFF); }));
+    EXPECT_EQ("CMemoryException", Thrown([&] { storage.AllocateAddUp(0xFFFFFFFF); }));
+    EXPECT_EQ("CMemoryException", Thrown([&] { storage.SetDataAndSize(nullptr, -1); }));
     EXPECT_EQ("abc", Bytes(storage));
     EXPECT_EQ(515u, storage.m_capacity);
 }
@@ -81,7 +102,7 @@ TEST(MemoryStorage, IsClosedWhileEnforcedAndNotLocked)
     storage.m_lockEnforced = true;
     EXPECT_FALSE(storage.IsEnabled());
     EXPECT_EQ(nullptr, storage.GetAllocation());
-    EXPECT_TRUE(ThrowsMemoryException([&] { storage.Allocate(1); }));
+    EXPECT_EQ("CMemoryException", Thrown([&] { storage.Allocate(1); }));
     storage.Lock();
     EXPECT_FALSE(storage.IsEnabled()) << "locking does not open it";
     storage.Unlock();
@@ -93,35 +114,24 @@ TEST(MemoryStorage, IsClosedWhileEnforcedAndNotLocked)
     EXPECT_EQ("abc", Bytes(storage));
 }
 
-TEST(MemoryStorage, CopiesBytesAlsoOfItself)
+TEST(MemoryStorage, CopiesAndComparesBytes)
 {
     char bytes[] = "abcdef";
-    CMemoryStorage storage(nullptr, bytes, 6);
-    storage.SetDataAndSize(storage.GetAllocation() + 2, 3);
-    EXPECT_EQ("cde", Bytes(storage));
-    storage = *&storage;
-    EXPECT_EQ("cde", Bytes(storage));
-    CMemoryStorage copy(nullptr);
-    copy = storage;
-    storage.GetAllocation()[0] = 'X';
-    EXPECT_EQ("cde", Bytes(copy));
-}
-
-TEST(MemoryStorage, ComparesSizesThenBytes)
-{
-    CMemoryStorage left(nullptr);
+    CMemoryStorage left(nullptr, bytes, 6);
     CMemoryStorage right(nullptr);
-    EXPECT_TRUE(left == right);
-    left.Allocate(10);
-    left.Allocate(0);
-    EXPECT_TRUE(left == right) << "empty with and without a block";
-    Fill(left, "abc");
     EXPECT_FALSE(left == right);
-    Fill(right, "abd");
-    EXPECT_FALSE(left == right);
-    right.GetAllocation()[2] = 'c';
+    left.SetDataAndSize(left.GetAllocation() + 2, 3);
+    left = *&left;
+    EXPECT_EQ("cde", Bytes(left)) << "of itself";
+    right = left;
     EXPECT_TRUE(left == right);
     EXPECT_TRUE(left == left);
+    right.GetAllocation()[2] = 'X';
+    EXPECT_EQ("cde", Bytes(left));
+    EXPECT_FALSE(left == right);
+    left.Allocate(0);
+    CMemoryStorage fresh(nullptr);
+    EXPECT_TRUE(left == fresh) << "empty with and without a block";
 }
 
 TEST(MemoryStorage, ComparisonWaitsForTheOthersLock)
@@ -182,7 +192,6 @@ TEST(MemoryStorageContainer, WithoutAStorage)
     EXPECT_FALSE(container.Lock());
     EXPECT_FALSE(container.Unlock());
     container.Allocate(2);
-    EXPECT_TRUE(container.IsValid());
     EXPECT_TRUE(container.Lock());
     EXPECT_TRUE(container.Unlock());
 }
@@ -234,4 +243,68 @@ TEST(MemoryStorageContainer, AssignmentCopiesAndForgetsPointers)
     target = none;
     EXPECT_FALSE(target.IsValid());
     delete previous;
+}
+
+TEST(MemoryStorageLoad, LoadsTheWholeFileFromItsBeginning)
+{
+    LengthFile file;
+    file.length = file.readable = 5;
+    CArchive archive(&file, CArchive::load);
+    Storage storage(nullptr);
+    storage.m_lockEnforced = true;
+    storage.FullLoad(archive);
+    EXPECT_FALSE(file.sought) << "a closed storage reads nothing";
+    storage.m_lockEnforced = false;
+    storage.FullLoad(archive);
+    EXPECT_TRUE(file.sought);
+    EXPECT_EQ("rrrrr", Bytes(storage));
+    file.readable = 2;
+    file.length = 3;
+    storage.FullLoad(archive);
+    EXPECT_EQ("rrr", Bytes(storage)) << "the error is swallowed, what was there stays";
+}
+
+TEST(MemoryStorageLoad, RefusesFilesBeyondTwoGigabytes)
+{
+    LengthFile file;
+    CArchive archive(&file, CArchive::load);
+    CMemoryStorage storage(nullptr);
+    file.length = 0x80000000;
+    const char* text = "";
+    try {
+        storage.FullLoad(archive);
+    } catch (char* thrown) {
+        text = thrown;
+    }
+    EXPECT_STREQ("File farly too large to be stored entirely in 32-bit memory.", text);
+    EXPECT_FALSE(file.sought);
+
+    file.length = 0x7FFFFFFF;
+    try {
+        storage.FullLoad(archive);
+        EXPECT_EQ(0x7FFFFFFFu, file.asked);
+    } catch (CMemoryException* error) {
+        error->Delete();
+    }
+    EXPECT_TRUE(file.sought);
+}
+
+TEST(MemoryStorageLoad, AddUpReachesOnlyStoragesThatAllocateMakes)
+{
+    const auto capacity = [](CMemoryStorageContainer& container) {
+        return container.GetMemoryStorage()->*(&Storage::m_capacity);
+    };
+    CMemoryStorageContainer allocated(100);
+    allocated.Allocate(1);
+    EXPECT_EQ(101u, capacity(allocated));
+    LengthFile file;
+    file.length = file.readable = 1;
+    CArchive archive(&file, CArchive::load);
+    CMemoryStorageContainer loaded(100);
+    loaded.FullLoad(archive);
+    EXPECT_EQ(513u, capacity(loaded));
+    EXPECT_EQ(1u, loaded.GetStorageSize_());
+    CMemoryStorageContainer copied(100);
+    copied = allocated;
+    EXPECT_EQ(513u, capacity(copied));
 }

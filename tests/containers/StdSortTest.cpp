@@ -80,15 +80,12 @@ TEST(StdSort, QuickSortSortsAndTheReportsKeepAnotherArrayInStep)
     }
 }
 
-TEST(StdSort, DWordCompareIsUnsigned)
+TEST(StdSort, DoubleWordsAreUnsignedAndBubbleSortIsSigned)
 {
     EXPECT_EQ(1, CStdSort::DWordCompare(0x80000000u, 1));
     EXPECT_EQ(-1, CStdSort::DWordCompare(1, 0xFFFFFFFFu));
     EXPECT_EQ(0, CStdSort::DWordCompare(7, 7));
-}
 
-TEST(StdSort, BubbleSortIsSigned)
-{
     int values[] = {3, -1, 2, -7};
     CStdSort::BubbleSort(values, 3);
     EXPECT_EQ(Ints({-1, 2, 3, -7}), Ints(values, values + 4));

@@ -1,7 +1,6 @@
 // InternationalTest.cpp: what each conversion counts, reports and leaves, on good and broken input of several pages.
 #include <kelgen/text/International.h>
 
-#include "support/Random.h"
 #include "text/Units.h"
 
 #include <climits>
@@ -20,15 +19,6 @@ std::string Bytes(const CMemoryStorage& storage)
 std::string Bytes(const CString& text)
 {
     return std::string(static_cast<LPCSTR>(text), static_cast<std::size_t>(text.GetLength()));
-}
-
-/// Converts through the platform, from the OEM page to @p page.
-std::string FromOem(UINT page, const std::string& text)
-{
-    WCHAR units[64];
-    const int count = MultiByteToWideChar(GetOEMCP(), 0, text.data(), static_cast<int>(text.size()), units, 64);
-    char bytes[128];
-    return std::string(bytes, static_cast<std::size_t>(WideCharToMultiByte(page, 0, units, count, bytes, 128, nullptr, nullptr)));
 }
 
 struct Scratch : CInternational
@@ -226,28 +216,6 @@ TEST(International, ScratchGrowsOnly)
     EXPECT_EQ(std::u16string(20000, u'\x00E9'), Units(text));
 }
 
-TEST(International, TextOfTheOemPageIsTheConvertersOwn)
-{
-    Random random;
-    for (int round = 0; round < 2000; ++round) {
-        std::string bytes;
-        for (int i = random.Between(1, 40); i > 0; --i)
-            bytes += static_cast<char>(random.Between(1, 255));
-        const int length = static_cast<int>(bytes.size());
-        std::string latin1(bytes.size() + 1, '#');
-        ASSERT_TRUE(CInternational::StringToLatin1(latin1.data(), length, bytes.c_str()));
-        ASSERT_EQ(FromOem(1252, bytes) + '\0', latin1);
-        ASSERT_EQ(static_cast<int>(FromOem(932, bytes).size()) + 1, CInternational::StringToShiftJisCount(bytes.c_str()));
-        CWStr text;
-        text.SetOEM(bytes.c_str());
-        ASSERT_EQ(length, text.GetLength());
-        ASSERT_EQ(2 * length <= 8 ? 8 : 2 * length <= 64 ? 64 : 128, text.GetAllocLength()) << "twice the length is reserved";
-        CString back;
-        ASSERT_TRUE(CInternational::UnicodeToOEM(back, text));
-        ASSERT_EQ(bytes, Bytes(back));
-    }
-}
-
 TEST(WStrCodePage, ResourceTextsFollowTheCodePage)
 {
     CWStr text(u"before"_w);
@@ -266,8 +234,9 @@ TEST(WStrCodePage, ResourceTextsFollowTheCodePage)
     text.SetRes("");
     text.SetOEM("");
     EXPECT_EQ(BlockOf(AfxGetEmptyWStr()), BlockOf(text));
-    text.SetOEM("\x82");
-    EXPECT_EQ(u"\x00E9", Units(text));
+    text.SetOEM("\x82 is one of 33 characters, or 66.");
+    EXPECT_EQ(u"\x00E9 is one of 33 characters, or 66.", Units(text));
+    EXPECT_EQ(128, text.GetAllocLength()) << "twice the length is reserved";
     text.SetOEM(nullptr);
     EXPECT_EQ(u"", Units(text));
     EXPECT_TRUE(text.Copy("xyz", 2));

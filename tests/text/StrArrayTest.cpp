@@ -202,21 +202,10 @@ TEST(StrArray, ExtractsPrefixes)
 
 TEST(StrArray, SortComparesInTheOrderOfTheContract)
 {
-    struct
-    {
-        Texts before;
-        Pairs order;
-    } const rows[] = {
-        {{"a"}, {}},
-        {{"b", "c", "a"}, {{"b", "a"}, {"a", "b"}, {"c", "b"}, {"b", "c"}}},
-        {{"b", "a", "d", "c"}, {{"b", "c"}, {"b", "d"}, {"b", "a"}, {"a", "b"}, {"d", "c"}, {"c", "d"}}},
-    };
-    for (const auto& row : rows) {
-        CStrArray array = ArrayOf(row.before);
-        comparisons.clear();
-        array.Sort(Recorded);
-        EXPECT_EQ(row.order, comparisons) << testing::PrintToString(row.before);
-    }
+    CStrArray array(4, "b", "a", "d", "c");
+    comparisons.clear();
+    array.Sort(Recorded);
+    EXPECT_EQ((Pairs{{"b", "c"}, {"b", "d"}, {"b", "a"}, {"a", "b"}, {"d", "c"}, {"c", "d"}}), comparisons);
 }
 
 TEST(StrArray, SortKeepsLockedBuffersInPlace)

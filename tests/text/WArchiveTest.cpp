@@ -226,7 +226,8 @@ TEST(WArchiveLine, LinesOfEveryLengthMatchTheModel)
         }
         source += std::u16string(static_cast<std::size_t>(random.Between(0, 260)), u'z');
         // Half a unit at the end is none.
-        Loading loading(BytesOf(source) + std::string(static_cast<std::size_t>(round % 2), '!'), 128 + 2 * random.Between(0, 100) + random.Between(0, 1));
+        const std::string half(static_cast<std::size_t>(round % 2), '!');
+        Loading loading(BytesOf(source) + half, 128 + 2 * random.Between(0, 100) + random.Between(0, 1));
         std::size_t at = 0;
         for (int i = 0; i < 20; ++i) {
             const LineRead expected = ModelLine(source, at);

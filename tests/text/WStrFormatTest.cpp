@@ -115,7 +115,8 @@ TEST(WStrFormat, TextFollowsTheRuntime)
     EXPECT_EQ(u"", Formatted(u""));
     EXPECT_EQ(u"a text|", Formatted(u"%.*s|", -1, u"a text"_w));
     EXPECT_EQ(u"y5", Formatted(u"%y%d", 5));
-    EXPECT_EQ(u"71.500000E+000 1099511627776 3 w 0x1.0000000000000p+0 end", Formatted(u"%d%E %lld %I32d %ws %a %s", 7, 1.5, 1LL << 40, 3, u"w"_w, 1.0, u"end"_w));
+    EXPECT_EQ(u"71.500000E+000 1099511627776 3 w 0x1.0000000000000p+0 end",
+              Formatted(u"%d%E %lld %I32d %ws %a %s", 7, 1.5, 1LL << 40, 3, u"w"_w, 1.0, u"end"_w));
 
     CWStr text(u"old"_w);
     text.Format(kNoText);
