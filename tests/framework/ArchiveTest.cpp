@@ -9,12 +9,10 @@
 #include "framework/Stored.h"
 #include "framework/Thrown.h"
 #include "support/Random.h"
-#include "support/Rows.h"
 
 #include <functional>
 #include <set>
 
-using kelgen::test::RowName;
 using kelgen::test::Stored;
 using kelgen::test::Thrown;
 using namespace std::string_literals;
@@ -76,43 +74,31 @@ IMPLEMENT_SERIAL(CTestNode, CObject, 3 | VERSIONABLE_SCHEMA)
 IMPLEMENT_SERIAL(CTestLeaf, CTestNode, 1)
 IMPLEMENT_DYNCREATE(CTestUnstored, CObject)
 
-struct BytesRow
+TEST(Archive, StoresTheForm)
 {
-    const char* name;
-    std::function<void(CArchive&)> store;
-    std::string bytes;
-};
-
-class ArchiveBytes : public testing::TestWithParam<BytesRow> {};
-
-TEST_P(ArchiveBytes, AreTheForm)
-{
-    EXPECT_EQ(GetParam().bytes, Stored(GetParam().store));
+    EXPECT_EQ("\x12", Stored([](CArchive& a) { a << BYTE{0x12}; }));
+    EXPECT_EQ("x", Stored([](CArchive& a) { a << 'x'; }));
+    EXPECT_EQ("\x01\0"s, Stored([](CArchive& a) { a << true << false; }));
+    EXPECT_EQ("\x34\x12", Stored([](CArchive& a) { a << WORD{0x1234}; }));
+    EXPECT_EQ("\xFE\xFF", Stored([](CArchive& a) { a << short{-2}; }));
+    EXPECT_EQ("\x78\x56\x34\x12", Stored([](CArchive& a) { a << 0x12345678; }));
+    EXPECT_EQ("\xFE\xFF\xFF\xFF", Stored([](CArchive& a) { a << DWORD{0xFFFFFFFE}; }));
+    EXPECT_EQ("\xFE\xFF\xFF\xFF", Stored([](CArchive& a) { a << LONG{-2}; }));
+    EXPECT_EQ("\xF0\xDE\xBC\x9A\x78\x56\x34\x12", Stored([](CArchive& a) { a << LONGLONG{0x123456789ABCDEF0}; }));
+    EXPECT_EQ("\0\0\x80\x3F"s, Stored([](CArchive& a) { a << 1.0f; }));
+    EXPECT_EQ("\0\0\0\0\0\0\xF0\x3F"s, Stored([](CArchive& a) { a << 1.0; }));
+    EXPECT_EQ("\0"s, Stored([](CArchive& a) { a << CString(); }));
+    EXPECT_EQ("\xFE" + std::string(254, 'x'), Stored([](CArchive& a) { a << CString('x', 254); }));
+    EXPECT_EQ("\xFF\xFF\0"s + std::string(255, 'x'), Stored([](CArchive& a) { a << CString('x', 255); }));
+    EXPECT_EQ("\xFF\xFD\xFF" + std::string(65533, 'x'), Stored([](CArchive& a) { a << CString('x', 65533); }));
+    EXPECT_EQ("\xFF\xFF\xFF\xFE\xFF\0\0"s + std::string(65534, 'x'), Stored([](CArchive& a) { a << CString('x', 65534); }));
+    EXPECT_EQ("\x03" "a\0b"s, Stored([](CArchive& a) { a << CString("a\0b", 3); }));
+    EXPECT_EQ("\xFE\xFF", Stored([](CArchive& a) { a.WriteCount(0xFFFE); }));
+    EXPECT_EQ("\xFF\xFF\xFF\xFF\0\0"s, Stored([](CArchive& a) { a.WriteCount(0xFFFF); }));
+    EXPECT_EQ("\x02\0\x01\0\x02\0"s, Stored([](CArchive& a) { CWordArray words; words.Add(1); words.Add(2); words.Serialize(a); }));
+    EXPECT_EQ("\x02\0\x01" "a\0"s, Stored([](CArchive& a) { CStringArray texts; texts.Add("a"); texts.Add(""); texts.Serialize(a); }));
+    EXPECT_EQ("\0\0"s, Stored([](CArchive& a) { a << static_cast<CObject*>(nullptr); }));
 }
-
-INSTANTIATE_TEST_SUITE_P(, ArchiveBytes, testing::Values(
-    BytesRow{"Byte", [](CArchive& a) { a << BYTE{0x12}; }, "\x12"},
-    BytesRow{"Char", [](CArchive& a) { a << 'x'; }, "x"},
-    BytesRow{"Bool", [](CArchive& a) { a << true << false; }, "\x01\0"s},
-    BytesRow{"Word", [](CArchive& a) { a << WORD{0x1234}; }, "\x34\x12"},
-    BytesRow{"Short", [](CArchive& a) { a << short{-2}; }, "\xFE\xFF"},
-    BytesRow{"Int", [](CArchive& a) { a << 0x12345678; }, "\x78\x56\x34\x12"},
-    BytesRow{"Dword", [](CArchive& a) { a << DWORD{0xFFFFFFFE}; }, "\xFE\xFF\xFF\xFF"},
-    BytesRow{"Long", [](CArchive& a) { a << LONG{-2}; }, "\xFE\xFF\xFF\xFF"},
-    BytesRow{"LongLong", [](CArchive& a) { a << LONGLONG{0x123456789ABCDEF0}; }, "\xF0\xDE\xBC\x9A\x78\x56\x34\x12"},
-    BytesRow{"Float", [](CArchive& a) { a << 1.0f; }, "\0\0\x80\x3F"s},
-    BytesRow{"Double", [](CArchive& a) { a << 1.0; }, "\0\0\0\0\0\0\xF0\x3F"s},
-    BytesRow{"EmptyText", [](CArchive& a) { a << CString(); }, "\0"s},
-    BytesRow{"ShortText", [](CArchive& a) { a << CString('x', 254); }, "\xFE" + std::string(254, 'x')},
-    BytesRow{"WordText", [](CArchive& a) { a << CString('x', 255); }, "\xFF\xFF\0"s + std::string(255, 'x')},
-    BytesRow{"LongestWordText", [](CArchive& a) { a << CString('x', 65533); }, "\xFF\xFD\xFF" + std::string(65533, 'x')},
-    BytesRow{"LongText", [](CArchive& a) { a << CString('x', 65534); }, "\xFF\xFF\xFF\xFE\xFF\0\0"s + std::string(65534, 'x')},
-    BytesRow{"TextWithZeros", [](CArchive& a) { a << CString("a\0b", 3); }, "\x03" "a\0b"s},
-    BytesRow{"Count", [](CArchive& a) { a.WriteCount(0xFFFE); }, "\xFE\xFF"},
-    BytesRow{"LargeCount", [](CArchive& a) { a.WriteCount(0xFFFF); }, "\xFF\xFF\xFF\xFF\0\0"s},
-    BytesRow{"Words", [](CArchive& a) { CWordArray words; words.Add(1); words.Add(2); words.Serialize(a); }, "\x02\0\x01\0\x02\0"s},
-    BytesRow{"Texts", [](CArchive& a) { CStringArray texts; texts.Add("a"); texts.Add(""); texts.Serialize(a); }, "\x02\0\x01" "a\0"s},
-    BytesRow{"NullObject", [](CArchive& a) { a << static_cast<CObject*>(nullptr); }, "\0\0"s}), RowName);
 
 TEST(Archive, ObjectsAndClassesAreStoredOnce)
 {
@@ -359,22 +345,6 @@ TEST(Archive, UseAgainstTheDirectionThrows)
     EXPECT_EQ("CInvalidArgException", Thrown([] { CArchive(nullptr, CArchive::load); }));
 }
 
-struct DamagedRow
-{
-    const char* name;
-    std::string bytes;
-    std::function<void(CArchive&)> load;
-    int cause;
-};
-
-class ArchiveDamaged : public testing::TestWithParam<DamagedRow> {};
-
-TEST_P(ArchiveDamaged, ThrowsItsCauseAndLeavesNothingBehind)
-{
-    EXPECT_EQ(Cause(GetParam().cause), Load(GetParam().bytes, GetParam().load));
-    EXPECT_TRUE(CTestNode::living.empty());
-}
-
 namespace {
 
 template <class T>
@@ -393,30 +363,45 @@ void LoadCollection(CArchive& archive)
 
 }  // namespace
 
-INSTANTIATE_TEST_SUITE_P(, ArchiveDamaged, testing::Values(
-    DamagedRow{"ShortNumber", "\x01\x02", LoadOne<int>, CArchiveException::endOfFile},
-    DamagedRow{"ShortText", "\x05" "abc", LoadOne<CString>, CArchiveException::endOfFile},
-    DamagedRow{"ShortTextLength", "\xFF\x01", LoadOne<CString>, CArchiveException::endOfFile},
-    DamagedRow{"HostileTextLength", "\xFF\xFF\xFF\xFF\xFF\xFF\xFF" "abc", LoadOne<CString>, CArchiveException::endOfFile},
-    DamagedRow{"HostileWideLength", "\xFF\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF\x3F" "abc", LoadOne<CString>, CArchiveException::endOfFile},
-    DamagedRow{"TwoWideMarkers", "\xFF\xFE\xFF\xFF\xFE\xFF" "abc", LoadOne<CString>, CArchiveException::badIndex},
-    DamagedRow{"HostileNumbers", "\xFF\xFF\xFE\xFF\xFF\x7F" "abc", LoadCollection<CDWordArray>, CArchiveException::endOfFile},
-    DamagedRow{"HostileTexts", "\xFF\xFF\xFF\xFF\xFF\xFF", LoadCollection<CStringArray>, CArchiveException::endOfFile},
-    DamagedRow{"HostileMap", "\xFF\xFF\xFF\xFF\xFF\x00"s, LoadCollection<CMapStringToString>, CArchiveException::endOfFile},
-    DamagedRow{"ShortNumbers", "\x03\0\x01\x02\x03\x04\x05"s, LoadCollection<CDWordArray>, CArchiveException::endOfFile},
-    DamagedRow{"UnknownObject", "\x05\0"s, LoadOne<CTestNode*>, CArchiveException::badIndex},
-    DamagedRow{"UnknownBigObject", "\xFF\x7F\xFF\xFF\xFF\x7F", LoadOne<CTestNode*>, CArchiveException::badIndex},
-    DamagedRow{"UnknownClass", "\x05\x80", LoadOne<CTestNode*>, CArchiveException::badIndex},
-    DamagedRow{"NullAsClass", "\xFF\x7F\0\0\0\x80"s, LoadOne<CTestNode*>, CArchiveException::badIndex},
-    DamagedRow{"ClassAsObject", "\xFF\xFF\x03\0\x09\0CTestNode\0\0\0\0\x01\0"s, LoadOne<CTestNode*>, CArchiveException::badIndex},
-    DamagedRow{"ObjectAsClass", "\xFF\xFF\x03\0\x09\0CTestNode\0\0\0\0\x02\x80"s, LoadOne<CTestNode*>, CArchiveException::badIndex},
-    DamagedRow{"ClassNotListed", "\xFF\xFF\x03\0\x05\0CNope"s, LoadOne<CTestNode*>, CArchiveException::badClass},
-    DamagedRow{"ClassNameTooLong", "\xFF\xFF\x03\0\xFF\xFF" + std::string(70'000, 'C'), LoadOne<CTestNode*>, CArchiveException::badClass},
-    DamagedRow{"ClassNotStorable", "\xFF\xFF\x03\0\x0D\0CTestUnstored"s, LoadOne<CTestNode*>, CArchiveException::badClass},
-    DamagedRow{"OtherClass", "\xFF\xFF\0\0\x0A\0CByteArray\0\0"s, LoadOne<CTestNode*>, CArchiveException::badClass},
-    DamagedRow{"BaseInsteadOfDerived", "\xFF\xFF\x03\0\x09\0CTestNode\0\0\0\0\0\0"s, LoadOne<CTestLeaf*>, CArchiveException::badClass},
-    DamagedRow{"OtherSchema", "\xFF\xFF\x02\0\x09\0CTestLeaf\0\0\0\0\0\0"s, LoadOne<CTestLeaf*>, CArchiveException::badSchema},
-    DamagedRow{"ShortObject", "\xFF\xFF\x03\0\x09\0CTestNode\0\0"s, LoadOne<CTestNode*>, CArchiveException::endOfFile}), RowName);
+TEST(Archive, DamagedOneThrowsItsCauseAndLeavesNothingBehind)
+{
+    const struct
+    {
+        const char* name;
+        std::string bytes;
+        void (*load)(CArchive&);
+        int cause;
+        std::size_t more = 0;  // bytes that follow
+    } rows[] = {
+        {"short number", "\x01\x02", LoadOne<int>, CArchiveException::endOfFile},
+        {"short text", "\x05" "abc", LoadOne<CString>, CArchiveException::endOfFile},
+        {"short text length", "\xFF\x01", LoadOne<CString>, CArchiveException::endOfFile},
+        {"hostile text length", "\xFF\xFF\xFF\xFF\xFF\xFF\xFF" "abc", LoadOne<CString>, CArchiveException::endOfFile},
+        {"hostile wide length", "\xFF\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF\x3F" "abc", LoadOne<CString>, CArchiveException::endOfFile},
+        {"two wide markers", "\xFF\xFE\xFF\xFF\xFE\xFF" "abc", LoadOne<CString>, CArchiveException::badIndex},
+        {"hostile numbers", "\xFF\xFF\xFE\xFF\xFF\x7F" "abc", LoadCollection<CDWordArray>, CArchiveException::endOfFile},
+        {"hostile texts", "\xFF\xFF\xFF\xFF\xFF\xFF", LoadCollection<CStringArray>, CArchiveException::endOfFile},
+        {"hostile map", "\xFF\xFF\xFF\xFF\xFF\x00"s, LoadCollection<CMapStringToString>, CArchiveException::endOfFile},
+        {"short numbers", "\x03\0\x01\x02\x03\x04\x05"s, LoadCollection<CDWordArray>, CArchiveException::endOfFile},
+        {"unknown object", "\x05\0"s, LoadOne<CTestNode*>, CArchiveException::badIndex},
+        {"unknown big object", "\xFF\x7F\xFF\xFF\xFF\x7F", LoadOne<CTestNode*>, CArchiveException::badIndex},
+        {"unknown class", "\x05\x80", LoadOne<CTestNode*>, CArchiveException::badIndex},
+        {"null as class", "\xFF\x7F\0\0\0\x80"s, LoadOne<CTestNode*>, CArchiveException::badIndex},
+        {"class as object", "\xFF\xFF\x03\0\x09\0CTestNode\0\0\0\0\x01\0"s, LoadOne<CTestNode*>, CArchiveException::badIndex},
+        {"object as class", "\xFF\xFF\x03\0\x09\0CTestNode\0\0\0\0\x02\x80"s, LoadOne<CTestNode*>, CArchiveException::badIndex},
+        {"class not listed", "\xFF\xFF\x03\0\x05\0CNope"s, LoadOne<CTestNode*>, CArchiveException::badClass},
+        {"class name too long", "\xFF\xFF\x03\0\xFF\xFF"s, LoadOne<CTestNode*>, CArchiveException::badClass, 70'000},
+        {"class not storable", "\xFF\xFF\x03\0\x0D\0CTestUnstored"s, LoadOne<CTestNode*>, CArchiveException::badClass},
+        {"other class", "\xFF\xFF\0\0\x0A\0CByteArray\0\0"s, LoadOne<CTestNode*>, CArchiveException::badClass},
+        {"base instead of derived", "\xFF\xFF\x03\0\x09\0CTestNode\0\0\0\0\0\0"s, LoadOne<CTestLeaf*>, CArchiveException::badClass},
+        {"other schema", "\xFF\xFF\x02\0\x09\0CTestLeaf\0\0\0\0\0\0"s, LoadOne<CTestLeaf*>, CArchiveException::badSchema},
+        {"short object", "\xFF\xFF\x03\0\x09\0CTestNode\0\0"s, LoadOne<CTestNode*>, CArchiveException::endOfFile},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(Cause(row.cause), Load(row.bytes + std::string(row.more, 'C'), row.load)) << row.name;
+        EXPECT_TRUE(CTestNode::living.empty()) << row.name;
+    }
+}
 
 TEST(Archive, VersionableClassLoadsOtherSchemas)
 {

@@ -5,13 +5,11 @@
 
 #include "framework/Thrown.h"
 #include "support/Random.h"
-#include "support/Rows.h"
 
 #include <algorithm>
 #include <climits>
 #include <functional>
 
-using kelgen::test::RowName;
 using kelgen::test::Thrown;
 
 namespace {
@@ -47,32 +45,30 @@ struct Counted
 
 }  // namespace
 
-struct GrowthRow
+TEST(Array, AddToAFullBlockGrowsByTheStep)
 {
-    const char* name;
-    int size, growBy, grownTo;
-};
-
-class ArrayGrowth : public testing::TestWithParam<GrowthRow> {};
-
-TEST_P(ArrayGrowth, AddToAFullBlockGrowsByTheStep)
-{
-    const GrowthRow& row = GetParam();
-    Ints array;
-    array.SetSize(row.size);
-    ASSERT_EQ(row.size, array.Capacity()) << "the first block is exact";
-    array.SetSize(row.size, row.growBy);
-    EXPECT_EQ(row.size, array.Add(1));
-    EXPECT_EQ(row.grownTo, array.Capacity());
+    const struct
+    {
+        const char* name;
+        int size, growBy, grownTo;
+    } rows[] = {
+        {"automatic, at least 4", 8, 0, 12},
+        {"automatic, an eighth", 40, 0, 45},
+        {"automatic, an eighth rounded down", 47, 0, 52},
+        {"automatic, at most 1024", 16000, 0, 17024},
+        {"own step", 10, 100, 110},
+        {"own step of one", 100, 1, 101},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        Ints array;
+        array.SetSize(row.size);
+        ASSERT_EQ(row.size, array.Capacity()) << "the first block is exact";
+        array.SetSize(row.size, row.growBy);
+        EXPECT_EQ(row.size, array.Add(1));
+        EXPECT_EQ(row.grownTo, array.Capacity());
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(, ArrayGrowth, testing::Values(
-    GrowthRow{"AutomaticAtLeastFour", 8, 0, 12},
-    GrowthRow{"AutomaticEighth", 40, 0, 45},
-    GrowthRow{"AutomaticEighthRoundsDown", 47, 0, 52},
-    GrowthRow{"AutomaticAtMost1024", 16000, 0, 17024},
-    GrowthRow{"OwnStep", 10, 100, 110},
-    GrowthRow{"OwnStepOfOne", 100, 1, 101}), RowName);
 
 TEST(Array, FirstBlockAndLargeStepsAreExact)
 {
@@ -107,43 +103,38 @@ TEST(Array, NewElementsAreZeroEvenInAReusedBlock)
     EXPECT_EQ((std::vector<int>{0, 0, 0, 0, 0, 0, 0, 9, 0, 0, 0, 8, 8}), array.Values());
 }
 
-struct MisuseRow
+TEST(Array, MisuseThrowsInvalidArgumentAndChangesNothing)
 {
-    const char* name;
-    std::function<void(Ints&)> misuse;
-};
-
-class ArrayMisuse : public testing::TestWithParam<MisuseRow> {};
-
-TEST_P(ArrayMisuse, ThrowsInvalidArgumentAndChangesNothing)
-{
-    Ints array;
-    array.Fill({1, 2, 3, 4});
-    const int capacity = array.Capacity();
-    EXPECT_EQ("CInvalidArgException", Thrown([&] { GetParam().misuse(array); }));
-    EXPECT_EQ((std::vector<int>{1, 2, 3, 4}), array.Values());
-    EXPECT_EQ(capacity, array.Capacity());
+    const std::function<void(Ints&)> misuses[] = {
+        [](Ints& a) { a.GetAt(4); },
+        [](Ints& a) { a.GetAt(-1); },
+        [](Ints& a) { a[4] = 1; },
+        [](Ints& a) { a.ElementAt(INT_MIN); },
+        [](Ints& a) { a.SetAt(4, 1); },
+        [](Ints& a) { a.SetSize(-1, 7); },
+        [](Ints& a) { a.SetAtGrow(-1, 1); },
+        [](Ints& a) { a.SetAtGrow(INT_MAX, 1); },
+        [](Ints& a) { a.InsertAt(-1, 1); },
+        [](Ints& a) { a.InsertAt(0, 1, 0); },
+        [](Ints& a) { a.InsertAt(1, 1, INT_MAX); },
+        [](Ints& a) { a.InsertAt(INT_MAX, 1, 1); },
+        [](Ints& a) { a.InsertAt(0, static_cast<Ints*>(nullptr)); },
+        [](Ints& a) { a.RemoveAt(-1); },
+        [](Ints& a) { a.RemoveAt(0, -1); },
+        [](Ints& a) { a.RemoveAt(2, 3); },
+        [](Ints& a) { a.RemoveAt(2, INT_MAX); },
+        [](Ints& a) { a.SetSize(4, INT_MAX), a.InsertAt(0, 1, 2); },
+    };
+    for (const auto& misuse : misuses) {
+        SCOPED_TRACE(&misuse - misuses);
+        Ints array;
+        array.Fill({1, 2, 3, 4});
+        const int capacity = array.Capacity();
+        EXPECT_EQ("CInvalidArgException", Thrown([&] { misuse(array); }));
+        EXPECT_EQ((std::vector<int>{1, 2, 3, 4}), array.Values());
+        EXPECT_EQ(capacity, array.Capacity());
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(, ArrayMisuse, testing::Values(
-    MisuseRow{"GetAtSize", [](Ints& a) { a.GetAt(4); }},
-    MisuseRow{"GetAtNegative", [](Ints& a) { a.GetAt(-1); }},
-    MisuseRow{"SubscriptAtSize", [](Ints& a) { a[4] = 1; }},
-    MisuseRow{"ElementAtNegative", [](Ints& a) { a.ElementAt(INT_MIN); }},
-    MisuseRow{"SetAtSize", [](Ints& a) { a.SetAt(4, 1); }},
-    MisuseRow{"SetSizeNegative", [](Ints& a) { a.SetSize(-1, 7); }},
-    MisuseRow{"SetAtGrowNegative", [](Ints& a) { a.SetAtGrow(-1, 1); }},
-    MisuseRow{"SetAtGrowPastTheLargestSize", [](Ints& a) { a.SetAtGrow(INT_MAX, 1); }},
-    MisuseRow{"InsertNegative", [](Ints& a) { a.InsertAt(-1, 1); }},
-    MisuseRow{"InsertNone", [](Ints& a) { a.InsertAt(0, 1, 0); }},
-    MisuseRow{"InsertTooMany", [](Ints& a) { a.InsertAt(1, 1, INT_MAX); }},
-    MisuseRow{"InsertPastTheLargestSize", [](Ints& a) { a.InsertAt(INT_MAX, 1, 1); }},
-    MisuseRow{"InsertNoArray", [](Ints& a) { a.InsertAt(0, static_cast<Ints*>(nullptr)); }},
-    MisuseRow{"RemoveNegativeIndex", [](Ints& a) { a.RemoveAt(-1); }},
-    MisuseRow{"RemoveNegativeCount", [](Ints& a) { a.RemoveAt(0, -1); }},
-    MisuseRow{"RemoveTooMany", [](Ints& a) { a.RemoveAt(2, 3); }},
-    MisuseRow{"RemoveCountThatWraps", [](Ints& a) { a.RemoveAt(2, INT_MAX); }},
-    MisuseRow{"GrowthPastTheLargestSize", [](Ints& a) { a.SetSize(4, INT_MAX), a.InsertAt(0, 1, 2); }}), RowName);
 
 TEST(Array, BlockThatCannotBeHadThrowsMemoryException)
 {

@@ -4,14 +4,11 @@
 
 #include "framework/Thrown.h"
 #include "support/Random.h"
-#include "support/Rows.h"
 #include "support/Scratch.h"
 
 #include <cstring>
-#include <functional>
 
 using kelgen::test::ReadBytes;
-using kelgen::test::RowName;
 using kelgen::test::ScratchFile;
 using kelgen::test::Thrown;
 using kelgen::test::WriteBytes;
@@ -28,76 +25,73 @@ std::string Contents(CFile& file)
 
 }  // namespace
 
-struct OpenRow
+TEST(File, OpenCreatesTruncatesOrKeeps)
 {
-    const char* name;
-    bool exists;
-    UINT flags;
-    bool opens;
-    const char* contents;  // after opening
-};
-
-class FileOpen : public testing::TestWithParam<OpenRow> {};
-
-TEST_P(FileOpen, CreatesTruncatesOrKeeps)
-{
-    const OpenRow& row = GetParam();
-    const std::string path = ScratchFile("file.bin");
-    if (row.exists)
-        WriteBytes(path, "old");
-    CFile file;
-    CFileException error;
-    ASSERT_EQ(row.opens, file.Open(path.c_str(), row.flags, &error) != FALSE);
-    if (!row.opens) {
-        EXPECT_EQ(CFileException::fileNotFound, error.m_cause);
-        EXPECT_EQ(static_cast<LONG>(ERROR_FILE_NOT_FOUND), error.m_lOsError);
-        EXPECT_EQ(path, error.m_strFileName.GetString());
-        return;
+    const struct
+    {
+        const char* name;
+        bool exists;
+        UINT flags;
+        bool opens;
+        const char* contents;  // after opening
+    } rows[] = {
+        {"read missing", false, CFile::modeRead, false, ""},
+        {"write missing", false, CFile::modeWrite, false, ""},
+        {"write keeps", true, CFile::modeWrite, true, "old"},
+        {"create missing", false, CFile::modeCreate | CFile::modeWrite, true, ""},
+        {"create empties", true, CFile::modeCreate | CFile::modeReadWrite, true, ""},
+        {"create, no truncate", true, CFile::modeCreate | CFile::modeNoTruncate | CFile::modeWrite, true, "old"},
+        {"no truncate alone creates nothing", false, CFile::modeNoTruncate | CFile::modeWrite, false, ""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const std::string path = ScratchFile("file.bin");
+        if (row.exists)
+            WriteBytes(path, "old");
+        CFile file;
+        CFileException error;
+        ASSERT_EQ(row.opens, file.Open(path.c_str(), row.flags, &error) != FALSE);
+        if (row.opens) {
+            char full[MAX_PATH];
+            ASSERT_NE(0u, GetFullPathNameA(path.c_str(), MAX_PATH, full, nullptr));
+            EXPECT_STREQ(full, file.GetFilePath());
+            file.Close();
+            EXPECT_STREQ("", file.GetFilePath());
+            EXPECT_EQ(row.contents, ReadBytes(path));
+        } else {
+            EXPECT_EQ(CFileException::fileNotFound, error.m_cause);
+            EXPECT_EQ(static_cast<LONG>(ERROR_FILE_NOT_FOUND), error.m_lOsError);
+            EXPECT_EQ(path, error.m_strFileName.GetString());
+        }
     }
-    file.Close();
-    EXPECT_EQ(row.contents, ReadBytes(path));
 }
 
-INSTANTIATE_TEST_SUITE_P(, FileOpen, testing::Values(
-    OpenRow{"ReadMissing", false, CFile::modeRead, false, ""},
-    OpenRow{"WriteMissing", false, CFile::modeWrite, false, ""},
-    OpenRow{"WriteKeeps", true, CFile::modeWrite, true, "old"},
-    OpenRow{"CreateMissing", false, CFile::modeCreate | CFile::modeWrite, true, ""},
-    OpenRow{"CreateEmpties", true, CFile::modeCreate | CFile::modeReadWrite, true, ""},
-    OpenRow{"CreateNoTruncateKeeps", true, CFile::modeCreate | CFile::modeNoTruncate | CFile::modeWrite, true, "old"},
-    OpenRow{"NoTruncateAloneCreatesNothing", false, CFile::modeNoTruncate | CFile::modeWrite, false, ""}), RowName);
-
-struct ShareRow
+TEST(File, SharingDeniesWhatTheFlagsSay)
 {
-    const char* name;
-    UINT first, second;
-    bool opens;
-};
-
-class FileShare : public testing::TestWithParam<ShareRow> {};
-
-TEST_P(FileShare, DeniesWhatTheFlagsSay)
-{
-    const ShareRow& row = GetParam();
+    const struct
+    {
+        const char* name;
+        UINT first, second;
+        bool opens;
+    } rows[] = {
+        {"compat is exclusive", CFile::modeRead, CFile::modeRead | CFile::shareDenyNone, false},
+        {"exclusive", CFile::modeRead | CFile::shareExclusive, CFile::modeRead | CFile::shareDenyNone, false},
+        {"deny write lets read", CFile::modeRead | CFile::shareDenyWrite, CFile::modeRead | CFile::shareDenyNone, true},
+        {"deny write stops write", CFile::modeRead | CFile::shareDenyWrite, CFile::modeWrite | CFile::shareDenyNone, false},
+        {"deny read stops read", CFile::modeRead | CFile::shareDenyRead, CFile::modeRead | CFile::shareDenyNone, false},
+        {"deny read lets write", CFile::modeRead | CFile::shareDenyRead, CFile::modeWrite | CFile::shareDenyNone, true},
+        {"deny none", CFile::modeReadWrite | CFile::shareDenyNone, CFile::modeReadWrite | CFile::shareDenyNone, true},
+    };
     const std::string path = ScratchFile("shared.bin");
     WriteBytes(path, "x");
-    CFile first(path.c_str(), row.first);
-    CFile second;
-    CFileException error;
-    EXPECT_EQ(row.opens, second.Open(path.c_str(), row.second, &error) != FALSE);
-    EXPECT_EQ(row.opens ? CFileException::none : CFileException::sharingViolation, error.m_cause);
+    for (const auto& row : rows) {
+        CFile first(path.c_str(), row.first);
+        CFile second;
+        CFileException error;
+        EXPECT_EQ(row.opens, second.Open(path.c_str(), row.second, &error) != FALSE) << row.name;
+        EXPECT_EQ(row.opens ? CFileException::none : CFileException::sharingViolation, error.m_cause) << row.name;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(, FileShare, testing::Values(
-    ShareRow{"CompatIsExclusive", CFile::modeRead, CFile::modeRead | CFile::shareDenyNone, false},
-    ShareRow{"Exclusive", CFile::modeRead | CFile::shareExclusive, CFile::modeRead | CFile::shareDenyNone, false},
-    ShareRow{"DenyWriteLetsRead", CFile::modeRead | CFile::shareDenyWrite, CFile::modeRead | CFile::shareDenyNone, true},
-    ShareRow{"DenyWriteStopsWrite", CFile::modeRead | CFile::shareDenyWrite, CFile::modeWrite | CFile::shareDenyNone, false},
-    ShareRow{"DenyReadStopsRead", CFile::modeRead | CFile::shareDenyRead, CFile::modeRead | CFile::shareDenyNone, false},
-    ShareRow{"DenyReadLetsWrite", CFile::modeRead | CFile::shareDenyRead, CFile::modeWrite | CFile::shareDenyNone, true},
-    ShareRow{"DenyNone", CFile::modeReadWrite | CFile::shareDenyNone, CFile::modeReadWrite | CFile::shareDenyNone, true},
-    ShareRow{"SecondDeniesTheFirst", CFile::modeWrite | CFile::shareDenyNone, CFile::modeRead | CFile::shareDenyWrite, false}),
-    RowName);
 
 TEST(File, PositionsGoPastFourGigabytes)
 {
@@ -127,20 +121,12 @@ TEST(File, SetLengthCutsAndExtendsWithZeros)
     EXPECT_EQ("abcXYZ", Contents(file));
 }
 
-TEST(File, FailuresNameCauseCodeAndFile)
+TEST(File, FailuresNameTheirCause)
 {
     const std::string path = ScratchFile("missing.bin");
-    try {
-        CFile file(path.c_str(), CFile::modeRead);
-        FAIL();
-    } catch (CFileException* e) {
-        EXPECT_EQ(CFileException::fileNotFound, e->m_cause);
-        EXPECT_EQ(static_cast<LONG>(ERROR_FILE_NOT_FOUND), e->m_lOsError);
-        EXPECT_EQ(path, e->m_strFileName.GetString());
-        e->Delete();
-    }
     const std::string notFound = "CFileException " + std::to_string(CFileException::fileNotFound);
     const std::string denied = "CFileException " + std::to_string(CFileException::accessDenied);
+    EXPECT_EQ(notFound, Thrown([&] { CFile(path.c_str(), CFile::modeRead); }));
     EXPECT_EQ(notFound, Thrown([&] { CFile::Remove(path.c_str()); }));
     EXPECT_EQ(notFound, Thrown([&] { CFile::Rename(path.c_str(), (path + "2").c_str()); }));
     EXPECT_EQ(notFound, Thrown([&] { CFile::SetStatus(path.c_str(), CFileStatus()); }));
@@ -186,7 +172,7 @@ TEST(File, LocksKeepOtherHandlesOut)
     second.LockRange(5, 1);
 }
 
-TEST(File, DuplicatesShareOnePosition)
+TEST(File, DuplicatesShareOnePositionAndHandlesFromOutsideStayOpen)
 {
     const std::string path = ScratchFile("twice.bin");
     CFile file(path.c_str(), CFile::modeCreate | CFile::modeReadWrite);
@@ -196,58 +182,36 @@ TEST(File, DuplicatesShareOnePosition)
     EXPECT_STREQ(file.GetFilePath(), other->GetFilePath());
     file.Close();
     other->Write("def", 3);
-    other->Close();
-    EXPECT_EQ("abcdef", ReadBytes(path));
-}
-
-TEST(File, HandleFromOutsideIsLeftOpen)
-{
-    const std::string path = ScratchFile("handle.bin");
-    CFile owner(path.c_str(), CFile::modeCreate | CFile::modeWrite);
     {
-        CFile guest(owner.m_hFile);
-        guest.Write("a", 1);
+        CFile guest(other->m_hFile);
+        guest.Write("g", 1);
     }
-    owner.Write("b", 1);
-    owner.Close();
-    EXPECT_EQ("ab", ReadBytes(path));
+    other->Write("h", 1);
+    other->Close();
+    EXPECT_EQ("abcdefgh", ReadBytes(path));
 }
 
-struct NameRow
+TEST(File, NamesAreCutFromThePath)
 {
-    const char* name;
-    const char* path;
-    const char* fileName;
-    const char* title;
-};
-
-class FileNames : public testing::TestWithParam<NameRow> {};
-
-TEST_P(FileNames, AreCutFromThePath)
-{
-    CFile file;
-    file.SetFilePath(GetParam().path);
-    EXPECT_STREQ(GetParam().path, file.GetFilePath());
-    EXPECT_STREQ(GetParam().fileName, file.GetFileName());
-    EXPECT_STREQ(GetParam().title, file.GetFileTitle());
-}
-
-INSTANTIATE_TEST_SUITE_P(, FileNames, testing::Values(
-    NameRow{"Full", "C:\\folder.old\\data.tar.gz", "data.tar.gz", "data.tar"},
-    NameRow{"NoExtension", "C:\\folder.old\\data", "data", "data"},
-    NameRow{"Slashes", "/tmp/a.b/c.d", "c.d", "c"},
-    NameRow{"DriveRelative", "C:name.txt", "name.txt", "name"},
-    NameRow{"Empty", "", "", ""}), RowName);
-
-TEST(File, OpenRecordsTheFullPath)
-{
-    const std::string path = ScratchFile("full.bin");
-    CFile file(path.c_str(), CFile::modeCreate | CFile::modeWrite);
-    char full[MAX_PATH];
-    ASSERT_NE(0u, GetFullPathNameA(path.c_str(), MAX_PATH, full, nullptr));
-    EXPECT_STREQ(full, file.GetFilePath());
-    file.Close();
-    EXPECT_STREQ("", file.GetFilePath());
+    const struct
+    {
+        const char* path;
+        const char* fileName;
+        const char* title;
+    } rows[] = {
+        {"C:\\folder.old\\data.tar.gz", "data.tar.gz", "data.tar"},
+        {"C:\\folder.old\\data", "data", "data"},
+        {"/tmp/a.b/c.d", "c.d", "c"},
+        {"C:name.txt", "name.txt", "name"},
+        {"", "", ""},
+    };
+    for (const auto& row : rows) {
+        CFile file;
+        file.SetFilePath(row.path);
+        EXPECT_STREQ(row.path, file.GetFilePath());
+        EXPECT_STREQ(row.fileName, file.GetFileName());
+        EXPECT_STREQ(row.title, file.GetFileTitle());
+    }
 }
 
 TEST(File, StatusIsReadAndSet)
@@ -336,16 +300,12 @@ TEST(MemFile, AttachedBlockIsReadInPlaceAndCannotGrow)
     EXPECT_EQ(badSeek, Thrown([&] { file.Seek(-5, CFile::end); }));
     EXPECT_EQ(badSeek, Thrown([&] { file.Seek(INT64_MAX, CFile::end); }));
     EXPECT_EQ(4u, file.GetPosition());
-}
 
-TEST(MemFile, DetachedBlockIsTheCallers)
-{
-    CMemFile file;
-    file.Write("abc", 3);
-    BYTE* block = file.Detach();
-    EXPECT_EQ(0, std::memcmp("abc", block, 3));
-    EXPECT_EQ(0u, file.GetLength());
-    file.Write("d", 1);
-    EXPECT_EQ("d", Contents(file));
-    free(block);
+    CMemFile own;
+    own.Write("abc", 3);
+    BYTE* detached = own.Detach();
+    EXPECT_EQ(0, std::memcmp("abc", detached, 3));
+    own.Write("d", 1);
+    EXPECT_EQ("d", Contents(own)) << "the block before is the caller's";
+    free(detached);
 }

@@ -141,15 +141,17 @@ TEST(List, RandomChangesMatchAStandardList)
 
 TEST(TypedPtrList, GivesTheElementsWithTheirType)
 {
-    int values[] = {1, 2, 3};
-    CTypedPtrList<CPtrList, int*> list;
+    int values[] = {1, 2};
+    CTypedPtrList<CPtrList, int*> list, copy;
     for (int& value : values)
         list.AddTail(&value);
-    CTypedPtrList<CPtrList, int*> copy;
     copy.AddTail(&list);
     POSITION position = copy.GetHeadPosition();
-    copy.GetNext(position) = &values[2];
-    EXPECT_EQ(3, *copy.RemoveHead());
+    copy.GetNext(position) = &values[1];
+    EXPECT_EQ(2, *copy.RemoveHead());
     EXPECT_EQ(2, *copy.GetHead());
-    EXPECT_EQ(3, *copy.GetTail());
+    EXPECT_EQ(2, *copy.RemoveTail());
+    EXPECT_TRUE(copy.IsEmpty());
+    copy.AddHead(&values[0]);
+    EXPECT_EQ(1, *copy.GetTail());
 }

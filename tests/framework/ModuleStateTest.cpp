@@ -3,12 +3,9 @@
 #include <kelgen/framework/ModuleState.h>
 #include <kelgen/framework/String.h>
 
-#include "support/Rows.h"
 #include "support/framework/ResourceLibrary.h"
 
 #include <thread>
-
-using kelgen::test::RowName;
 
 namespace {
 
@@ -28,16 +25,6 @@ CString Loaded(UINT id)
     text.LoadString(id);
     return text;
 }
-
-/// Which libraries there are, and which of them are system ones.
-struct Order
-{
-    const char* name;
-    bool systemState;
-    bool systemExtension;
-    UINT id;
-    const char* expected;
-};
 
 }  // namespace
 
@@ -65,43 +52,46 @@ TEST(ModuleState, ProgramAndLibrariesEachHaveTheirOwn)
     EXPECT_EQ(program, AfxGetModuleState());
 }
 
-class ResourceOrder : public testing::TestWithParam<Order>
+TEST(ModuleState, ResourcesAreFoundInTheOrderOfTheModules)
 {
-};
-
-TEST_P(ResourceOrder, FindsTheFirst)
-{
-    AFX_MODULE_STATE state(FALSE, GetModuleHandleA(nullptr), GetParam().systemState);
-    AFX_MANAGE_STATE(&state);
-    state.m_appLangDLL = Language();
-    const CDynLinkLibrary withoutResources(Extension(), nullptr);
-    AFX_EXTENSION_MODULE module = {};
-    AfxInitExtensionModule(module, Extension());
-    const CDynLinkLibrary library(module, GetParam().systemExtension);
-    EXPECT_STREQ(GetParam().expected, Loaded(GetParam().id));
-    char text[9] = "x";
-    const std::string cut = std::string(GetParam().expected).substr(0, 8);
-    if (cut != "unchange") {
-        EXPECT_EQ(static_cast<int>(cut.size()), AfxLoadString(GetParam().id, text, sizeof text));
-        EXPECT_EQ(cut, text);
+    const struct
+    {
+        const char* name;
+        bool systemState, systemExtension;
+        UINT id;
+        const char* expected;
+    } rows[] = {
+        {"program first", false, false, 101, "shared, program"},
+        {"program only", false, false, 100, "program"},
+        {"extension", false, false, 200, "extension"},
+        {"extension before language", false, false, 201, "extension or language"},
+        {"language before system extension", false, true, 201, "extension or language, language"},
+        {"system extension last", false, true, 200, "extension"},
+        {"language", false, true, 300, "language"},
+        {"extension before system state", true, false, 101, "shared, extension"},
+        {"language before system state", true, true, 101, "shared, language"},
+        {"system state", true, true, 100, "program"},
+        {"no block", false, false, 4711, "unchanged"},
+        {"no text in block", false, false, 105, "unchanged"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        AFX_MODULE_STATE state(FALSE, GetModuleHandleA(nullptr), row.systemState);
+        AFX_MANAGE_STATE(&state);
+        state.m_appLangDLL = Language();
+        const CDynLinkLibrary withoutResources(Extension(), nullptr);
+        AFX_EXTENSION_MODULE module = {};
+        AfxInitExtensionModule(module, Extension());
+        const CDynLinkLibrary library(module, row.systemExtension);
+        EXPECT_STREQ(row.expected, Loaded(row.id));
+        char text[9] = "x";
+        const std::string cut = std::string(row.expected).substr(0, 8);
+        if (cut != "unchange") {
+            EXPECT_EQ(static_cast<int>(cut.size()), AfxLoadString(row.id, text, sizeof text));
+            EXPECT_EQ(cut, text);
+        }
     }
-}
 
-INSTANTIATE_TEST_SUITE_P(
-    , ResourceOrder,
-    testing::Values(Order{"ProgramFirst", false, false, 101, "shared, program"}, Order{"ProgramOnly", false, false, 100, "program"},
-                    Order{"Extension", false, false, 200, "extension"},
-                    Order{"ExtensionBeforeLanguage", false, false, 201, "extension or language"},
-                    Order{"LanguageBeforeSystemExtension", false, true, 201, "extension or language, language"},
-                    Order{"SystemExtensionLast", false, true, 200, "extension"}, Order{"Language", false, true, 300, "language"},
-                    Order{"ExtensionBeforeSystemState", true, false, 101, "shared, extension"},
-                    Order{"LanguageBeforeSystemState", true, true, 101, "shared, language"},
-                    Order{"SystemState", true, true, 100, "program"}, Order{"NoBlock", false, false, 4711, "unchanged"},
-                    Order{"NoTextInBlock", false, false, 105, "unchanged"}),
-    RowName);
-
-TEST(ModuleState, OtherResourcesFollowTheSameOrder)
-{
     AFX_MODULE_STATE state(FALSE, GetModuleHandleA(nullptr));
     AFX_MANAGE_STATE(&state);
     EXPECT_EQ(GetModuleHandleA(nullptr), AfxFindResourceHandle(MAKEINTRESOURCEA(7), RT_RCDATA)) << "nobody has it";
@@ -175,25 +165,20 @@ TEST(StringResource, LanguageIsTakenExactly)
     EXPECT_EQ("Programm", text);
 }
 
-TEST(StringResource, WideTextIsConvertedToTheAnsiPage)
+TEST(StringResource, TextIsConvertedBetweenThePages)
 {
     CString text(u"caf\u00e9"_w);
     EXPECT_EQ("caf\xe9", text);
-    text = u"abcd"_w;
+    text.AnsiToOem();
+    EXPECT_EQ("caf\x82", text);
+    text.OemToAnsi();
+    EXPECT_EQ("caf\xe9", text);
+    text = u"ab"_w;
+    EXPECT_EQ("ab", text);
     EXPECT_EQ(CString(u"a\0b"_w, 3).GetLength(), 3);
     EXPECT_EQ("ab", CString(u"abc"_w, 2));
     EXPECT_EQ("", CString(static_cast<const unsigned short*>(nullptr)));
     EXPECT_THROW(CString(u"abc"_w, -2), CInvalidArgException*);
-}
-
-TEST(StringResource, OemAndAnsiConvertInPlace)
-{
-    CString text("caf\xe9");
-    const CString ansi = text;
-    text.AnsiToOem();
-    EXPECT_EQ("caf\x82", text);
-    text.OemToAnsi();
-    EXPECT_EQ(ansi, text);
 }
 
 TEST(StringResource, EnvironmentVariablesOfAnyLength)
