@@ -127,14 +127,21 @@ void CDocument::OnChangedViewList()
 void CDocument::UpdateFrameCounts()
 {
     std::vector<CFrameWnd*> frames;
+    std::vector<CFrameWnd*> seen;
+    const auto addOnce = [](std::vector<CFrameWnd*>& list, CFrameWnd* frame) {
+        if (std::find(list.begin(), list.end(), frame) == list.end())
+            list.push_back(frame);
+    };
     ForEachView(*this, [&](CView& view) {
-        CFrameWnd* const frame = view.IsWindowVisible() ? view.GetParentFrame() : nullptr;
-        if (frame && std::find(frames.begin(), frames.end(), frame) == frames.end())
-            frames.push_back(frame);
+        CFrameWnd* const frame = view.GetParentFrame();
+        if (frame)
+            addOnce(frames, frame);
+        if (frame && view.IsWindowVisible())
+            addOnce(seen, frame);
     });
     int number = 0;
-    for (CFrameWnd* const frame : frames)
-        frame->m_nWindow = frames.size() == 1 ? 0 : ++number;
+    for (CFrameWnd* const frame : seen)
+        frame->m_nWindow = seen.size() == 1 ? 0 : ++number;
     for (CFrameWnd* const frame : frames)
         frame->OnUpdateFrameTitle(TRUE);
 }

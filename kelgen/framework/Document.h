@@ -48,7 +48,7 @@ public:
     void UpdateAllViews(CView* pSender, LPARAM lHint = 0, CObject* pHint = nullptr);
     /// A view was added or removed. By contract: a document without views left closes itself when m_bAutoDelete is set.
     virtual void OnChangedViewList();
-    /// Numbers the document's frames, those that hold a view of it, and has them show that.
+    /// Numbers the document's visible frames, those that hold a view of it, and has all of its frames set their titles.
     virtual void UpdateFrameCounts();
     /// OnInitialUpdate of every view.
     void SendInitialUpdate();

@@ -11,6 +11,7 @@ IMPLEMENT_DYNCREATE(CMDIChildWnd, CFrameWnd)
 BEGIN_MESSAGE_MAP(CMDIChildWnd, CFrameWnd)
     ON_WM_CREATE()
     ON_WM_NCCREATE()
+    ON_WM_SIZE()
     ON_WM_MDIACTIVATE()
     ON_WM_MOUSEACTIVATE()
 END_MESSAGE_MAP()
@@ -241,6 +242,14 @@ void CMDIChildWnd::OnUpdateFrameMenu(BOOL bActive, CWnd* pActivateWnd, HMENU hMe
         frame->MDISetMenu(CMenu::FromHandle(menu), CMenu::FromHandle(frame->GetWindowMenuPopup(menu)));
     else
         ::SendMessageA(frame->m_hWndMDIClient, WM_MDIREFRESHMENU, 0, 0);
+}
+
+void CMDIChildWnd::OnSize(UINT nType, int cx, int cy)
+{
+    CFrameWnd::OnSize(nType, cx, cy);
+    // The frame's title has the child's in another form while that is maximised.
+    if (CMDIFrameWnd* const frame = GetMDIFrame())
+        frame->OnUpdateFrameTitle(TRUE);
 }
 
 void CMDIChildWnd::OnMDIActivate(BOOL bActivate, CWnd* pActivateWnd, CWnd*)

@@ -41,6 +41,7 @@ protected:
 
     int OnCreate(LPCREATESTRUCTA lpCreateStruct);
     BOOL OnNcCreate(LPCREATESTRUCTA lpCreateStruct);
+    void OnSize(UINT nType, int cx, int cy);
     void OnMDIActivate(BOOL bActivate, CWnd* pActivateWnd, CWnd* pDeactivateWnd);
     int OnMouseActivate(CWnd* pDesktopWnd, UINT nHitTest, UINT message);
 

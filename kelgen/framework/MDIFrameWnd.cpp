@@ -138,14 +138,14 @@ void CMDIFrameWnd::OnUpdateFrameTitle(BOOL bAddToTitle)
     if (!(GetStyle() & FWS_ADDTOTITLE))
         return;
     CMDIChildWnd* const child = bAddToTitle ? MDIGetActive() : nullptr;
-    CDocument* document = nullptr;
+    CString name;
     // The platform itself adds the title of a maximised child.
     if (child && !(child->GetStyle() & WS_MAXIMIZE)) {
-        document = GetActiveDocument();
-        if (!document)
-            document = child->GetActiveDocument();
+        CDocument* const own = GetActiveDocument();
+        const CDocument* const document = own ? own : child->GetActiveDocument();
+        name = document ? document->GetTitle() : child->GetTitle();
     }
-    UpdateFrameTitleForDocument(document ? document->GetTitle().GetString() : nullptr);
+    UpdateFrameTitleForDocument(name.IsEmpty() ? nullptr : name.GetString());
 }
 
 void CMDIFrameWnd::OnUpdateFrameMenu(HMENU hMenuAlt)

@@ -1,6 +1,7 @@
 # The program's own texts, and two libraries that have texts too.
 set(folder "${PROJECT_SOURCE_DIR}/tests/support/framework")
-kelgen_add_resources(test_framework "${PROJECT_SOURCE_DIR}/tests/framework/Program.rc")
+kelgen_add_resources(test_framework "${PROJECT_SOURCE_DIR}/tests/framework/Program.rc"
+  DEPENDS "${PROJECT_SOURCE_DIR}/tests/framework/Notes.rc")
 foreach(name Extension Language)
   string(TOLOWER "test_framework_${name}" library)
   add_library(${library} SHARED "${folder}/ResourceLibrary.cpp")
