@@ -98,10 +98,12 @@
 #include <kelgen/persistence/RegistryPropertyExchange.h>
 
 #include <kelgen/system/DBInterface.h>
+#include <kelgen/system/FileChangeEvent.h>
 #include <kelgen/system/KELException.h>
 #include <kelgen/system/Math.h>
 #include <kelgen/system/Resource.h>
 #include <kelgen/system/Savings.h>
+#include <kelgen/system/ServiceController.h>
 #include <kelgen/system/Shell.h>
 #include <kelgen/system/VersionInfo.h>
 

@@ -27,6 +27,9 @@ public:
     int GetCount() const { return m_pointers.GetSize(); }
     int GetSize() const { return m_pointers.GetSize(); }
 
+    /// Deletes one element; those behind it move down. Throws: the invalid-argument exception for an index outside [0, count).
+    void RemoveAt(int index);
+
     /// Deletes the elements from the first to the last. By contract: each leaves the array, and the others move down, before the
     /// next is deleted. Cost: quadratic moves of pointers.
     void RemoveAll();
@@ -56,10 +59,15 @@ int CBasePtrAllocArray<TYPE, ARG_TYPE>::Add(ARG_TYPE item)
 }
 
 template <class TYPE, class ARG_TYPE>
+void CBasePtrAllocArray<TYPE, ARG_TYPE>::RemoveAt(int index)
+{
+    delete m_pointers.GetAt(index);
+    m_pointers.RemoveAt(index);
+}
+
+template <class TYPE, class ARG_TYPE>
 void CBasePtrAllocArray<TYPE, ARG_TYPE>::RemoveAll()
 {
-    while (!m_pointers.IsEmpty()) {
-        delete m_pointers.GetAt(0);
-        m_pointers.RemoveAt(0);
-    }
+    while (!m_pointers.IsEmpty())
+        RemoveAt(0);
 }

@@ -12,4 +12,5 @@
 #include <kelgen/platform/posix/registry/Registry.h>
 #include <kelgen/platform/posix/resources/Resources.h>
 #include <kelgen/platform/posix/resources/VersionInformation.h>
+#include <kelgen/platform/posix/services/Services.h>
 #include <kelgen/platform/posix/user/User.h>

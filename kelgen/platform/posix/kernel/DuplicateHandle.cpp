@@ -14,9 +14,9 @@ namespace {
 
 std::shared_ptr<HandleObject> ObjectOf(HANDLE handle)
 {
-    if (auto waitable = FindWaitable(handle))
-        return waitable;
-    return Handles().FindAny(handle);
+    if (auto object = Handles().FindAny(handle))
+        return object;
+    return FindWaitable(handle);
 }
 
 // The object for a handle with other rights: only files know any.

@@ -4,6 +4,7 @@
 #include <kelgen/platform/Export.h>
 #include <kelgen/platform/posix/base/Types.h>
 #include <kelgen/platform/posix/kernel/Arithmetic.h>
+#include <kelgen/platform/posix/kernel/ChangeNotification.h>
 #include <kelgen/platform/posix/kernel/CloseHandle.h>
 #include <kelgen/platform/posix/kernel/CriticalSections.h>
 #include <kelgen/platform/posix/kernel/DuplicateHandle.h>

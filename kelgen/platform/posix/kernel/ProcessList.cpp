@@ -5,9 +5,8 @@
 #include <kelgen/platform/posix/base/Handles.h>
 #include <kelgen/platform/posix/base/LastError.h>
 #include <kelgen/platform/posix/kernel/Paths.h>
-#include <kelgen/platform/posix/kernel/Processes.h>
+#include <kelgen/platform/posix/kernel/ProcessObjects.h>
 #include <kelgen/platform/posix/kernel/RunningProcesses.h>
-#include <kelgen/platform/posix/kernel/Threads.h>
 
 #include <algorithm>
 #include <mutex>
@@ -18,23 +17,9 @@ namespace {
 
 constexpr DWORD kModuleAccess = PROCESS_QUERY_INFORMATION | PROCESS_VM_READ;
 
-struct ProcessObject : HandleObject
-{
-    ProcessObject(DWORD number, DWORD rights) : id(number), access(rights) {}
-
-    DWORD id;
-    DWORD access;
-
-    // What EnumProcessModules listed last, for the names that are asked for next.
-    std::mutex mutex;
-    std::vector<ProcessModule> listed;
-};
-
 std::shared_ptr<ProcessObject> FindProcess(HANDLE process)
 {
-    if (process == GetCurrentProcess())
-        return std::make_shared<ProcessObject>(GetCurrentProcessId(), PROCESS_ALL_ACCESS);
-    auto object = Handles().Find<ProcessObject>(process);
+    auto object = FindProcessObject(process);
     return object ? object : Fail(ERROR_INVALID_HANDLE, object);
 }
 
@@ -43,7 +28,7 @@ bool MayListModules(const ProcessObject* process)
 {
     if (!process)
         return false;
-    return (process->access & kModuleAccess) == kModuleAccess || Fail(ERROR_ACCESS_DENIED, false);
+    return (process->Access() & kModuleAccess) == kModuleAccess || Fail(ERROR_ACCESS_DENIED, false);
 }
 
 // The path of module (0: the program) among modules, or empty.
@@ -60,11 +45,11 @@ std::string PathOf(HANDLE process, HMODULE module)
     if (!MayListModules(object.get()))
         return {};
     const auto base = reinterpret_cast<ULONG_PTR>(module);
-    const std::lock_guard lock(object->mutex);
+    const std::lock_guard lock(object->listMutex);
     std::string path = PathAmong(object->listed, base);
     if (!path.empty())
         return path;
-    const auto modules = ModulesOfProcess(object->id);
+    const auto modules = ModulesOfProcess(object->Id());
     if (modules.empty())
         return Fail(ERROR_PARTIAL_COPY, std::string());
     path = PathAmong(modules, base);
@@ -82,17 +67,18 @@ DWORD StoreUnterminated(const std::string& name, LPSTR buffer, DWORD size)
 
 HANDLE OpenProcess(DWORD access, BOOL, DWORD id)
 {
-    if (id == 0 || !IsRunning(id))
+    const auto process = id == 0 ? nullptr : FindProcessById(id);
+    if (!process)
         return Fail(ERROR_INVALID_PARAMETER, HANDLE{});
     if ((access & PROCESS_VM_READ) && !MayLookInto(id))
         return Fail(ERROR_ACCESS_DENIED, HANDLE{});
-    return Handles().Insert(std::make_shared<ProcessObject>(id, access));
+    return Handles().Insert(std::make_shared<ProcessObject>(process, access));
 }
 
 DWORD GetProcessId(HANDLE process)
 {
     const auto object = FindProcess(process);
-    return object ? object->id : 0;
+    return object ? object->Id() : 0;
 }
 
 BOOL EnumProcesses(LPDWORD ids, DWORD size, LPDWORD used)
@@ -109,8 +95,8 @@ BOOL EnumProcessModules(HANDLE process, HMODULE* modules, DWORD size, LPDWORD ne
     const auto object = FindProcess(process);
     if (!MayListModules(object.get()))
         return FALSE;
-    const std::lock_guard lock(object->mutex);
-    object->listed = ModulesOfProcess(object->id);
+    const std::lock_guard lock(object->listMutex);
+    object->listed = ModulesOfProcess(object->Id());
     const auto& found = object->listed;
     if (found.empty())
         return Fail(ERROR_PARTIAL_COPY, FALSE);

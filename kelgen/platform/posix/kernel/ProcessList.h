@@ -7,6 +7,7 @@
 #define PROCESS_TERMINATE 0x0001
 #define PROCESS_VM_READ 0x0010
 #define PROCESS_QUERY_INFORMATION 0x0400
+#define PROCESS_QUERY_LIMITED_INFORMATION 0x1000
 #define PROCESS_ALL_ACCESS 0x1FFFFF
 
 #define TH32CS_SNAPHEAPLIST 0x00000001
@@ -48,7 +49,7 @@ struct MODULEENTRY32
 using LPMODULEENTRY32 = MODULEENTRY32*;
 
 /// A handle for the process with number @p id. Null with ERROR_INVALID_PARAMETER when there is none, ERROR_ACCESS_DENIED when
-/// @p access asks for its memory and the process is another user's. The handle cannot be waited for.
+/// @p access asks for its memory and the process is another user's. Waiting for it waits for the process's end.
 KELGEN_PLATFORM_API HANDLE OpenProcess(DWORD access, BOOL inherit, DWORD id);
 
 /// The process's number; 0 with ERROR_INVALID_HANDLE.

@@ -123,6 +123,28 @@ std::optional<ProcessFacts> FactsOfProcess(DWORD id)
     return facts;
 }
 
+std::optional<ULONGLONG> StartOfProcess(DWORD id)
+{
+    std::ifstream file(FileOf(id, "stat"));
+    std::string line;
+    std::getline(file, line);
+    const std::size_t close = line.rfind(')');
+    if (close == std::string::npos)
+        return std::nullopt;
+    std::istringstream rest(line.substr(close + 1));
+    std::string field;
+    rest >> field;
+    // A process that nobody has asked for its end yet is still listed.
+    if (field == "Z" || field == "X")
+        return std::nullopt;
+    constexpr int kBetweenStateAndStart = 18;
+    for (int i = 0; i < kBetweenStateAndStart; ++i)
+        rest >> field;
+    ULONGLONG start = 0;
+    rest >> start;
+    return start;
+}
+
 std::vector<ProcessModule> ModulesOfProcess(DWORD id)
 {
     struct Candidate

@@ -22,6 +22,9 @@ struct ProcessFacts
 /// The facts of process @p id, or nothing when it has ended.
 std::optional<ProcessFacts> FactsOfProcess(DWORD id);
 
+/// When process @p id started, in the kernel's ticks: with the number it names a process for ever. Nothing when it has ended.
+std::optional<ULONGLONG> StartOfProcess(DWORD id);
+
 struct ProcessModule
 {
     ULONG_PTR base;

@@ -101,7 +101,10 @@ std::shared_ptr<Waitable> FindWaitable(const void* handle)
         return never;
     if (handle == GetCurrentThread())
         return CurrentThreadObject();
-    return Handles().Find<Waitable>(handle);
+    const auto object = Handles().FindAny(handle);
+    if (const auto indirect = std::dynamic_pointer_cast<WaitsForAnother>(object))
+        return indirect->WaitedFor();
+    return std::dynamic_pointer_cast<Waitable>(object);
 }
 
 DWORD WaitForObjects(std::span<const std::shared_ptr<Waitable>> objects, bool all, DWORD milliseconds)

@@ -40,6 +40,13 @@ private:
     std::vector<PendingWait*> m_waits;
 };
 
+/// An object that is waited for through another one, as handles of one process with different rights are.
+class WaitsForAnother : public HandleObject
+{
+public:
+    virtual std::shared_ptr<Waitable> WaitedFor() = 0;
+};
+
 /// The waitable object of @p handle, also of the pseudo handles of the current process (never signalled) and thread; null for
 /// any other handle.
 KELGEN_PLATFORM_API std::shared_ptr<Waitable> FindWaitable(const void* handle);

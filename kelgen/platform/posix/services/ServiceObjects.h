@@ -1,0 +1,60 @@
+// ServiceObjects.h: the objects behind handles of the manager and of services.
+#pragma once
+
+#include <kelgen/platform/posix/base/ErrorCodes.h>
+#include <kelgen/platform/posix/base/Handles.h>
+#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/services/ServiceRecords.h>
+#include <kelgen/platform/posix/services/ServiceStore.h>
+
+#include <string>
+
+namespace kelgen::posix {
+
+class ManagerObject final : public HandleObject
+{
+public:
+    explicit ManagerObject(DWORD access) : m_access(access) {}
+
+    bool ClosesByCloseHandle() const override { return false; }
+    bool Grants(DWORD rights) const { return (m_access & rights) == rights; }
+
+private:
+    DWORD m_access;
+};
+
+/// An open service. It cannot be removed while the object lives.
+class ServiceObject final : public HandleObject
+{
+public:
+    ServiceObject(std::u16string name, DWORD access)
+        : m_name(std::move(name)), m_access(access), m_folder(m_name), m_open(m_folder.Open("open"), false, true)
+    {}
+
+    bool ClosesByCloseHandle() const override { return false; }
+    bool Grants(DWORD rights) const { return (m_access & rights) == rights; }
+    const std::u16string& Name() const { return m_name; }
+    const ServiceFolder& Folder() const { return m_folder; }
+
+    /// The description now; empty when somebody removed it from the registry.
+    ServiceConfiguration Configuration() const { return LoadService(m_name).value_or(ServiceConfiguration()); }
+    ServiceRecord Record() const { return m_folder.Read(Configuration().type); }
+
+private:
+    std::u16string m_name;
+    DWORD m_access;
+    ServiceFolder m_folder;
+    ServiceLock m_open;
+};
+
+/// The object of @p handle when it grants @p rights; else null with the last error.
+template <class Object>
+std::shared_ptr<Object> FindFor(SC_HANDLE handle, DWORD rights)
+{
+    auto object = Handles().Find<Object>(handle);
+    if (!object)
+        return Fail(ERROR_INVALID_HANDLE, object);
+    return object->Grants(rights) ? object : Fail(ERROR_ACCESS_DENIED, std::shared_ptr<Object>());
+}
+
+}  // namespace kelgen::posix

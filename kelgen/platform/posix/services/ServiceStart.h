@@ -1,0 +1,33 @@
+// ServiceStart.h: what a starting service and its starter tell each other.
+#pragma once
+
+#include <kelgen/platform/posix/base/Types.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kelgen::posix {
+
+/// Set in the environment of a process that is started as a service's.
+inline constexpr const char* kServiceMark = "KELGEN_SERVICE";
+
+/// The descriptor of the channel to the starter in such a process. The starter sends a StartMessage; the service a byte when it
+/// reports its first state.
+inline constexpr int kStartChannel = 3;
+
+/// A service's name, which stays 16-bit text, and its arguments, in the bytes of the narrow calls.
+struct StartArguments
+{
+    std::u16string name;
+    std::vector<std::string> arguments;
+};
+
+/// The message: its size without these four bytes, then texts with their terminators.
+std::string StartMessage(std::u16string_view name, const std::vector<std::string>& arguments);
+
+/// Reads the message from @p socket; nothing when there is none.
+std::optional<StartArguments> ReadStartMessage(int socket, ULONGLONG deadline);
+
+}  // namespace kelgen::posix

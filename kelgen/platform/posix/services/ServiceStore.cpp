@@ -1,0 +1,181 @@
+// ServiceStore.cpp: a key for each service with the values that the real system has there.
+#include <kelgen/platform/posix/services/ServiceStore.h>
+
+#include <kelgen/platform/posix/base/ErrorCodes.h>
+#include <kelgen/platform/posix/base/NameCase.h>
+#include <kelgen/platform/posix/registry/Registry.h>
+#include <kelgen/platform/posix/services/ServiceRecords.h>
+
+#include <algorithm>
+
+namespace kelgen::posix {
+
+namespace {
+
+constexpr std::u16string_view kServicesKey = u"SYSTEM\\CurrentControlSet\\Services";
+
+LPCWSTR Units(const std::u16string& text)
+{
+    return reinterpret_cast<LPCWSTR>(text.c_str());
+}
+
+std::u16string KeyPath(std::u16string_view name)
+{
+    std::u16string path(kServicesKey);
+    path += u'\\';
+    return path += name;
+}
+
+// An open key, closed at the end.
+class OwnedKey
+{
+public:
+    OwnedKey() = default;
+    OwnedKey(const OwnedKey&) = delete;
+    OwnedKey& operator=(const OwnedKey&) = delete;
+    ~OwnedKey()
+    {
+        if (m_key)
+            RegCloseKey(m_key);
+    }
+
+    bool Open(const std::u16string& path) { return RegOpenKeyW(HKEY_LOCAL_MACHINE, Units(path), &m_key) == ERROR_SUCCESS; }
+    LONG Make(const std::u16string& path) { return RegCreateKeyW(HKEY_LOCAL_MACHINE, Units(path), &m_key); }
+    HKEY Get() const { return m_key; }
+
+    DWORD Number(const std::u16string& value) const
+    {
+        DWORD number = 0;
+        DWORD size = sizeof number;
+        RegQueryValueExW(m_key, Units(value), nullptr, nullptr, reinterpret_cast<LPBYTE>(&number), &size);
+        return number;
+    }
+
+    /// The text with its terminators, or empty.
+    std::u16string Units16(const std::u16string& value) const
+    {
+        DWORD size = 0;
+        std::u16string text;
+        LSTATUS status;
+        do {
+            text.resize(size / sizeof(char16_t));
+            status = RegQueryValueExW(m_key, Units(value), nullptr, nullptr, reinterpret_cast<LPBYTE>(text.data()), &size);
+        } while (status == ERROR_MORE_DATA || (status == ERROR_SUCCESS && size / sizeof(char16_t) > text.size()));
+        text.resize(status == ERROR_SUCCESS ? size / sizeof(char16_t) : 0);
+        return text;
+    }
+
+    std::u16string Text(const std::u16string& value) const
+    {
+        const std::u16string text = Units16(value);
+        return text.substr(0, text.find(u'\0'));
+    }
+
+    void Store(const std::u16string& value, DWORD number)
+    {
+        Note(RegSetValueExW(m_key, Units(value), 0, REG_DWORD, reinterpret_cast<const BYTE*>(&number), sizeof number));
+    }
+
+    /// An empty text removes the value.
+    void Store(const std::u16string& value, DWORD type, const std::u16string& text)
+    {
+        if (text.empty()) {
+            RegDeleteValueW(m_key, Units(value));
+            return;
+        }
+        const auto size = static_cast<DWORD>((text.size() + 1) * sizeof(char16_t));
+        Note(RegSetValueExW(m_key, Units(value), 0, type, reinterpret_cast<const BYTE*>(text.c_str()), size));
+    }
+
+    /// The first failure of a store.
+    LONG Outcome() const { return m_outcome; }
+
+private:
+    void Note(LSTATUS status)
+    {
+        if (m_outcome == ERROR_SUCCESS)
+            m_outcome = status;
+    }
+
+    HKEY m_key = nullptr;
+    LONG m_outcome = ERROR_SUCCESS;
+};
+
+}  // namespace
+
+std::optional<ServiceConfiguration> LoadService(std::u16string_view name)
+{
+    OwnedKey key;
+    if (!key.Open(KeyPath(name)))
+        return std::nullopt;
+    ServiceConfiguration configuration;
+    configuration.type = key.Number(u"Type");
+    if (configuration.type == 0)
+        return std::nullopt;  // a key for something else
+    configuration.start = key.Number(u"Start");
+    configuration.errorControl = key.Number(u"ErrorControl");
+    configuration.path = key.Text(u"ImagePath");
+    configuration.group = key.Text(u"Group");
+    configuration.account = key.Text(u"ObjectName");
+    configuration.displayName = key.Text(u"DisplayName");
+    configuration.isDeleted = key.Number(u"DeleteFlag") != 0;
+    configuration.dependencies = key.Units16(u"DependOnService");
+    if (!configuration.dependencies.empty())
+        configuration.dependencies.pop_back();  // the end of the list
+    return configuration;
+}
+
+LONG StoreService(std::u16string_view name, const ServiceConfiguration& configuration)
+{
+    OwnedKey key;
+    if (const LONG status = key.Make(KeyPath(name)))
+        return status;
+    key.Store(u"Type", configuration.type);
+    key.Store(u"Start", configuration.start);
+    key.Store(u"ErrorControl", configuration.errorControl);
+    key.Store(u"ImagePath", REG_EXPAND_SZ, configuration.path);
+    key.Store(u"Group", REG_SZ, configuration.group);
+    key.Store(u"DependOnService", REG_MULTI_SZ, configuration.dependencies);
+    key.Store(u"ObjectName", REG_SZ, configuration.account);
+    key.Store(u"DisplayName", REG_SZ, configuration.displayName);
+    if (configuration.isDeleted)
+        key.Store(u"DeleteFlag", 1);
+    return key.Outcome();
+}
+
+std::vector<std::u16string> ServiceNames()
+{
+    std::vector<std::u16string> names;
+    OwnedKey key;
+    if (!key.Open(std::u16string(kServicesKey)))
+        return names;
+    WCHAR name[MAX_PATH];
+    for (DWORD i = 0; RegEnumKeyW(key.Get(), i, name, MAX_PATH) == ERROR_SUCCESS; ++i)
+        names.emplace_back(reinterpret_cast<const char16_t*>(name));
+    return names;
+}
+
+bool IsDisplayNameTaken(std::u16string_view name, std::u16string_view displayName)
+{
+    if (displayName.empty())
+        return false;
+    const std::vector<std::u16string> names = ServiceNames();
+    return std::ranges::any_of(names, [&](const std::u16string& other) {
+        const auto configuration = LoadService(other);
+        return CompareNames(other, name) != 0 && configuration && CompareNames(configuration->displayName, displayName) == 0;
+    });
+}
+
+void RemoveIfDue(std::u16string_view name)
+{
+    const auto configuration = LoadService(name);
+    if (!configuration || !configuration->isDeleted)
+        return;
+    const ServiceFolder folder(name);
+    if (!folder.Read(configuration->type).IsStopped() || !ServiceLock(folder.Open("open"), true, false))
+        return;
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, Units(KeyPath(name)));
+    folder.Remove();
+}
+
+}  // namespace kelgen::posix

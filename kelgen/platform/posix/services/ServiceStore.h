@@ -1,0 +1,42 @@
+// ServiceStore.h: the descriptions of services in the registry.
+#pragma once
+
+#include <kelgen/platform/posix/base/Types.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kelgen::posix {
+
+/// How a service is installed.
+struct ServiceConfiguration
+{
+    DWORD type = 0;
+    DWORD start = 0;
+    DWORD errorControl = 0;
+    std::u16string path;          // the command line, 16-bit form of a file name
+    std::u16string group;
+    std::u16string dependencies;  // each text with its terminator
+    std::u16string account;
+    std::u16string displayName;
+    bool isDeleted = false;       // marked for removal
+};
+
+/// The description of the service @p name; nothing when there is none.
+std::optional<ServiceConfiguration> LoadService(std::u16string_view name);
+
+/// Stores the description; an error code.
+LONG StoreService(std::u16string_view name, const ServiceConfiguration& configuration);
+
+/// The names of all services, in alphabetical order.
+std::vector<std::u16string> ServiceNames();
+
+/// Whether another service than @p name has that display name; an empty one is free.
+bool IsDisplayNameTaken(std::u16string_view name, std::u16string_view displayName);
+
+/// Removes the service when it is marked for removal, has stopped and is open nowhere. The lock over services is held.
+void RemoveIfDue(std::u16string_view name);
+
+}  // namespace kelgen::posix
