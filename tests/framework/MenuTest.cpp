@@ -62,7 +62,8 @@ std::string ItemsOf(const CMenu& menu)
 CRect Without(const CRect& from, const CRect& what)
 {
     CRect rest(1, 2, 3, 4);
-    EXPECT_EQ(!rest.SubtractRect(from, what), rest == CRect());
+    const BOOL anyLeft = rest.SubtractRect(from, what);
+    EXPECT_EQ(anyLeft == FALSE, rest == CRect());
     return rest;
 }
 
