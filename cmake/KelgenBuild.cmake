@@ -39,7 +39,7 @@ find_program(KELGEN_CCACHE ccache)
 if(KELGEN_CCACHE)
   set(CMAKE_CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND}" -E env
     "CCACHE_BASEDIR=${CMAKE_SOURCE_DIR}" CCACHE_NOHASHDIR=1
-    "CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime" "${KELGEN_CCACHE}")
+    "CCACHE_SLOPPINESS=pch_defines,time_macros" "${KELGEN_CCACHE}")
   set(CMAKE_C_COMPILER_LAUNCHER "${CMAKE_CXX_COMPILER_LAUNCHER}")
 endif()
 

@@ -1,0 +1,2 @@
+# Menus, icons, strings and dialogs of the tests' frames.
+kelgen_add_resources(test_app "${PROJECT_SOURCE_DIR}/tests/app/App.rc")
