@@ -5,6 +5,7 @@
 
 #include "support/Scratch.h"
 
+#include <filesystem>
 #include <fstream>
 #include <thread>
 
@@ -71,6 +72,8 @@ TEST_F(App, KnowsItsPathsAndName)
 TEST_F(App, IniFileIsLookedForInTheCurrentFolderToo)
 {
     ASSERT_TRUE(m_app.InitInstance());
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(ScratchFolder());
     CString path;
     m_app.GetIniFilePathName(path);
     EXPECT_TRUE(path.IsEmpty());
@@ -86,6 +89,7 @@ TEST_F(App, IniFileIsLookedForInTheCurrentFolderToo)
     ::DeleteFileA(path);
     m_app.GetIniFilePathName(path);
     EXPECT_STREQ(name + ".ini", path) << "found once";
+    std::filesystem::current_path(before);
 }
 
 TEST_F(App, FramesAreListedOnceAndHandTheMainWindowOn)

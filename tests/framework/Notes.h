@@ -11,8 +11,8 @@
 
 namespace kelgen::test {
 
-constexpr UINT kNote = 200;
-constexpr UINT kDesk = 201;
+constexpr UINT kNote = 220;
+constexpr UINT kDesk = 221;
 constexpr UINT kStamp = 40001;
 constexpr UINT kLocked = 40002;
 constexpr UINT kUnknown = 40003;

@@ -123,9 +123,11 @@ std::u16string ControlText(const TemplateName& text)
 
 bool CreateControl(const TemplateControl& control, HWND dialog, DialogState& state, DWORD dialogStyle, HINSTANCE module, bool wide)
 {
+    // A border is a sunken edge where dialogs are drawn in relief.
+    const bool isSunken = (dialogStyle & DS_3DLOOK) && (control.style & WS_BORDER);
     const HWND window =
-        Create({control.exStyle | WS_EX_NOPARENTNOTIFY, ClassOf(control.className), ControlText(control.text),
-                control.style | WS_CHILD, InPixels(state, control.x, control.y, control.width, control.height), dialog,
+        Create({control.exStyle | WS_EX_NOPARENTNOTIFY | (isSunken ? WS_EX_CLIENTEDGE : 0), ClassOf(control.className),
+                ControlText(control.text), (isSunken ? control.style & ~WS_BORDER : control.style) | WS_CHILD, InPixels(state, control.x, control.y, control.width, control.height), dialog,
                 reinterpret_cast<HMENU>(static_cast<LONG_PTR>(static_cast<int>(control.id))), module, control.data},
                wide);
     if (!window)

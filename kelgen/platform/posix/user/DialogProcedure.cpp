@@ -1,6 +1,7 @@
 // DialogProcedure.cpp: the window procedure of dialogs, their focus and their default button.
 #include <kelgen/platform/posix/user/Dialogs.h>
 
+#include <kelgen/platform/posix/user/ClassTable.h>
 #include <kelgen/platform/posix/user/Controls.h>
 #include <kelgen/platform/posix/user/DialogState.h>
 #include <kelgen/platform/posix/user/MessageText.h>
@@ -179,13 +180,12 @@ std::shared_ptr<DialogState> MakeDialogState(HWND dialog)
 
 std::shared_ptr<DialogState> DialogStateOf(HWND dialog)
 {
-    constexpr DWORD kDialogClass = 32770;
     const Window* window = OwnWindow(dialog);
     if (!window) {
         IsWindow(dialog);
         return nullptr;
     }
-    if (!window->dialog && GetClassLongA(dialog, GCW_ATOM) != kDialogClass)
+    if (!window->dialog && window->windowClass->name != u"#32770")
         return nullptr;
     return MakeDialogState(dialog);
 }

@@ -99,7 +99,7 @@ void SwitchTo(HWND client, MdiClientState& state, HWND child)
         SendMessageW(client, WM_SETFOCUS, reinterpret_cast<WPARAM>(client), 0);
 }
 
-/// The child after @p child, or before it, that is neither hidden nor disabled; null when there is no other.
+/// The child after @p child, or before it, that is neither hidden nor disabled itself; null when there is no other.
 HWND Neighbour(const MdiClientState& state, HWND child, bool backwards)
 {
     const auto found = std::ranges::find(state.children, child);
@@ -109,7 +109,7 @@ HWND Neighbour(const MdiClientState& state, HWND child, bool backwards)
     const auto at = static_cast<std::size_t>(found - state.children.begin());
     for (std::size_t step = 1; step < count; ++step) {
         const HWND other = state.children[(at + (backwards ? count - step : step)) % count];
-        if (IsWindowVisible(other) && IsWindowEnabled(other))
+        if ((StyleOf(other) & WS_VISIBLE) && IsWindowEnabled(other))
             return other;
     }
     return nullptr;

@@ -206,7 +206,8 @@ void MenuLoop::OnCharacter(UINT character)
     if (character == '\r' || character == ' ')
         return Execute();
     if (const int found = FindMnemonic(character); found >= 0) {
-        Select(found);
+        if (found != Top().selected)
+            Select(found);
         return Execute();
     }
     const bool isPopup = !m_isBar || m_levels.size() > 1;
@@ -250,8 +251,11 @@ BOOL TrackPopupMenuEx(HMENU menu, UINT flags, int, int, HWND window, LPTPMPARAMS
         return Fail(ERROR_INVALID_WINDOW_HANDLE, FALSE);
     if (GetMenu(window) == menu || (MenuLoop::Current() && !(flags & TPM_RECURSE)))
         return Fail(ERROR_POPUP_ALREADY_ACTIVE, FALSE);
+    const bool isEmpty = GetMenuItemCount(menu) == 0;
     const UINT command = MenuLoop(window, menu, flags).RunPopup();
     SetLastError(ERROR_SUCCESS);
+    if (isEmpty)
+        return FALSE;
     return flags & TPM_RETURNCMD ? static_cast<BOOL>(command) : TRUE;
 }
 
