@@ -137,7 +137,7 @@ void CKelGenApp::SendMessageToWindows(UINT message, WPARAM wParam, LPARAM lParam
 {
     const CBaseObjectPtrArray<CWnd*>& frames = GetWndArray();
     for (int i = 0; i < frames.GetSize(); ++i) {
-        const HWND handle = frames[i]->GetSafeHwnd();
+        const HWND handle = kelgen::detail::HandleOf(frames[i]);
         if (!::IsWindow(handle))
             continue;
         ::SendMessageA(handle, message, wParam, lParam);

@@ -24,7 +24,7 @@ CKelGenFrameWndInterface::~CKelGenFrameWndInterface() = default;
 
 bool CKelGenFrameWndInterface::KelGenPosLoadFrame(UINT nIDResource, DWORD, CWnd*, CCreateContext*)
 {
-    const HWND window = KelGenGetFrameWnd()->GetSafeHwnd();
+    const HWND window = kelgen::detail::HandleOf(KelGenGetFrameWnd());
     SetMissingIcon(window, ICON_SMALL, nIDResource, 16);
     SetMissingIcon(window, ICON_BIG, nIDResource, 32);
     return true;

@@ -72,7 +72,7 @@ BOOL CWnd::CreateDlgIndirect(LPCDLGTEMPLATEA lpDialogTemplate, CWnd* pParentWnd,
     if (lpDialogTemplate) {
         AfxHookWindowCreate(this);
         try {
-            window = ::CreateDialogIndirectParamA(hInst ? hInst : AfxGetInstanceHandle(), lpDialogTemplate, pParentWnd->GetSafeHwnd(),
+            window = ::CreateDialogIndirectParamA(hInst ? hInst : AfxGetInstanceHandle(), lpDialogTemplate, kelgen::detail::HandleOf(pParentWnd),
                                                   &DialogProcedure, 0);
         } catch (...) {
             AfxUnhookWindowCreate();
@@ -185,7 +185,7 @@ INT_PTR CDialog::DoModal()
 {
     HWND top = nullptr;
     CWnd* const parent = CWnd::GetSafeOwner(m_pParentWnd, &top);
-    OwnerLock ownerLock(parent->GetSafeHwnd());
+    OwnerLock ownerLock(kelgen::detail::HandleOf(parent));
     m_nModalResult = -1;
     m_nFlags |= WF_CONTINUEMODAL;
     try {
