@@ -1,0 +1,2 @@
+# The program that watched services run.
+include("${PROJECT_SOURCE_DIR}/tests/support/system/Programs.cmake")
