@@ -15,4 +15,8 @@ function(kelgen_add_test_program folder)
     COMMAND test_${name} "--gtest_output=xml:$<$<BOOL:${WIN32}>:Z:>${PROJECT_BINARY_DIR}/reports/${name}.xml" --gtest_brief=1
     WORKING_DIRECTORY "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
   set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+  # On windows these share one mouse, one focus and one foreground window.
+  if(WIN32 AND name MATCHES "^(app|framework|platform_user|text|window)$")
+    set_tests_properties(${name} PROPERTIES RESOURCE_LOCK desktop)
+  endif()
 endfunction()

@@ -117,16 +117,12 @@ TEST(FileChangeEvent, EndsAtOnceWithMoreFoldersThanAWaitHolds)
 {
     const std::string parent = NewFolder();
     RecordingWatcher watcher;
-    std::string last;
-    for (int i = 0; i < 70; ++i) {
-        const std::string folder = parent + std::to_string(i);
-        CreateDirectoryA(folder.c_str(), nullptr);
-        last = folder + "\\f";
-        Touch(last);
-        watcher.Add(last);
+    for (int i = 0; i < 70; ++i)
+        watcher.Add(parent + std::to_string(i) + "\\f");
+    for (int i = 0; i < 2; ++i) {
+        watcher.StartWatch();
+        EXPECT_TRUE(Eventually([&] { return !watcher.IsWatching(); }));
     }
-    watcher.StartWatch();
-    EXPECT_TRUE(Eventually([&] { return !watcher.IsWatching(); }));
 }
 
 TEST(FileChangeEvent, MayBeDeletedInItsOwnAlarm)
