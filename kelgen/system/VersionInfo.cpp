@@ -97,6 +97,14 @@ CVersionInfo::TRANSLATION* CVersionInfo::GetTranslation(int i) const
 
 void CVersionInfo::SetTranslation(int i)
 {
-    m_language = m_translations[i].language;
-    m_codePage = m_translations[i].codePage;
+    if (!m_translations)
+        return;
+    constexpr std::ptrdiff_t kSize = sizeof(TRANSLATION);
+    const std::ptrdiff_t offset = reinterpret_cast<BYTE*>(m_translations) - m_data.get() + i * kSize;
+    if (offset < 0 || offset > std::ptrdiff_t{m_size} - kSize)
+        return;
+    TRANSLATION translation;
+    std::memcpy(&translation, m_data.get() + offset, sizeof translation);
+    m_language = translation.language;
+    m_codePage = translation.codePage;
 }

@@ -66,7 +66,8 @@ public:
     int GetNumberOfTranslations() const { return m_translationCount; }
     /// The translation @p i, in what is loaded. By contract: @p i, from 0 to GetNumberOfTranslations() - 1, is not tested.
     TRANSLATION* GetTranslation(int i) const;
-    /// Makes the translation @p i, an index as for GetTranslation, the one that GetValue reads.
+    /// Makes the translation @p i the one that GetValue reads. By contract: @p i is not tested against their number; nothing
+    /// happens when it leads out of what is loaded.
     void SetTranslation(int i);
 
 protected:

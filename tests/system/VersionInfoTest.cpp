@@ -4,6 +4,7 @@
 #include "support/Scratch.h"
 #include "support/VersionImages.h"
 
+#include <climits>
 #include <cstring>
 
 using namespace kelgen::test;
@@ -53,6 +54,9 @@ TEST(VersionInfo, TellsNumbersAndTexts)
     version.SetTranslation(1);
     EXPECT_STREQ("Deutsch", version.GetProductName());
     EXPECT_STREQ("", version.GetComments());
+    for (const int outside : {INT_MIN, -100000, 100000, INT_MAX})
+        version.SetTranslation(outside);
+    EXPECT_STREQ("Deutsch", version.GetProductName());
 
     EXPECT_EQ(0, version.Load("none.dll"));
     EXPECT_EQ(0u, version.GetFileVersion());
