@@ -1,51 +1,13 @@
 // ProcessesTest.cpp: programs started, waited for and ended, and waits over objects of all kinds.
+#include "support/system/Programs.h"
 #include "support/system/Services.h"
 
 using namespace kelgen::test;
 
-namespace {
-
-struct Child
-{
-    OwnedHandle process;
-    OwnedHandle thread;
-    DWORD id = 0;
-    DWORD error = 0;
-
-    DWORD ExitCode() const
-    {
-        WaitForSingleObject(process.get(), kDeadline);
-        DWORD code = 0;
-        GetExitCodeProcess(process.get(), &code);
-        return code;
-    }
-};
-
-Child Start(const char* program, std::string commandLine, const char* folder = nullptr)
-{
-    STARTUPINFOA startup = {};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION information = {};
-    Child child;
-    if (!CreateProcessA(program, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, folder, &startup, &information))
-        child.error = GetLastError();
-    child.process.reset(information.hProcess);
-    child.thread.reset(information.hThread);
-    child.id = information.dwProcessId;
-    return child;
-}
-
-std::string Program()
-{
-    return DrivePath(SERVICE_PROGRAM);
-}
-
-}  // namespace
-
 TEST(Processes, GetTheirArgumentsAndGiveTheirExitCodes)
 {
     const std::string file = ScratchFile("arguments");
-    const Child child = Start(nullptr, Quoted(Program()) + " child 7 " + Quoted(DrivePath(file)) +
+    const Child child = StartProgram(nullptr, Quoted(Program()) + " child 7 " + Quoted(DrivePath(file)) +
                                            " plain \"a b\" c\\\"d e\\f \"g\\\\\" \"h\"\"i\" \"\"  j\\\\\\\"k");
     ASSERT_EQ(0u, child.error);
     EXPECT_EQ(7u, child.ExitCode());
@@ -55,7 +17,7 @@ TEST(Processes, GetTheirArgumentsAndGiveTheirExitCodes)
 
 TEST(Processes, EndWhenTerminated)
 {
-    const Child held = Start(Program().c_str(), "x wait");
+    const Child held = StartProgram(Program().c_str(), "x wait");
     EXPECT_EQ(WAIT_TIMEOUT, WaitForSingleObject(held.process.get(), 50));
     EXPECT_TRUE(TerminateProcess(held.process.get(), 77));
     EXPECT_EQ(77u, held.ExitCode());
@@ -73,11 +35,11 @@ TEST(Processes, AreRefusedWithTheReason)
     const auto folder = ScratchFolder();
     WriteBytes((folder / "text.exe").string(), "no program");
     const std::string in = DrivePath(folder.string()) + '\\';
-    EXPECT_EQ(2u, Start((in + "nothing.exe").c_str(), "").error);
-    EXPECT_EQ(3u, Start((in + "no\\thing.exe").c_str(), "").error);
-    EXPECT_EQ(193u, Start((in + "text.exe").c_str(), "").error);
-    EXPECT_EQ(2u, Start(nullptr, Quoted(in + "nothing.exe") + " x").error);
-    EXPECT_EQ(267u, Start(Program().c_str(), "x", (in + "nothing").c_str()).error);
+    EXPECT_EQ(2u, StartProgram((in + "nothing.exe").c_str(), "").error);
+    EXPECT_EQ(3u, StartProgram((in + "no\\thing.exe").c_str(), "").error);
+    EXPECT_EQ(193u, StartProgram((in + "text.exe").c_str(), "").error);
+    EXPECT_EQ(2u, StartProgram(nullptr, Quoted(in + "nothing.exe") + " x").error);
+    EXPECT_EQ(267u, StartProgram(Program().c_str(), "x", (in + "nothing").c_str()).error);
 }
 
 TEST(Waits, TakeEventsThreadsProcessesAndNotificationsTogether)
@@ -87,7 +49,7 @@ TEST(Waits, TakeEventsThreadsProcessesAndNotificationsTogether)
     const OwnedHandle gate(CreateEventA(nullptr, TRUE, FALSE, nullptr));
     const OwnedHandle thread = StartThread([&gate] { return WaitForSingleObject(gate.get(), kDeadline); });
     const OwnedHandle notification(FindFirstChangeNotificationA(folder.c_str(), FALSE, FILE_NOTIFY_CHANGE_FILE_NAME));
-    const Child child = Start(nullptr, Quoted(Program()) + " child 9 " + Quoted(folder + "\\made") + " x");
+    const Child child = StartProgram(nullptr, Quoted(Program()) + " child 9 " + Quoted(folder + "\\made") + " x");
     const HANDLE handles[] = {event.get(), thread.get(), notification.get(), child.process.get()};
     EXPECT_EQ(WAIT_OBJECT_0 + 2, WaitForMultipleObjects(3, handles, FALSE, kDeadline));
     EXPECT_EQ(WAIT_OBJECT_0, WaitForMultipleObjects(2, handles + 2, TRUE, kDeadline));

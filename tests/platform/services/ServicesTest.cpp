@@ -1,4 +1,5 @@
 // ServicesTest.cpp: a service's whole life, its refusals, and how its program is found.
+#include "support/system/Programs.h"
 #include "support/system/Services.h"
 
 #include "support/Rows.h"
@@ -232,6 +233,22 @@ TEST(Services, RefuseBadCalls)
     EXPECT_EQ("0 1063", Outcome([&] { return StartServiceCtrlDispatcherA(table); }));
     EXPECT_EQ("0 1056", Outcome([&] { return StartServiceCtrlDispatcherA(table); }));
     EXPECT_EQ("0 1060", Outcome([] { return RegisterServiceCtrlHandlerA("x", nullptr) != nullptr; }));
+}
+
+TEST(Services, StartOnceForManyClientsAndSurviveThem)
+{
+    const InstalledService service("run");
+    std::vector<Child> clients;
+    for (int i = 0; i < 4; ++i)
+        clients.push_back(StartProgram(Program().c_str(), "client start " + service.name));
+    std::vector<DWORD> results;
+    for (const Child& client : clients)
+        results.push_back(client.ExitCode());
+    EXPECT_EQ(1, std::count(results.begin(), results.end(), 0u));
+    EXPECT_EQ(3, std::count(results.begin(), results.end(), ERROR_SERVICE_ALREADY_RUNNING & 0xFF));
+    ASSERT_TRUE(service.Reaches(SERVICE_RUNNING));
+    EXPECT_EQ("1", Control(service, SERVICE_CONTROL_STOP).substr(0, 1));
+    EXPECT_TRUE(service.Reaches(SERVICE_STOPPED));
 }
 
 TEST(Services, GoWhenMarkedStoppedAndClosed)

@@ -4,6 +4,7 @@
 //                            FILE.stop exist), ignore (no stop), exit5, specific, silent (no dispatcher), nopause.
 //     service child CODE FILE ARGUMENT...   appends its arguments to FILE and ends with CODE.
 //     service wait           sleeps for a minute.
+//     service start NAME     starts the service NAME and ends with the low byte of the error, 0 when it was started.
 //
 // Control 130 kills the process, 131 ends it without a report.
 #include <kelgen/platform/Win32.h>
@@ -116,12 +117,24 @@ int RunChild(int count, char** arguments)
     return std::atoi(arguments[2]);
 }
 
+int StartAsClient(const char* name)
+{
+    const SC_HANDLE manager = OpenSCManagerA(nullptr, nullptr, SC_MANAGER_CONNECT);
+    const SC_HANDLE service = OpenServiceA(manager, name, SERVICE_START);
+    const int result = StartServiceA(service, 0, nullptr) ? 0 : static_cast<int>(GetLastError() & 0xFF);
+    CloseServiceHandle(service);
+    CloseServiceHandle(manager);
+    return result;
+}
+
 }  // namespace
 
 int main(int count, char** arguments)
 {
     if (count > 3 && std::strcmp(arguments[1], "child") == 0)
         return RunChild(count, arguments);
+    if (count > 2 && std::strcmp(arguments[1], "start") == 0)
+        return StartAsClient(arguments[2]);
     if (count > 1 && std::strcmp(arguments[1], "wait") == 0)
         Sleep(60000);
     if (count > 1)
