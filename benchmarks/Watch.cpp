@@ -1,0 +1,70 @@
+// Watch.cpp: CFileChangeEvent beside the kernel's own queue, read by a thread of its own too.
+#include "WatchOperations.h"
+
+#include <kelgen/system/FileChangeEvent.h>
+
+#include <sys/inotify.h>
+#include <thread>
+
+using namespace bench;
+
+namespace {
+
+struct Watcher : CFileChangeEvent
+{
+    void OnFileAlarm(EFileAlarm, const char*) override { seen.add(); }
+    Seen seen;
+};
+
+void WatchKelgen(State& st)
+{
+    ChangingFile file;
+    Watcher watcher;
+    std::string path = "Z:" + file.path;
+    for (char& c : path)
+        c = c == '/' ? '\\' : c;
+    watcher.AddFile(path.c_str());
+    watcher.StartWatch();
+    // Changes count from when the thread waits.
+    for (int i = 0; watcher.seen.count() == 0; ++i) {
+        require(i < 1000, "no alarm");
+        file.change();
+        usleep(10000);
+    }
+    usleep(50000);
+    for (auto _ : st) {
+        const int before = watcher.seen.count();
+        file.change();
+        watcher.seen.await(before);
+    }
+    watcher.StopWatch();
+    usleep(50000);
+}
+
+void WatchInotify(State& st)
+{
+    ChangingFile file;
+    Seen seen;
+    const int queue = inotify_init1(IN_CLOEXEC);
+    inotify_add_watch(queue, std::filesystem::path(file.path).parent_path().c_str(), IN_MODIFY | IN_ATTRIB | IN_DELETE);
+    std::thread reader([&] {
+        alignas(inotify_event) char events[4096];
+        for (bool ends = false; !ends && read(queue, events, sizeof events) > 0;) {
+            ends = reinterpret_cast<inotify_event*>(events)->mask & IN_DELETE;
+            seen.add();
+        }
+    });
+    for (auto _ : st) {
+        const int before = seen.count();
+        file.change();
+        seen.await(before);
+    }
+    std::filesystem::remove(file.path);
+    reader.join();
+    close(queue);
+}
+
+BENCHMARK(WatchKelgen)->Name("Watch/ChangeToAlarm/kelgen")->UseRealTime();
+BENCHMARK(WatchInotify)->Name("Watch/ChangeToAlarm/inotify")->UseRealTime();
+
+}  // namespace
