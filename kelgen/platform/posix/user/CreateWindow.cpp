@@ -150,18 +150,6 @@ void AskFirstClient(Window& window)
     window.client = client;
 }
 
-void TellParent(const Window& window, WORD event)
-{
-    HWND parent = nullptr;
-    {
-        DesktopGuard guard;
-        if (!window.IsChild() || (window.exStyle & WS_EX_NOPARENTNOTIFY) || !window.parent || window.parent->IsDesktopOrMessageRoot())
-            return;
-        parent = window.parent->handle;
-    }
-    SendTo(parent, WM_PARENTNOTIFY, MAKEWPARAM(event, window.id), AsParameter(window.handle), true);
-}
-
 // False when the procedure or a hook does not want the window, or has destroyed it.
 template <class Struct>
 bool Introduce(Window& window, Struct& create, bool wide)
@@ -251,7 +239,7 @@ HWND MakeWindow(const Char* className, typename Create<Char>::Struct create)
         return nullptr;
     ApplyStartState(*window, start);
     if (!window->destroyed)
-        TellParent(*window, WM_CREATE);
+        NotifyParent(*window, WM_CREATE);
     if (!window->destroyed && (create.style & WS_VISIBLE))
         Show(*window, SW_SHOW);
     return window->destroyed ? nullptr : handle;

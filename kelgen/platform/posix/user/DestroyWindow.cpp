@@ -103,17 +103,25 @@ void DestroyOwned(const Window& window)
     }
 }
 
-void TellParentOfEnd(const Window& window)
+// Clears the mark of a window whose destruction an exception of its host has ended, and of what is below it.
+struct DestructionMark
 {
-    HWND parent = nullptr;
+    explicit DestructionMark(Window& marked) : window(marked) { window.beingDestroyed = true; }
+    ~DestructionMark()
     {
-        DesktopGuard guard;
-        if (!window.IsChild() || (window.exStyle & WS_EX_NOPARENTNOTIFY) || !window.parent || window.parent->IsDesktopOrMessageRoot())
+        if (window.destroyed)
             return;
-        parent = window.parent->handle;
+        DesktopGuard guard;
+        window.beingDestroyed = false;
+        for (HWND below : DescendantsOf(window))
+            if (Window* own = OwnWindow(below))
+                own->beingDestroyed = false;
     }
-    SendTo(parent, WM_PARENTNOTIFY, MAKEWPARAM(WM_DESTROY, window.id), AsParameter(window.handle), true);
-}
+    DestructionMark(const DestructionMark&) = delete;
+    DestructionMark& operator=(const DestructionMark&) = delete;
+
+    Window& window;
+};
 
 void HideBeforeEnd(Window& window)
 {
@@ -128,18 +136,32 @@ void HideBeforeEnd(Window& window)
 
 }  // namespace
 
+void NotifyParent(const Window& window, UINT event)
+{
+    HWND parent = nullptr;
+    {
+        DesktopGuard guard;
+        if (!window.IsChild() || (window.exStyle & WS_EX_NOPARENTNOTIFY) || !window.parent || window.parent->IsDesktopOrMessageRoot())
+            return;
+        parent = window.parent->handle;
+    }
+    SendTo(parent, WM_PARENTNOTIFY, MAKEWPARAM(event, window.id), AsParameter(window.handle), true);
+}
+
 void Forget(Window& window)
 {
     ThreadQueue& queue = *window.queue;
-    queue.ForgetWindow(window.handle);
-    HWND handle = window.handle;
+    const HWND gone = window.handle;
+    HWND handle = gone;
     if (queue.active == handle)
         queue.active = nullptr;
     if (queue.focus == handle)
         queue.focus = nullptr;
     queue.capture.compare_exchange_strong(handle, nullptr);
     ReleaseMenus(window);
+    // From here on nobody finds the window, so that nothing for it comes into the emptied queue.
     RemoveWindow(window);
+    queue.ForgetWindow(gone);
 }
 
 void AbandonCreation(Window& window)
@@ -188,8 +210,8 @@ BOOL DestroyWindow(HWND handle)
         return FALSE;
     if (window->destroyed)
         return TRUE;
-    window->beingDestroyed = true;
-    TellParentOfEnd(*window);
+    const DestructionMark mark(*window);
+    NotifyParent(*window, WM_DESTROY);
     if (!window->destroyed)
         HideBeforeEnd(*window);
     if (!window->destroyed && !window->IsChild())

@@ -1,9 +1,12 @@
-// Destruction.h: the ends of windows.
+// Destruction.h: the ends of windows, and what parents learn of their children.
 #pragma once
 
 #include <kelgen/platform/posix/user/WindowObject.h>
 
 namespace kelgen::posix::user {
+
+/// Tells the parent of a child, unless it has WS_EX_NOPARENTNOTIFY, by WM_PARENTNOTIFY that it comes or goes.
+void NotifyParent(const Window& window, UINT event);
 
 /// Takes a window that its procedure does not know yet out of everything.
 void Forget(Window& window);

@@ -12,7 +12,7 @@ namespace kelgen::posix::user {
 
 namespace {
 
-enum class Carries { Nothing, Text, TextUnlessOwnerDrawn, Buffer, ItemBuffer, LineBuffer, Length, CreateStruct, MdiCreateStruct, Character };
+enum class Carries { Nothing, Text, TextUnlessOwnerDrawn, Buffer, ItemBuffer, ItemLength, LineBuffer, Length, CreateStruct, MdiCreateStruct, Character };
 
 constexpr LONG kListOwnerDrawn = 0x0030;  // LBS_OWNERDRAWFIXED, LBS_OWNERDRAWVARIABLE; the combo box's have the same values
 constexpr LONG kListHasStrings = 0x0040;
@@ -46,6 +46,9 @@ Carries KindOf(UINT message)
     case 0x0148:  // CB_GETLBTEXT
     case 0x0189:  // LB_GETTEXT
         return Carries::ItemBuffer;
+    case 0x0149:  // CB_GETLBTEXTLEN
+    case 0x018A:  // LB_GETTEXTLEN
+        return Carries::ItemLength;
     case 0x00C4:  // EM_GETLINE
         return Carries::LineBuffer;
     case WM_GETTEXTLENGTH:
@@ -197,14 +200,15 @@ public:
         return static_cast<LRESULT>(length);
     }
 
-    LRESULT CallForLength(UINT message) const
+    // The length that a text has after its conversion: in a page of single bytes the one that it has before.
+    LRESULT CallForLength(UINT message, WPARAM wParam, UINT textMessage) const
     {
-        const LRESULT length = Call(message, 0, 0);
+        const LRESULT length = Call(message, wParam, 0);
         CPINFO page{};
         if (length <= 0 || (GetCPInfo(CP_ACP, &page) && page.MaxCharSize == 1))
             return length;
         std::vector<To> text(static_cast<std::size_t>(length) + 1);
-        Call(WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
+        Call(textMessage, textMessage == WM_GETTEXT ? text.size() : wParam, reinterpret_cast<LPARAM>(text.data()));
         text.back() = 0;
         return static_cast<LRESULT>(Text<From>::Convert(text.data()).size());
     }
@@ -247,7 +251,9 @@ public:
         case Carries::LineBuffer:
             return CallWithLineBuffer(message, wParam, lParam);
         case Carries::Length:
-            return CallForLength(message);
+            return CallForLength(message, wParam, WM_GETTEXT);
+        case Carries::ItemLength:
+            return HoldsStrings(message) ? CallForLength(message, wParam, message - 1) : Call(message, wParam, lParam);
         case Carries::CreateStruct:
             return CallWithCreateStruct(message, wParam, lParam);
         case Carries::MdiCreateStruct:

@@ -40,18 +40,16 @@ UINT GetItemText(HWND dialog, int id, Char* text, int size)
     return item ? static_cast<UINT>(GetText(item, text, size)) : 0;
 }
 
-// The number in a text, with blanks around it and nothing else.
+// The number in a text, with blanks around it and nothing else. An unsigned one may have a '-' too, as of strtoul.
 bool ParseNumber(const char* text, bool isSigned, UINT& number)
 {
     char* end = nullptr;
     while (*text == ' ')
         ++text;
-    if (*text == '\0' || (!isSigned && *text == '-'))
-        return false;
     const long long value = std::strtoll(text, &end, 10);
     while (*end == ' ')
         ++end;
-    const long long lowest = isSigned ? -0x80000000LL : 0;
+    const long long lowest = isSigned ? -0x80000000LL : -0xFFFFFFFFLL;
     const long long highest = isSigned ? 0x7FFFFFFFLL : 0xFFFFFFFFLL;
     if (end == text || *end != '\0' || value < lowest || value > highest)
         return false;
