@@ -93,6 +93,9 @@ BOOL CWnd::Attach(HWND hWndNew)
 {
     if (!hWndNew)
         return FALSE;
+    // The window that it had may have ended without the framework's seeing it.
+    if (m_hWnd && FromHandlePermanent(m_hWnd) == this)
+        Detach();
     ThreadMaps().windows.SetPermanent(hWndNew, this);
     m_hWnd = hWndNew;
     return TRUE;

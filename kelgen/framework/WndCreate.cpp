@@ -13,11 +13,14 @@ namespace {
 /// Names of window classes, kept at their places: callers may hold on to them.
 LPCSTR Kept(const CString& name)
 {
+    struct Lock
+    {
+        Lock() { AfxLockGlobals(CRIT_REGCLASSLIST); }
+        ~Lock() { AfxUnlockGlobals(CRIT_REGCLASSLIST); }
+    };
     static std::set<std::string>& names = *new std::set<std::string>;
-    AfxLockGlobals(CRIT_REGCLASSLIST);
-    LPCSTR const kept = names.emplace(name.GetString()).first->c_str();
-    AfxUnlockGlobals(CRIT_REGCLASSLIST);
-    return kept;
+    const Lock lock;
+    return names.emplace(name.GetString()).first->c_str();
 }
 
 /// The platform makes windows of its own for input methods along with others.
@@ -88,7 +91,8 @@ BOOL AfxRegisterClass(WNDCLASSA* lpWndClass)
     WNDCLASSA existing;
     if (::GetClassInfoA(lpWndClass->hInstance, lpWndClass->lpszClassName, &existing))
         return TRUE;
-    return ::RegisterClassA(lpWndClass) != 0;
+    // Another thread may have been quicker.
+    return ::RegisterClassA(lpWndClass) != 0 || ::GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
 }
 
 LPCSTR AfxRegisterWndClass(UINT nClassStyle, HCURSOR hCursor, HBRUSH hbrBackground, HICON hIcon)
@@ -141,9 +145,15 @@ BOOL CWnd::CreateEx(DWORD dwExStyle, LPCSTR lpszClassName, LPCSTR lpszWindowName
         return FALSE;
     }
     AfxHookWindowCreate(this);
-    const HWND window = ::CreateWindowExA(create.dwExStyle, create.lpszClass, create.lpszName, static_cast<DWORD>(create.style),
-                                          create.x, create.y, create.cx, create.cy, create.hwndParent, create.hMenu,
-                                          create.hInstance, create.lpCreateParams);
+    HWND window = nullptr;
+    try {
+        window = ::CreateWindowExA(create.dwExStyle, create.lpszClass, create.lpszName, static_cast<DWORD>(create.style), create.x,
+                                   create.y, create.cx, create.cy, create.hwndParent, create.hMenu, create.hInstance,
+                                   create.lpCreateParams);
+    } catch (...) {
+        AfxUnhookWindowCreate();
+        throw;
+    }
     // A window that existed has told its object of its end; the object may be gone.
     if (!AfxUnhookWindowCreate())
         PostNcDestroy();

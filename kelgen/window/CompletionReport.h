@@ -18,7 +18,7 @@ public:
 
     /// Tells the listener, if any, of the progress so far. By contract: the argument does not count, the counters do.
     virtual void ReportCompletion(double);
-    /// The listener, owned by the host, or null.
+    /// The listener, owned by the host, or null. It outlives the task, or is taken away before it goes.
     virtual void SetCompletionReportListener(CCompletionReportListener* pListener);
     /// The number by which the listener knows the task.
     virtual void SetTaskId(UINT nTaskId);

@@ -16,7 +16,10 @@ HINSTANCE LibraryInstance()
 
 }  // namespace
 
-CMessageFilterWndHook::~CMessageFilterWndHook() = default;
+CMessageFilterWndHook::~CMessageFilterWndHook()
+{
+    CMessageFilterMainHook::theMFMH.MessageFilterUnhook(this);
+}
 
 CMessageFilterMainHook CMessageFilterMainHook::theMFMH;
 
@@ -102,7 +105,13 @@ LRESULT CALLBACK CMessageFilterMainHook::MessageFilterMessageProc(int code, WPAR
     return 0;
 }
 
-CMouseHookInterface::~CMouseHookInterface() = default;
+CMouseHookInterface::~CMouseHookInterface()
+{
+    for (CMouseHook* hook = CMouseHook::first; hook; hook = hook->m_next) {
+        if (const int index = hook->Find(this); index >= 0)
+            hook->m_walks.Remove(hook->m_listeners, index);
+    }
+}
 
 void CMouseHookInterface::OnHookLButtonDown(UINT, CPoint) {}
 
@@ -111,9 +120,19 @@ void CMouseHookInterface::OnHookMouseMove(UINT, CPoint) {}
 void CMouseHookInterface::OnHookLButtonUp(UINT, CPoint) {}
 
 CMouseHook* CMouseHook::pthemousehook = nullptr;
+CMouseHook* CMouseHook::first = nullptr;
+
+CMouseHook::CMouseHook() : m_next(first)
+{
+    first = this;
+}
 
 CMouseHook::~CMouseHook()
 {
+    CMouseHook** link = &first;
+    while (*link != this)
+        link = &(*link)->m_next;
+    *link = m_next;
     if (m_hHook)
         MouseUnhook();
     if (pthemousehook == this)
@@ -151,7 +170,7 @@ bool CMouseHook::MouseUnhook(CMouseHookInterface* pListener)
     const int index = m_hHook ? Find(pListener) : -1;
     if (index < 0)
         return false;
-    m_listeners.RemoveAt(index);
+    m_walks.Remove(m_listeners, index);
     return true;
 }
 
@@ -172,15 +191,10 @@ void CMouseHook::MouseHookOnLButtonUp(MOUSEHOOKSTRUCT* pEvent)
 
 void CMouseHook::Tell(Event event, const MOUSEHOOKSTRUCT& data)
 {
-    for (int i = 0; i < m_listeners.GetSize();) {
-        CMouseHookInterface* const listener = m_listeners[i];
+    kelgen::detail::ListWalk<Listeners> walk(m_walks, m_listeners);
+    CMouseHookInterface* listener = nullptr;
+    while (walk.Next(listener))
         (listener->*event)(static_cast<UINT>(data.dwExtraInfo), CPoint(data.pt));
-        // Where a listener has gone, the next one is in its place.
-        if (i < m_listeners.GetSize() && m_listeners[i] == listener)
-            ++i;
-        else if (const int moved = Find(listener); moved >= 0)
-            i = moved + 1;
-    }
 }
 
 int CMouseHook::Find(const CMouseHookInterface* pListener) const

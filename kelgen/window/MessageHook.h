@@ -5,14 +5,18 @@
 #include <kelgen/containers/BaseArray.h>
 #include <kelgen/framework/Geometry.h>
 #include <kelgen/platform/Win32.h>
+#include <kelgen/window/ListWalk.h>
 
 class CWinThread;
 
 /// A window's part in the message filter: mixed into a class that is a CWnd too, it gets the messages of its window that menus,
-/// dialogs and message boxes take from the queue.
+/// dialogs and message boxes take from the queue. Destroyed, it leaves the filter.
 class KELGEN_API CMessageFilterWndHook
 {
 public:
+    CMessageFilterWndHook() = default;
+    CMessageFilterWndHook(const CMessageFilterWndHook&) = default;
+    CMessageFilterWndHook& operator=(const CMessageFilterWndHook&) = default;
     virtual ~CMessageFilterWndHook();
     /// @param code MSGF_DIALOGBOX, MSGF_MENU, ... What it returns does not count.
     virtual LRESULT OnMessageFilter(int code, WPARAM wParam, MSG* pMsg) = 0;
@@ -27,7 +31,7 @@ public:
 class KELGEN_API CMessageFilterMainHook
 {
 public:
-    /// A thread with the filter.
+    /// A thread with the filter. The number tells it from a later thread whose object lies at the same place.
     class CThreadHook
     {
     public:
@@ -71,9 +75,13 @@ protected:
 /// Listens to the mouse, through a CMouseHook. Each operation does nothing by itself.
 ///
 /// By contract: @p nFlags is the extra information of the event (SendInput, mouse_event), @p point is in screen coordinates.
+/// Destroyed, it leaves every CMouseHook.
 class KELGEN_API CMouseHookInterface
 {
 public:
+    CMouseHookInterface() = default;
+    CMouseHookInterface(const CMouseHookInterface&) = default;
+    CMouseHookInterface& operator=(const CMouseHookInterface&) = default;
     virtual ~CMouseHookInterface();
     virtual void OnHookLButtonDown(UINT nFlags, CPoint point);
     virtual void OnHookMouseMove(UINT nFlags, CPoint point);
@@ -82,12 +90,13 @@ public:
 
 /// The mouse hook of the process, for moves and the left button's press and release.
 ///
-/// Listeners may come and go while an event is passed on. Threads: the listeners are not locked, and are called on the thread that takes
-/// the mouse message from its queue.
+/// Listeners, and this object, may come and go while an event is passed on. Threads: the listeners are not locked, and are called on
+/// the thread that takes the mouse message from its queue.
+/// By contract: the hook's code is not looked at, so that an event that a thread looks at and leaves in its queue is passed on each time.
 class KELGEN_API CMouseHook
 {
 public:
-    CMouseHook() = default;
+    CMouseHook();
     CMouseHook(const CMouseHook&) = delete;
     CMouseHook& operator=(const CMouseHook&) = delete;
     virtual ~CMouseHook();
@@ -98,7 +107,7 @@ public:
     /// Installs the hook for all threads; false on failure. By contract: the argument is not used, and a hook that this object has
     /// installed before stays.
     bool MouseHook(HINSTANCE);
-    /// Takes the hook away; false when there was none. By contract: pthemousehook stays.
+    /// Takes the hook away; false when there was none. By contract: pthemousehook and the listeners stay.
     bool MouseUnhook();
     /// Appends a listener, once; false while the hook is not installed.
     bool MouseHook(CMouseHookInterface* pListener);
@@ -111,15 +120,22 @@ public:
     void MouseHookOnLButtonUp(MOUSEHOOKSTRUCT* pEvent);
 
 protected:
+    using Listeners = CArray<CMouseHookInterface*, CMouseHookInterface*>;
+
     HHOOK m_hHook = nullptr;
-    CArray<CMouseHookInterface*, CMouseHookInterface*> m_listeners;
+    Listeners m_listeners;
 
 private:
+    friend class CMouseHookInterface;
     using Event = void (CMouseHookInterface::*)(UINT nFlags, CPoint point);
 
     static LRESULT CALLBACK MouseProc(int code, WPARAM wParam, LPARAM lParam);
     void Tell(Event event, const MOUSEHOOKSTRUCT& data);
     int Find(const CMouseHookInterface* pListener) const;
+
+    static CMouseHook* first;  ///< Of all that there are.
+    CMouseHook* m_next = nullptr;
+    kelgen::detail::ListWalks<Listeners> m_walks;
 };
 
 /// What takes part in the painting of windows.

@@ -1,6 +1,8 @@
 // Timer.cpp: timer messages on their way to callbacks.
 #include <kelgen/window/Timer.h>
 
+#include <cxxabi.h>
+
 namespace _kelgen {
 
 namespace {
@@ -28,8 +30,8 @@ CTimerCallback& CTimerCallback::operator=(const CTimerCallback& other)
 CTimerCallback::~CTimerCallback()
 {
     SetTimerWindow(nullptr);
-    if (m_pSource)
-        m_pSource->ForgetCallback();
+    while (m_pSources)
+        m_pSources->ForgetCallback();
 }
 
 bool CTimerCallback::_000BeforeWndProc(UINT message, WPARAM, LPARAM, LRESULT&)
@@ -88,8 +90,12 @@ CTimerWnd::~CTimerWnd()
 
 void CTimerWnd::ForgetCallback()
 {
-    if (m_pCallback && m_pCallback->m_pSource == this)
-        m_pCallback->m_pSource = nullptr;
+    if (!m_pCallback)
+        return;
+    CTimerWnd** link = &m_pCallback->m_pSources;
+    while (*link != this)
+        link = &(*link)->m_pNextSource;
+    *link = m_pNextSource;
     m_pCallback = nullptr;
 }
 
@@ -97,8 +103,10 @@ BOOL CTimerWnd::Create(CTimerCallback* pCallback)
 {
     ForgetCallback();
     m_pCallback = pCallback;
-    if (pCallback)
-        pCallback->m_pSource = this;
+    if (pCallback) {
+        m_pNextSource = pCallback->m_pSources;
+        pCallback->m_pSources = this;
+    }
     return CreateEx(0, AfxRegisterWndClass(0), "Timer Window", 0, CRect(0, 0, 0, 0), nullptr, 0);
 }
 
@@ -126,6 +134,9 @@ void CTimerWnd::OnTimer(UINT nIDEvent)
         m_pCallback->OnTimerEvent(nIDEvent);
     } catch (CException* e) {
         e->Delete();
+    } catch (abi::__forced_unwind&) {
+        // No exception: the thread ends.
+        throw;
     } catch (...) {
     }
 }

@@ -48,6 +48,7 @@ public:
     ~CTimerCallback() override;
 
     /// On WM_DESTROY of the window that this hook is on, the timer window falls silent. Never ends the chain.
+    /// By contract: does not call _000OnPosCreate, as the base does.
     bool _000BeforeWndProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
 
     /// @param nIDEvent The number that the timer was started with.
@@ -67,7 +68,7 @@ protected:
 
 private:
     friend class CTimerWnd;
-    CTimerWnd* m_pSource = nullptr;  ///< The window that was created last for this callback.
+    CTimerWnd* m_pSources = nullptr;  ///< The windows that were created for this callback.
     CTimerCallback* m_pNextUser = nullptr;
 };
 
@@ -106,6 +107,7 @@ private:
     void ForgetCallback();
 
     CTimerCallback* m_pUsers = nullptr;  ///< The callbacks that know this window.
+    CTimerWnd* m_pNextSource = nullptr;
 };
 
 }  // namespace _kelgen

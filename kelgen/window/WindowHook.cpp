@@ -3,7 +3,20 @@
 
 #include <kelgen/framework/CurrentMessage.h>
 
+#include <mutex>
+
 namespace _kelgen {
+
+namespace {
+
+/// For the map alone: windows of several threads may be hooked at once, each on its own.
+std::mutex& MapLock()
+{
+    static std::mutex& lock = *new std::mutex;
+    return lock;
+}
+
+}  // namespace
 
 /// A message in a hook. When the hook leaves its chain the message goes on at the one that came next then.
 class CWindowHook::Step
@@ -168,18 +181,22 @@ void CWindowHookMap::RemoveAll(HWND hWnd)
 {
     while (CWindowHook* const head = Lookup(hWnd)) {
         head->HookWindow(HWND{});
-        KELGEN_ASSERT(Lookup(hWnd) != head);
+        // A hook that has been attached elsewhere since shows another window, and has left that one.
+        if (Lookup(hWnd) == head)
+            Unlink(hWnd, head);
     }
 }
 
 CWindowHook* CWindowHookMap::Lookup(HWND hWnd) const
 {
+    const std::lock_guard lock(MapLock());
     return static_cast<CWindowHook*>(GetValueAt(hWnd));
 }
 
 /// Makes @p hook the window's newest; null takes the window out of the map.
 void CWindowHookMap::SetHead(HWND hWnd, CWindowHook* hook)
 {
+    const std::lock_guard lock(MapLock());
     if (hook)
         SetAt(hWnd, hook);
     else
@@ -190,30 +207,40 @@ void CWindowHookMap::SetHead(HWND hWnd, CWindowHook* hook)
 bool CWindowHookMap::Unlink(HWND hWnd, CWindowHook* hook)
 {
     CWindowHook* const head = Lookup(hWnd);
+    // What comes next is of the window that the hook shows.
+    CWindowHook* const next = hook->m_hWnd == hWnd ? hook->m_pNext : nullptr;
     if (head == hook) {
-        SetHead(hWnd, hook->m_pNext);
+        SetHead(hWnd, next);
     } else {
         CWindowHook* newer = head;
         while (newer && newer->m_pNext != hook)
             newer = newer->m_pNext;
         if (!newer)
             return false;
-        newer->m_pNext = hook->m_pNext;
+        newer->m_pNext = next;
     }
     CWindowHook::Step::MoveAll(*hook);
-    --hook->m_places;
+    // In another window's chain nothing that comes after it is known.
+    if (--hook->m_places > 0)
+        hook->m_pNext = nullptr;
     return true;
 }
 
 /// Takes @p hook out of the chains of windows that it does not show any more.
 void CWindowHookMap::Forget(CWindowHook* hook)
 {
-    for (POSITION position = GetStartPosition(); position && hook->m_places > 0;) {
-        void* window = nullptr;
-        void* head = nullptr;
-        GetNextAssoc(position, window, head);
-        Unlink(static_cast<HWND>(window), hook);
+    std::vector<HWND> windows;
+    {
+        const std::lock_guard lock(MapLock());
+        for (POSITION position = GetStartPosition(); position;) {
+            void* window = nullptr;
+            void* head = nullptr;
+            GetNextAssoc(position, window, head);
+            windows.push_back(static_cast<HWND>(window));
+        }
     }
+    for (const HWND window : windows)
+        Unlink(window, hook);
 }
 
 LRESULT CALLBACK CWindowHookMap::WindowProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)

@@ -21,12 +21,15 @@ namespace _kelgen {
 /// there. WM_NCDESTROY is not shown to hooks: it detaches them all, and the window's procedure gets it.
 ///
 /// Hooks may be attached, detached and destroyed while a message is under way; one that has gone takes no further part.
-/// A copy is not attached, though it shows the same window. Threads: the window's own.
+/// A copy is not attached, though it shows the same window.
+/// By contract: the procedure that the window had comes back with the last hook, also when somebody else has replaced it meanwhile.
+/// Threads: the window's own.
 class KELGEN_API CWindowHook
 {
 public:
     CWindowHook() = default;
     CWindowHook(const CWindowHook& other);
+    /// By contract: takes over which hook comes next, so assign only to a hook that is not attached.
     CWindowHook& operator=(const CWindowHook& other);
 
     /// Detaches.
@@ -72,7 +75,7 @@ public:
     void Add(HWND hWnd, CWindowHook* hook);
     /// Takes @p hook out of its window's chain; with the last one the window gets its procedure back.
     void Remove(CWindowHook* hook);
-    /// Detaches all hooks of the window by HookWindow(NULL), which must detach.
+    /// Detaches all hooks of the window by HookWindow(NULL).
     void RemoveAll(HWND hWnd);
     /// The newest hook of the window, or null.
     CWindowHook* Lookup(HWND hWnd) const;

@@ -33,28 +33,27 @@ bool C000WndInterface::Run(const Hooks& hooks, UINT message, WPARAM wParam, LPAR
 {
     if (hooks.IsEmpty())
         return false;
-    const PresenceWatch watch(m_presence);
-    for (int i = 0; i < hooks.GetSize();) {
-        const C000WndProcInterface::CHook hook = hooks[i];
+    kelgen::detail::ListWalk<Hooks> walk(m_walks, hooks);
+    C000WndProcInterface::CHook hook;
+    while (walk.Next(hook)) {
         if ((hook.m_pObject->*hook.m_pfn)(message, wParam, lParam, result))
             return true;
-        if (watch.IsGone())
-            return false;
-        // Where a hook has gone, the next one is in its place.
-        if (i < hooks.GetSize() && hooks[i] == hook)
-            ++i;
-        else if (const int moved = hooks.FindFirst(hook); moved >= 0)
-            i = moved + 1;
     }
-    return false;
+    // Nothing is left to do for an object that is not there any more.
+    return walk.OwnerIsGone();
+}
+
+void C000WndInterface::Unhook(Hooks& hooks, C000WndProcInterface::CHook hook)
+{
+    for (int index = hooks.FindFirst(hook); index >= 0; index = hooks.FindFirst(hook))
+        m_walks.Remove(hooks, index);
 }
 
 bool C000WndInterface::_000BeforeWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
 {
-    const PresenceWatch watch(m_presence);
     if (Run(m_before, message, wParam, lParam, result))
         return true;
-    return message == MESSAGE_WNDPOSCREATE && !watch.IsGone() && _000OnPosCreate();
+    return message == MESSAGE_WNDPOSCREATE && _000OnPosCreate();
 }
 
 bool C000WndInterface::_000BodyWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
@@ -64,10 +63,9 @@ bool C000WndInterface::_000BodyWindowProc(UINT message, WPARAM wParam, LPARAM lP
 
 bool C000WndInterface::_000AfterWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
 {
-    const PresenceWatch watch(m_presence);
     if (Run(m_after, message, wParam, lParam, result))
         return true;
-    if (message == WM_CREATE && !watch.IsGone()) {
+    if (message == WM_CREATE) {
         m_flags |= E000FLAG_WNDCREATED;
         if (const CWnd* const window = _000GetWnd())
             ::PostMessageA(window->m_hWnd, MESSAGE_WNDPOSCREATE, 0, 0);

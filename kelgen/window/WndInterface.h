@@ -4,6 +4,7 @@
 #include <kelgen/Export.h>
 #include <kelgen/containers/BaseComparableArray.h>
 #include <kelgen/platform/Win32.h>
+#include <kelgen/window/ListWalk.h>
 #include <kelgen/window/Presence.h>
 
 class CWnd;
@@ -79,7 +80,8 @@ public:
     /// The hooks in the body. By contract: true for WM_NCDESTROY.
     virtual bool _000BodyWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
     /// The hooks after. Unless one stopped WM_CREATE, sets the flag and posts MESSAGE_WNDPOSCREATE to the window. An override calls
-    /// this first and returns true if it did.
+    /// this first and returns true if it did; true also when a hook has destroyed this object.
+    /// By contract: the result of WM_CREATE does not count; the flag is set also for one that refused.
     virtual bool _000AfterWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
     /// The whole way of a message: its result.
     virtual LRESULT _000WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
@@ -96,9 +98,9 @@ public:
     void _000HookWndProc(const C000WndProcInterface::CHook& hook) { m_body.AddUnique(hook); }
     void _000HookAfterWndProc(const C000WndProcInterface::CHook& hook) { m_after.AddUnique(hook); }
     /// Removes a hook from a list; one that is not in it is ignored.
-    void _000UnhookBeforeWndProc(const C000WndProcInterface::CHook& hook) { m_before.Remove(hook); }
-    void _000UnhookWndProc(const C000WndProcInterface::CHook& hook) { m_body.Remove(hook); }
-    void _000UnhookAfterWndProc(const C000WndProcInterface::CHook& hook) { m_after.Remove(hook); }
+    void _000UnhookBeforeWndProc(const C000WndProcInterface::CHook& hook) { Unhook(m_before, hook); }
+    void _000UnhookWndProc(const C000WndProcInterface::CHook& hook) { Unhook(m_body, hook); }
+    void _000UnhookAfterWndProc(const C000WndProcInterface::CHook& hook) { Unhook(m_after, hook); }
 
 protected:
     using Hooks = CBaseComparableArray<C000WndProcInterface::CHook, const C000WndProcInterface::CHook&>;
@@ -113,8 +115,10 @@ protected:
 
 private:
     bool Run(const Hooks& hooks, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
+    void Unhook(Hooks& hooks, C000WndProcInterface::CHook hook);
 
     kelgen::detail::Presence m_presence;
+    kelgen::detail::ListWalks<Hooks> m_walks;
 };
 
 KELGEN_API C000WndInterface::E000Flag& operator|=(C000WndInterface::E000Flag& flags, const C000WndInterface::E000Flag& added);

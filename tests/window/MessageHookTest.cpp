@@ -125,6 +125,23 @@ TEST_F(MessageFilter, ThreadIsLookedForInAsManyPlacesAsThereAreWindows)
     delete other;
 }
 
+TEST_F(MessageFilter, WindowsLeaveTheFilterAtTheirEnd)
+{
+    m_filter->MessageFilterHook();
+    {
+        FilterWindow gone(m_account, "gone");
+        ASSERT_TRUE(gone.CreateHidden());
+        m_filter->MessageFilterHook(&gone);
+        m_filter->MessageFilterHook(&gone);
+        // As many places as there are windows are looked at for the thread.
+        m_filter->MessageFilterHook(&m_first);
+        m_filter->MessageFilterHook(&m_second);
+        EXPECT_TRUE(Filter(gone.m_hWnd));
+    }
+    EXPECT_TRUE(Filter(m_first.m_hWnd));
+    EXPECT_EQ("gone:5/1 older first:5/1 older", m_account.Take());
+}
+
 namespace {
 
 class Listener : public CMouseHookInterface
@@ -196,6 +213,31 @@ TEST(MouseHook, ListenersMayLeaveWhileAnEventIsPassedOn)
     hook.MouseHookOnMouseMove(&event);
     hook.MouseHookOnLButtonUp(&event);
     EXPECT_EQ("a-move:9@3,4 b-move:9@3,4 b-up:9@3,4", account.Take());
+}
+
+TEST(MouseHook, ListenersAndTheHookItselfMayGo)
+{
+    Account account;
+    auto hook = std::make_unique<CMouseHook>();
+    CMouseHook other;
+    ASSERT_TRUE(other.MouseHook(HINSTANCE{}));
+    ASSERT_TRUE(hook->MouseHook(HINSTANCE{}));
+    auto first = std::make_unique<Listener>(account, "a");
+    Listener second(account, "b");
+    Listener third(account, "c");
+    for (Listener* listener : {first.get(), &second, &third})
+        hook->MouseHook(listener);
+    other.MouseHook(first.get());
+    MOUSEHOOKSTRUCT event{};
+    hook->MouseUnhook();  // the listeners stay
+    second.m_act = [&] { first.reset(); };
+    hook->MouseHookOnMouseMove(&event);
+    other.MouseHookOnMouseMove(&event);
+    EXPECT_EQ("a-move:0@0,0 b-move:0@0,0 c-move:0@0,0", account.Take());
+    second.m_act = [&] { hook.reset(); };
+    hook->MouseHookOnMouseMove(&event);
+    EXPECT_EQ("b-move:0@0,0", account.Take());
+    EXPECT_EQ(nullptr, CMouseHook::pthemousehook);
 }
 
 TEST(MouseHook, EventsOfTheSystemArriveWithTheirExtraInformation)

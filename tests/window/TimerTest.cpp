@@ -1,4 +1,5 @@
 // TimerTest.cpp: which timer events reach a callback, and who outlives whom.
+#include <kelgen/framework/WinThread.h>
 #include <kelgen/window/Timer.h>
 
 #include "window/HookWindow.h"
@@ -137,6 +138,59 @@ TEST_F(Timer, ClosingEndsTheWindowForItsCallback)
     auto* const unborn = new CTimerWnd;
     EXPECT_FALSE(unborn->DestroyWindow()) << "there is nothing to destroy, and nothing is deleted";
     delete unborn;
+}
+
+TEST_F(Timer, OneCallbackMayServeTwoWindows)
+{
+    auto callback = std::make_unique<Counter>();
+    CTimerWnd* const windows[] = {new CTimerWnd, new CTimerWnd};
+    for (CTimerWnd* window : windows)
+        ASSERT_TRUE(window->Create(callback.get()));
+    for (CTimerWnd* window : windows)
+        ::PostMessageA(window->m_hWnd, WM_TIMER, 1, 0);
+    PumpWaiting();
+    EXPECT_EQ(2, callback->m_events);
+    callback.reset();
+    for (CTimerWnd* window : windows) {
+        ::PostMessageA(window->m_hWnd, WM_TIMER, 1, 0);
+        ::PostMessageA(window->m_hWnd, WM_CLOSE, 0, 0);
+    }
+    PumpWaiting();
+
+    // A window without a callback, and one that is closed by its own.
+    auto* const silent = new CTimerWnd;
+    ASSERT_TRUE(silent->Create(nullptr));
+    ::PostMessageA(silent->m_hWnd, WM_TIMER, 1, 0);
+    PumpWaiting();
+    silent->DestroyWindow();
+    m_counter.m_act = [this] { ::SendMessageA(m_handle, WM_CLOSE, 0, 0); };
+    HandleEventOfAge(0);
+    EXPECT_EQ(1, m_counter.m_events);
+    EXPECT_FALSE(::IsWindow(m_handle));
+}
+
+TEST_F(Timer, AnEventMayEndItsThread)
+{
+    CWinThread* const thread = AfxBeginThread(
+        [](LPVOID) -> UINT {
+            Counter counter;
+            auto* const window = new CTimerWnd;
+            if (!window->Create(&counter))
+                return 1;
+            counter.m_act = [] { AfxEndThread(77, FALSE); };
+            ::PostMessageA(window->m_hWnd, WM_TIMER, 1, 0);
+            PumpWaiting();
+            return 2;
+        },
+        nullptr, THREAD_PRIORITY_NORMAL, 0, CREATE_SUSPENDED);
+    ASSERT_NE(nullptr, thread);
+    thread->m_bAutoDelete = FALSE;
+    thread->ResumeThread();
+    ASSERT_EQ(WAIT_OBJECT_0, ::WaitForSingleObject(thread->m_hThread, 10000));
+    DWORD code = 0;
+    EXPECT_TRUE(::GetExitCodeThread(thread->m_hThread, &code));
+    EXPECT_EQ(77u, code);
+    delete thread;
 }
 
 TEST_F(Timer, CallbackThatIsAWindowSilencesItsTimersAtItsEnd)

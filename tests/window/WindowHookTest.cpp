@@ -1,10 +1,12 @@
 // WindowHookTest.cpp: chains of hooks on a window of anybody's.
+#include <kelgen/framework/ModuleState.h>
 #include <kelgen/framework/ThreadState.h>
 #include <kelgen/window/WindowHook.h>
 
 #include "window/HookWindow.h"
 
 #include <stdexcept>
+#include <thread>
 
 using namespace kelgen::test;
 
@@ -226,5 +228,48 @@ TEST_F(WindowHook, MisuseLeavesNoHookBehind)
     EXPECT_EQ(0, Send()) << "the first window's procedure is forgotten";
     EXPECT_EQ(7, ::SendMessageA(second, WM_APP, 7, 0));
     EXPECT_EQ("window", m_account.Take());
+
+    // A hook in two windows' chains, and the windows and the hooks gone in any order.
+    const HWND third = Create();
+    auto hook = std::make_unique<NotingWindowHook>(m_account, "two");
+    auto older = std::make_unique<NotingWindowHook>(m_account, "older");
+    older->HookWindow(third);
+    hook->HookWindow(second);
+    hook->HookWindow(third);
+    hook->HookWindow(HWND{});
+    older.reset();
+    EXPECT_EQ(0, ::SendMessageA(second, WM_NULL, 0, 0));
+    hook->HookWindow(third);
     ::DestroyWindow(second);
+    EXPECT_EQ(0, ::SendMessageA(third, WM_NULL, 0, 0));
+    older = std::make_unique<NotingWindowHook>(m_account, "older");
+    const HWND fourth = Create();
+    older->HookWindow(fourth);
+    hook->HookWindow(fourth);
+    hook.reset();
+    older.reset();
+    m_account.Take();
+    EXPECT_EQ(7, ::SendMessageA(fourth, WM_APP, 7, 0));
+    EXPECT_EQ("window", m_account.Take());
+    ::DestroyWindow(third);
+    ::DestroyWindow(fourth);
+}
+
+TEST_F(WindowHook, ThreadsMayHookTheirWindowsAtOnce)
+{
+    const auto work = [] {
+        for (int i = 0; i < 200; ++i) {
+            Account account;
+            NotingWindowHook hook(account, "h");
+            const HWND window = ::CreateWindowExA(0, AfxRegisterWndClass(0), "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, AfxGetInstanceHandle(), nullptr);
+            hook.HookWindow(window);
+            ::SendMessageA(window, WM_APP, 7, 0);
+            EXPECT_NE("", account.Take());
+            ::DestroyWindow(window);
+            EXPECT_FALSE(hook.IsWindowHooked());
+        }
+    };
+    std::thread other(work);
+    work();
+    other.join();
 }

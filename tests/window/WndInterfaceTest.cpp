@@ -1,4 +1,6 @@
 // WndInterfaceTest.cpp: the stages of a message, and hooks that change them while they run.
+#include <kelgen/framework/ModuleState.h>
+
 #include "window/HookWindow.h"
 
 using namespace kelgen::test;
@@ -93,6 +95,61 @@ TEST_F(WndInterface, HooksMayComeAndGoWhileAMessageIsUnderWay)
     m_b.m_act = nullptr;
     Send();
     EXPECT_EQ("before-b before-a before-c default", m_account.Take()) << "the one before";
+}
+
+TEST_F(WndInterface, HooksThatLeaveInPairsOrComeBackDisturbNoOther)
+{
+    for (NotingHook* hook : {&m_a, &m_b, &m_c})
+        m_window->_000HookWndProc(hook->Body());
+    m_b.m_act = [this](LRESULT&) {
+        m_window->_000UnhookWndProc(m_b.Body());
+        m_window->_000UnhookWndProc(m_a.Body());
+        return false;
+    };
+    Send();
+    EXPECT_EQ("body-a body-b body-c default", m_account.Take()) << "itself and the one before";
+
+    // Each goes in a send of its own within the first: one-shot hooks.
+    m_window->_000HookWndProc(m_a.Body());
+    m_window->_000HookWndProc(m_b.Body());
+    m_b.m_act = nullptr;
+    m_c.m_act = [this](LRESULT&) {
+        m_window->_000UnhookWndProc(m_c.Body());
+        Send();
+        return false;
+    };
+    Send();
+    EXPECT_EQ("body-c body-a body-b default body-a body-b default", m_account.Take());
+
+    m_a.m_act = [this](LRESULT&) {
+        m_window->_000UnhookWndProc(m_a.Body());
+        m_window->_000HookWndProc(m_a.Body());
+        return false;
+    };
+    Send();
+    EXPECT_EQ("body-a body-b default", m_account.Take()) << "at the end again, after its turn";
+    m_a.m_act = nullptr;
+    Send();
+    EXPECT_EQ("body-b body-a default", m_account.Take());
+}
+
+TEST_F(WndInterface, WindowsObjectServesAgainAfterItsWindow)
+{
+    const HWND first = m_window->m_hWnd;
+    ::DestroyWindow(first);
+    ASSERT_TRUE(m_window->CreateHidden());
+    EXPECT_EQ(nullptr, CWnd::FromHandlePermanent(first)) << "the window that ended unseen";
+    EXPECT_EQ(m_window, CWnd::FromHandlePermanent(m_window->m_hWnd));
+
+    // What a listener throws at the creation leaves nothing behind for the next window.
+    HookWindow refused;
+    m_a.m_message = WM_NCCREATE;
+    m_a.m_act = [](LRESULT&) -> bool { throw 5; };
+    refused._000HookWndProc(m_a.Body());
+    EXPECT_THROW(refused.CreateHidden(), int);
+    const HWND plain = ::CreateWindowExA(0, AfxRegisterWndClass(0), "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, AfxGetInstanceHandle(), nullptr);
+    EXPECT_EQ(nullptr, CWnd::FromHandlePermanent(plain));
+    ::DestroyWindow(plain);
 }
 
 TEST_F(WndInterface, ObjectMayGoInAnyStage)

@@ -20,6 +20,17 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
     return DefWindowProcA(window, message, wParam, lParam);
 }
 
+LRESULT CALLBACK SendingHook(int code, WPARAM wParam, LPARAM lParam)
+{
+    SendMessageA(reinterpret_cast<const CWPSTRUCT*>(lParam)->hwnd, WM_NULL, 0, 0);
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+LRESULT CALLBACK ThrowingHook(int, WPARAM, LPARAM)
+{
+    throw 43;
+}
+
 }  // namespace
 
 TEST(WindowDepth, EndlessSendsFailAndWindowsAreDestroyedOnce)
@@ -46,6 +57,27 @@ TEST(WindowDepth, EndlessSendsFailAndWindowsAreDestroyedOnce)
     EXPECT_TRUE(IsWindow(stubborn));
     EXPECT_TRUE(DestroyWindow(stubborn));
     EXPECT_FALSE(IsWindow(stubborn));
+
+    // A hook that sends is bounded too.
+    const HWND hooked = CreateWindowA("WindowDepth", "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, windowClass.hInstance, nullptr);
+    HHOOK hook = SetWindowsHookExA(WH_CALLWNDPROC, SendingHook, nullptr, GetCurrentThreadId());
+    SetLastError(0);
+    SendMessageA(hooked, WM_NULL, 0, 0);
+    EXPECT_EQ(static_cast<DWORD>(ERROR_STACK_OVERFLOW), GetLastError());
+    EXPECT_TRUE(UnhookWindowsHookEx(hook));
+
+    // An event whose hook throws is over.
+    SetFocus(hooked);
+    hook = SetWindowsHookExA(WH_KEYBOARD, ThrowingHook, nullptr, GetCurrentThreadId());
+    INPUT key{};
+    key.type = INPUT_KEYBOARD;
+    key.ki.wVk = 'A';
+    EXPECT_EQ(1u, SendInput(1, &key, sizeof key));
+    MSG message;
+    EXPECT_THROW(GetMessageA(&message, nullptr, WM_KEYFIRST, WM_KEYLAST), int);
+    EXPECT_FALSE(PeekMessageA(&message, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE));
+    EXPECT_TRUE(UnhookWindowsHookEx(hook));
+    EXPECT_TRUE(DestroyWindow(hooked));
 
     // A forged internal message is a message like any other.
     const HWND other = CreateWindowA("WindowDepth", "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, windowClass.hInstance, nullptr);

@@ -175,7 +175,7 @@ ThreadQueue::Found ThreadQueue::TakeMouse(const InputEvent& event, MSG& message,
         call.dwExtraInfo = event.extra;
         call.mouseData = static_cast<DWORD>(wParam);
         const LPARAM parameter = reinterpret_cast<LPARAM>(&call);
-        if (CallHooks(WH_MOUSE, remove ? HC_ACTION : HC_NOREMOVE, number, parameter)) {
+        if (HooksRefuse(WH_MOUSE, event, number, parameter, remove)) {
             TakeState(event);
             CallHooks(WH_CBT, HCBT_CLICKSKIPPED, number, parameter);
             return Found::Again;

@@ -58,11 +58,6 @@ struct DepthGuard
     ~DepthGuard() { --depth; }
 };
 
-bool TooDeep()
-{
-    return depth >= kMaxDepth || static_cast<const char*>(__builtin_frame_address(0)) < StackLimit();
-}
-
 LRESULT CallEntry(const Procedure& procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam, bool wideCaller)
 {
     if (!procedure.call)
@@ -106,6 +101,11 @@ WNDPROC ProcedureFor(const Procedure& procedure, bool wideCaller)
     if (procedure.wide == wideCaller || procedure.index >= kMaxProcedures)
         return procedure.call;
     return reinterpret_cast<WNDPROC>(kCookieBase + procedure.index);
+}
+
+bool TooDeep()
+{
+    return depth >= kMaxDepth || static_cast<const char*>(__builtin_frame_address(0)) < StackLimit();
 }
 
 LRESULT CallProcedure(Window& window, UINT message, WPARAM wParam, LPARAM lParam, bool wideCaller)

@@ -14,4 +14,7 @@ WNDPROC ProcedureFor(const Procedure& procedure, bool wideCaller);
 /// The entry of a cookie; null for anything else. Takes no lock.
 const Procedure* CookieProcedure(WNDPROC value);
 
+/// Whether the calling thread has no room for one more procedure: too many are under way, or its stack is nearly used up.
+bool TooDeep();
+
 }  // namespace kelgen::posix::user

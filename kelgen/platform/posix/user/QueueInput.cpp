@@ -69,6 +69,18 @@ ThreadQueue::Found ThreadQueue::TakeInput(MSG& message, const MessageFilter& fil
     return Found::Nothing;
 }
 
+// An event whose hook throws is over: it would throw again at every look.
+bool ThreadQueue::HooksRefuse(int hook, const InputEvent& event, WPARAM wParam, LPARAM lParam, bool remove)
+{
+    try {
+        return CallHooks(hook, remove ? HC_ACTION : HC_NOREMOVE, wParam, lParam) != 0;
+    } catch (...) {
+        if (remove)
+            TakeState(event);
+        throw;
+    }
+}
+
 ThreadQueue::Found ThreadQueue::TakeKey(const InputEvent& event, MSG& message, const MessageFilter& filter, bool remove)
 {
     HWND target = focus;
@@ -85,7 +97,7 @@ ThreadQueue::Found ThreadQueue::TakeKey(const InputEvent& event, MSG& message, c
     if (!filter.AcceptsNumber(number) || !filter.AcceptsWindow(target))
         return Found::Nothing;
     message = {target, number, event.key, event.keyBits, event.time, event.point};
-    if (CallHooks(WH_KEYBOARD, remove ? HC_ACTION : HC_NOREMOVE, event.key, event.keyBits)) {
+    if (HooksRefuse(WH_KEYBOARD, event, event.key, event.keyBits, remove)) {
         TakeState(event);
         CallHooks(WH_CBT, HCBT_KEYSKIPPED, event.key, event.keyBits);
         return Found::Again;

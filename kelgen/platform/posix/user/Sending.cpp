@@ -4,6 +4,7 @@
 #include <kelgen/platform/posix/base/ErrorCodes.h>
 #include <kelgen/platform/posix/base/LastError.h>
 #include <kelgen/platform/posix/kernel/Threads.h>
+#include <kelgen/platform/posix/user/Procedures.h>
 #include <kelgen/platform/posix/user/ThreadQueue.h>
 #include <kelgen/platform/posix/user/WindowObject.h>
 
@@ -128,6 +129,9 @@ LRESULT SendToOwn(Window& window, UINT message, WPARAM wParam, LPARAM lParam, bo
     if (!window.queue->hooks.HasAny(kProcedureHooks) && !GlobalHooks().HasAny(kProcedureHooks))
         return CallProcedure(window, message, wParam, lParam, wide);
 
+    // A hook may send too, before any procedure counts the depth.
+    if (TooDeep())
+        return Fail(ERROR_STACK_OVERFLOW, LRESULT{0});
     const WindowUse use(window);
     const HWND handle = window.handle;
     if (HasHooks(HookChains::BitOf(WH_CALLWNDPROC))) {

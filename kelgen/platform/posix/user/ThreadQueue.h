@@ -130,6 +130,7 @@ private:
     Found TakeInput(MSG& message, const MessageFilter& filter, bool remove);
     Found TakeMouse(const InputEvent& event, MSG& message, const MessageFilter& filter, bool remove);
     Found TakeKey(const InputEvent& event, MSG& message, const MessageFilter& filter, bool remove);
+    bool HooksRefuse(int hook, const InputEvent& event, WPARAM wParam, LPARAM lParam, bool remove);
     bool AimMouse(const InputEvent& event, HWND& target, LRESULT& hit);
     bool IsDoubleClick(const InputEvent& event, HWND target, LRESULT hit) const;
     bool PrepareMouse(const InputEvent& event, HWND target, LRESULT hit);
