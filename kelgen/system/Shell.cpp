@@ -83,16 +83,18 @@ bool shell::mkdirp(const char* path)
     tokens.AddTokens(path, separators, kKeepEmpty);
 
     CString prefix;
+    bool isNew = false;  // nothing can be in a folder that was just made, unless others are quick
     for (int i = 0; i < tokens.GetSize(); ++i) {
         prefix += tokens[i];
-        const DWORD attributes = AttributesOf(prefix);
+        const DWORD attributes = isNew ? 0 : AttributesOf(prefix);
         prefix += '\\';
         if (attributes & FILE_ATTRIBUTE_DIRECTORY)
             continue;
         if (attributes & FILE_ATTRIBUTE_NORMAL)
             return false;
         // Asking afterwards saves a look-up for each folder that is made. A drive or a root exists though its prefix alone may not.
-        if (!CreateDirectoryA(prefix, nullptr) && !is_dir(prefix))
+        isNew = CreateDirectoryA(prefix, nullptr) != FALSE;
+        if (!isNew && !is_dir(prefix))
             return false;
     }
     return true;

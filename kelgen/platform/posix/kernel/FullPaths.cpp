@@ -183,12 +183,14 @@ std::string DriveForm(std::string_view nativePath)
     if (path.empty() || path[0] != '/')
         path = NativeCurrentFolder() + '/' + path;
 
-    std::string home = DriveCFolder();
-    std::optional<std::string_view> below = Below(path, home);
-    if (!below && path.find("/drive_c") != std::string::npos) {
+    std::optional<std::string_view> below;
+    // Most paths are not on drive C and need no look at the home.
+    if (path.find("/drive_c") != std::string::npos) {
+        const std::string home = DriveCFolder();
+        below = Below(path, home);
         // The system reports the current folder without symbolic links; the home may have been named with some.
         char buffer[PATH_MAX];
-        if (realpath(home.c_str(), buffer))
+        if (!below && realpath(home.c_str(), buffer))
             below = Below(path, buffer);
     }
     std::string drive = below ? "C:" : "Z:";

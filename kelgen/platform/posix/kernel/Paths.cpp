@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <memory>
 
 namespace kelgen::posix {
 
@@ -84,16 +85,33 @@ bool Exists(const std::string& native, struct stat& status)
     return stat(native.c_str(), &status) == 0 || lstat(native.c_str(), &status) == 0;
 }
 
-// The entry of folder that part means with another spelling, or empty.
-std::string OtherSpelling(const std::string& folder, const std::string& part)
+struct FolderCloser
 {
-    const std::vector<std::string> entries = FolderEntries(folder);
-    for (const std::string& entry : entries)
-        if (EqualNames(entry, part))
-            return entry;
-    if (part.find('~') == std::string::npos || !IsShortName(part))
-        return {};
+    void operator()(DIR* folder) const { closedir(folder); }
+};
+using OwnedFolder = std::unique_ptr<DIR, FolderCloser>;
 
+// Calls visit with the name of each entry but "." and "..".
+template <class Visit>
+void ForEachEntry(DIR* folder, Visit visit)
+{
+    while (const dirent* entry = readdir(folder))
+        if (std::strcmp(entry->d_name, ".") != 0 && std::strcmp(entry->d_name, "..") != 0)
+            visit(entry->d_name);
+}
+
+// The entry of folder that part means, or empty: of those equal but for case the first by its bytes.
+std::string SpellingIn(DIR* folder, const std::string& native, const std::string& part)
+{
+    std::string found;
+    ForEachEntry(folder, [&](std::string_view entry) {
+        if (found != part && EqualNames(entry, part) && (found.empty() || entry == part || entry < found))
+            found = entry;
+    });
+    if (!found.empty() || part.find('~') == std::string::npos || !IsShortName(part))
+        return found;
+
+    const std::vector<std::string> entries = FolderEntries(native);
     const ShortNames names(entries);
     for (const std::string& entry : entries)
         if (EqualNames(names.Of(entry), part))
@@ -101,19 +119,45 @@ std::string OtherSpelling(const std::string& folder, const std::string& part)
     return {};
 }
 
-// Looks the parts up one by one; the whole path, spelt so, does not exist.
+// As SpellingIn; empty also when the folder cannot be read.
+std::string OtherSpelling(const std::string& native, const std::string& part)
+{
+    const OwnedFolder folder(opendir(native.c_str()));
+    return folder ? SpellingIn(folder.get(), native, part) : std::string();
+}
+
+// Looks the last part up when the folder before it exists as it is spelt; false when it does not. The whole path, spelt so, does not
+// exist. Exact names go before other spellings, so such a folder needs no look-up of its own.
+bool WalkLast(const Place& place, ResolvedPath& result)
+{
+    if (place.parts.empty())
+        return false;
+    const std::size_t slash = result.native.rfind('/');
+    const std::string path = result.native.substr(0, slash);
+    const std::string native = path.empty() ? "/" : path;
+    const OwnedFolder folder(opendir(native.c_str()));
+    if (!folder)
+        return false;
+
+    const std::string& part = place.parts.back();
+    const std::string spelling = SpellingIn(folder.get(), native, part);
+    struct stat status;
+    if (!spelling.empty() && Exists(path + '/' + spelling, status)) {
+        result.native = path + '/' + spelling;
+        result.exists = true;
+        result.isFolder = S_ISDIR(status.st_mode);
+        return true;
+    }
+    const DWORD fault = FaultOfName(part);
+    result.error = fault ? fault : DWORD{ERROR_FILE_NOT_FOUND};
+    return true;
+}
+
+// Looks the parts up one by one.
 void Walk(const Place& place, ResolvedPath& result)
 {
     std::string path = place.root;
-    std::size_t first = 0;
-    // What is missing is mostly the last part: exact names go before other spellings, so a folder that exists needs no look-up.
-    struct stat folder;
-    const std::size_t end = result.native.rfind('/');
-    if (place.parts.size() > 1 && stat(result.native.substr(0, end).c_str(), &folder) == 0 && S_ISDIR(folder.st_mode)) {
-        path = result.native.substr(0, end);
-        first = place.parts.size() - 1;
-    }
-    for (std::size_t i = first; i < place.parts.size(); ++i) {
+    for (std::size_t i = 0; i < place.parts.size(); ++i) {
         const std::string& part = place.parts[i];
         const bool last = i + 1 == place.parts.size();
         struct stat status;
@@ -189,7 +233,7 @@ ResolvedPath Resolve(std::string_view name)
     if (stat(result.native.c_str(), &status) == 0) {
         result.exists = true;
         result.isFolder = S_ISDIR(status.st_mode);
-    } else {
+    } else if (errno != ENOENT || !WalkLast(place, result)) {
         Walk(place, result);
     }
     return result;
@@ -218,14 +262,9 @@ std::optional<std::string> ToNativeFolder(std::string_view name)
 std::vector<std::string> FolderEntries(const std::string& native)
 {
     std::vector<std::string> entries;
-    DIR* const folder = opendir(native.c_str());
-    if (!folder)
-        return entries;
-
-    while (const dirent* entry = readdir(folder))
-        if (std::strcmp(entry->d_name, ".") != 0 && std::strcmp(entry->d_name, "..") != 0)
-            entries.emplace_back(entry->d_name);
-    closedir(folder);
+    const OwnedFolder folder(opendir(native.c_str()));
+    if (folder)
+        ForEachEntry(folder.get(), [&entries](const char* name) { entries.emplace_back(name); });
     std::sort(entries.begin(), entries.end());
     return entries;
 }
