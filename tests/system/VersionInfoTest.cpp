@@ -128,6 +128,31 @@ TEST(VersionInfo, DamagedResourcesAreHarmless)
     }
 }
 
+TEST(VersionInfo, DamagedLengthsEndASearchAndNothingElse)
+{
+    const auto entry = [](const char16_t* key, int length) { return VersionNode{key, 1, Units(std::u16string(u"y\0", 2)), {}, -1, length}; };
+    struct Row
+    {
+        const char* name;
+        std::vector<VersionNode> entries;
+        const char* x;
+    };
+    const Row rows[] = {
+        {"an odd length", {entry(u"AB", 15), entry(u"X", -1)}, "y"},
+        {"no length", {entry(u"AB", 0), entry(u"X", -1)}, ""},
+        {"shorter than its head", {entry(u"AB", 4), entry(u"X", -1)}, ""},
+        {"ends in its key", {entry(u"AB", 9), entry(u"X", -1)}, ""},
+        {"longer than its table", {entry(u"AB", 0xFFFF), entry(u"X", -1)}, ""},
+        {"longer than the resource", {entry(u"X", 0xFFFF)}, "y"},
+        {"deep", {{u"AB", 1, "", {{u"X", 1, "", {entry(u"X", -1)}}}}, entry(u"X", -1)}, "y"},
+    };
+    for (const Row& row : rows) {
+        CVersionInfo version;
+        EXPECT_EQ(1, version.Load(Write(VersionResource(kFixed, {{u"000004e4", row.entries}}, "")).c_str())) << row.name;
+        EXPECT_STREQ(row.x, version.GetValue("X")) << row.name;
+    }
+}
+
 TEST(VersionInfo, TheLibraryHasAVersionOfItsOwn)
 {
     char path[MAX_PATH] = "";

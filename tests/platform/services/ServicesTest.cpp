@@ -125,7 +125,7 @@ class ServicePaths : public testing::TestWithParam<ServicePath>
 
 TEST_P(ServicePaths, AreFoundAsCommandLines)
 {
-    const auto folder = ScratchFolder() / "with blank";
+    const auto folder = ScratchFolder() / "with blank & 'quotes' $(x);`y`";
     std::filesystem::create_directories(folder / "folder.exe");
     std::filesystem::copy_file(SERVICE_PROGRAM, folder / "my svc.exe");
     WriteBytes((folder / "text.exe").string(), "no program");

@@ -26,6 +26,20 @@ TEST(Services, ThatDieAreStoppedAndStartAgain)
     }
 }
 
+TEST(Services, NeedThePermissionToRun)
+{
+    const auto program = ScratchFolder() / "service";
+    std::filesystem::copy_file(SERVICE_PROGRAM, program);
+    std::filesystem::permissions(program, std::filesystem::perms::owner_read);
+    const InstalledService service("run", Quoted(DrivePath(program.string())));
+    EXPECT_FALSE(StartServiceA(service.handle, 0, nullptr));
+    EXPECT_EQ(DWORD{ERROR_BAD_EXE_FORMAT}, GetLastError());
+    EXPECT_EQ("1 1077", StateAndExitCode(service));
+    std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+    EXPECT_TRUE(StartServiceA(service.handle, 0, nullptr));
+    EXPECT_TRUE(service.Reaches(SERVICE_RUNNING));
+}
+
 TEST(Services, LieInTheRegistry)
 {
     const InstalledService service("run", "\"%HOME%\\b\xC3\xA4\xFF\"");
