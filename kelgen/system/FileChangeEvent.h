@@ -30,12 +30,14 @@ class KELGEN_API CFileList : public CStrArray
 ///
 /// A change is a last-write time that differs, to the second, from the one seen before. The folders that hold the files are what the
 /// platform watches: a change of anything in one of them makes the thread look at the files there. At most 63 folders can be waited
-/// for: with more the thread ends at once and IsWatching turns false.
+/// for: with more the thread ends at once and IsWatching turns false. A folder that goes is watched again from the first change in
+/// another one on after it has come back, where the platform lets it: notifications that are open may hold its name.
 ///
 /// By contract: the thread takes fresh change notifications on every pass and never closes them. A restart signals the thread and
 /// does not wait for it: busy meanwhile, it ends at its next wake-up.
 /// Threads: AddFile and RemoveFile may be called while the thread runs; all other members on the owner's thread. OnFileAlarm runs on
-/// the watching thread and holds no lock.
+/// the watching thread and holds no lock. Destruction waits for an alarm that is being handled: one that itself waits for the destroying
+/// thread, by a message that it sends there for instance, never ends.
 class KELGEN_API CFileChangeEvent
 {
 public:

@@ -1,6 +1,9 @@
 // Handles.cpp: slots with generations; bits 2 to 21 of a handle are the slot's number plus one, the bits above its generation.
 #include <kelgen/platform/posix/base/Handles.h>
 
+#include <kelgen/platform/posix/base/ErrorCodes.h>
+#include <kelgen/platform/posix/base/LastError.h>
+
 namespace kelgen::posix {
 
 namespace {
@@ -21,10 +24,12 @@ HandleTable& HandleTable::Get()
     return table;
 }
 
-HANDLE HandleTable::Insert(std::shared_ptr<HandleObject> object)
+HANDLE HandleTable::Insert(std::shared_ptr<HandleObject> object, HANDLE failure)
 {
     const std::lock_guard lock(m_mutex);
     if (m_free.empty()) {
+        if (m_slots.size() == kIndexMask)
+            return Fail(ERROR_NO_SYSTEM_RESOURCES, failure);
         m_free.push_back(static_cast<DWORD>(m_slots.size()));
         m_slots.emplace_back();
     }

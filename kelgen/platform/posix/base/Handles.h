@@ -11,7 +11,7 @@
 namespace kelgen::posix {
 
 /// What a handle stands for. Kinds of objects derive from it and are told apart by dynamic type.
-class HandleObject
+class KELGEN_PLATFORM_API HandleObject
 {
 public:
     HandleObject() = default;
@@ -31,8 +31,8 @@ public:
     /// The process's only table.
     static HandleTable& Get();
 
-    /// A new handle for @p object.
-    HANDLE Insert(std::shared_ptr<HandleObject> object);
+    /// A new handle for @p object; @p failure with ERROR_NO_SYSTEM_RESOURCES when a million are open, and then the object goes.
+    HANDLE Insert(std::shared_ptr<HandleObject> object, HANDLE failure = nullptr);
 
     /// The object of @p handle, or null when the handle is closed, forged or of another kind. The last error stays.
     template <class Object>

@@ -99,7 +99,14 @@ BOOL Start(const Request& request, ProgramStart& start, PROCESS_INFORMATION* inf
     if (!process)
         return FALSE;
     const auto insert = [&process] { return Handles().Insert(std::make_shared<ProcessObject>(process, PROCESS_ALL_ACCESS)); };
-    *information = {insert(), insert(), process->Id(), process->Id()};
+    const HANDLE opened = insert();
+    const HANDLE thread = opened ? insert() : nullptr;
+    if (!thread) {
+        Handles().Remove(opened);
+        process->Kill(ERROR_NO_SYSTEM_RESOURCES);
+        return Fail(ERROR_NO_SYSTEM_RESOURCES, FALSE);
+    }
+    *information = {opened, thread, process->Id(), process->Id()};
     return TRUE;
 }
 

@@ -41,6 +41,8 @@ BOOL DuplicateHandle(HANDLE sourceProcess, HANDLE source, HANDLE targetProcess, 
     if (target) {
         const bool same = (options & DUPLICATE_SAME_ACCESS) != 0;
         *target = Handles().Insert(same ? std::move(object) : WithAccess(std::move(object), access));
+        if (!*target)
+            return FALSE;
     }
     if (options & DUPLICATE_CLOSE_SOURCE)
         CloseHandle(source);

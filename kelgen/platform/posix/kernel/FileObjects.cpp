@@ -181,7 +181,7 @@ using namespace kelgen::posix;
 HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES, DWORD disposition, DWORD attributes, HANDLE)
 {
     auto file = OpenFileObject(name ? name : "", access, share, disposition, attributes);
-    return file ? Handles().Insert(std::move(file)) : INVALID_HANDLE_VALUE;
+    return file ? Handles().Insert(std::move(file), INVALID_HANDLE_VALUE) : INVALID_HANDLE_VALUE;
 }
 
 HANDLE CreateFileW(LPCWSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security, DWORD disposition, DWORD attributes,

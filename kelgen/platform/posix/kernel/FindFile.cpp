@@ -176,7 +176,7 @@ HANDLE FindFirst(std::string_view pattern, Data* data)
         return INVALID_HANDLE_VALUE;
     if (!FillNext(*find, data))
         return Fail(ERROR_FILE_NOT_FOUND, INVALID_HANDLE_VALUE);
-    return Handles().Insert(std::move(find));
+    return Handles().Insert(std::move(find), INVALID_HANDLE_VALUE);
 }
 
 template <class Data>

@@ -99,7 +99,9 @@ FolderWatches::FolderWatches() : m_queue(inotify_init1(IN_CLOEXEC | IN_NONBLOCK)
 
 HANDLE FolderWatches::Open(const std::string& path, bool subtree, DWORD filter)
 {
-    std::shared_ptr<HandleObject> forgotten;  // ends after the lock, which its release takes
+    // Both may end here, after the lock, which their release takes.
+    std::shared_ptr<HandleObject> forgotten;
+    std::shared_ptr<ChangeNotification> notification;
     const std::lock_guard lock(m_mutex);
     // Changes up to now are not this notification's.
     ReadEvents();
@@ -108,9 +110,13 @@ HANDLE FolderWatches::Open(const std::string& path, bool subtree, DWORD filter)
         return nullptr;
 
     ++subscription->users;
-    const auto notification = std::make_shared<ChangeNotification>(subscription, ++m_opened);
-    subscription->armed.insert(notification.get());
+    notification = std::make_shared<ChangeNotification>(subscription, ++m_opened);
     const HANDLE handle = Handles().Insert(notification);
+    if (!handle) {
+        errno = ENOSPC;
+        return nullptr;
+    }
+    subscription->armed.insert(notification.get());
     auto& forgettable = subscription->forgettable;
     forgettable.emplace(m_opened, handle);
     if (forgettable.size() > kMostForgotten) {

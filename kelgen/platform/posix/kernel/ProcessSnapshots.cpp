@@ -111,7 +111,7 @@ HANDLE CreateToolhelp32Snapshot(DWORD flags, DWORD id)
     }
     if (flags & TH32CS_SNAPPROCESS)
         snapshot->processes.entries = ProcessEntries();
-    return Handles().Insert(std::move(snapshot));
+    return Handles().Insert(std::move(snapshot), INVALID_HANDLE_VALUE);
 }
 
 BOOL Process32First(HANDLE snapshot, LPPROCESSENTRY32 entry)

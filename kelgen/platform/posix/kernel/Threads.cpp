@@ -199,8 +199,14 @@ HANDLE CreateThread(LPSECURITY_ATTRIBUTES, SIZE_T stackSize, LPTHREAD_START_ROUT
 {
     const auto object = std::make_shared<ThreadObject>();
     object->suspendCount = (flags & CREATE_SUSPENDED) ? 1 : 0;
-    if (!StartDetached(std::make_unique<StartRecord>(object, start, argument), stackSize))
+    // The handle first: a thread that runs cannot be taken back.
+    const HANDLE handle = Handles().Insert(object);
+    if (!handle)
+        return nullptr;
+    if (!StartDetached(std::make_unique<StartRecord>(object, start, argument), stackSize)) {
+        Handles().Remove(handle);
         return Fail(ERROR_NOT_ENOUGH_MEMORY, HANDLE{});
+    }
 
     {
         std::unique_lock lock(DispatcherLock());
@@ -208,7 +214,7 @@ HANDLE CreateThread(LPSECURITY_ATTRIBUTES, SIZE_T stackSize, LPTHREAD_START_ROUT
         if (id)
             *id = object->id;
     }
-    return Handles().Insert(object);
+    return handle;
 }
 
 UINT_PTR _beginthreadex(void* security, unsigned stackSize, unsigned (*start)(void*), void* argument, unsigned flags, unsigned* id)

@@ -26,9 +26,10 @@ LSTATUS OpenKey(HKEY handle, std::u16string_view subkey, REGSAM rights, PHKEY re
     }
     std::shared_ptr<Key> opened;
     const LSTATUS status = OpenSubkey(*key, subkey, rights, opened);
-    if (status == ERROR_SUCCESS)
-        *result = static_cast<HKEY>(Handles().Insert(std::move(opened)));
-    return status;
+    if (status != ERROR_SUCCESS)
+        return status;
+    *result = static_cast<HKEY>(Handles().Insert(std::move(opened)));
+    return *result ? ERROR_SUCCESS : ERROR_NO_SYSTEM_RESOURCES;
 }
 
 /// The older calls: no subkey gives the same handle.
@@ -56,6 +57,8 @@ LSTATUS CreateKey(HKEY handle, std::u16string_view subkey, DWORD reserved, REGSA
     if (status != ERROR_SUCCESS)
         return status;
     *result = static_cast<HKEY>(Handles().Insert(std::move(opened)));
+    if (!*result)
+        return ERROR_NO_SYSTEM_RESOURCES;
     if (disposition)
         *disposition = made ? REG_CREATED_NEW_KEY : REG_OPENED_EXISTING_KEY;
     return ERROR_SUCCESS;

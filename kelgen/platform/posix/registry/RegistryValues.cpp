@@ -86,8 +86,11 @@ public:
         std::shared_ptr<Key> opened;
         status = key ? OpenSubkey(*key, subkey, KEY_QUERY_VALUE | KEY_SET_VALUE, opened, make ? &made : nullptr)
                      : ERROR_INVALID_HANDLE;
-        if (status == ERROR_SUCCESS)
-            m_key = m_opened = static_cast<HKEY>(Handles().Insert(std::move(opened)));
+        if (status != ERROR_SUCCESS)
+            return;
+        m_key = m_opened = static_cast<HKEY>(Handles().Insert(std::move(opened)));
+        if (!m_opened)
+            status = ERROR_NO_SYSTEM_RESOURCES;
     }
     ~SubkeyForCall() { Handles().Remove(m_opened); }
     SubkeyForCall(const SubkeyForCall&) = delete;

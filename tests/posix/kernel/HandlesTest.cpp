@@ -1,0 +1,27 @@
+// HandlesTest.cpp: a table that is full.
+#include <kelgen/platform/posix/base/Handles.h>
+
+using namespace kelgen::posix;
+
+TEST(Handles, FailBeyondAMillion)
+{
+    struct Object : HandleObject
+    {};
+    HandleTable table;
+    const auto object = std::make_shared<Object>();
+    HANDLE last = nullptr;
+    int count = 0;
+    while (const HANDLE handle = table.Insert(object)) {
+        last = handle;
+        ASSERT_LE(++count, 1 << 20);
+    }
+    EXPECT_EQ((1 << 20) - 1, count);
+    EXPECT_EQ(DWORD{ERROR_NO_SYSTEM_RESOURCES}, GetLastError());
+    EXPECT_EQ(INVALID_HANDLE_VALUE, table.Insert(object, INVALID_HANDLE_VALUE));
+    EXPECT_EQ(object, table.Find<Object>(last));
+    EXPECT_EQ(object, table.Remove(last));
+    const HANDLE next = table.Insert(object);
+    EXPECT_NE(nullptr, next);
+    EXPECT_NE(last, next);
+    EXPECT_EQ(nullptr, table.Find<Object>(last));
+}
