@@ -72,6 +72,11 @@ CFileChangeEvent::CFileChangeEvent() : m_gate(std::make_shared<FileWatchGate>())
 
 CFileChangeEvent::~CFileChangeEvent()
 {
+    EndWatch();
+}
+
+void CFileChangeEvent::EndWatch()
+{
     StopWatch();
     m_gate->Close();
     // A thread that a restart left behind ends too: each that finds the gate closed passes the signal on.

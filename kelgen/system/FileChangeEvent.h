@@ -22,6 +22,10 @@ class KELGEN_API CFileList : public CStrArray
 ///
 ///     class CReload : public CFileChangeEvent
 ///     {
+///     public:
+///         ~CReload() override { EndWatch(); }
+///
+///     protected:
 ///         void OnFileAlarm(EFileAlarm alarm, const char* path) override { ... }
 ///     };
 ///     CReload reload;
@@ -92,8 +96,7 @@ public:
     CFileChangeEvent();
     CFileChangeEvent(const CFileChangeEvent&) = delete;
     CFileChangeEvent& operator=(const CFileChangeEvent&) = delete;
-    /// StopWatch; waits for a look at the files that is under way on another thread, not for the thread's end. Stop and let alarms
-    /// end before a derived class goes: its OnFileAlarm may be running.
+    /// EndWatch.
     virtual ~CFileChangeEvent();
 
     /// Registers the file @p path, which need not exist; case counts. A first file in a folder restarts a running watch.
@@ -113,6 +116,10 @@ public:
     bool IsWatching() const { return m_bWatching; }
 
 protected:
+    /// StopWatch for good: waits for a look at the files that is under way on another thread, not for the thread's end. No alarm comes
+    /// afterwards. A derived class with alarms of its own calls it first in its destructor: its OnFileAlarm may be running.
+    void EndWatch();
+
     /// Called for each event; does nothing here. The thread takes up the next file when it returns.
     virtual void OnFileAlarm(EFileAlarm alarm, const char* path);
 

@@ -164,8 +164,14 @@ TEST(FileChangeEvent, ComesAndGoesWhileFilesChange)
             Touch(folder + "f");
         return DWORD{0};
     });
+    struct Counter : CFileChangeEvent
+    {
+        ~Counter() override { EndWatch(); }
+        void OnFileAlarm(EFileAlarm, const char* path) override { m_names += path; }
+        std::string m_names;
+    };
     for (int i = 0; i < 50; ++i) {
-        CFileChangeEvent watcher;
+        Counter watcher;
         watcher.AddFile((folder + "f").c_str());
         watcher.StartWatch();
         watcher.AddFile((folder + "g").c_str());

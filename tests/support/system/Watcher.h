@@ -26,7 +26,7 @@ inline void Touch(const std::string& path, ULONGLONG time = 0)
 class RecordingWatcher : public CFileChangeEvent
 {
 public:
-    ~RecordingWatcher() override { StopWatch(); }
+    ~RecordingWatcher() override { EndWatch(); }
 
     void Add(const std::string& path) { AddFile(path.c_str()); }
     void Remove(const std::string& path) { RemoveFile(path.c_str()); }
