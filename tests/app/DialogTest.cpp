@@ -147,10 +147,12 @@ TEST(AppDialog, IsDeletedWithItsWindowAndWhenItCannotBeCreated)
     ::SendMessageA(dialog->m_hWnd, WM_COMMAND, IDCANCEL, 0);
     EXPECT_TRUE(Fields::s_deleted);
 
-    dialog = new Fields;
-    Fields::s_deleted = false;
-    EXPECT_FALSE(dialog->Create(4711));
-    EXPECT_TRUE(Fields::s_deleted);
+    for (UINT missingOrDamaged : {4711, 320}) {
+        dialog = new Fields;
+        Fields::s_deleted = false;
+        EXPECT_FALSE(dialog->Create(missingOrDamaged)) << missingOrDamaged;
+        EXPECT_TRUE(Fields::s_deleted) << missingOrDamaged;
+    }
 }
 
 TEST(WListCtrl, ItemsHaveWideTexts)

@@ -68,4 +68,18 @@ const ResourceEntry* RegisteredEntry(const void* entry)
     return nullptr;
 }
 
+std::optional<std::size_t> RegisteredBytesFrom(const void* place)
+{
+    const auto address = reinterpret_cast<std::uintptr_t>(place);
+    const std::lock_guard lock(All().mutex);
+    for (const Registration& registration : All().list) {
+        for (const ResourceEntry& entry : registration.table->Entries()) {
+            const std::uintptr_t offset = address - reinterpret_cast<std::uintptr_t>(entry.data.data());
+            if (offset < entry.data.size())
+                return entry.data.size() - offset;
+        }
+    }
+    return std::nullopt;
+}
+
 } // namespace kelgen::posix

@@ -5,6 +5,7 @@
 #include <kelgen/platform/posix/base/Types.h>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace kelgen::posix {
@@ -34,5 +35,8 @@ std::vector<std::shared_ptr<const ResourceTable>> ResourcesOf(const void* module
 
 /// @p entry when it is one of any registered resources, else null.
 const ResourceEntry* RegisteredEntry(const void* entry);
+
+/// The bytes from @p place to the end of the registered resource that it lies in; nothing when it lies in none.
+std::optional<std::size_t> RegisteredBytesFrom(const void* place);
 
 } // namespace kelgen::posix

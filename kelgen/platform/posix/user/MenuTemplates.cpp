@@ -120,7 +120,7 @@ HMENU LoadMenuW(HINSTANCE module, LPCWSTR name)
 
 HMENU LoadMenuIndirectA(LPCVOID menuTemplate)
 {
-    return menuTemplate ? Read(TemplateReader(static_cast<const BYTE*>(menuTemplate))) : nullptr;
+    return menuTemplate ? Read(TemplateReader::At(menuTemplate)) : nullptr;
 }
 
 HMENU LoadMenuIndirectW(LPCVOID menuTemplate)

@@ -105,7 +105,7 @@ std::optional<TemplateReader> DialogMemory(const DLGTEMPLATE* dialogTemplate)
 {
     if (!dialogTemplate)
         return std::nullopt;
-    return TemplateReader(reinterpret_cast<const BYTE*>(dialogTemplate));
+    return TemplateReader::At(dialogTemplate);
 }
 
 } // namespace kelgen::posix::user

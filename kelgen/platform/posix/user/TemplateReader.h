@@ -2,6 +2,7 @@
 #pragma once
 
 #include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/resources/ResourceModules.h>
 
 #include <algorithm>
 #include <cstring>
@@ -18,6 +19,14 @@ public:
     explicit TemplateReader(const BYTE* bytes, std::size_t size = std::numeric_limits<std::ptrdiff_t>::max())
         : m_bytes(bytes), m_size(size)
     {
+    }
+
+    /// A template at @p place: its end is that of the resource in which it lies, or else the caller's matter.
+    static TemplateReader At(const void* place)
+    {
+        const auto* const bytes = static_cast<const BYTE*>(place);
+        const auto size = RegisteredBytesFrom(place);
+        return size ? TemplateReader(bytes, *size) : TemplateReader(bytes);
     }
 
     bool IsSound() const { return m_isSound; }
