@@ -1,9 +1,7 @@
 // SettingsHostTest.cpp: the settings host as a process: its account, what a second run finds, and files that it cannot take.
 #include <kelgen/persistence/Registry.h>
 
-#include "support/Scratch.h"
-
-#include <cstdlib>
+#include "examples/Program.h"
 
 using namespace kelgen::test;
 
@@ -11,26 +9,9 @@ namespace {
 
 constexpr char kKey[] = "Software\\kelgen\\settings_host";
 
-struct Ended
-{
-    int exitStatus;
-    std::string account;
-    std::string errors;
-};
-
-std::string WithoutReturns(std::string text)
-{
-    std::erase(text, '\r');
-    return text;
-}
-
 Ended RunWith(const std::string& iniPath)
 {
-    const std::string out = ScratchFile("out"), err = ScratchFile("err");
-    // Without a quotation mark at its beginning one command line does for both shells.
-    const int status = std::system(("cd . && \"" SETTINGS_HOST "\" \"" + iniPath + "\" >\"" + out + "\" 2>\"" + err + "\"").c_str());
-    // A POSIX shell's status holds the process's in its second byte.
-    return {status > 0xFF ? status >> 8 : status, WithoutReturns(ReadBytes(out)), WithoutReturns(ReadBytes(err))};
+    return RunProgram(SETTINGS_HOST, "\"" + iniPath + "\"");
 }
 
 Ended RunWithBytes(const std::string& bytes)
