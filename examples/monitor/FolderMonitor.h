@@ -22,7 +22,8 @@ public:
 /// The files of a folder, and of those below it if wanted.
 ///
 /// The watcher tells of registered files and compares their times to the second. What it leaves open the timer looks after: files
-/// that were just written are looked at until their second is over, and a folder whose own time changes is listed again.
+/// that were just written are looked at until their second is over, a folder whose own time changes is listed again, and all files
+/// have their turn every few seconds.
 class CFolderMonitor : public CMessageWindowListener, public _kelgen::CTimerCallback
 {
 public:
@@ -65,6 +66,7 @@ private:
     void Look(CWatchedFile& file);
     void LookAtAlarms();
     void LookAtYoungFiles();
+    void LookAtNextFiles();
     void LookAtFolder(std::size_t index);
     void List(std::size_t index);
     void LookAtLostFolder(std::size_t index);
@@ -81,6 +83,7 @@ private:
     std::vector<std::unique_ptr<CWatchedFile>> m_files;
     CMapStringToPtr m_byPath;
     std::vector<CWatchedFile*> m_young;
+    std::size_t m_nextLook = 0;
     CScanner m_scanner;
     std::unique_ptr<CFileWatcher> m_watcher;
     _kelgen::CTimerWnd* m_timer = nullptr;

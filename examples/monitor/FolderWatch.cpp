@@ -6,6 +6,8 @@
 namespace {
 
 constexpr ULONGLONG kSecond = 10'000'000;
+// A thousand files in five seconds, and next to no time.
+constexpr int kLooksATick = 8;
 
 bool IsOver(ULONGLONG time)
 {
@@ -31,6 +33,7 @@ void CFolderMonitor::OnTimerEvent(UINT)
     if (!m_watcher)
         return;
     LookAtYoungFiles();
+    LookAtNextFiles();
     for (std::size_t i = 0; i < m_folders.size(); ++i)
         LookAtFolder(i);
     if (!m_watcher->IsWatching())
@@ -67,6 +70,15 @@ void CFolderMonitor::LookAtYoungFiles()
     for (CWatchedFile* const file : std::vector(m_young))
         file->Look(!file->MayBeWrittenUnseen() && file->WasReadAtOnce());
     std::erase_if(m_young, [](const CWatchedFile* file) { return !file->MayBeWrittenUnseen(); });
+}
+
+/// All files in turn: not every file system tells of changes.
+void CFolderMonitor::LookAtNextFiles()
+{
+    for (int i = 0; i < kLooksATick && !m_files.empty(); ++i) {
+        m_nextLook = (m_nextLook + 1) % m_files.size();
+        Look(*m_files[m_nextLook]);
+    }
 }
 
 void CFolderMonitor::LookAtFolder(std::size_t index)

@@ -114,6 +114,8 @@ void CMonitorApp::CalcIniFilePathName(CString& path)
 
 bool CMonitorApp::BeginScan(CString& error)
 {
+    // A short scan needs no progress, only its end.
+    m_lastProgress = ::GetTickCount();
     if (!m_monitor.Begin(m_settings.GetText(CSettings::idFolder), m_settings.IsSet(CSettings::idSubfolders),
                          m_settings.GetInteger(CSettings::idMostFiles), error))
         return false;
