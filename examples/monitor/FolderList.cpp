@@ -48,7 +48,11 @@ bool ListFolder(const CString& folder, std::vector<FolderEntry>& entries)
 ULONGLONG FolderTime(const CString& folder)
 {
     WIN32_FILE_ATTRIBUTE_DATA data{};
-    if (!::GetFileAttributesExA(folder, GetFileExInfoStandard, &data) || !(data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
+    if (!::GetFileAttributesExA(folder, GetFileExInfoStandard, &data))
         return 0;
+    if (!(data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) {
+        ::SetLastError(ERROR_DIRECTORY);
+        return 0;
+    }
     return Join(data.ftLastWriteTime);
 }

@@ -20,5 +20,6 @@ CString FullPath(const CString& path);
 /// Fills @p entries with the folder's entries by name; false when it cannot be read, and the last error says why.
 bool ListFolder(const CString& folder, std::vector<FolderEntry>& entries);
 
-/// The folder's last write, which is when a name in it came or went; 0 when there is no such folder.
+/// The folder's last write, which is when a name in it came or went; 0 when there is no such folder, and the
+/// last error says why.
 ULONGLONG FolderTime(const CString& folder);

@@ -80,11 +80,13 @@ bool CMonitorApp::ReadSettings()
     if (isIniGiven && !ReadIni(complaints))
         return false;
     if (!m_arguments.m_folder.IsEmpty()) {
-        m_settings.Change(CSettings::idFolder, FullPath(m_arguments.m_folder).GetString());
+        m_settings.Change(CSettings::idFolder, m_arguments.m_folder.GetString());
     } else if (FolderTime(m_settings.GetText(CSettings::idFolder)) == 0 && !isIniGiven && FolderTime(folderOfIni) != 0) {
         complaints.Add("the folder of the last run has gone: " + m_settings.GetText(CSettings::idFolder));
         m_settings.Change(CSettings::idFolder, folderOfIni.GetString());
     }
+    // The next run may begin in another folder.
+    m_settings.Change(CSettings::idFolder, FullPath(m_settings.GetText(CSettings::idFolder)).GetString());
     for (int i = 0; i < complaints.GetSize(); ++i)
         console::Complain(complaints[i]);
     if (isRemembered)

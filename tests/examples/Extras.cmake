@@ -16,8 +16,12 @@ if(TARGET settings_host)
     add_dependencies(test_posix_examples monitor)
     target_link_libraries(test_posix_examples PRIVATE monitor_parts)
     # Milliseconds; sanitizers take their time.
+    set(most_delay 100)
+    if(KELGEN_SANITIZE)
+      set(most_delay 1000)
+    endif()
     target_compile_definitions(test_posix_examples PRIVATE
-      MONITOR="$<TARGET_FILE:monitor>" MONITOR_MOST_DELAY=$<IF:$<BOOL:${KELGEN_SANITIZE}>,1000,100>)
+      MONITOR="$<TARGET_FILE:monitor>" MONITOR_MOST_DELAY=${most_delay})
   endif()
 else()
   set_target_properties(test_examples PROPERTIES EXCLUDE_FROM_ALL ON)

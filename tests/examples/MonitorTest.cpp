@@ -3,6 +3,7 @@
 
 #include "examples/Program.h"
 
+#include "FolderMonitor.h"
 #include "Settings.h"
 
 using namespace kelgen::test;
@@ -118,7 +119,9 @@ TEST_F(Monitor, EndsWhenThereIsNothingToWatch)
         int status;
         std::string error;
     };
+    WriteBytes((folder / "file").string(), "");
     for (const Row& row : {Row{Quoted(folder / "missing"), 1, "monitor: cannot read the folder "},
+                           Row{Quoted(folder / "file"), 1, "monitor: cannot read the folder "},
                            Row{Quoted(noFolder), 1, "monitor: cannot read the folder "},
                            Row{Quoted(missingIni), 1, "monitor: cannot read the INI file " + missingIni},
                            Row{"--twice", 2, "monitor: unknown switch or path: -twice\nmonitor: usage: "},
@@ -128,4 +131,34 @@ TEST_F(Monitor, EndsWhenThereIsNothingToWatch)
         EXPECT_EQ("", run.account) << row.arguments;
         EXPECT_EQ(row.error, run.errors.substr(0, row.error.size())) << row.arguments;
     }
+}
+
+TEST(MonitorScan, ReportsItsProgressWithinLargeFilesToo)
+{
+    struct Recorder : CMonitorEvents, CCompletionReportListener
+    {
+        void OnFileEvent(CWatchedFile& file, EFileEvent) override { m_steps += std::string(file.GetName()) + " "; }
+        void OnNote(const CString&) override {}
+        void OnCompletionReport(UINT task, double progress) override
+        {
+            m_steps += std::to_string(task) + ":" + std::to_string(static_cast<int>(progress * 100 + 0.5)) + " ";
+        }
+        std::string m_steps;
+    } recorder;
+    const auto folder = ScratchFolder();
+    WriteBytes((folder / "a").string(), "");
+    WriteBytes((folder / "b").string(), std::string((5 << 20) / 2, 'x'));
+    CFolderMonitor monitor(recorder);
+    recorder.ReportCompletionScriptStart();
+    recorder.ReportCompletionScriptAttachSource(&monitor.GetScanner());
+    CString error;
+    ASSERT_TRUE(monitor.Begin(folder.string().c_str(), false, 9, error));
+    while (monitor.Step()) {
+    }
+    EXPECT_EQ("1:0 a 1:50 1:70 1:90 b 1:100 ", recorder.m_steps);
+    std::filesystem::remove(folder / "b");
+    std::filesystem::remove(folder / "a");
+    EXPECT_TRUE(monitor.Begin(folder.string().c_str(), false, 9, error)) << "an empty folder";
+    EXPECT_FALSE(monitor.Step());
+    EXPECT_EQ("1:0 a 1:50 1:70 1:90 b 1:100 1:100 ", recorder.m_steps);
 }
