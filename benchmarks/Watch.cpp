@@ -1,4 +1,4 @@
-// Watch.cpp: CFileChangeEvent beside the kernel's own queue, read by a thread of its own too.
+// Watch.cpp: CFileChangeEvent beside the kernel's own queue, read by a thread of its own too, and by the thread that changes.
 #include "WatchOperations.h"
 
 #include <kelgen/system/FileChangeEvent.h>
@@ -64,7 +64,22 @@ void WatchInotify(State& st)
     close(queue);
 }
 
+// No other thread: what the kernel takes to tell.
+void WatchSameThread(State& st)
+{
+    ChangingFile file;
+    const int queue = inotify_init1(IN_CLOEXEC);
+    inotify_add_watch(queue, std::filesystem::path(file.path).parent_path().c_str(), IN_MODIFY | IN_ATTRIB);
+    alignas(inotify_event) char events[4096];
+    for (auto _ : st) {
+        file.change();
+        require(read(queue, events, sizeof events) > 0, "event");
+    }
+    close(queue);
+}
+
 BENCHMARK(WatchKelgen)->Name("Watch/ChangeToAlarm/kelgen")->UseRealTime();
 BENCHMARK(WatchInotify)->Name("Watch/ChangeToAlarm/inotify")->UseRealTime();
+BENCHMARK(WatchSameThread)->Name("Watch/ChangeToAlarm/limit_inotify_same_thread")->UseRealTime();
 
 }  // namespace
