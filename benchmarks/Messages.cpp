@@ -118,8 +118,9 @@ void SendPlain(State& st)  // a window procedure alone
 
 void SendFiltered(State& st)
 {
-    Receiver receiver;
+    // The hooks outlive the window that calls them.
     std::deque<Filter> filters(static_cast<std::size_t>(st.range(0)));
+    Receiver receiver;
     for (Filter& filter : filters)
         receiver._000HookBeforeWndProc(C000WndProcInterface::CHook(&C000WndProcInterface::_000BeforeWndProc, &filter));
     for (auto _ : st)

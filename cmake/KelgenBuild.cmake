@@ -19,6 +19,11 @@ endif()
 # Line tables are enough for a stack trace, and -O1 keeps both the build and the tests fast.
 set(CMAKE_CXX_FLAGS_DEBUG "-O1 -g1 -DKELGEN_CHECKED")
 set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
+if(NOT WIN32)
+  # Calls inside a library stay in it, and calls between them go straight through the address table.
+  string(APPEND CMAKE_CXX_FLAGS_RELEASE " -fno-semantic-interposition -fno-plt")
+  set(CMAKE_SHARED_LINKER_FLAGS_RELEASE "-Wl,-Bsymbolic-functions")
+endif()
 
 add_library(kelgen_options INTERFACE)
 target_compile_options(kelgen_options INTERFACE

@@ -10,7 +10,11 @@ class CurrentMessage
 {
 public:
     CurrentMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
-        : m_current(AfxGetThreadState()->m_lastSentMsg), m_before(m_current)
+        : CurrentMessage(*AfxGetThreadState(), window, message, wParam, lParam)
+    {
+    }
+    CurrentMessage(_AFX_THREAD_STATE& state, HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+        : m_current(state.m_lastSentMsg), m_before(m_current)
     {
         m_current.hwnd = window;
         m_current.message = message;

@@ -23,8 +23,12 @@ public:
 
     Object* Permanent(Handle handle) const
     {
+        // Messages come in runs to one window.
+        if (handle == m_lastHandle)
+            return m_lastObject;
         const auto found = m_permanent.find(handle);
-        return found == m_permanent.end() ? nullptr : found->second;
+        m_lastHandle = handle;
+        return m_lastObject = found == m_permanent.end() ? nullptr : found->second;
     }
 
     Object* Any(Handle handle)
@@ -41,7 +45,11 @@ public:
         return temporary;
     }
 
-    void SetPermanent(Handle handle, Object* object) { m_permanent[handle] = object; }
+    void SetPermanent(Handle handle, Object* object)
+    {
+        m_permanent[handle] = object;
+        Forget();
+    }
 
     /// Another object that took the handle over meanwhile stays.
     void RemovePermanent(Handle handle, const Object* object)
@@ -49,6 +57,7 @@ public:
         const auto found = m_permanent.find(handle);
         if (found != m_permanent.end() && found->second == object)
             m_permanent.erase(found);
+        Forget();
     }
 
     void DeleteTemporary()
@@ -63,7 +72,15 @@ public:
     }
 
 private:
+    void Forget() const
+    {
+        m_lastHandle = nullptr;
+        m_lastObject = nullptr;
+    }
+
     std::unordered_map<Handle, Object*> m_permanent;
+    mutable Handle m_lastHandle = nullptr;  ///< Asked for last, and the answer.
+    mutable Object* m_lastObject = nullptr;
     std::unordered_map<Handle, Object*> m_temporary;
 };
 

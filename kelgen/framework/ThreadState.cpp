@@ -1,15 +1,15 @@
 // ThreadState.cpp: each thread's state, and its maps of handles.
 #include <kelgen/framework/ThreadState.h>
 
+#include <kelgen/framework/CurrentThread.h>
 #include <kelgen/framework/HandleMapTypes.h>
 #include <kelgen/platform/ThreadSlot.h>
 
 using namespace kelgen::detail;
 
-namespace {
+constinit thread_local _AFX_THREAD_STATE* kelgen::detail::threadState = nullptr;
 
-// A plain pointer: windows that the platform destroys at the very end of a thread may make the state once more.
-thread_local _AFX_THREAD_STATE* threadState = nullptr;
+namespace {
 
 void WINAPI DeleteState(void* state)
 {

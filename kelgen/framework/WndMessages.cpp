@@ -2,8 +2,8 @@
 #include <kelgen/framework/Wnd.h>
 
 #include <kelgen/framework/CurrentMessage.h>
+#include <kelgen/framework/CurrentThread.h>
 #include <kelgen/framework/Exceptions.h>
-#include <kelgen/framework/HandleMapTypes.h>
 #include <kelgen/framework/ModuleState.h>
 #include <kelgen/framework/ThreadState.h>
 #include <kelgen/framework/WinThread.h>
@@ -27,26 +27,33 @@ LRESULT ResultOfException(CException* exception, const MSG& message)
     return result;
 }
 
+// Of each message: the calls on its way are few.
+[[gnu::always_inline]] inline LRESULT CallObject(_AFX_THREAD_STATE& state, CWnd* window, HWND handle, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const CurrentMessage current(state, handle, message, wParam, lParam);
+    try {
+        return WindowCall::Call(window, current.Current());
+    } catch (CException* exception) {
+        return ResultOfException(exception, current.Current());
+    }
+}
+
 }  // namespace
 
 LRESULT CALLBACK AfxWndProc(HWND hWnd, UINT nMsg, WPARAM wParam, LPARAM lParam)
 {
     if (nMsg == WM_QUERYAFXWNDPROC)
         return 1;
-    CWnd* const window = CWnd::FromHandlePermanent(hWnd);
+    _AFX_THREAD_STATE* const state = threadState;
+    CWnd* const window = state ? state->m_maps->windows.Permanent(hWnd) : nullptr;
     if (!window || window->m_hWnd != hWnd)
         return ::DefWindowProcA(hWnd, nMsg, wParam, lParam);
-    return AfxCallWndProc(window, hWnd, nMsg, wParam, lParam);
+    return CallObject(*state, window, hWnd, nMsg, wParam, lParam);
 }
 
 LRESULT AfxCallWndProc(CWnd* pWnd, HWND hWnd, UINT nMsg, WPARAM wParam, LPARAM lParam)
 {
-    const CurrentMessage current(hWnd, nMsg, wParam, lParam);
-    try {
-        return WindowCall::Call(pWnd, current.Current());
-    } catch (CException* exception) {
-        return ResultOfException(exception, current.Current());
-    }
+    return CallObject(*AfxGetThreadState(), pWnd, hWnd, nMsg, wParam, lParam);
 }
 
 LRESULT CWnd::Default()

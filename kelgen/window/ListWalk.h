@@ -22,7 +22,7 @@ public:
     ~ListWalks()
     {
         for (ListWalk<LIST>* walk = m_innermost; walk; walk = walk->m_outer)
-            walk->m_walks = nullptr;
+            walk->OnOwnerGone();
     }
 
     /// Takes the element at @p index out of the list; walks go on behind it.
@@ -46,7 +46,7 @@ template <class LIST>
 class ListWalk
 {
 public:
-    using Element = std::remove_cvref_t<decltype(std::declval<const LIST&>()[0])>;
+    using Element = std::remove_cvref_t<decltype(*std::declval<const LIST&>().GetData())>;
 
 // The destructor takes back what the compiler takes for a pointer that stays.
 #pragma GCC diagnostic push
@@ -67,13 +67,21 @@ public:
     /// The owner of the list has been destroyed.
     bool OwnerIsGone() const { return m_walks == nullptr; }
 
-    /// The next element; false at the end, and when the owner is gone.
-    bool Next(Element& element)
+    /// Calls @p visit with each element until it returns true, or the owner is gone. Whether it returned true.
+    template <class VISIT>
+    bool Until(VISIT visit)
     {
-        while (m_walks && m_next < m_list.GetSize()) {
-            element = m_list[m_next++];
-            if (std::find(m_hadItsTurn.begin(), m_hadItsTurn.end(), element) == m_hadItsTurn.end())
+        int next = 0;
+        while (next < m_list.GetSize()) {
+            const Element element = m_list.GetData()[next];
+            m_next = ++next;
+            if (visit(element))
                 return true;
+            if (!m_disturbed) [[likely]]
+                continue;
+            if (!m_walks)
+                return false;
+            next = FindNext();
         }
         return false;
     }
@@ -85,14 +93,30 @@ private:
     {
         if (index >= m_next)
             return;
-        m_hadItsTurn.push_back(m_list[index]);
+        m_hadItsTurn.push_back(m_list.GetData()[index]);
         --m_next;
+        m_disturbed = true;
+    }
+
+    void OnOwnerGone()
+    {
+        m_walks = nullptr;
+        m_disturbed = true;
+    }
+
+    int FindNext() const
+    {
+        int next = m_next;
+        while (next < m_list.GetSize() && std::find(m_hadItsTurn.begin(), m_hadItsTurn.end(), m_list.GetData()[next]) != m_hadItsTurn.end())
+            ++next;
+        return next;
     }
 
     ListWalks<LIST>* m_walks;
     const LIST& m_list;
     ListWalk* const m_outer;
     int m_next = 0;
+    bool m_disturbed = false;  ///< The list or its owner is not what it was.
     std::vector<Element> m_hadItsTurn;  ///< And was taken out since.
 };
 

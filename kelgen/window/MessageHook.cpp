@@ -192,9 +192,10 @@ void CMouseHook::MouseHookOnLButtonUp(MOUSEHOOKSTRUCT* pEvent)
 void CMouseHook::Tell(Event event, const MOUSEHOOKSTRUCT& data)
 {
     kelgen::detail::ListWalk<Listeners> walk(m_walks, m_listeners);
-    CMouseHookInterface* listener = nullptr;
-    while (walk.Next(listener))
+    walk.Until([&](CMouseHookInterface* listener) {
         (listener->*event)(static_cast<UINT>(data.dwExtraInfo), CPoint(data.pt));
+        return false;
+    });
 }
 
 int CMouseHook::Find(const CMouseHookInterface* pListener) const

@@ -31,16 +31,12 @@ C000WndInterface::~C000WndInterface() = default;
 
 bool C000WndInterface::Run(const Hooks& hooks, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
 {
-    if (hooks.IsEmpty())
-        return false;
     kelgen::detail::ListWalk<Hooks> walk(m_walks, hooks);
-    C000WndProcInterface::CHook hook;
-    while (walk.Next(hook)) {
-        if ((hook.m_pObject->*hook.m_pfn)(message, wParam, lParam, result))
-            return true;
-    }
+    const bool handled = walk.Until([&](const C000WndProcInterface::CHook& hook) {
+        return (hook.m_pObject->*hook.m_pfn)(message, wParam, lParam, result);
+    });
     // Nothing is left to do for an object that is not there any more.
-    return walk.OwnerIsGone();
+    return handled || walk.OwnerIsGone();
 }
 
 void C000WndInterface::Unhook(Hooks& hooks, C000WndProcInterface::CHook hook)
@@ -51,19 +47,19 @@ void C000WndInterface::Unhook(Hooks& hooks, C000WndProcInterface::CHook hook)
 
 bool C000WndInterface::_000BeforeWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
 {
-    if (Run(m_before, message, wParam, lParam, result))
+    if (!m_before.IsEmpty() && Run(m_before, message, wParam, lParam, result))
         return true;
     return message == MESSAGE_WNDPOSCREATE && _000OnPosCreate();
 }
 
 bool C000WndInterface::_000BodyWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
 {
-    return Run(m_body, message, wParam, lParam, result) || message == WM_NCDESTROY;
+    return (!m_body.IsEmpty() && Run(m_body, message, wParam, lParam, result)) || message == WM_NCDESTROY;
 }
 
 bool C000WndInterface::_000AfterWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
 {
-    if (Run(m_after, message, wParam, lParam, result))
+    if (!m_after.IsEmpty() && Run(m_after, message, wParam, lParam, result))
         return true;
     if (message == WM_CREATE) {
         m_flags |= E000FLAG_WNDCREATED;

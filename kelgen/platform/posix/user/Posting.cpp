@@ -45,12 +45,22 @@ BOOL PostToWindow(HWND handle, UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (const Window* own = OwnWindow(handle))
         return ResultOf(own->queue->Post(handle, message, wParam, lParam), ERROR_INVALID_WINDOW_HANDLE);
-    // The lock stays until the message is in: none may come in behind a window that goes.
-    const DesktopGuard guard;
-    const Window* window = FindWindowLocked(handle);
-    if (!window)
-        return Fail(ERROR_INVALID_WINDOW_HANDLE, FALSE);
-    return window->queue ? ResultOf(window->queue->Post(handle, message, wParam, lParam), ERROR_INVALID_WINDOW_HANDLE) : TRUE;
+    std::shared_ptr<ThreadQueue> queue;
+    ThreadQueue::Posted posted;
+    {
+        // The lock stays until the message is in: none may come in behind a window that goes.
+        const DesktopGuard guard;
+        const Window* window = FindWindowLocked(handle);
+        if (!window)
+            return Fail(ERROR_INVALID_WINDOW_HANDLE, FALSE);
+        if (!window->queue)
+            return TRUE;
+        queue = window->queue->shared_from_this();
+        posted = queue->Put(handle, message, wParam, lParam);
+    }
+    if (posted == ThreadQueue::Posted::Done)
+        queue->Wake();
+    return ResultOf(posted, ERROR_INVALID_WINDOW_HANDLE);
 }
 
 bool IsBroadcast(HWND window)

@@ -34,28 +34,36 @@ Table& Procedures()
     return table;
 }
 
-// The lowest address that the calling thread's stack may still use for a call.
-const char* StackLimit()
+struct CallStack
 {
-    thread_local const char* limit = [] {
-        pthread_attr_t attributes;
-        void* low = nullptr;
-        std::size_t size = 0;
-        if (pthread_getattr_np(pthread_self(), &attributes) == 0) {
-            pthread_attr_getstack(&attributes, &low, &size);
-            pthread_attr_destroy(&attributes);
-        }
-        return static_cast<const char*>(low) + kStackReserve;
-    }();
-    return limit;
+    const char* limit;  // the lowest address that the thread's stack may still use for a call; null: not known yet
+    int depth;
+};
+
+constinit thread_local CallStack callStack{nullptr, 0};
+
+const char* FindStackLimit()
+{
+    pthread_attr_t attributes;
+    void* low = nullptr;
+    std::size_t size = 0;
+    if (pthread_getattr_np(pthread_self(), &attributes) == 0) {
+        pthread_attr_getstack(&attributes, &low, &size);
+        pthread_attr_destroy(&attributes);
+    }
+    return callStack.limit = static_cast<const char*>(low) + kStackReserve;
 }
 
-thread_local int depth = 0;
+bool IsTooDeep(const CallStack& stack)
+{
+    return stack.depth >= kMaxDepth || static_cast<const char*>(__builtin_frame_address(0)) < (stack.limit ? stack.limit : FindStackLimit());
+}
 
 struct DepthGuard
 {
-    DepthGuard() { ++depth; }
-    ~DepthGuard() { --depth; }
+    explicit DepthGuard(CallStack& used) : stack(used) { ++stack.depth; }
+    ~DepthGuard() { --stack.depth; }
+    CallStack& stack;
 };
 
 LRESULT CallEntry(const Procedure& procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam, bool wideCaller)
@@ -105,25 +113,30 @@ WNDPROC ProcedureFor(const Procedure& procedure, bool wideCaller)
 
 bool TooDeep()
 {
-    return depth >= kMaxDepth || static_cast<const char*>(__builtin_frame_address(0)) < StackLimit();
+    return IsTooDeep(callStack);
 }
 
 LRESULT CallProcedure(Window& window, UINT message, WPARAM wParam, LPARAM lParam, bool wideCaller)
 {
-    if (TooDeep())
+    CallStack& stack = callStack;
+    if (IsTooDeep(stack))
         return Fail(ERROR_STACK_OVERFLOW, LRESULT{0});
     const WindowUse use(window);
-    const DepthGuard guard;
+    const DepthGuard guard(stack);
     if (message == kRunCall && RunInternalCall(window, lParam))
         return 1;
-    return CallEntry(*window.procedure.load(std::memory_order_acquire), window.handle, message, wParam, lParam, wideCaller);
+    const Procedure& procedure = *window.procedure.load(std::memory_order_acquire);
+    if (procedure.wide == wideCaller && procedure.call) [[likely]]
+        return procedure.call(window.handle, message, wParam, lParam);
+    return CallEntry(procedure, window.handle, message, wParam, lParam, wideCaller);
 }
 
 LRESULT CallAnyProcedure(WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam, bool wideCaller)
 {
-    if (TooDeep())
+    CallStack& stack = callStack;
+    if (IsTooDeep(stack))
         return Fail(ERROR_STACK_OVERFLOW, LRESULT{0});
-    const DepthGuard guard;
+    const DepthGuard guard(stack);
     if (const Procedure* entry = CookieProcedure(procedure))
         return CallEntry(*entry, window, message, wParam, lParam, wideCaller);
     if (!procedure)

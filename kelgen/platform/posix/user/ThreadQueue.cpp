@@ -20,22 +20,26 @@ constexpr ULONGLONG kHungAfter = 5'000;
 ThreadQueue::ThreadQueue(DWORD id) : thread(id), m_lastLook(CoarseMilliseconds()) {}
 ThreadQueue::~ThreadQueue() = default;
 
-ThreadQueue::Posted ThreadQueue::Post(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+ThreadQueue::Posted ThreadQueue::Put(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     const MSG posted{window, message, wParam, lParam, GetTickCount(), CursorNow()};
-    {
-        const std::lock_guard lock(m_lock);
-        if (m_ended)
-            return Posted::Ended;
-        if (m_posted.size() >= kPostLimit)
-            return Posted::Full;
-        m_posted.push_back(posted);
-        m_new |= QS_POSTMESSAGE | QS_ALLPOSTMESSAGE;
-    }
-    // A thread that posts to itself is not asleep.
-    if (!IsCurrent())
-        Wake();
+    const std::lock_guard lock(m_lock);
+    if (m_ended)
+        return Posted::Ended;
+    if (m_posted.size() >= kPostLimit)
+        return Posted::Full;
+    m_posted.push_back(posted);
+    m_new |= QS_POSTMESSAGE | QS_ALLPOSTMESSAGE;
     return Posted::Done;
+}
+
+ThreadQueue::Posted ThreadQueue::Post(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const Posted posted = Put(window, message, wParam, lParam);
+    // A thread that posts to itself is not asleep.
+    if (posted == Posted::Done && !IsCurrent())
+        Wake();
+    return posted;
 }
 
 void ThreadQueue::PostQuit(int exitCode)

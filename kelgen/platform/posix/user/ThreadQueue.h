@@ -77,6 +77,8 @@ struct KELGEN_PLATFORM_API ThreadQueue final : std::enable_shared_from_this<Thre
 
     enum class Posted { Done, Full, Ended };
     Posted Post(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    /// Post without its wake-up: for callers that hold a lock which the thread would run into. They call Wake() when it is done.
+    Posted Put(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void PostQuit(int exitCode);
     /// False when the thread has ended; the message is left unanswered then.
     bool Deliver(const std::shared_ptr<SentMessage>& message);

@@ -4,7 +4,6 @@
 #include <kelgen/platform/posix/kernel/Synchronization.h>
 #include <kelgen/platform/posix/kernel/Ticks.h>
 
-#include <algorithm>
 #include <climits>
 #include <ctime>
 #include <linux/futex.h>
@@ -19,6 +18,8 @@ namespace {
 
 // About what waking a sleeping thread costs: an answer that takes longer is not worth the processor's time.
 constexpr LONGLONG kSpinNanoseconds = 20'000;
+constexpr int kSpinsInVain = 4;
+constexpr int kWaitsWithoutSpin = 256;
 
 LONGLONG Nanoseconds()
 {
@@ -36,9 +37,6 @@ void Pause()
 
 bool SpinUntilMoved(const std::atomic<WakeSignal::Ticket>& count, WakeSignal::Ticket seen)
 {
-    static const bool alone = std::thread::hardware_concurrency() < 2;
-    if (alone)
-        return false;
     const LONGLONG end = Nanoseconds() + kSpinNanoseconds;
     do {
         for (int i = 0; i < 32; ++i) {
@@ -83,9 +81,28 @@ void WakeSignal::Raise()
         m_arrival->Set(true);
 }
 
+// On a busy machine the other thread may wait for this very processor: whoever spins in vain sleeps at once for a while.
+bool WakeSignal::Spin(Ticket seen)
+{
+    static const bool alone = std::thread::hardware_concurrency() < 2;
+    if (alone)
+        return false;
+    if (m_waitsWithoutSpin > 0) {
+        --m_waitsWithoutSpin;
+        return false;
+    }
+    if (SpinUntilMoved(m_count, seen)) {
+        m_spinsInVain = 0;
+        return true;
+    }
+    if (++m_spinsInVain >= kSpinsInVain)
+        m_waitsWithoutSpin = kWaitsWithoutSpin;
+    return false;
+}
+
 void WakeSignal::Wait(Ticket seen, ULONGLONG deadline, bool spin)
 {
-    if (Look() != seen || (spin && SpinUntilMoved(m_count, seen)))
+    if (Look() != seen || (spin && Spin(seen)))
         return;
 
     m_asleep.store(true);

@@ -35,10 +35,14 @@ public:
 private:
     class Arrival;
 
+    bool Spin(Ticket seen);
+
     std::atomic<Ticket> m_count{0};
     std::atomic<bool> m_asleep{false};
     std::atomic<bool> m_amongObjects{false};
     const std::shared_ptr<Arrival> m_arrival;
+    int m_spinsInVain = 0;  ///< Of the waiting thread, since its last one that was not.
+    int m_waitsWithoutSpin = 0;
 };
 
 /// A steady clock that is cheap to read and some milliseconds late.

@@ -105,11 +105,17 @@ class WindowUse
 {
 public:
     explicit WindowUse(Window& window) : m_window(window) { ++window.uses; }
-    ~WindowUse();
+    ~WindowUse()
+    {
+        if (--m_window.uses == 0 && m_window.destroyed)
+            Delete(m_window);
+    }
     WindowUse(const WindowUse&) = delete;
     WindowUse& operator=(const WindowUse&) = delete;
 
 private:
+    static void Delete(Window& window);
+
     Window& m_window;
 };
 

@@ -32,10 +32,13 @@ std::size_t firstFree = 0;
 DWORD entriesUsed = 0;
 
 // The calling thread's id without a system call.
+constinit thread_local DWORD thisThread = 0;
+
 DWORD ThisThread()
 {
-    thread_local const DWORD id = GetCurrentThreadId();
-    return id;
+    if (thisThread == 0) [[unlikely]]
+        thisThread = GetCurrentThreadId();
+    return thisThread;
 }
 
 Entry* EntryOf(HWND handle)
@@ -162,10 +165,9 @@ Window* FindWindowLocked(HWND handle)
     return entry->window.load(std::memory_order_relaxed);
 }
 
-WindowUse::~WindowUse()
+void WindowUse::Delete(Window& window)
 {
-    if (--m_window.uses == 0 && m_window.destroyed)
-        delete &m_window;
+    delete &window;
 }
 
 void LinkBelow(Window& window, Window& parent, Window& after)
