@@ -76,11 +76,13 @@ public:
     /// Updates the controls of all visible frames but the main window, which the base updates.
     BOOL OnIdle(LONG lCount) override;
     /// Routes messages without a window: first those that are forwarded to a thread, then those that have a function; both end here.
+    /// By contract: a message that is forwarded never reaches its function.
     BOOL PreTranslateMessage(MSG* pMsg) override;
 
     /// Appends a frame, once.
     void AddFrame(CWnd* pFrame);
-    /// Removes a frame. When it was the main window the first remaining one takes its place, if there is one.
+    /// Removes a frame. When it was the main window the first remaining one takes its place.
+    /// By contract: the last frame to leave stays the main window's pointer. The library's frames take that back when they are deleted.
     void RemoveFrame(CWnd* pFrame);
     int GetVisibleFrameCount() const;
     int GetVisibleFrameCountExcept(const CWnd* pExcept) const;

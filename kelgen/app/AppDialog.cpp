@@ -1,45 +1,10 @@
 // AppDialog.cpp: the self-deleting dialog, its menus, and the controls of 16-bit text.
 #include <kelgen/app/AppDialog.h>
 
-#include <kelgen/framework/CmdUI.h>
-#include <kelgen/framework/ModuleState.h>
+#include <kelgen/framework/DialogTemplate.h>
+#include <kelgen/framework/Exceptions.h>
+#include <kelgen/framework/PopupUpdate.h>
 #include <kelgen/framework/ThreadState.h>
-
-namespace {
-
-constexpr UINT kFirstSystemCommand = 0xF000;
-constexpr UINT kNoCommand = 0xFFFFFFFF;  // the id of an item that opens a menu
-
-CMenu* SubMenuWithCommands(CMenu& menu, UINT position)
-{
-    CMenu* const sub = menu.GetSubMenu(static_cast<int>(position));
-    if (!sub)
-        return nullptr;
-    const UINT first = sub->GetMenuItemID(0);
-    return first == 0 || first == kNoCommand ? nullptr : sub;
-}
-
-bool HasSubMenu(HMENU menu, HMENU sub)
-{
-    const int count = menu ? ::GetMenuItemCount(menu) : 0;
-    for (int i = 0; i < count; ++i) {
-        if (::GetSubMenu(menu, i) == sub)
-            return true;
-    }
-    return false;
-}
-
-/// The menu that @p popup belongs to, or null.
-CMenu* ParentMenu(const CWnd& dialog, CMenu* popup)
-{
-    if (AfxGetThreadState()->m_hTrackingMenu == popup->m_hMenu)
-        return popup;
-    const CWnd* const top = ::GetMenu(dialog.m_hWnd) ? dialog.GetTopLevelParent() : nullptr;
-    const HMENU menu = top ? ::GetMenu(top->m_hWnd) : nullptr;
-    return HasSubMenu(menu, popup->m_hMenu) ? CMenu::FromHandle(menu) : nullptr;
-}
-
-}  // namespace
 
 CAppDialog::CAppDialog(UINT nIDTemplate, CWnd* pParent) : CDialog(nIDTemplate, pParent) {}
 
@@ -51,6 +16,25 @@ BOOL CAppDialog::PreCreateWindow(CREATESTRUCTA& cs)
     return CDialog::PreCreateWindow(cs);
 }
 
+/// The platform creates dialogs by itself: this is the first that we see of the window.
+void CAppDialog::PreSubclassWindow()
+{
+    CDialog::PreSubclassWindow();
+    const auto style = static_cast<LONG>(::GetWindowLongPtrA(m_hWnd, GWL_STYLE));
+    const auto exStyle = static_cast<DWORD>(::GetWindowLongPtrA(m_hWnd, GWL_EXSTYLE));
+    CREATESTRUCTA create{};
+    create.lpszClass = WC_DIALOG;
+    create.style = style;
+    create.dwExStyle = exStyle;
+    create.hwndParent = ::GetParent(m_hWnd);
+    if (!PreCreateWindow(create))
+        AfxThrowUserException();
+    if (create.style != style)
+        ::SetWindowLongPtrA(m_hWnd, GWL_STYLE, create.style);
+    if (create.dwExStyle != exStyle)
+        ::SetWindowLongPtrA(m_hWnd, GWL_EXSTYLE, static_cast<LONG_PTR>(create.dwExStyle));
+}
+
 BOOL CAppDialog::Create(UINT nIDTemplate)
 {
     return Create(MAKEINTRESOURCEA(nIDTemplate), nullptr);
@@ -58,15 +42,13 @@ BOOL CAppDialog::Create(UINT nIDTemplate)
 
 BOOL CAppDialog::Create(LPCSTR lpszTemplateName, CWnd* pParent)
 {
-    constexpr WORD kDialogs = 5;
     m_lpszTemplateName = lpszTemplateName;
     if (IS_INTRESOURCE(lpszTemplateName) && m_nIDHelp == 0)
         m_nIDHelp = LOWORD(reinterpret_cast<UINT_PTR>(lpszTemplateName));
-    const HINSTANCE module = AfxFindResourceHandle(lpszTemplateName, MAKEINTRESOURCEA(kDialogs));
-    const HRSRC resource = ::FindResourceA(module, lpszTemplateName, MAKEINTRESOURCEA(kDialogs));
-    const HGLOBAL data = resource ? ::LoadResource(module, resource) : nullptr;
     m_lpDialogInit = nullptr;
-    return CreateDlgIndirect(data ? static_cast<LPCDLGTEMPLATEA>(::LockResource(data)) : nullptr, pParent, module);
+    HINSTANCE module = nullptr;
+    const LPCDLGTEMPLATEA dialogTemplate = kelgen::detail::FindDialogTemplate(lpszTemplateName, module);
+    return CreateDlgIndirect(dialogTemplate, pParent, module);
 }
 
 BOOL CAppDialog::CreateIndirect(LPCDLGTEMPLATEA lpDialogTemplate, CWnd* pParent, const void* lpDialogInit, HINSTANCE hInst)
@@ -93,37 +75,10 @@ END_MESSAGE_MAP()
 void CAppDialog::OnInitMenuPopup(CMenu* pPopup, UINT nIndex, BOOL bSysMenu)
 {
     CDialog::OnInitMenuPopup(pPopup, nIndex, bSysMenu);
-    if (bSysMenu)
+    if (bSysMenu || !pPopup)
         return;
-
-    CCmdUI item;
-    item.m_pMenu = pPopup;
-    item.m_pParentMenu = ParentMenu(*this, pPopup);
-    item.m_nIndexMax = static_cast<UINT>(pPopup->GetMenuItemCount());
-    for (item.m_nIndex = 0; item.m_nIndex < item.m_nIndexMax; ++item.m_nIndex) {
-        item.m_nID = pPopup->GetMenuItemID(static_cast<int>(item.m_nIndex));
-        item.m_pSubMenu = nullptr;
-        if (item.m_nID == 0)
-            continue;
-        if (item.m_nID == kNoCommand) {
-            item.m_pSubMenu = SubMenuWithCommands(*pPopup, item.m_nIndex);
-            if (!item.m_pSubMenu)
-                continue;
-            item.m_nID = item.m_pSubMenu->GetMenuItemID(0);
-            item.DoUpdate(this, FALSE);
-        } else {
-            item.DoUpdate(this, m_bAutoMenuEnable && item.m_nID < kFirstSystemCommand);
-        }
-
-        // A handler may have taken items away, or put others of the same command in their place.
-        const UINT count = static_cast<UINT>(pPopup->GetMenuItemCount());
-        if (count < item.m_nIndexMax) {
-            item.m_nIndex -= item.m_nIndexMax - count;
-            while (item.m_nIndex < count && pPopup->GetMenuItemID(static_cast<int>(item.m_nIndex)) == item.m_nID)
-                ++item.m_nIndex;
-        }
-        item.m_nIndexMax = count;
-    }
+    const CWnd* const top = ::GetMenu(m_hWnd) ? GetTopLevelParent() : nullptr;
+    kelgen::detail::UpdatePopupItems(*this, *pPopup, top ? ::GetMenu(top->m_hWnd) : nullptr, m_bAutoMenuEnable);
 }
 
 int CWListCtrl::InsertItem(const LVITEMW* pItem)

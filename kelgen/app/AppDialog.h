@@ -23,17 +23,21 @@ public:
     explicit CAppDialog(UINT nIDTemplate, CWnd* pParent = nullptr);
     ~CAppDialog() override;
 
+    /// Offered the dialog's styles before its controls are there; what it changes of them is set, FALSE refuses the window.
     BOOL PreCreateWindow(CREATESTRUCTA& cs) override;
     using CDialog::Create;
     /// Create of that number, without a parent.
     virtual BOOL Create(UINT nIDTemplate);
-    /// Creates the dialog; FALSE on failure, also for a missing resource. Its number becomes the help identifier, if there is none.
+    BOOL Create(UINT nIDTemplate, CWnd* pParent) { return Create(MAKEINTRESOURCEA(nIDTemplate), pParent); }
+    /// Creates the dialog; FALSE on failure, also for a missing or damaged resource, or when OnInitDialog ended it. Its number becomes the
+    /// help identifier, if there is none.
     BOOL Create(LPCSTR lpszTemplateName, CWnd* pParent = nullptr) override;
 
 protected:
     BOOL CreateIndirect(LPCDLGTEMPLATEA lpDialogTemplate, CWnd* pParent = nullptr, const void* lpDialogInit = nullptr,
                         HINSTANCE hInst = nullptr) override;
     BOOL CreateIndirect(HGLOBAL hDialogTemplate, CWnd* pParent = nullptr, HINSTANCE hInst = nullptr) override;
+    void PreSubclassWindow() override;
     void PostNcDestroy() override;
 
     /// Updates the items of a menu that is about to open. System commands, and items that open menus, are never disabled for want of a

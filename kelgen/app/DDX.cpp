@@ -3,7 +3,9 @@
 
 #include <kelgen/framework/Controls.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <limits>
 
 using kelgen::detail::ListItemText;
 
@@ -16,6 +18,15 @@ CString TrimmedText(HWND control)
     text.TrimLeft();
     text.TrimRight();
     return text;
+}
+
+/// The number at the text's start, as atoi reads it; one that an int cannot hold is the nearest that it can.
+int NumberOf(const CString& text)
+{
+    static_assert(sizeof(long long) > sizeof(int));
+    constexpr long long kMin = std::numeric_limits<int>::min();
+    constexpr long long kMax = std::numeric_limits<int>::max();
+    return static_cast<int>(std::clamp(std::strtoll(text, nullptr, 10), kMin, kMax));
 }
 
 bool IsAllDigits(const CString& text)
@@ -44,7 +55,7 @@ void CDDX::DDXEdit(CDataExchange* pDX, UINT nIDC, int* pValue)
 {
     const HWND control = pDX->PrepareEditCtrl(static_cast<int>(nIDC));
     if (pDX->m_bSaveAndValidate) {
-        *pValue = std::atoi(TrimmedText(control));
+        *pValue = NumberOf(TrimmedText(control));
         return;
     }
     CString text;
@@ -59,7 +70,7 @@ void CDDX::DDVEditIntegerRange(CDataExchange* pDX, UINT nIDC, LONG nMin, LONG nM
     const CString text = TrimmedText(pDX->PrepareEditCtrl(static_cast<int>(nIDC)));
     if (!IsAllDigits(text))
         pDX->Fail();
-    const LONG value = std::atoi(text);
+    const LONG value = NumberOf(text);
     if (value < nMin || value > nMax)
         pDX->Fail();
 }

@@ -13,7 +13,8 @@ class KELGEN_API CDDX
 public:
     virtual ~CDDX();
 
-    /// A number and an edit control. Nothing is checked: text is trimmed and read by atoi, so that rubbish is 0.
+    /// A number and an edit control. Nothing is checked: text is trimmed and read by atoi, so that rubbish is 0; a number
+    /// beyond an int is the nearest int.
     static void DDXEdit(CDataExchange* pDX, UINT nIDC, int* pValue);
     /// While saving, lets only digits pass, blanks around them aside, whose number lies between @p nMin and @p nMax, inclusive.
     /// By contract: an empty text is 0, and a minus sign is no digit.

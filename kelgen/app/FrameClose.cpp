@@ -18,6 +18,12 @@ void SetMissingIcon(HWND window, WPARAM kind, UINT id, int size)
     ::SendMessageA(window, WM_SETICON, kind, reinterpret_cast<LPARAM>(icon));
 }
 
+/// False for a frame that is gone, which is not looked at then.
+bool IsWindowOf(HWND window, const CFrameWnd* frame)
+{
+    return ::IsWindow(window) && CWnd::FromHandlePermanent(window) == frame;
+}
+
 }  // namespace
 
 CKelGenFrameWndInterface::~CKelGenFrameWndInterface() = default;
@@ -56,20 +62,33 @@ CFrameWnd* CKelGenFrameWndInterface::KelGenGetFrameWnd()
     return dynamic_cast<CFrameWnd*>(this);
 }
 
+void CKelGenFrameWndInterface::LeaveApplication()
+{
+    // A hook may have kept WM_DESTROY from the frame.
+    CKelGenFrameWndInterface::KelGenOnDestroy();
+    CWinApp* const app = AfxGetApp();
+    if (app && app->m_pMainWnd == KelGenGetFrameWnd())
+        app->m_pMainWnd = nullptr;
+}
+
 void CKelGenFrameWndInterface::KelGenOnCloseAfter()
 {
     CFrameWnd* const frame = KelGenGetFrameWnd();
-    CDocument* const document = frame->GetActiveDocument();
+    const HWND window = frame->m_hWnd;
+    CDocument* document = frame->GetActiveDocument();
     if (document && !document->CanCloseFrame(frame))
         return;
+    // A host's answer may have closed document and frame itself.
+    if (!IsWindowOf(window, frame))
+        return;
+    document = frame->GetActiveDocument();
     const CKelGenApp* const app = gen::GetApp();
     if (!app || app->m_pMainWnd != frame || app->GetVisibleFrameCountExcept(frame) >= 1) {
         CloseFrame(frame, document);
         return;
     }
-    const HWND window = frame->m_hWnd;
     // Closing the documents may have closed the frame, and the document is then gone.
-    if (!EndsApplication(document) && ::IsWindow(window))
+    if (!EndsApplication(document) && IsWindowOf(window, frame))
         CloseFrame(frame, frame->GetActiveDocument());
 }
 

@@ -28,7 +28,11 @@ BEGIN_MESSAGE_MAP(CKelGenMDIChildWnd, CMDIChildWnd)
 END_MESSAGE_MAP()
 
 CKelGenFrameWnd::CKelGenFrameWnd() = default;
-CKelGenFrameWnd::~CKelGenFrameWnd() = default;
+
+CKelGenFrameWnd::~CKelGenFrameWnd()
+{
+    LeaveWindow();
+}
 
 BOOL CKelGenFrameWnd::LoadFrame(UINT nIDResource, DWORD style, CWnd* pParent, CCreateContext* pContext)
 {
@@ -56,7 +60,11 @@ void CKelGenFrameWnd::OnDestroy()
 }
 
 CKelGenMDIFrameWnd::CKelGenMDIFrameWnd() = default;
-CKelGenMDIFrameWnd::~CKelGenMDIFrameWnd() = default;
+
+CKelGenMDIFrameWnd::~CKelGenMDIFrameWnd()
+{
+    LeaveWindow();
+}
 
 BOOL CKelGenMDIFrameWnd::LoadFrame(UINT nIDResource, DWORD style, CWnd* pParent, CCreateContext* pContext)
 {
@@ -75,7 +83,11 @@ void CKelGenMDIFrameWnd::OnDestroy()
 }
 
 CKelGenMDIChildWnd::CKelGenMDIChildWnd() = default;
-CKelGenMDIChildWnd::~CKelGenMDIChildWnd() = default;
+
+CKelGenMDIChildWnd::~CKelGenMDIChildWnd()
+{
+    LeaveWindow();
+}
 
 BOOL CKelGenMDIChildWnd::LoadFrame(UINT nIDResource, DWORD style, CWnd* pParent, CCreateContext* pContext)
 {
@@ -93,7 +105,8 @@ BOOL CKelGenMDIChildWnd::LoadFrame(UINT nIDResource, DWORD style, CWnd* pParent,
         AfxExtractSubString(title, full, 0);
     if (!Create(GetIconWndClass(style, nIDResource), title, style, rectDefault, dynamic_cast<CMDIFrameWnd*>(pParent), pContext))
         return FALSE;
-    return KelGenPosLoadFrame(nIDResource, style, pParent, pContext);
+    KelGenPosLoadFrame(nIDResource, style, pParent, pContext);
+    return TRUE;
 }
 
 bool CKelGenMDIChildWnd::_000AfterWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)

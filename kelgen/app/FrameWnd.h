@@ -10,6 +10,11 @@
 
 /// What all frames of the library do: they join the application's list from WM_CREATE to WM_DESTROY, take icons from their resources,
 /// and end the application with its last visible frame.
+///
+/// By contract: a frame object is not deleted with its window: WM_NCDESTROY does not reach the framework. Who made it deletes it, which
+/// destroys a window that is still there. When LoadFrame or Create fails before there is a window (no menu, no class, PreCreateWindow
+/// refuses) the framework has deleted the object, which therefore must come from new; when the window refused itself (OnCreate) the
+/// object is still there.
 class KELGEN_API CKelGenFrameWndInterface
 {
 public:
@@ -33,6 +38,10 @@ public:
     /// it holds all of the document's views.
     void KelGenOnCloseAfter();
 
+protected:
+    /// Takes back what the application knows of an object that goes.
+    void LeaveApplication();
+
 private:
     bool EndsApplication(const CDocument* document);
     void CloseFrame(CFrameWnd* frame, CDocument* document);
@@ -51,15 +60,6 @@ template <class FRAME, class INTERFACE>
 class HookedFrame : public FRAME, public INTERFACE, public C000WndInterface
 {
 public:
-    ~HookedFrame() override
-    {
-        // While this is still a frame that leaves the application's list. A window that is gone already left its handle behind.
-        if (::IsWindow(this->m_hWnd))
-            this->DestroyWindow();
-        if (this->m_hWnd)
-            this->Detach();
-    }
-
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override { return this->_000WindowProc(message, wParam, lParam); }
     LRESULT _000DefaultWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
     {
@@ -77,6 +77,15 @@ protected:
     virtual LRESULT OnAppLanguage(UINT, LPARAM) { return 0; }
 
     int Created(int result, LPCREATESTRUCTA pCreate) { return result == -1 || this->KelGenOnCreate(pCreate) == -1 ? -1 : 0; }
+    /// For the destructors of the classes that have message maps: while the object is still one of those, its window leaves the
+    /// application's list as it goes. A window that is gone left its handle behind, which may be another object's by now.
+    void LeaveWindow()
+    {
+        if (this->m_hWnd && CWnd::FromHandlePermanent(this->m_hWnd) == this)
+            this->DestroyWindow();
+        this->Detach();
+        this->LeaveApplication();
+    }
 };
 
 }  // namespace kelgen::detail
@@ -131,7 +140,8 @@ public:
     ~CKelGenMDIChildWnd() override;
 
     /// Creates the child with the icon and title of those resources, and with the menu and accelerators of the context's document
-    /// template when that is a CMultiDocTemplate; a missing string gives an empty title.
+    /// template when that is a CMultiDocTemplate; a missing string gives an empty title. By contract: TRUE whatever KelGenPosLoadFrame
+    /// returns.
     BOOL LoadFrame(UINT nIDResource, DWORD style, CWnd* pParent = nullptr, CCreateContext* pContext = nullptr) override;
     /// With the close action after WM_CLOSE.
     bool _000AfterWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;

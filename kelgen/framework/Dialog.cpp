@@ -1,12 +1,14 @@
 // Dialog.cpp: dialogs: creation, the modal loop, OK and Cancel.
 #include <kelgen/framework/Dialog.h>
 
+#include <kelgen/framework/DialogTemplate.h>
 #include <kelgen/framework/Exceptions.h>
 #include <kelgen/framework/ModuleState.h>
 #include <kelgen/framework/ThreadState.h>
 #include <kelgen/framework/WinThread.h>
 
 #include <cstring>
+#include <limits>
 #include <utility>
 
 namespace {
@@ -60,14 +62,16 @@ END_MESSAGE_MAP()
 
 BOOL CWnd::CreateDlg(LPCSTR lpszTemplateName, CWnd* pParentWnd)
 {
-    const HINSTANCE module = AfxFindResourceHandle(lpszTemplateName, MAKEINTRESOURCEA(5));
-    const HRSRC resource = ::FindResourceA(module, lpszTemplateName, MAKEINTRESOURCEA(5));
-    const HGLOBAL data = resource ? ::LoadResource(module, resource) : nullptr;
-    return CreateDlgIndirect(data ? static_cast<LPCDLGTEMPLATEA>(::LockResource(data)) : nullptr, pParentWnd, module);
+    HINSTANCE module = nullptr;
+    const LPCDLGTEMPLATEA dialogTemplate = kelgen::detail::FindDialogTemplate(lpszTemplateName, module);
+    return CreateDlgIndirect(dialogTemplate, pParentWnd, module);
 }
 
 BOOL CWnd::CreateDlgIndirect(LPCDLGTEMPLATEA lpDialogTemplate, CWnd* pParentWnd, HINSTANCE hInst)
 {
+    // EndDialog clears the bit: of a dialog that is ended while it is created. A modal one is DoModal's to destroy.
+    const bool isModal = (m_nFlags & WF_MODALLOOP) != 0;
+    m_nFlags |= WF_CONTINUEMODAL;
     HWND window = nullptr;
     if (lpDialogTemplate) {
         AfxHookWindowCreate(this);
@@ -79,9 +83,19 @@ BOOL CWnd::CreateDlgIndirect(LPCDLGTEMPLATEA lpDialogTemplate, CWnd* pParentWnd,
             throw;
         }
     }
-    if (!lpDialogTemplate || !AfxUnhookWindowCreate())
+    if (!lpDialogTemplate || !AfxUnhookWindowCreate()) {
+        m_nFlags &= isModal ? ~0u : ~WF_CONTINUEMODAL;
         PostNcDestroy();
-    return window != nullptr;
+        return FALSE;
+    }
+    // The object may have gone with a window that is gone.
+    if (!window || isModal || FromHandlePermanent(window) != this)
+        return window != nullptr;
+    const bool hasEnded = !(m_nFlags & WF_CONTINUEMODAL);
+    m_nFlags &= ~WF_CONTINUEMODAL;
+    if (hasEnded)
+        ::DestroyWindow(window);
+    return !hasEnded;
 }
 
 BOOL CWnd::ExecuteDlgInit(LPCSTR lpszResourceName)
@@ -92,32 +106,46 @@ BOOL CWnd::ExecuteDlgInit(LPCSTR lpszResourceName)
     const HINSTANCE module = AfxFindResourceHandle(lpszResourceName, MAKEINTRESOURCEA(kDialogInit));
     const HRSRC resource = ::FindResourceA(module, lpszResourceName, MAKEINTRESOURCEA(kDialogInit));
     const HGLOBAL data = resource ? ::LoadResource(module, resource) : nullptr;
-    return !data || ExecuteDlgInit(::LockResource(data));
+    return !data || ExecuteDlgInit(::LockResource(data), ::SizeofResource(module, resource));
+}
+
+BOOL CWnd::ExecuteDlgInit(const void* lpResource)
+{
+    return ExecuteDlgInit(lpResource, std::numeric_limits<std::ptrdiff_t>::max());
 }
 
 /// Records of control id, message and length, each followed by so many bytes, which end with a terminator; an id of 0 ends them.
-BOOL CWnd::ExecuteDlgInit(const void* lpResource)
+BOOL CWnd::ExecuteDlgInit(const void* lpResource, std::size_t size)
 {
     auto at = static_cast<const BYTE*>(lpResource);
-    BOOL accepted = TRUE;
-    while (at && accepted) {
+    while (at) {
         WORD head[2];
         DWORD length;
-        std::memcpy(head, at, sizeof head);
+        if (size < sizeof head[0])
+            return FALSE;
+        std::memcpy(head, at, sizeof head[0]);
         if (head[0] == 0)
             break;
+        if (size < sizeof head + sizeof length)
+            return FALSE;
+        std::memcpy(head, at, sizeof head);
         std::memcpy(&length, at + sizeof head, sizeof length);
         at += sizeof head + sizeof length;
+        size -= sizeof head + sizeof length;
+        if (length > size)
+            return FALSE;
         // The numbers of 16-bit systems stand for today's.
         const UINT message = head[1] == 0x401 ? UINT{LB_ADDSTRING} : head[1] == 0x403 ? UINT{CB_ADDSTRING} : head[1];
-        if ((message == LB_ADDSTRING || message == CB_ADDSTRING) &&
-            SendDlgItemMessage(head[0], message, 0, reinterpret_cast<LPARAM>(at)) == LB_ERR)
-            accepted = FALSE;
+        if (message == LB_ADDSTRING || message == CB_ADDSTRING) {
+            const bool isText = length > 0 && at[length - 1] == 0;
+            if (!isText || SendDlgItemMessage(head[0], message, 0, reinterpret_cast<LPARAM>(at)) == LB_ERR)
+                return FALSE;
+        }
         at += length;
+        size -= length;
     }
-    if (accepted)
-        SendMessageToDescendants(WM_INITIALUPDATE, 0, 0, FALSE, FALSE);
-    return accepted;
+    SendMessageToDescendants(WM_INITIALUPDATE, 0, 0, FALSE, FALSE);
+    return TRUE;
 }
 
 CDialog::CDialog(LPCSTR lpszTemplateName, CWnd* pParentWnd) : m_lpszTemplateName(lpszTemplateName), m_pParentWnd(pParentWnd)
@@ -187,7 +215,7 @@ INT_PTR CDialog::DoModal()
     CWnd* const parent = CWnd::GetSafeOwner(m_pParentWnd, &top);
     OwnerLock ownerLock(kelgen::detail::HandleOf(parent));
     m_nModalResult = -1;
-    m_nFlags |= WF_CONTINUEMODAL;
+    m_nFlags |= WF_MODALLOOP | WF_CONTINUEMODAL;
     try {
         if (CreateModal(parent)) {
             if (m_nFlags & WF_CONTINUEMODAL)
@@ -201,7 +229,7 @@ INT_PTR CDialog::DoModal()
         e->Delete();
         m_nModalResult = -1;
     }
-    m_nFlags &= ~WF_CONTINUEMODAL;
+    m_nFlags &= ~(WF_MODALLOOP | WF_CONTINUEMODAL);
     ownerLock.Release();
     if (parent && ::GetActiveWindow() == m_hWnd)
         ::SetActiveWindow(parent->m_hWnd);

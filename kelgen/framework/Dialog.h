@@ -31,7 +31,7 @@ public:
     ~CDialog() override;
 
     using CWnd::Create;
-    /// Creates a modeless dialog; FALSE when that fails, also for a missing resource.
+    /// Creates a modeless dialog; FALSE when that fails, also for a missing or damaged resource, or when OnInitDialog ended it.
     virtual BOOL Create(LPCSTR lpszTemplateName, CWnd* pParentWnd = nullptr);
     BOOL Create(UINT nIDTemplate, CWnd* pParentWnd = nullptr);
     virtual BOOL CreateIndirect(LPCDLGTEMPLATEA lpDialogTemplate, CWnd* pParentWnd = nullptr, const void* lpDialogInit = nullptr,

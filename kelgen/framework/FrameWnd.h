@@ -206,7 +206,4 @@ protected:
     UINT m_nIdleFlags = 0;
 
     DECLARE_MESSAGE_MAP()
-
-private:
-    void UpdatePopupItem(CCmdUI& item, CMenu& popup);
 };

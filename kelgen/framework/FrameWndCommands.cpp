@@ -1,22 +1,17 @@
 // FrameWndCommands.cpp: commands on their way through a frame, its accelerators, menus and status texts.
 #include <kelgen/framework/FrameWnd.h>
 
-#include <kelgen/framework/CmdUI.h>
 #include <kelgen/framework/Document.h>
 #include <kelgen/framework/ModuleState.h>
+#include <kelgen/framework/PopupUpdate.h>
 #include <kelgen/framework/StandardTexts.h>
 #include <kelgen/framework/ThreadState.h>
 #include <kelgen/framework/View.h>
 #include <kelgen/framework/WinApp.h>
 
-#include <algorithm>
 #include <utility>
 
 namespace {
-
-/// Commands from here on are the system's, or windows of the window menu.
-constexpr UINT kFirstSystemCommand = 0xF000;
-constexpr UINT kNoSingleCommand = 0xFFFFFFFF;
 
 /// Makes a frame the one that commands are routed through, while it lives.
 class RoutingFrame
@@ -40,21 +35,6 @@ private:
     CFrameWnd* const m_before;
     CFrameWnd* const m_frame;
 };
-
-/// The menu, temporary, in which @p popup opens; null for a popup inside popups.
-CMenu* ParentOf(CMenu& popup, CWnd& frame)
-{
-    if (AfxGetThreadState()->m_hTrackingMenu == popup.m_hMenu)
-        return &popup;
-    // Child windows have no menu of their own.
-    const HMENU bar = ::GetMenu(frame.GetTopLevelParent()->m_hWnd);
-    const int count = bar ? ::GetMenuItemCount(bar) : 0;
-    for (int position = 0; position < count; ++position) {
-        if (::GetSubMenu(bar, position) == popup.m_hMenu)
-            return CMenu::FromHandle(bar);
-    }
-    return nullptr;
-}
 
 }  // namespace
 
@@ -87,44 +67,12 @@ HACCEL CFrameWnd::GetDefaultAccelerator()
     return own ? own : m_hAccelTable;
 }
 
-void CFrameWnd::UpdatePopupItem(CCmdUI& item, CMenu& popup)
-{
-    item.m_nID = popup.GetMenuItemID(static_cast<int>(item.m_nIndex));
-    item.m_pSubMenu = nullptr;
-    if (item.m_nID == 0)
-        return;
-    if (item.m_nID != kNoSingleCommand) {
-        item.DoUpdate(this, m_bAutoMenuEnable && item.m_nID < kFirstSystemCommand);
-        return;
-    }
-    // A popup is asked for by its first item, and greyed by nobody for want of handlers.
-    item.m_pSubMenu = popup.GetSubMenu(static_cast<int>(item.m_nIndex));
-    if (!item.m_pSubMenu)
-        return;
-    item.m_nID = item.m_pSubMenu->GetMenuItemID(0);
-    if (item.m_nID != 0 && item.m_nID != kNoSingleCommand)
-        item.DoUpdate(this, FALSE);
-}
-
 void CFrameWnd::OnInitMenuPopup(CMenu* pPopupMenu, UINT, BOOL bSysMenu)
 {
     if (bSysMenu || !pPopupMenu)
         return;
-    CCmdUI item;
-    item.m_pMenu = pPopupMenu;
-    item.m_pParentMenu = ParentOf(*pPopupMenu, *this);
-    item.m_nIndexMax = static_cast<UINT>(pPopupMenu->GetMenuItemCount());
-    for (item.m_nIndex = 0; item.m_nIndex < item.m_nIndexMax; ++item.m_nIndex) {
-        UpdatePopupItem(item, *pPopupMenu);
-        // Handlers may insert and remove items.
-        const UINT count = static_cast<UINT>(std::max(0, pPopupMenu->GetMenuItemCount()));
-        if (count < item.m_nIndexMax) {
-            item.m_nIndex -= std::min(item.m_nIndex, item.m_nIndexMax - count);
-            while (item.m_nIndex < count && pPopupMenu->GetMenuItemID(static_cast<int>(item.m_nIndex)) == item.m_nID)
-                ++item.m_nIndex;
-        }
-        item.m_nIndexMax = count;
-    }
+    // Child windows have no menu of their own.
+    kelgen::detail::UpdatePopupItems(*this, *pPopupMenu, ::GetMenu(GetTopLevelParent()->m_hWnd), m_bAutoMenuEnable);
 }
 
 void CFrameWnd::OnUpdateFrameMenu(HMENU hMenuAlt)

@@ -254,11 +254,11 @@ public:
     // Dialogs as windows.
 
     /// Creates a modeless dialog as this object's window, from a dialog resource or a template in memory. FALSE when it failed, as for
-    /// Create.
+    /// Create: also for a damaged resource, and for a dialog that is ended while it is created.
     BOOL CreateDlg(LPCSTR lpszTemplateName, CWnd* pParentWnd);
     BOOL CreateDlgIndirect(LPCDLGTEMPLATEA lpDialogTemplate, CWnd* pParentWnd, HINSTANCE hInst = nullptr);
     /// Sends the controls what the template's initialisation data hold (their first items, mostly); TRUE also without any. FALSE when a
-    /// control refused.
+    /// control refused, or the resource is damaged; in memory the data's end is the caller's matter.
     BOOL ExecuteDlgInit(LPCSTR lpszResourceName);
     BOOL ExecuteDlgInit(const void* lpResource);
 
@@ -438,6 +438,7 @@ protected:
 
 private:
     explicit CWnd(HWND hWnd) : m_hWnd(hWnd) {}
+    BOOL ExecuteDlgInit(const void* lpResource, std::size_t size);
 
     friend struct kelgen::detail::WindowCall;
 };
