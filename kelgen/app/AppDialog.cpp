@@ -2,7 +2,6 @@
 #include <kelgen/app/AppDialog.h>
 
 #include <kelgen/framework/DialogTemplate.h>
-#include <kelgen/framework/Exceptions.h>
 #include <kelgen/framework/PopupUpdate.h>
 #include <kelgen/framework/ThreadState.h>
 
@@ -14,25 +13,6 @@ BOOL CAppDialog::PreCreateWindow(CREATESTRUCTA& cs)
 {
     cs.dwExStyle |= WS_EX_APPWINDOW;
     return CDialog::PreCreateWindow(cs);
-}
-
-/// The platform creates dialogs by itself: this is the first that we see of the window.
-void CAppDialog::PreSubclassWindow()
-{
-    CDialog::PreSubclassWindow();
-    const auto style = static_cast<LONG>(::GetWindowLongPtrA(m_hWnd, GWL_STYLE));
-    const auto exStyle = static_cast<DWORD>(::GetWindowLongPtrA(m_hWnd, GWL_EXSTYLE));
-    CREATESTRUCTA create{};
-    create.lpszClass = WC_DIALOG;
-    create.style = style;
-    create.dwExStyle = exStyle;
-    create.hwndParent = ::GetParent(m_hWnd);
-    if (!PreCreateWindow(create))
-        AfxThrowUserException();
-    if (create.style != style)
-        ::SetWindowLongPtrA(m_hWnd, GWL_STYLE, create.style);
-    if (create.dwExStyle != exStyle)
-        ::SetWindowLongPtrA(m_hWnd, GWL_EXSTYLE, static_cast<LONG_PTR>(create.dwExStyle));
 }
 
 BOOL CAppDialog::Create(UINT nIDTemplate)
@@ -69,8 +49,22 @@ void CAppDialog::PostNcDestroy()
 }
 
 BEGIN_MESSAGE_MAP(CAppDialog, CDialog)
+    ON_WM_NCCREATE()
     ON_WM_INITMENUPOPUP()
 END_MESSAGE_MAP()
+
+/// The platform creates dialogs by itself: this is the first message that comes with the styles.
+BOOL CAppDialog::OnNcCreate(LPCREATESTRUCTA lpCreateStruct)
+{
+    CREATESTRUCTA create = *lpCreateStruct;
+    if (!PreCreateWindow(create) || !CDialog::OnNcCreate(lpCreateStruct))
+        return FALSE;
+    if (create.style != lpCreateStruct->style)
+        ::SetWindowLongPtrA(m_hWnd, GWL_STYLE, create.style);
+    if (create.dwExStyle != lpCreateStruct->dwExStyle)
+        ::SetWindowLongPtrA(m_hWnd, GWL_EXSTYLE, static_cast<LONG_PTR>(create.dwExStyle));
+    return TRUE;
+}
 
 void CAppDialog::OnInitMenuPopup(CMenu* pPopup, UINT nIndex, BOOL bSysMenu)
 {

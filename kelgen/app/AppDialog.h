@@ -37,9 +37,10 @@ protected:
     BOOL CreateIndirect(LPCDLGTEMPLATEA lpDialogTemplate, CWnd* pParent = nullptr, const void* lpDialogInit = nullptr,
                         HINSTANCE hInst = nullptr) override;
     BOOL CreateIndirect(HGLOBAL hDialogTemplate, CWnd* pParent = nullptr, HINSTANCE hInst = nullptr) override;
-    void PreSubclassWindow() override;
     void PostNcDestroy() override;
 
+    /// Sets what PreCreateWindow wants of the styles.
+    BOOL OnNcCreate(LPCREATESTRUCTA lpCreateStruct);
     /// Updates the items of a menu that is about to open. System commands, and items that open menus, are never disabled for want of a
     /// handler.
     void OnInitMenuPopup(CMenu* pPopup, UINT nIndex, BOOL bSysMenu);

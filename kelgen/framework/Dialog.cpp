@@ -89,8 +89,10 @@ BOOL CWnd::CreateDlgIndirect(LPCDLGTEMPLATEA lpDialogTemplate, CWnd* pParentWnd,
         return FALSE;
     }
     // The object may have gone with a window that is gone.
-    if (!window || isModal || FromHandlePermanent(window) != this)
-        return window != nullptr;
+    if (!::IsWindow(window))
+        return FALSE;
+    if (isModal || FromHandlePermanent(window) != this)
+        return TRUE;
     const bool hasEnded = !(m_nFlags & WF_CONTINUEMODAL);
     m_nFlags &= ~WF_CONTINUEMODAL;
     if (hasEnded)

@@ -29,13 +29,13 @@ public:
     std::string m_events;
 };
 
-/// A frame whose window the test shows and hides; the objects are the test's to delete.
+/// A frame whose window the test shows and hides; a popup, for which no desktop waits for a window manager. The objects are the test's to delete.
 class TestFrame : public CKelGenFrameWnd
 {
 public:
     bool CreateShown()
     {
-        if (!Create(nullptr, "frame", WS_OVERLAPPEDWINDOW, CRect(0, 0, 200, 100)))
+        if (!Create(nullptr, "frame", WS_POPUP, CRect(0, 0, 200, 100)))
             return false;
         ShowWindow(SW_SHOWNA);
         return true;

@@ -225,3 +225,38 @@ TEST(WinThread, DeletesItself)
     EXPECT_TRUE(seen.done.Lock(20000));
     EXPECT_NE(GetCurrentThreadId(), seen.id);
 }
+
+TEST(ProfileRegistry, ValuesOfOtherKindsAndSizesAreNotRead)
+{
+    ProfileApp app(true);
+    const HKEY key = app.GetSectionKey("Section");
+    ASSERT_NE(nullptr, key);
+    struct Row
+    {
+        const char* name;
+        DWORD kind;
+        std::string bytes;
+        UINT number;
+        const char* text;
+        int binary;  ///< The size; -1 when it is not read.
+    };
+    const std::string dword("\x05\0\0\0", 4);
+    for (const Row& row : {Row{"dword", REG_DWORD, dword, 5, "none", -1}, {"short dword", REG_DWORD, "\x05\x01", 7, "none", -1},
+                           {"long dword", REG_DWORD, dword + dword, 7, "none", -1}, {"empty dword", REG_DWORD, "", 7, "none", -1},
+                           {"binary", REG_BINARY, dword, 7, "none", 4}, {"empty binary", REG_BINARY, "", 7, "none", 0},
+                           {"text", REG_SZ, std::string("five", 5), 7, "five", -1}, {"open text", REG_SZ, "five", 7, "five", -1},
+                           {"text with more", REG_SZ, std::string("a\0b", 4), 7, "a", -1},
+                           {"expandable text", REG_EXPAND_SZ, std::string("five", 5), 7, "none", -1}}) {
+        const auto* const bytes = reinterpret_cast<const BYTE*>(row.bytes.data());
+        ASSERT_EQ(ERROR_SUCCESS, RegSetValueExA(key, "Value", 0, row.kind, bytes, static_cast<DWORD>(row.bytes.size())));
+        EXPECT_EQ(row.number, app.GetProfileInt("Section", "Value", 7)) << row.name;
+        EXPECT_STREQ(row.text, app.GetProfileString("Section", "Value", "none")) << row.name;
+        BYTE* data = nullptr;
+        UINT size = 0;
+        EXPECT_EQ(row.binary >= 0, app.GetProfileBinary("Section", "Value", &data, &size) != FALSE) << row.name;
+        EXPECT_EQ(row.binary < 0 ? 0u : static_cast<UINT>(row.binary), size) << row.name;
+        EXPECT_TRUE(size == 0 || row.bytes == std::string(reinterpret_cast<const char*>(data), size)) << row.name;
+        delete[] data;
+    }
+    RegCloseKey(key);
+}
