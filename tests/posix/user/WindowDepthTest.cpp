@@ -3,6 +3,12 @@
 
 namespace {
 
+#ifdef __SANITIZE_THREAD__
+constexpr bool kDeepStacks = false;  // the thread sanitizer follows 65 536 calls and no more
+#else
+constexpr bool kDeepStacks = true;
+#endif
+
 int destroys = 0;
 bool throwing = false;
 
@@ -24,6 +30,20 @@ LRESULT CALLBACK SendingHook(int code, WPARAM wParam, LPARAM lParam)
 {
     SendMessageA(reinterpret_cast<const CWPSTRUCT*>(lParam)->hwnd, WM_NULL, 0, 0);
     return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+// Sends on a thread whose hook sends, until there is no room: the error.
+DWORD WINAPI SendThroughSendingHook(LPVOID)
+{
+    const HWND hooked =
+        CreateWindowA("WindowDepth", "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, GetModuleHandleA(nullptr), nullptr);
+    const HHOOK hook = SetWindowsHookExA(WH_CALLWNDPROC, SendingHook, nullptr, GetCurrentThreadId());
+    SetLastError(0);
+    SendMessageA(hooked, WM_NULL, 0, 0);
+    const DWORD error = GetLastError();
+    UnhookWindowsHookEx(hook);
+    DestroyWindow(hooked);
+    return error;
 }
 
 LRESULT CALLBACK ThrowingHook(int, WPARAM, LPARAM)
@@ -58,17 +78,10 @@ TEST(WindowDepth, EndlessSendsFailAndWindowsAreDestroyedOnce)
     EXPECT_TRUE(DestroyWindow(stubborn));
     EXPECT_FALSE(IsWindow(stubborn));
 
-    // A hook that sends is bounded too.
-    const HWND hooked = CreateWindowA("WindowDepth", "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, windowClass.hInstance, nullptr);
-    HHOOK hook = SetWindowsHookExA(WH_CALLWNDPROC, SendingHook, nullptr, GetCurrentThreadId());
-    SetLastError(0);
-    SendMessageA(hooked, WM_NULL, 0, 0);
-    EXPECT_EQ(static_cast<DWORD>(ERROR_STACK_OVERFLOW), GetLastError());
-    EXPECT_TRUE(UnhookWindowsHookEx(hook));
-
     // An event whose hook throws is over.
+    const HWND hooked = CreateWindowA("WindowDepth", "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, windowClass.hInstance, nullptr);
     SetFocus(hooked);
-    hook = SetWindowsHookExA(WH_KEYBOARD, ThrowingHook, nullptr, GetCurrentThreadId());
+    const HHOOK hook = SetWindowsHookExA(WH_KEYBOARD, ThrowingHook, nullptr, GetCurrentThreadId());
     INPUT key{};
     key.type = INPUT_KEYBOARD;
     key.ki.wVk = 'A';
@@ -78,6 +91,16 @@ TEST(WindowDepth, EndlessSendsFailAndWindowsAreDestroyedOnce)
     EXPECT_FALSE(PeekMessageA(&message, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE));
     EXPECT_TRUE(UnhookWindowsHookEx(hook));
     EXPECT_TRUE(DestroyWindow(hooked));
+
+    // A hook that sends is bounded too, also on a small stack.
+    if (kDeepStacks) {
+        const HANDLE thread = CreateThread(nullptr, 2 * 1024 * 1024, SendThroughSendingHook, nullptr, STACK_SIZE_PARAM_IS_A_RESERVATION, nullptr);
+        ASSERT_EQ(WAIT_OBJECT_0, WaitForSingleObject(thread, 10000));
+        DWORD error = 0;
+        EXPECT_TRUE(GetExitCodeThread(thread, &error));
+        EXPECT_EQ(static_cast<DWORD>(ERROR_STACK_OVERFLOW), error);
+        CloseHandle(thread);
+    }
 
     // A forged internal message is a message like any other.
     const HWND other = CreateWindowA("WindowDepth", "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, windowClass.hInstance, nullptr);
