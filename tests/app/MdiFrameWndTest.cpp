@@ -113,6 +113,13 @@ TEST_F(MdiFrames, ChildrenTakeMenuAndAcceleratorsFromTheirTemplate)
     m_app.OnAppLanguage(CKelGenApp::WPARAM_LANGUAGE_UPDATE, 0);
     EXPECT_EQ("desk sheet sheet sheet sheet", Traffic::Take()) << "as descendants of the desk, and as frames";
 
+    auto* const brief = new Sheet;
+    ASSERT_TRUE(brief->LoadFrame(300, WS_OVERLAPPEDWINDOW, &desk));
+    const HWND window = brief->m_hWnd;
+    delete brief;
+    EXPECT_FALSE(::IsWindow(window)) << "a child goes with its object, too";
+    EXPECT_EQ(3, m_app.GetWndArray().GetSize());
+
     sheet.SendMessage(WM_CLOSE);
     EXPECT_FALSE(::IsWindow(sheet.m_hWnd));
     EXPECT_EQ(2, m_app.GetWndArray().GetSize());
