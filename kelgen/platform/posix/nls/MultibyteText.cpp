@@ -139,7 +139,12 @@ int _mbscmp(const unsigned char* left, const unsigned char* right)
     if (!left || !right)
         return kNoComparison;
 
-    return Compare(CurrentMultibytePage(), left, right, [](unsigned int value) { return value; });
+    const MultibytePage& page = CurrentMultibytePage();
+    if (!page.HasPairs()) {
+        const int order = std::strcmp(AsText(left), AsText(right));
+        return (order > 0) - (order < 0);
+    }
+    return Compare(page, left, right, [](unsigned int value) { return value; });
 }
 
 int _mbsicmp(const unsigned char* left, const unsigned char* right)
