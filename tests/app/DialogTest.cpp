@@ -109,6 +109,18 @@ TEST_F(Exchange, NumbersInEditControls)
     EXPECT_TRUE(Passes(FALSE, [](CDataExchange* dx) { CDDX::DDVEditIntegerRange(dx, 10, 1, 20); })) << "nothing while loading";
 }
 
+TEST_F(Exchange, DigitsOfTwoBytesAreDigitsWithoutANumber)
+{
+    const int former = _getmbcp();
+    ASSERT_EQ(0, _setmbcp(932));
+    const auto range = [](CDataExchange* dx) { CDDX::DDVEditIntegerRange(dx, 10, 0, 0); };
+    for (const auto& [text, passes] : {std::pair{"\x82\x54", true}, {"\x82\x60", false}, {"0\x82\x54", true}, {"\x82", false}}) {
+        ::SetWindowTextA(m_dialog->Item(10), text);
+        EXPECT_EQ(passes, Passes(TRUE, range)) << testing::PrintToString(std::string(text));
+    }
+    _setmbcp(former);
+}
+
 TEST_F(Exchange, RadioButtonsStandForValues)
 {
     LONG value = 2;
