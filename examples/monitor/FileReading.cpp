@@ -66,13 +66,13 @@ bool CFileReading::ReadsAgain()
 {
     const ULONGLONG size = m_size;
     const ULONGLONG time = m_time;
-    if (!AskSizeAndTime() || (size == m_size && time == m_time))
-        return false;
-    if (++m_attempts < kAttempts)
+    if (AskSizeAndTime() && (size != m_size || time != m_time || m_done != m_size) && ++m_attempts < kAttempts)
         return Open();
-    // Those before the reading: the next look then sees the difference.
-    m_size = size;
-    m_time = time;
+    // Of a file that is still being written: what was read, and the time before it. The next look then sees whether there is more.
+    if (size != m_size || time != m_time) {
+        m_size = m_done;
+        m_time = time;
+    }
     return false;
 }
 

@@ -174,7 +174,8 @@ TEST_F(Timer, AnEventMayEndItsThread)
     CWinThread* const thread = AfxBeginThread(
         [](LPVOID) -> UINT {
             Counter counter;
-            auto* const window = new CTimerWnd;
+            // A thread that ends so leaves its objects to nobody.
+            static CTimerWnd* const window = new CTimerWnd;
             if (!window->Create(&counter))
                 return 1;
             counter.m_act = [] { AfxEndThread(77, FALSE); };

@@ -56,6 +56,7 @@ public:
             if (end != std::string::npos) {
                 const std::string line = m_text.substr(0, end);
                 m_text.erase(0, end + 1);
+                m_lines += line + '\n';
                 if (line.starts_with(beginning))
                     return line;
                 continue;
@@ -71,6 +72,9 @@ public:
         }
     }
 
+    /// All that it has said so far.
+    const std::string& Lines() const { return m_lines; }
+
     /// Its exit status; -1 when it ended otherwise.
     int End(int signal)
     {
@@ -85,6 +89,7 @@ private:
     pid_t m_id = 0;
     int m_output = -1;
     std::string m_text;
+    std::string m_lines;
 };
 
 /// The number in "... after 3 ms".
@@ -112,7 +117,7 @@ TEST(MonitorProcess, TellsOfAChangeWithinATenthOfASecond)
         do
             line = monitor.Await("changed watched ");
         while (line.starts_with("changed watched 0 "));
-        EXPECT_TRUE(line.starts_with("changed watched " + std::to_string(length) + " ")) << line;
+        ASSERT_TRUE(line.starts_with("changed watched " + std::to_string(length) + " ")) << monitor.Lines();
         if (length == bytes.size()) {
             EXPECT_TRUE(line.starts_with("changed watched 9 89a1897f after ")) << line;
         }
