@@ -21,10 +21,12 @@ public:
         if (message != WM_APP)
             return message == WM_NCCREATE && m_refusesCreation;
         m_thread = std::this_thread::get_id();
-        if (m_act)
-            m_act();
         result = static_cast<LRESULT>(wParam) + 1;
-        return m_handles;
+        // The act may delete this.
+        const bool handles = m_handles;
+        if (const auto act = m_act)
+            act();
+        return handles;
     }
 
     bool m_refusesCreation = false;
@@ -99,4 +101,33 @@ TEST(MessageWindow, ListenerMayGoOrEndTheWindowInItsOwnMessage)
     const HWND handle = listener->GetMessageWindow()->m_hWnd;
     static_cast<CMessageWindow*>(listener->GetMessageWindow())->MessageWindowSetListener(nullptr);
     EXPECT_EQ(0, ::SendMessageA(handle, WM_APP, 2, 0)) << "without a listener the framework handles it";
+
+    static_cast<CMessageWindow*>(listener->GetMessageWindow())->MessageWindowSetListener(listener.get());
+    listener->m_act = [&] { listener.reset(); };
+    EXPECT_EQ(3, ::SendMessageA(handle, WM_APP, 2, 0));
+    EXPECT_FALSE(::IsWindow(handle));
+}
+
+TEST(MessageWindow, ThreadsMayCreateAtOnceAndEndBeforeTheirWindows)
+{
+    TestListener listeners[4];
+    std::vector<std::thread> threads;
+    for (TestListener& listener : listeners)
+        threads.emplace_back([&listener] {
+            for (int i = 0; i < 20; ++i) {
+                EXPECT_TRUE(listener.CreateMessageWindow());
+                EXPECT_EQ(2, listener.SendMessageA(WM_APP, 1, 0));
+                if (i < 19)
+                    listener.DestroyMessageWindow();
+            }
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    // The windows went with their threads; the objects serve again.
+    for (TestListener& listener : listeners) {
+        EXPECT_EQ(0, listener.SendMessageA(WM_APP, 1, 0));
+        EXPECT_TRUE(listener.CreateMessageWindow());
+        EXPECT_EQ(2, listener.SendMessageA(WM_APP, 1, 0));
+        EXPECT_EQ(std::this_thread::get_id(), listener.m_thread);
+    }
 }
