@@ -63,7 +63,8 @@ public:
 
     /// 0 when there is no window object. Threads: any; so for PostMessageA.
     LRESULT SendMessageA(UINT message, WPARAM wParam, LPARAM lParam);
-    /// Nonzero when the message is on its way.
+    /// Nonzero when the message is on its way. By contract: while the object is there and its window is not (its creation failed) the
+    /// message goes to the queue of the calling thread, for no window.
     LRESULT PostMessageA(UINT message, WPARAM wParam, LPARAM lParam);
 
 protected:
