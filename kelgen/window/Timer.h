@@ -72,7 +72,8 @@ private:
     CTimerCallback* m_pNextUser = nullptr;
 };
 
-/// The hidden window of timers. Made with new: it deletes itself when it is closed or destroyed.
+/// The hidden window of timers. Made with new: it deletes itself when WM_CLOSE or its DestroyWindow ends it; a window that the platform
+/// ends by itself leaves the object to its maker.
 ///
 /// An event is dropped when its message is older than a second, when the window or the callback is disabled, and after WM_DESTROY. What the
 /// callback throws ends here.
