@@ -144,6 +144,9 @@ LRESULT CWindowHook::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 
 LRESULT CWindowHook::Default()
 {
+    // A hook that has been detached does not hear of it when the next one goes.
+    if (!m_hWnd && m_pNext && !CWindowHookMap::theMap.IsInChain(m_pNext))
+        m_pNext = nullptr;
     const MSG current = AfxGetThreadState()->m_lastSentMsg;
     return WindowProc(current.message, current.wParam, current.lParam);
 }
@@ -226,20 +229,38 @@ bool CWindowHookMap::Unlink(HWND hWnd, CWindowHook* hook)
     return true;
 }
 
+/// All windows that have hooks.
+std::vector<HWND> CWindowHookMap::Windows() const
+{
+    std::vector<HWND> windows;
+    const std::lock_guard lock(MapLock());
+    for (POSITION position = GetStartPosition(); position;) {
+        void* window = nullptr;
+        void* head = nullptr;
+        GetNextAssoc(position, window, head);
+        windows.push_back(static_cast<HWND>(window));
+    }
+    return windows;
+}
+
+/// Whether there is such a hook in a chain of the calling thread's windows. It is not looked into.
+bool CWindowHookMap::IsInChain(const CWindowHook* hook) const
+{
+    for (const HWND window : Windows()) {
+        if (::GetWindowThreadProcessId(window, nullptr) != ::GetCurrentThreadId())
+            continue;
+        for (const CWindowHook* other = Lookup(window); other; other = other->m_pNext) {
+            if (other == hook)
+                return true;
+        }
+    }
+    return false;
+}
+
 /// Takes @p hook out of the chains of windows that it does not show any more.
 void CWindowHookMap::Forget(CWindowHook* hook)
 {
-    std::vector<HWND> windows;
-    {
-        const std::lock_guard lock(MapLock());
-        for (POSITION position = GetStartPosition(); position;) {
-            void* window = nullptr;
-            void* head = nullptr;
-            GetNextAssoc(position, window, head);
-            windows.push_back(static_cast<HWND>(window));
-        }
-    }
-    for (const HWND window : windows)
+    for (const HWND window : Windows())
         Unlink(window, hook);
 }
 

@@ -5,6 +5,8 @@
 #include <kelgen/framework/MapTypes.h>
 #include <kelgen/framework/Wnd.h>
 
+#include <vector>
+
 namespace _kelgen {
 
 /// A hook on one window, also one of another module. All hooks of a window form a chain, the newest first; its procedure is replaced
@@ -89,6 +91,8 @@ private:
     void SetHead(HWND hWnd, CWindowHook* hook);
     bool Unlink(HWND hWnd, CWindowHook* hook);
     void Forget(CWindowHook* hook);
+    std::vector<HWND> Windows() const;
+    bool IsInChain(const CWindowHook* hook) const;
 
     static CWindowHookMap theMap;
 };

@@ -215,6 +215,33 @@ TEST_F(WindowHook, HookMayBeDestroyedInItsOwnCall)
     EXPECT_EQ("before-dying before-old body-old window after-old", m_account.Take());
 }
 
+TEST_F(WindowHook, DetachedHookPassesOnToLivingHooksOnly)
+{
+    for (const bool lives : {true, false}) {
+        const HWND window = Create();
+        auto older = std::make_unique<NotingWindowHook>(m_account, "older");
+        NotingWindowHook newer(m_account, "newer");
+        older->HookWindow(window);
+        newer.HookWindow(window);
+        int rounds = 0;
+        newer.m_inBefore = [&](LRESULT&) {
+            if (++rounds > 1)
+                return false;
+            newer.HookWindow(HWND{});
+            if (!lives)
+                older.reset();
+            newer.Default();
+            return true;
+        };
+        ::SendMessageA(window, WM_APP, 7, 0);
+        EXPECT_EQ(lives ? "before-newer before-newer body-newer before-older body-older window after-older after-newer"
+                        : "before-newer before-newer body-newer after-newer",
+                  m_account.Take());
+        ::DestroyWindow(window);
+        m_account.Take();
+    }
+}
+
 TEST_F(WindowHook, MisuseLeavesNoHookBehind)
 {
     const HWND second = Create();
