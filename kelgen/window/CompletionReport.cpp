@@ -1,7 +1,25 @@
 // CompletionReport.cpp: progress from counters, and scripts of tasks.
 #include <kelgen/window/CompletionReport.h>
 
-CCompletionReportSource::~CCompletionReportSource() = default;
+CCompletionReportSource::CCompletionReportSource(const CCompletionReportSource& other)
+{
+    *this = other;
+}
+
+CCompletionReportSource& CCompletionReportSource::operator=(const CCompletionReportSource& other)
+{
+    m_nTaskId = other.m_nTaskId;
+    CCompletionReportSource::SetCompletionReportListener(other.m_pListener);
+    m_dStepProgress = other.m_dStepProgress;
+    m_nStepCount = other.m_nStepCount;
+    m_nStep = other.m_nStep;
+    return *this;
+}
+
+CCompletionReportSource::~CCompletionReportSource()
+{
+    Register(nullptr);
+}
 
 void CCompletionReportSource::ReportCompletion(double)
 {
@@ -12,6 +30,16 @@ void CCompletionReportSource::ReportCompletion(double)
 void CCompletionReportSource::SetCompletionReportListener(CCompletionReportListener* pListener)
 {
     m_pListener = pListener;
+    Register(pListener);
+}
+
+void CCompletionReportSource::Register(CCompletionReportListener* pListener)
+{
+    if (m_pRegistered)
+        std::erase(m_pRegistered->m_reporting, this);
+    m_pRegistered = pListener;
+    if (pListener)
+        pListener->m_reporting.push_back(this);
 }
 
 void CCompletionReportSource::SetTaskId(UINT nTaskId)
@@ -25,7 +53,20 @@ double CCompletionReportSource::ReportCompletionGetProgress()
     return m_nStep / count + m_dStepProgress / count;
 }
 
-CCompletionReportListener::~CCompletionReportListener() = default;
+CCompletionReportListener& CCompletionReportListener::operator=(const CCompletionReportListener& other)
+{
+    m_sources = other.m_sources;
+    return *this;
+}
+
+CCompletionReportListener::~CCompletionReportListener()
+{
+    for (CCompletionReportSource* const source : m_reporting) {
+        source->m_pRegistered = nullptr;
+        if (source->m_pListener == this)
+            source->m_pListener = nullptr;
+    }
+}
 
 void CCompletionReportListener::OnCompletionReport(UINT, double) {}
 

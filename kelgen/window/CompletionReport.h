@@ -5,6 +5,8 @@
 #include <kelgen/containers/BaseArray.h>
 #include <kelgen/platform/Win32.h>
 
+#include <vector>
+
 class CCompletionReportListener;
 
 /// A task in steps. It counts its steps and reports; the listener hears its identifier and the part done.
@@ -14,11 +16,14 @@ class CCompletionReportListener;
 class KELGEN_API CCompletionReportSource
 {
 public:
+    CCompletionReportSource() = default;
+    CCompletionReportSource(const CCompletionReportSource& other);
+    CCompletionReportSource& operator=(const CCompletionReportSource& other);
     virtual ~CCompletionReportSource();
 
     /// Tells the listener, if any, of the progress so far. By contract: the argument does not count, the counters do.
     virtual void ReportCompletion(double);
-    /// The listener, owned by the host, or null. It outlives the task, or is taken away before it goes.
+    /// The listener, owned by the host, or null. One that is destroyed is taken away.
     virtual void SetCompletionReportListener(CCompletionReportListener* pListener);
     /// The number by which the listener knows the task.
     virtual void SetTaskId(UINT nTaskId);
@@ -39,12 +44,23 @@ protected:
     double m_dStepProgress = 0;
     int m_nStepCount = 1;
     int m_nStep = 0;
+
+private:
+    friend class CCompletionReportListener;
+
+    void Register(CCompletionReportListener* pListener);
+
+    CCompletionReportListener* m_pRegistered = nullptr;  ///< The listener that knows of this, which a derived class may have changed.
 };
 
 /// Hears of a script of tasks, numbered from 1 in the order in which they were attached.
 class KELGEN_API CCompletionReportListener
 {
 public:
+    CCompletionReportListener() = default;
+    /// The script; its tasks keep the listener that they have.
+    CCompletionReportListener(const CCompletionReportListener& other) : m_sources(other.m_sources) {}
+    CCompletionReportListener& operator=(const CCompletionReportListener& other);
     virtual ~CCompletionReportListener();
 
     /// Called at each report, on the task's thread. Does nothing by itself.
@@ -58,5 +74,8 @@ public:
     void ReportCompletionScriptAttachSource(CCompletionReportSource* p);
 
 private:
+    friend class CCompletionReportSource;
+
     CBaseArray<CCompletionReportSource*, CCompletionReportSource*> m_sources;
+    std::vector<CCompletionReportSource*> m_reporting;  ///< All tasks whose listener this is.
 };

@@ -50,6 +50,29 @@ TEST(CompletionReport, ProgressComesFromTheCounters)
     EXPECT_TRUE(std::isnan(recorder.progress) || std::isinf(recorder.progress));
 }
 
+TEST(CompletionReport, TasksAndListenersMayGoInAnyOrder)
+{
+    Recorder other;
+    Task copy;
+    {
+        Recorder recorder;
+        Task kept;
+        auto gone = std::make_unique<Task>();
+        recorder.ReportCompletionScriptAttachSource(gone.get());
+        recorder.ReportCompletionScriptAttachSource(&copy);
+        kept = *gone;
+        gone.reset();
+        kept.ReportCompletion(0);
+        EXPECT_EQ(1u, recorder.task);
+        copy = kept;
+        copy.SetCompletionReportListener(&other);
+        copy.SetCompletionReportListener(&recorder);
+        recorder = other;
+    }
+    copy.ReportCompletion(0);
+    EXPECT_EQ(0u, other.task);
+}
+
 TEST(CompletionReport, ScriptNumbersItsTasksAndAttachesTwiceWhenAsked)
 {
     Recorder recorder;
