@@ -1,7 +1,10 @@
-// Rows.h: names for the rows of parameterised tests.
+// Rows.h: tables of cases, and names for the rows of parameterised tests.
 #pragma once
 
 #include <gtest/gtest.h>
+
+#include <tuple>
+#include <vector>
 
 namespace kelgen::test {
 
@@ -15,5 +18,9 @@ struct RowNamer
     }
 };
 inline constexpr RowNamer RowName{};
+
+/// Cases to walk: for (const auto& [name, text, expected] : Table<const char*, const char*, int>{{"empty", "", 0}, ...}).
+template <class... Columns>
+using Table = std::vector<std::tuple<Columns...>>;
 
 }  // namespace kelgen::test

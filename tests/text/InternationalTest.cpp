@@ -1,6 +1,7 @@
 // InternationalTest.cpp: what each conversion counts, reports and leaves, on good and broken input of several pages.
 #include <kelgen/text/International.h>
 
+#include "support/Rows.h"
 #include "text/Units.h"
 
 #include <climits>
@@ -31,44 +32,32 @@ struct Scratch : CInternational
 
 TEST(International, CountsTheTerminator)
 {
-    EXPECT_EQ(4, CInternational::AnsiToUnicodeCount("abc"));
-    EXPECT_EQ(4, CInternational::OEMToUnicodeCount("abc"));
-    EXPECT_EQ(4, CInternational::StringToUnicodeCount("abc"));
-    EXPECT_EQ(3, CInternational::CPToUnicodeCount(1252, "abc")) << "without the terminator";
-    EXPECT_EQ(3, CInternational::CPToUnicodeCount(932, "a\x82\xA0z"));
-    EXPECT_EQ(0, CInternational::CPToUnicodeCount(1252, ""));
-    EXPECT_EQ(0, CInternational::CPToUnicodeCount(1252, nullptr));
-    EXPECT_EQ(0, CInternational::CPToUnicodeCount(99999, "abc")) << "an unknown page";
-    EXPECT_EQ(3, CInternational::UnicodeToAnsiCount(u"\x3042z"_w));
-    EXPECT_EQ(4, CInternational::UnicodeToOEMCount(u"abc"_w));
-    EXPECT_EQ(4, CInternational::UnicodeToLatin1Count(u"abc"_w));
-    EXPECT_EQ(0, CInternational::UnicodeToLatin1Count(nullptr));
-    EXPECT_EQ(4, CInternational::StringToLatin1Count("abc"));
-    EXPECT_EQ(3, CInternational::StringToShiftJisCount("\xE0"));
-    EXPECT_EQ(0, CInternational::StringToLatin1Count(nullptr));
+    using I = CInternational;
+    EXPECT_EQ((std::vector<int>{4, 4, 4}),
+              (std::vector<int>{I::AnsiToUnicodeCount("abc"), I::OEMToUnicodeCount("abc"), I::StringToUnicodeCount("abc")}));
+    for (const auto& [page, text, count] : Table<UINT, const char*, int>{  // without the terminator; the last is an unknown page
+             {1252, "abc", 3}, {932, "a\x82\xA0z", 3}, {1252, "", 0}, {1252, nullptr, 0}, {99999, "abc", 0}})
+        EXPECT_EQ(count, I::CPToUnicodeCount(page, text)) << page;
+    EXPECT_EQ((std::vector<int>{3, 4}), (std::vector<int>{I::UnicodeToAnsiCount(u"\x3042z"_w), I::UnicodeToOEMCount(u"abc"_w)}));
+    EXPECT_EQ((std::vector<int>{4, 0}), (std::vector<int>{I::UnicodeToLatin1Count(u"abc"_w), I::UnicodeToLatin1Count(nullptr)}));
+    EXPECT_EQ((std::vector<int>{4, 3, 0}), (std::vector<int>{I::StringToLatin1Count("abc"), I::StringToShiftJisCount("\xE0"),
+                                                             I::StringToLatin1Count(nullptr)}));
 }
 
 TEST(International, DirectConversionsReportTheConverter)
 {
-    struct
-    {
-        const char* name;
-        std::function<bool(unsigned short*, int)> convert;
-        char16_t unit;
-    } const rows[] = {
+    for (const auto& [name, convert, unit] : Table<const char*, std::function<bool(unsigned short*, int)>, char16_t>{
         {"Ansi", [](unsigned short* dst, int n) { return CInternational::AnsiToUnicode(dst, n, "a\xE9"); }, u'\x00E9'},
         {"OEM", [](unsigned short* dst, int n) { return CInternational::OEMToUnicode(dst, n, "a\x82"); }, u'\x00E9'},
         {"CP", [](unsigned short* dst, int n) { return CInternational::CPToUnicode(932, dst, n, "a\x82\xA0"); }, u'\x3042'},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+    }) {
+        SCOPED_TRACE(name);
         unsigned short units[4] = {1, 1, 1, 1};
-        EXPECT_FALSE(row.convert(units, 2)) << "no room for the terminator";
-        EXPECT_EQ(row.unit, units[1]) << "what fits is filled";
+        EXPECT_FALSE(convert(units, 2)) << "no room for the terminator";
+        EXPECT_EQ(unit, units[1]) << "what fits is filled";
         EXPECT_EQ(1, units[2]);
-        EXPECT_TRUE(row.convert(units, 3));
-        EXPECT_EQ(0, units[2]);
-        EXPECT_EQ(1, units[3]);
+        EXPECT_TRUE(convert(units, 3));
+        EXPECT_EQ((std::pair{0, 1}), (std::pair<int, int>{units[2], units[3]}));
     }
 
     char bytes[4];
@@ -86,49 +75,47 @@ TEST(International, TextsOfFixedPagesBecomeUnicode)
 {
     unsigned short units[3] = {1, 1, 1};
     EXPECT_TRUE(CInternational::StringToUnicode(units, 2, "\x82\x83z"));
-    EXPECT_EQ(0x00E9, units[0]);
-    EXPECT_EQ(0x00E2, units[1]);
-    EXPECT_EQ(1, units[2]) << "nothing terminates";
-    EXPECT_TRUE(CInternational::StringToUnicode(units, 0, "z"));
-    EXPECT_TRUE(CInternational::StringToUnicode(units, 2, nullptr));
+    EXPECT_EQ((std::vector<int>{0x00E9, 0x00E2, 1}), (std::vector<int>(units, units + 3))) << "nothing terminates";
+    EXPECT_TRUE(CInternational::StringToUnicode(units, 0, "z") && CInternational::StringToUnicode(units, 2, nullptr));
 
-    const auto latin1 = [](const char* text, int n) {
-        CWStr result(u"before"_w);
+    CWStr result;
+    for (const auto& [name, text, n, expected] : Table<const char*, const char*, int, const char16_t*>{
+        {"count", "\xE9t\xE9!", 3, u"\x00E9t\x00E9"},
+        {"all", "a\x80\x81", -1, u"a\x20AC\x0081"},
+        {"ends at the first zero", "a\0b", 3, u"a"},
+        {"null", nullptr, 3, u""},
+    }) {
+        result = u"before"_w;
         EXPECT_TRUE(CInternational::Latin1ToUnicode(result, text, n));
-        return Units(result);
-    };
-    EXPECT_EQ(u"\x00E9t\x00E9", latin1("\xE9t\xE9!", 3));
-    EXPECT_EQ(u"a\x20AC\x0081", latin1("a\x80\x81", -1));
-    EXPECT_EQ(u"a", latin1("a\0b", 3)) << "ends at the first zero";
-    EXPECT_EQ(u"", latin1(nullptr, 3));
-
-    const auto shiftJis = [](const char* text, int n) {
-        CWStr result(u"before"_w);
+        EXPECT_EQ(expected, Units(result)) << name;
+    }
+    for (const auto& [name, text, n, expected] : Table<const char*, const char*, int, const char16_t*>{
+        {"with terminator", "a\x82\xA0z", 5, u"a\x3042z"},
+        {"the last unit without the source's terminator", "abc", 3, u"ab"},
+        {"a lead byte takes the terminator along, which stays", "a\x81", 3, u"a\x30FB"},
+        {"1", "abc", 1, u""}, {"0", "abc", 0, u""}, {"-1", "abc", -1, u""}, {"lowest", "abc", INT_MIN, u""},
+    }) {
+        result = u"before"_w;
         EXPECT_TRUE(CInternational::ShiftJisToUnicode(result, text, n));
-        return Units(result);
-    };
-    EXPECT_EQ(u"a\x3042z", shiftJis("a\x82\xA0z", 5));
-    EXPECT_EQ(u"ab", shiftJis("abc", 3)) << "the last unit without the source's terminator";
-    EXPECT_EQ(u"a\x30FB", shiftJis("a\x81", 3)) << "a lead byte takes the terminator along, which stays";
-    for (const int n : {1, 0, -1, INT_MIN})
-        EXPECT_EQ(u"", shiftJis("abc", n)) << n;
+        EXPECT_EQ(expected, Units(result)) << name;
+    }
 }
 
 TEST(International, CPToUnicodeFillsTheStringAndReportsFailure)
 {
     CWStr text(u"before"_w);
     const CWStr other(text);
-    EXPECT_TRUE(CInternational::CPToUnicode(932, text, "\x82\xA0\x88\x9F"));
-    EXPECT_EQ(u"\x3042\x4E9C", Units(text));
+    for (const auto& [page, bytes, done, expected] : Table<UINT, const char*, bool, const char16_t*>{
+        {932, "\x82\xA0\x88\x9F", true, u"\x3042\x4E9C"},
+        {65001, "\xC3\xA9\xF0\x9F\x98\x80", true, u"\x00E9\xD83D\xDE00"},
+        {65001, "\xED\xA0\x80", true, u"\xFFFD\xFFFD"},
+        {99999, "abc", false, u"\xFFFD\xFFFD"},  // unchanged
+        {1252, "", true, u""},
+    }) {
+        EXPECT_EQ(done, CInternational::CPToUnicode(page, text, bytes)) << page;
+        EXPECT_EQ(expected, Units(text)) << page;
+    }
     EXPECT_EQ(u"before", Units(other));
-    EXPECT_TRUE(CInternational::CPToUnicode(65001, text, "\xC3\xA9\xF0\x9F\x98\x80"));
-    EXPECT_EQ(u"\x00E9\xD83D\xDE00", Units(text));
-    EXPECT_TRUE(CInternational::CPToUnicode(65001, text, "\xED\xA0\x80"));
-    EXPECT_EQ(u"\xFFFD\xFFFD", Units(text));
-    EXPECT_FALSE(CInternational::CPToUnicode(99999, text, "abc"));
-    EXPECT_EQ(u"\xFFFD\xFFFD", Units(text));
-    EXPECT_TRUE(CInternational::CPToUnicode(1252, text, ""));
-    EXPECT_EQ(u"", Units(text));
 }
 
 TEST(International, StringsOfOtherPagesAreTerminatedAndAlwaysSucceed)
@@ -185,8 +172,7 @@ TEST(International, UnicodeFillsStringsAndStorages)
     std::memset(storage.GetAllocation(), '#', 4);
     EXPECT_TRUE(CInternational::UnicodeToOEM(storage, u"ab"_w));
     EXPECT_EQ(std::string("ab\0#", 4), Bytes(storage)) << "one byte more, not written";
-    EXPECT_FALSE(CInternational::UnicodeToOEM(storage, nullptr));
-    EXPECT_FALSE(CInternational::UnicodeToAnsi(storage, nullptr));
+    EXPECT_FALSE(CInternational::UnicodeToOEM(storage, nullptr) || CInternational::UnicodeToAnsi(storage, nullptr));
     EXPECT_EQ(0u, storage.GetStorageSize());
 }
 
@@ -194,23 +180,19 @@ TEST(International, CopiesBelongToTheCaller)
 {
     unsigned short* const wide = CInternational::ToUnicodeDup_("a\xE9");
     EXPECT_EQ(u"a\x00E9", Units(CWStr(wide)));
-    std::free(wide);
-    char* bytes = CInternational::UnicodeToAnsiDup_("a\xE9");
+    char* const bytes = CInternational::UnicodeToAnsiDup_("a\xE9");
     EXPECT_STREQ("a\xE9", bytes);
-    std::free(bytes);
     CString text("a\0b", 3);
-    bytes = CInternational::UnicodeToAnsiDup_(text);
-    EXPECT_EQ(std::string("a\0b\0", 4), std::string(bytes, 4));
-    std::free(bytes);
+    char* const counted = CInternational::UnicodeToAnsiDup_(text);
+    EXPECT_EQ(std::string("a\0b\0", 4), std::string(counted, 4));
+    for (void* copy : {static_cast<void*>(wide), static_cast<void*>(bytes), static_cast<void*>(counted)})
+        std::free(copy);
     EXPECT_EQ(nullptr, CInternational::ToUnicodeDup_(nullptr));
 }
 
 TEST(International, ScratchGrowsOnly)
 {
-    EXPECT_TRUE(Scratch::AllocWch(0));
-    EXPECT_TRUE(Scratch::AllocWch(5000));
-    EXPECT_TRUE(Scratch::AllocWch(-1));
-    EXPECT_TRUE(Scratch::AllocCh(5000));
+    EXPECT_TRUE(Scratch::AllocWch(0) && Scratch::AllocWch(5000) && Scratch::AllocWch(-1) && Scratch::AllocCh(5000));
     CWStr text;
     EXPECT_TRUE(CInternational::Latin1ToUnicode(text, std::string(20000, '\xE9').c_str(), -1));
     EXPECT_EQ(std::u16string(20000, u'\x00E9'), Units(text));

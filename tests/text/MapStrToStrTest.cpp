@@ -1,15 +1,14 @@
 // MapStrToStrTest.cpp: what becomes of groups, and of bare names.
 #include <kelgen/text/MapStrToStr.h>
 
+#include "support/Rows.h"
+
+using kelgen::test::Table;
+
 TEST(MapStrToStr, GroupsAreResolved)
 {
-    const struct
-    {
-        const char* name;
-        std::vector<std::pair<const char*, const char*>> variables;
-        const char* text;
-        const char* expected;
-    } rows[] = {
+    for (const auto& [name, variables, before, expected] :
+         Table<const char*, std::vector<std::pair<const char*, const char*>>, const char*, const char*>{
         {"filled", {{"path", "C:\\x"}}, "open{ $path}", "open C:\\x"},
         {"emptied", {{"path", ""}}, "open{ $path} now", "open now"},
         {"longer name", {{"n", "5"}}, "{$nx}", "{$nx}"},
@@ -25,14 +24,13 @@ TEST(MapStrToStr, GroupsAreResolved)
         {"case counts", {{"n", "5"}}, "{$N}", "{$N}"},
         {"no variables", {}, "{$n}", "{$n}"},
         {"empty name", {{"", "5"}}, "{$ a}", "5 a"},
-    };
-    for (const auto& row : rows) {
+    }) {
         CMapStrToStr map;
-        for (const auto& [name, value] : row.variables)
-            map.SetAt(name, value);
-        CString text(row.text);
+        for (const auto& [variable, value] : variables)
+            map.SetAt(variable, value);
+        CString text(before);
         map.ReplaceVars(text);
-        EXPECT_STREQ(row.expected, text) << row.name;
+        EXPECT_STREQ(expected, text) << name;
     }
 }
 

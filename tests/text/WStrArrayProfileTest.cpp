@@ -34,9 +34,7 @@ CWStr Joined(const CWStrArray& array)
     return text;
 }
 
-class WStrArrayProfile : public testing::TestWithParam<bool>
-{
-};
+class WStrArrayProfile : public testing::TestWithParam<bool> {};
 
 }  // namespace
 

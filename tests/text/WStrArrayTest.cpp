@@ -5,6 +5,7 @@
 #include <kelgen/text/WStrTokenizer.h>
 
 #include "support/Random.h"
+#include "support/Rows.h"
 #include "text/Units.h"
 
 #include <algorithm>
@@ -41,14 +42,8 @@ int ByUnits(const unsigned short* left, const unsigned short* right)
 
 TEST(WStrTokenizer, StepsOneUnitPastTheSeparatorsStart)
 {
-    const struct
-    {
-        const char* name;
-        std::u16string text;
-        const char16_t* separator;
-        bool withSeparator;
-        Texts expected;
-    } rows[] = {
+    for (const auto& [name, text, separator, withSeparator, expected] :
+         Table<const char*, std::u16string, const char16_t*, bool, Texts>{
         {"at both ends", u",a,", u",", false, {u"", u"a"}},
         {"overlapping", u"a:::", u"::", false, {u"a", u"", u":"}},
         {"long separator included", u"a::b", u"::", true, {u"a:", u":b"}},
@@ -58,17 +53,16 @@ TEST(WStrTokenizer, StepsOneUnitPastTheSeparatorsStart)
         {"empty separator", u"ab", u"", false, {u"", u"", u""}},
         {"null separator included", u"ab", nullptr, true, {u"a", u"b", u""}},
         {"a zero hides separators", u"a,b"s + u'\0' + u"c,d", u",", false, {u"a", u"b"s + u'\0' + u"c,d"}},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        CWStrTokenizer tokenizer(Units(row.text), static_cast<int>(row.text.size()));
+    }) {
+        SCOPED_TRACE(name);
+        CWStrTokenizer tokenizer(Units(text), static_cast<int>(text.size()));
         for (int round = 0; round < 2; ++round) {
             Texts tokens;
             CWStr token(u"before"_w);
             // No more than 20: a tokenizer that does not end shows as a wrong list.
-            while (tokens.size() < 20 && tokenizer.GetNextToken(token, row.separator ? Units(row.separator) : nullptr, row.withSeparator))
+            while (tokens.size() < 20 && tokenizer.GetNextToken(token, separator ? Units(separator) : nullptr, withSeparator))
                 tokens.push_back(Units(token));
-            EXPECT_EQ(row.expected, tokens) << "round " << round;
+            EXPECT_EQ(expected, tokens) << "round " << round;
             EXPECT_EQ(tokens.empty() ? u"before" : tokens.back(), Units(token)) << "the end leaves the token alone";
             tokenizer.Restart();
         }
@@ -77,35 +71,31 @@ TEST(WStrTokenizer, StepsOneUnitPastTheSeparatorsStart)
 
 TEST(WStrTokenizer, CopiesKeepTheirPlaces)
 {
-    CWStr text(u"a b c"_w);
+    const auto next = [](CWStrTokenizer& tokenizer) {
+        CWStr token;
+        tokenizer.GetNextToken(token, u" "_w, false);
+        return Units(token);
+    };
+    CWStr text(u"a b c"_w), token(u","_w), list(u"1,2"_w);
     CWStrTokenizer first(text);
-    CWStr token;
-    first.GetNextToken(token, u" "_w, false);
+    next(first);
     CWStrTokenizer second(first);
-    second.GetNextToken(token, u" "_w, false);
-    EXPECT_EQ(u"b", Units(token));
+    EXPECT_EQ(u"b", next(second));
     first = second;
-    first.GetNextToken(token, u" "_w, false);
-    EXPECT_EQ(u"c", Units(token));
+    EXPECT_EQ(u"c", next(first));
     text = u"x"_w;
     second.Restart(text);
-    second.GetNextToken(token, u" "_w, false);
-    EXPECT_EQ(u"x", Units(token));
-    // A token may be the separator, and the tokenizer's text.
-    token = u","_w;
-    CWStr list(u"1,2"_w);
+    EXPECT_EQ(u"x", next(second));
     second.Restart(list);
     second.GetNextToken(token, token, false);
-    EXPECT_EQ(u"1", Units(token));
+    EXPECT_EQ(u"1", Units(token)) << "a token may be the separator";
 }
 
 TEST(WStrArray, AddsUniqueTextsByCaseAndFindsThemWithout)
 {
     CWStrArray unique = ArrayOf({u"abc"});
-    unique.AddUnique(u"abc"_w);
-    unique.AddUnique(u"Abc"_w);
-    unique.AddUnique(nullptr);
-    unique.AddUnique(u""_w);
+    for (const unsigned short* text : {u"abc"_w, u"Abc"_w, static_cast<const unsigned short*>(nullptr), u""_w})
+        unique.AddUnique(text);
     EXPECT_EQ(Texts({u"abc", u"Abc", u""}), TextsOf(unique));
     EXPECT_EQ(0, unique.FindFirstNoCase(u"ABC"_w));
     EXPECT_EQ(2, unique.FindFirstNoCase(u""_w));

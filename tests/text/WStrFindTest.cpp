@@ -1,6 +1,7 @@
 // WStrFindTest.cpp: searches, parts and comparison, by rule and against obvious models.
 #include <kelgen/text/WStr.h>
 
+#include "support/Rows.h"
 #include "text/Units.h"
 
 #include "support/Random.h"
@@ -35,27 +36,20 @@ int Index(std::size_t found, int start)
 
 TEST(WStrFind, StartsAreHeldInTheText)
 {
-    const CWStr s(u"abcabc"_w);
-    EXPECT_EQ(-1, s.Find('a', 6));
-    EXPECT_EQ(-1, s.Find('a', 7));
-    EXPECT_EQ(0, s.Find('a', -5));
+    const unsigned short* const none = nullptr;
+    const CWStr s(u"abcabc"_w), empty;
+    for (const auto& [start, at] : Table<int, int>{{6, -1}, {7, -1}, {-5, 0}})
+        EXPECT_EQ(at, s.Find('a', start)) << start;
+    for (const auto& [text, sought, start, at] : Table<CWStr, const unsigned short*, int, int>{
+             {s, u"abc"_w, -1, 0}, {s, u"abcabca"_w, 0, -1}, {s, u""_w, 0, 0}, {s, u""_w, 6, 6}, {s, u""_w, 7, -1},
+             {s, none, 2, 2}, {empty, u""_w, 0, 0}, {empty, u""_w, 1, -1}})
+        EXPECT_EQ(at, text.Find(sought, start)) << testing::PrintToString(CWStr(sought)) << " from " << start;
     EXPECT_EQ(6, s.Find(static_cast<unsigned short>(0)));
-    EXPECT_EQ(0, s.Find(u"abc"_w, -1));
-    EXPECT_EQ(-1, s.Find(u"abcabca"_w));
-    EXPECT_EQ(0, s.Find(u""_w));
-    EXPECT_EQ(6, s.Find(u""_w, 6));
-    EXPECT_EQ(-1, s.Find(u""_w, 7));
-    EXPECT_EQ(2, s.Find(static_cast<const unsigned short*>(nullptr), 2));
     EXPECT_EQ(-1, s.FindOneOf(u""_w));
     EXPECT_EQ(2, s.SpanIncluding(u"ba"_w).GetLength());
     EXPECT_EQ(2, s.SpanExcluding(u"xc"_w).GetLength());
-
-    const CWStr empty;
-    EXPECT_EQ(-1, empty.Find('a'));
-    EXPECT_EQ(-1, empty.Find(static_cast<unsigned short>(0)));
-    EXPECT_EQ(0, empty.Find(u""_w));
-    EXPECT_EQ(-1, empty.Find(u""_w, 1));
-    EXPECT_EQ(-1, empty.ReverseFind('a'));
+    EXPECT_EQ((std::vector<int>{-1, -1, -1}),
+              (std::vector<int>{empty.Find('a'), empty.Find(static_cast<unsigned short>(0)), empty.ReverseFind('a')}));
 }
 
 TEST(WStrFindModel, UnitsAndTextsAreFoundWhereTheModelFindsThem)
@@ -104,29 +98,17 @@ TEST(WStrFindModel, EveryPlaceOfASingleHitIsFound)
 TEST(WStrParts, StartAndCountAreHeldInTheText)
 {
     const CWStr s(u"abcde"_w);
-    EXPECT_EQ(u"bc", Units(s.Mid(1, 2)));
-    EXPECT_EQ(u"de", Units(s.Mid(3, 99)));
-    EXPECT_EQ(u"de", Units(s.Mid(3, 0x7FFFFFFF)));
-    EXPECT_EQ(u"ab", Units(s.Mid(-2, 2)));
-    EXPECT_EQ(u"", Units(s.Mid(1, -1)));
-    EXPECT_EQ(u"", Units(s.Mid(5, 1)));
-    EXPECT_EQ(u"", Units(s.Mid(6, 1)));
-    EXPECT_EQ(u"abcde", Units(s.Mid(-7)));
-    EXPECT_EQ(u"", Units(s.Mid(7)));
-    EXPECT_EQ(u"", Units(s.Left(-1)));
-    EXPECT_EQ(u"", Units(s.Right(-1)));
-    EXPECT_EQ(u"ab", Units(s.Left(2)));
-    EXPECT_EQ(u"de", Units(s.Right(2)));
+    for (const auto& [start, count, part] : Table<int, int, const char16_t*>{
+             {1, 2, u"bc"}, {3, 99, u"de"}, {3, 0x7FFFFFFF, u"de"}, {-2, 2, u"ab"}, {1, -1, u""}, {5, 1, u""}, {6, 1, u""}})
+        EXPECT_EQ(part, Units(s.Mid(start, count))) << start << ", " << count;
+    EXPECT_EQ(u"abcde|||", Units(s.Mid(-7)) + u"|" + Units(s.Mid(7)) + u"|" + Units(s.Left(-1)) + u"|" + Units(s.Right(-1)));
+    EXPECT_EQ(u"ab|de", Units(s.Left(2)) + u"|" + Units(s.Right(2)));
 }
 
 TEST(WStrCompare, SignsInTheDefaultLocale)
 {
-    const struct
-    {
-        const char16_t* left;
-        const char16_t* right;
-        int compare, noCase;
-    } rows[] = {
+    const auto sign = [](int value) { return (value > 0) - (value < 0); };
+    for (const auto& [first, second, compare, noCase] : Table<const char16_t*, const char16_t*, int, int>{
         {u"abc", u"abc", 0, 0},
         {u"aBC", u"abc", -1, 0},
         {u"ABd", u"abc", -1, 1},
@@ -136,18 +118,15 @@ TEST(WStrCompare, SignsInTheDefaultLocale)
         {u"\x00C9", u"\x00E9", -1, -1},  // only A to Z fold
         {u"\xFFFF", u"a", 1, 1},
         {u"\xD83D\xDE00", u"\xFFFD", -1, -1},  // surrogates order by unit
-    };
-    const auto sign = [](int value) { return (value > 0) - (value < 0); };
-    for (const auto& row : rows) {
-        const CWStr left(Units(row.left));
-        const CWStr right(Units(row.right));
+    }) {
+        const CWStr left(Units(first)), right(Units(second));
         SCOPED_TRACE(testing::PrintToString(left) + " and " + testing::PrintToString(right));
-        EXPECT_EQ(row.compare, sign(left.Compare(right)));
-        EXPECT_EQ(row.compare, sign(left.Collate(right)));
-        EXPECT_EQ(row.noCase, sign(left.CompareNoCase(right)));
-        EXPECT_EQ(row.noCase, sign(left.CollateNoCase(right)));
-        EXPECT_EQ(-row.noCase, sign(CWStr::CompareNoCase(right, left)));
-        EXPECT_EQ(row.compare == 0, left == right);
+        EXPECT_EQ(compare, sign(left.Compare(right)));
+        EXPECT_EQ(compare, sign(left.Collate(right)));
+        EXPECT_EQ(noCase, sign(left.CompareNoCase(right)));
+        EXPECT_EQ(noCase, sign(left.CollateNoCase(right)));
+        EXPECT_EQ(-noCase, sign(CWStr::CompareNoCase(right, left)));
+        EXPECT_EQ(compare == 0, left == right);
     }
 }
 

@@ -1,8 +1,10 @@
 // WStrResourceTest.cpp: string resources, short and around the limits of the loading buffers.
 #include <kelgen/text/WStr.h>
 
+#include "support/Rows.h"
 #include "text/Units.h"
 
+using kelgen::test::Table;
 using kelgen::test::Units;
 
 namespace {
@@ -19,14 +21,7 @@ std::u16string Letters(int length)
 
 TEST(WStrResource, LoadsIntoStringAndByNumber)
 {
-    const struct
-    {
-        const char* name;
-        UINT id;
-        bool loaded;
-        std::u16string text;
-        int capacity;  // from the empty string
-    } rows[] = {
+    for (const auto& [name, id, loaded, expected, capacity] : Table<const char*, UINT, bool, std::u16string, int>{
         {"short", 5, true, u"five \x00E9", 8},
         {"longest of the local buffer", 16, true, Letters(253), 256},
         {"just beyond the margin", 17, true, Letters(254), 512},
@@ -35,19 +30,18 @@ TEST(WStrResource, LoadsIntoStringAndByNumber)
         {"ends at its first zero", 21, true, u"a", 8},
         {"no text in its block", 6, false, u"", 0},
         {"no block", 5000, false, u"", 0},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+    }) {
+        SCOPED_TRACE(name);
         CWStr text;
-        EXPECT_EQ(row.loaded, text.LoadStringA(row.id));
-        EXPECT_EQ(row.text, Units(text));
-        EXPECT_EQ(row.capacity, text.GetAllocLength());
-        EXPECT_EQ(row.text, Units(CWStr(reinterpret_cast<const unsigned short*>(std::uintptr_t{row.id}))));
+        EXPECT_EQ(loaded, text.LoadStringA(id));
+        EXPECT_EQ(expected, Units(text));
+        EXPECT_EQ(capacity, text.GetAllocLength());
+        EXPECT_EQ(expected, Units(CWStr(reinterpret_cast<const unsigned short*>(std::uintptr_t{id}))));
 
         CWStr filled(u"before"_w);
         const CWStr other(filled);
-        EXPECT_EQ(row.loaded, filled.LoadStringA(row.id));
-        EXPECT_EQ(row.text, Units(filled));
+        EXPECT_EQ(loaded, filled.LoadStringA(id));
+        EXPECT_EQ(expected, Units(filled));
         EXPECT_EQ(u"before", Units(other));
     }
 }

