@@ -3,6 +3,7 @@
 
 #include "Elements.h"
 #include "support/NullCall.h"
+#include "support/Rows.h"
 
 #include <algorithm>
 #include <climits>
@@ -37,13 +38,9 @@ int TextOrder(const CString& a, const CString& b)
 
 TEST(BaseArray, ConstructorsFillInOrder)
 {
-    EXPECT_EQ(Ints(), ElementsOf(IntArray()));
-    EXPECT_EQ(Ints({5}), ElementsOf(IntArray(5)));
-    EXPECT_EQ(Ints({5, 1, 2}), ElementsOf(IntArray(5, IntArray(2, 1, 2))));
-    EXPECT_EQ(Ints({7, 8, 9}), ElementsOf(IntArray(3, 7, 8, 9)));
-    EXPECT_EQ(Ints({7}), ElementsOf(IntArray(1, 7, 8)));
-    EXPECT_EQ(Ints(), ElementsOf(IntArray(0, 7)));
-    EXPECT_EQ(Ints(), ElementsOf(IntArray(-2, 7)));
+    for (const auto& [expected, array] : Table<Ints, IntArray>{{{}, {}}, {{5}, {5}}, {{5, 1, 2}, {5, IntArray(2, 1, 2)}},
+             {{7, 8, 9}, {3, 7, 8, 9}}, {{7}, {1, 7, 8}}, {{}, {0, 7}}, {{}, {-2, 7}}})
+        EXPECT_EQ(expected, ElementsOf(array));
 
     const TextArray texts(2, "one", "two");
     const TextArray copy(texts);
@@ -55,7 +52,6 @@ TEST(BaseArray, MisuseThrowsAndChangesNothing)
 {
     IntArray array(3, 1, 2, 3);
     IntArray empty;
-    int index = 4;
 
     EXPECT_THROW(empty.Pop(), CInvalidArgException*);
     EXPECT_THROW(empty.FirstElement(), CInvalidArgException*);
@@ -68,11 +64,8 @@ TEST(BaseArray, MisuseThrowsAndChangesNothing)
     EXPECT_THROW(array.Swap(-1, 0), CInvalidArgException*);
     EXPECT_THROW(array.StdArrayElementAt(3), CInvalidArgException*);
     EXPECT_THROW(array.StdArraySetAt(-1, 0), CInvalidArgException*);
-    EXPECT_THROW(array.SortFind(1, Difference, index), CInvalidArgException*);
-    index = INT_MAX;
-    EXPECT_THROW(array.SortFind(1, Difference, index), CInvalidArgException*);
-    index = -8;
-    EXPECT_THROW(array.SortFind(1, Difference, index), CInvalidArgException*);
+    for (int index : {4, INT_MAX, -8})
+        EXPECT_THROW(array.SortFind(1, Difference, index), CInvalidArgException*);
 
     EXPECT_EQ(Ints({1, 2, 3}), ElementsOf(array));
     EXPECT_EQ(0, empty.GetSize());
@@ -102,11 +95,8 @@ TEST(BaseArray, RemoveAllKeepsTheBlockUnlessReleased)
 TEST(BaseArray, FindFirstSearchesFromTheStart)
 {
     IntArray array(4, 3, 1, 3, 2);
-    EXPECT_EQ(0, array.FindFirst(3, Difference, 0));
-    EXPECT_EQ(2, array.FindFirst(3, Difference, 1));
-    EXPECT_EQ(-1, array.FindFirst(3, Difference, 3));
-    EXPECT_EQ(-1, array.FindFirst(3, Difference, 4));
-    EXPECT_EQ(-1, array.FindFirst(3, Difference, INT_MAX));
+    for (const auto& [start, at] : Table<int, int>{{0, 0}, {1, 2}, {3, -1}, {4, -1}, {INT_MAX, -1}})
+        EXPECT_EQ(at, array.FindFirst(3, Difference, start)) << start;
 
     g_asked.clear();
     array.FindFirst(2, NotedDifference, 2);
@@ -115,13 +105,12 @@ TEST(BaseArray, FindFirstSearchesFromTheStart)
     // By address equality does not count.
     const int other = 3;
     EXPECT_EQ(2, array.FindFirst(&array[2]));
-    EXPECT_EQ(-1, array.FindFirst(&other));
-    EXPECT_EQ(-1, array.FindFirst(array.GetData() + 4));
-    EXPECT_EQ(-1, array.FindFirst(static_cast<const int*>(nullptr)));
+    for (const int* missing : {&other, static_cast<const int*>(array.GetData() + 4), static_cast<const int*>(nullptr)})
+        EXPECT_EQ(-1, array.FindFirst(missing));
     EXPECT_EQ(-1, IntArray().FindFirst(&other));
 }
 
-TEST(BaseArray, DuplicatesGoAndTheFirstStays)
+TEST(BaseArray, DuplicatesGoAndBubbleSortAsksLaterElementFirst)
 {
     IntArray array(6, 3, 1, 3, 3, 2, 1);
     array.RemoveDuplicates(Difference);
@@ -136,11 +125,8 @@ TEST(BaseArray, DuplicatesGoAndTheFirstStays)
     texts.Swap(0, 1);
     texts.Swap(1, 1);
     EXPECT_EQ((std::vector<CString>{"a", "b"}), ElementsOf(texts));
-}
 
-TEST(BaseArray, BubbleSortAsksLaterElementFirst)
-{
-    IntArray array(3, 2, 3, 1);
+    array = IntArray(3, 2, 3, 1);
     g_asked.clear();
     array.BubbleSort(NotedDifference);
     EXPECT_EQ(Ints({1, 2, 3}), ElementsOf(array));
@@ -163,16 +149,8 @@ TEST(BaseArray, ElementsOfTheArrayAreValidArgumentsWhileItGrows)
 
 TEST(BaseArray, SortFindGivesResultPlaceAndComparisons)
 {
-    const struct
-    {
-        const char* name;
-        Ints elements;
-        int value;
-        int start;
-        bool found;
-        int index;
-        std::size_t comparisons;
-    } rows[] = {
+    for (const auto& [name, elements, wanted, start, found, place, comparisons] :
+         Table<const char*, Ints, int, int, bool, int, std::size_t>{
         {"empty", {}, 1, 5, false, 0, 0},
         {"only one", {4}, 4, 0, true, 0, 1},
         {"missing compares once more", {4}, 3, 0, false, 0, 2},
@@ -180,19 +158,18 @@ TEST(BaseArray, SortFindGivesResultPlaceAndComparisons)
         {"above all", {9, 7, 5, 3}, 10, 0, false, 0, 3},
         {"bound leaves out the first", {9, 7, 5, 3}, 9, 1, false, 0, 3},
         {"bound at the end", {9, 7, 5, 3}, 3, 4, false, 3, 1},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+    }) {
+        SCOPED_TRACE(name);
         IntArray array;
-        for (const int element : row.elements)
+        for (const int element : elements)
             array.Add(element);
-        int index = row.start;
+        int index = start;
         g_asked.clear();
-        EXPECT_EQ(row.found, array.SortFind(row.value, NotedDifference, index));
-        EXPECT_EQ(row.index, index);
-        EXPECT_EQ(row.comparisons, g_asked.size());
+        EXPECT_EQ(found, array.SortFind(wanted, NotedDifference, index));
+        EXPECT_EQ(place, index);
+        EXPECT_EQ(comparisons, g_asked.size());
         for (const auto& [element, value] : g_asked)
-            EXPECT_EQ(row.value, value) << "the element comes first";
+            EXPECT_EQ(wanted, value) << "the element comes first";
     }
 }
 

@@ -2,6 +2,7 @@
 #include <kelgen/containers/BaseId.h>
 
 #include "Elements.h"
+#include "support/Rows.h"
 
 #include <cstring>
 #include <typeinfo>
@@ -10,15 +11,12 @@ using namespace kelgen::test;
 
 namespace {
 
-class Identified : public CBaseIdentifiable
+struct Identified : CBaseIdentifiable
 {
-public:
-    explicit Identified(const char* name) : CBaseIdentifiable(name) {}
+    using CBaseIdentifiable::CBaseIdentifiable;
 };
 
-class First : public CBaseComparable
-{
-};
+class First : public CBaseComparable {};
 
 struct Id : CBaseId
 {
@@ -62,8 +60,7 @@ std::string Operators(const LEFT& a, const RIGHT& b)
 
 TEST(BaseComparable, IsNeverEqualToWhatHasNoOrder)
 {
-    const CBaseComparableEq plain;
-    const CBaseComparableEq otherPlain;
+    const CBaseComparableEq plain, otherPlain;
     const First first;
     const CBaseComparableEq& asPlain = first;
     EXPECT_FALSE(asPlain == plain);
@@ -95,9 +92,7 @@ TEST(BaseComparable, OrdersByNameOfTheClassAndTextsOfEachOtherByText)
 TEST(BaseIdentifiable, NumbersCountPerName)
 {
     const std::string nameA = FreshName(), nameB = FreshName();
-    Identified a1(nameA.c_str());
-    Identified a2(nameA.c_str());
-    Identified b1(nameB.c_str());
+    Identified a1(nameA.c_str()), a2(nameA.c_str()), b1(nameB.c_str());
     EXPECT_FALSE(a1 == a2);
     EXPECT_EQ("!=<<=", Operators(a1.GetId(), b1.GetId())) << "equal numbers compare by name";
     EXPECT_EQ(1, CountOf(*a1.GetPtrId()));
@@ -157,44 +152,19 @@ TEST(BaseId, OrdersByBytesThenBySeed)
     unsigned char zero[16] = {};
     unsigned char one[16] = {1};
     unsigned char high[16] = {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0xFF};
-    struct
-    {
-        const char* name;
-        unsigned char* leftBytes;
-        CBaseComparable* leftSeed;
-        unsigned char* rightBytes;
-        CBaseComparable* rightSeed;
-        int order;
-    } const rows[] = {
+    for (const auto& [name, leftBytes, leftSeed, rightBytes, rightSeed, order] :
+         Table<const char*, unsigned char*, CBaseComparable*, unsigned char*, CBaseComparable*, int>{
         {"lowest byte decides", high, &nameB, one, &nameA, -1},
         {"bytes are unsigned", high, nullptr, zero, &nameA, 1},
         {"both nameless", one, nullptr, one, nullptr, 0},
         {"nameless first", one, nullptr, one, &nameA, -1},
         {"named last", one, &nameA, one, nullptr, 1},
         {"by name", one, &nameA, one, &nameB, -1},
-    };
-    for (const auto& row : rows) {
-        Id left;
-        Id right;
-        left.Set(row.leftBytes, row.leftSeed);
-        right.Set(row.rightBytes, row.rightSeed);
-        EXPECT_EQ(row.order, left.Compare(right)) << row.name;
-        EXPECT_EQ(-row.order, right.Compare(left)) << row.name;
+    }) {
+        Id left, right;
+        left.Set(leftBytes, leftSeed);
+        right.Set(rightBytes, rightSeed);
+        EXPECT_EQ(order, left.Compare(right)) << name;
+        EXPECT_EQ(-order, right.Compare(left)) << name;
     }
-}
-
-TEST(BaseIdArray, FindsAndSortsIdentifiers)
-{
-    CBaseIdArray array;
-    for (int i = 0; i < 20; ++i)
-        array.InsertAt(0, Identified("Test.Array").GetId());
-    const CBaseId wanted = array[3];
-    EXPECT_EQ(3, array.FindFirst(wanted));
-    EXPECT_FALSE(array.AddUnique(wanted));
-    array.BubbleSort();
-    EXPECT_EQ(16, array.FindFirst(wanted));
-    CBaseIdArray copy(array);
-    EXPECT_TRUE(copy == array);
-    EXPECT_TRUE(copy.RemoveFirst(wanted));
-    EXPECT_EQ(-1, copy.FindFirst(wanted));
 }

@@ -2,6 +2,7 @@
 #include <kelgen/containers/StdSort.h>
 
 #include "Elements.h"
+#include "support/Rows.h"
 
 #include <algorithm>
 #include <numeric>
@@ -35,12 +36,8 @@ int ByTens(DWORD a, DWORD b)
 
 TEST(StdSort, QuickSortReportsEveryExchange)
 {
-    struct
-    {
-        std::vector<DWORD> before;
-        std::vector<DWORD> after;
-        std::vector<std::pair<int, int>> exchanges;
-    } const rows[] = {
+    for (const auto& [before, after, exchanges] :
+         Table<std::vector<DWORD>, std::vector<DWORD>, std::vector<std::pair<int, int>>>{
         {{}, {}, {}},
         {{1}, {1}, {}},
         {{1, 2}, {1, 2}, {}},
@@ -48,15 +45,14 @@ TEST(StdSort, QuickSortReportsEveryExchange)
         {{3, 1, 2}, {1, 2, 3}, {{2, 0}, {1, 0}}},
         {{2, 3, 1}, {1, 2, 3}, {{2, 0}, {1, 2}}},
         {{5, 5, 5}, {5, 5, 5}, {}},
-    };
-    for (const auto& row : rows) {
+    }) {
         Numbers numbers;
-        for (const DWORD number : row.before)
+        for (const DWORD number : before)
             numbers.Add(number);
         Follower follower;
         CStdSort::QuickSort(numbers, CStdSort::DWordCompare, Follower::OnSwap, &follower);
-        EXPECT_EQ(row.after, ElementsOf(numbers));
-        EXPECT_EQ(row.exchanges, follower.exchanges) << testing::PrintToString(row.before);
+        EXPECT_EQ(after, ElementsOf(numbers));
+        EXPECT_EQ(exchanges, follower.exchanges) << testing::PrintToString(before);
     }
 }
 
