@@ -10,11 +10,7 @@
 #include <algorithm>
 #include <cstring>
 
-using kelgen::test::Random;
-using kelgen::test::ReadBytes;
-using kelgen::test::ScratchFile;
-using kelgen::test::Thrown;
-using kelgen::test::WriteBytes;
+using namespace kelgen::test;
 
 namespace {
 
@@ -30,16 +26,12 @@ public:
 
     UINT Read(void* buf, UINT n) override
     {
-        notes += "r" + std::to_string(n) + " ";
-        if (failing)
-            AfxThrowFileException(CFileException::hardIO);
+        Note("r" + std::to_string(n), CFileException::hardIO);
         return CMemFile::Read(buf, n);
     }
     void Write(const void* buf, UINT n) override
     {
-        notes += "w" + std::to_string(n) + " ";
-        if (failing)
-            AfxThrowFileException(CFileException::diskFull);
+        Note("w" + std::to_string(n), CFileException::diskFull);
         CMemFile::Write(buf, n);
     }
     ULONGLONG Seek(LONGLONG offset, UINT from) override
@@ -51,18 +43,19 @@ public:
     void Close() override { notes += "c "; }
 
     std::string TakeNotes() { return std::exchange(notes, {}); }
-    std::string Contents()
+    std::string Contents() const { return std::string(m_lpBuffer, m_lpBuffer + GetLength()); }
+
+    bool failing = false;
+
+private:
+    void Note(const std::string& note, int cause)
     {
-        std::string bytes(static_cast<std::size_t>(GetLength()), 0);
-        const ULONGLONG position = GetPosition();
-        CMemFile::Seek(0, begin);
-        CMemFile::Read(bytes.data(), static_cast<UINT>(bytes.size()));
-        CMemFile::Seek(static_cast<LONGLONG>(position), begin);
-        return bytes;
+        notes += note + " ";
+        if (failing)
+            AfxThrowFileException(cause);
     }
 
     std::string notes;
-    bool failing = false;
 };
 
 std::string Bytes(std::size_t count)
@@ -79,113 +72,6 @@ std::string ReadSome(CFile& file, UINT n)
     const UINT got = file.Read(bytes.data(), n);
     return bytes.substr(0, got);
 }
-
-}  // namespace
-
-TEST(BufferedFile, SizesAreHeldInBounds)
-{
-    CNotingFile inner(Bytes(3000000));
-    CBufferedFile file(&inner, 50, 50);
-    ReadSome(file, 1);
-    EXPECT_EQ("r128 ", inner.TakeNotes());
-    file.SetReadBufferSize(2000000);
-    ReadSome(file, 128);
-    EXPECT_EQ("r1048576 ", inner.TakeNotes());
-    file.SetWriteBufferSize(0);
-    file.Write(Bytes(129).data(), 129);
-    EXPECT_EQ("w0 w129 ", inner.TakeNotes());
-    file.SetWriteBufferSize(0xFFFFFFFF);
-    const std::string much = Bytes(0x100000);
-    file.Write(much.data(), 0x100000);
-    EXPECT_EQ("", inner.TakeNotes());
-    file.Write("x", 1);
-    EXPECT_EQ("w1048576 ", inner.TakeNotes());
-}
-
-TEST(BufferedFile, CloseSendsOutAndTheDestructorDoesNot)
-{
-    const std::string path = ScratchFile("written");
-    {
-        CBufferedFile file(path.c_str(), CFile::modeCreate | CFile::modeWrite, 128, 128);
-        file.Write("kept", 4);
-        file.Close();
-        EXPECT_EQ("CFileException 6", Thrown([&] { file.GetLength(); }));
-    }
-    EXPECT_EQ("kept", ReadBytes(path));
-    {
-        CBufferedFile file(path.c_str(), CFile::modeWrite, 128, 128);
-        file.Write("lost", 4);
-    }
-    EXPECT_EQ("kept", ReadBytes(path));
-    EXPECT_EQ("CFileException 2", Thrown([&] { CBufferedFile(ScratchFile("missing").c_str(), CFile::modeRead, 128, 128); }));
-
-    CNotingFile inner;
-    {
-        CBufferedFile file(&inner, 128, 128);
-        file.SetFilePath("C:\\name.bin");
-        EXPECT_STREQ("", inner.GetFilePath());
-        file.Close();
-    }
-    EXPECT_EQ("c ", inner.TakeNotes()) << "a caller's file is not deleted, and nothing is flushed without writing";
-}
-
-TEST(BufferedFile, FailuresLoseNothing)
-{
-    const std::string bytes = Bytes(1000);
-    CNotingFile source(bytes);
-    CBufferedFile reader(&source, 128, 128);
-    ReadSome(reader, 100);
-    source.failing = true;
-    EXPECT_EQ("CFileException 10", Thrown([&] { ReadSome(reader, 100); }));
-    source.failing = false;
-    EXPECT_EQ(bytes.substr(100, 100), ReadSome(reader, 100)) << "tried again";
-
-    CNotingFile target;
-    CBufferedFile writer(&target, 128, 128);
-    writer.Write("collected", 9);
-    target.failing = true;
-    EXPECT_EQ("CFileException 13", Thrown([&] { writer.Flush(); }));
-    EXPECT_EQ("CFileException 13", Thrown([&] { writer.Write(bytes.data(), 128); }));
-    EXPECT_EQ(9u, writer.GetPosition());
-    target.failing = false;
-    writer.Flush();
-    EXPECT_EQ("collected", target.Contents());
-}
-
-TEST(BufferedFile, FileThatShrinksEndsWhereItEnds)
-{
-    const std::string path = ScratchFile("shrinking");
-    const std::string bytes = Bytes(1000);
-    WriteBytes(path, bytes);
-    CBufferedFile file(path.c_str(), CFile::modeRead | CFile::shareDenyNone, 128, 128);
-    EXPECT_EQ(bytes.substr(0, 10), ReadSome(file, 10));
-    {
-        CFile other(path.c_str(), CFile::modeReadWrite | CFile::shareDenyNone);
-        other.SetLength(50);
-    }
-    EXPECT_EQ(50u, file.GetLength());
-    EXPECT_EQ(bytes.substr(10, 100), ReadSome(file, 100)) << "read ahead before";
-    EXPECT_EQ(bytes.substr(110, 18), ReadSome(file, 100));
-    EXPECT_EQ("", ReadSome(file, 1000));
-    EXPECT_EQ(40u, file.Seek(-10, CFile::end));
-    EXPECT_EQ(10u, ReadSome(file, 1000).size());
-}
-
-TEST(BufferedFile, OverstatingFileIsBounded)
-{
-    class COverstatingFile : public CNotingFile
-    {
-    public:
-        using CNotingFile::CNotingFile;
-        UINT Read(void* buf, UINT n) override { return CNotingFile::Read(buf, n) + 100000; }
-    };
-    COverstatingFile inner(Bytes(1000));
-    CBufferedFile file(&inner, 128, 128);
-    EXPECT_EQ(Bytes(10), ReadSome(file, 10));
-    EXPECT_EQ(10u, file.GetPosition());
-}
-
-namespace {
 
 /// The contract's steps, byte by byte, over a plain string, with the notes that they leave; what lies in no buffer reads as '-'.
 class Model
@@ -204,10 +90,8 @@ public:
         const ULONGLONG available = m_at - position;
         const auto take = static_cast<UINT>(std::min<ULONGLONG>(n, available));
         std::string result;
-        for (UINT i = 0; i < take; ++i) {
-            const auto index = static_cast<LONGLONG>(m_buffer.size() - available + i);
-            result += index >= 0 && index < static_cast<LONGLONG>(m_buffer.size()) ? m_buffer[static_cast<std::size_t>(index)] : '-';
-        }
+        for (std::size_t index = m_buffer.size() - available; result.size() < take; ++index)  // one before the buffer wraps
+            result += index < m_buffer.size() ? m_buffer[index] : '-';
         if (n > available) {
             const std::size_t remaining = n - take;
             if (remaining <= m_readSize) {
@@ -334,6 +218,109 @@ void Compare(CBufferedFile& file, Model& model, Random& random)
 }
 
 }  // namespace
+
+TEST(BufferedFile, SizesAreHeldInBounds)
+{
+    CNotingFile inner(Bytes(3000000));
+    CBufferedFile file(&inner, 50, 50);
+    ReadSome(file, 1);
+    EXPECT_EQ("r128 ", inner.TakeNotes());
+    file.SetReadBufferSize(2000000);
+    ReadSome(file, 128);
+    EXPECT_EQ("r1048576 ", inner.TakeNotes());
+    file.SetWriteBufferSize(0);
+    file.Write(Bytes(129).data(), 129);
+    EXPECT_EQ("w0 w129 ", inner.TakeNotes());
+    file.SetWriteBufferSize(0xFFFFFFFF);
+    const std::string much = Bytes(0x100000);
+    file.Write(much.data(), 0x100000);
+    EXPECT_EQ("", inner.TakeNotes());
+    file.Write("x", 1);
+    EXPECT_EQ("w1048576 ", inner.TakeNotes());
+}
+
+TEST(BufferedFile, CloseSendsOutAndTheDestructorDoesNot)
+{
+    const std::string path = ScratchFile("written");
+    {
+        CBufferedFile file(path.c_str(), CFile::modeCreate | CFile::modeWrite, 128, 128);
+        file.Write("kept", 4);
+        file.Close();
+        EXPECT_EQ("CFileException 6", Thrown([&] { file.GetLength(); }));
+    }
+    EXPECT_EQ("kept", ReadBytes(path));
+    {
+        CBufferedFile file(path.c_str(), CFile::modeWrite, 128, 128);
+        file.Write("lost", 4);
+    }
+    EXPECT_EQ("kept", ReadBytes(path));
+    EXPECT_EQ("CFileException 2", Thrown([&] { CBufferedFile(ScratchFile("missing").c_str(), CFile::modeRead, 128, 128); }));
+
+    CNotingFile inner;
+    {
+        CBufferedFile file(&inner, 128, 128);
+        file.SetFilePath("C:\\name.bin");
+        EXPECT_STREQ("", inner.GetFilePath());
+        file.Close();
+    }
+    EXPECT_EQ("c ", inner.TakeNotes()) << "a caller's file is not deleted, and nothing is flushed without writing";
+}
+
+TEST(BufferedFile, FailuresLoseNothing)
+{
+    const std::string bytes = Bytes(1000);
+    CNotingFile source(bytes);
+    CBufferedFile reader(&source, 128, 128);
+    ReadSome(reader, 100);
+    source.failing = true;
+    EXPECT_EQ("CFileException 10", Thrown([&] { ReadSome(reader, 100); }));
+    source.failing = false;
+    EXPECT_EQ(bytes.substr(100, 100), ReadSome(reader, 100)) << "tried again";
+
+    CNotingFile target;
+    CBufferedFile writer(&target, 128, 128);
+    writer.Write("collected", 9);
+    target.failing = true;
+    EXPECT_EQ("CFileException 13", Thrown([&] { writer.Flush(); }));
+    EXPECT_EQ("CFileException 13", Thrown([&] { writer.Write(bytes.data(), 128); }));
+    EXPECT_EQ(9u, writer.GetPosition());
+    target.failing = false;
+    writer.Flush();
+    EXPECT_EQ("collected", target.Contents());
+}
+
+TEST(BufferedFile, FileThatShrinksEndsWhereItEnds)
+{
+    const std::string path = ScratchFile("shrinking");
+    const std::string bytes = Bytes(1000);
+    WriteBytes(path, bytes);
+    CBufferedFile file(path.c_str(), CFile::modeRead | CFile::shareDenyNone, 128, 128);
+    EXPECT_EQ(bytes.substr(0, 10), ReadSome(file, 10));
+    {
+        CFile other(path.c_str(), CFile::modeReadWrite | CFile::shareDenyNone);
+        other.SetLength(50);
+    }
+    EXPECT_EQ(50u, file.GetLength());
+    EXPECT_EQ(bytes.substr(10, 100), ReadSome(file, 100)) << "read ahead before";
+    EXPECT_EQ(bytes.substr(110, 18), ReadSome(file, 100));
+    EXPECT_EQ("", ReadSome(file, 1000));
+    EXPECT_EQ(40u, file.Seek(-10, CFile::end));
+    EXPECT_EQ(10u, ReadSome(file, 1000).size());
+}
+
+TEST(BufferedFile, OverstatingFileIsBounded)
+{
+    class COverstatingFile : public CNotingFile
+    {
+    public:
+        using CNotingFile::CNotingFile;
+        UINT Read(void* buf, UINT n) override { return CNotingFile::Read(buf, n) + 100000; }
+    };
+    COverstatingFile inner(Bytes(1000));
+    CBufferedFile file(&inner, 128, 128);
+    EXPECT_EQ(Bytes(10), ReadSome(file, 10));
+    EXPECT_EQ(10u, file.GetPosition());
+}
 
 TEST(BufferedFile, EveryOrderOfCallsFollowsTheContract)
 {

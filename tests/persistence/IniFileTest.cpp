@@ -10,6 +10,7 @@
 using namespace kelgen::test;
 using _kelgen::CIniFile;
 using _kelgen::CIniSection;
+using namespace std::string_literals;
 
 namespace {
 
@@ -42,54 +43,42 @@ std::string Written(const std::string& bytes)
 
 }  // namespace
 
-struct Content
+TEST(IniFile, LinesBecomeTheModel)
 {
-    const char* name;
-    std::string bytes;
-    std::string model;
-};
-
-class IniFileContent : public testing::TestWithParam<Content>
-{};
-
-TEST_P(IniFileContent, BecomesTheModel)
-{
-    CIniFile ini;
-    ASSERT_TRUE(ini.LoadFile(Written(GetParam().bytes).c_str()));
-    EXPECT_EQ(GetParam().model, Dump(ini));
+    for (const auto& [name, bytes, model] : Table<const char*, std::string, std::string>{
+        {"OnlyLineEnds", "\n\r\n\n", ""},
+        {"LinesBeforeTheFirstSectionAreLost", "a=1\nplain\n[S]\nb=2\n", "[S]\nb=2\n"},
+        {"NothingIsTrimmed", "  [Main]  ; x\n name = value \n\tplain \n", "[Main  ; x]\n name = value \n|\tplain \n"},
+        {"ThereAreNoComments", "[S]\n; note\n# a=b\n", "[S]\n# a=b\n|; note\n"},
+        {"ValuesMayHoldEqualsSigns", "[S]\na=b=c\n=x\ny=\n=\n==\n", "[S]\na=b=c\n=x\ny=\n=\n==\n"},
+        {"BracketsInsideALine", "[S]\na[b]c\n", "[S]\n[bc]\n"},
+        {"BracketsInAValue", "[S]\nkey=[a]\nb=1\n", "[S]\n[a]\nb=1\n"},
+        {"OnlyTheFirstClosingBracketGoes", "[a]b]c\n[[d]]\n", "[ab]c]\n[[d]]\n"},
+        {"ClosingBeforeAndAfterOpening", "x]y[z]w\n", "[zw]\n"},
+        {"ClosingBracketFirstOrAlone", "[S]\n]x[\n][a]\n]=[\n[open\nclose]\n", "[S]\n]=[\n|]x[\n|][a]\n|[open\n|close]\n"},
+        {"SectionsOfOneNameOrNoneAreKeptApart", "[]\na=1\n[]\na=2\n", "[]\na=1\n[]\na=2\n"},
+        {"NoLastLineEnd", "[S]\na=1\nlast", "[S]\na=1\n|last\n"},
+        {"WindowsLineEnds", "[S]\r\na=1\r\nv\r\n", "[S]\na=1\n|v\n"},
+        {"ReturnsInsideALineStay", "[S]\na=1\r2\nb\r\r\n", "[S]\na=1\r2\n|b\r\n"},
+        {"TheEndOfTextByteEndsTheFile", "[S]\na=1\x1A" "b\nc=2\n", "[S]\na=1\n"},
+        {"ZerosAreBytesLikeOthers", "[S\0T]\na\0b=c\0d\n\0\n"s, "[S\0T]\na\0b=c\0d\n|\0\n"s},
+        {"ZeroBeforeTheBrackets", "\0[S]\nx=1\n"s, "[S]\nx=1\n"},
+        {"HighBytes", "\xEF\xBB\xBF[\xE4]\n\xFF=\x80\n", "[\xE4]\n\xFF=\x80\n"},
+    }) {
+        SCOPED_TRACE(name);
+        CIniFile ini;
+        ASSERT_TRUE(ini.LoadFile(Written(bytes).c_str()));
+        EXPECT_EQ(model, Dump(ini));
+    }
 }
-
-using namespace std::string_literals;
-INSTANTIATE_TEST_SUITE_P(, IniFileContent, testing::Values(
-    Content{"OnlyLineEnds", "\n\r\n\n", ""},
-    Content{"LinesBeforeTheFirstSectionAreLost", "a=1\nplain\n[S]\nb=2\n", "[S]\nb=2\n"},
-    Content{"NothingIsTrimmed", "  [Main]  ; x\n name = value \n\tplain \n", "[Main  ; x]\n name = value \n|\tplain \n"},
-    Content{"ThereAreNoComments", "[S]\n; note\n# a=b\n", "[S]\n# a=b\n|; note\n"},
-    Content{"ValuesMayHoldEqualsSigns", "[S]\na=b=c\n=x\ny=\n=\n==\n", "[S]\na=b=c\n=x\ny=\n=\n==\n"},
-    Content{"BracketsInsideALine", "[S]\na[b]c\n", "[S]\n[bc]\n"},
-    Content{"BracketsInAValue", "[S]\nkey=[a]\nb=1\n", "[S]\n[a]\nb=1\n"},
-    Content{"OnlyTheFirstClosingBracketGoes", "[a]b]c\n[[d]]\n", "[ab]c]\n[[d]]\n"},
-    Content{"ClosingBeforeAndAfterOpening", "x]y[z]w\n", "[zw]\n"},
-    Content{"ClosingBracketFirst", "[S]\n]x[\n][a]\n]=[\n", "[S]\n]=[\n|]x[\n|][a]\n"},
-    Content{"OneBracketOnly", "[S]\n[open\nclose]\n", "[S]\n|[open\n|close]\n"},
-    Content{"EmptyName", "[]\na=1\n", "[]\na=1\n"},
-    Content{"SectionsOfOneNameAreKeptApart", "[A]\na=1\n[A]\na=2\n", "[A]\na=1\n[A]\na=2\n"},
-    Content{"NoLastLineEnd", "[S]\na=1\nlast", "[S]\na=1\n|last\n"},
-    Content{"WindowsLineEnds", "[S]\r\na=1\r\nv\r\n", "[S]\na=1\n|v\n"},
-    Content{"ReturnsInsideALineStay", "[S]\na=1\r2\nb\r\r\n", "[S]\na=1\r2\n|b\r\n"},
-    Content{"TheEndOfTextByteEndsTheFile", "[S]\na=1\x1A" "b\nc=2\n", "[S]\na=1\n"},
-    Content{"ZerosAreBytesLikeOthers", "[S\0T]\na\0b=c\0d\n\0\n"s, "[S\0T]\na\0b=c\0d\n|\0\n"s},
-    Content{"ZeroBeforeTheBrackets", "\0[S]\nx=1\n"s, "[S]\nx=1\n"},
-    Content{"HighBytes", "\xEF\xBB\xBF[\xE4]\n\xFF=\x80\n", "[\xE4]\n\xFF=\x80\n"}), RowName);
 
 TEST(IniFile, LookUpTakesTheFirstMatch)
 {
     CIniFile ini(Written("[A]\nNAME=1\nname=2\n[a]\nname=3\n[A]\nonly=4\n[V]\none\nx=y\ntwo\n").c_str());
-    EXPECT_STREQ("1", ini.GetPropertyValue("A", "Name"));
-    EXPECT_STREQ("3", ini.GetPropertyValue("a", "NAME"));
-    EXPECT_STREQ("", ini.GetPropertyValue("A", "only")) << "the first section of the name decides";
-    EXPECT_STREQ("", ini.GetPropertyValue("B", "name"));
-    EXPECT_STREQ("", ini.GetPropertyValue("A", "name "));
+    for (const auto& [section, property, value] : Table<const char*, const char*, const char*>{
+             {"A", "Name", "1"}, {"a", "NAME", "3"}, {"A", "only", ""},
+             {"B", "name", ""}, {"A", "name ", ""}})  // the first section of the name decides
+        EXPECT_STREQ(value, ini.GetPropertyValue(section, property)) << section << "." << property;
 
     CStringArray values;
     values.Add("zero");
@@ -97,9 +86,7 @@ TEST(IniFile, LookUpTakesTheFirstMatch)
     ini.GetPropertyValue("v", values);
     ini.GetPropertyValue("a", values);
     ASSERT_EQ(3, values.GetSize());
-    EXPECT_STREQ("zero", values.GetAt(0));
-    EXPECT_STREQ("one", values.GetAt(1));
-    EXPECT_STREQ("two", values.GetAt(2));
+    EXPECT_EQ("zero one two", values[0] + " " + values[1] + " " + values[2]);
 }
 
 TEST(IniFile, LoadFileAppendsAndFailureKeepsTheModel)
@@ -111,15 +98,13 @@ TEST(IniFile, LoadFileAppendsAndFailureKeepsTheModel)
     const std::string model = "[A]\na=1\n[A]\na=1\n";
     EXPECT_EQ(model, Dump(ini));
 
-    EXPECT_FALSE(ini.LoadFile((path + ".missing").c_str()));
-    EXPECT_FALSE(ini.LoadFile(ScratchFolder().string().c_str())) << "a folder";
-    EXPECT_FALSE(ini.LoadFile(""));
-    EXPECT_FALSE(ini.LoadFile(nullptr));
+    const std::string folder = ScratchFolder().string(), missing = path + ".missing";
+    for (const char* bad : {missing.c_str(), folder.c_str(), "", static_cast<const char*>(nullptr)})
+        EXPECT_FALSE(ini.LoadFile(bad));
     EXPECT_EQ(model, Dump(ini));
-    EXPECT_STREQ("", CIniFile((path + ".missing").c_str()).GetPropertyValue("A", "a"));
+    EXPECT_STREQ("", CIniFile(missing.c_str()).GetPropertyValue("A", "a"));
 
     ini.RemoveAll();
-    EXPECT_EQ("", Dump(ini));
     EXPECT_TRUE(ini.LoadFile(path.c_str()));
     EXPECT_EQ("[A]\na=1\n", Dump(ini));
 }

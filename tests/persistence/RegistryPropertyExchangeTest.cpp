@@ -32,44 +32,34 @@ protected:
     CRegistryPropertyExchange exchange;
 };
 
-struct Exchanged
-{
-    const char* name;
-    EPropertyType type;
-    const char* value;  // stored in the property before writing
-    std::optional<std::string> written;
-    const char* foreign;  // text in the key before loading
-    const char* loaded;   // the property's text after it
-};
-
-class RegistryPropertyExchangeType : public RegistryPropertyExchange, public testing::WithParamInterface<Exchanged>
-{};
-
 }  // namespace
 
-TEST_P(RegistryPropertyExchangeType, IsWrittenAndLoadedAsText)
+TEST_F(RegistryPropertyExchange, EveryTypeIsWrittenAndLoadedAsText)
 {
-    const Exchanged& row = GetParam();
-    CProperty& property = Add("value", row.type, row.value);
-    exchange.Write(property);
-    EXPECT_EQ(row.written, GetText(scratch, "value"));
-    SetText(scratch, "value", row.foreign);
-    exchange.Load(property);
-    EXPECT_STREQ(row.loaded, property.GetValue().GetValueString());
-    EXPECT_EQ(row.type, property.GetValue().GetType());
+    for (const auto& [type, value, written, foreign, loaded] :
+         Table<EPropertyType, const char*, std::optional<std::string>, const char*, const char*>{
+        {eptInteger, "-5", "-5", " 42x", "42"},
+        {eptUnsignedInteger, "-1", "4294967295", "4294967295", "4294967295"},
+        {eptShort, "-5", "-5", "40000", "-25536"},
+        {eptUnsignedShort, "65535", "65535", "70000", "4464"},
+        {eptString, " a=b ", " a=b ", "", ""},
+        {eptBool, "2", "1", "2", "1"},
+        {eptBool, "0", "0", "yes", "0"},
+        {eptNone, "5", std::nullopt, "5", ""},
+        {eptUndefined, "5", std::nullopt, "5", ""},
+        {EPropertyType(8), "5", std::nullopt, "5", ""},
+    }) {
+        const std::string name = "type " + std::to_string(type) + " " + value;
+        SCOPED_TRACE(name);
+        CProperty& property = Add(name.c_str(), type, value);
+        exchange.Write(property);
+        EXPECT_EQ(written, GetText(scratch, name.c_str()));
+        SetText(scratch, name.c_str(), foreign);
+        exchange.Load(property);
+        EXPECT_STREQ(loaded, property.GetValue().GetValueString());
+        EXPECT_EQ(type, property.GetValue().GetType());
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(, RegistryPropertyExchangeType, testing::Values(
-    Exchanged{"Integer", eptInteger, "-5", "-5", " 42x", "42"},
-    Exchanged{"UnsignedInteger", eptUnsignedInteger, "-1", "4294967295", "4294967295", "4294967295"},
-    Exchanged{"Short", eptShort, "-5", "-5", "40000", "-25536"},
-    Exchanged{"UnsignedShort", eptUnsignedShort, "65535", "65535", "70000", "4464"},
-    Exchanged{"Text", eptString, " a=b ", " a=b ", "", ""},
-    Exchanged{"Boolean", eptBool, "2", "1", "2", "1"},
-    Exchanged{"BooleanOfLetters", eptBool, "0", "0", "yes", "0"},
-    Exchanged{"None", eptNone, "5", std::nullopt, "5", ""},
-    Exchanged{"Undefined", eptUndefined, "5", std::nullopt, "5", ""},
-    Exchanged{"Unknown", EPropertyType(8), "5", std::nullopt, "5", ""}), RowName);
 
 TEST_F(RegistryPropertyExchange, WholeSetsComeBackInOrderAndReportTwiceEach)
 {

@@ -7,33 +7,27 @@
 using namespace kelgen::test;
 using namespace std::string_literals;
 
-struct Data
+TEST(Registry, DataIsReadAsText)
 {
-    const char* name;
-    DWORD type;
-    std::string bytes;
-    const char* text;  // null: not read
-};
-
-class RegistryData : public testing::TestWithParam<Data>
-{};
-
-TEST_P(RegistryData, ReadsAsText)
-{
-    const Data& row = GetParam();
-    const ScratchKey scratch;
-    RegSetValueExA(scratch, "value", 0, row.type, Bytes(row.bytes.c_str()), static_cast<DWORD>(row.bytes.size()));
-    CRegistry::CKey key(HKEY_CURRENT_USER, scratch.Path().c_str());
-    CString out = "before";
-    EXPECT_EQ(row.text != nullptr, key.QueryValue("VALUE", out));
-    EXPECT_STREQ(row.text != nullptr ? row.text : "before", out);
+    for (const auto& [name, type, bytes, text] : Table<const char*, DWORD, std::string, const char*>{
+        {"no bytes", REG_SZ, "", ""},
+        {"no terminator", REG_SZ, "hello", "hello"},
+        {"cut at its first zero", REG_SZ, "ab\0cd\0"s, "ab"},
+        {"high bytes", REG_SZ, "\xE4\x80\x81\xFF\0"s, "\xE4\x80\x81\xFF"},
+        {"number", REG_DWORD, "\1\2\3\4", nullptr},
+        {"expandable", REG_EXPAND_SZ, "%OS%\0"s, nullptr},
+        {"no type", REG_NONE, "text\0"s, nullptr},
+        {"long binary", REG_BINARY, std::string(5000, 'x'), nullptr},
+    }) {
+        SCOPED_TRACE(name);
+        const ScratchKey scratch;
+        RegSetValueExA(scratch, "value", 0, type, Bytes(bytes.c_str()), static_cast<DWORD>(bytes.size()));
+        CRegistry::CKey key(HKEY_CURRENT_USER, scratch.Path().c_str());
+        CString out = "before";
+        EXPECT_EQ(text != nullptr, key.QueryValue("VALUE", out));
+        EXPECT_STREQ(text != nullptr ? text : "before", out);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(, RegistryData, testing::Values(
-    Data{"NoBytes", REG_SZ, "", ""}, Data{"NoTerminator", REG_SZ, "hello", "hello"},
-    Data{"CutAtItsFirstZero", REG_SZ, "ab\0cd\0"s, "ab"}, Data{"HighBytes", REG_SZ, "\xE4\x80\x81\xFF\0"s, "\xE4\x80\x81\xFF"},
-    Data{"Number", REG_DWORD, "\1\2\3\4", nullptr}, Data{"Expandable", REG_EXPAND_SZ, "%OS%\0"s, nullptr},
-    Data{"NoType", REG_NONE, "text\0"s, nullptr}, Data{"LongBinary", REG_BINARY, std::string(5000, 'x'), nullptr}), RowName);
 
 TEST(Registry, TextsOfAnyLengthComeBackFromNamedAndUnnamedValues)
 {

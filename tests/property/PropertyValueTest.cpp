@@ -3,10 +3,12 @@
 #include <kelgen/text/IntegerText.h>
 
 #include "framework/Thrown.h"
+#include "support/Rows.h"
 
 #include <climits>
 
 using namespace gen;
+using kelgen::test::Table;
 using kelgen::test::Thrown;
 
 namespace {
@@ -26,27 +28,19 @@ CPropertyValue TypedText(EPropertyType type, const char* text)
 }
 
 // A property that counts the reports of its value.
-class Counted : public CProperty
+struct Counted : CProperty
 {
-public:
     explicit Counted(EPropertyType type) : CProperty(1, "counted", type) {}
+    void OnChangeValue() override { ++reports; }
 
     int reports = 0;
-
-    void OnChangeValue() override { ++reports; }
 };
 
 }  // namespace
 
 TEST(PropertyValue, IntegersAreConvertedIntoTheType)
 {
-    const struct
-    {
-        const char* name;
-        EPropertyType type;
-        int number, integer;
-        const char* text;
-    } rows[] = {
+    for (const auto& [name, type, number, integer, text] : Table<const char*, EPropertyType, int, int, const char*>{
         {"none stores nothing", eptNone, 5, 0, ""},
         {"unknown stores nothing", EPropertyType(99), 5, 0, ""},
         {"lowest", eptInteger, INT_MIN, INT_MIN, "-2147483648"},
@@ -57,32 +51,26 @@ TEST(PropertyValue, IntegersAreConvertedIntoTheType)
         {"text", eptString, -1, -1, "-1"},
         {"true by high bits only", eptBool, 0x100, 1, "1"},
         {"false", eptBool, 0, 0, "0"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        CPropertyValue value = Typed(row.type);
-        value.SetValueInteger(row.number);
-        EXPECT_EQ(row.integer, value.GetValueInteger());
-        EXPECT_EQ(static_cast<unsigned int>(row.integer), value.GetValueUnsignedInteger());
-        EXPECT_STREQ(row.text, value.GetValueString());
+    }) {
+        SCOPED_TRACE(name);
+        CPropertyValue value = Typed(type);
+        value.SetValueInteger(number);
+        EXPECT_EQ(integer, value.GetValueInteger());
+        EXPECT_EQ(static_cast<unsigned int>(integer), value.GetValueUnsignedInteger());
+        EXPECT_STREQ(text, value.GetValueString());
 
-        value.SetValueUnsignedInteger(static_cast<unsigned int>(row.number));
-        EXPECT_EQ(row.integer, value.GetValueInteger());
-        EXPECT_STREQ(row.type == eptString ? "4294967295" : row.text, value.GetValueString());
+        value.SetValueUnsignedInteger(static_cast<unsigned int>(number));
+        EXPECT_EQ(integer, value.GetValueInteger());
+        EXPECT_STREQ(type == eptString ? "4294967295" : text, value.GetValueString());
     }
 }
 
 TEST(PropertyValue, TextsReadAsTheirLeadingNumber)
 {
-    const struct
-    {
-        const char* text;
-        int number;
-    } rows[] = {
+    for (const auto& [text, number] : Table<const char*, int>{
         {nullptr, 0}, {"", 0}, {"abc", 0}, {"  42x", 42}, {"\t\n\v\f\r 7", 7}, {"\x08" "7", 0}, {"\xA0" "7", 0}, {"+9", 9},
         {"+-9", 0}, {"- 9", 0}, {"0x1F", 0}, {"-3", -3}, {"70000", 70000}, {"4294967295", -1}, {"4294967303", 7},
-    };
-    for (const auto& [text, number] : rows) {
+    }) {
         SCOPED_TRACE(testing::PrintToString(text));
         EXPECT_EQ(number, CPropertyValue(text).GetValueInteger());
         EXPECT_EQ(number, TypedText(eptInteger, text).GetValueInteger());
@@ -93,12 +81,8 @@ TEST(PropertyValue, TextsReadAsTheirLeadingNumber)
 
 TEST(PropertyValue, EqualityIsDecidedByTheLeftType)
 {
-    const struct
-    {
-        const char* name;
-        CPropertyValue left, right;
-        bool leftEqualsRight, rightEqualsLeft;
-    } rows[] = {
+    for (const auto& [name, left, right, leftEqualsRight, rightEqualsLeft] :
+         Table<const char*, CPropertyValue, CPropertyValue, bool, bool>{
         {"none and none", Typed(eptNone), Typed(eptNone), true, true},
         {"none and undefined", Typed(eptNone), Typed(eptUndefined), false, false},
         {"none and zero", Typed(eptNone), CPropertyValue(0), false, true},
@@ -111,10 +95,9 @@ TEST(PropertyValue, EqualityIsDecidedByTheLeftType)
         {"true and other number", CPropertyValue(true), CPropertyValue(7), true, false},
         {"false and none", CPropertyValue(false), Typed(eptNone), true, false},
         {"unknown type equals nothing", Typed(EPropertyType(99)), Typed(EPropertyType(99)), false, false},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(row.leftEqualsRight, row.left == row.right) << row.name;
-        EXPECT_EQ(row.rightEqualsLeft, row.right == row.left) << row.name;
+    }) {
+        EXPECT_EQ(leftEqualsRight, left == right) << name;
+        EXPECT_EQ(rightEqualsLeft, right == left) << name;
     }
 }
 
@@ -133,12 +116,11 @@ TEST(PropertyValue, EveryTypeReportsSettersOnceAndAssignmentsTwice)
         EXPECT_EQ(1, reports([&] { value.SetValueInteger(5); })) << "unchanged";
         EXPECT_EQ(1, reports([&] { value.SetValueUnsignedInteger(5u); }));
         EXPECT_EQ(1, reports([&] { value.SetValueString("5"); }));
-        EXPECT_EQ(2, reports([&] { value = 5; }));
-        EXPECT_EQ(2, reports([&] { value = static_cast<short>(5); }));
-        EXPECT_EQ(2, reports([&] { value = true; }));
-        EXPECT_EQ(2, reports([&] { value = 5u; }));
-        EXPECT_EQ(2, reports([&] { value = static_cast<unsigned short>(5); }));
-        EXPECT_EQ(2, reports([&] { value = "5"; }));
+        const auto assigned = [&](auto number) { return reports([&] { value = number; }); };
+        const auto low = static_cast<short>(5);
+        const auto unsignedLow = static_cast<unsigned short>(5);
+        EXPECT_EQ((std::vector{2, 2, 2, 2, 2, 2}), (std::vector{assigned(5), assigned(low), assigned(true), assigned(5u),
+                                                                assigned(unsignedLow), assigned("5")}));
         EXPECT_EQ(type, value.GetType());
         EXPECT_EQ(1, reports([&] { value = CPropertyValue("text"); }));
         EXPECT_EQ(eptString, value.GetType()) << "assignment from a value takes its type";

@@ -2,11 +2,13 @@
 #include <kelgen/property/PropertyValueTrigger.h>
 
 #include "property/Recorder.h"
+#include "support/Rows.h"
 
 #include <optional>
 
 using namespace gen;
 using kelgen::test::AddInteger;
+using kelgen::test::Table;
 
 namespace {
 
@@ -15,9 +17,8 @@ constexpr int kOther = 6;
 
 using Reports = std::vector<bool>;
 
-class Callback : public CPropertyValueTriggerCallback
+struct Callback : CPropertyValueTriggerCallback
 {
-public:
     Reports reports;
     std::vector<CBaseId> ids;
     std::function<void()> react;
@@ -31,9 +32,8 @@ public:
     }
 };
 
-class PropertyValueTrigger : public testing::Test
+struct PropertyValueTrigger : testing::Test
 {
-protected:
     PropertyValueTrigger()
     {
         AddInteger(set, kWatched, "watched");
@@ -59,9 +59,8 @@ TEST_F(PropertyValueTrigger, ReportsTheTruthAtEveryAssignmentToTheWatchedPropert
     EXPECT_EQ((Reports{true, true, false}), callback.reports);
     set[kWatched]->GetValue() = 3;
     EXPECT_EQ((Reports{true, true, false, true, true}), callback.reports) << "an assignment operator reports twice";
-    EXPECT_TRUE(callback.ids.front() == trigger.GetId());
-    EXPECT_TRUE(callback.ids.front() == CPropertyValueTrigger(trigger).GetId());
-    EXPECT_FALSE(callback.ids.front() == CPropertyValueTrigger().GetId());
+    EXPECT_TRUE(callback.ids.front() == trigger.GetId() && trigger.GetId() == CPropertyValueTrigger(trigger).GetId());
+    EXPECT_FALSE(trigger.GetId() == CPropertyValueTrigger().GetId());
 
     callback.reports.clear();
     trigger.SetSimpleCondition(&set, 99, 0);
@@ -106,22 +105,18 @@ TEST_F(PropertyValueTrigger, ANewConditionLeavesTheOldSets)
 TEST_F(PropertyValueTrigger, ConditionsCombineTheirItems)
 {
     using Condition = CPropertyValueTrigger::CCondition;
-    const auto matches = [&](int mode, const std::vector<bool>& items) {
+    constexpr int kAll = Condition::modeAll, kAny = Condition::modeAny, kUnknown = 2;
+    for (const auto& [mode, items, expected] : Table<int, Reports, bool>{
+             {kAll, {}, true}, {kAll, {true, true}, true}, {kAll, {true, false}, false}, {kAny, {}, false},
+             {kAny, {false, true}, true}, {kAny, {false, false}, false}, {kUnknown, {true}, false}}) {
         Condition condition;
         condition.mode = mode;
         for (bool match : items) {
             CPropertyValueTrigger::CItem item(kWatched, &set, match ? 0 : 1);
             condition.items.Add(item);
         }
-        return condition.DoesMatch();
-    };
-    EXPECT_TRUE(matches(Condition::modeAll, {}));
-    EXPECT_TRUE(matches(Condition::modeAll, {true, true}));
-    EXPECT_FALSE(matches(Condition::modeAll, {true, false}));
-    EXPECT_FALSE(matches(Condition::modeAny, {}));
-    EXPECT_TRUE(matches(Condition::modeAny, {false, true}));
-    EXPECT_FALSE(matches(Condition::modeAny, {false, false}));
-    EXPECT_FALSE(matches(2, {true})) << "an unknown mode";
+        EXPECT_EQ(expected, condition.DoesMatch()) << mode << testing::PrintToString(items);
+    }
 }
 
 TEST_F(PropertyValueTrigger, CallbacksAreToldInOrderAndRereadAfterEachCall)
@@ -138,9 +133,8 @@ TEST_F(PropertyValueTrigger, CallbacksAreToldInOrderAndRereadAfterEachCall)
         trigger.AddCallback(&third);
     };
     trigger.Check();
-    EXPECT_EQ(1u, callback.reports.size());
-    EXPECT_EQ(1u, second.reports.size());
-    EXPECT_EQ(1u, third.reports.size()) << "added during the walk";
+    for (const Callback* each : {&callback, &second, &third})
+        EXPECT_EQ(1u, each->reports.size()) << "the third was added during the walk";
     trigger.RemoveCallback(&second);
     trigger.AddCallback(&third);
     trigger.RemoveCallback(&third);

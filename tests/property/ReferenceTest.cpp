@@ -5,15 +5,13 @@
 
 namespace {
 
-class Counted : public gen::CReference
+struct Counted : gen::CReference
 {
-public:
-    explicit Counted(int& deleted) : m_deleted(deleted) {}
+    explicit Counted(int& count) : deleted(count) {}
     Counted(const Counted&) = default;
-    ~Counted() override { ++m_deleted; }
+    ~Counted() override { ++deleted; }
 
-private:
-    int& m_deleted;
+    int& deleted;
 };
 
 }  // namespace
