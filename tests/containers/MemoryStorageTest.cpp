@@ -34,9 +34,8 @@ std::string Bytes(const CMemoryStorage& storage)
 }
 
 /// A file of a given length that serves the same byte throughout, or fails.
-class LengthFile : public CFile
+struct LengthFile : CFile
 {
-public:
     ULONGLONG length = 0;
     UINT readable = 0, asked = 0;
     bool sought = false;

@@ -10,17 +10,9 @@ using namespace kelgen::test;
 
 namespace {
 
-struct Variant : VARIANT
-{
-    Variant() { VariantInit(this); }
-    ~Variant() { VariantClear(this); }
-    Variant(const Variant&) = delete;
-    Variant& operator=(const Variant&) = delete;
-};
-
 // A vector from index 5 on.
 template <class NUMBER>
-void Hold(Variant& variant, VARTYPE type, const std::vector<NUMBER>& numbers)
+void Hold(COleVariant& variant, VARTYPE type, const std::vector<NUMBER>& numbers)
 {
     VariantClear(&variant);
     variant.vt = static_cast<VARTYPE>(VT_ARRAY | type);
@@ -39,7 +31,7 @@ using Numbers = std::vector<DWORD>;
 TEST(SafeArray, NumbersGoThereAndBack)
 {
     const CDWArray source(3, 1u, 0xFFFFFFFFu, 3u);
-    Variant variant;
+    COleVariant variant;
     EXPECT_TRUE(source.CreateSafeArray(&variant));
     EXPECT_EQ(VT_ARRAY | VT_UI4, variant.vt);
     CDWArray copy(9u);
@@ -70,10 +62,10 @@ TEST(SafeArray, VariantsByValueHoldNumbers)
 
 TEST(SafeArray, EveryBoundIsReadAndOtherElementSizesNeverOverrun)
 {
-    Variant variant;
+    COleVariant variant;
     CDWArray array(4, 1u, 1u, 1u, 1u);
     Hold<DWORD>(variant, VT_UI4, {7, 8, 9});
-    Variant reference;
+    COleVariant reference;
     reference.vt = VT_ARRAY | VT_BYREF | VT_UI4;
     reference.pparray = &variant.parray;
     EXPECT_TRUE(array.Copy(&reference));
@@ -96,7 +88,7 @@ TEST(SafeArray, EveryBoundIsReadAndOtherElementSizesNeverOverrun)
 
 TEST(SafeArray, WhatIsNoVectorGivesNothing)
 {
-    Variant variant;
+    COleVariant variant;
     CDWArray array(2, 1u, 2u);
     const DWORD* const block = array.GetData();
     EXPECT_FALSE(array.Copy(&variant));

@@ -15,9 +15,8 @@ using namespace kelgen::test;
 namespace {
 
 /// A file in memory that notes what it is asked for.
-class CNotingFile : public CMemFile
+struct CNotingFile : CMemFile
 {
-public:
     explicit CNotingFile(const std::string& bytes = {})
     {
         CMemFile::Write(bytes.data(), static_cast<UINT>(bytes.size()));
@@ -310,9 +309,8 @@ TEST(BufferedFile, FileThatShrinksEndsWhereItEnds)
 
 TEST(BufferedFile, OverstatingFileIsBounded)
 {
-    class COverstatingFile : public CNotingFile
+    struct COverstatingFile : CNotingFile
     {
-    public:
         using CNotingFile::CNotingFile;
         UINT Read(void* buf, UINT n) override { return CNotingFile::Read(buf, n) + 100000; }
     };

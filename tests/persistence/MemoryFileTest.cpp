@@ -102,9 +102,8 @@ TEST(MemoryFile, CreateKeepsThePositionTruncateAndClearDoNot)
 
 TEST(MemoryFile, AllocationThatGivesTooLittleIsNotOverrun)
 {
-    class CStingyFile : public CMemoryFile
+    struct CStingyFile : CMemoryFile
     {
-    public:
         void Allocate(DWORD n) override { CMemoryFile::Allocate(std::min<DWORD>(n, 5)); }
     };
     CStingyFile file;

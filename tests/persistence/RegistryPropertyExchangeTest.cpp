@@ -10,9 +10,8 @@ using namespace kelgen::test;
 
 namespace {
 
-class RegistryPropertyExchange : public testing::Test
+struct RegistryPropertyExchange : testing::Test
 {
-protected:
     RegistryPropertyExchange()
     {
         EXPECT_TRUE(exchange.key.OpenKey(HKEY_CURRENT_USER, scratch.Path().c_str()));

@@ -14,9 +14,8 @@ namespace {
 
 constexpr char kInvalid[] = "CInvalidArgException";
 
-class PropertySet : public testing::Test
+struct PropertySet : testing::Test
 {
-protected:
     PropertySet()
     {
         AddInteger(set, 1, "width");

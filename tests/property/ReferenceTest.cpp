@@ -27,16 +27,12 @@ TEST(Reference, TheLastReleaseDeletesAndACopyStartsWithTheSourcesCount)
     EXPECT_EQ(0, deleted);
     copy->Release();
     EXPECT_EQ(1, deleted);
-}
 
-TEST(Reference, ReleaseWithoutReferencesDeletesNothing)
-{
-    int deleted = 0;
-    Counted object(deleted);
-    object.Release();
-    object.AddRef();
-    object.Release();
-    EXPECT_EQ(0, deleted) << "the count was -1, then 0, then -1";
+    Counted none(deleted);
+    none.Release();
+    none.AddRef();
+    none.Release();
+    EXPECT_EQ(1, deleted) << "the count was -1, then 0, then -1";
 }
 
 TEST(Reference, TheInterfaceKnowsANullPointer)

@@ -8,9 +8,8 @@
 namespace {
 
 // A table over static data: everything but the accessors is the base's.
-class StaticTable : public CBaseIntegerText
+struct StaticTable : CBaseIntegerText
 {
-public:
     using CBaseTextArray::TextAt;
     void TextAt(int index, CString& text) const override { text = kTexts[index]; }
     int GetTextCount() const override { return 4; }
@@ -111,11 +110,9 @@ TEST(IntegerText, ItemsSortByIntegerOrText)
     CBaseIntegerTextItemArray items;
     StaticTable().GetMap(items);
     items.BubbleSort(CBaseIntegerTextItem::IndexCompare);
-    EXPECT_EQ(-1, items[0].m_nInteger);
-    EXPECT_EQ(8, items[3].m_nInteger);
+    EXPECT_EQ((std::pair{-1, 8}), (std::pair{items[0].m_nInteger, items[3].m_nInteger}));
     items.BubbleSort(CBaseIntegerTextItem::StringCompare);
-    EXPECT_STREQ("", items[0].m_strItemText);
-    EXPECT_STREQ("high", items[1].m_strItemText);
+    EXPECT_EQ("|high", items[0].m_strItemText + "|" + items[1].m_strItemText);
 
     CBaseIntegerTextItem least, one;
     least.m_nInteger = INT_MIN;

@@ -250,14 +250,12 @@ TEST(StrArray, StringsGoToVariantsAndBack)
 
 TEST(StrArray, OtherVariantsGiveNothing)
 {
-    COleVariant numbers;
+    COleVariant numbers, table, text("text");
     numbers.vt = VT_ARRAY | VT_I8;
     numbers.parray = SafeArrayCreateVector(VT_I8, 0, 2);
-    COleVariant table;
     SAFEARRAYBOUND bounds[2] = {{1, 0}, {1, 0}};
     table.vt = VT_ARRAY | VT_BSTR;
     table.parray = SafeArrayCreate(VT_BSTR, 2, bounds);
-    COleVariant text("text");
     for (VARIANT* variant : {static_cast<VARIANT*>(&numbers), static_cast<VARIANT*>(&table), static_cast<VARIANT*>(&text),
                              static_cast<VARIANT*>(nullptr)}) {
         CStrArray array("old");

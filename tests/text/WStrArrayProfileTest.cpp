@@ -13,9 +13,8 @@ using namespace kelgen::test;
 namespace {
 
 /// An application whose profile lies in the registry or in a file, and is gone at the end.
-class ProfileApp : public CWinApp
+struct ProfileApp : CWinApp
 {
-public:
     explicit ProfileApp(bool inRegistry) : CWinApp("Lists")
     {
         if (inRegistry)

@@ -65,15 +65,13 @@ TEST(WStr, CapacityIsThatOfTheClass)
         EXPECT_EQ(Units(Letters(capacity)), Units(text));
     }
 
-    CWStr text = Letters(600);
-    text.GetBuffer(700);
-    EXPECT_EQ(700, text.GetAllocLength());
-    text.FreeExtra();
-    EXPECT_EQ(600, text.GetAllocLength());
-    text = Letters(10);
-    text.GetBuffer(100);
-    text.FreeExtra();
-    EXPECT_EQ(64, text.GetAllocLength()) << "no less than the class keeps";
+    for (const auto& [length, room, got, kept] : Table<int, int, int, int>{{600, 700, 700, 600}, {10, 100, 128, 64}}) {
+        CWStr text = Letters(length);
+        text.GetBuffer(room);
+        EXPECT_EQ(got, text.GetAllocLength());
+        text.FreeExtra();
+        EXPECT_EQ(kept, text.GetAllocLength()) << "no less than the class keeps";
+    }
 }
 
 TEST(WStr, CopiesAndWholePartsShareUntilOneIsWritten)
