@@ -13,8 +13,7 @@
 #include <functional>
 #include <set>
 
-using kelgen::test::Stored;
-using kelgen::test::Thrown;
+using namespace kelgen::test;
 using namespace std::string_literals;
 
 namespace {
@@ -162,8 +161,7 @@ TEST(Archive, NumbersAboveTheShortFormRoundTrip)
 
 TEST(Archive, MappedObjectsTakeANumber)
 {
-    CTestNode document;
-    CTestNode part;
+    CTestNode document, part;
     part.next = &document;
     const std::string bytes = Stored([&](CArchive& archive) {
         archive.MapObject(&document);
@@ -228,7 +226,7 @@ TEST(Archive, CollectionsRoundTrip)
 
 TEST(Archive, EveryBufferSizeAndPieceGivesTheSameBytes)
 {
-    kelgen::test::Random random;
+    Random random;
     for (int round = 0; round < 100; ++round) {
         std::string model;
         std::vector<std::string> pieces(static_cast<std::size_t>(random.Between(1, 40)));
@@ -414,7 +412,7 @@ TEST(Archive, VersionableClassLoadsOtherSchemas)
 
 TEST(Archive, RandomlyDamagedArchivesNeverBreakTheProcess)
 {
-    kelgen::test::Random random;
+    Random random;
     CTestNode nodes[3];
     nodes[0].next = &nodes[1];
     nodes[1].next = &nodes[0];

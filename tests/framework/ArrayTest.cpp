@@ -10,7 +10,7 @@
 #include <climits>
 #include <functional>
 
-using kelgen::test::Thrown;
+using namespace kelgen::test;
 
 namespace {
 
@@ -47,17 +47,10 @@ struct Counted
 
 TEST(Array, AddToAFullBlockGrowsByTheStep)
 {
-    const struct
-    {
-        const char* name;
-        int size, growBy, grownTo;
-    } rows[] = {
-        {"automatic, at least 4", 8, 0, 12},
-        {"automatic, an eighth", 40, 0, 45},
-        {"automatic, an eighth rounded down", 47, 0, 52},
-        {"automatic, at most 1024", 16000, 0, 17024},
-        {"own step", 10, 100, 110},
-        {"own step of one", 100, 1, 101},
+    const struct { const char* name; int size, growBy, grownTo; } rows[] = {
+        {"automatic, at least 4", 8, 0, 12}, {"automatic, an eighth", 40, 0, 45},
+        {"automatic, an eighth rounded down", 47, 0, 52}, {"automatic, at most 1024", 16000, 0, 17024},
+        {"own step", 10, 100, 110}, {"own step of one", 100, 1, 101},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -138,10 +131,7 @@ TEST(Array, MisuseThrowsInvalidArgumentAndChangesNothing)
 
 TEST(Array, BlockThatCannotBeHadThrowsMemoryException)
 {
-    struct Large
-    {
-        char bytes[1LL << 33];
-    };
+    struct Large { char bytes[1LL << 33]; };
     CArray<Large, const Large&> array;
     EXPECT_EQ("CMemoryException", Thrown([&] { array.SetSize(INT_MAX); }));
     EXPECT_EQ(0, array.GetSize());
@@ -206,15 +196,14 @@ TEST(Array, ElementsAreConstructedAndDestroyedOnce)
 
 TEST(Array, RandomChangesMatchAVector)
 {
-    kelgen::test::Random random;
+    Random random;
     for (int round = 0; round < 50; ++round) {
         OpenArray<CString, const CString&> array;
         std::vector<CString> model;
         for (int step = 0; step < 200; ++step) {
             const int size = static_cast<int>(model.size());
             const CString value(static_cast<char>('a' + random.Between(0, 25)), 3);
-            const int index = random.Between(0, size);
-            const int count = random.Between(1, 5);
+            const int index = random.Between(0, size), count = random.Between(1, 5);
             switch (random.Between(0, 6)) {
             case 0:
             case 1:
@@ -251,8 +240,7 @@ TEST(Array, RandomChangesMatchAVector)
 
 TEST(TypedPtrArray, GivesTheElementsWithTheirType)
 {
-    int first = 1;
-    int second = 2;
+    int first = 1, second = 2;
     CTypedPtrArray<CPtrArray, int*> array;
     array.Add(&first);
     array.InsertAt(0, &second);

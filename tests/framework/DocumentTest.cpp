@@ -45,8 +45,7 @@ struct Question
     bool hasPath;    ///< Saved before.
     bool readOnly;   ///< The file is.
     bool chooses;    ///< The user chooses a name when asked.
-    bool goesOn;
-    bool saved;
+    bool goesOn, saved;
     const char* steps;
 };
 
@@ -142,9 +141,7 @@ TEST_P(DocumentQuestion, AsksAndSavesOnlyAsTold)
     note->SetModifiedFlag(FALSE);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    , DocumentQuestion,
-    testing::Values(
+INSTANTIATE_TEST_SUITE_P(, DocumentQuestion, testing::Values(
         Question{"Unchanged", false, IDCANCEL, false, false, false, true, false, "save?(note)"},
         Question{"Cancel", true, IDCANCEL, true, false, false, false, false, "save?(old.note) ask[Save changes to old.note?]"},
         Question{"NoBox", true, 0, true, false, false, false, false, "save?(old.note) ask[Save changes to old.note?]"},
@@ -300,12 +297,7 @@ TEST_F(Document, KindsOfFilesAreKnownByExtension)
 
 TEST(WinApp, CommandLineDecidesHowItStarts)
 {
-    struct
-    {
-        CCommandLineInfo::Command command;
-        BOOL goesOn;
-        int show;
-    } const rows[] = {
+    struct { CCommandLineInfo::Command command; BOOL goesOn; int show; } const rows[] = {
         {CCommandLineInfo::FileNothing, TRUE, SW_SHOWNORMAL},  {CCommandLineInfo::FileDDE, TRUE, SW_HIDE},
         {CCommandLineInfo::AppRegister, FALSE, SW_SHOWNORMAL}, {CCommandLineInfo::AppUnregister, FALSE, SW_SHOWNORMAL},
         {CCommandLineInfo::FilePrint, FALSE, SW_HIDE},

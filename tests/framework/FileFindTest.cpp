@@ -2,6 +2,7 @@
 #include <kelgen/framework/FileFind.h>
 
 #include "framework/Thrown.h"
+#include "support/Failures.h"
 #include "support/Scratch.h"
 
 using namespace kelgen::test;
@@ -29,12 +30,10 @@ TEST(FileFind, TellsOfEachEntryAndKnowsTheLast)
     }
     EXPECT_EQ(".||0 dir dots\n..|.|0 dir dots\na.b.txt|a.b|5\nsub|sub|0 dir last\n", seen);
     SetLastError(0);
-    EXPECT_FALSE(find.FindNextFile());
-    EXPECT_EQ(DWORD{ERROR_NO_MORE_FILES}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_NO_MORE_FILES, !find.FindNextFile()));
     EXPECT_STREQ("sub", find.GetFileName()) << "the last one stays";
 
-    EXPECT_FALSE(find.FindFile((folder + "none*").c_str()));
-    EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_FILE_NOT_FOUND, !find.FindFile((folder + "none*").c_str())));
     EXPECT_FALSE(find.FindNextFile());
     EXPECT_EQ("CInvalidArgException", Thrown([&] { find.GetFileName(); }));
     EXPECT_TRUE(find.FindFile((folder + "SUB").c_str()));

@@ -8,10 +8,7 @@
 
 #include <cstring>
 
-using kelgen::test::ReadBytes;
-using kelgen::test::ScratchFile;
-using kelgen::test::Thrown;
-using kelgen::test::WriteBytes;
+using namespace kelgen::test;
 
 namespace {
 
@@ -35,8 +32,7 @@ TEST(File, OpenCreatesTruncatesOrKeeps)
         bool opens;
         const char* contents;  // after opening
     } rows[] = {
-        {"read missing", false, CFile::modeRead, false, ""},
-        {"write missing", false, CFile::modeWrite, false, ""},
+        {"read missing", false, CFile::modeRead, false, ""}, {"write missing", false, CFile::modeWrite, false, ""},
         {"write keeps", true, CFile::modeWrite, true, "old"},
         {"create missing", false, CFile::modeCreate | CFile::modeWrite, true, ""},
         {"create empties", true, CFile::modeCreate | CFile::modeReadWrite, true, ""},
@@ -68,12 +64,7 @@ TEST(File, OpenCreatesTruncatesOrKeeps)
 
 TEST(File, SharingDeniesWhatTheFlagsSay)
 {
-    const struct
-    {
-        const char* name;
-        UINT first, second;
-        bool opens;
-    } rows[] = {
+    const struct { const char* name; UINT first, second; bool opens; } rows[] = {
         {"compat is exclusive", CFile::modeRead, CFile::modeRead | CFile::shareDenyNone, false},
         {"exclusive", CFile::modeRead | CFile::shareExclusive, CFile::modeRead | CFile::shareDenyNone, false},
         {"deny write lets read", CFile::modeRead | CFile::shareDenyWrite, CFile::modeRead | CFile::shareDenyNone, true},
@@ -85,8 +76,7 @@ TEST(File, SharingDeniesWhatTheFlagsSay)
     const std::string path = ScratchFile("shared.bin");
     WriteBytes(path, "x");
     for (const auto& row : rows) {
-        CFile first(path.c_str(), row.first);
-        CFile second;
+        CFile first(path.c_str(), row.first), second;
         CFileException error;
         EXPECT_EQ(row.opens, second.Open(path.c_str(), row.second, &error) != FALSE) << row.name;
         EXPECT_EQ(row.opens ? CFileException::none : CFileException::sharingViolation, error.m_cause) << row.name;
@@ -102,8 +92,7 @@ TEST(File, PositionsGoPastFourGigabytes)
     EXPECT_EQ(kFar, file.GetPosition());
     EXPECT_EQ(0u, file.GetLength()) << "moving alone makes no file longer";
     EXPECT_EQ(kFar - 3, file.Seek(-3, CFile::current));
-    EXPECT_EQ("CFileException " + std::to_string(CFileException::badSeek),
-              Thrown([&] { file.Seek(-1, CFile::begin); }));
+    EXPECT_EQ("CFileException " + std::to_string(CFileException::badSeek), Thrown([&] { file.Seek(-1, CFile::begin); }));
     EXPECT_EQ(kFar - 3, file.GetPosition());
 }
 
@@ -193,17 +182,9 @@ TEST(File, DuplicatesShareOnePositionAndHandlesFromOutsideStayOpen)
 
 TEST(File, NamesAreCutFromThePath)
 {
-    const struct
-    {
-        const char* path;
-        const char* fileName;
-        const char* title;
-    } rows[] = {
-        {"C:\\folder.old\\data.tar.gz", "data.tar.gz", "data.tar"},
-        {"C:\\folder.old\\data", "data", "data"},
-        {"/tmp/a.b/c.d", "c.d", "c"},
-        {"C:name.txt", "name.txt", "name"},
-        {"", "", ""},
+    const struct { const char* path; const char* fileName; const char* title; } rows[] = {
+        {"C:\\folder.old\\data.tar.gz", "data.tar.gz", "data.tar"}, {"C:\\folder.old\\data", "data", "data"},
+        {"/tmp/a.b/c.d", "c.d", "c"}, {"C:name.txt", "name.txt", "name"}, {"", "", ""},
     };
     for (const auto& row : rows) {
         CFile file;
@@ -252,7 +233,7 @@ TEST(File, StatusIsReadAndSet)
 
 TEST(MemFile, RandomUseMatchesAText)
 {
-    kelgen::test::Random random;
+    Random random;
     for (UINT growBytes : {1u, 16u, 1024u}) {
         CMemFile file(growBytes);
         std::string model;

@@ -7,7 +7,7 @@
 
 #include <list>
 
-using kelgen::test::Thrown;
+using namespace kelgen::test;
 
 namespace {
 
@@ -91,13 +91,12 @@ TEST(List, MisuseThrowsInvalidArgument)
 
 TEST(List, RandomChangesMatchAStandardList)
 {
-    kelgen::test::Random random;
+    Random random;
     CList<CString, const CString&> list(3);
     std::list<std::string> model;
     for (int step = 0; step < 3000; ++step) {
         const std::string value = std::to_string(step);
-        const int size = static_cast<int>(model.size());
-        const int index = random.Between(0, size);
+        const int size = static_cast<int>(model.size()), index = random.Between(0, size);
         const auto place = std::next(model.begin(), index);
         switch (random.Between(0, 5)) {
         case 0:

@@ -7,24 +7,19 @@
 
 #include <map>
 
-using kelgen::test::Thrown;
+using namespace kelgen::test;
 
 namespace {
 
 /// Keys compared by both parts, hashed by the first alone.
-struct PairKey
-{
-    const void* owner;
-    int id;
-};
+struct PairKey { const void* owner; int id; };
 
 template <class MAP>
 std::vector<int> KeysInOrder(const MAP& map)
 {
     std::vector<int> keys;
     for (POSITION position = map.GetStartPosition(); position != nullptr;) {
-        int key = 0;
-        int value = 0;
+        int key = 0, value = 0;
         map.GetNextAssoc(position, key, value);
         keys.push_back(key);
     }
@@ -77,8 +72,7 @@ TEST(Map, EntriesMayBeRemovedWhileIterating)
         map[key] = key;
     int seen = 0;
     for (POSITION position = map.GetStartPosition(); position != nullptr; ++seen) {
-        int key;
-        int value;
+        int key, value;
         map.GetNextAssoc(position, key, value);
         EXPECT_EQ(key, value);
         EXPECT_TRUE(map.RemoveKey(key));
@@ -109,8 +103,7 @@ TEST(Map, MisuseThrowsInvalidArgument)
     EXPECT_EQ("CInvalidArgException", Thrown([&] { map.InitHashTable(7); }));
     EXPECT_EQ(101u, map.GetHashTableSize());
     POSITION none = nullptr;
-    int key;
-    int value;
+    int key, value;
     EXPECT_EQ("CInvalidArgException", Thrown([&] { map.GetNextAssoc(none, key, value); }));
     map.RemoveAll();
     EXPECT_EQ(101u, map.GetHashTableSize()) << "the table's size outlives its entries";
@@ -120,9 +113,7 @@ TEST(Map, KeysOfEqualHashAreToldApart)
 {
     CMap<PairKey, PairKey&, int, int> map;
     int owners[2] = {};
-    PairKey first{reinterpret_cast<void*>(0x10), 1};
-    PairKey same{reinterpret_cast<void*>(0x11), 0};
-    PairKey other{&owners[1], 1};
+    PairKey first{reinterpret_cast<void*>(0x10), 1}, same{reinterpret_cast<void*>(0x11), 0}, other{&owners[1], 1};
     map.SetAt(first, 1);
     map.SetAt(same, 2);
     map.SetAt(other, 3);
@@ -137,13 +128,12 @@ TEST(Map, KeysOfEqualHashAreToldApart)
 
 TEST(Map, RandomChangesMatchAStandardMap)
 {
-    kelgen::test::Random random;
+    Random random;
     for (int blockSize : {1, 10}) {
         CMap<CString, LPCSTR, CString, LPCSTR> map(blockSize);
         std::map<std::string, std::string> model;
         for (int step = 0; step < 5000; ++step) {
-            const std::string key = std::to_string(random.Between(0, 200));
-            const std::string value = std::to_string(step);
+            const std::string key = std::to_string(random.Between(0, 200)), value = std::to_string(step);
             if (random.Between(0, 2) != 0) {
                 map.SetAt(key.c_str(), value.c_str());
                 model[key] = value;
@@ -175,8 +165,7 @@ TEST(TypedPtrMap, GivesKeysAndValuesWithTheirTypes)
 {
     CTypedPtrMap<CMapPtrToPtr, int*, std::string*> map;
     int key = 0;
-    std::string first = "first";
-    std::string second = "second";
+    std::string first = "first", second = "second";
     map.SetAt(&key, &first);
     map[&key] = &second;
     std::string* value = nullptr;

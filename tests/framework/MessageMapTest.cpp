@@ -39,21 +39,9 @@ protected:
     void OnActivate(UINT state, CWnd* other, BOOL minimized) { Record("activate", state, Name(other), minimized); }
     void OnKeyDown(UINT key, UINT repeat, UINT flags) { Record("key", key, repeat, flags); }
     void OnMouseMove(UINT keys, CPoint at) { Record("mouse", keys, at.x, at.y); }
-    BOOL OnMouseWheel(UINT keys, short delta, CPoint at)
-    {
-        Record("wheel", keys, delta, at.x);
-        return delta < 0;
-    }
-    BOOL OnSetCursor(CWnd* window, UINT hit, UINT message)
-    {
-        Record("cursor", Name(window), hit, message);
-        return TRUE;
-    }
-    LRESULT OnNcHitTest(CPoint at)
-    {
-        Record("hit", at.x, at.y);
-        return HTCAPTION;
-    }
+    BOOL OnMouseWheel(UINT keys, short delta, CPoint at) { return Record("wheel", keys, delta, at.x), delta < 0; }
+    BOOL OnSetCursor(CWnd* window, UINT hit, UINT message) { return Record("cursor", Name(window), hit, message), TRUE; }
+    LRESULT OnNcHitTest(CPoint at) { return Record("hit", at.x, at.y), HTCAPTION; }
     void OnHScroll(UINT code, UINT position, CWnd* bar) { Record("scroll", code, position, Name(bar)); }
     void OnSysCommand(UINT id, LPARAM lParam) { Record("sys", id, lParam); }
     void OnMenuSelect(UINT item, UINT flags, HMENU menu) { Record("select", item, flags, menu != nullptr); }
@@ -67,22 +55,10 @@ protected:
         Record("color", Name(control), kind);
         return reinterpret_cast<HBRUSH>(static_cast<UINT_PTR>(99));
     }
-    BOOL OnQueryEndSession()
-    {
-        Record("session");
-        return FALSE;
-    }
+    BOOL OnQueryEndSession() { return Record("session"), FALSE; }
     void OnParentNotify(UINT message, LPARAM lParam) { Record("notify", message, lParam); }
-    LRESULT OnNumbered(WPARAM wParam, LPARAM lParam)
-    {
-        Record("numbered", wParam, lParam);
-        return 11;
-    }
-    LRESULT OnNarrow(UINT wParam, LPARAM)
-    {
-        Record("narrow", wParam);
-        return 12;
-    }
+    LRESULT OnNumbered(WPARAM wParam, LPARAM lParam) { return Record("numbered", wParam, lParam), 11; }
+    LRESULT OnNarrow(UINT wParam, LPARAM) { return Record("narrow", wParam), 12; }
     LRESULT OnRegistered(WPARAM, LPARAM) { return 13; }
     void OnDestroy()
     {
@@ -127,11 +103,7 @@ public:
 protected:
     void OnOne() { Record("one"); }
     void OnRange(UINT id) { Record("range", id); }
-    BOOL OnMaybe(UINT id)
-    {
-        Record("maybe", id);
-        return id == 21;
-    }
+    BOOL OnMaybe(UINT id) { return Record("maybe", id), id == 21; }
     void OnChange() { Record("change"); }
     void OnChangeRange(UINT id) { Record("change-range", id); }
     void OnTree(NMHDR* header, LRESULT* result)
@@ -175,11 +147,7 @@ public:
 
 protected:
     void OnChanged() { Record("own-change"); }
-    BOOL OnMaybeUpdated()
-    {
-        Record("own-update");
-        return FALSE;
-    }
+    BOOL OnMaybeUpdated() { return Record("own-update"), FALSE; }
     void OnOwnNotify(NMHDR*, LRESULT* result)
     {
         Record("own-notify");
@@ -202,14 +170,7 @@ BEGIN_MESSAGE_MAP(ReflectingWnd, RecordedWnd)
     ON_WM_GETDLGCODE()
 END_MESSAGE_MAP()
 
-struct Sent
-{
-    UINT message;
-    WPARAM wParam;
-    LPARAM lParam;
-    LRESULT result;
-    const char* steps;
-};
+struct Sent { UINT message; WPARAM wParam; LPARAM lParam; LRESULT result; const char* steps; };
 
 }  // namespace
 
@@ -225,8 +186,7 @@ TEST(MessageMap, HandlersAreGivenTheirOwnParameters)
     HMENU const menu = CreatePopupMenu();
 
     for (const Sent& row : {
-             Sent{WM_SIZE, SIZE_MAXIMIZED, MAKELPARAM(0xFFF0, 4), 0, "size(2,65520,4)"},
-             Sent{WM_MOVE, 0, point, 0, "move(-7,9)"},
+             Sent{WM_SIZE, SIZE_MAXIMIZED, MAKELPARAM(0xFFF0, 4), 0, "size(2,65520,4)"}, Sent{WM_MOVE, 0, point, 0, "move(-7,9)"},
              Sent{WM_TIMER, 55, 0, 0, "timer(55)"},
              Sent{WM_ACTIVATE, MAKEWPARAM(WA_CLICKACTIVE, 1), handle, 0, "activate(2,child,1)"},
              Sent{WM_ACTIVATE, WA_INACTIVE, 0, 0, "activate(0,none,0)"},
@@ -240,14 +200,11 @@ TEST(MessageMap, HandlersAreGivenTheirOwnParameters)
              Sent{WM_MENUSELECT, MAKEWPARAM(6, 0x80), reinterpret_cast<LPARAM>(menu), 0, "select(6,128,1)"},
              Sent{WM_SHOWWINDOW, TRUE, SW_PARENTOPENING, 0, "show(1,3)"},
              Sent{WM_MDIACTIVATE, wide, reinterpret_cast<LPARAM>(window.m_hWnd), 0, "mdi(1,w,child)"},
-             Sent{WM_MDIACTIVATE, 0, handle, 0, "mdi(0,child,none)"},
-             Sent{WM_CTLCOLOREDIT, 0, handle, 99, "color(child,1)"},
-             Sent{WM_CTLCOLORSTATIC, 0, handle, 99, "color(child,6)"},
-             Sent{WM_QUERYENDSESSION, 0, 0, 0, "session()"},
+             Sent{WM_MDIACTIVATE, 0, handle, 0, "mdi(0,child,none)"}, Sent{WM_CTLCOLOREDIT, 0, handle, 99, "color(child,1)"},
+             Sent{WM_CTLCOLORSTATIC, 0, handle, 99, "color(child,6)"}, Sent{WM_QUERYENDSESSION, 0, 0, 0, "session()"},
              Sent{WM_PARENTNOTIFY, MAKEWPARAM(WM_CREATE, 3), 5, 0, "notify(196609,5)"},
              Sent{WM_APP + 0x100, 21, -22, 11, "numbered(21,-22)"},
-             Sent{WM_APP + 0x101, static_cast<WPARAM>(-1), 0, 12, "narrow(4294967295)"},
-             Sent{registeredMessage, 0, 0, 13, ""},
+             Sent{WM_APP + 0x101, static_cast<WPARAM>(-1), 0, 12, "narrow(4294967295)"}, Sent{registeredMessage, 0, 0, 13, ""},
              Sent{WM_APP + 0x102, 0, 0, 0, ""},
          }) {
         EXPECT_EQ(row.result, window.SendMessage(row.message, row.wParam, row.lParam)) << row.steps;
@@ -276,16 +233,10 @@ TEST(MessageMap, FirstEntryDecidesAndCommandsMayPass)
 
     struct Command { UINT id; WORD code; LPARAM control; BOOL handled; const char* steps; };
     for (const Command& row : {
-             Command{10, 0, 0, TRUE, "one()"},
-             Command{11, 1, 0, TRUE, "update(11) range(11)"},
-             Command{14, 0, 0, TRUE, "range(14)"},
-             Command{15, 0, 0, FALSE, ""},
-             Command{20, 0, 0, FALSE, "maybe(20)"},
-             Command{21, 0, 0, TRUE, "maybe(21)"},
-             Command{0, 0, 0, FALSE, ""},
-             Command{30, EN_CHANGE, control, TRUE, "change()"},
-             Command{32, EN_CHANGE, control, TRUE, "change-range(32)"},
-             Command{30, EN_UPDATE, control, FALSE, ""},
+             Command{10, 0, 0, TRUE, "one()"}, Command{11, 1, 0, TRUE, "update(11) range(11)"},
+             Command{14, 0, 0, TRUE, "range(14)"}, Command{15, 0, 0, FALSE, ""}, Command{20, 0, 0, FALSE, "maybe(20)"},
+             Command{21, 0, 0, TRUE, "maybe(21)"}, Command{0, 0, 0, FALSE, ""}, Command{30, EN_CHANGE, control, TRUE, "change()"},
+             Command{32, EN_CHANGE, control, TRUE, "change-range(32)"}, Command{30, EN_UPDATE, control, FALSE, ""},
              Command{10, BN_CLICKED, control, TRUE, "one()"},
          }) {
         EXPECT_EQ(row.handled, window.OnCommand(MAKEWPARAM(row.id, row.code), row.control)) << row.id << ' ' << row.steps;

@@ -37,8 +37,7 @@ public:
     void Change(LPCSTR text);
 
     CString m_text;
-    static bool refuseNew;
-    static bool failSerialize;
+    static bool refuseNew, failSerialize;
 
 protected:
     void OnShared() { Add("doc-shared"); }

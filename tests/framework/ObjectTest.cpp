@@ -69,8 +69,7 @@ TEST(Object, NamesAreKnownOnlyWhileListedAndToTheLetter)
 {
     EXPECT_EQ(nullptr, CRuntimeClass::FromName("CStored"));
     {
-        const kelgen::detail::ClassListing first(RUNTIME_CLASS(CSquare));
-        const kelgen::detail::ClassListing second(RUNTIME_CLASS(CStored));
+        const kelgen::detail::ClassListing first(RUNTIME_CLASS(CSquare)), second(RUNTIME_CLASS(CStored));
         EXPECT_EQ(RUNTIME_CLASS(CStored), CRuntimeClass::FromName("CStored"));
         EXPECT_EQ(RUNTIME_CLASS(CSquare), CRuntimeClass::FromName("CSquare"));
         EXPECT_EQ(nullptr, CRuntimeClass::FromName("cstored"));

@@ -3,8 +3,7 @@
 
 TEST(OleVariant, OwnsItsCopies)
 {
-    COleVariant text("caf\xE9");
-    COleVariant copy(text);
+    COleVariant text("caf\xE9"), copy(text);
     EXPECT_NE(text.bstrVal, copy.bstrVal);
     EXPECT_TRUE(text == copy);
     EXPECT_EQ(0xE9, copy.bstrVal[3]);

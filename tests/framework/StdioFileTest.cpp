@@ -5,10 +5,7 @@
 #include "support/Random.h"
 #include "support/Scratch.h"
 
-using kelgen::test::ReadBytes;
-using kelgen::test::ScratchFile;
-using kelgen::test::Thrown;
-using kelgen::test::WriteBytes;
+using namespace kelgen::test;
 using namespace std::string_literals;
 
 namespace {
@@ -49,7 +46,7 @@ Lines ReadLines(const std::string& path, UINT flags)
     return lines;
 }
 
-std::string RandomBytes(kelgen::test::Random& random, int maxLength)
+std::string RandomBytes(Random& random, int maxLength)
 {
     static const char kBytes[] = {'\r', '\n', '\r', '\n', 'a', 'b', '\0', '\xFF', 'c', 'd'};
     std::string bytes;
@@ -62,21 +59,14 @@ std::string RandomBytes(kelgen::test::Random& random, int maxLength)
 
 TEST(StdioFile, LinesEndAtLineFeeds)
 {
-    const struct
-    {
-        const char* name;
-        std::string bytes;
-        Lines text, binary;
-    } rows[] = {
-        {"no bytes", "", {}, {}},
-        {"plain", "a\r\nb\r\n", {"a", "b"}, {"a\r", "b\r"}},
+    const struct { const char* name; std::string bytes; Lines text, binary; } rows[] = {
+        {"no bytes", "", {}, {}}, {"plain", "a\r\nb\r\n", {"a", "b"}, {"a\r", "b\r"}},
         {"line feeds only", "a\n\nb\n", {"a", "", "b"}, {"a", "", "b"}},
         {"no final line end", "a\r\nb", {"a", "b"}, {"a\r", "b"}},
         {"return alone", "a\rb\r\n\r", {"a\rb", "\r"}, {"a\rb\r", "\r"}},
         {"two returns", "a\r\r\nb", {"a\r", "b"}, {"a\r\r", "b"}},
         {"zeros", "a\0b\r\n\0\n"s, {"a\0b"s, "\0"s}, {"a\0b\r"s, "\0"s}},
-        {"end of text", "a\nb\x1A" "c\n", {"a", "b"}, {"a", "b\x1A" "c"}},
-        {"end of text first", "\x1A" "c\n", {}, {"\x1A" "c"}},
+        {"end of text", "a\nb\x1A" "c\n", {"a", "b"}, {"a", "b\x1A" "c"}}, {"end of text first", "\x1A" "c\n", {}, {"\x1A" "c"}},
         {"end of text after return", "a\r\x1A\n", {"a\r"}, {"a\r\x1A"}},
     };
     const std::string path = ScratchFile("lines.txt");
@@ -106,7 +96,7 @@ TEST(StdioFile, LinesAcrossTheBufferMatchTheModel)
 
 TEST(StdioFile, RandomTextReadsLikeTheModel)
 {
-    kelgen::test::Random random;
+    Random random;
     const std::string path = ScratchFile("random.txt");
     for (int round = 0; round < 60; ++round) {
         const std::string bytes = RandomBytes(random, round < 50 ? 400 : 200'000);
@@ -157,7 +147,7 @@ TEST(StdioFile, WritingTurnsLineFeedsIntoLineEnds)
 
 TEST(StdioFile, RandomWritesMatchTheModel)
 {
-    kelgen::test::Random random;
+    Random random;
     const std::string path = ScratchFile("writes.txt");
     for (UINT type : {CFile::typeText, CFile::typeBinary}) {
         CStdioFile file(path.c_str(), CFile::modeCreate | CFile::modeWrite | type);

@@ -6,8 +6,7 @@ namespace {
 
 int Tokens(const CString& text, LPCSTR separators, CString& joined)
 {
-    int count = 0;
-    int start = 0;
+    int count = 0, start = 0;
     for (CString token = text.Tokenize(separators, start); start != -1; token = text.Tokenize(separators, start)) {
         joined += "[" + token + "]";
         ++count;

@@ -7,12 +7,11 @@
 #include <cstring>
 #include <thread>
 
-using kelgen::test::Random;
+using namespace kelgen::test;
 
 TEST(String, CopiesShareUntilOneIsWritten)
 {
-    CString first("abc");
-    CString second = first;
+    CString first("abc"), second = first;
     EXPECT_EQ(first.GetString(), second.GetString());
     EXPECT_EQ(first.GetString(), first.Mid(0).GetString());
     second.SetAt(1, 'X');
@@ -213,8 +212,7 @@ TEST(String, RandomUseEqualsTheStandardString)
         std::string& expected = model[at];
         const int size = static_cast<int>(expected.size());
         const std::string piece = text(6);
-        const int index = random.Between(0, size);
-        const int count = random.Between(0, size - index);
+        const int index = random.Between(0, size), count = random.Between(0, size - index);
         switch (random.Between(0, 9)) {
         case 0:
             string = ours[from];

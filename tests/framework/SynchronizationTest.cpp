@@ -65,8 +65,7 @@ TEST(Synchronization, SemaphoreCountsAndRefusesTooMany)
 
 TEST(Synchronization, NamedObjectsAreShared)
 {
-    CEvent first(FALSE, TRUE, "kelgen-test-shared-event");
-    CEvent second(FALSE, TRUE, "kelgen-test-shared-event");
+    CEvent first(FALSE, TRUE, "kelgen-test-shared-event"), second(FALSE, TRUE, "kelgen-test-shared-event");
     first.SetEvent();
     EXPECT_TRUE(second.Lock(0));
 }
@@ -77,8 +76,7 @@ TEST(Synchronization, CriticalSectionKeepsCountsWhole)
     int count = 0;
     const auto work = [&] {
         for (int i = 0; i < 20000; ++i) {
-            CSingleLock lock(&section, TRUE);
-            CSingleLock again(&section, TRUE);
+            CSingleLock lock(&section, TRUE), again(&section, TRUE);
             ++count;
         }
     };

@@ -48,8 +48,7 @@ public:
         return message->message == WM_APP + 9 || CWinThread::PreTranslateMessage(message);
     }
 
-    bool m_fails = false;
-    bool m_quitWhenIdle = true;
+    bool m_fails = false, m_quitWhenIdle = true;
     RecordedWnd m_window;
 
 protected:
@@ -81,11 +80,7 @@ public:
     using RecordedWnd::RecordedWnd;
     UINT m_taken = 0;
 
-    BOOL PreTranslateMessage(MSG* message) override
-    {
-        Traffic::Add(m_name + "pre");
-        return message->message == m_taken;
-    }
+    BOOL PreTranslateMessage(MSG* message) override { return Traffic::Add(m_name + "pre"), message->message == m_taken; }
 };
 
 /// A window with a modal loop that idles twice.
@@ -369,8 +364,7 @@ TEST(CommandLineInfo, ArgumentsSayWhatToDo)
                            Row{R"(\"quoted\")", CCommandLineInfo::FileOpen, R"("quoted"|||1)"},
                            Row{"/p a.txt", CCommandLineInfo::FilePrint, "a.txt|||0"},
                            Row{"-pt a printer driver port", CCommandLineInfo::FilePrintTo, "a|printer|driver|0"},
-                           Row{"/P a", CCommandLineInfo::FileOpen, "a|||1"},
-                           Row{"/dde", CCommandLineInfo::FileDDE, "|||0"},
+                           Row{"/P a", CCommandLineInfo::FileOpen, "a|||1"}, Row{"/dde", CCommandLineInfo::FileDDE, "|||0"},
                            Row{"/unregserver", CCommandLineInfo::AppUnregister, "|||0"},
                            Row{"/Embedding", CCommandLineInfo::FileNew, "|||0"}}) {
         QuietApp app;

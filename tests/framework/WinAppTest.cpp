@@ -8,8 +8,7 @@
 
 #include <cstring>
 
-using kelgen::test::ReadBytes;
-using kelgen::test::ScratchFile;
+using namespace kelgen::test;
 
 namespace {
 
@@ -151,8 +150,7 @@ TEST(ProfileForms, RegistryHoldsTypedValuesBelowCompanyAndName)
     app.WriteProfileInt("Section", "Number", 5);
     app.WriteProfileString("Section", "Text", "five");
     HKEY key = nullptr;
-    ASSERT_EQ(ERROR_SUCCESS,
-              RegOpenKeyA(HKEY_CURRENT_USER, "Software\\Kelgen Framework Test\\Profile Test\\Section", &key));
+    ASSERT_EQ(ERROR_SUCCESS, RegOpenKeyA(HKEY_CURRENT_USER, "Software\\Kelgen Framework Test\\Profile Test\\Section", &key));
     DWORD type = 0;
     EXPECT_EQ(ERROR_SUCCESS, RegQueryValueExA(key, "Number", nullptr, &type, nullptr, nullptr));
     EXPECT_EQ(REG_DWORD, type);

@@ -2,7 +2,6 @@
 #include <kelgen/framework/Exceptions.h>
 
 #include "Traffic.h"
-#include "support/Rows.h"
 #include "support/Threads.h"
 
 using namespace kelgen::test;
@@ -51,9 +50,6 @@ BEGIN_MESSAGE_MAP(FailingWnd, RecordedWnd)
     ON_WM_CREATE()
     ON_WM_NCCREATE()
 END_MESSAGE_MAP()
-
-class WndFailingCreation : public testing::TestWithParam<FailingCreation>
-{};
 
 /// A plain window procedure of the platform's kind.
 LRESULT CALLBACK ForeignProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
@@ -136,25 +132,27 @@ TEST(Wnd, GoesWithItsObject)
     Traffic::Take();
 }
 
-TEST_P(WndFailingCreation, TellsTheObjectOnce)
+TEST(WndFailingCreation, TellsTheObjectOnce)
 {
-    FailingWnd window(GetParam());
-    EXPECT_FALSE(window.CreateHidden());
-    EXPECT_EQ(GetParam().steps, Traffic::Take());
-    EXPECT_EQ(nullptr, window.m_hWnd);
-    // The next window is not taken for the failed one.
-    const HWND next = ForeignWindow();
-    EXPECT_EQ(nullptr, CWnd::FromHandlePermanent(next));
-    DestroyWindow(next);
-    Traffic::Take();
+    const FailingCreation rows[] = {
+        {"Refused", 0, false, "[pre-create] [gone]"}, {"UnknownClass", kUnknownClass, false, "[pre-create] [gone]"},
+        {"NcCreateFalse", WM_NCCREATE, false, "[pre-create] [subclass] nccreate ncdestroy [gone]"},
+        {"CreateMinusOne", WM_CREATE, false, "[pre-create] [subclass] nccreate create ncdestroy [gone]"},
+        {"CreateThrows", WM_CREATE, true, "[pre-create] [subclass] nccreate create ncdestroy [gone]"},
+    };
+    for (const FailingCreation& row : rows) {
+        SCOPED_TRACE(row.name);
+        FailingWnd window(row);
+        EXPECT_FALSE(window.CreateHidden());
+        EXPECT_EQ(row.steps, Traffic::Take());
+        EXPECT_EQ(nullptr, window.m_hWnd);
+        // The next window is not taken for the failed one.
+        const HWND next = ForeignWindow();
+        EXPECT_EQ(nullptr, CWnd::FromHandlePermanent(next));
+        DestroyWindow(next);
+        Traffic::Take();
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(, WndFailingCreation, testing::Values(
-    FailingCreation{"Refused", 0, false, "[pre-create] [gone]"},
-    FailingCreation{"UnknownClass", kUnknownClass, false, "[pre-create] [gone]"},
-    FailingCreation{"NcCreateFalse", WM_NCCREATE, false, "[pre-create] [subclass] nccreate ncdestroy [gone]"},
-    FailingCreation{"CreateMinusOne", WM_CREATE, false, "[pre-create] [subclass] nccreate create ncdestroy [gone]"},
-    FailingCreation{"CreateThrows", WM_CREATE, true, "[pre-create] [subclass] nccreate create ncdestroy [gone]"}), RowName);
 
 TEST(Wnd, ExceptionsEndAtTheWindowProcedure)
 {
@@ -167,8 +165,7 @@ TEST(Wnd, ExceptionsEndAtTheWindowProcedure)
 
     struct Row { UINT message; LPARAM what; LRESULT result; const char* steps; };
     for (const Row& row : {Row{WM_APP, 0, 0, "app+1 box(This operation is not supported.)"},
-                           Row{WM_APP, 1, 0, "app+1"},
-                           Row{WM_APP, 2, 0, "app+1 box(an unnamed file contains an invalid path.)"},
+                           Row{WM_APP, 1, 0, "app+1"}, Row{WM_APP, 2, 0, "app+1 box(an unnamed file contains an invalid path.)"},
                            Row{WM_PAINT, 3, 0, "app+1"},
                            Row{WM_CREATE, 3, -1, "app+1"}}) {
         EXPECT_EQ(row.result, window.SendMessage(row.message, 0xE1, row.what)) << row.steps;

@@ -1,4 +1,5 @@
 // ChangeNotificationTest.cpp: what signals a change notification, and until when.
+#include "support/Failures.h"
 #include "support/system/Services.h"
 
 #include <cstring>
@@ -39,16 +40,10 @@ TEST(ChangeNotification, IsSignalledByWhatItsFilterAsksFor)
 {
     const WatchedFolder watched;
     const std::string in = watched.path + '\\';
-    constexpr DWORD kFile = FILE_NOTIFY_CHANGE_FILE_NAME;
-    constexpr DWORD kFolder = FILE_NOTIFY_CHANGE_DIR_NAME;
+    constexpr DWORD kFile = FILE_NOTIFY_CHANGE_FILE_NAME, kFolder = FILE_NOTIFY_CHANGE_DIR_NAME;
     constexpr DWORD kWrite = FILE_NOTIFY_CHANGE_SIZE | FILE_NOTIFY_CHANGE_LAST_WRITE;
     constexpr DWORD kMade = FILE_NOTIFY_CHANGE_CREATION;
-    struct Row
-    {
-        const char* name;
-        std::function<void()> change;
-        DWORD signalled;
-    };
+    struct Row { const char* name; std::function<void()> change; DWORD signalled; };
     const Row rows[] = {
         {"append", [&] { watched.Write("f"); }, kWrite},
         {"truncate", [&] { watched.Write("f", TRUNCATE_EXISTING, ""); }, kWrite},
@@ -136,8 +131,7 @@ TEST(ChangeNotification, RefusesBadCalls)
 
     const OwnedHandle event(CreateEventA(nullptr, FALSE, FALSE, nullptr));
     for (const HANDLE bad : {HANDLE{}, INVALID_HANDLE_VALUE, event.get()}) {
-        EXPECT_FALSE(FindNextChangeNotification(bad));
-        EXPECT_EQ(6u, GetLastError());
+        EXPECT_TRUE(FailedWith(6, !FindNextChangeNotification(bad)));
     }
     EXPECT_TRUE(FindCloseChangeNotification(INVALID_HANDLE_VALUE));
     EXPECT_FALSE(FindCloseChangeNotification(nullptr));

@@ -1,4 +1,8 @@
 // EnvironmentTest.cpp: environment variables, version record, names, the command line.
+#include "support/Failures.h"
+
+using namespace kelgen::test;
+
 TEST(EnvironmentVariables, NamesIgnoreCase)
 {
     char buffer[40] = "";
@@ -11,8 +15,7 @@ TEST(EnvironmentVariables, NamesIgnoreCase)
     EXPECT_EQ(6u, GetEnvironmentVariableA("KelgenTestA", buffer, sizeof buffer));
     EXPECT_TRUE(SetEnvironmentVariableA("kelgentesta", nullptr));
     SetLastError(0);
-    EXPECT_EQ(0u, GetEnvironmentVariableA("KelgenTestA", buffer, sizeof buffer));
-    EXPECT_EQ(DWORD{ERROR_ENVVAR_NOT_FOUND}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_ENVVAR_NOT_FOUND, !GetEnvironmentVariableA("KelgenTestA", buffer, sizeof buffer)));
 }
 
 TEST(EnvironmentVariables, EmptyIsNotMissing)
@@ -26,11 +29,9 @@ TEST(EnvironmentVariables, EmptyIsNotMissing)
     SetEnvironmentVariableA("KelgenTestB", nullptr);
     EXPECT_TRUE(SetEnvironmentVariableA("KelgenTestB", nullptr));
     for (const char* bad : {"", "a=b"}) {
-        EXPECT_FALSE(SetEnvironmentVariableA(bad, "x"));
-        EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
+        EXPECT_TRUE(FailedWith(ERROR_INVALID_PARAMETER, !SetEnvironmentVariableA(bad, "x")));
     }
-    EXPECT_FALSE(SetEnvironmentVariableA(nullptr, "x"));
-    EXPECT_EQ(DWORD{ERROR_ENVVAR_NOT_FOUND}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_ENVVAR_NOT_FOUND, !SetEnvironmentVariableA(nullptr, "x")));
 }
 
 TEST(EnvironmentVariables, ExpandKnownNamesOnly)
@@ -58,24 +59,21 @@ TEST(OsVersion, RecordsOfBothSizes)
     EXPECT_EQ(plain.dwMajorVersion, extended.dwMajorVersion);
     EXPECT_EQ(plain.dwPlatformId, extended.dwPlatformId);
     EXPECT_EQ(plain.dwMajorVersion | plain.dwMinorVersion << 8, GetVersion() & 0xFFFF);
-    EXPECT_FALSE(GetVersionExA(&wrong));
-    EXPECT_EQ(DWORD{ERROR_INSUFFICIENT_BUFFER}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INSUFFICIENT_BUFFER, !GetVersionExA(&wrong)));
 }
 
 TEST(SystemNames, ShortBuffersGetTheNeededSize)
 {
     char buffer[300] = "";
     DWORD size = 0;
-    EXPECT_FALSE(GetComputerNameA(buffer, &size));
-    EXPECT_EQ(DWORD{ERROR_BUFFER_OVERFLOW}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_BUFFER_OVERFLOW, !GetComputerNameA(buffer, &size)));
     const DWORD needed = size;
     EXPECT_TRUE(GetComputerNameA(buffer, &size));
     EXPECT_EQ(needed, size + 1);
     EXPECT_EQ(size, std::string(buffer).size());
 
     size = 0;
-    EXPECT_FALSE(GetUserNameA(buffer, &size));
-    EXPECT_EQ(DWORD{ERROR_INSUFFICIENT_BUFFER}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INSUFFICIENT_BUFFER, !GetUserNameA(buffer, &size)));
     const DWORD userSize = size;
     EXPECT_TRUE(GetUserNameA(buffer, &size));
     EXPECT_EQ(userSize, size);
@@ -86,7 +84,6 @@ TEST(CommandLine, StartsWithTheProgram)
 {
     char file[600];
     GetModuleFileNameA(nullptr, file, sizeof file);
-    const std::string program(file);
-    const std::string line = GetCommandLineA();
+    const std::string program(file), line = GetCommandLineA();
     EXPECT_NE(std::string::npos, line.find(program.substr(program.rfind('\\') + 1))) << line;
 }

@@ -1,4 +1,5 @@
 // FileSystemTest.cpp: attributes, deleting, moving, copying, folders, temporary names.
+#include "support/Failures.h"
 #include "support/Scratch.h"
 
 using namespace kelgen::test;
@@ -20,20 +21,14 @@ protected:
     std::string At(const std::string& name) const { return name.empty() ? name : m_folder + name; }
     bool Exists(const std::string& name) const { return GetFileAttributesA(At(name).c_str()) != INVALID_FILE_ATTRIBUTES; }
 
-    struct Row
-    {
-        const char* source;
-        const char* target;
-        DWORD error;
-    };
+    struct Row { const char* source; const char* target; DWORD error; };
 
     // Runs call on the rows' names and compares the last errors, 0 for success.
     template <class Call>
     void ExpectErrors(std::initializer_list<Row> rows, Call call)
     {
         for (const Row& row : rows) {
-            const std::string source = At(row.source);
-            const std::string target = At(row.target);
+            const std::string source = At(row.source), target = At(row.target);
             SetLastError(0xBEEF);
             const BOOL done = call(source.c_str(), target.c_str());
             const DWORD error = GetLastError();
@@ -76,22 +71,14 @@ TEST_F(FileSystem, AttributesOfWhatIsNotThere)
 {
     const auto attributes = [](const char* name, const char*) { return BOOL{GetFileAttributesA(name) != INVALID_FILE_ATTRIBUTES}; };
     ExpectErrors({{"none", "", ERROR_FILE_NOT_FOUND},
-                  {"none\\", "", ERROR_FILE_NOT_FOUND},
-                  {"none\\x", "", ERROR_PATH_NOT_FOUND},
-                  {"", "", ERROR_PATH_NOT_FOUND},
-                  {"file\\", "", ERROR_PATH_NOT_FOUND},
-                  {"file\\x", "", ERROR_PATH_NOT_FOUND},
-                  {"*", "", ERROR_INVALID_NAME},
-                  {"sub\\", "", 0},
-                  {"sub\\.", "", 0},
-                  {"SUB//INNER", "", 0},
-                  {"none\\..\\file", "", 0},
+                  {"none\\", "", ERROR_FILE_NOT_FOUND}, {"none\\x", "", ERROR_PATH_NOT_FOUND}, {"", "", ERROR_PATH_NOT_FOUND},
+                  {"file\\", "", ERROR_PATH_NOT_FOUND}, {"file\\x", "", ERROR_PATH_NOT_FOUND}, {"*", "", ERROR_INVALID_NAME},
+                  {"sub\\", "", 0}, {"sub\\.", "", 0}, {"SUB//INNER", "", 0}, {"none\\..\\file", "", 0},
                   {"file ", "", 0}},
                  attributes);
     EXPECT_EQ(DWORD{FILE_ATTRIBUTE_DIRECTORY}, GetFileAttributesA("C:\\"));
     EXPECT_EQ(DWORD{FILE_ATTRIBUTE_DIRECTORY}, GetFileAttributesA("C:"));
-    EXPECT_EQ(INVALID_FILE_ATTRIBUTES, GetFileAttributesA("Q:\\"));
-    EXPECT_EQ(DWORD{ERROR_PATH_NOT_FOUND}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_PATH_NOT_FOUND, INVALID_FILE_ATTRIBUTES == GetFileAttributesA("Q:\\")));
 }
 
 TEST_F(FileSystem, ExtendedAttributesHoldSizeAndTimes)
@@ -100,10 +87,8 @@ TEST_F(FileSystem, ExtendedAttributesHoldSizeAndTimes)
     EXPECT_TRUE(GetFileAttributesExA(At("file").c_str(), GetFileExInfoStandard, &data));
     EXPECT_EQ(5u, data.nFileSizeLow);
     EXPECT_NE(0u, data.ftLastWriteTime.dwHighDateTime);
-    EXPECT_FALSE(GetFileAttributesExA(At("none").c_str(), GetFileExInfoStandard, &data));
-    EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, GetLastError());
-    EXPECT_FALSE(GetFileAttributesExA(At("file").c_str(), GetFileExMaxInfoLevel, &data));
-    EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_FILE_NOT_FOUND, !GetFileAttributesExA(At("none").c_str(), GetFileExInfoStandard, &data)));
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_PARAMETER, !GetFileAttributesExA(At("file").c_str(), GetFileExMaxInfoLevel, &data)));
 }
 
 TEST_F(FileSystem, DeletingRefusesFoldersAndReadOnlyFiles)
@@ -111,12 +96,8 @@ TEST_F(FileSystem, DeletingRefusesFoldersAndReadOnlyFiles)
     SetFileAttributesA(At("other").c_str(), FILE_ATTRIBUTE_READONLY);
     const auto remove = [](const char* name, const char*) { return DeleteFileA(name); };
     ExpectErrors({{"none", "", ERROR_FILE_NOT_FOUND},
-                  {"none\\x", "", ERROR_PATH_NOT_FOUND},
-                  {"", "", ERROR_PATH_NOT_FOUND},
-                  {"sub", "", ERROR_ACCESS_DENIED},
-                  {"other", "", ERROR_ACCESS_DENIED},
-                  {"*", "", ERROR_INVALID_NAME},
-                  {"file\\", "", ERROR_INVALID_NAME},
+                  {"none\\x", "", ERROR_PATH_NOT_FOUND}, {"", "", ERROR_PATH_NOT_FOUND}, {"sub", "", ERROR_ACCESS_DENIED},
+                  {"other", "", ERROR_ACCESS_DENIED}, {"*", "", ERROR_INVALID_NAME}, {"file\\", "", ERROR_INVALID_NAME},
                   {"FILE", "", 0},
                   {"file", "", ERROR_FILE_NOT_FOUND}},
                  remove);
@@ -127,16 +108,10 @@ TEST_F(FileSystem, DeletingRefusesFoldersAndReadOnlyFiles)
 TEST_F(FileSystem, MovingRenamesAndNeverReplaces)
 {
     ExpectErrors({{"none", "b", ERROR_FILE_NOT_FOUND},
-                  {"file", "other", ERROR_ALREADY_EXISTS},
-                  {"file", "sub", ERROR_ALREADY_EXISTS},
-                  {"sub", "other", ERROR_ALREADY_EXISTS},
-                  {"file", "none\\b", ERROR_PATH_NOT_FOUND},
-                  {"", "b", ERROR_PATH_NOT_FOUND},
-                  {"file", "", ERROR_PATH_NOT_FOUND},
-                  {"file\\", "b", ERROR_INVALID_NAME},
-                  {"file", "b\\", ERROR_DIRECTORY},
-                  {"sub", "sub\\x", ERROR_INVALID_PARAMETER},
-                  {"file", "file", 0},
+                  {"file", "other", ERROR_ALREADY_EXISTS}, {"file", "sub", ERROR_ALREADY_EXISTS},
+                  {"sub", "other", ERROR_ALREADY_EXISTS}, {"file", "none\\b", ERROR_PATH_NOT_FOUND},
+                  {"", "b", ERROR_PATH_NOT_FOUND}, {"file", "", ERROR_PATH_NOT_FOUND}, {"file\\", "b", ERROR_INVALID_NAME},
+                  {"file", "b\\", ERROR_DIRECTORY}, {"sub", "sub\\x", ERROR_INVALID_PARAMETER}, {"file", "file", 0},
                   {"file", "b", 0},
                   {"sub\\", "sub2", 0}},
                  [](const char* source, const char* target) { return MoveFileA(source, target); });
@@ -173,12 +148,9 @@ TEST_F(FileSystem, CopyingKeepsAttributesAndTheWriteTime)
 TEST_F(FileSystem, CopyingRefusals)
 {
     ExpectErrors({{"none", "b", ERROR_FILE_NOT_FOUND},
-                  {"none\\x", "b", ERROR_PATH_NOT_FOUND},
-                  {"file", "none\\b", ERROR_PATH_NOT_FOUND},
-                  {"file", "", ERROR_PATH_NOT_FOUND},
-                  {"file", "file", ERROR_SHARING_VIOLATION},
-                  {"file", "sub", ERROR_ACCESS_DENIED},
-                  {"sub", "b", ERROR_ACCESS_DENIED},
+                  {"none\\x", "b", ERROR_PATH_NOT_FOUND}, {"file", "none\\b", ERROR_PATH_NOT_FOUND},
+                  {"file", "", ERROR_PATH_NOT_FOUND}, {"file", "file", ERROR_SHARING_VIOLATION},
+                  {"file", "sub", ERROR_ACCESS_DENIED}, {"sub", "b", ERROR_ACCESS_DENIED},
                   {"file", "other", 0}},
                  [](const char* source, const char* target) { return CopyFileA(source, target, FALSE); });
     ExpectErrors({{"file", "OTHER", ERROR_FILE_EXISTS}}, [](const char* source, const char* target) { return CopyFileA(source, target, TRUE); });
@@ -188,18 +160,12 @@ TEST_F(FileSystem, CopyingRefusals)
 TEST_F(FileSystem, FoldersAreMadeOnceAndRemovedEmpty)
 {
     ExpectErrors({{"sub", "", ERROR_ALREADY_EXISTS},
-                  {"SUB", "", ERROR_ALREADY_EXISTS},
-                  {"file", "", ERROR_ALREADY_EXISTS},
-                  {"none\\x", "", ERROR_PATH_NOT_FOUND},
-                  {"file\\x", "", ERROR_PATH_NOT_FOUND},
-                  {"", "", ERROR_PATH_NOT_FOUND},
-                  {"a*", "", ERROR_INVALID_NAME},
+                  {"SUB", "", ERROR_ALREADY_EXISTS}, {"file", "", ERROR_ALREADY_EXISTS}, {"none\\x", "", ERROR_PATH_NOT_FOUND},
+                  {"file\\x", "", ERROR_PATH_NOT_FOUND}, {"", "", ERROR_PATH_NOT_FOUND}, {"a*", "", ERROR_INVALID_NAME},
                   {"new\\", "", 0}},
                  [](const char* name, const char*) { return CreateDirectoryA(name, nullptr); });
     ExpectErrors({{"sub", "", ERROR_DIR_NOT_EMPTY},
-                  {"file", "", ERROR_DIRECTORY},
-                  {"none", "", ERROR_FILE_NOT_FOUND},
-                  {"none\\x", "", ERROR_PATH_NOT_FOUND},
+                  {"file", "", ERROR_DIRECTORY}, {"none", "", ERROR_FILE_NOT_FOUND}, {"none\\x", "", ERROR_PATH_NOT_FOUND},
                   {"", "", ERROR_INVALID_NAME},
                   {"NEW\\", "", 0}},
                  [](const char* name, const char*) { return RemoveDirectoryA(name); });
@@ -208,13 +174,7 @@ TEST_F(FileSystem, FoldersAreMadeOnceAndRemovedEmpty)
 
 TEST_F(FileSystem, TemporaryNames)
 {
-    struct NameRow
-    {
-        std::string folder;
-        const char* prefix;
-        UINT unique;
-        std::string name;
-    };
+    struct NameRow { std::string folder; const char* prefix; UINT unique; std::string name; };
     const NameRow rows[] = {{At("sub"), "ab", 0x1234, At("sub") + "\\ab1234.tmp"},
                         {At("sub") + "\\", "prefix", 5, At("sub") + "\\pre5.tmp"},
                         {At("sub"), nullptr, 0x12345678, At("sub") + "\\5678.tmp"},
@@ -234,8 +194,7 @@ TEST_F(FileSystem, TemporaryNames)
     EXPECT_NE(number, GetTempFileNameA(At("sub").c_str(), "x", 0, second));
 
     for (const std::string& folder : {At("none"), At("file"), std::string()}) {
-        EXPECT_EQ(0u, GetTempFileNameA(folder.c_str(), "x", 0, buffer)) << folder;
-        EXPECT_EQ(DWORD{ERROR_DIRECTORY}, GetLastError()) << folder;
+        EXPECT_TRUE(FailedWith(ERROR_DIRECTORY, !GetTempFileNameA(folder.c_str(), "x", 0, buffer))) << folder;
     }
 }
 

@@ -1,4 +1,5 @@
 // FileTimesTest.cpp: calendar limits, packed times, times of files.
+#include "support/Failures.h"
 #include "support/Random.h"
 #include "support/Scratch.h"
 
@@ -20,11 +21,7 @@ FILETIME FromSteps(ULONGLONG steps)
 
 TEST(SystemTime, OnlyDatesThatExistConvert)
 {
-    struct Row
-    {
-        SYSTEMTIME time;
-        bool valid;
-    };
+    struct Row { SYSTEMTIME time; bool valid; };
     const Row rows[] = {{{1601, 1, 0, 1, 0, 0, 0, 0}, true},     {{1600, 12, 0, 31, 0, 0, 0, 0}, false},
                         {{2024, 2, 0, 29, 0, 0, 0, 0}, true},    {{2023, 2, 0, 30, 0, 0, 0, 0}, false},
                         {{2100, 2, 0, 28, 0, 0, 0, 0}, true},   {{2000, 2, 0, 29, 0, 0, 0, 0}, true},
@@ -60,8 +57,7 @@ TEST(SystemTime, GoesThereAndBack)
     }
     const FILETIME tooLate = FromSteps(0x8000000000000000);
     SYSTEMTIME calendar;
-    EXPECT_FALSE(FileTimeToSystemTime(&tooLate, &calendar));
-    EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_PARAMETER, !FileTimeToSystemTime(&tooLate, &calendar)));
 }
 
 TEST(DosTime, TwoSecondStepsFrom1980)
@@ -69,8 +65,7 @@ TEST(DosTime, TwoSecondStepsFrom1980)
     const SYSTEMTIME calendar{2019, 12, 0, 31, 13, 14, 15, 999};
     FILETIME time;
     SystemTimeToFileTime(&calendar, &time);
-    WORD date = 0;
-    WORD clock = 0;
+    WORD date = 0, clock = 0;
     EXPECT_TRUE(FileTimeToDosDateTime(&time, &date, &clock));
     EXPECT_EQ(0x4F9F, date);
     EXPECT_EQ(0x69C7, clock);
@@ -79,8 +74,7 @@ TEST(DosTime, TwoSecondStepsFrom1980)
     EXPECT_EQ(Steps(time) - 19'990'000, Steps(back));
 
     const FILETIME tooEarly{};
-    EXPECT_FALSE(FileTimeToDosDateTime(&tooEarly, &date, &clock));
-    EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_PARAMETER, !FileTimeToDosDateTime(&tooEarly, &date, &clock)));
     EXPECT_FALSE(DosDateTimeToFileTime(0, 0, &back));
     EXPECT_FALSE(DosDateTimeToFileTime(0x5A21, 0xFFFF, &back));
     EXPECT_TRUE(DosDateTimeToFileTime(0x21, 0, &back));
@@ -89,8 +83,7 @@ TEST(DosTime, TwoSecondStepsFrom1980)
 TEST(FileTime, LocalAndBackIsTheSame)
 {
     const FILETIME utc{0x12345678, 0x01D00000};
-    FILETIME local;
-    FILETIME back;
+    FILETIME local, back;
     EXPECT_TRUE(FileTimeToLocalFileTime(&utc, &local));
     EXPECT_TRUE(LocalFileTimeToFileTime(&local, &back));
     EXPECT_EQ(0, CompareFileTime(&utc, &back));
@@ -118,6 +111,5 @@ TEST(FileTime, OfAnOpenFile)
     EXPECT_EQ(-1, CompareFileTime(&written, &now));
     CloseHandle(writer);
     CloseHandle(file);
-    EXPECT_FALSE(GetFileTime(INVALID_HANDLE_VALUE, &written, nullptr, nullptr));
-    EXPECT_EQ(DWORD{ERROR_INVALID_HANDLE}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_HANDLE, !GetFileTime(INVALID_HANDLE_VALUE, &written, nullptr, nullptr)));
 }

@@ -1,5 +1,5 @@
 // FilesTest.cpp: opening, share modes, reading and writing, positions, locks.
-#include "support/Rows.h"
+#include "support/Failures.h"
 #include "support/Scratch.h"
 
 using namespace kelgen::test;
@@ -67,58 +67,52 @@ struct OpenRow
 {
     const char* name;
     const char* file;
-    DWORD access;
-    DWORD disposition;
-    DWORD flags;
-    DWORD error;
+    DWORD access, disposition, flags, error;
     const char* contents;  // of file.txt afterwards
 };
 
-class FileOpeningRow : public testing::TestWithParam<OpenRow>
-{};
-
 }  // namespace
 
-TEST_P(FileOpeningRow, SetsTheLastErrorAndKeepsOrEmptiesTheFile)
+TEST(FileOpeningRow, SetsTheLastErrorAndKeepsOrEmptiesTheFile)
 {
-    const OpenRow& row = GetParam();
-    const std::string folder = FilledFolder();
-    EXPECT_EQ(row.error, OpenError(folder + row.file, row.access, kShareAll, row.disposition, row.flags));
-    EXPECT_EQ(row.contents, ReadBytes(folder + "file.txt"));
+    const OpenRow rows[] = {
+        {"Existing", "file.txt", GENERIC_READ, OPEN_EXISTING, 0, 0, "hello"},
+        {"OtherCase", "FILE.TXT", GENERIC_READ, OPEN_EXISTING, 0, 0, "hello"},
+        {"TrailingDotsAndBlanks", "file.txt. .", GENERIC_READ, OPEN_EXISTING, 0, 0, "hello"},
+        {"ThroughMissingFolder", "none/../file.txt", GENERIC_READ, OPEN_EXISTING, 0, 0, "hello"},
+        {"Missing", "none.txt", GENERIC_READ, OPEN_EXISTING, 0, ERROR_FILE_NOT_FOUND, "hello"},
+        {"MissingForQueries", "none.txt", 0, OPEN_EXISTING, 0, ERROR_FILE_NOT_FOUND, "hello"},
+        {"MissingFolder", "none\\x", GENERIC_READ, OPEN_EXISTING, 0, ERROR_PATH_NOT_FOUND, "hello"},
+        {"BelowFile", "file.txt\\x", GENERIC_READ, OPEN_EXISTING, 0, ERROR_PATH_NOT_FOUND, "hello"},
+        {"CreateInMissingFolder", "none\\x", GENERIC_WRITE, CREATE_ALWAYS, 0, ERROR_PATH_NOT_FOUND, "hello"},
+        {"FileWithSlash", "file.txt\\", GENERIC_READ, OPEN_EXISTING, 0, ERROR_INVALID_NAME, "hello"},
+        {"NewWithSlash", "new\\", GENERIC_WRITE, CREATE_ALWAYS, 0, ERROR_INVALID_NAME, "hello"},
+        {"WildCard", "*.txt", GENERIC_READ, OPEN_EXISTING, 0, ERROR_INVALID_NAME, "hello"},
+        {"CreateWildCard", "a?b", GENERIC_WRITE, CREATE_ALWAYS, 0, ERROR_INVALID_NAME, "hello"},
+        {"Folder", "sub", GENERIC_READ, OPEN_EXISTING, 0, ERROR_ACCESS_DENIED, "hello"},
+        {"FolderForQueries", "sub", 0, OPEN_EXISTING, 0, ERROR_ACCESS_DENIED, "hello"},
+        {"FolderAsSuch", "sub\\", GENERIC_READ, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, 0, "hello"},
+        {"CreateOverFolder", "sub", GENERIC_WRITE, CREATE_ALWAYS, 0, ERROR_ACCESS_DENIED, "hello"},
+        {"NewOverFolder", "sub", GENERIC_WRITE, CREATE_NEW, 0, ERROR_FILE_EXISTS, "hello"},
+        {"NewOverFile", "file.txt", GENERIC_WRITE, CREATE_NEW, 0, ERROR_FILE_EXISTS, "hello"},
+        {"NewOverOtherCase", "File.Txt", GENERIC_WRITE, CREATE_NEW, 0, ERROR_FILE_EXISTS, "hello"},
+        {"New", "new", GENERIC_WRITE, CREATE_NEW, 0, 0, "hello"},
+        {"AlwaysNew", "new", GENERIC_WRITE, CREATE_ALWAYS, 0, 0, "hello"},
+        {"AlwaysOver", "file.txt", GENERIC_WRITE, CREATE_ALWAYS, 0, ERROR_ALREADY_EXISTS, ""},
+        {"OpenAlwaysOver", "file.txt", GENERIC_WRITE, OPEN_ALWAYS, 0, ERROR_ALREADY_EXISTS, "hello"},
+        {"OpenAlwaysNew", "new", GENERIC_READ, OPEN_ALWAYS, 0, 0, "hello"},
+        {"Truncate", "file.txt", GENERIC_WRITE, TRUNCATE_EXISTING, 0, 0, ""},
+        {"TruncateMissing", "new", GENERIC_WRITE, TRUNCATE_EXISTING, 0, ERROR_FILE_NOT_FOUND, "hello"},
+        {"NoDisposition", "file.txt", GENERIC_READ, 0, 0, ERROR_INVALID_PARAMETER, "hello"},
+        {"UnknownDisposition", "file.txt", GENERIC_READ, 6, 0, ERROR_INVALID_PARAMETER, "hello"},
+    };
+    for (const OpenRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        const std::string folder = FilledFolder();
+        EXPECT_EQ(row.error, OpenError(folder + row.file, row.access, kShareAll, row.disposition, row.flags));
+        EXPECT_EQ(row.contents, ReadBytes(folder + "file.txt"));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    , FileOpeningRow,
-    testing::Values(OpenRow{"Existing", "file.txt", GENERIC_READ, OPEN_EXISTING, 0, 0, "hello"},
-                    OpenRow{"OtherCase", "FILE.TXT", GENERIC_READ, OPEN_EXISTING, 0, 0, "hello"},
-                    OpenRow{"TrailingDotsAndBlanks", "file.txt. .", GENERIC_READ, OPEN_EXISTING, 0, 0, "hello"},
-                    OpenRow{"ThroughMissingFolder", "none/../file.txt", GENERIC_READ, OPEN_EXISTING, 0, 0, "hello"},
-                    OpenRow{"Missing", "none.txt", GENERIC_READ, OPEN_EXISTING, 0, ERROR_FILE_NOT_FOUND, "hello"},
-                    OpenRow{"MissingForQueries", "none.txt", 0, OPEN_EXISTING, 0, ERROR_FILE_NOT_FOUND, "hello"},
-                    OpenRow{"MissingFolder", "none\\x", GENERIC_READ, OPEN_EXISTING, 0, ERROR_PATH_NOT_FOUND, "hello"},
-                    OpenRow{"BelowFile", "file.txt\\x", GENERIC_READ, OPEN_EXISTING, 0, ERROR_PATH_NOT_FOUND, "hello"},
-                    OpenRow{"CreateInMissingFolder", "none\\x", GENERIC_WRITE, CREATE_ALWAYS, 0, ERROR_PATH_NOT_FOUND, "hello"},
-                    OpenRow{"FileWithSlash", "file.txt\\", GENERIC_READ, OPEN_EXISTING, 0, ERROR_INVALID_NAME, "hello"},
-                    OpenRow{"NewWithSlash", "new\\", GENERIC_WRITE, CREATE_ALWAYS, 0, ERROR_INVALID_NAME, "hello"},
-                    OpenRow{"WildCard", "*.txt", GENERIC_READ, OPEN_EXISTING, 0, ERROR_INVALID_NAME, "hello"},
-                    OpenRow{"CreateWildCard", "a?b", GENERIC_WRITE, CREATE_ALWAYS, 0, ERROR_INVALID_NAME, "hello"},
-                    OpenRow{"Folder", "sub", GENERIC_READ, OPEN_EXISTING, 0, ERROR_ACCESS_DENIED, "hello"},
-                    OpenRow{"FolderForQueries", "sub", 0, OPEN_EXISTING, 0, ERROR_ACCESS_DENIED, "hello"},
-                    OpenRow{"FolderAsSuch", "sub\\", GENERIC_READ, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, 0, "hello"},
-                    OpenRow{"CreateOverFolder", "sub", GENERIC_WRITE, CREATE_ALWAYS, 0, ERROR_ACCESS_DENIED, "hello"},
-                    OpenRow{"NewOverFolder", "sub", GENERIC_WRITE, CREATE_NEW, 0, ERROR_FILE_EXISTS, "hello"},
-                    OpenRow{"NewOverFile", "file.txt", GENERIC_WRITE, CREATE_NEW, 0, ERROR_FILE_EXISTS, "hello"},
-                    OpenRow{"NewOverOtherCase", "File.Txt", GENERIC_WRITE, CREATE_NEW, 0, ERROR_FILE_EXISTS, "hello"},
-                    OpenRow{"New", "new", GENERIC_WRITE, CREATE_NEW, 0, 0, "hello"},
-                    OpenRow{"AlwaysNew", "new", GENERIC_WRITE, CREATE_ALWAYS, 0, 0, "hello"},
-                    OpenRow{"AlwaysOver", "file.txt", GENERIC_WRITE, CREATE_ALWAYS, 0, ERROR_ALREADY_EXISTS, ""},
-                    OpenRow{"OpenAlwaysOver", "file.txt", GENERIC_WRITE, OPEN_ALWAYS, 0, ERROR_ALREADY_EXISTS, "hello"},
-                    OpenRow{"OpenAlwaysNew", "new", GENERIC_READ, OPEN_ALWAYS, 0, 0, "hello"},
-                    OpenRow{"Truncate", "file.txt", GENERIC_WRITE, TRUNCATE_EXISTING, 0, 0, ""},
-                    OpenRow{"TruncateMissing", "new", GENERIC_WRITE, TRUNCATE_EXISTING, 0, ERROR_FILE_NOT_FOUND, "hello"},
-                    OpenRow{"NoDisposition", "file.txt", GENERIC_READ, 0, 0, ERROR_INVALID_PARAMETER, "hello"},
-                    OpenRow{"UnknownDisposition", "file.txt", GENERIC_READ, 6, 0, ERROR_INVALID_PARAMETER, "hello"}),
-    RowName);
 
 TEST(FileOpening, TakesNoEmptyName)
 {
@@ -163,8 +157,7 @@ TEST(FileSharing, NewOpenersMustAgreeWithThoseBefore)
         {"writer beside reader that allows it", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, GENERIC_WRITE, FILE_SHARE_READ, false},
         {"writer beside reader that denies it", GENERIC_READ, FILE_SHARE_READ, GENERIC_WRITE, kShareAll, true},
         {"reader denies the writer before", kBoth, kShareAll, GENERIC_READ, FILE_SHARE_READ, true},
-        {"queries clash with nobody", kBoth, 0, 0, 0, false},
-        {"queries deny nothing", 0, 0, kBoth, 0, false},
+        {"queries clash with nobody", kBoth, 0, 0, 0, false}, {"queries deny nothing", 0, 0, kBoth, 0, false},
         {"attributes are queries", kBoth, 0, FILE_READ_ATTRIBUTES, 0, false},
         {"deleter beside reader that denies it", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, DELETE, kShareAll, true},
         {"deleter beside reader that allows it", GENERIC_READ, kShareAll, DELETE, kShareAll, false},
@@ -193,15 +186,11 @@ TEST(FileSharing, ClosingTheLastDuplicateEndsIt)
 
 TEST(FileSharing, KeepsOpenFilesFromBeingDeletedMovedAndCopied)
 {
-    const std::string folder = FilledFolder();
-    const std::string file = folder + "file.txt";
+    const std::string folder = FilledFolder(), file = folder + "file.txt";
     const OpenedFile opened(file, GENERIC_READ | GENERIC_WRITE, 0);
-    EXPECT_FALSE(DeleteFileA(file.c_str()));
-    EXPECT_EQ(DWORD{ERROR_SHARING_VIOLATION}, GetLastError());
-    EXPECT_FALSE(MoveFileA(file.c_str(), (folder + "b").c_str()));
-    EXPECT_EQ(DWORD{ERROR_SHARING_VIOLATION}, GetLastError());
-    EXPECT_FALSE(CopyFileA(file.c_str(), (folder + "b").c_str(), FALSE));
-    EXPECT_EQ(DWORD{ERROR_SHARING_VIOLATION}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_SHARING_VIOLATION, !DeleteFileA(file.c_str())));
+    EXPECT_TRUE(FailedWith(ERROR_SHARING_VIOLATION, !MoveFileA(file.c_str(), (folder + "b").c_str())));
+    EXPECT_TRUE(FailedWith(ERROR_SHARING_VIOLATION, !CopyFileA(file.c_str(), (folder + "b").c_str(), FALSE)));
     EXPECT_EQ(INVALID_FILE_ATTRIBUTES, GetFileAttributesA((folder + "b").c_str()));
 }
 
@@ -210,11 +199,7 @@ TEST(FileTransfer, NeedsTheRight)
     const std::string file = FilledFolder() + "file.txt";
     char bytes[4] = "abc";
     DWORD done = 9;
-    struct Row
-    {
-        DWORD access;
-        bool mayRead, mayWrite;
-    };
+    struct Row { DWORD access; bool mayRead, mayWrite; };
     for (const Row& row : {Row{0, false, false}, Row{GENERIC_READ, true, false}, Row{GENERIC_WRITE, false, true},
                            Row{GENERIC_READ | GENERIC_WRITE, true, true}, Row{GENERIC_ALL, true, true}}) {
         const OpenedFile opened(file, row.access);
@@ -235,11 +220,9 @@ TEST(FileTransfer, EndAndBadBuffers)
 
     DWORD done = 9;
     SetFilePointer(opened, 0, nullptr, FILE_BEGIN);
-    EXPECT_FALSE(ReadFile(opened, nullptr, 3, &done, nullptr));
-    EXPECT_EQ(DWORD{ERROR_NOACCESS}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_NOACCESS, !ReadFile(opened, nullptr, 3, &done, nullptr)));
     EXPECT_EQ(0u, done);
-    EXPECT_FALSE(ReadFile(nullptr, &done, 3, &done, nullptr));
-    EXPECT_EQ(DWORD{ERROR_INVALID_HANDLE}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_HANDLE, !ReadFile(nullptr, &done, 3, &done, nullptr)));
 
     OVERLAPPED place{};
     place.Offset = 1;
@@ -248,8 +231,7 @@ TEST(FileTransfer, EndAndBadBuffers)
     EXPECT_STREQ("el", bytes);
     EXPECT_EQ(3u, SetFilePointer(opened, 0, nullptr, FILE_CURRENT));
     place.Offset = 50;
-    EXPECT_FALSE(ReadFile(opened, bytes, 2, &done, &place));
-    EXPECT_EQ(DWORD{ERROR_HANDLE_EOF}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_HANDLE_EOF, !ReadFile(opened, bytes, 2, &done, &place)));
 }
 
 TEST(FileTransfer, AppendingIgnoresThePosition)
@@ -270,10 +252,8 @@ TEST(FilePosition, MovesAndRefusals)
     const OpenedFile opened(FilledFolder() + "file.txt", GENERIC_READ | GENERIC_WRITE);
     EXPECT_EQ(3u, SetFilePointer(opened, -2, nullptr, FILE_END));
     SetLastError(0);
-    EXPECT_EQ(INVALID_SET_FILE_POINTER, SetFilePointer(opened, -4, nullptr, FILE_CURRENT));
-    EXPECT_EQ(DWORD{ERROR_NEGATIVE_SEEK}, GetLastError());
-    EXPECT_EQ(INVALID_SET_FILE_POINTER, SetFilePointer(opened, 0, nullptr, 7));
-    EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_NEGATIVE_SEEK, INVALID_SET_FILE_POINTER == SetFilePointer(opened, -4, nullptr, FILE_CURRENT)));
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_PARAMETER, INVALID_SET_FILE_POINTER == SetFilePointer(opened, 0, nullptr, 7)));
     EXPECT_EQ("lo", opened.Read(9)) << "a refused move leaves the position";
 
     LONG high = 0;
@@ -306,16 +286,14 @@ TEST(FileHandles, DuplicatesShareThePositionAndMayHaveFewerRights)
     SetFilePointer(opened, 4, nullptr, FILE_BEGIN);
     EXPECT_EQ(4u, SetFilePointer(reader, 0, nullptr, FILE_CURRENT));
     DWORD done = 0;
-    EXPECT_FALSE(WriteFile(reader, "x", 1, &done, nullptr));
-    EXPECT_EQ(DWORD{ERROR_ACCESS_DENIED}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_ACCESS_DENIED, !WriteFile(reader, "x", 1, &done, nullptr)));
 
     HANDLE moved = nullptr;
     EXPECT_TRUE(DuplicateHandle(GetCurrentProcess(), reader, GetCurrentProcess(), &moved, 0, FALSE,
                                 DUPLICATE_CLOSE_SOURCE | DUPLICATE_SAME_ACCESS));
     EXPECT_EQ(5u, GetFileSize(moved, nullptr));
     EXPECT_TRUE(CloseHandle(moved));
-    EXPECT_FALSE(CloseHandle(moved));
-    EXPECT_EQ(DWORD{ERROR_INVALID_HANDLE}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_HANDLE, !CloseHandle(moved)));
     EXPECT_FALSE(DuplicateHandle(GetCurrentProcess(), nullptr, GetCurrentProcess(), &reader, 0, FALSE, DUPLICATE_SAME_ACCESS));
     EXPECT_EQ(DWORD{ERROR_INVALID_HANDLE}, GetLastError());
 }
@@ -348,17 +326,9 @@ TEST(FileHandles, InformationTellsFilesApart)
 TEST(FileLocks, KeepOtherLockersOut)
 {
     const std::string file = FilledFolder() + "file.txt";
-    const OpenedFile first(file, GENERIC_READ | GENERIC_WRITE);
-    const OpenedFile second(file, GENERIC_READ | GENERIC_WRITE);
+    const OpenedFile first(file, GENERIC_READ | GENERIC_WRITE), second(file, GENERIC_READ | GENERIC_WRITE);
     EXPECT_TRUE(LockFile(first, 0, 0, 3, 0));
-    struct Row
-    {
-        const char* name;
-        HANDLE handle;
-        bool lock;
-        DWORD offset, size;
-        bool granted;
-    };
+    struct Row { const char* name; HANDLE handle; bool lock; DWORD offset, size; bool granted; };
     const Row rows[] = {
         {"our own again", first, true, 0, 3, false},        {"overlap", second, true, 2, 2, false},
         {"neighbour", second, true, 3, 2, true},            {"empty range elsewhere", second, true, 10, 0, true},

@@ -1,4 +1,5 @@
 // FindFileTest.cpp: patterns, order, short names, errors.
+#include "support/Failures.h"
 #include "support/Scratch.h"
 
 using namespace kelgen::test;
@@ -35,33 +36,14 @@ std::string FilledFolder()
 
 TEST(FindFile, PatternsSelectAndSort)
 {
-    struct Row
-    {
-        const char* pattern;
-        const char* found;
-    };
+    struct Row { const char* pattern; const char* found; };
     const Row rows[] = {
         {"*", ". .. .hid ab.c abc azb a_b b.TXT LongName123.text Short.txt Sub x.y.z "},
-        {"*.*", ". .. .hid ab.c abc azb a_b b.TXT LongName123.text Short.txt Sub x.y.z "},
-        {"a*b*", "ab.c abc azb a_b "},
-        {"A??", "abc azb a_b "},
-        {"abc?", "error 2"},
-        {"abc.", "abc "},
-        {"ABC", "abc "},
-        {"sub", "Sub "},
-        {"*.txt", "b.TXT Short.txt "},
-        {"*.txt ", "b.TXT Short.txt "},
-        {"*.t", "error 2"},
-        {"??.?", "ab.c "},
-        {"*y*", "x.y.z "},
-        {"*b", "azb a_b Sub "},
-        {"none", "error 2"},
-        {"*.zzz", "error 2"},
-        {"none\\*", "error 3"},
-        {"none\\x", "error 3"},
-        {"abc\\*", "error 123"},
-        {"Sub\\", "error 2"},
-        {"Sub\\*", ". .. "},
+        {"*.*", ". .. .hid ab.c abc azb a_b b.TXT LongName123.text Short.txt Sub x.y.z "}, {"a*b*", "ab.c abc azb a_b "},
+        {"A??", "abc azb a_b "}, {"abc?", "error 2"}, {"abc.", "abc "}, {"ABC", "abc "}, {"sub", "Sub "},
+        {"*.txt", "b.TXT Short.txt "}, {"*.txt ", "b.TXT Short.txt "}, {"*.t", "error 2"}, {"??.?", "ab.c "}, {"*y*", "x.y.z "},
+        {"*b", "azb a_b Sub "}, {"none", "error 2"}, {"*.zzz", "error 2"}, {"none\\*", "error 3"}, {"none\\x", "error 3"},
+        {"abc\\*", "error 123"}, {"Sub\\", "error 2"}, {"Sub\\*", ". .. "},
     };
     const std::string folder = FilledFolder();
     for (const Row& row : rows)
@@ -100,14 +82,11 @@ TEST(FindFile, HandlesAreOfTheirOwnKind)
 {
     WIN32_FIND_DATAA data;
     for (const HANDLE bad : {HANDLE{nullptr}, INVALID_HANDLE_VALUE}) {
-        EXPECT_FALSE(FindNextFileA(bad, &data));
-        EXPECT_EQ(DWORD{ERROR_INVALID_HANDLE}, GetLastError());
-        EXPECT_FALSE(FindClose(bad));
-        EXPECT_EQ(DWORD{ERROR_INVALID_HANDLE}, GetLastError());
+        EXPECT_TRUE(FailedWith(ERROR_INVALID_HANDLE, !FindNextFileA(bad, &data)));
+        EXPECT_TRUE(FailedWith(ERROR_INVALID_HANDLE, !FindClose(bad)));
     }
     const HANDLE find = FindFirstFileA((FilledFolder() + "*").c_str(), &data);
     ASSERT_NE(INVALID_HANDLE_VALUE, find);
-    EXPECT_FALSE(CloseHandle(find));
-    EXPECT_EQ(DWORD{ERROR_INVALID_HANDLE}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_HANDLE, !CloseHandle(find)));
     EXPECT_TRUE(FindClose(find));
 }

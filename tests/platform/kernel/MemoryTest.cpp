@@ -1,12 +1,15 @@
 // MemoryTest.cpp: blocks by handle, and the heap.
+#include "support/Failures.h"
+
 #include <cstring>
+
+using namespace kelgen::test;
 
 TEST(GlobalMemory, LocksAreCounted)
 {
     const HGLOBAL memory = GlobalAlloc(GHND, 10);
     ASSERT_NE(nullptr, memory);
-    EXPECT_FALSE(GlobalUnlock(memory));
-    EXPECT_EQ(DWORD{ERROR_NOT_LOCKED}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_NOT_LOCKED, !GlobalUnlock(memory)));
     void* const data = GlobalLock(memory);
     EXPECT_EQ(data, GlobalLock(memory));
     EXPECT_EQ(2u, GlobalFlags(memory));
@@ -31,16 +34,13 @@ TEST(GlobalMemory, ResizingKeepsContents)
     EXPECT_EQ(std::string("abcd\0\0", 6), std::string(data, 6));
     EXPECT_EQ(0, data[99'999]);
     GlobalUnlock(memory);
-    EXPECT_EQ(nullptr, GlobalReAlloc(memory, 0, 0));
-    EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_PARAMETER, !GlobalReAlloc(memory, 0, 0)));
     EXPECT_EQ(memory, GlobalReAlloc(memory, 0, GMEM_MOVEABLE));
-    EXPECT_EQ(nullptr, GlobalLock(memory));
-    EXPECT_EQ(DWORD{ERROR_DISCARDED}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_DISCARDED, !GlobalLock(memory)));
     GlobalFree(memory);
 
     memory = GlobalAlloc(GMEM_FIXED, 10);
-    EXPECT_EQ(nullptr, GlobalReAlloc(memory, 1'000'000, 0)) << "a fixed block stays where it is";
-    EXPECT_EQ(DWORD{ERROR_NOT_ENOUGH_MEMORY}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_NOT_ENOUGH_MEMORY, !GlobalReAlloc(memory, 1'000'000, 0))) << "a fixed block stays where it is";
     memory = GlobalReAlloc(memory, 1'000'000, GMEM_MOVEABLE);
     EXPECT_EQ(1'000'000u, GlobalSize(memory));
     GlobalFree(memory);
@@ -60,17 +60,14 @@ TEST(GlobalMemory, EmptyAndNullHandles)
 {
     const HGLOBAL empty = GlobalAlloc(GMEM_MOVEABLE, 0);
     EXPECT_NE(nullptr, empty);
-    EXPECT_EQ(nullptr, GlobalLock(empty));
-    EXPECT_EQ(DWORD{ERROR_DISCARDED}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_DISCARDED, !GlobalLock(empty)));
     EXPECT_EQ(0x4000u, GlobalFlags(empty));
     GlobalFree(empty);
 
     EXPECT_EQ(nullptr, GlobalFree(nullptr));
-    EXPECT_EQ(0u, GlobalSize(nullptr));
-    EXPECT_EQ(DWORD{ERROR_INVALID_HANDLE}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_HANDLE, !GlobalSize(nullptr)));
     EXPECT_EQ(UINT{GMEM_INVALID_HANDLE}, GlobalFlags(nullptr));
-    EXPECT_EQ(nullptr, GlobalReAlloc(nullptr, 5, 0));
-    EXPECT_EQ(DWORD{ERROR_INVALID_HANDLE}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_HANDLE, !GlobalReAlloc(nullptr, 5, 0)));
 }
 
 TEST(Heap, SizesAreExact)

@@ -1,4 +1,5 @@
 // ModulesTest.cpp: module handles and names, procedures, references.
+#include "support/Failures.h"
 #include "support/Scratch.h"
 
 using namespace kelgen::test;
@@ -55,27 +56,20 @@ TEST(Modules, WhatIsNoModule)
     const HMODULE bad = reinterpret_cast<HMODULE>(LONG_PTR{0x1230000});
     char buffer[10];
     HMODULE module = bad;
-    EXPECT_EQ(0u, GetModuleFileNameA(bad, buffer, sizeof buffer));
-    EXPECT_EQ(DWORD{ERROR_MOD_NOT_FOUND}, GetLastError());
-    EXPECT_EQ(nullptr, GetProcAddress(bad, "x"));
-    EXPECT_EQ(DWORD{ERROR_MOD_NOT_FOUND}, GetLastError());
-    EXPECT_FALSE(FreeLibrary(bad));
-    EXPECT_EQ(DWORD{ERROR_MOD_NOT_FOUND}, GetLastError());
-    EXPECT_FALSE(FreeLibrary(nullptr));
-    EXPECT_EQ(DWORD{ERROR_INVALID_HANDLE}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_MOD_NOT_FOUND, !GetModuleFileNameA(bad, buffer, sizeof buffer)));
+    EXPECT_TRUE(FailedWith(ERROR_MOD_NOT_FOUND, !GetProcAddress(bad, "x")));
+    EXPECT_TRUE(FailedWith(ERROR_MOD_NOT_FOUND, !FreeLibrary(bad)));
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_HANDLE, !FreeLibrary(nullptr)));
     EXPECT_FALSE(GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, reinterpret_cast<LPCSTR>(LONG_PTR{16}), &module));
     EXPECT_EQ(nullptr, module);
     for (const char* name : {"nope_zz", "", "nope_zz.dll", "C:\\none\\nope.dll"}) {
         SetLastError(0);
-        EXPECT_EQ(nullptr, GetModuleHandleA(name)) << name;
-        EXPECT_EQ(DWORD{ERROR_MOD_NOT_FOUND}, GetLastError()) << name;
-        EXPECT_EQ(nullptr, LoadLibraryA(name)) << name;
-        EXPECT_EQ(DWORD{ERROR_MOD_NOT_FOUND}, GetLastError()) << name;
+        EXPECT_TRUE(FailedWith(ERROR_MOD_NOT_FOUND, !GetModuleHandleA(name))) << name;
+        EXPECT_TRUE(FailedWith(ERROR_MOD_NOT_FOUND, !LoadLibraryA(name))) << name;
     }
     const std::string text = ScratchFile("text.dll");
     WriteBytes(text, "no library");
-    EXPECT_EQ(nullptr, LoadLibraryA(text.c_str()));
-    EXPECT_EQ(DWORD{ERROR_BAD_EXE_FORMAT}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_BAD_EXE_FORMAT, !LoadLibraryA(text.c_str())));
 }
 
 TEST(Modules, SystemModulesHaveTheSystemsCalls)
@@ -90,8 +84,7 @@ TEST(Modules, SystemModulesHaveTheSystemsCalls)
     EXPECT_LT(tick() - GetTickCount() + 60'000, 120'000u);
     const char* const unknown[] = {"NopeZz", "gettickcount", "", MAKEINTRESOURCEA(60000)};
     for (const char* name : unknown) {
-        EXPECT_EQ(nullptr, GetProcAddress(kernel, name));
-        EXPECT_EQ(DWORD{ERROR_PROC_NOT_FOUND}, GetLastError());
+        EXPECT_TRUE(FailedWith(ERROR_PROC_NOT_FOUND, !GetProcAddress(kernel, name)));
     }
     EXPECT_EQ(kernel, LoadLibraryA("Kernel32.dll"));
     EXPECT_TRUE(FreeLibrary(kernel));

@@ -1,6 +1,10 @@
 // ProcessListTest.cpp: process numbers, modules and snapshots, reached as libraries look them up at run time.
 #include <algorithm>
 
+#include "support/Failures.h"
+
+using namespace kelgen::test;
+
 namespace {
 
 template <class Function>
@@ -62,28 +66,24 @@ TEST(ProcessList, ModulesBeginWithTheProgram)
     EXPECT_EQ(3u, calls.baseName(process, first, shortBuffer.data(), 3));
     EXPECT_EQ(ProgramName().substr(0, 3) + '#', shortBuffer) << "not terminated";
 
-    EXPECT_EQ(0u, calls.baseName(process, first, name, 0));
-    EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_PARAMETER, 0u == calls.baseName(process, first, name, 0)));
     EXPECT_EQ(0u, calls.baseName(process, reinterpret_cast<HMODULE>(LONG_PTR{0x1234}), name, sizeof name));
     EXPECT_EQ(DWORD{ERROR_INVALID_HANDLE}, GetLastError());
     EXPECT_TRUE(CloseHandle(process));
-    EXPECT_FALSE(calls.enumModules(process, &first, sizeof first, &needed));
-    EXPECT_EQ(DWORD{ERROR_INVALID_HANDLE}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_HANDLE, !calls.enumModules(process, &first, sizeof first, &needed)));
 }
 
 TEST(ProcessList, OpeningNeedsAProcessAndModulesNeedBothRights)
 {
     const ProcessCalls calls;
     for (const DWORD id : {DWORD{0}, DWORD{0x7FFFFFFC}}) {
-        EXPECT_EQ(nullptr, OpenProcess(0x410, FALSE, id));
-        EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
+        EXPECT_TRUE(FailedWith(ERROR_INVALID_PARAMETER, !OpenProcess(0x410, FALSE, id)));
     }
     for (const DWORD access : {0x400u, 0x10u}) {
         const HANDLE process = OpenProcess(access, FALSE, GetCurrentProcessId());
         HMODULE module = nullptr;
         DWORD needed = 0;
-        EXPECT_FALSE(calls.enumModules(process, &module, sizeof module, &needed)) << access;
-        EXPECT_EQ(DWORD{ERROR_ACCESS_DENIED}, GetLastError()) << access;
+        EXPECT_TRUE(FailedWith(ERROR_ACCESS_DENIED, !calls.enumModules(process, &module, sizeof module, &needed))) << access;
         CloseHandle(process);
     }
 }
@@ -109,11 +109,9 @@ TEST(ProcessSnapshot, ListsProcessesAndModules)
     EXPECT_TRUE(Process32First(snapshot, &process)) << "walking can begin again";
 
     process.dwSize = 10;
-    EXPECT_FALSE(Process32First(snapshot, &process));
-    EXPECT_EQ(DWORD{ERROR_INSUFFICIENT_BUFFER}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INSUFFICIENT_BUFFER, !Process32First(snapshot, &process)));
     EXPECT_TRUE(CloseHandle(snapshot));
-    EXPECT_EQ(INVALID_HANDLE_VALUE, CreateToolhelp32Snapshot(0, 0));
-    EXPECT_EQ(DWORD{ERROR_CALL_NOT_IMPLEMENTED}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_CALL_NOT_IMPLEMENTED, INVALID_HANDLE_VALUE == CreateToolhelp32Snapshot(0, 0)));
     EXPECT_EQ(INVALID_HANDLE_VALUE, CreateToolhelp32Snapshot(TH32CS_SNAPMODULE, 0x7FFFFFFC));
     EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
 }

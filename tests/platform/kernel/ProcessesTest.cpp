@@ -1,4 +1,5 @@
 // ProcessesTest.cpp: programs started, waited for and ended, and waits over objects of all kinds.
+#include "support/Failures.h"
 #include "support/system/Programs.h"
 #include "support/system/Services.h"
 
@@ -26,8 +27,7 @@ TEST(Processes, EndWhenTerminated)
     DWORD code = 0;
     EXPECT_TRUE(GetExitCodeProcess(GetCurrentProcess(), &code));
     EXPECT_EQ(STILL_ACTIVE, code);
-    EXPECT_FALSE(GetExitCodeProcess(nullptr, &code));
-    EXPECT_EQ(6u, GetLastError());
+    EXPECT_TRUE(FailedWith(6, !GetExitCodeProcess(nullptr, &code)));
 }
 
 TEST(Processes, AreRefusedWithTheReason)

@@ -1,4 +1,5 @@
 // SynchronizationTest.cpp: critical sections, events, mutexes, semaphores, and waits for one and several.
+#include "support/Failures.h"
 #include "support/Threads.h"
 
 #include <atomic>
@@ -116,12 +117,10 @@ TEST(Event, NamesFindTheSameObjectWhileOneHandleIsOpen)
     SetEvent(first.get());
     EXPECT_TRUE(IsSignalled(second));
 
-    EXPECT_EQ(nullptr, CreateMutexA(nullptr, FALSE, "kelgen test event"));
-    EXPECT_EQ(DWORD{ERROR_INVALID_HANDLE}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_HANDLE, !CreateMutexA(nullptr, FALSE, "kelgen test event")));
     first.reset();
     second.reset();
-    EXPECT_EQ(nullptr, OpenEventA(EVENT_ALL_ACCESS, FALSE, "kelgen test event"));
-    EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_FILE_NOT_FOUND, !OpenEventA(EVENT_ALL_ACCESS, FALSE, "kelgen test event")));
 }
 
 TEST(Mutex, BelongsToItsThreadByLevels)
@@ -136,8 +135,7 @@ TEST(Mutex, BelongsToItsThreadByLevels)
     EXPECT_EQ(DWORD{WAIT_TIMEOUT}, waited);
 
     EXPECT_TRUE(ReleaseMutex(mutex.get()));
-    EXPECT_FALSE(ReleaseMutex(mutex.get()));
-    EXPECT_EQ(DWORD{ERROR_NOT_OWNER}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_NOT_OWNER, !ReleaseMutex(mutex.get())));
 }
 
 TEST(Mutex, OfAnEndedThreadIsAbandonedOnce)
@@ -155,13 +153,11 @@ TEST(Semaphore, CountsAndRefusesToPassItsMaximum)
     LONG previous = -1;
     EXPECT_TRUE(ReleaseSemaphore(semaphore.get(), 2, &previous));
     EXPECT_EQ(1, previous);
-    EXPECT_FALSE(ReleaseSemaphore(semaphore.get(), 1, &previous));
-    EXPECT_EQ(DWORD{ERROR_TOO_MANY_POSTS}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_TOO_MANY_POSTS, !ReleaseSemaphore(semaphore.get(), 1, &previous)));
     for (int i = 0; i < 3; ++i)
         EXPECT_TRUE(IsSignalled(semaphore)) << i;
     EXPECT_FALSE(IsSignalled(semaphore));
-    EXPECT_EQ(nullptr, CreateSemaphoreA(nullptr, 4, 3, nullptr));
-    EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_PARAMETER, !CreateSemaphoreA(nullptr, 4, 3, nullptr)));
 }
 
 TEST(Wait, AnyTakesTheLowestIndexOnly)
@@ -195,15 +191,7 @@ TEST(Wait, RefusesBadCountsAndHandles)
 {
     const auto event = NewEvent(true, false);
     const std::vector<HANDLE> many(MAXIMUM_WAIT_OBJECTS + 1, event.get());
-    struct Row
-    {
-        const char* name;
-        DWORD count;
-        std::vector<HANDLE> handles;
-        BOOL all;
-        DWORD result;
-        DWORD error;
-    };
+    struct Row { const char* name; DWORD count; std::vector<HANDLE> handles; BOOL all; DWORD result, error; };
     const HANDLE one = event.get();
     const Row rows[] = {
         {"none", 0, {one}, FALSE, WAIT_FAILED, ERROR_INVALID_PARAMETER},

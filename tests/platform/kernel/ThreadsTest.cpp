@@ -1,4 +1,5 @@
 // ThreadsTest.cpp: a thread's life as its handle shows it, and values of each thread's own.
+#include "support/Failures.h"
 #include "support/Threads.h"
 
 #include <atomic>
@@ -8,8 +9,7 @@ using namespace kelgen::test;
 TEST(Thread, SuspendedOneBeginsWhenItsCountReachesZero)
 {
     std::atomic<bool> ran{false};
-    const auto thread = StartThread(
-        [&ran]() -> DWORD {
+    const auto thread = StartThread([&ran]() -> DWORD {
             ran = true;
             return 7;
         },
@@ -31,8 +31,7 @@ TEST(Thread, RunsUntilItEndsAndReportsItsId)
     const OwnedHandle go(CreateEventA(nullptr, TRUE, FALSE, nullptr));
     std::atomic<DWORD> own{0};
     DWORD id = 0;
-    const auto thread = StartThread(
-        [&]() -> DWORD {
+    const auto thread = StartThread([&]() -> DWORD {
             own = GetCurrentThreadId();
             WaitForSingleObject(go.get(), kDeadline);
             ExitThread(11);
@@ -91,8 +90,6 @@ TEST(ThreadStorage, ValuesAreEachThreadsOwnAndAReusedIndexIsEmpty)
 
 TEST(ThreadStorage, BadIndexesFail)
 {
-    EXPECT_FALSE(TlsSetValue(0xFFFFFFF0, nullptr));
-    EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
-    EXPECT_FALSE(TlsFree(0xFFFFFFF0));
-    EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_PARAMETER, !TlsSetValue(0xFFFFFFF0, nullptr)));
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_PARAMETER, !TlsFree(0xFFFFFFF0)));
 }

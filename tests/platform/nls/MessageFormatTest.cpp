@@ -1,6 +1,5 @@
 // MessageFormatTest.cpp: numbered inserts, escapes, buffers and the system's texts.
 #include <kelgen/platform/WideText.h>
-#include <kelgen/platform/Win32.h>
 
 using kelgen::AsWide;
 

@@ -1,6 +1,5 @@
 // NarrowPrintfTest.cpp: where narrow formatting differs from wide: which texts are wide, and wide units without a narrow form.
 #include <kelgen/platform/WideText.h>
-#include <kelgen/platform/Win32.h>
 
 using kelgen::AsWide;
 

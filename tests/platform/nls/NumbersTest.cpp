@@ -1,15 +1,12 @@
 // NumbersTest.cpp: number parsing and spelling by the runtime's rules, and the narrow text functions beside them.
 #include <kelgen/platform/WideText.h>
-#include <kelgen/platform/Win32.h>
 
-#include "support/Rows.h"
 
 #include <cerrno>
 #include <climits>
 #include <cmath>
 
 using kelgen::AsWide;
-using kelgen::test::RowName;
 
 struct IntegerRow
 {
@@ -22,45 +19,36 @@ struct IntegerRow
     int used;
 };
 
-class WideInteger : public testing::TestWithParam<IntegerRow>
-{};
-
-TEST_P(WideInteger, ParsesAsTheRuntimeDoes)
+TEST(WideInteger, ParsesAsTheRuntimeDoes)
 {
-    const IntegerRow& row = GetParam();
-    const WCHAR* text = AsWide(row.text);
-    WCHAR* end = nullptr;
-    EXPECT_EQ(row.signedValue, wcstol(text, &end, row.base));
-    EXPECT_EQ(row.used, end - text);
-    EXPECT_EQ(row.unsignedValue, wcstoul(text, &end, row.base));
-    EXPECT_EQ(row.signed64, _wcstoi64(text, &end, row.base));
-    EXPECT_EQ(row.used, end - text);
-    if (row.base == 10) {
-        EXPECT_EQ(row.signedValue, _wtoi(text));
+    const IntegerRow rows[] = {
+        {"HexadecimalByPrefix", u"0x1f"_w, 0, 31, 31, 31, 4}, {"HexadecimalPrefix", u"0X1Fg"_w, 16, 31, 31, 31, 4},
+        {"PrefixWithoutDigits", u"0xg"_w, 16, 0, 0, 0, 0}, {"OctalByPrefix", u"017"_w, 0, 15, 15, 15, 3},
+        {"OctalStopsAtEight", u"08"_w, 0, 0, 0, 0, 1}, {"WhiteSpaceAndSign", u" \t\n\v\f\r-5x"_w, 10, -5, 0xFFFFFFFB, -5, 8},
+        {"OneSignOnly", u"+-5"_w, 10, 0, 0, 0, 0}, {"Nothing", u""_w, 10, 0, 0, 0, 0},
+        {"BeyondTheLimit", u"99999999999"_w, 10, INT_MAX, UINT_MAX, 99999999999, 11},
+        {"BelowTheLimit", u"-99999999999"_w, 10, INT_MIN, 1, -99999999999, 12},
+        {"LowestNumber", u"-2147483648"_w, 10, INT_MIN, 0x80000000, -2147483648LL, 11},
+        {"OneAboveTheHighest", u"2147483648"_w, 10, INT_MAX, 0x80000000, 2147483648LL, 10},
+        {"HighestUnsigned", u"4294967295"_w, 10, INT_MAX, 0xFFFFFFFF, 4294967295LL, 10},
+        {"Base36", u"zZ"_w, 36, 1295, 1295, 1295, 2}, {"Base2StopsAtTwo", u"12"_w, 2, 1, 1, 1, 1},
+        {"ArabicDigit", u"\u0665"_w, 10, 5, 5, 5, 1}, {"WideDigit", u"\uFF11\uFF12"_w, 10, 12, 12, 12, 2},
+        {"WideSpaces", u"\u3000\u00A0" u"5"_w, 10, 5, 5, 5, 3},
+    };
+    for (const IntegerRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        const WCHAR* text = AsWide(row.text);
+        WCHAR* end = nullptr;
+        EXPECT_EQ(row.signedValue, wcstol(text, &end, row.base));
+        EXPECT_EQ(row.used, end - text);
+        EXPECT_EQ(row.unsignedValue, wcstoul(text, &end, row.base));
+        EXPECT_EQ(row.signed64, _wcstoi64(text, &end, row.base));
+        EXPECT_EQ(row.used, end - text);
+        if (row.base == 10) {
+            EXPECT_EQ(row.signedValue, _wtoi(text));
+        }
     }
 }
-
-// clang-format off
-INSTANTIATE_TEST_SUITE_P(, WideInteger, testing::Values(
-    IntegerRow{"HexadecimalByPrefix",   u"0x1f"_w, 0, 31, 31, 31, 4},
-    IntegerRow{"HexadecimalPrefix",     u"0X1Fg"_w, 16, 31, 31, 31, 4},
-    IntegerRow{"PrefixWithoutDigits",   u"0xg"_w, 16, 0, 0, 0, 0},
-    IntegerRow{"OctalByPrefix",         u"017"_w, 0, 15, 15, 15, 3},
-    IntegerRow{"OctalStopsAtEight",     u"08"_w, 0, 0, 0, 0, 1},
-    IntegerRow{"WhiteSpaceAndSign",     u" \t\n\v\f\r-5x"_w, 10, -5, 0xFFFFFFFB, -5, 8},
-    IntegerRow{"OneSignOnly",           u"+-5"_w, 10, 0, 0, 0, 0},
-    IntegerRow{"Nothing",               u""_w, 10, 0, 0, 0, 0},
-    IntegerRow{"BeyondTheLimit",        u"99999999999"_w, 10, INT_MAX, UINT_MAX, 99999999999, 11},
-    IntegerRow{"BelowTheLimit",         u"-99999999999"_w, 10, INT_MIN, 1, -99999999999, 12},
-    IntegerRow{"LowestNumber",          u"-2147483648"_w, 10, INT_MIN, 0x80000000, -2147483648LL, 11},
-    IntegerRow{"OneAboveTheHighest",    u"2147483648"_w, 10, INT_MAX, 0x80000000, 2147483648LL, 10},
-    IntegerRow{"HighestUnsigned",       u"4294967295"_w, 10, INT_MAX, 0xFFFFFFFF, 4294967295LL, 10},
-    IntegerRow{"Base36",                u"zZ"_w, 36, 1295, 1295, 1295, 2},
-    IntegerRow{"Base2StopsAtTwo",       u"12"_w, 2, 1, 1, 1, 1},
-    IntegerRow{"ArabicDigit",           u"\u0665"_w, 10, 5, 5, 5, 1},
-    IntegerRow{"WideDigit",             u"\uFF11\uFF12"_w, 10, 12, 12, 12, 2},
-    IntegerRow{"WideSpaces",            u"\u3000\u00A0" u"5"_w, 10, 5, 5, 5, 3}), RowName);
-// clang-format on
 
 TEST(WideNumbers, BadBaseFailsAndLeavesTheEnd)
 {
@@ -88,41 +76,26 @@ TEST(WideNumbers, SixtyFourBitLimits)
     EXPECT_EQ(-12, _atoi64(" -12x"));
 }
 
-struct RealRow
-{
-    const char* name;
-    const unsigned short* text;
-    double value;
-    int used;
-};
+struct RealRow { const char* name; const unsigned short* text; double value; int used; };
 
-class WideReal : public testing::TestWithParam<RealRow>
-{};
-
-TEST_P(WideReal, ParsesAsTheRuntimeDoes)
+TEST(WideReal, ParsesAsTheRuntimeDoes)
 {
-    const RealRow& row = GetParam();
-    WCHAR* end = nullptr;
-    EXPECT_EQ(row.value, wcstod(AsWide(row.text), &end));
-    EXPECT_EQ(row.used, end - AsWide(row.text));
-    EXPECT_EQ(row.value, _wtof(AsWide(row.text)));
+    const RealRow rows[] = {
+        {"Exponent", u"1e5x"_w, 1e5, 3}, {"PointFirst", u" -.5e-3"_w, -0.0005, 7}, {"PointLast", u"5.x"_w, 5, 2},
+        {"PointAlone", u"."_w, 0, 0}, {"ExponentNeedsDigits", u"1e+x"_w, 1, 1}, {"CommaEnds", u"1,5"_w, 1, 1},
+        {"TwoSigns", u"+-3"_w, 0, 0}, {"Rounded", u"9007199254740993"_w, 9007199254740992, 16},
+        {"ManyDigits", u"123456789012345678901234567890"_w, 123456789012345678901234567890.0, 30},
+        {"TooLarge", u"-1e400"_w, -HUGE_VAL, 6}, {"TooSmall", u"1e-400"_w, 0, 6},
+        {"SmallestDenormal", u"4.9e-324"_w, 4.9406564584124654e-324, 8},
+    };
+    for (const RealRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        WCHAR* end = nullptr;
+        EXPECT_EQ(row.value, wcstod(AsWide(row.text), &end));
+        EXPECT_EQ(row.used, end - AsWide(row.text));
+        EXPECT_EQ(row.value, _wtof(AsWide(row.text)));
+    }
 }
-
-// clang-format off
-INSTANTIATE_TEST_SUITE_P(, WideReal, testing::Values(
-    RealRow{"Exponent",            u"1e5x"_w, 1e5, 3},
-    RealRow{"PointFirst",          u" -.5e-3"_w, -0.0005, 7},
-    RealRow{"PointLast",           u"5.x"_w, 5, 2},
-    RealRow{"PointAlone",          u"."_w, 0, 0},
-    RealRow{"ExponentNeedsDigits", u"1e+x"_w, 1, 1},
-    RealRow{"CommaEnds",           u"1,5"_w, 1, 1},
-    RealRow{"TwoSigns",            u"+-3"_w, 0, 0},
-    RealRow{"Rounded",             u"9007199254740993"_w, 9007199254740992, 16},
-    RealRow{"ManyDigits",          u"123456789012345678901234567890"_w, 123456789012345678901234567890.0, 30},
-    RealRow{"TooLarge",            u"-1e400"_w, -HUGE_VAL, 6},
-    RealRow{"TooSmall",            u"1e-400"_w, 0, 6},
-    RealRow{"SmallestDenormal",    u"4.9e-324"_w, 4.9406564584124654e-324, 8}), RowName);
-// clang-format on
 
 TEST(WideNumbers, WordsAreNoNumbers)
 {

@@ -1,6 +1,4 @@
 // PrintfRoundingTest.cpp: floating-point numbers against their exact digits, rounded by hand.
-#include <kelgen/platform/Win32.h>
-
 #include "support/Random.h"
 
 #include <algorithm>
@@ -11,7 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-using kelgen::test::Random;
+using namespace kelgen::test;
 
 namespace {
 

@@ -1,17 +1,14 @@
 // WideRuntimeTest.cpp: the block-wise text functions against obvious models, and the runtime's comparison results.
 #include <kelgen/platform/WideText.h>
-#include <kelgen/platform/Win32.h>
 
 #include "support/Random.h"
-#include "support/Rows.h"
 
 #include <algorithm>
 #include <climits>
 #include <clocale>
 
 using kelgen::AsWide;
-using kelgen::test::Random;
-using kelgen::test::RowName;
+using namespace kelgen::test;
 
 namespace {
 
@@ -68,10 +65,8 @@ TEST(WideRuntime, SearchesEqualTheModel)
 {
     Random random;
     for (int round = 0; round < 20000; ++round) {
-        const int length = random.Between(0, round % 10 == 0 ? 700 : 40);
-        const int letters = random.Between(1, 7);
-        ExactText text(random, length, letters);
-        ExactText sought(random, random.Between(0, 4), letters);
+        const int length = random.Between(0, round % 10 == 0 ? 700 : 40), letters = random.Between(1, 7);
+        ExactText text(random, length, letters), sought(random, random.Between(0, 4), letters);
         const WCHAR* first = text.Text();
         const WCHAR* end = first + length;
         const WCHAR unit = *ExactText(random, 1, 7).Text();
@@ -160,39 +155,27 @@ TEST(WideRuntime, AppendsBehindTheTerminator)
     EXPECT_EQ(nullptr, _wcsdup(nullptr));
 }
 
-struct CompareRow
-{
-    const char* name;
-    const unsigned short* left;
-    const unsigned short* right;
-    int noCase;
-    int collated;
-};
+struct CompareRow { const char* name; const unsigned short* left; const unsigned short* right; int noCase, collated; };
 
-class WideComparison : public testing::TestWithParam<CompareRow>
-{};
-
-TEST_P(WideComparison, FollowsTheRuntimeInItsFirstLocale)
+TEST(WideComparison, FollowsTheRuntimeInItsFirstLocale)
 {
-    const WCHAR* left = AsWide(GetParam().left);
-    const WCHAR* right = AsWide(GetParam().right);
-    EXPECT_EQ(GetParam().noCase, _wcsicmp(left, right));
-    EXPECT_EQ(GetParam().noCase, _wcsicoll(left, right));
-    EXPECT_EQ(GetParam().collated, wcscoll(left, right));
-    EXPECT_EQ(GetParam().collated, wcscmp(left, right));
+    const CompareRow rows[] = {
+        {"LettersFold", u"ABC"_w, u"abc"_w, 0, -1}, {"LetterBeforeUnderscoreWhenFolded", u"A"_w, u"_"_w, 2, -1},
+        {"SmallBeforeCapital", u"a"_w, u"B"_w, -1, 1}, {"AccentsDoNotFold", u"\u00E9"_w, u"\u00C9"_w, 32, 1},
+        {"GreekDoesNotFold", u"\u03B1"_w, u"\u0391"_w, 32, 1}, {"PrefixIsLess", u""_w, u"a"_w, -97, -1},
+        {"LongerIsGreater", u"abcd"_w, u"abc"_w, 100, 1}, {"HyphenCounts", u"co-op"_w, u"coop"_w, -66, -1},
+        {"UnitsAreUnsigned", u"\uFFFF"_w, u"a"_w, 0xFFFF - 'a', 1},
+    };
+    for (const CompareRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        const WCHAR* left = AsWide(row.left);
+        const WCHAR* right = AsWide(row.right);
+        EXPECT_EQ(row.noCase, _wcsicmp(left, right));
+        EXPECT_EQ(row.noCase, _wcsicoll(left, right));
+        EXPECT_EQ(row.collated, wcscoll(left, right));
+        EXPECT_EQ(row.collated, wcscmp(left, right));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(, WideComparison,
-                         testing::Values(CompareRow{"LettersFold", u"ABC"_w, u"abc"_w, 0, -1},
-                                         CompareRow{"LetterBeforeUnderscoreWhenFolded", u"A"_w, u"_"_w, 2, -1},
-                                         CompareRow{"SmallBeforeCapital", u"a"_w, u"B"_w, -1, 1},
-                                         CompareRow{"AccentsDoNotFold", u"\u00E9"_w, u"\u00C9"_w, 32, 1},
-                                         CompareRow{"GreekDoesNotFold", u"\u03B1"_w, u"\u0391"_w, 32, 1},
-                                         CompareRow{"PrefixIsLess", u""_w, u"a"_w, -97, -1},
-                                         CompareRow{"LongerIsGreater", u"abcd"_w, u"abc"_w, 100, 1},
-                                         CompareRow{"HyphenCounts", u"co-op"_w, u"coop"_w, -66, -1},
-                                         CompareRow{"UnitsAreUnsigned", u"\uFFFF"_w, u"a"_w, 0xFFFF - 'a', 1}),
-                         RowName);
 
 TEST(WideRuntime, LimitedCollationGivesDifferences)
 {

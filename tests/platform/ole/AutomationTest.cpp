@@ -1,6 +1,5 @@
 // AutomationTest.cpp: counted strings, variants, arrays and dates as hosts exchange them.
 #include <kelgen/platform/WideText.h>
-#include <kelgen/platform/Win32.h>
 
 #include <cstring>
 
@@ -65,8 +64,7 @@ TEST(SystemString, KeepsZerosAndItsLength)
 
 TEST(Variant, CopyOwnsItsText)
 {
-    VARIANT source = TextVariant("kept");
-    VARIANT copy = NumberVariant(1);
+    VARIANT source = TextVariant("kept"), copy = NumberVariant(1);
     EXPECT_EQ(S_OK, VariantCopy(&copy, &source));
     EXPECT_NE(source.bstrVal, copy.bstrVal);
     EXPECT_EQ(S_OK, VariantCopy(&copy, &copy));
@@ -82,34 +80,20 @@ TEST(Variant, CopyOwnsItsText)
 
 TEST(Variant, ChangesBetweenNumbersAndText)
 {
-    struct Row
-    {
-        VARIANT source;
-        VARTYPE type;
-        HRESULT result;
-        LONG number;
-        const char* text;
-    };
+    struct Row { VARIANT source; VARTYPE type; HRESULT result; LONG number; const char* text; };
     VARIANT truth = NumberVariant(0);
     truth.vt = VT_BOOL;
     truth.boolVal = VARIANT_TRUE;
     const Row rows[] = {
-        {TextVariant("42"), VT_I4, S_OK, 42, ""},
-        {TextVariant(" -7 "), VT_I4, S_OK, -7, ""},
-        {TextVariant("abc"), VT_I4, DISP_E_TYPEMISMATCH, 0, ""},
-        {TextVariant(""), VT_I4, DISP_E_TYPEMISMATCH, 0, ""},
-        {NumberVariant(2.5), VT_I4, S_OK, 2, ""},
-        {NumberVariant(3.5), VT_I4, S_OK, 4, ""},
-        {NumberVariant(1e10), VT_I4, DISP_E_OVERFLOW, 0, ""},
-        {NumberVariant(1.5), VT_BSTR, S_OK, 0, "1.5"},
-        {truth, VT_BSTR, S_OK, 0, "-1"},
-        {truth, VT_I4, S_OK, -1, ""},
-        {NumberVariant(2147483647), VT_I4, S_OK, 2147483647, ""},
+        {TextVariant("42"), VT_I4, S_OK, 42, ""}, {TextVariant(" -7 "), VT_I4, S_OK, -7, ""},
+        {TextVariant("abc"), VT_I4, DISP_E_TYPEMISMATCH, 0, ""}, {TextVariant(""), VT_I4, DISP_E_TYPEMISMATCH, 0, ""},
+        {NumberVariant(2.5), VT_I4, S_OK, 2, ""}, {NumberVariant(3.5), VT_I4, S_OK, 4, ""},
+        {NumberVariant(1e10), VT_I4, DISP_E_OVERFLOW, 0, ""}, {NumberVariant(1.5), VT_BSTR, S_OK, 0, "1.5"},
+        {truth, VT_BSTR, S_OK, 0, "-1"}, {truth, VT_I4, S_OK, -1, ""}, {NumberVariant(2147483647), VT_I4, S_OK, 2147483647, ""},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(&row - rows);
-        VARIANT source = row.source;
-        VARIANT changed;
+        VARIANT source = row.source, changed;
         VariantInit(&changed);
         ASSERT_EQ(row.result, VariantChangeType(&changed, &source, 0, row.type));
         if (SUCCEEDED(row.result)) {
@@ -136,8 +120,7 @@ TEST(SafeArray, GivesElementsOutAsTheCallersOwn)
     EXPECT_EQ(std::string("x\0y", 3), Narrow(read));
     SysFreeString(read);
 
-    LONG low = 0;
-    LONG high = 0;
+    LONG low = 0, high = 0;
     EXPECT_EQ(S_OK, SafeArrayGetLBound(array, 1, &low));
     EXPECT_EQ(S_OK, SafeArrayGetUBound(array, 1, &high));
     EXPECT_EQ(-1, low);
@@ -170,8 +153,7 @@ TEST(SafeArray, FirstIndexMovesFastest)
     ASSERT_EQ(2u, SafeArrayGetDim(array));
     for (LONG second = 10; second < 13; ++second) {
         for (LONG first = 0; first < 2; ++first) {
-            LONG indices[] = {first, second};
-            LONG value = first + 100 * second;
+            LONG indices[] = {first, second}, value = first + 100 * second;
             ASSERT_EQ(S_OK, SafeArrayPutElement(array, indices, &value));
         }
     }
@@ -190,16 +172,10 @@ TEST(SafeArray, FirstIndexMovesFastest)
 
 TEST(VariantTime, CountsFromTheEndOf1899)
 {
-    struct Row
-    {
-        SYSTEMTIME time;
-        double date;
-    };
+    struct Row { SYSTEMTIME time; double date; };
     const Row rows[] = {
-        {{1899, 12, 6, 30, 0, 0, 0, 0}, 0.0},
-        {{2020, 2, 6, 29, 12, 30, 15, 0}, 43890.5210069444},
-        {{1899, 12, 5, 29, 6, 0, 0, 0}, -1.25},
-        {{9999, 12, 5, 31, 23, 59, 59, 0}, 2958465.99998843},
+        {{1899, 12, 6, 30, 0, 0, 0, 0}, 0.0}, {{2020, 2, 6, 29, 12, 30, 15, 0}, 43890.5210069444},
+        {{1899, 12, 5, 29, 6, 0, 0, 0}, -1.25}, {{9999, 12, 5, 31, 23, 59, 59, 0}, 2958465.99998843},
     };
     for (const Row& row : rows) {
         SYSTEMTIME time = row.time;
@@ -210,10 +186,8 @@ TEST(VariantTime, CountsFromTheEndOf1899)
         ASSERT_TRUE(VariantTimeToSystemTime(date, &back)) << row.date;
         EXPECT_EQ(0, std::memcmp(&row.time, &back, sizeof back)) << row.date;
     }
-    SYSTEMTIME pastTheMonth{2021, 2, 0, 29, 0, 0, 0, 0};
-    SYSTEMTIME next{2021, 3, 0, 1, 0, 0, 0, 0};
-    double date = 0;
-    double expected = 0;
+    SYSTEMTIME pastTheMonth{2021, 2, 0, 29, 0, 0, 0, 0}, next{2021, 3, 0, 1, 0, 0, 0, 0};
+    double date = 0, expected = 0;
     EXPECT_TRUE(SystemTimeToVariantTime(&pastTheMonth, &date));
     EXPECT_TRUE(SystemTimeToVariantTime(&next, &expected));
     EXPECT_EQ(expected, date);

@@ -1,5 +1,5 @@
 // PrivateProfileTest.cpp: reading, writing and listing of initialization files.
-#include "support/Rows.h"
+#include "support/Failures.h"
 #include "support/Scratch.h"
 
 using namespace kelgen::test;
@@ -7,9 +7,7 @@ using namespace std::string_literals;
 
 namespace {
 
-const std::string kFile =
-    "; head\r\n"
-    "[a]\r\nk=v\r\nempty=\r\nblank=   \r\nnoeq\r\n;c=1\r\n ; d=2\r\n"
+const std::string kFile = "; head\r\n" "[a]\r\nk=v\r\nempty=\r\nblank=   \r\nnoeq\r\n;c=1\r\n ; d=2\r\n"
     "q='x'\r\nq2=\"x'\r\nq3=\"\"\r\nq4=\"\r\nq5=\" a \"\r\nq6=\"a\" b\r\n"
     "  ind  =  z  \r\n=nokey\r\nk=second\r\ntab\t=\ty\t\r\ncom=v ; c\r\n"
     "[ sp ace ]\r\nk=1\r\n[b] trailing\nk=2\n[unclosed\nx=3\n  [ind]\r\nk=4\r\n[]\r\nk=5\r\n[a]\r\nz=late\r\n[x]y]\r\nk=6";
@@ -28,59 +26,36 @@ std::pair<DWORD, std::string> ListOf(DWORD size, Call call)
 
 }  // namespace
 
-struct ValueRow
-{
-    const char* name;
-    const char* section;
-    const char* key;
-    const char* fallback;
-    std::string value;
-};
+struct ValueRow { const char* name; const char* section; const char* key; const char* fallback; std::string value; };
 
-class ProfileValue : public testing::TestWithParam<ValueRow> {};
-
-TEST_P(ProfileValue, IsReadWithoutBlanksAndQuotes)
+TEST(ProfileValue, IsReadWithoutBlanksAndQuotes)
 {
-    const std::string file = ScratchFile("test.ini");
-    WriteBytes(file, kFile);
-    char buffer[50] = "####";
-    SetLastError(777);
-    const DWORD length = GetPrivateProfileStringA(GetParam().section, GetParam().key, GetParam().fallback, buffer, sizeof buffer, file.c_str());
-    EXPECT_EQ(GetParam().value, buffer);
-    EXPECT_EQ(GetParam().value.size(), length);
-    EXPECT_EQ(0u, GetLastError());
+    const ValueRow rows[] = {
+        {"First", "a", "k", "-", "v"}, {"OtherCase", "A", "K", "-", "v"}, {"BlanksInNames", " a ", " k ", "-", "v"},
+        {"Empty", "a", "empty", "-", ""}, {"Blank", "a", "blank", "-", ""}, {"NoEqualSign", "a", "noeq", "-", "-"},
+        {"Comment", "a", ";c", "-", "1"}, {"SingleQuotes", "a", "q", "-", "x"}, {"QuotesDiffer", "a", "q2", "-", "\"x'"},
+        {"OnlyQuotes", "a", "q3", "-", ""}, {"OneQuote", "a", "q4", "-", "\""}, {"BlanksInQuotes", "a", "q5", "-", " a "},
+        {"QuotesInside", "a", "q6", "-", "\"a\" b"}, {"BlanksAround", "a", "ind", "-", "z"}, {"EmptyKey", "a", "", "-", "nokey"},
+        {"Tabs", "a", "tab", "-", "y"}, {"SemicolonInValue", "a", "com", "-", "v ; c"},
+        {"SectionWithBlanks", "sp ace", "k", "-", "1"}, {"TextAfterBracket", "b", "k", "-", "2"},
+        {"UnclosedBracket", "unclosed", "x", "-", "-"}, {"BelowUnclosed", "b", "x", "-", "3"},
+        {"IndentedSection", "ind", "k", "-", "4"}, {"NamelessSection", "", "k", "-", "-"}, {"SectionAgain", "a", "z", "-", "-"},
+        {"LastBracketCounts", "x]y", "k", "-", "6"}, {"DefaultTrimmed", "a", "none", "  l t \t ", "  l t \t"},
+        {"DefaultUnquoted", "a", "none", "\"quoted\"", "quoted"}, {"DefaultNull", "a", "none", nullptr, ""},
+        {"SectionMissing", "none", nullptr, "-", "-"},
+    };
+    for (const ValueRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        const std::string file = ScratchFile("test.ini");
+        WriteBytes(file, kFile);
+        char buffer[50] = "####";
+        SetLastError(777);
+        const DWORD length = GetPrivateProfileStringA(row.section, row.key, row.fallback, buffer, sizeof buffer, file.c_str());
+        EXPECT_EQ(row.value, buffer);
+        EXPECT_EQ(row.value.size(), length);
+        EXPECT_EQ(0u, GetLastError());
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(, ProfileValue, testing::Values(
-    ValueRow{"First",             "a", "k", "-", "v"},
-    ValueRow{"OtherCase",         "A", "K", "-", "v"},
-    ValueRow{"BlanksInNames",     " a ", " k ", "-", "v"},
-    ValueRow{"Empty",             "a", "empty", "-", ""},
-    ValueRow{"Blank",             "a", "blank", "-", ""},
-    ValueRow{"NoEqualSign",       "a", "noeq", "-", "-"},
-    ValueRow{"Comment",           "a", ";c", "-", "1"},
-    ValueRow{"SingleQuotes",      "a", "q", "-", "x"},
-    ValueRow{"QuotesDiffer",      "a", "q2", "-", "\"x'"},
-    ValueRow{"OnlyQuotes",        "a", "q3", "-", ""},
-    ValueRow{"OneQuote",          "a", "q4", "-", "\""},
-    ValueRow{"BlanksInQuotes",    "a", "q5", "-", " a "},
-    ValueRow{"QuotesInside",      "a", "q6", "-", "\"a\" b"},
-    ValueRow{"BlanksAround",      "a", "ind", "-", "z"},
-    ValueRow{"EmptyKey",          "a", "", "-", "nokey"},
-    ValueRow{"Tabs",              "a", "tab", "-", "y"},
-    ValueRow{"SemicolonInValue",  "a", "com", "-", "v ; c"},
-    ValueRow{"SectionWithBlanks", "sp ace", "k", "-", "1"},
-    ValueRow{"TextAfterBracket",  "b", "k", "-", "2"},
-    ValueRow{"UnclosedBracket",   "unclosed", "x", "-", "-"},
-    ValueRow{"BelowUnclosed",     "b", "x", "-", "3"},
-    ValueRow{"IndentedSection",   "ind", "k", "-", "4"},
-    ValueRow{"NamelessSection",   "", "k", "-", "-"},
-    ValueRow{"SectionAgain",      "a", "z", "-", "-"},
-    ValueRow{"LastBracketCounts", "x]y", "k", "-", "6"},
-    ValueRow{"DefaultTrimmed",    "a", "none", "  l t \t ", "  l t \t"},
-    ValueRow{"DefaultUnquoted",   "a", "none", "\"quoted\"", "quoted"},
-    ValueRow{"DefaultNull",       "a", "none", nullptr, ""},
-    ValueRow{"SectionMissing",    "none", nullptr, "-", "-"}), RowName);
 
 TEST(Profile, ListsSectionsKeysAndEntries)
 {
@@ -124,28 +99,23 @@ TEST(Profile, ListsAreCutToTwoLessThanTheSize)
     EXPECT_EQ(0u, GetPrivateProfileStringA("b", "k", "", nullptr, 0, file.c_str()));
 }
 
-struct NumberRow
-{
-    const char* name;
-    std::string text;
-    int number;
-};
+struct NumberRow { const char* name; std::string text; int number; };
 
-class ProfileNumber : public testing::TestWithParam<NumberRow> {};
-
-TEST_P(ProfileNumber, IsTheLeadingNumber)
+TEST(ProfileNumber, IsTheLeadingNumber)
 {
-    const std::string file = ScratchFile("test.ini");
-    WriteBytes(file, "[i]\r\nn=" + GetParam().text + "\r\n");
-    EXPECT_EQ(GetParam().number, static_cast<int>(GetPrivateProfileIntA("i", "n", 42, file.c_str())));
+    const NumberRow rows[] = {
+        {"Decimal", "12", 12}, {"Negative", "-12abc", -12}, {"Plus", "+7", 7}, {"Blank", " 8", 8}, {"Hexadecimal", "0x1F", 31},
+        {"UpperPrefix", "0X1f", 0}, {"NegativeHexadecimal", "-0x10", -16}, {"Octal", "0o17", 15}, {"Binary", "0b11", 3},
+        {"LeadingZero", "010", 10}, {"Quoted", "\"5\"", 5}, {"Wraps", "99999999999", 1215752191}, {"Largest", "4294967295", -1},
+        {"Letters", "abc", 0}, {"EmptyIsTheDefault", "", 42},
+    };
+    for (const NumberRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        const std::string file = ScratchFile("test.ini");
+        WriteBytes(file, "[i]\r\nn=" + row.text + "\r\n");
+        EXPECT_EQ(row.number, static_cast<int>(GetPrivateProfileIntA("i", "n", 42, file.c_str())));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(, ProfileNumber, testing::Values(
-    NumberRow{"Decimal", "12", 12}, NumberRow{"Negative", "-12abc", -12}, NumberRow{"Plus", "+7", 7}, NumberRow{"Blank", " 8", 8},
-    NumberRow{"Hexadecimal", "0x1F", 31}, NumberRow{"UpperPrefix", "0X1f", 0}, NumberRow{"NegativeHexadecimal", "-0x10", -16},
-    NumberRow{"Octal", "0o17", 15}, NumberRow{"Binary", "0b11", 3}, NumberRow{"LeadingZero", "010", 10}, NumberRow{"Quoted", "\"5\"", 5},
-    NumberRow{"Wraps", "99999999999", 1215752191}, NumberRow{"Largest", "4294967295", -1}, NumberRow{"Letters", "abc", 0},
-    NumberRow{"EmptyIsTheDefault", "", 42}), RowName);
 
 struct WriteRow
 {
@@ -157,39 +127,37 @@ struct WriteRow
     std::string after;
 };
 
-class ProfileWrite : public testing::TestWithParam<WriteRow> {};
-
-TEST_P(ProfileWrite, ChangesOnlyThatEntry)
+TEST(ProfileWrite, ChangesOnlyThatEntry)
 {
-    const std::string file = ScratchFile("test.ini");
-    if (!GetParam().before.empty())
-        WriteBytes(file, GetParam().before);
-    EXPECT_TRUE(WritePrivateProfileStringA(GetParam().section, GetParam().key, GetParam().value, file.c_str()));
-    WritePrivateProfileStringA(nullptr, nullptr, nullptr, file.c_str());
-    EXPECT_EQ(GetParam().after, ReadBytes(file));
+    const WriteRow rows[] = {
+        {"NewFile", "", "s", "k", "v", "[s]\r\nk=v\r\n"}, {"Changed", "[s]\r\nk=v\r\n", "S", "K", "x", "[s]\r\nk=x\r\n"},
+        {"NewKey", "[s]\r\nk=v\r\n[t]\r\n", "s", "n", "1", "[s]\r\nk=v\r\nn=1\r\n[t]\r\n"},
+        {"NewSection", "[s]\r\nk=v\r\n", "t", "k", "1", "[s]\r\nk=v\r\n[t]\r\nk=1\r\n"},
+        {"UnendedLine", "[s]\r\nk=v", "s", "n", "1", "[s]\r\nk=v\r\nn=1\r\n"},
+        {"LeadingBlanks", "[s]\r\n", "s", "k", "  lead", "[s]\r\nk=lead\r\n"},
+        {"Quotes", "[s]\r\n", "s", "k", "\"q\"", "[s]\r\nk=\"q\"\r\n"}, {"EmptyValue", "[s]\r\n", "s", "k", "", "[s]\r\nk=\r\n"},
+        {"KeyWithEquals", "[s]\r\n", "s", "x=y", "3", "[s]\r\nx=y=3\r\n"}, {"EmptyKey", "[s]\r\n", "s", "", "v", "[s]\r\n=v\r\n"},
+        {"BecomesAnEntry", "[s]\r\nnoeq\r\n", "s", "noeq", "z", "[s]\r\nnoeq=z\r\n"},
+        {"KeepsComments", "; h\r\n[s]\r\n; c\r\nk=v\r\n", "s", "k", "w", "; h\r\n[s]\r\n; c\r\nk=w\r\n"},
+        {"SameValue", "[s]\nk = v \n", "s", "k", "v", "[s]\nk = v \n"},
+        {"KeyRemoved", "[s]\r\nk=1\r\nk=2\r\n", "s", "k", nullptr, "[s]\r\nk=2\r\n"},
+        {"FirstSectionOnly", "[s]\r\nk=1\r\n[s]\r\nk=2\r\n", "s", "k", nullptr, "[s]\r\n[s]\r\nk=2\r\n"},
+        {"SectionRemoved", "[r]\r\n[s]\r\nk=1\r\nl\r\n[t]\r\nk=2\r\n", "s", nullptr, nullptr, "[r]\r\n[t]\r\nk=2\r\n"},
+        {"MissingKey", "[s]\r\nk=1\r\n", "s", "n", nullptr, "[s]\r\nk=1\r\n"},
+        {"MissingSection", "[s]\r\nk=1\r\n", "t", nullptr, nullptr, "[s]\r\nk=1\r\n"},
+        {"NothingToRemove", "", "s", "k", nullptr, ""},
+        {"Utf8Mark", "\xEF\xBB\xBF[s]\r\nk=1\r\n", "s", "k", "2", "\xEF\xBB\xBF[s]\r\nk=2\r\n"},
+    };
+    for (const WriteRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        const std::string file = ScratchFile("test.ini");
+        if (!row.before.empty())
+            WriteBytes(file, row.before);
+        EXPECT_TRUE(WritePrivateProfileStringA(row.section, row.key, row.value, file.c_str()));
+        WritePrivateProfileStringA(nullptr, nullptr, nullptr, file.c_str());
+        EXPECT_EQ(row.after, ReadBytes(file));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(, ProfileWrite, testing::Values(
-    WriteRow{"NewFile",        "", "s", "k", "v", "[s]\r\nk=v\r\n"},
-    WriteRow{"Changed",        "[s]\r\nk=v\r\n", "S", "K", "x", "[s]\r\nk=x\r\n"},
-    WriteRow{"NewKey",         "[s]\r\nk=v\r\n[t]\r\n", "s", "n", "1", "[s]\r\nk=v\r\nn=1\r\n[t]\r\n"},
-    WriteRow{"NewSection",     "[s]\r\nk=v\r\n", "t", "k", "1", "[s]\r\nk=v\r\n[t]\r\nk=1\r\n"},
-    WriteRow{"UnendedLine",    "[s]\r\nk=v", "s", "n", "1", "[s]\r\nk=v\r\nn=1\r\n"},
-    WriteRow{"LeadingBlanks",  "[s]\r\n", "s", "k", "  lead", "[s]\r\nk=lead\r\n"},
-    WriteRow{"Quotes",         "[s]\r\n", "s", "k", "\"q\"", "[s]\r\nk=\"q\"\r\n"},
-    WriteRow{"EmptyValue",     "[s]\r\n", "s", "k", "", "[s]\r\nk=\r\n"},
-    WriteRow{"KeyWithEquals",  "[s]\r\n", "s", "x=y", "3", "[s]\r\nx=y=3\r\n"},
-    WriteRow{"EmptyKey",       "[s]\r\n", "s", "", "v", "[s]\r\n=v\r\n"},
-    WriteRow{"BecomesAnEntry", "[s]\r\nnoeq\r\n", "s", "noeq", "z", "[s]\r\nnoeq=z\r\n"},
-    WriteRow{"KeepsComments",  "; h\r\n[s]\r\n; c\r\nk=v\r\n", "s", "k", "w", "; h\r\n[s]\r\n; c\r\nk=w\r\n"},
-    WriteRow{"SameValue",      "[s]\nk = v \n", "s", "k", "v", "[s]\nk = v \n"},
-    WriteRow{"KeyRemoved",     "[s]\r\nk=1\r\nk=2\r\n", "s", "k", nullptr, "[s]\r\nk=2\r\n"},
-    WriteRow{"FirstSectionOnly", "[s]\r\nk=1\r\n[s]\r\nk=2\r\n", "s", "k", nullptr, "[s]\r\n[s]\r\nk=2\r\n"},
-    WriteRow{"SectionRemoved", "[r]\r\n[s]\r\nk=1\r\nl\r\n[t]\r\nk=2\r\n", "s", nullptr, nullptr, "[r]\r\n[t]\r\nk=2\r\n"},
-    WriteRow{"MissingKey",     "[s]\r\nk=1\r\n", "s", "n", nullptr, "[s]\r\nk=1\r\n"},
-    WriteRow{"MissingSection", "[s]\r\nk=1\r\n", "t", nullptr, nullptr, "[s]\r\nk=1\r\n"},
-    WriteRow{"NothingToRemove", "", "s", "k", nullptr, ""},
-    WriteRow{"Utf8Mark",       "\xEF\xBB\xBF[s]\r\nk=1\r\n", "s", "k", "2", "\xEF\xBB\xBF[s]\r\nk=2\r\n"}), RowName);
 
 TEST(Profile, SectionsAreReplacedAsAWhole)
 {
@@ -207,8 +175,7 @@ TEST(Profile, SectionsAreReplacedAsAWhole)
 
 TEST(Profile, FailuresSetTheLastError)
 {
-    const std::string file = ScratchFile("none.ini");
-    const std::string lost = ScratchFile("none") + "/x.ini";
+    const std::string file = ScratchFile("none.ini"), lost = ScratchFile("none") + "/x.ini";
     char buffer[10];
     EXPECT_EQ(1u, GetPrivateProfileStringA("a", "k", "d", buffer, sizeof buffer, file.c_str()));
     EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), GetLastError());
@@ -216,10 +183,8 @@ TEST(Profile, FailuresSetTheLastError)
     EXPECT_EQ(0u, GetPrivateProfileSectionNamesA(buffer, sizeof buffer, file.c_str()));
     EXPECT_EQ(1u, GetPrivateProfileStringA("a", "k", "d", buffer, sizeof buffer, lost.c_str()));
     EXPECT_EQ(static_cast<DWORD>(ERROR_PATH_NOT_FOUND), GetLastError());
-    EXPECT_FALSE(WritePrivateProfileStringA("a", "k", "v", lost.c_str()));
-    EXPECT_EQ(static_cast<DWORD>(ERROR_PATH_NOT_FOUND), GetLastError());
-    EXPECT_FALSE(WritePrivateProfileStringA("a", "k", "v", ScratchFolder().string().c_str()));
-    EXPECT_EQ(static_cast<DWORD>(ERROR_ACCESS_DENIED), GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_PATH_NOT_FOUND, !WritePrivateProfileStringA("a", "k", "v", lost.c_str())));
+    EXPECT_TRUE(FailedWith(ERROR_ACCESS_DENIED, !WritePrivateProfileStringA("a", "k", "v", ScratchFolder().string().c_str())));
     EXPECT_FALSE(WritePrivateProfileStringA("a", "k", "v", ""));
     EXPECT_FALSE(WritePrivateProfileStringA(nullptr, "k", "v", file.c_str()));
     EXPECT_EQ("", ReadBytes(file));
@@ -245,8 +210,7 @@ TEST(Profile, FilesOf16BitTextStaySo)
 
 TEST(Profile, FileWithoutFolderLiesInTheWindowsFolder)
 {
-    const std::string name = "kelgen-test.ini";
-    const std::string inFolder = "C:\\windows\\" + name;
+    const std::string name = "kelgen-test.ini", inFolder = "C:\\windows\\" + name;
     EXPECT_TRUE(WritePrivateProfileStringA("s", "k", "v", name.c_str()));
     char buffer[10];
     EXPECT_EQ(1u, GetPrivateProfileStringA("s", "k", "", buffer, sizeof buffer, inFolder.c_str()));

@@ -1,44 +1,33 @@
 // RegistryKeyTest.cpp: opening, making, removing and enumerating keys.
 #include "platform/registry/RegistryFixture.h"
-#include "support/Rows.h"
 
 using namespace kelgen::test;
 
-struct OpenRow
+struct OpenRow { const char* name; const char* subkey; LSTATUS status; };
+
+TEST(RegistryOpen, FindsSubkeyOrFails)
 {
-    const char* name;
-    const char* subkey;
-    LSTATUS status;
-};
+    const OpenRow rows[] = {
+        {"Exact", "Alpha\\Beta", ERROR_SUCCESS}, {"OtherCase", "aLPHA\\bETA", ERROR_SUCCESS},
+        {"TrailingBackslash", "Alpha\\Beta\\", ERROR_SUCCESS}, {"DoubledBackslash", "Alpha\\\\Beta", ERROR_SUCCESS},
+        {"Missing", "Beta", ERROR_FILE_NOT_FOUND}, {"MissingParent", "Beta\\Alpha", ERROR_FILE_NOT_FOUND},
+        {"Slash", "Alpha/Beta", ERROR_FILE_NOT_FOUND}, {"Parent", "Alpha\\..", ERROR_FILE_NOT_FOUND},
+        {"Here", ".", ERROR_FILE_NOT_FOUND}, {"LeadingBackslash", "\\Alpha", ERROR_BAD_PATHNAME}, {"Empty", "", ERROR_SUCCESS},
+        {"Null", nullptr, ERROR_SUCCESS},
+    };
+    for (const OpenRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        const ScratchKey key;
+        HKEY made = nullptr;
+        ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyA(key, "Alpha\\Beta", &made));
+        RegCloseKey(made);
 
-class RegistryOpen : public testing::TestWithParam<OpenRow> {};
-
-TEST_P(RegistryOpen, FindsSubkeyOrFails)
-{
-    const ScratchKey key;
-    HKEY made = nullptr;
-    ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyA(key, "Alpha\\Beta", &made));
-    RegCloseKey(made);
-
-    HKEY opened = key;
-    EXPECT_EQ(GetParam().status, RegOpenKeyExA(key, GetParam().subkey, 0, KEY_READ, &opened));
-    EXPECT_EQ(GetParam().status == ERROR_SUCCESS, opened != nullptr);
-    EXPECT_EQ(opened ? ERROR_SUCCESS : ERROR_INVALID_HANDLE, RegCloseKey(opened));
+        HKEY opened = key;
+        EXPECT_EQ(row.status, RegOpenKeyExA(key, row.subkey, 0, KEY_READ, &opened));
+        EXPECT_EQ(row.status == ERROR_SUCCESS, opened != nullptr);
+        EXPECT_EQ(opened ? ERROR_SUCCESS : ERROR_INVALID_HANDLE, RegCloseKey(opened));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(, RegistryOpen, testing::Values(
-    OpenRow{"Exact",             "Alpha\\Beta",     ERROR_SUCCESS},
-    OpenRow{"OtherCase",         "aLPHA\\bETA",     ERROR_SUCCESS},
-    OpenRow{"TrailingBackslash", "Alpha\\Beta\\",   ERROR_SUCCESS},
-    OpenRow{"DoubledBackslash",  "Alpha\\\\Beta",   ERROR_SUCCESS},
-    OpenRow{"Missing",           "Beta",            ERROR_FILE_NOT_FOUND},
-    OpenRow{"MissingParent",     "Beta\\Alpha",     ERROR_FILE_NOT_FOUND},
-    OpenRow{"Slash",             "Alpha/Beta",      ERROR_FILE_NOT_FOUND},
-    OpenRow{"Parent",            "Alpha\\..",       ERROR_FILE_NOT_FOUND},
-    OpenRow{"Here",              ".",               ERROR_FILE_NOT_FOUND},
-    OpenRow{"LeadingBackslash",  "\\Alpha",         ERROR_BAD_PATHNAME},
-    OpenRow{"Empty",             "",                ERROR_SUCCESS},
-    OpenRow{"Null",              nullptr,           ERROR_SUCCESS}), RowName);
 
 TEST(RegistryKey, EmptySubkeyGivesTheSameKeyOrANewHandle)
 {
@@ -91,46 +80,41 @@ TEST(RegistryKey, CreationTellsNewFromExisting)
     EXPECT_EQ(nullptr, opened);
 }
 
-struct RightsRow
-{
-    const char* name;
-    REGSAM access;
-    LSTATUS query, set, remove, enumerateKey, enumerateValue;
-};
-
-class RegistryRights : public testing::TestWithParam<RightsRow> {};
-
-TEST_P(RegistryRights, AllowOnlyWhatTheKeyWasOpenedFor)
-{
-    const ScratchKey parent;
-    HKEY made = nullptr;
-    ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyA(parent, "Sub", &made));
-    RegCloseKey(made);
-    ASSERT_EQ(ERROR_SUCCESS, SetText(parent, "v", "x"));
-    HKEY key = nullptr;
-    ASSERT_EQ(ERROR_SUCCESS, RegOpenKeyExA(parent, nullptr, 0, GetParam().access, &key));
-
-    char name[20];
-    DWORD size = sizeof name;
-    EXPECT_EQ(GetParam().query, RegQueryValueExA(key, "v", nullptr, nullptr, nullptr, nullptr));
-    EXPECT_EQ(GetParam().enumerateKey, RegEnumKeyExA(key, 0, name, &size, nullptr, nullptr, nullptr, nullptr));
-    size = sizeof name;
-    EXPECT_EQ(GetParam().enumerateValue, RegEnumValueA(key, 0, name, &size, nullptr, nullptr, nullptr, nullptr));
-    EXPECT_EQ(GetParam().set, SetText(key, "v", "y"));
-    EXPECT_EQ(GetParam().remove, RegDeleteValueA(key, "v"));
-    HKEY sub = nullptr;
-    EXPECT_EQ(ERROR_SUCCESS, RegOpenKeyA(key, "Sub", &sub)) << "rights are checked on the opened key only";
-    RegCloseKey(sub);
-    RegCloseKey(key);
-}
+struct RightsRow { const char* name; REGSAM access; LSTATUS query, set, remove, enumerateKey, enumerateValue; };
 
 constexpr LSTATUS kDenied = ERROR_ACCESS_DENIED;
-INSTANTIATE_TEST_SUITE_P(, RegistryRights, testing::Values(
-    RightsRow{"Read",     KEY_READ,        0, kDenied, kDenied, 0, 0},
-    RightsRow{"Write",    KEY_WRITE,       kDenied, 0, 0, kDenied, kDenied},
-    RightsRow{"Nothing",  0,               kDenied, kDenied, kDenied, kDenied, kDenied},
-    RightsRow{"All",      KEY_ALL_ACCESS,  0, 0, 0, 0, 0},
-    RightsRow{"Maximum",  MAXIMUM_ALLOWED, 0, 0, 0, 0, 0}), RowName);
+
+TEST(RegistryRights, AllowOnlyWhatTheKeyWasOpenedFor)
+{
+    const RightsRow rows[] = {
+        {"Read", KEY_READ, 0, kDenied, kDenied, 0, 0}, {"Write", KEY_WRITE, kDenied, 0, 0, kDenied, kDenied},
+        {"Nothing", 0, kDenied, kDenied, kDenied, kDenied, kDenied}, {"All", KEY_ALL_ACCESS, 0, 0, 0, 0, 0},
+        {"Maximum", MAXIMUM_ALLOWED, 0, 0, 0, 0, 0},
+    };
+    for (const RightsRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        const ScratchKey parent;
+        HKEY made = nullptr;
+        ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyA(parent, "Sub", &made));
+        RegCloseKey(made);
+        ASSERT_EQ(ERROR_SUCCESS, SetText(parent, "v", "x"));
+        HKEY key = nullptr;
+        ASSERT_EQ(ERROR_SUCCESS, RegOpenKeyExA(parent, nullptr, 0, row.access, &key));
+
+        char name[20];
+        DWORD size = sizeof name;
+        EXPECT_EQ(row.query, RegQueryValueExA(key, "v", nullptr, nullptr, nullptr, nullptr));
+        EXPECT_EQ(row.enumerateKey, RegEnumKeyExA(key, 0, name, &size, nullptr, nullptr, nullptr, nullptr));
+        size = sizeof name;
+        EXPECT_EQ(row.enumerateValue, RegEnumValueA(key, 0, name, &size, nullptr, nullptr, nullptr, nullptr));
+        EXPECT_EQ(row.set, SetText(key, "v", "y"));
+        EXPECT_EQ(row.remove, RegDeleteValueA(key, "v"));
+        HKEY sub = nullptr;
+        EXPECT_EQ(ERROR_SUCCESS, RegOpenKeyA(key, "Sub", &sub)) << "rights are checked on the opened key only";
+        RegCloseKey(sub);
+        RegCloseKey(key);
+    }
+}
 
 TEST(RegistryKey, EnumerationIsAlphabeticalAndKeepsCase)
 {
@@ -188,8 +172,7 @@ TEST(RegistryKey, DeletionNeedsALeaf)
 TEST(RegistryKey, DeletedKeyAnswersSoEvenWhenMadeAgain)
 {
     const ScratchKey key;
-    HKEY old = nullptr;
-    HKEY opened = nullptr;
+    HKEY old = nullptr, opened = nullptr;
     ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyA(key, "X", &old));
     ASSERT_EQ(ERROR_SUCCESS, RegDeleteKeyA(key, "X"));
     HKEY again = nullptr;

@@ -1,7 +1,6 @@
 // RegistryValueTest.cpp: values of every type, buffer sizes, names and errors.
 #include "platform/registry/RegistryFixture.h"
 #include "support/Random.h"
-#include "support/Rows.h"
 
 #include <algorithm>
 #include <cstring>
@@ -21,47 +20,44 @@ struct QueryRow
     std::string read;  // "" leaves the buffer as it was
 };
 
-class RegistryQuery : public testing::TestWithParam<QueryRow> {};
-
-TEST_P(RegistryQuery, GivesTypeSizeAndData)
+TEST(RegistryQuery, GivesTypeSizeAndData)
 {
-    const QueryRow& row = GetParam();
-    const ScratchKey key;
-    ASSERT_EQ(ERROR_SUCCESS, RegSetValueExA(key, "v", 0, row.type, Bytes(row.written.c_str()), static_cast<DWORD>(row.written.size())));
+    const QueryRow rows[] = {
+        {"Text", REG_SZ, "hello\0"s, 16, ERROR_SUCCESS, 6, "hello\0"s},
+        {"TextThatJustFits", REG_SZ, "hello\0"s, 6, ERROR_SUCCESS, 6, "hello\0"s},
+        {"TextTooLong", REG_SZ, "hello\0"s, 5, ERROR_MORE_DATA, 6, ""},
+        {"NoCapacity", REG_SZ, "hello\0"s, 0, ERROR_MORE_DATA, 6, ""},
+        {"TextUnterminated", REG_SZ, "hello", 16, ERROR_SUCCESS, 6, "hello\0"s},
+        {"TextOfNoBytes", REG_SZ, "", 16, ERROR_SUCCESS, 0, ""}, {"TextEmpty", REG_SZ, "\0"s, 16, ERROR_SUCCESS, 1, "\0"s},
+        {"TextWithZeroInside", REG_SZ, "a\0b\0"s, 16, ERROR_SUCCESS, 4, "a\0b\0"s},
+        {"TextOfAnsiPage", REG_SZ, "\xE4\x80", 16, ERROR_SUCCESS, 3, "\xE4\x80\0"s},
+        {"ExpandUnterminated", REG_EXPAND_SZ, "%OS%", 16, ERROR_SUCCESS, 5, "%OS%\0"s},
+        {"ListUnterminated", REG_MULTI_SZ, "a\0b"s, 16, ERROR_SUCCESS, 4, "a\0b\0"s},
+        {"List", REG_MULTI_SZ, "a\0b\0\0"s, 16, ERROR_SUCCESS, 5, "a\0b\0\0"s},
+        {"Number", REG_DWORD, "\x78\x56\x34\x12", 4, ERROR_SUCCESS, 4, "\x78\x56\x34\x12"},
+        {"NumberTooLong", REG_DWORD, "\x78\x56\x34\x12", 3, ERROR_MORE_DATA, 4, ""},
+        {"NumberOfThreeBytes", REG_DWORD, "\x78\x56\x34", 4, ERROR_SUCCESS, 3, "\x78\x56\x34"},
+        {"Bytes", REG_BINARY, "\1\2\xFF", 3, ERROR_SUCCESS, 3, "\1\2\xFF"}, {"NoBytes", REG_BINARY, "", 3, ERROR_SUCCESS, 0, ""},
+        {"UnknownType", 99, "xy", 3, ERROR_SUCCESS, 2, "xy"},
+    };
+    for (const QueryRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        const ScratchKey key;
+        ASSERT_EQ(ERROR_SUCCESS, RegSetValueExA(key, "v", 0, row.type, Bytes(row.written.c_str()), static_cast<DWORD>(row.written.size())));
 
-    DWORD type = 77;
-    DWORD size = 77;
-    EXPECT_EQ(ERROR_SUCCESS, RegQueryValueExA(key, "v", nullptr, &type, nullptr, &size));
-    EXPECT_EQ(row.size, size) << "without a buffer";
+        DWORD type = 77, size = 77;
+        EXPECT_EQ(ERROR_SUCCESS, RegQueryValueExA(key, "v", nullptr, &type, nullptr, &size));
+        EXPECT_EQ(row.size, size) << "without a buffer";
 
-    std::string buffer(16, '#');
-    type = 77;
-    size = row.capacity;
-    EXPECT_EQ(row.status, RegQueryValueExA(key, "V", nullptr, &type, reinterpret_cast<BYTE*>(buffer.data()), &size));
-    EXPECT_EQ(row.type, type);
-    EXPECT_EQ(row.size, size);
-    EXPECT_EQ(row.read + std::string(16 - row.read.size(), '#'), buffer);
+        std::string buffer(16, '#');
+        type = 77;
+        size = row.capacity;
+        EXPECT_EQ(row.status, RegQueryValueExA(key, "V", nullptr, &type, reinterpret_cast<BYTE*>(buffer.data()), &size));
+        EXPECT_EQ(row.type, type);
+        EXPECT_EQ(row.size, size);
+        EXPECT_EQ(row.read + std::string(16 - row.read.size(), '#'), buffer);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(, RegistryQuery, testing::Values(
-    QueryRow{"Text",               REG_SZ,        "hello\0"s, 16, ERROR_SUCCESS,   6, "hello\0"s},
-    QueryRow{"TextThatJustFits",   REG_SZ,        "hello\0"s, 6,  ERROR_SUCCESS,   6, "hello\0"s},
-    QueryRow{"TextTooLong",        REG_SZ,        "hello\0"s, 5,  ERROR_MORE_DATA, 6, ""},
-    QueryRow{"NoCapacity",         REG_SZ,        "hello\0"s, 0,  ERROR_MORE_DATA, 6, ""},
-    QueryRow{"TextUnterminated",   REG_SZ,        "hello",    16, ERROR_SUCCESS,   6, "hello\0"s},
-    QueryRow{"TextOfNoBytes",      REG_SZ,        "",         16, ERROR_SUCCESS,   0, ""},
-    QueryRow{"TextEmpty",          REG_SZ,        "\0"s,      16, ERROR_SUCCESS,   1, "\0"s},
-    QueryRow{"TextWithZeroInside", REG_SZ,        "a\0b\0"s,  16, ERROR_SUCCESS,   4, "a\0b\0"s},
-    QueryRow{"TextOfAnsiPage",     REG_SZ,        "\xE4\x80", 16, ERROR_SUCCESS,   3, "\xE4\x80\0"s},
-    QueryRow{"ExpandUnterminated", REG_EXPAND_SZ, "%OS%",     16, ERROR_SUCCESS,   5, "%OS%\0"s},
-    QueryRow{"ListUnterminated",   REG_MULTI_SZ,  "a\0b"s,    16, ERROR_SUCCESS,   4, "a\0b\0"s},
-    QueryRow{"List",               REG_MULTI_SZ,  "a\0b\0\0"s, 16, ERROR_SUCCESS,  5, "a\0b\0\0"s},
-    QueryRow{"Number",             REG_DWORD,     "\x78\x56\x34\x12", 4, ERROR_SUCCESS, 4, "\x78\x56\x34\x12"},
-    QueryRow{"NumberTooLong",      REG_DWORD,     "\x78\x56\x34\x12", 3, ERROR_MORE_DATA, 4, ""},
-    QueryRow{"NumberOfThreeBytes", REG_DWORD,     "\x78\x56\x34",     4, ERROR_SUCCESS, 3, "\x78\x56\x34"},
-    QueryRow{"Bytes",              REG_BINARY,    "\1\2\xFF", 3,  ERROR_SUCCESS,   3, "\1\2\xFF"},
-    QueryRow{"NoBytes",            REG_BINARY,    "",         3,  ERROR_SUCCESS,   0, ""},
-    QueryRow{"UnknownType",        99,            "xy",       3,  ERROR_SUCCESS,   2, "xy"}), RowName);
 
 TEST(RegistryValue, ArgumentsAreChecked)
 {
@@ -101,43 +97,32 @@ TEST(RegistryValue, TextPassesBetweenWideAndNarrowCalls)
     EXPECT_EQ(3u, size) << "half a unit at the end is kept";
 }
 
-struct NameRow
-{
-    const char* name;
-    std::string written;
-    std::string asked;
-};
+struct NameRow { const char* name; std::string written, asked; };
 
-class RegistryValueName : public testing::TestWithParam<NameRow> {};
-
-TEST_P(RegistryValueName, IsFoundWithoutCaseAndKeptAsWritten)
+TEST(RegistryValueName, IsFoundWithoutCaseAndKeptAsWritten)
 {
-    const NameRow& row = GetParam();
-    const ScratchKey key;
-    ASSERT_EQ(ERROR_SUCCESS, SetText(key, "other", "o"));
-    ASSERT_EQ(ERROR_SUCCESS, SetText(key, row.written.c_str(), "1"));
-    ASSERT_EQ(ERROR_SUCCESS, SetText(key, row.asked.c_str(), "2"));
-    EXPECT_EQ("2", GetText(key, row.written.c_str()));
-    const auto names = ValuesOf(key);
-    EXPECT_EQ(2u, names.size());
-    EXPECT_EQ(1, std::ranges::count_if(names, [&](const auto& name) { return name == row.written || name == row.asked; }));
-    EXPECT_EQ(ERROR_SUCCESS, RegDeleteValueA(key, row.asked.c_str()));
-    EXPECT_EQ(ERROR_FILE_NOT_FOUND, RegDeleteValueA(key, row.written.c_str()));
-    EXPECT_EQ(std::vector<std::string>{"other"}, ValuesOf(key));
+    const NameRow rows[] = {
+        {"Plain", "Width", "wIDTH"}, {"Default", "", ""}, {"Blanks", " a b ", " A B "}, {"PathLike", "..\\A/b", "..\\a/B"},
+        {"Dots", ".", "."}, {"Hidden", ".new-1", ".NEW-1"}, {"Escapes", "100%=x%41", "100%=X%41"},
+        {"Controls", "a\1\n\x7F", "A\1\n\x7F"}, {"Umlauts", "\xC4\xF6\xDC", "\xE4\xD6\xFC"},
+        {"LongAnsi", std::string(200, '\xE4'), std::string(200, '\xC4')},
+        {"Longest", "K" + std::string(16382, 'k'), "k" + std::string(16382, 'K')},
+    };
+    for (const NameRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        const ScratchKey key;
+        ASSERT_EQ(ERROR_SUCCESS, SetText(key, "other", "o"));
+        ASSERT_EQ(ERROR_SUCCESS, SetText(key, row.written.c_str(), "1"));
+        ASSERT_EQ(ERROR_SUCCESS, SetText(key, row.asked.c_str(), "2"));
+        EXPECT_EQ("2", GetText(key, row.written.c_str()));
+        const auto names = ValuesOf(key);
+        EXPECT_EQ(2u, names.size());
+        EXPECT_EQ(1, std::ranges::count_if(names, [&](const auto& name) { return name == row.written || name == row.asked; }));
+        EXPECT_EQ(ERROR_SUCCESS, RegDeleteValueA(key, row.asked.c_str()));
+        EXPECT_EQ(ERROR_FILE_NOT_FOUND, RegDeleteValueA(key, row.written.c_str()));
+        EXPECT_EQ(std::vector<std::string>{"other"}, ValuesOf(key));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(, RegistryValueName, testing::Values(
-    NameRow{"Plain",        "Width", "wIDTH"},
-    NameRow{"Default",      "", ""},
-    NameRow{"Blanks",       " a b ", " A B "},
-    NameRow{"PathLike",     "..\\A/b", "..\\a/B"},
-    NameRow{"Dots",         ".", "."},
-    NameRow{"Hidden",       ".new-1", ".NEW-1"},
-    NameRow{"Escapes",      "100%=x%41", "100%=X%41"},
-    NameRow{"Controls",     "a\1\n\x7F", "A\1\n\x7F"},
-    NameRow{"Umlauts",      "\xC4\xF6\xDC", "\xE4\xD6\xFC"},
-    NameRow{"LongAnsi",     std::string(200, '\xE4'), std::string(200, '\xC4')},
-    NameRow{"Longest",      "K" + std::string(16382, 'k'), "k" + std::string(16382, 'K')}), RowName);
 
 TEST(RegistryValue, NameBeyondTheLimitFails)
 {
@@ -179,8 +164,7 @@ TEST(RegistryValue, EnumerationIsAlphabeticalWithTheDefaultFirst)
 
     char name[8];
     BYTE data[8];
-    DWORD nameSize = 2;
-    DWORD dataSize = sizeof data;
+    DWORD nameSize = 2, dataSize = sizeof data;
     EXPECT_EQ(ERROR_MORE_DATA, RegEnumValueA(key, 1, name, &nameSize, nullptr, nullptr, data, &dataSize));
     EXPECT_EQ(2u, nameSize);
     EXPECT_EQ(4u, dataSize);

@@ -1,5 +1,6 @@
 // ResourceTest.cpp: look-up of resources and strings in the test program's own module.
-#include "support/Rows.h"
+
+#include "support/Failures.h"
 
 #include <optional>
 
@@ -21,57 +22,47 @@ std::string DataOf(HRSRC resource, HMODULE module = nullptr)
 
 }  // namespace
 
-struct FindRow
-{
-    const char* name;
-    LPCSTR type;
-    LPCSTR resource;
-    std::optional<WORD> language;
-    std::string data;
-    DWORD error;
-};
-
-class ResourceFind : public testing::TestWithParam<FindRow> {};
-
-TEST_P(ResourceFind, GivesDataOrError)
-{
-    const FindRow& row = GetParam();
-    SetLastError(777);
-    const HRSRC found = row.language ? FindResourceExA(nullptr, row.type, row.resource, *row.language)
-                                     : FindResourceA(nullptr, row.resource, row.type);
-    EXPECT_EQ(row.error, GetLastError());
-    ASSERT_EQ(row.error == 777, found != nullptr);
-    EXPECT_EQ(row.data, found ? DataOf(found) : "");
-}
+struct FindRow { const char* name; LPCSTR type, resource; std::optional<WORD> language; std::string data; DWORD error; };
 
 const LPCSTR kRcData = Number(10);
 const WORD kEnglish = MAKELANGID(9, 1);
-INSTANTIATE_TEST_SUITE_P(, ResourceFind, testing::Values(
-    FindRow{"Text",               "MYTYPE", "BLOB1",      {}, "ab\0cd"s, 777},
-    FindRow{"TextOtherCase",      "mytype", "blob1",      {}, "ab\0cd"s, 777},
-    FindRow{"Numbers",            Number(301), Number(300), {}, "\1\0\2\0\3\0\0\0"s, 777},
-    FindRow{"NumbersAsText",      "#301", "#300",         {}, "\1\0\2\0\3\0\0\0"s, 777},
-    FindRow{"NumberWithLetters",  "MYTYPE", "#7x",        {}, "seven", 777},
-    FindRow{"NoData",             kRcData, "empty",       {}, "", 777},
-    FindRow{"MissingType",        "NOPE", "BLOB1",        {}, "", ERROR_RESOURCE_TYPE_NOT_FOUND},
-    FindRow{"MissingName",        "MYTYPE", "NOPE",       {}, "", ERROR_RESOURCE_NAME_NOT_FOUND},
-    FindRow{"EmptyName",          "MYTYPE", "",           {}, "", ERROR_RESOURCE_NAME_NOT_FOUND},
-    FindRow{"HashAlone",          "MYTYPE", "#",          {}, "", ERROR_RESOURCE_NAME_NOT_FOUND},
-    FindRow{"NumberZero",         kRcData, Number(0),     {}, "", ERROR_RESOURCE_NAME_NOT_FOUND},
-    FindRow{"NumberTooBig",       "MYTYPE", "#70000",     {}, "", ERROR_INVALID_PARAMETER},
-    FindRow{"NumberNegative",     "MYTYPE", "#-1",        {}, "", ERROR_INVALID_PARAMETER},
-    FindRow{"English",            "MYTYPE", Number(7), kEnglish, "seven", 777},
-    FindRow{"German",             "MYTYPE", Number(7), MAKELANGID(7, 1), "sieben!", 777},
-    FindRow{"LanguageMissing",    "MYTYPE", Number(7), MAKELANGID(12, 1), "", ERROR_RESOURCE_LANG_NOT_FOUND},
-    FindRow{"OtherSublanguage",   "MYTYPE", Number(7), MAKELANGID(9, 2), "", ERROR_RESOURCE_LANG_NOT_FOUND},
-    FindRow{"NeutralSublanguage", "MYTYPE", Number(7), MAKELANGID(7, 0), "", ERROR_RESOURCE_LANG_NOT_FOUND},
-    FindRow{"NoLanguage",         "MYTYPE", Number(7), 0, "seven", 777},
-    FindRow{"UsersLanguage",      "MYTYPE", Number(7), MAKELANGID(0, 1), "seven", 777},
-    FindRow{"NeutralForEnglish",  kRcData, Number(2), kEnglish, "neutral", 777},
-    FindRow{"EnglishIsExact",     kRcData, Number(3), kEnglish, "english!", 777},
-    FindRow{"NeutralFirst",       kRcData, Number(3), {}, "neutral", 777},
-    FindRow{"PrimaryLanguage",    kRcData, Number(4), MAKELANGID(7, 1), "deu", 777},
-    FindRow{"AnyLanguage",        kRcData, Number(4), {}, "deu", 777}), RowName);
+
+TEST(ResourceFind, GivesDataOrError)
+{
+    const FindRow rows[] = {
+        {"Text", "MYTYPE", "BLOB1", {}, "ab\0cd"s, 777}, {"TextOtherCase", "mytype", "blob1", {}, "ab\0cd"s, 777},
+        {"Numbers", Number(301), Number(300), {}, "\1\0\2\0\3\0\0\0"s, 777},
+        {"NumbersAsText", "#301", "#300", {}, "\1\0\2\0\3\0\0\0"s, 777}, {"NumberWithLetters", "MYTYPE", "#7x", {}, "seven", 777},
+        {"NoData", kRcData, "empty", {}, "", 777}, {"MissingType", "NOPE", "BLOB1", {}, "", ERROR_RESOURCE_TYPE_NOT_FOUND},
+        {"MissingName", "MYTYPE", "NOPE", {}, "", ERROR_RESOURCE_NAME_NOT_FOUND},
+        {"EmptyName", "MYTYPE", "", {}, "", ERROR_RESOURCE_NAME_NOT_FOUND},
+        {"HashAlone", "MYTYPE", "#", {}, "", ERROR_RESOURCE_NAME_NOT_FOUND},
+        {"NumberZero", kRcData, Number(0), {}, "", ERROR_RESOURCE_NAME_NOT_FOUND},
+        {"NumberTooBig", "MYTYPE", "#70000", {}, "", ERROR_INVALID_PARAMETER},
+        {"NumberNegative", "MYTYPE", "#-1", {}, "", ERROR_INVALID_PARAMETER},
+        {"English", "MYTYPE", Number(7), kEnglish, "seven", 777},
+        {"German", "MYTYPE", Number(7), MAKELANGID(7, 1), "sieben!", 777},
+        {"LanguageMissing", "MYTYPE", Number(7), MAKELANGID(12, 1), "", ERROR_RESOURCE_LANG_NOT_FOUND},
+        {"OtherSublanguage", "MYTYPE", Number(7), MAKELANGID(9, 2), "", ERROR_RESOURCE_LANG_NOT_FOUND},
+        {"NeutralSublanguage", "MYTYPE", Number(7), MAKELANGID(7, 0), "", ERROR_RESOURCE_LANG_NOT_FOUND},
+        {"NoLanguage", "MYTYPE", Number(7), 0, "seven", 777},
+        {"UsersLanguage", "MYTYPE", Number(7), MAKELANGID(0, 1), "seven", 777},
+        {"NeutralForEnglish", kRcData, Number(2), kEnglish, "neutral", 777},
+        {"EnglishIsExact", kRcData, Number(3), kEnglish, "english!", 777},
+        {"NeutralFirst", kRcData, Number(3), {}, "neutral", 777},
+        {"PrimaryLanguage", kRcData, Number(4), MAKELANGID(7, 1), "deu", 777},
+        {"AnyLanguage", kRcData, Number(4), {}, "deu", 777},
+    };
+    for (const FindRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        SetLastError(777);
+        const HRSRC found = row.language ? FindResourceExA(nullptr, row.type, row.resource, *row.language)
+                                         : FindResourceA(nullptr, row.resource, row.type);
+        EXPECT_EQ(row.error, GetLastError());
+        ASSERT_EQ(row.error == 777, found != nullptr);
+        EXPECT_EQ(row.data, found ? DataOf(found) : "");
+    }
+}
 
 TEST(Resource, NullAndForeignHandlesAreHarmless)
 {
@@ -95,15 +86,13 @@ TEST(Resource, StringsAreCutAndTerminated)
     EXPECT_EQ(0, LoadStringA(nullptr, 5, text, 1));
     EXPECT_STREQ("", text);
     EXPECT_EQ(-1, LoadStringA(nullptr, 5, text, 0));
-    EXPECT_EQ(0, LoadStringA(nullptr, 2, text, sizeof text)) << "not in its block";
-    EXPECT_EQ(777u, GetLastError());
+    EXPECT_TRUE(FailedWith(777, !LoadStringA(nullptr, 2, text, sizeof text))) << "not in its block";
     EXPECT_EQ(7, LoadStringA(nullptr, 16, text, sizeof text)) << "first of the second block";
     EXPECT_STREQ("sixteen", text);
     EXPECT_EQ(11, LoadStringA(nullptr, 500, text, sizeof text)) << "any language";
     EXPECT_EQ(7, LoadStringA(nullptr, 40, text, sizeof text));
     EXPECT_STREQ("caf\xE9 \x80!", text);
-    EXPECT_EQ(0, LoadStringA(nullptr, 3000, text, sizeof text));
-    EXPECT_EQ(static_cast<DWORD>(ERROR_RESOURCE_NAME_NOT_FOUND), GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_RESOURCE_NAME_NOT_FOUND, !LoadStringA(nullptr, 3000, text, sizeof text)));
     EXPECT_STREQ("", text);
 }
 
@@ -116,8 +105,7 @@ TEST(Resource, WideStringsGiveTheirAddressForSizeZero)
     const WCHAR* address = nullptr;
     ASSERT_EQ(4, LoadStringW(nullptr, 5, reinterpret_cast<LPWSTR>(&address), 0));
     EXPECT_EQ('f', address[0]);
-    EXPECT_EQ(0, LoadStringW(nullptr, 3000, text, 3));
-    EXPECT_EQ(static_cast<DWORD>(ERROR_RESOURCE_NAME_NOT_FOUND), GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_RESOURCE_NAME_NOT_FOUND, !LoadStringW(nullptr, 3000, text, 3)));
 }
 
 namespace {
@@ -158,10 +146,8 @@ TEST(Resource, EnumerationsAreOrderedTextsBeforeNumbers)
     EXPECT_TRUE(EnumResourceLanguagesA(nullptr, "MYTYPE", Number(7), SeeLanguage, 0));
     EXPECT_EQ("BLOB1 1031 1033 ", seen);
 
-    EXPECT_FALSE(EnumResourceNamesA(nullptr, "NOPE", SeeName, 0));
-    EXPECT_EQ(static_cast<DWORD>(ERROR_RESOURCE_TYPE_NOT_FOUND), GetLastError());
-    EXPECT_FALSE(EnumResourceLanguagesA(nullptr, "MYTYPE", "NOPE", SeeLanguage, 0));
-    EXPECT_EQ(static_cast<DWORD>(ERROR_RESOURCE_NAME_NOT_FOUND), GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_RESOURCE_TYPE_NOT_FOUND, !EnumResourceNamesA(nullptr, "NOPE", SeeName, 0)));
+    EXPECT_TRUE(FailedWith(ERROR_RESOURCE_NAME_NOT_FOUND, !EnumResourceLanguagesA(nullptr, "MYTYPE", "NOPE", SeeLanguage, 0)));
 }
 
 TEST(Resource, OfALoadedLibraryLivesAsLongAsThat)
@@ -177,6 +163,5 @@ TEST(Resource, OfALoadedLibraryLivesAsLongAsThat)
     EXPECT_EQ(4, LoadStringA(nullptr, 5, text, sizeof text));
 
     EXPECT_TRUE(FreeLibrary(module));
-    EXPECT_EQ(0, LoadStringA(module, 5, text, sizeof text));
-    EXPECT_EQ(static_cast<DWORD>(ERROR_RESOURCE_DATA_NOT_FOUND), GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_RESOURCE_DATA_NOT_FOUND, !LoadStringA(module, 5, text, sizeof text)));
 }

@@ -1,4 +1,5 @@
 // VersionTest.cpp: queries of version resources, and which files have one.
+#include "support/Failures.h"
 #include "support/Scratch.h"
 #include "support/VersionImages.h"
 
@@ -56,33 +57,17 @@ std::string Narrow(std::string& block, const char* path)
 
 TEST(VersionQuery, FindsFixedPartTranslationsAndConvertedTexts)
 {
-    struct Row
-    {
-        const char* path;
-        std::string value;
-    };
-    const std::string none = "FALSE 1813 length 0";
-    const std::string empty = "TRUE 87 length 0";
+    struct Row { const char* path; std::string value; };
+    const std::string none = "FALSE 1813 length 0", empty = "TRUE 87 length 0";
     const Row rows[] = {
-        {"\\", kFixed},
-        {"", kFixed},
-        {nullptr, kFixed},
-        {"\\VarFileInfo\\Translation", kTranslations},
-        {"varfileinfo\\TRANSLATION\\", kTranslations},
-        {"/VarFileInfo/Translation", none},
-        {"\\VarFileInfo", empty},
-        {"\\StringFileInfo\\040904e4\\", empty},
-        {"\\StringFileInfo\\040904e4\\CompanyName", "caf\xE9 \x80 ?\0"s},
-        {"\\\\StringFileInfo\\\\040904E4\\Productname", "Product\0"s},
-        {"\\StringFileInfo\\040904e4\\Empty", "\0"s},
-        {"\\StringFileInfo\\040904e4\\NoValue", empty},
-        {"\\StringFileInfo\\040904e4\\NoEnd", "abc"},
-        {"\\StringFileInfo\\040904e4\\ZeroIn", "ab\0cd\0"s},
-        {"\\StringFileInfo\\040904e4\\TooLong", "TRUE 122 length 0"},
-        {"\\StringFileInfo\\040904e4\\Bytes", "\1\2\3"},
-        {"\\StringFileInfo\\040904e4\\Nope", none},
-        {"\\StringFileInfo\\04090000\\CompanyName", none},
-        {"\\StringFileInfo\\040904e4\\CompanyName\\x", none},
+        {"\\", kFixed}, {"", kFixed}, {nullptr, kFixed}, {"\\VarFileInfo\\Translation", kTranslations},
+        {"varfileinfo\\TRANSLATION\\", kTranslations}, {"/VarFileInfo/Translation", none}, {"\\VarFileInfo", empty},
+        {"\\StringFileInfo\\040904e4\\", empty}, {"\\StringFileInfo\\040904e4\\CompanyName", "caf\xE9 \x80 ?\0"s},
+        {"\\\\StringFileInfo\\\\040904E4\\Productname", "Product\0"s}, {"\\StringFileInfo\\040904e4\\Empty", "\0"s},
+        {"\\StringFileInfo\\040904e4\\NoValue", empty}, {"\\StringFileInfo\\040904e4\\NoEnd", "abc"},
+        {"\\StringFileInfo\\040904e4\\ZeroIn", "ab\0cd\0"s}, {"\\StringFileInfo\\040904e4\\TooLong", "TRUE 122 length 0"},
+        {"\\StringFileInfo\\040904e4\\Bytes", "\1\2\3"}, {"\\StringFileInfo\\040904e4\\Nope", none},
+        {"\\StringFileInfo\\04090000\\CompanyName", none}, {"\\StringFileInfo\\040904e4\\CompanyName\\x", none},
     };
     for (const bool is64Bit : {true, false}) {
         std::string block = BlockOf(Write({{16, 1, 0x409, Resource()}}, is64Bit));
@@ -101,11 +86,7 @@ TEST(VersionQuery, FindsFixedPartTranslationsAndConvertedTexts)
 
 TEST(VersionQuery, TakesTheLanguageThatLookUpPrefers)
 {
-    struct Row
-    {
-        std::vector<WORD> languages;
-        WORD taken;
-    };
+    struct Row { std::vector<WORD> languages; WORD taken; };
     for (const Row& row : {Row{{0x40C, 0x407}, 0x407}, Row{{0x407, 0x409, 0x0C}, 0x409}, Row{{0x407, 0, 0x409}, 0}}) {
         std::vector<ImageResource> resources;
         for (const WORD language : row.languages)
@@ -117,20 +98,12 @@ TEST(VersionQuery, TakesTheLanguageThatLookUpPrefers)
 
 TEST(VersionFile, ErrorsTellWhatIsMissing)
 {
-    const std::string folder = ScratchFolder().string();
-    const std::string sound = Image{true, {{16, 1, 0x409, Resource()}}}.Bytes();
-    struct Row
-    {
-        const char* name;
-        std::string path;
-        DWORD error;
-    };
+    const std::string folder = ScratchFolder().string(), sound = Image{true, {{16, 1, 0x409, Resource()}}}.Bytes();
+    struct Row { const char* name; std::string path; DWORD error; };
     const Row rows[] = {
         {"missing", folder + "/none.dll", ERROR_FILE_NOT_FOUND},
-        {"missing folder", folder + "/none/none.dll", ERROR_PATH_NOT_FOUND},
-        {"no name", "", ERROR_BAD_PATHNAME},
-        {"folder", folder, ERROR_ACCESS_DENIED},
-        {"empty", Write(""), ERROR_RESOURCE_DATA_NOT_FOUND},
+        {"missing folder", folder + "/none/none.dll", ERROR_PATH_NOT_FOUND}, {"no name", "", ERROR_BAD_PATHNAME},
+        {"folder", folder, ERROR_ACCESS_DENIED}, {"empty", Write(""), ERROR_RESOURCE_DATA_NOT_FOUND},
         {"text", Write("hello world"), ERROR_RESOURCE_DATA_NOT_FOUND},
         {"two letters", Write("MZ"), ERROR_RESOURCE_DATA_NOT_FOUND},
         {"cut in the headers", Write(sound.substr(0, 0x300)), ERROR_RESOURCE_DATA_NOT_FOUND},
@@ -148,13 +121,11 @@ TEST(VersionFile, ErrorsTellWhatIsMissing)
         char block[64];
         EXPECT_FALSE(GetFileVersionInfoA(row.path.c_str(), 0, sizeof block, block)) << row.name;
     }
-    EXPECT_EQ(0u, GetFileVersionInfoSizeW(nullptr, nullptr));
-    EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_PARAMETER, !GetFileVersionInfoSizeW(nullptr, nullptr)));
 
     std::string path = Write(sound);
     EXPECT_EQ(GetFileVersionInfoSizeA(path.c_str(), nullptr), GetFileVersionInfoSizeA(path.substr(0, path.size() - 4).c_str(), nullptr))
         << "the extension is added";
     EXPECT_EQ(0u, GetLastError());
-    EXPECT_FALSE(GetFileVersionInfoA(path.c_str(), 0, 5000, nullptr));
-    EXPECT_EQ(DWORD{ERROR_INVALID_DATA}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_DATA, !GetFileVersionInfoA(path.c_str(), 0, 5000, nullptr)));
 }

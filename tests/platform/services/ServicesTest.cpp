@@ -2,7 +2,6 @@
 #include "support/system/Programs.h"
 #include "support/system/Services.h"
 
-#include "support/Rows.h"
 
 using namespace kelgen::test;
 
@@ -81,36 +80,28 @@ TEST(Services, LiveThroughAllStates)
               ReadBytes(service.report));
 }
 
-struct ServiceEnd
-{
-    const char* name;
-    const char* words;
-    const char* start;
-    const char* stop;
-    const char* status;
-};
+struct ServiceEnd { const char* name; const char* words; const char* start; const char* stop; const char* status; };
 
-class ServiceEnds : public testing::TestWithParam<ServiceEnd>
-{};
-
-TEST_P(ServiceEnds, AreReported)
+TEST(ServiceEnds, AreReported)
 {
-    const InstalledService service(GetParam().words);
-    EXPECT_EQ(GetParam().start, Start(service));
-    if (GetParam().start[0] == '1') {
-        ASSERT_TRUE(service.Reaches(SERVICE_RUNNING));
-        EXPECT_EQ(GetParam().stop, Control(service, SERVICE_CONTROL_STOP).substr(0, 1));
-        EXPECT_TRUE(std::string(GetParam().words) == "ignore" || service.Reaches(SERVICE_STOPPED));
+    const ServiceEnd rows[] = {
+        {"ExitCode", "exit5", "1", "1", "16 1 0 5 0 0 0 gone"},
+        {"SpecificExitCode", "specific", "1", "1", "16 1 0 1066 77 0 0 gone"},
+        {"IgnoredStop", "ignore", "1", "1", "16 4 3 0 0 0 0 alive"},
+        {"NoServiceProgram", "silent", "0 1053", "", "16 1 0 1077 0 0 0 gone"},
+    };
+    for (const ServiceEnd& row : rows) {
+        SCOPED_TRACE(row.name);
+        const InstalledService service(row.words);
+        EXPECT_EQ(row.start, Start(service));
+        if (row.start[0] == '1') {
+            ASSERT_TRUE(service.Reaches(SERVICE_RUNNING));
+            EXPECT_EQ(row.stop, Control(service, SERVICE_CONTROL_STOP).substr(0, 1));
+            EXPECT_TRUE(std::string(row.words) == "ignore" || service.Reaches(SERVICE_STOPPED));
+        }
+        EXPECT_EQ(row.status, Describe(service));
     }
-    EXPECT_EQ(GetParam().status, Describe(service));
 }
-
-INSTANTIATE_TEST_SUITE_P(, ServiceEnds,
-                         testing::Values(ServiceEnd{"ExitCode", "exit5", "1", "1", "16 1 0 5 0 0 0 gone"},
-                                         ServiceEnd{"SpecificExitCode", "specific", "1", "1", "16 1 0 1066 77 0 0 gone"},
-                                         ServiceEnd{"IgnoredStop", "ignore", "1", "1", "16 4 3 0 0 0 0 alive"},
-                                         ServiceEnd{"NoServiceProgram", "silent", "0 1053", "", "16 1 0 1077 0 0 0 gone"}),
-                         RowName);
 
 struct ServicePath
 {
@@ -120,28 +111,25 @@ struct ServicePath
     const char* outcome;
 };
 
-class ServicePaths : public testing::TestWithParam<ServicePath>
-{};
-
-TEST_P(ServicePaths, AreFoundAsCommandLines)
+TEST(ServicePaths, AreFoundAsCommandLines)
 {
-    const auto folder = ScratchFolder() / "with blank & 'quotes' $(x);`y`";
-    std::filesystem::create_directories(folder / "folder.exe");
-    std::filesystem::copy_file(SERVICE_PROGRAM, folder / "my svc.exe");
-    WriteBytes((folder / "text.exe").string(), "no program");
-    const InstalledService service("exit5 \"a b\" c\\\"d", GetParam().before + DrivePath(folder.string()) + GetParam().after);
-    EXPECT_EQ(GetParam().outcome, Start(service)) << service.command;
-    EXPECT_TRUE(GetParam().outcome[0] == '0' || service.Reaches(SERVICE_RUNNING));
+    const ServicePath rows[] = {
+        {"Quoted", "\"", "\\my svc.exe\"", "1"}, {"Unquoted", "", "\\my svc.exe", "1"},
+        {"WithoutExtension", "\"", "\\my svc\"", "1"}, {"Missing", "\"", "\\nothing.exe\"", "0 2"},
+        {"MissingFolder", "\"", "\\no\\thing.exe\"", "0 2"}, {"Folder", "\"", "\\folder.exe\"", "0 5"},
+        {"NoProgram", "\"", "\\text.exe\"", "0 193"},
+    };
+    for (const ServicePath& row : rows) {
+        SCOPED_TRACE(row.name);
+        const auto folder = ScratchFolder() / "with blank & 'quotes' $(x);`y`";
+        std::filesystem::create_directories(folder / "folder.exe");
+        std::filesystem::copy_file(SERVICE_PROGRAM, folder / "my svc.exe");
+        WriteBytes((folder / "text.exe").string(), "no program");
+        const InstalledService service("exit5 \"a b\" c\\\"d", row.before + DrivePath(folder.string()) + row.after);
+        EXPECT_EQ(row.outcome, Start(service)) << service.command;
+        EXPECT_TRUE(row.outcome[0] == '0' || service.Reaches(SERVICE_RUNNING));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(, ServicePaths,
-                         testing::Values(ServicePath{"Quoted", "\"", "\\my svc.exe\"", "1"}, ServicePath{"Unquoted", "", "\\my svc.exe", "1"},
-                                         ServicePath{"WithoutExtension", "\"", "\\my svc\"", "1"},
-                                         ServicePath{"Missing", "\"", "\\nothing.exe\"", "0 2"},
-                                         ServicePath{"MissingFolder", "\"", "\\no\\thing.exe\"", "0 2"},
-                                         ServicePath{"Folder", "\"", "\\folder.exe\"", "0 5"},
-                                         ServicePath{"NoProgram", "\"", "\\text.exe\"", "0 193"}),
-                         RowName);
 
 TEST(Services, AreDescribedAndChanged)
 {
@@ -174,8 +162,7 @@ TEST(Services, AreDescribedAndChanged)
 
 TEST(Services, RefuseBadCalls)
 {
-    const InstalledService service("run");
-    const InstalledService other("run");
+    const InstalledService service("run"), other("run");
     const OwnedService connected(OpenSCManagerA(nullptr, nullptr, SC_MANAGER_CONNECT));
     const OwnedService asking(OpenServiceA(service.Manager(), service.name.c_str(), SERVICE_QUERY_STATUS));
     const auto create = [&](SC_HANDLE manager, const char* name, const char* shown, DWORD type, DWORD start, const char* path) {
@@ -201,17 +188,11 @@ TEST(Services, RefuseBadCalls)
         {"0 87", create(manager, "kelgen-test-x", nullptr, 0, 3, "x")},
         {"0 87", create(manager, "kelgen-test-x", nullptr, 16, 9, "x")},
         {"0 87", create(manager, "kelgen-test-x", nullptr, 16, SERVICE_BOOT_START, "x")},
-        {"0 87", create(manager, "kelgen-test-x", nullptr, 16, 3, "")},
-        {"0 123", create(manager, "", nullptr, 16, 3, "x")},
-        {"0 123", create(manager, "a\\b", nullptr, 16, 3, "x")},
-        {"0 487", create(manager, nullptr, nullptr, 16, 3, "x")},
-        {"0 487", create(manager, "kelgen-test-x", nullptr, 16, 3, nullptr)},
-        {"0 1060", open(manager, "kelgen-test-nothing")},
-        {"0 123", open(manager, "bad/name")},
-        {"0 123", open(manager, "")},
-        {"0 487", open(manager, nullptr)},
-        {"0 6", open(service.handle, service.name.c_str())},
-        {"0 6", open(nullptr, service.name.c_str())},
+        {"0 87", create(manager, "kelgen-test-x", nullptr, 16, 3, "")}, {"0 123", create(manager, "", nullptr, 16, 3, "x")},
+        {"0 123", create(manager, "a\\b", nullptr, 16, 3, "x")}, {"0 487", create(manager, nullptr, nullptr, 16, 3, "x")},
+        {"0 487", create(manager, "kelgen-test-x", nullptr, 16, 3, nullptr)}, {"0 1060", open(manager, "kelgen-test-nothing")},
+        {"0 123", open(manager, "bad/name")}, {"0 123", open(manager, "")}, {"0 487", open(manager, nullptr)},
+        {"0 6", open(service.handle, service.name.c_str())}, {"0 6", open(nullptr, service.name.c_str())},
         {"1", open(connected.get(), ("KELGEN" + service.name.substr(6)).c_str())},
         {"0 123", Outcome([] { return OpenSCManagerA(nullptr, "BadDb", SC_MANAGER_CONNECT) != nullptr; })},
         {"0 6", Outcome([&] { return QueryServiceStatus(manager, &status); })},
@@ -222,8 +203,7 @@ TEST(Services, RefuseBadCalls)
         {"0 5", Outcome([&] { return StartServiceA(asking.get(), 0, nullptr); })},
         {"0 5", Outcome([&] { return ControlService(asking.get(), SERVICE_CONTROL_STOP, &status); })},
         {"0 5", Outcome([&] { return QueryServiceConfigA(asking.get(), nullptr, 0, &needed); })},
-        {"0 5", Outcome([&] { return DeleteService(asking.get()); })},
-        {"0 6", Outcome([] { return DeleteService(nullptr); })},
+        {"0 5", Outcome([&] { return DeleteService(asking.get()); })}, {"0 6", Outcome([] { return DeleteService(nullptr); })},
         {"0 6", Outcome([] { return CloseServiceHandle(nullptr); })},
         {"0 87", Outcome([&] { return EnumServicesStatusA(manager, 0, SERVICE_STATE_ALL, nullptr, 0, &needed, &needed, nullptr); })},
     };
@@ -261,9 +241,7 @@ TEST(Services, GoWhenMarkedStoppedAndClosed)
     const auto isListed = [&] {
         std::vector<BYTE> buffer(1 << 20);
         auto* const services = reinterpret_cast<ENUM_SERVICE_STATUSA*>(buffer.data());
-        DWORD needed = 0;
-        DWORD count = 0;
-        DWORD resume = 0;
+        DWORD needed = 0, count = 0, resume = 0;
         EnumServicesStatusA(manager.get(), SERVICE_WIN32, SERVICE_STATE_ALL, services, 256 * 1024, &needed, &count, &resume);
         return std::any_of(services, services + count, [&](const auto& entry) { return entry.lpServiceName == name; });
     };

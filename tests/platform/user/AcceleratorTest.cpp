@@ -1,8 +1,7 @@
 // AcceleratorTest.cpp: accelerator tables.
-#include <kelgen/platform/Win32.h>
-
 #include "platform/user/MessageLog.h"
-#include "support/Rows.h"
+
+#include "support/Failures.h"
 
 #include <array>
 
@@ -33,10 +32,8 @@ TEST(Accelerators, TablesAreCopiesOfTheirEntriesAndOfResources)
     EXPECT_TRUE(DestroyAcceleratorTable(made));
 
     SetLastError(0);
-    EXPECT_EQ(nullptr, CreateAcceleratorTableA(entries.data(), 0));
-    EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
-    EXPECT_EQ(nullptr, LoadAcceleratorsA(module, "missing"));
-    EXPECT_EQ(DWORD{ERROR_RESOURCE_NAME_NOT_FOUND}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_PARAMETER, !CreateAcceleratorTableA(entries.data(), 0)));
+    EXPECT_TRUE(FailedWith(ERROR_RESOURCE_NAME_NOT_FOUND, !LoadAcceleratorsA(module, "missing")));
 }
 
 namespace {
@@ -96,38 +93,33 @@ public:
 
 } // namespace
 
-class PressedKey : public testing::TestWithParam<Pressed>
+TEST(PressedKey, SendsItsCommand)
 {
-};
-
-TEST_P(PressedKey, SendsItsCommand)
-{
-    CommandWindow window;
-    const HACCEL table = LoadAcceleratorsA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(3));
-    Hold(GetParam().held, true);
-    const int result = window.Translate(table, GetParam().message, GetParam().key);
-    Hold(GetParam().held, false);
-    EXPECT_EQ(GetParam().result, result);
-    EXPECT_EQ(GetParam().log, TakeLog());
-    DestroyAcceleratorTable(table);
+    const Pressed rows[] = {
+        {"Key", WM_KEYDOWN, VK_F5, 0, 1, "command(10068,0)"}, {"SystemKey", WM_SYSKEYDOWN, VK_F5, 0, 1, "command(10068,0)"},
+        {"Release", WM_KEYUP, VK_F5, 0, 0, ""}, {"OtherKey", WM_KEYDOWN, VK_F4, 0, 0, ""},
+        {"KeyWithTooMuch", WM_KEYDOWN, VK_F5, FCONTROL, 0, ""}, {"KeyWithTooLittle", WM_KEYDOWN, 'S', 0, 0, ""},
+        {"KeyWithControl", WM_KEYDOWN, 'S', FCONTROL, 1, "command(10069,0)"},
+        {"KeyWithBoth", WM_KEYDOWN, 'T', FCONTROL | FSHIFT, 1, "command(1006a,0)"},
+        {"Character", WM_CHAR, 'K', FCONTROL | FSHIFT, 1, "command(10065,0)"}, {"CharacterIsNoKey", WM_KEYDOWN, 'K', 0, 0, ""},
+        {"CharacterWithoutAlt", WM_SYSCHAR, 'a', 0, 0, ""}, {"CharacterWithAlt", WM_SYSCHAR, 'a', FALT, 1, "command(10067,0)"},
+        {"GrayedItem", WM_KEYDOWN, VK_F6, 0, 1, "init open(0)"},
+        {"DeepItem", WM_KEYDOWN, VK_F7, 0, 1, "init open(3) command(103eb,0)"},
+        {"ItemOfTheBar", WM_KEYDOWN, VK_F8, 0, 1, "init command(103ec,0)"},
+        {"SystemMenu", WM_KEYDOWN, VK_F9, 0, 1, "init open(10000) system(f060,10000)"},
+    };
+    for (const Pressed& row : rows) {
+        SCOPED_TRACE(row.name);
+        CommandWindow window;
+        const HACCEL table = LoadAcceleratorsA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(3));
+        Hold(row.held, true);
+        const int result = window.Translate(table, row.message, row.key);
+        Hold(row.held, false);
+        EXPECT_EQ(row.result, result);
+        EXPECT_EQ(row.log, TakeLog());
+        DestroyAcceleratorTable(table);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    , PressedKey,
-    testing::Values(Pressed{"Key", WM_KEYDOWN, VK_F5, 0, 1, "command(10068,0)"}, Pressed{"SystemKey", WM_SYSKEYDOWN, VK_F5, 0, 1, "command(10068,0)"},
-                    Pressed{"Release", WM_KEYUP, VK_F5, 0, 0, ""}, Pressed{"OtherKey", WM_KEYDOWN, VK_F4, 0, 0, ""},
-                    Pressed{"KeyWithTooMuch", WM_KEYDOWN, VK_F5, FCONTROL, 0, ""}, Pressed{"KeyWithTooLittle", WM_KEYDOWN, 'S', 0, 0, ""},
-                    Pressed{"KeyWithControl", WM_KEYDOWN, 'S', FCONTROL, 1, "command(10069,0)"},
-                    Pressed{"KeyWithBoth", WM_KEYDOWN, 'T', FCONTROL | FSHIFT, 1, "command(1006a,0)"},
-                    Pressed{"Character", WM_CHAR, 'K', FCONTROL | FSHIFT, 1, "command(10065,0)"},
-                    Pressed{"CharacterIsNoKey", WM_KEYDOWN, 'K', 0, 0, ""},
-                    Pressed{"CharacterWithoutAlt", WM_SYSCHAR, 'a', 0, 0, ""},
-                    Pressed{"CharacterWithAlt", WM_SYSCHAR, 'a', FALT, 1, "command(10067,0)"},
-                    Pressed{"GrayedItem", WM_KEYDOWN, VK_F6, 0, 1, "init open(0)"},
-                    Pressed{"DeepItem", WM_KEYDOWN, VK_F7, 0, 1, "init open(3) command(103eb,0)"},
-                    Pressed{"ItemOfTheBar", WM_KEYDOWN, VK_F8, 0, 1, "init command(103ec,0)"},
-                    Pressed{"SystemMenu", WM_KEYDOWN, VK_F9, 0, 1, "init open(10000) system(f060,10000)"}),
-    RowName);
 
 TEST(Accelerators, CommandsOfMenusWaitForTheWindow)
 {

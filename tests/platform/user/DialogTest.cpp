@@ -1,8 +1,7 @@
 // DialogTest.cpp: dialogs from templates, their keyboard, focus and default button, and modal loops.
-#include <kelgen/platform/Win32.h>
-
 #include "platform/user/MessageLog.h"
-#include "support/Rows.h"
+
+#include "support/Failures.h"
 
 #include <array>
 #include <cstring>
@@ -90,15 +89,7 @@ private:
     HWND m_dialog;
 };
 
-struct Press
-{
-    const char* name;
-    int focus;
-    WPARAM key;
-    UINT message;
-    const char* state;
-    const char* log;
-};
+struct Press { const char* name; int focus; WPARAM key; UINT message; const char* state; const char* log; };
 
 } // namespace
 
@@ -151,37 +142,34 @@ TEST(Dialog, TabGoesRoundAndMovesTheDefaultButton)
     EXPECT_EQ("102 104", (SetFocus(dialog.Item(100)), dialog.Tab(2, false))) << "of radio buttons only the checked one";
 }
 
-class DialogPress : public testing::TestWithParam<Press>
+TEST(DialogPress, MovesOrCommands)
 {
-};
-
-TEST_P(DialogPress, MovesOrCommands)
-{
-    SampleDialog dialog;
-    SetFocus(dialog.Item(GetParam().focus));
-    TakeLog();
-    EXPECT_TRUE(dialog.Press(GetParam().key, GetParam().message));
-    EXPECT_EQ(GetParam().state, dialog.State());
-    EXPECT_EQ(GetParam().log, TakeLog());
+    const Press rows[] = {
+        {"ArrowPressesRadioButtons", 101, VK_DOWN, WM_KEYDOWN, "102 default 1", "102:0"},
+        {"ArrowGoesRoundTheGroup", 101, VK_UP, WM_KEYDOWN, "103 default 1", "103:0"},
+        {"ArrowMovesElsewhere", 104, VK_RIGHT, WM_KEYDOWN, "105 default 1", "105:4"},
+        {"ArrowMovesTheDefaultButton", 1, VK_RIGHT, WM_KEYDOWN, "2 default 2", ""},
+        {"ArrowStaysInEdit", 100, VK_DOWN, WM_KEYDOWN, "100 default 1", ""},
+        {"ReturnPressesTheDefaultButton", 104, VK_RETURN, WM_KEYDOWN, "104 default 1", "1:0"},
+        {"ReturnIsTextWhereWanted", 108, VK_RETURN, WM_KEYDOWN, "108 default 1", "108:400 108:300"},
+        {"TabLeavesLines", 108, VK_TAB, WM_KEYDOWN, "1 default 1", "108:200"},
+        {"EscapeCancels", 100, VK_ESCAPE, WM_KEYDOWN, "100 default 1", "2:0"},
+        {"LetterPressesButton", 101, 'h', WM_CHAR, "104 default 1", "104:0"},
+        {"LetterOfLabelGoesToTheNextControl", 104, 'n', WM_CHAR, "100 default 1", "100:100"},
+        {"LetterIsTextInEdit", 100, 'h', WM_CHAR, "100 default 1", "100:400 100:300"},
+        {"AltLetterLeavesEdit", 100, 'b', WM_SYSCHAR, "102 default 1", "100:200 102:0"},
+        {"LetterOfGroupBox", 1, 'g', WM_CHAR, "104 default 1", ""},
+    };
+    for (const Press& row : rows) {
+        SCOPED_TRACE(row.name);
+        SampleDialog dialog;
+        SetFocus(dialog.Item(row.focus));
+        TakeLog();
+        EXPECT_TRUE(dialog.Press(row.key, row.message));
+        EXPECT_EQ(row.state, dialog.State());
+        EXPECT_EQ(row.log, TakeLog());
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    , DialogPress,
-    testing::Values(Press{"ArrowPressesRadioButtons", 101, VK_DOWN, WM_KEYDOWN, "102 default 1", "102:0"},
-                    Press{"ArrowGoesRoundTheGroup", 101, VK_UP, WM_KEYDOWN, "103 default 1", "103:0"},
-                    Press{"ArrowMovesElsewhere", 104, VK_RIGHT, WM_KEYDOWN, "105 default 1", "105:4"},
-                    Press{"ArrowMovesTheDefaultButton", 1, VK_RIGHT, WM_KEYDOWN, "2 default 2", ""},
-                    Press{"ArrowStaysInEdit", 100, VK_DOWN, WM_KEYDOWN, "100 default 1", ""},
-                    Press{"ReturnPressesTheDefaultButton", 104, VK_RETURN, WM_KEYDOWN, "104 default 1", "1:0"},
-                    Press{"ReturnIsTextWhereWanted", 108, VK_RETURN, WM_KEYDOWN, "108 default 1", "108:400 108:300"},
-                    Press{"TabLeavesLines", 108, VK_TAB, WM_KEYDOWN, "1 default 1", "108:200"},
-                    Press{"EscapeCancels", 100, VK_ESCAPE, WM_KEYDOWN, "100 default 1", "2:0"},
-                    Press{"LetterPressesButton", 101, 'h', WM_CHAR, "104 default 1", "104:0"},
-                    Press{"LetterOfLabelGoesToTheNextControl", 104, 'n', WM_CHAR, "100 default 1", "100:100"},
-                    Press{"LetterIsTextInEdit", 100, 'h', WM_CHAR, "100 default 1", "100:400 100:300"},
-                    Press{"AltLetterLeavesEdit", 100, 'b', WM_SYSCHAR, "102 default 1", "100:200 102:0"},
-                    Press{"LetterOfGroupBox", 1, 'g', WM_CHAR, "104 default 1", ""}),
-    RowName);
 
 TEST(Dialog, DefaultButtonIsWhatItIsSetTo)
 {
@@ -214,8 +202,7 @@ TEST(Dialog, WalksThroughTabStopsAndGroups)
     }
     EXPECT_EQ("0:100,-,-1,- 100:102,2,-1,-1 101:102,100,102,103 103:104,102,101,102 104:105,102,105,2 107:108,106,108,106 2:100,1,104,1 ", all);
     SetLastError(0);
-    EXPECT_EQ(nullptr, GetNextDlgTabItem(nullptr, nullptr, FALSE));
-    EXPECT_EQ(DWORD{ERROR_INVALID_WINDOW_HANDLE}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_WINDOW_HANDLE, !GetNextDlgTabItem(nullptr, nullptr, FALSE)));
 }
 
 TEST(Dialog, OtherMessagesAreDispatchedAndCloseIsCancel)
@@ -288,10 +275,8 @@ TEST(Dialog, TemplatesFailOnMissingClassesUnlessTheyMayLack)
     EXPECT_EQ(100, client.bottom);
     DestroyWindow(dialog);
     SetLastError(0);
-    EXPECT_EQ(nullptr, create(11));
-    EXPECT_EQ(DWORD{ERROR_TLW_WITH_WSCHILD}, GetLastError());
-    EXPECT_EQ(nullptr, create(99));
-    EXPECT_EQ(DWORD{ERROR_RESOURCE_NAME_NOT_FOUND}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_TLW_WITH_WSCHILD, !create(11)));
+    EXPECT_TRUE(FailedWith(ERROR_RESOURCE_NAME_NOT_FOUND, !create(99)));
     EXPECT_EQ(nullptr, CreateDialogIndirectParamA(Module(), nullptr, nullptr, DialogProcedure, 0));
 
     NamedWindow parent("parent", WS_OVERLAPPEDWINDOW);

@@ -1,6 +1,6 @@
 // HookTest.cpp: chains of hooks, taking hooks out while they run, and what each type of hook sees.
 #include "platform/user/MessageLog.h"
-#include "support/Rows.h"
+#include "support/Failures.h"
 #include "support/Threads.h"
 
 using namespace kelgen::test;
@@ -59,51 +59,42 @@ HHOOK OfThisThread(int type, HOOKPROC procedure)
     return SetWindowsHookExA(type, procedure, nullptr, GetCurrentThreadId());
 }
 
-struct ChainRow
-{
-    const char* name;
-    int mode;
-    int result;
-    const char* first;
-    const char* second;
-};
-
-class HookChain : public testing::TestWithParam<ChainRow>
-{
-};
+struct ChainRow { const char* name; int mode, result; const char* first; const char* second; };
 
 }  // namespace
 
-TEST_P(HookChain, RunsNewestFirstAndPassesOverHooksThatAreGone)
+TEST(HookChain, RunsNewestFirstAndPassesOverHooksThatAreGone)
 {
-    const ChainRow& row = GetParam();
-    mode = row.mode;
-    TakeLog();
-    const HOOKPROC procedures[] = {Chained<0>, Chained<1>, Chained<2>};
-    for (int i = 0; i < 3; ++i)
-        hooks[i] = OfThisThread(WH_MSGFILTER, procedures[i]);
-    MSG message{};
-    EXPECT_EQ(row.result, CallMsgFilterA(&message, 5));
-    EXPECT_EQ(row.first, TakeLog());
-    CallMsgFilterW(&message, 32769);
-    EXPECT_EQ(row.second, TakeLog());
-    for (const HHOOK hook : hooks)
-        UnhookWindowsHookEx(hook);
-    EXPECT_FALSE(CallMsgFilterA(&message, 0));
-    EXPECT_EQ("", TakeLog());
-    EXPECT_EQ(0, CallNextHookEx(nullptr, 0, 0, 0));
+    const ChainRow rows[] = {
+        {"AsTheyStand", 0, FALSE, "2:5 1:5 0:5", "2:32769 1:32769 0:32769"},
+        {"OneTakesItselfOut", 1, FALSE, "2:5 1:5 0:5", "2:32769 0:32769"},
+        {"OneTakesTheNewerOut", 2, FALSE, "2:5 1:5 0:5", "1:32769 0:32769"},
+        {"OneTakesTheOlderOut", 3, FALSE, "2:5 0:5", "2:32769 0:32769"},
+        {"TheNewestTakesItselfOut", 4, FALSE, "2:5 1:5 0:5", "1:32769 0:32769"},
+        {"TheOldestTakesAllOut", 5, FALSE, "2:5 1:5 0:5", ""},
+        {"OneCallsTheNextTwice", 6, FALSE, "2:5 1:5 0:5 0:6", "2:32769 1:32769 0:32769 0:32770"},
+        {"TheNewestDecidesTheResult", 7, TRUE, "2:5 1:5 0:5", "2:32769 1:32769 0:32769"},
+        {"TheOldestDecidesTheResult", 8, 5, "2:5 1:5 0:5", "2:32769 1:32769 0:32769"},
+    };
+    for (const ChainRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        mode = row.mode;
+        TakeLog();
+        const HOOKPROC procedures[] = {Chained<0>, Chained<1>, Chained<2>};
+        for (int i = 0; i < 3; ++i)
+            hooks[i] = OfThisThread(WH_MSGFILTER, procedures[i]);
+        MSG message{};
+        EXPECT_EQ(row.result, CallMsgFilterA(&message, 5));
+        EXPECT_EQ(row.first, TakeLog());
+        CallMsgFilterW(&message, 32769);
+        EXPECT_EQ(row.second, TakeLog());
+        for (const HHOOK hook : hooks)
+            UnhookWindowsHookEx(hook);
+        EXPECT_FALSE(CallMsgFilterA(&message, 0));
+        EXPECT_EQ("", TakeLog());
+        EXPECT_EQ(0, CallNextHookEx(nullptr, 0, 0, 0));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(, HookChain, testing::Values(
-    ChainRow{"AsTheyStand", 0, FALSE, "2:5 1:5 0:5", "2:32769 1:32769 0:32769"},
-    ChainRow{"OneTakesItselfOut", 1, FALSE, "2:5 1:5 0:5", "2:32769 0:32769"},
-    ChainRow{"OneTakesTheNewerOut", 2, FALSE, "2:5 1:5 0:5", "1:32769 0:32769"},
-    ChainRow{"OneTakesTheOlderOut", 3, FALSE, "2:5 0:5", "2:32769 0:32769"},
-    ChainRow{"TheNewestTakesItselfOut", 4, FALSE, "2:5 1:5 0:5", "1:32769 0:32769"},
-    ChainRow{"TheOldestTakesAllOut", 5, FALSE, "2:5 1:5 0:5", ""},
-    ChainRow{"OneCallsTheNextTwice", 6, FALSE, "2:5 1:5 0:5 0:6", "2:32769 1:32769 0:32769 0:32770"},
-    ChainRow{"TheNewestDecidesTheResult", 7, TRUE, "2:5 1:5 0:5", "2:32769 1:32769 0:32769"},
-    ChainRow{"TheOldestDecidesTheResult", 8, 5, "2:5 1:5 0:5", "2:32769 1:32769 0:32769"}), RowName);
 
 TEST(Hook, OfTheThreadRunsBeforeThoseOfAllThreads)
 {
@@ -146,14 +137,11 @@ TEST(Hook, BadArgumentsAndHandlesFail)
         int type;
         HOOKPROC procedure;
         HINSTANCE module;
-        DWORD thread;
-        DWORD error;
+        DWORD thread, error;
     } rows[] = {{"no procedure", WH_MSGFILTER, nullptr, nullptr, self, 1427},
                 {"no procedure before no module", WH_MOUSE, nullptr, nullptr, 0, 1427},
-                {"neither module nor thread", WH_MOUSE, some, nullptr, 0, 1428},
-                {"unknown type", 99, some, nullptr, self, 87},
-                {"no module before unknown type", 99, some, nullptr, 0, 1428},
-                {"type before the first", -2, some, module, 0, 87},
+                {"neither module nor thread", WH_MOUSE, some, nullptr, 0, 1428}, {"unknown type", 99, some, nullptr, self, 87},
+                {"no module before unknown type", 99, some, nullptr, 0, 1428}, {"type before the first", -2, some, module, 0, 87},
                 {"journal of a thread", WH_JOURNALPLAYBACK, some, nullptr, self, 87},
                 {"system filter of a thread", WH_SYSMSGFILTER, some, nullptr, self, 87},
                 {"low-level of a thread", WH_MOUSE_LL, some, module, self, 87},
@@ -168,13 +156,10 @@ TEST(Hook, BadArgumentsAndHandlesFail)
         const HHOOK hook = OfThisThread(type, some);
         EXPECT_TRUE(UnhookWindowsHookEx(hook)) << type;
         SetLastError(0);
-        EXPECT_FALSE(UnhookWindowsHookEx(hook)) << type;
-        EXPECT_EQ(DWORD{ERROR_INVALID_HOOK_HANDLE}, GetLastError()) << type;
+        EXPECT_TRUE(FailedWith(ERROR_INVALID_HOOK_HANDLE, !UnhookWindowsHookEx(hook))) << type;
     }
-    EXPECT_FALSE(UnhookWindowsHookEx(nullptr));
-    EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
-    EXPECT_FALSE(UnhookWindowsHookEx(reinterpret_cast<HHOOK>(UINT_PTR{0x1234})));
-    EXPECT_EQ(DWORD{ERROR_INVALID_HOOK_HANDLE}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_PARAMETER, !UnhookWindowsHookEx(nullptr)));
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_HOOK_HANDLE, !UnhookWindowsHookEx(reinterpret_cast<HHOOK>(UINT_PTR{0x1234}))));
     const HHOOK low = SetWindowsHookExA(WH_MOUSE_LL, some, nullptr, 0);
     EXPECT_TRUE(UnhookWindowsHookEx(low));
     OfThisThread(WH_MOUSE, some);

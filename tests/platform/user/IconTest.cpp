@@ -1,6 +1,4 @@
 // IconTest.cpp: sizes, sharing and bad data of icons and cursors.
-#include <kelgen/platform/Win32.h>
-
 #include "support/Scratch.h"
 
 #include <cstring>
@@ -26,8 +24,7 @@ std::string Describe(HICON icon)
     ICONINFO info;
     if (!GetIconInfo(icon, &info))
         return "none, " + std::to_string(GetLastError());
-    BITMAP mask = {};
-    BITMAP color = {};
+    BITMAP mask = {}, color = {};
     GetObjectA(info.hbmMask, sizeof mask, &mask);
     GetObjectA(info.hbmColor, sizeof color, &color);
     std::string text = info.fIcon ? "icon " : "cursor ";
@@ -81,8 +78,7 @@ TEST(Icon, SharedLoadsAreOneForEachImageAndStay)
     EXPECT_NE(LoadIconA(nullptr, IDI_APPLICATION), LoadIconA(nullptr, IDI_HAND));
     EXPECT_EQ(LoadCursorA(nullptr, IDC_WAIT), LoadCursorA(nullptr, IDC_WAIT));
 
-    const HICON own = Load(1, 16);
-    const HICON copy = CopyIcon(own);
+    const HICON own = Load(1, 16), copy = CopyIcon(own);
     EXPECT_TRUE(DestroyIcon(own));
     EXPECT_EQ("none, 1402", Describe(own));
     EXPECT_FALSE(DestroyIcon(own));

@@ -1,5 +1,6 @@
 // InputTest.cpp: the messages and hook calls that fed input makes, whole sequences at a time.
 #include "platform/user/MessageLog.h"
+#include "support/Failures.h"
 #include "support/Threads.h"
 
 using namespace kelgen::test;
@@ -138,8 +139,7 @@ struct Input : testing::Test
     NamedWindow& child = shown->child;
     NamedWindow& grand = shown->grand;
     NamedWindow& side = shown->side;
-    LRESULT clickAnswer = 0;
-    LRESULT childHit = 0;
+    LRESULT clickAnswer = 0, childHit = 0;
 };
 
 }  // namespace
@@ -331,13 +331,10 @@ TEST_F(Input, KeysGoToTheFocusAndBecomeCharacters)
 TEST_F(Input, BadCallsFail)
 {
     INPUT input{};
-    EXPECT_EQ(0u, SendInput(1, &input, 1));
-    EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_PARAMETER, !SendInput(1, &input, 1)));
     SetLastError(0);
-    EXPECT_EQ(0u, SendInput(0, &input, sizeof input));
-    EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
-    EXPECT_EQ(0u, SendInput(1, nullptr, sizeof input));
-    EXPECT_EQ(DWORD{ERROR_NOACCESS}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_PARAMETER, !SendInput(0, &input, sizeof input)));
+    EXPECT_TRUE(FailedWith(ERROR_NOACCESS, !SendInput(1, nullptr, sizeof input)));
     EXPECT_TRUE(SetDoubleClickTime(0));
     EXPECT_EQ(500u, GetDoubleClickTime());
 }

@@ -1,8 +1,6 @@
 // MenuTrackingTest.cpp: open menus, driven by keys: what their owner hears, in order, and menus of windows.
-#include <kelgen/platform/Win32.h>
-
 #include "platform/user/MessageLog.h"
-#include "support/Rows.h"
+#include "support/Failures.h"
 
 #include <sstream>
 
@@ -112,14 +110,7 @@ private:
     }
 };
 
-struct Tracked
-{
-    const char* name;
-    const char* keys;
-    UINT flags;
-    const char* log;
-    int result;
-};
+struct Tracked { const char* name; const char* keys; UINT flags; const char* log; int result; };
 
 struct BarRun
 {
@@ -131,80 +122,69 @@ struct BarRun
 
 } // namespace
 
-class TrackedPopup : public testing::TestWithParam<Tracked>
+TEST(TrackedPopup, TellsItsOwner)
 {
-};
-
-TEST_P(TrackedPopup, TellsItsOwner)
-{
-    MenuOwner owner;
-    owner.Post(GetParam().keys);
-    EXPECT_EQ(GetParam().result, TrackPopupMenu(owner.Popup(), GetParam().flags, 10, 10, 0, owner, nullptr));
-    EXPECT_EQ(GetParam().log, owner.Take());
+    const Tracked rows[] = {
+        {"CommandIsPosted", "down return", 0,
+         "enter1 init(file) open(file,0) file:1001/80 close(file) -:0/ffff exit1 command(1001)", 1},
+        {"CommandIsReturnedWithoutNotices", "down return", TPM_RETURNCMD | TPM_NONOTIFY, "file:1001/80 -:0/ffff exit1", 1001},
+        {"EscapeLeaves", "escape", TPM_RETURNCMD, "enter1 init(file) open(file,0) close(file) -:0/ffff exit1", 0},
+        {"LetterChooses", "'o", TPM_RETURNCMD, "enter1 init(file) open(file,0) file:1001/80 close(file) -:0/ffff exit1", 1001},
+        {"UnknownLetterAsksOwnerGrayedItemEnds", "'q 'x", TPM_RETURNCMD,
+         "enter1 init(file) open(file,0) char(q,10,file) file:1002/81 close(file) -:0/ffff exit1", 0},
+        {"LetterOpensSubmenu", "'s 'd", TPM_RETURNCMD,
+         "enter1 init(file) open(file,0) file:3/90 open(sub,3) sub:1003/88 close(sub) close(file) -:0/ffff exit1", 1003},
+        {"ArrowsOpenAndCloseSubmenu", "up right left right return", TPM_RETURNCMD,
+         "enter1 init(file) open(file,0) file:3/90 open(sub,3) sub:1003/88 close(sub) open(sub,3) sub:1003/88 close(sub) "
+         "close(file) -:0/ffff exit1",
+         1003},
+        {"SelectionSkipsSeparatorsAndWraps", "end down down up up escape", TPM_RETURNCMD,
+         "enter1 init(file) open(file,0) file:3/90 file:1001/80 file:1002/81 file:1001/80 file:3/90 close(file) -:0/ffff exit1", 0},
+        {"SidewaysDoesNothingHere", "left right down left right escape", TPM_RETURNCMD,
+         "enter1 init(file) open(file,0) file:1001/80 close(file) -:0/ffff exit1", 0},
+    };
+    for (const Tracked& row : rows) {
+        SCOPED_TRACE(row.name);
+        MenuOwner owner;
+        owner.Post(row.keys);
+        EXPECT_EQ(row.result, TrackPopupMenu(owner.Popup(), row.flags, 10, 10, 0, owner, nullptr));
+        EXPECT_EQ(row.log, owner.Take());
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    , TrackedPopup,
-    testing::Values(
-        Tracked{"CommandIsPosted", "down return", 0,
-                "enter1 init(file) open(file,0) file:1001/80 close(file) -:0/ffff exit1 command(1001)", 1},
-        Tracked{"CommandIsReturnedWithoutNotices", "down return", TPM_RETURNCMD | TPM_NONOTIFY, "file:1001/80 -:0/ffff exit1", 1001},
-        Tracked{"EscapeLeaves", "escape", TPM_RETURNCMD, "enter1 init(file) open(file,0) close(file) -:0/ffff exit1", 0},
-        Tracked{"LetterChooses", "'o", TPM_RETURNCMD,
-                "enter1 init(file) open(file,0) file:1001/80 close(file) -:0/ffff exit1", 1001},
-        Tracked{"UnknownLetterAsksOwnerGrayedItemEnds", "'q 'x", TPM_RETURNCMD,
-                "enter1 init(file) open(file,0) char(q,10,file) file:1002/81 close(file) -:0/ffff exit1", 0},
-        Tracked{"LetterOpensSubmenu", "'s 'd", TPM_RETURNCMD,
-                "enter1 init(file) open(file,0) file:3/90 open(sub,3) sub:1003/88 close(sub) close(file) -:0/ffff exit1", 1003},
-        Tracked{"ArrowsOpenAndCloseSubmenu", "up right left right return", TPM_RETURNCMD,
-                "enter1 init(file) open(file,0) file:3/90 open(sub,3) sub:1003/88 close(sub) open(sub,3) sub:1003/88 close(sub) "
-                "close(file) -:0/ffff exit1",
-                1003},
-        Tracked{"SelectionSkipsSeparatorsAndWraps", "end down down up up escape", TPM_RETURNCMD,
-                "enter1 init(file) open(file,0) file:3/90 file:1001/80 file:1002/81 file:1001/80 file:3/90 close(file) -:0/ffff exit1", 0},
-        Tracked{"SidewaysDoesNothingHere", "left right down left right escape", TPM_RETURNCMD,
-                "enter1 init(file) open(file,0) file:1001/80 close(file) -:0/ffff exit1", 0}),
-    RowName);
-
-class MenuBarRun : public testing::TestWithParam<BarRun>
+TEST(MenuBarRun, TellsItsOwner)
 {
-};
-
-TEST_P(MenuBarRun, TellsItsOwner)
-{
-    MenuOwner owner;
-    owner.Post(GetParam().keys);
-    SendMessageA(owner, WM_SYSCOMMAND, SC_KEYMENU, GetParam().letter);
-    EXPECT_EQ(GetParam().log, owner.Take());
+    const BarRun rows[] = {
+        {"LetterSelectsAndReturnOpens", "down return", 'f',
+         "enter0 init(bar) bar:0/90 open(file,0) file:1001/80 capture close(file) -:0/ffff exit0 command(1001)"},
+        {"LetterOfACommandChoosesIt", "", 'g', "enter0 init(bar) bar:1004/4080 capture -:0/ffff exit0 command(1004)"},
+        {"UnknownLetterAsksOwner", "", 'q', "enter0 init(bar) char(q,0,bar) capture -:0/ffff exit0"},
+        {"WalkThroughPopup", "down down down down right return", 0,
+         "enter0 init(bar) bar:0/90 open(file,0) file:1001/80 file:1002/81 file:3/90 file:1001/80 close(file) bar:1004/4080 capture "
+         "-:0/ffff exit0 command(1004)"},
+        {"EscapeGoesBackToTheBar", "down escape right escape", 0,
+         "enter0 init(bar) bar:0/90 open(file,0) file:1001/80 close(file) bar:1004/4080 capture -:0/ffff exit0"},
+        {"GrayedPopupStaysClosed", "down right right down left escape", 0,
+         "enter0 init(bar) bar:0/90 open(file,0) file:1001/80 close(file) bar:1004/4080 bar:2/91 bar:1004/4080 capture -:0/ffff exit0"},
+        {"LeftOfTheBarIsTheSystemMenu", "left left escape", 0,
+         "enter0 init(bar) bar:0/90 next sys:0/2090 next bar:2/91 capture -:0/ffff exit0"},
+        {"BlankOpensTheSystemMenu", "escape", ' ', "enter0 init(sys) sys:0/2090 capture -:0/ffff exit0"},
+    };
+    for (const BarRun& row : rows) {
+        SCOPED_TRACE(row.name);
+        MenuOwner owner;
+        owner.Post(row.keys);
+        SendMessageA(owner, WM_SYSCOMMAND, SC_KEYMENU, row.letter);
+        EXPECT_EQ(row.log, owner.Take());
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    , MenuBarRun,
-    testing::Values(
-        BarRun{"LetterSelectsAndReturnOpens", "down return", 'f',
-               "enter0 init(bar) bar:0/90 open(file,0) file:1001/80 capture close(file) -:0/ffff exit0 command(1001)"},
-        BarRun{"LetterOfACommandChoosesIt", "", 'g', "enter0 init(bar) bar:1004/4080 capture -:0/ffff exit0 command(1004)"},
-        BarRun{"UnknownLetterAsksOwner", "", 'q', "enter0 init(bar) char(q,0,bar) capture -:0/ffff exit0"},
-        BarRun{"WalkThroughPopup", "down down down down right return", 0,
-               "enter0 init(bar) bar:0/90 open(file,0) file:1001/80 file:1002/81 file:3/90 file:1001/80 close(file) bar:1004/4080 capture "
-               "-:0/ffff exit0 command(1004)"},
-        BarRun{"EscapeGoesBackToTheBar", "down escape right escape", 0,
-               "enter0 init(bar) bar:0/90 open(file,0) file:1001/80 close(file) bar:1004/4080 capture -:0/ffff exit0"},
-        BarRun{"GrayedPopupStaysClosed", "down right right down left escape", 0,
-               "enter0 init(bar) bar:0/90 open(file,0) file:1001/80 close(file) bar:1004/4080 bar:2/91 bar:1004/4080 capture -:0/ffff exit0"},
-        BarRun{"LeftOfTheBarIsTheSystemMenu", "left left escape", 0,
-               "enter0 init(bar) bar:0/90 next sys:0/2090 next bar:2/91 capture -:0/ffff exit0"},
-        BarRun{"BlankOpensTheSystemMenu", "escape", ' ', "enter0 init(sys) sys:0/2090 capture -:0/ffff exit0"}),
-    RowName);
 
 TEST(MenuTracking, LoopRunsHooksDispatchesAndEndsByCalls)
 {
     static std::string hooked;
     hooked.clear();
     MenuOwner owner;
-    const HHOOK hook = SetWindowsHookExA(
-        WH_MSGFILTER,
-        [](int code, WPARAM, LPARAM message) -> LRESULT {
+    const HHOOK hook = SetWindowsHookExA(WH_MSGFILTER, [](int code, WPARAM, LPARAM message) -> LRESULT {
             const UINT number = reinterpret_cast<const MSG*>(message)->message;
             if (number == WM_APP || number == WM_APP + 1)
                 hooked += std::to_string(code) + ":" + NameOf(number) + " ";
@@ -270,14 +250,12 @@ TEST(MenuTracking, BadArgumentsFail)
 
 TEST(WindowMenu, BelongsToItsWindow)
 {
-    NamedWindow window("window", WS_OVERLAPPEDWINDOW);
-    NamedWindow child("child", WS_CHILD, window);
+    NamedWindow window("window", WS_OVERLAPPEDWINDOW), child("child", WS_CHILD, window);
     const HMENU menu = LoadMenuA(Module(), MAKEINTRESOURCEA(1));
     EXPECT_TRUE(SetMenu(window, menu));
     EXPECT_EQ(menu, GetMenu(window));
     SetLastError(0);
-    EXPECT_FALSE(SetMenu(window, reinterpret_cast<HMENU>(LONG_PTR{0x1234})));
-    EXPECT_EQ(DWORD{ERROR_INVALID_MENU_HANDLE}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_MENU_HANDLE, !SetMenu(window, reinterpret_cast<HMENU>(LONG_PTR{0x1234}))));
     EXPECT_FALSE(SetMenu(child, menu));
     EXPECT_TRUE(DrawMenuBar(window));
     EXPECT_FALSE(DrawMenuBar(nullptr));

@@ -1,6 +1,5 @@
 // MessageQueueTest.cpp: the order of messages, filters, what can be posted and to whom, and waiting for it.
 #include "platform/user/MessageLog.h"
-#include "support/Rows.h"
 #include "support/Threads.h"
 
 #include <atomic>
@@ -54,45 +53,37 @@ struct FilterRow
 {
     const char* name;
     int window;  // 0 null, 1 thread only, 2 parent, 3 child, 4 other
-    UINT first;
-    UINT last;
-    UINT flags;
+    UINT first, last, flags;
     const char* expected;
 };
 
-class MessageFilter : public testing::TestWithParam<FilterRow>
-{
-};
-
-TEST_P(MessageFilter, PassesTheMessagesAskedFor)
-{
-    Drain();
-    const NamedWindow parent("parent");
-    const NamedWindow child("child", WS_CHILD, parent);
-    const NamedWindow other("other");
-    Drain();
-    PostMessageA(other, WM_USER + 4, 0, 0);
-    PostMessageA(child, WM_USER + 3, 0, 0);
-    PostMessageA(parent, WM_USER + 2, 0, 0);
-    PostMessageA(nullptr, WM_USER + 1, 0, 0);
-    PostQuitMessage(5);
-    const HWND windows[] = {nullptr, kThreadOnly, parent, child, other};
-    const FilterRow& row = GetParam();
-    EXPECT_EQ(row.expected, Drain(windows[row.window], row.first, row.last, row.flags));
-    Drain();
-}
-
 // WM_QUIT of PostQuitMessage passes every filter of windows and numbers.
-INSTANTIATE_TEST_SUITE_P(, MessageFilter, testing::Values(
-    FilterRow{"All", 0, 0, 0, 0, "other:u4 child:u3 parent:u2 -:u1 -:quit"},
-    FilterRow{"ThreadOnly", 1, 0, 0, 0, "-:u1 -:quit"},
-    FilterRow{"ParentAndItsChildren", 2, 0, 0, 0, "child:u3 parent:u2 -:quit"},
-    FilterRow{"Child", 3, 0, 0, 0, "child:u3 -:quit"},
-    FilterRow{"Range", 0, WM_USER + 2, WM_USER + 3, 0, "child:u3 parent:u2 -:quit"},
-    FilterRow{"WindowAndRange", 4, WM_USER, WM_USER + 3, 0, "-:quit"},
-    FilterRow{"InputOnly", 0, 0, 0, PM_QS_INPUT, ""},
-    FilterRow{"PostedOnly", 0, 0, 0, PM_QS_POSTMESSAGE, "other:u4 child:u3 parent:u2 -:u1 -:quit"},
-    FilterRow{"PaintOnly", 0, 0, 0, PM_QS_PAINT, ""}), RowName);
+
+TEST(MessageFilter, PassesTheMessagesAskedFor)
+{
+    const FilterRow rows[] = {
+        {"All", 0, 0, 0, 0, "other:u4 child:u3 parent:u2 -:u1 -:quit"}, {"ThreadOnly", 1, 0, 0, 0, "-:u1 -:quit"},
+        {"ParentAndItsChildren", 2, 0, 0, 0, "child:u3 parent:u2 -:quit"}, {"Child", 3, 0, 0, 0, "child:u3 -:quit"},
+        {"Range", 0, WM_USER + 2, WM_USER + 3, 0, "child:u3 parent:u2 -:quit"},
+        {"WindowAndRange", 4, WM_USER, WM_USER + 3, 0, "-:quit"}, {"InputOnly", 0, 0, 0, PM_QS_INPUT, ""},
+        {"PostedOnly", 0, 0, 0, PM_QS_POSTMESSAGE, "other:u4 child:u3 parent:u2 -:u1 -:quit"},
+        {"PaintOnly", 0, 0, 0, PM_QS_PAINT, ""},
+    };
+    for (const FilterRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        Drain();
+        const NamedWindow parent("parent"), child("child", WS_CHILD, parent), other("other");
+        Drain();
+        PostMessageA(other, WM_USER + 4, 0, 0);
+        PostMessageA(child, WM_USER + 3, 0, 0);
+        PostMessageA(parent, WM_USER + 2, 0, 0);
+        PostMessageA(nullptr, WM_USER + 1, 0, 0);
+        PostQuitMessage(5);
+        const HWND windows[] = {nullptr, kThreadOnly, parent, child, other};
+        EXPECT_EQ(row.expected, Drain(windows[row.window], row.first, row.last, row.flags));
+        Drain();
+    }
+}
 
 TEST_F(MessageQueue, QuitPostedToTheThreadIsAnOrdinaryMessage)
 {
@@ -115,13 +106,11 @@ TEST_F(MessageQueue, QuitPostedToTheThreadIsAnOrdinaryMessage)
 
 TEST_F(MessageQueue, CallsOnBadWindowsAndThreadsFail)
 {
-    const NamedWindow window("a");
-    const NamedWindow target("b");
+    const NamedWindow window("a"), target("b");
     HWND other = nullptr;
     const OwnedHandle ready(CreateEventA(nullptr, TRUE, FALSE, nullptr)), go(CreateEventA(nullptr, TRUE, FALSE, nullptr));
     DWORD id = 0;
-    auto thread = StartThread(
-        [&]() -> DWORD {
+    auto thread = StartThread([&]() -> DWORD {
             SetEvent(ready.get());
             WaitForSingleObject(go.get(), kDeadline);
             const NamedWindow own("c");
@@ -189,8 +178,7 @@ TEST_F(MessageQueue, MessagesThatCarryPointersCannotBePosted)
 TEST_F(MessageQueue, AWindowThatGoesTakesItsMessagesAlong)
 {
     {
-        const NamedWindow window("gone");
-        const NamedWindow child("child", WS_CHILD, window);
+        const NamedWindow window("gone"), child("child", WS_CHILD, window);
         Drain();
         PostMessageA(nullptr, WM_USER, 0, 0);
         PostMessageA(window, WM_USER + 1, 0, 0);

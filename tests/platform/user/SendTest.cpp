@@ -1,5 +1,6 @@
 // SendTest.cpp: messages sent inside a thread and between threads, and what becomes of them when a window or a thread goes.
 #include "platform/user/MessageLog.h"
+#include "support/Failures.h"
 #include "support/Threads.h"
 
 #include <atomic>
@@ -15,8 +16,7 @@ public:
     explicit WindowThread(NamedWindow::Handler handler, std::function<void(HWND)> instead = nullptr)
     {
         const OwnedHandle ready(CreateEventA(nullptr, TRUE, FALSE, nullptr));
-        m_thread = StartThread(
-            [this, handler, instead, &ready]() -> DWORD {
+        m_thread = StartThread([this, handler, instead, &ready]() -> DWORD {
                 auto* owned = new NamedWindow("other");
                 owned->handler = handler;
                 m_left = owned;
@@ -128,8 +128,7 @@ TEST_F(Send, TimesOutAndFailsWithoutHarmToLaterMessages)
     });
     DWORD_PTR result = 9;
     SetLastError(0);
-    EXPECT_FALSE(SendMessageTimeoutA(other.window, WM_USER, 1, 0, SMTO_NORMAL, 30, &result));
-    EXPECT_EQ(DWORD{ERROR_TIMEOUT}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_TIMEOUT, !SendMessageTimeoutA(other.window, WM_USER, 1, 0, SMTO_NORMAL, 30, &result)));
     EXPECT_EQ(0u, result);
     // Not begun: taken back.
     EXPECT_FALSE(SendMessageTimeoutA(other.window, WM_USER + 1, 1, 0, SMTO_BLOCK, 20, nullptr));
@@ -155,8 +154,7 @@ TEST_F(Send, TimesOutAndFailsWithoutHarmToLaterMessages)
     const HWND stale = reinterpret_cast<HWND>(UINT_PTR{0x7f0002});
     SetLastError(0);
     result = 9;
-    EXPECT_FALSE(SendMessageTimeoutA(stale, WM_USER, 0, 0, SMTO_NORMAL, 30, &result));
-    EXPECT_EQ(DWORD{ERROR_INVALID_WINDOW_HANDLE}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_WINDOW_HANDLE, !SendMessageTimeoutA(stale, WM_USER, 0, 0, SMTO_NORMAL, 30, &result)));
     EXPECT_EQ(0u, result);
     EXPECT_EQ(0, SendMessageA(nullptr, WM_USER, 0, 0));
     EXPECT_FALSE(SendNotifyMessageA(stale, WM_USER, 0, 0));
@@ -191,8 +189,7 @@ TEST_F(Send, IsAnsweredWithZeroWhenTheReceiverGoes)
     for (const GoneRow& row : rows) {
         WindowThread* self = nullptr;
         std::atomic<bool> destroyed{false};
-        WindowThread other(
-            [&](UINT message, WPARAM, LPARAM, LRESULT& result) {
+        WindowThread other([&](UINT message, WPARAM, LPARAM, LRESULT& result) {
                 destroyed = destroyed || message == WM_DESTROY || message == WM_NCDESTROY;
                 if (message != WM_USER)
                     return false;
@@ -208,8 +205,7 @@ TEST_F(Send, IsAnsweredWithZeroWhenTheReceiverGoes)
         EXPECT_FALSE(IsWindow(other.window)) << row.name;
         // An ending thread's windows go without a message.
         EXPECT_EQ(row.byWindow, destroyed) << row.name;
-        EXPECT_EQ(0, SendMessageA(other.window, WM_USER, 0, 0)) << row.name;
-        EXPECT_EQ(DWORD{ERROR_INVALID_WINDOW_HANDLE}, GetLastError()) << row.name;
+        EXPECT_TRUE(FailedWith(ERROR_INVALID_WINDOW_HANDLE, !SendMessageA(other.window, WM_USER, 0, 0))) << row.name;
     }
 }
 

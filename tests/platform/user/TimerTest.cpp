@@ -1,5 +1,6 @@
 // TimerTest.cpp: ids of timers, when they are due and in which order, and how they end.
 #include "platform/user/MessageLog.h"
+#include "support/Failures.h"
 #include "support/Random.h"
 #include "support/Threads.h"
 
@@ -46,15 +47,12 @@ TEST(Timer, ThreadTimersAreNumberedDownwardsAndWindowTimersByTheirOwner)
     EXPECT_EQ(77u, SetTimer(window, 77, 1000, nullptr));
     EXPECT_TRUE(KillTimer(window, 0));
     EXPECT_TRUE(KillTimer(window, 77));
-    EXPECT_FALSE(KillTimer(window, 77));
-    EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_PARAMETER, !KillTimer(window, 77)));
     const HWND stale = reinterpret_cast<HWND>(UINT_PTR{0x7f0002});
     SetLastError(0);
-    EXPECT_EQ(0u, SetTimer(stale, 1, 10, nullptr));
-    EXPECT_EQ(DWORD{ERROR_INVALID_HANDLE}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_HANDLE, !SetTimer(stale, 1, 10, nullptr)));
     SetLastError(0);
-    EXPECT_FALSE(KillTimer(stale, 1));
-    EXPECT_EQ(DWORD{ERROR_INVALID_HANDLE}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_INVALID_HANDLE, !KillTimer(stale, 1)));
 }
 
 TEST(Timer, DueTimersComeOnceEachInTheOrderOfTheirTimesAndKilledOnesNot)

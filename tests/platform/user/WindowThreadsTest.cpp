@@ -1,6 +1,4 @@
 // WindowThreadsTest.cpp: windows of other threads, deep recursion, and exceptions through window procedures.
-#include <kelgen/platform/Win32.h>
-
 #include "support/Threads.h"
 
 #include <atomic>
@@ -76,9 +74,7 @@ TEST(WindowThreads, AnotherThreadMayLookAndMoveButNotDestroy)
 
 TEST(WindowThreads, WindowsEndWithTheirThread)
 {
-    HWND top = nullptr;
-    HWND child = nullptr;
-    HWND messageOnly = nullptr;
+    HWND top = nullptr, child = nullptr, messageOnly = nullptr;
     ServeUntilEnd(StartThread([&] {
         top = MakeWindow(WS_OVERLAPPEDWINDOW);
         child = MakeWindow(WS_CHILD, top);
@@ -98,8 +94,7 @@ TEST(WindowThreads, ManyThreadsMakeAndSearchAtOnce)
     for (int i = 0; i < 4; ++i)
         threads.push_back(StartThread([&failures] {
             for (int round = 0; round < 50; ++round) {
-                const HWND window = MakeWindow();
-                const HWND child = MakeWindow(WS_CHILD, window);
+                const HWND window = MakeWindow(), child = MakeWindow(WS_CHILD, window);
                 EnumWindows([](HWND found, LPARAM) -> BOOL { return GetWindowLongA(found, GWL_STYLE) != 1; }, 0);
                 if (SendMessageA(child, WM_USER, 3, 0) != 3 || GetParent(child) != window || !DestroyWindow(window) || IsWindow(child))
                     ++failures;

@@ -1,4 +1,4 @@
-// WindowTraffic.h: windows that write down what they are sent, nested calls indented, so that whole sequences are compared.
+// WindowTraffic.h: windows that write down what they are sent, nested calls marked with ">", so that whole sequences are compared.
 #pragma once
 
 #include <kelgen/platform/Win32.h>
@@ -49,7 +49,7 @@ public:
         return window;
     }
 
-    std::string Take() { return std::exchange(m_log, std::string("\n")); }
+    std::string Take() { return std::exchange(m_log, std::string()); }
 
     std::string Name(HWND window) const
     {
@@ -132,7 +132,7 @@ private:
         const std::string name = self->Name(window);
         const std::string text = self->m_quiet ? "" : self->Describe(window, message, wParam, lParam);
         if (!text.empty())
-            self->m_log += std::string(self->m_depth * 2, ' ') + name + " " + text + "\n";
+            self->m_log += (self->m_log.empty() ? "" : "; ") + std::string(self->m_depth, '>') + name + " " + text;
         ++self->m_depth;
         LRESULT result = 0;
         if (!self->handler || !self->handler(name, window, message, result))
@@ -141,7 +141,7 @@ private:
         return result;
     }
 
-    std::string m_log = "\n";
+    std::string m_log;
     std::size_t m_depth = 0;
     bool m_quiet = false;
     std::string m_making;

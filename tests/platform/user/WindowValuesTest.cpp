@@ -1,6 +1,4 @@
 // WindowValuesTest.cpp: classes, longs, properties, texts, frames and the results of calls on bad windows.
-#include <kelgen/platform/Win32.h>
-
 #include "support/Rows.h"
 
 #include <functional>
@@ -151,8 +149,7 @@ TEST(WindowValues, BadWindowsFailWithTheirErrors)
 
 TEST(WindowValues, ClassesAreKnownByNameAndModule)
 {
-    WNDCLASSA windowClass{};
-    WNDCLASSA read{};
+    WNDCLASSA windowClass{}, read{};
     windowClass.lpfnWndProc = Plain;
     windowClass.hInstance = Program();
     windowClass.lpszClassName = "Known";
@@ -190,15 +187,8 @@ TEST(WindowValues, ClassesAreKnownByNameAndModule)
 TEST(WindowValues, LongsAreBoundedByTheirExtraBytes)
 {
     const OwnClass ownClass(12, 8);
-    const OwnWindow window;
-    const OwnWindow frame(WS_OVERLAPPEDWINDOW);
-    const OwnWindow child(WS_CHILD, frame, 0, {0, 0, 5, 5}, 7);
-    struct Row
-    {
-        const char* name;
-        std::string outcome;
-        std::function<long long()> call;
-    };
+    const OwnWindow window, frame(WS_OVERLAPPEDWINDOW), child(WS_CHILD, frame, 0, {0, 0, 5, 5}, 7);
+    struct Row { const char* name; std::string outcome; std::function<long long()> call; };
     const Row rows[] = {
         {"First", "0/-", [&] { return SetWindowLongA(window, 0, 5); }},
         {"Last", "0/-", [&] { return SetWindowLongA(window, 8, 6); }},
@@ -263,8 +253,7 @@ TEST(WindowValues, ProceduresOfTheOtherKindOfTextAreCookies)
 TEST(WindowValues, TextsAreCutAndConverted)
 {
     const OwnClass ownClass;
-    const OwnWindow frame;
-    const OwnWindow item(WS_CHILD, frame, 0, {0, 0, 5, 5}, 5, "-12");
+    const OwnWindow frame, item(WS_CHILD, frame, 0, {0, 0, 5, 5}, 5, "-12");
     char text[10] = "old";
     WCHAR wide[10];
     EXPECT_EQ(0, GetWindowTextA(frame, text, 0));
@@ -302,9 +291,7 @@ TEST(WindowValues, PropertiesGoByNameWithoutCase)
     EXPECT_EQ(value(5), GetPropW(window, kelgen::AsWide(u"DESKabc"_w)));
     EXPECT_EQ(value(6), GetPropA(window, MAKEINTATOM(0x1234)));
     std::string names;
-    EnumPropsExA(
-        window,
-        [](HWND, LPSTR name, HANDLE, ULONG_PTR all) -> BOOL {
+    EnumPropsExA(window, [](HWND, LPSTR name, HANDLE, ULONG_PTR all) -> BOOL {
             if (std::string(name).find("__") != 0)
                 *reinterpret_cast<std::string*>(all) += std::string(name) + " ";
             return TRUE;
@@ -322,8 +309,7 @@ TEST(WindowValues, StylesDecideOnFrameAndClientArea)
     struct Row
     {
         const char* name;
-        DWORD style;
-        DWORD exStyle;
+        DWORD style, exStyle;
         RECT place;  // left, top, width, height
         const char* result;
     };
@@ -351,8 +337,7 @@ TEST(WindowValues, StylesDecideOnFrameAndClientArea)
     };
     for (const Row& row : rows) {
         const OwnWindow window(row.style, (row.style & WS_CHILD) ? frame.handle : nullptr, row.exStyle, row.place);
-        RECT outer{};
-        RECT client{};
+        RECT outer{}, client{};
         POINT origin{0, 0};
         GetWindowRect(window, &outer);
         GetClientRect(window, &client);
@@ -380,10 +365,8 @@ TEST(WindowValues, StylesDecideOnFrameAndClientArea)
 TEST(WindowValues, OrderKeepsTopmostAndOwnedWindowsAbove)
 {
     const OwnClass ownClass;
-    const OwnWindow owner(WS_POPUP | WS_VISIBLE);
-    const OwnWindow first(WS_POPUP | WS_VISIBLE, owner);
-    const OwnWindow second(WS_POPUP | WS_VISIBLE, owner);
-    const OwnWindow other(WS_POPUP | WS_VISIBLE);
+    const OwnWindow owner(WS_POPUP | WS_VISIBLE), first(WS_POPUP | WS_VISIBLE, owner);
+    const OwnWindow second(WS_POPUP | WS_VISIBLE, owner), other(WS_POPUP | WS_VISIBLE);
     const std::pair<HWND, char> names[] = {{owner, 'q'}, {first, 'b'}, {second, 'c'}, {other, 'x'}};
     const auto order = [&](HWND window, HWND after) {
         SetWindowPos(window, after, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
@@ -406,8 +389,7 @@ TEST(WindowValues, SearchesFindByClassAndText)
 {
     const OwnClass ownClass;
     const OwnWindow frame(WS_POPUP, nullptr, 0, {0, 0, 50, 50}, 0, "DeskFind");
-    const OwnWindow child(WS_CHILD, frame, 0, {0, 0, 9, 9}, 1, "one");
-    const OwnWindow next(WS_CHILD, frame, 0, {0, 0, 9, 9}, 2, "two");
+    const OwnWindow child(WS_CHILD, frame, 0, {0, 0, 9, 9}, 1, "one"), next(WS_CHILD, frame, 0, {0, 0, 9, 9}, 2, "two");
     const OwnWindow below(WS_CHILD, child, 0, {0, 0, 9, 9}, 3, "three");
     const OwnWindow message(WS_POPUP, HWND_MESSAGE, 0, {0, 0, 9, 9}, 0, "DeskMessage");
     EXPECT_EQ(frame.handle, FindWindowA("ownCLASS", "deskFIND"));

@@ -88,8 +88,7 @@ public:
 private:
     pid_t m_id = 0;
     int m_output = -1;
-    std::string m_text;
-    std::string m_lines;
+    std::string m_text, m_lines;
 };
 
 /// The number in "... after 3 ms".

@@ -10,7 +10,7 @@
 #include <fstream>
 #include <iterator>
 
-using kelgen::test::Random;
+using namespace kelgen::test;
 
 namespace {
 

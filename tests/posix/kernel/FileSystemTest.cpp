@@ -18,14 +18,9 @@ using namespace kelgen::test;
 
 TEST(DriveForms, LeadBackToTheSameFile)
 {
-    struct Row
-    {
-        std::string native, drive;
-    };
+    struct Row { std::string native, drive; };
     const Row rows[] = {{DriveCFolder(), "C:\\"},
-                        {DriveCFolder() + "/b.txt", "C:\\b.txt"},
-                        {"/", "Z:\\"},
-                        {"/etc/passwd", "Z:\\etc\\passwd"},
+                        {DriveCFolder() + "/b.txt", "C:\\b.txt"}, {"/", "Z:\\"}, {"/etc/passwd", "Z:\\etc\\passwd"},
                         {"/drive_c", "Z:\\drive_c"}};
     for (const Row& row : rows) {
         EXPECT_EQ(row.drive, DriveForm(row.native));
@@ -39,11 +34,7 @@ TEST(NameLookUp, ExactNamesGoBeforeThoseInAnotherCase)
     const std::string folder = ScratchFolder().string() + "/";
     for (const char* name : {"name", "Name", "NAME", "\xC3\xA4.txt", "long file name.text"})
         WriteBytes(folder + name, name);
-    struct Row
-    {
-        const char* wanted;
-        const char* found;
-    };
+    struct Row { const char* wanted; const char* found; };
     for (const Row& row : {Row{"name", "name"}, Row{"Name", "Name"}, Row{"nAME", "NAME"}, Row{"\xC3\x84.TXT", "\xC3\xA4.txt"},
                            Row{"LONG FILE NAME.TEXT", "long file name.text"}})
         EXPECT_EQ(folder + row.found, Resolve(folder + row.wanted).native) << row.wanted;
@@ -105,8 +96,7 @@ TEST(ShareModes, HoldBetweenProcesses)
 {
     const std::string file = ScratchFile("file");
     WriteBytes(file, "x");
-    int ready[2];
-    int done[2];
+    int ready[2], done[2];
     ASSERT_EQ(0, pipe(ready));
     ASSERT_EQ(0, pipe(done));
     const pid_t child = fork();

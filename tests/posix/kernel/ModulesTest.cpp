@@ -1,8 +1,12 @@
 // ModulesTest.cpp: ELF files as modules, and the configured system version.
 #include <kelgen/platform/posix/kernel/ModuleTable.h>
 
+#include "support/Failures.h"
+
 #include <dlfcn.h>
 #include <unistd.h>
+
+using namespace kelgen::test;
 
 using namespace kelgen::posix;
 
@@ -44,8 +48,7 @@ TEST(Modules, ProceduresAreTheModulesOwn)
     const FARPROC procedure = GetProcAddress(libc, "getpid");
     ASSERT_NE(nullptr, procedure);
     EXPECT_EQ(getpid(), static_cast<int>(procedure()));
-    EXPECT_EQ(nullptr, GetProcAddress(nullptr, "getpid")) << "the program only uses it";
-    EXPECT_EQ(DWORD{ERROR_PROC_NOT_FOUND}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_PROC_NOT_FOUND, !GetProcAddress(nullptr, "getpid"))) << "the program only uses it";
 }
 
 TEST(Modules, LoadingAndFreeingCountReferences)
@@ -63,11 +66,7 @@ TEST(Modules, LoadingAndFreeingCountReferences)
 
 TEST(OsVersion, IsWhatTheEnvironmentSays)
 {
-    struct Row
-    {
-        const char* variable;
-        DWORD platform, major, minor, build;
-    };
+    struct Row { const char* variable; DWORD platform, major, minor, build; };
     for (const Row& row : {Row{"1,4,10", 1, 4, 10, 0}, Row{"2,10,0", 2, 10, 0, 0}, Row{"nonsense", 2, 6, 1, 7601}, Row{"2,5", 2, 6, 1, 7601}}) {
         const VariableGuard guard("KELGEN_OSVERSION", row.variable);
         OSVERSIONINFOA version{};

@@ -3,7 +3,7 @@
 
 #include "framework/Thrown.h"
 
-using kelgen::test::Thrown;
+using namespace kelgen::test;
 
 TEST(BufferedFile, FullDiskIsReportedWhenBytesAreSentOut)
 {

@@ -30,8 +30,7 @@ TEST(UnreadableFile, FailsToLoadAndKeepsTheModel)
     const auto folder = ScratchFolder();
     for (auto open = folder; open != std::filesystem::temp_directory_path(); open = open.parent_path())
         ASSERT_EQ(0, chmod(open.c_str(), 0755));
-    const std::string readable = (folder / "readable.ini").string();
-    const std::string closed = (folder / "closed.ini").string();
+    const std::string readable = (folder / "readable.ini").string(), closed = (folder / "closed.ini").string();
     WriteBytes(readable, "[A]\na=1\n");
     WriteBytes(closed, "[B]\nb=1\n");
     chmod(readable.c_str(), 0644);

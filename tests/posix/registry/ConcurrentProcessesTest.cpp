@@ -1,6 +1,7 @@
 // ConcurrentProcessesTest.cpp: writers that are killed, that write at once, and that cannot write.
 #include "platform/registry/RegistryFixture.h"
 #include "posix/registry/Processes.h"
+#include "support/Failures.h"
 #include "support/Random.h"
 #include "support/Scratch.h"
 
@@ -61,8 +62,7 @@ TEST(KilledWriter, LeavesTheOldOrTheNewRegistryValue)
 {
     const ScratchKey key;
     ASSERT_EQ(ERROR_SUCCESS, SetText(key, "v", TextOfOneLetter(0)));
-    KillAtRandom(
-        [&](std::atomic<int>& writes) {
+    KillAtRandom([&](std::atomic<int>& writes) {
             for (;; ++writes)
                 SetText(key, "v", TextOfOneLetter(writes));
         },
@@ -75,8 +75,7 @@ TEST(KilledWriter, LeavesTheOldOrTheNewRegistryValue)
 TEST(KilledWriter, LeavesWholeKeysOrNone)
 {
     const ScratchKey key;
-    KillAtRandom(
-        [&](std::atomic<int>& writes) {
+    KillAtRandom([&](std::atomic<int>& writes) {
             for (;; ++writes) {
                 HKEY made = nullptr;
                 RegCreateKeyA(key, "Mixed\\Case", &made);
@@ -102,8 +101,7 @@ TEST(KilledWriter, LeavesTheOldOrTheNewProfile)
     const std::string file = ScratchFile("test.ini");
     WriteBytes(file, "[keep]\r\nk=v\r\n");
     ASSERT_TRUE(WritePrivateProfileStringA("s", "v", TextOfOneLetter(0).c_str(), file.c_str()));
-    KillAtRandom(
-        [&](std::atomic<int>& writes) {
+    KillAtRandom([&](std::atomic<int>& writes) {
             for (;; ++writes)
                 WritePrivateProfileStringA("s", "v", TextOfOneLetter(writes).c_str(), file.c_str());
         },
@@ -173,8 +171,7 @@ TEST(FailingWriter, KeepsTheOldValue)
         const rlimit limit = {1000, 1000};
         EXPECT_EQ(0, setrlimit(RLIMIT_FSIZE, &limit));
         EXPECT_EQ(ERROR_DISK_FULL, SetText(key, "v", TextOfOneLetter(0)));
-        EXPECT_FALSE(WritePrivateProfileStringA("s", "v", TextOfOneLetter(0).c_str(), file.c_str()));
-        EXPECT_EQ(static_cast<DWORD>(ERROR_DISK_FULL), GetLastError());
+        EXPECT_TRUE(FailedWith(ERROR_DISK_FULL, !WritePrivateProfileStringA("s", "v", TextOfOneLetter(0).c_str(), file.c_str())));
     });
     EXPECT_TRUE(writer.Wait());
     EXPECT_EQ("old", GetText(key, "v"));

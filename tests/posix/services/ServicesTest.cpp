@@ -1,4 +1,5 @@
 // ServicesTest.cpp: services that die, what the registry holds, and homes with long names.
+#include "support/Failures.h"
 #include "support/system/Services.h"
 
 using namespace kelgen::test;
@@ -32,8 +33,7 @@ TEST(Services, NeedThePermissionToRun)
     std::filesystem::copy_file(SERVICE_PROGRAM, program);
     std::filesystem::permissions(program, std::filesystem::perms::owner_read);
     const InstalledService service("run", Quoted(DrivePath(program.string())));
-    EXPECT_FALSE(StartServiceA(service.handle, 0, nullptr));
-    EXPECT_EQ(DWORD{ERROR_BAD_EXE_FORMAT}, GetLastError());
+    EXPECT_TRUE(FailedWith(ERROR_BAD_EXE_FORMAT, !StartServiceA(service.handle, 0, nullptr)));
     EXPECT_EQ("1 1077", StateAndExitCode(service));
     std::filesystem::permissions(program, std::filesystem::perms::owner_all);
     EXPECT_TRUE(StartServiceA(service.handle, 0, nullptr));
@@ -57,8 +57,7 @@ TEST(Services, LieInTheRegistry)
     DWORD type = 0;
     EXPECT_EQ(ERROR_SUCCESS, RegQueryValueExA(key, "ImagePath", nullptr, &type, nullptr, nullptr));
     EXPECT_EQ(REG_EXPAND_SZ, type);
-    DWORD start = 0;
-    DWORD size = sizeof start;
+    DWORD start = 0, size = sizeof start;
     EXPECT_EQ(ERROR_SUCCESS, RegQueryValueExA(key, "Start", nullptr, nullptr, reinterpret_cast<LPBYTE>(&start), &size));
     EXPECT_EQ(SERVICE_DEMAND_START, start);
     RegCloseKey(key);

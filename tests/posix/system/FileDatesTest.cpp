@@ -9,8 +9,7 @@ TEST(FileChangeEvent, RestoresAfterTimesThatNoDateHolds)
     // A file system that holds the year 10000.
     ASSERT_TRUE(CreateDirectoryA(folder.c_str(), nullptr));
     constexpr ULONGLONG kYear10000 = 2650467744000000000;
-    const std::string file = folder + "a";
-    const std::string first = folder + "first";
+    const std::string file = folder + "a", first = folder + "first";
     Touch(file);
     Touch(first);
     {

@@ -69,8 +69,7 @@ protected:
 TEST_F(ProcessSearch, GivesTheLastOfThoseOfAName)
 {
     const std::string program = CopyOfSleep("Kelgen \"quoted\" sleep $(x).exe");
-    const Child first(program, {"100"});
-    const Child second(program, {"100"});
+    const Child first(program, {"100"}), second(program, {"100"});
     const auto listed = Listed({&first, &second});
     DWORD count = 99;
     const DWORD found = _kelgen::GetProcessIDbyName("kelgen \"QUOTED\" Sleep $(x).exe", count);
@@ -109,8 +108,7 @@ TEST_F(ProcessSearch, CallsWhatItCannotLookIntoUnknown)
 
 TEST_F(ProcessSearch, OnPlatformOneLooksForAModuleInUpperCase)
 {
-    const Child upper(CopyOfSleep("KELGENSLEEP"), {"100"});
-    const Child lower(CopyOfSleep("kelgensleep2"), {"100"});
+    const Child upper(CopyOfSleep("KELGENSLEEP"), {"100"}), lower(CopyOfSleep("kelgensleep2"), {"100"});
     setenv("KELGEN_OSVERSION", "1,4,10", 1);
     DWORD count = 0;
     EXPECT_EQ(upper.Id(), _kelgen::GetProcessIDbyName("KelgenSleep", count));

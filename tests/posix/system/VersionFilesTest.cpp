@@ -9,11 +9,7 @@ using namespace kelgen::test;
 
 namespace {
 
-struct FileForm
-{
-    const char* name;
-    bool is64Bit;
-};
+struct FileForm { const char* name; bool is64Bit; };
 
 /// Files of both forms, with every byte of one resource in its place.
 class VersionFiles : public testing::TestWithParam<FileForm>

@@ -22,11 +22,7 @@ std::multiset<std::string> Descriptors()
 
 TEST(FileChangeEvent, TakesNoMoreAfterThreeThousandPasses)
 {
-    struct Watched
-    {
-        std::string file = DrivePath(ScratchFolder().string()) + "\\f";
-        RecordingWatcher watcher;
-    };
+    struct Watched { std::string file = DrivePath(ScratchFolder().string()) + "\\f"; RecordingWatcher watcher; };
     Watched watched[3];
     for (Watched& each : watched) {
         Touch(each.file);
@@ -45,8 +41,7 @@ TEST(FileChangeEvent, TakesNoMoreAfterThreeThousandPasses)
 TEST(FileChangeEvent, SeesFoldersThatComeBack)
 {
     const std::string first = DrivePath(ScratchFolder().string()) + "\\first";
-    const std::string folder = DrivePath(ScratchFolder().string()) + "\\goes";
-    const std::string file = folder + "\\f";
+    const std::string folder = DrivePath(ScratchFolder().string()) + "\\goes", file = folder + "\\f";
     Touch(first);
     RecordingWatcher watcher;
     watcher.Add(first);

@@ -8,10 +8,7 @@ using namespace kelgen::test;
 
 namespace {
 
-struct Thrown
-{
-    int value;
-};
+struct Thrown { int value; };
 
 NamedWindow::Handler Throwing()
 {

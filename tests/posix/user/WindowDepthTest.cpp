@@ -1,5 +1,4 @@
 // WindowDepthTest.cpp: what only our own windows promise: a bound on recursion, and no second WM_DESTROY.
-#include <kelgen/platform/Win32.h>
 
 namespace {
 
