@@ -206,10 +206,7 @@ TEST(Array, RandomChangesMatchAVector)
             const int index = random.Between(0, size), count = random.Between(1, 5);
             switch (random.Between(0, 6)) {
             case 0:
-            case 1:
-                EXPECT_EQ(size, array.Add(value));
-                model.push_back(value);
-                break;
+            case 1: EXPECT_EQ(size, array.Add(value)); model.push_back(value); break;
             case 2:
                 array.InsertAt(index, value, count);
                 model.insert(model.begin() + index, static_cast<std::size_t>(count), value);
@@ -220,18 +217,13 @@ TEST(Array, RandomChangesMatchAVector)
                 model.erase(model.begin() + index, model.begin() + index + removed);
                 break;
             }
-            case 4:
-                array.SetSize(index);
-                model.resize(static_cast<std::size_t>(index));
-                break;
+            case 4: array.SetSize(index); model.resize(static_cast<std::size_t>(index)); break;
             case 5:
                 array.SetAtGrow(index + 1, value);
                 model.resize(std::max(model.size(), static_cast<std::size_t>(index) + 2));
                 model[static_cast<std::size_t>(index) + 1] = value;
                 break;
-            case 6:
-                array.FreeExtra();
-                break;
+            case 6: array.FreeExtra(); break;
             }
             ASSERT_EQ(model, array.Values());
         }

@@ -24,14 +24,8 @@ std::string Contents(CFile& file)
 
 TEST(File, OpenCreatesTruncatesOrKeeps)
 {
-    const struct
-    {
-        const char* name;
-        bool exists;
-        UINT flags;
-        bool opens;
-        const char* contents;  // after opening
-    } rows[] = {
+    // contents: after opening.
+    const struct { const char* name; bool exists; UINT flags; bool opens; const char* contents; } rows[] = {
         {"read missing", false, CFile::modeRead, false, ""}, {"write missing", false, CFile::modeWrite, false, ""},
         {"write keeps", true, CFile::modeWrite, true, "old"},
         {"create missing", false, CFile::modeCreate | CFile::modeWrite, true, ""},
@@ -249,10 +243,7 @@ TEST(MemFile, RandomUseMatchesAText)
                     model.replace(position, bytes.size(), bytes);
                 }
                 break;
-            case 1:
-                file.SetLength(position);
-                model.resize(position);
-                break;
+            case 1: file.SetLength(position); model.resize(position); break;
             case 2: {
                 char read[64];
                 const UINT count = file.Read(read, 50);

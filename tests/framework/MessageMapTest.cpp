@@ -60,11 +60,7 @@ protected:
     LRESULT OnNumbered(WPARAM wParam, LPARAM lParam) { return Record("numbered", wParam, lParam), 11; }
     LRESULT OnNarrow(UINT wParam, LPARAM) { return Record("narrow", wParam), 12; }
     LRESULT OnRegistered(WPARAM, LPARAM) { return 13; }
-    void OnDestroy()
-    {
-        Record("destroyed");
-        CWnd::OnDestroy();
-    }
+    void OnDestroy() { Record("destroyed"), CWnd::OnDestroy(); }
     DECLARE_MESSAGE_MAP()
 };
 
@@ -118,11 +114,7 @@ protected:
         return id != 41;
     }
     void OnUpdateOne(CCmdUI* item) { item->Enable(m_enable); }
-    void OnUpdateRange(CCmdUI* item)
-    {
-        Record("update", item->m_nID);
-        item->ContinueRouting();
-    }
+    void OnUpdateRange(CCmdUI* item) { Record("update", item->m_nID), item->ContinueRouting(); }
     DECLARE_MESSAGE_MAP()
 };
 
@@ -185,28 +177,26 @@ TEST(MessageMap, HandlersAreGivenTheirOwnParameters)
     const auto point = static_cast<LPARAM>(MAKELONG(-7, 9));
     HMENU const menu = CreatePopupMenu();
 
-    for (const Sent& row : {
-             Sent{WM_SIZE, SIZE_MAXIMIZED, MAKELPARAM(0xFFF0, 4), 0, "size(2,65520,4)"}, Sent{WM_MOVE, 0, point, 0, "move(-7,9)"},
-             Sent{WM_TIMER, 55, 0, 0, "timer(55)"},
-             Sent{WM_ACTIVATE, MAKEWPARAM(WA_CLICKACTIVE, 1), handle, 0, "activate(2,child,1)"},
-             Sent{WM_ACTIVATE, WA_INACTIVE, 0, 0, "activate(0,none,0)"},
-             Sent{WM_KEYDOWN, VK_RETURN, MAKELPARAM(3, 0x401C), 0, "key(13,3,16412)"},
-             Sent{WM_MOUSEMOVE, MK_LBUTTON, point, 0, "mouse(1,-7,9)"},
-             Sent{WM_MOUSEWHEEL, MAKEWPARAM(MK_SHIFT, -120), point, 1, "wheel(4,-120,-7)"},
-             Sent{WM_SETCURSOR, wide, MAKELPARAM(HTCLIENT, WM_MOUSEMOVE), 1, "cursor(child,1,512)"},
-             Sent{WM_NCHITTEST, 0, point, HTCAPTION, "hit(-7,9)"},
-             Sent{WM_HSCROLL, MAKEWPARAM(4, 12), handle, 0, "scroll(4,12,child)"},
-             Sent{WM_SYSCOMMAND, 0xF060, 17, 0, "sys(61536,17)"},
-             Sent{WM_MENUSELECT, MAKEWPARAM(6, 0x80), reinterpret_cast<LPARAM>(menu), 0, "select(6,128,1)"},
-             Sent{WM_SHOWWINDOW, TRUE, SW_PARENTOPENING, 0, "show(1,3)"},
-             Sent{WM_MDIACTIVATE, wide, reinterpret_cast<LPARAM>(window.m_hWnd), 0, "mdi(1,w,child)"},
-             Sent{WM_MDIACTIVATE, 0, handle, 0, "mdi(0,child,none)"}, Sent{WM_CTLCOLOREDIT, 0, handle, 99, "color(child,1)"},
-             Sent{WM_CTLCOLORSTATIC, 0, handle, 99, "color(child,6)"}, Sent{WM_QUERYENDSESSION, 0, 0, 0, "session()"},
-             Sent{WM_PARENTNOTIFY, MAKEWPARAM(WM_CREATE, 3), 5, 0, "notify(196609,5)"},
-             Sent{WM_APP + 0x100, 21, -22, 11, "numbered(21,-22)"},
-             Sent{WM_APP + 0x101, static_cast<WPARAM>(-1), 0, 12, "narrow(4294967295)"}, Sent{registeredMessage, 0, 0, 13, ""},
-             Sent{WM_APP + 0x102, 0, 0, 0, ""},
-         }) {
+    const Sent rows[] = {
+        {WM_SIZE, SIZE_MAXIMIZED, MAKELPARAM(0xFFF0, 4), 0, "size(2,65520,4)"}, {WM_MOVE, 0, point, 0, "move(-7,9)"},
+        {WM_TIMER, 55, 0, 0, "timer(55)"}, {WM_ACTIVATE, MAKEWPARAM(WA_CLICKACTIVE, 1), handle, 0, "activate(2,child,1)"},
+        {WM_ACTIVATE, WA_INACTIVE, 0, 0, "activate(0,none,0)"},
+        {WM_KEYDOWN, VK_RETURN, MAKELPARAM(3, 0x401C), 0, "key(13,3,16412)"},
+        {WM_MOUSEMOVE, MK_LBUTTON, point, 0, "mouse(1,-7,9)"},
+        {WM_MOUSEWHEEL, MAKEWPARAM(MK_SHIFT, -120), point, 1, "wheel(4,-120,-7)"},
+        {WM_SETCURSOR, wide, MAKELPARAM(HTCLIENT, WM_MOUSEMOVE), 1, "cursor(child,1,512)"},
+        {WM_NCHITTEST, 0, point, HTCAPTION, "hit(-7,9)"}, {WM_HSCROLL, MAKEWPARAM(4, 12), handle, 0, "scroll(4,12,child)"},
+        {WM_SYSCOMMAND, 0xF060, 17, 0, "sys(61536,17)"},
+        {WM_MENUSELECT, MAKEWPARAM(6, 0x80), reinterpret_cast<LPARAM>(menu), 0, "select(6,128,1)"},
+        {WM_SHOWWINDOW, TRUE, SW_PARENTOPENING, 0, "show(1,3)"},
+        {WM_MDIACTIVATE, wide, reinterpret_cast<LPARAM>(window.m_hWnd), 0, "mdi(1,w,child)"},
+        {WM_MDIACTIVATE, 0, handle, 0, "mdi(0,child,none)"}, {WM_CTLCOLOREDIT, 0, handle, 99, "color(child,1)"},
+        {WM_CTLCOLORSTATIC, 0, handle, 99, "color(child,6)"}, {WM_QUERYENDSESSION, 0, 0, 0, "session()"},
+        {WM_PARENTNOTIFY, MAKEWPARAM(WM_CREATE, 3), 5, 0, "notify(196609,5)"}, {WM_APP + 0x100, 21, -22, 11, "numbered(21,-22)"},
+        {WM_APP + 0x101, static_cast<WPARAM>(-1), 0, 12, "narrow(4294967295)"}, {registeredMessage, 0, 0, 13, ""},
+        {WM_APP + 0x102, 0, 0, 0, ""},
+    };
+    for (const Sent& row : rows) {
         EXPECT_EQ(row.result, window.SendMessage(row.message, row.wParam, row.lParam)) << row.steps;
         EXPECT_EQ(row.steps, Traffic::Take());
     }

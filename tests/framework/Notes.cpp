@@ -2,7 +2,6 @@
 #include "Notes.h"
 
 #include <kelgen/framework/Archive.h>
-#include <kelgen/framework/CmdUI.h>
 #include <kelgen/framework/Exceptions.h>
 
 namespace kelgen::test {
@@ -46,42 +45,6 @@ void Note::Serialize(CArchive& ar)
         AfxThrowArchiveException(CArchiveException::badIndex);
 }
 
-void Note::DeleteContents()
-{
-    Add("empty");
-    m_text.Empty();
-}
-
-BOOL Note::OnNewDocument()
-{
-    Add("new");
-    return CDocument::OnNewDocument() && !refuseNew;
-}
-
-BOOL Note::CanCloseFrame(CFrameWnd* frame)
-{
-    Add("may-close?");
-    return CDocument::CanCloseFrame(frame);
-}
-
-BOOL Note::SaveModified()
-{
-    Add("save?");
-    return CDocument::SaveModified();
-}
-
-void Note::PreCloseFrame(CFrameWnd* frame)
-{
-    Add("closing-frame");
-    CDocument::PreCloseFrame(frame);
-}
-
-void Note::OnCloseDocument()
-{
-    Add("close");
-    CDocument::OnCloseDocument();
-}
-
 BOOL Note::OnCmdMsg(UINT id, int code, void* extra, AFX_CMDHANDLERINFO* info)
 {
     if (id == kShared && code == CN_COMMAND)
@@ -89,39 +52,10 @@ BOOL Note::OnCmdMsg(UINT id, int code, void* extra, AFX_CMDHANDLERINFO* info)
     return CDocument::OnCmdMsg(id, code, extra, info);
 }
 
-void Note::Change(LPCSTR text)
-{
-    m_text = text;
-    SetModifiedFlag();
-}
-
-void Note::OnUpdateLocked(CCmdUI* item)
-{
-    item->Enable(FALSE);
-}
-
-void Note::OnUpdateTicked(CCmdUI* item)
-{
-    item->Enable();
-    item->SetCheck();
-}
-
-void NoteView::OnInitialUpdate()
-{
-    Traffic::Add("initial");
-    CView::OnInitialUpdate();
-}
-
 void NoteView::OnUpdate(CView* sender, LPARAM hint, CObject* object)
 {
     Traffic::Add("update" + std::to_string(hint));
     CView::OnUpdate(sender, hint, object);
-}
-
-LRESULT NoteView::OnIdleUpdate(WPARAM wParam, LPARAM)
-{
-    Traffic::Add(wParam ? "view-idle" : "view-idle?");
-    return 0;
 }
 
 BOOL NoteView::OnCmdMsg(UINT id, int code, void* extra, AFX_CMDHANDLERINFO* info)
@@ -158,12 +92,6 @@ CMultiDocTemplate* NotesApp::AddMulti()
     EXPECT_TRUE(desk->LoadFrame(kDesk));
     m_pMainWnd = desk;
     return added;
-}
-
-int NotesApp::DoMessageBox(LPCSTR prompt, UINT, UINT)
-{
-    Traffic::Add("ask[" + std::string(prompt) + "]");
-    return m_answer;
 }
 
 BOOL NotesApp::DoPromptFileName(CString& fileName, UINT titleId, DWORD, BOOL openFile, CDocTemplate* docTemplate)

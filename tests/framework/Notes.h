@@ -1,6 +1,7 @@
 // Notes.h: an application of notes: its document, view, frames and questions record what happens to them.
 #pragma once
 
+#include <kelgen/framework/CmdUI.h>
 #include <kelgen/framework/DocManager.h>
 #include <kelgen/framework/DocTemplate.h>
 #include <kelgen/framework/Document.h>
@@ -11,13 +12,9 @@
 
 namespace kelgen::test {
 
-constexpr UINT kNote = 220;
-constexpr UINT kDesk = 221;
-constexpr UINT kStamp = 40001;
-constexpr UINT kLocked = 40002;
-constexpr UINT kUnknown = 40003;
-constexpr UINT kTicked = 40004;
-constexpr UINT kShared = 40010;  ///< Handled by view, document, frame and application.
+constexpr UINT kNote = 220, kDesk = 221;
+/// Commands; kShared is handled by view, document, frame and application.
+constexpr UINT kStamp = 40001, kLocked = 40002, kUnknown = 40003, kTicked = 40004, kShared = 40010;
 
 /// A text. Documents are named in steps by their titles.
 class Note : public CDocument
@@ -27,14 +24,14 @@ class Note : public CDocument
 public:
     ~Note() override { Add("~doc"); }
     void Serialize(CArchive& ar) override;
-    void DeleteContents() override;
-    BOOL OnNewDocument() override;
-    BOOL CanCloseFrame(CFrameWnd* frame) override;
-    BOOL SaveModified() override;
-    void PreCloseFrame(CFrameWnd* frame) override;
-    void OnCloseDocument() override;
+    void DeleteContents() override { Add("empty"), m_text.Empty(); }
+    BOOL OnNewDocument() override { return Add("new"), CDocument::OnNewDocument() && !refuseNew; }
+    BOOL CanCloseFrame(CFrameWnd* frame) override { return Add("may-close?"), CDocument::CanCloseFrame(frame); }
+    BOOL SaveModified() override { return Add("save?"), CDocument::SaveModified(); }
+    void PreCloseFrame(CFrameWnd* frame) override { Add("closing-frame"), CDocument::PreCloseFrame(frame); }
+    void OnCloseDocument() override { Add("close"), CDocument::OnCloseDocument(); }
     BOOL OnCmdMsg(UINT id, int code, void* extra, AFX_CMDHANDLERINFO* info) override;
-    void Change(LPCSTR text);
+    void Change(LPCSTR text) { m_text = text, SetModifiedFlag(); }
 
     CString m_text;
     static bool refuseNew, failSerialize;
@@ -42,8 +39,8 @@ public:
 protected:
     void OnShared() { Add("doc-shared"); }
     void OnStamp() { Add("stamp"); }
-    void OnUpdateLocked(CCmdUI* item);
-    void OnUpdateTicked(CCmdUI* item);
+    void OnUpdateLocked(CCmdUI* item) { item->Enable(FALSE); }
+    void OnUpdateTicked(CCmdUI* item) { item->Enable(), item->SetCheck(); }
     DECLARE_MESSAGE_MAP()
 
 private:
@@ -56,7 +53,7 @@ class NoteView : public CView
 
 public:
     ~NoteView() override { Traffic::Add("~view"); }
-    void OnInitialUpdate() override;
+    void OnInitialUpdate() override { Traffic::Add("initial"), CView::OnInitialUpdate(); }
     BOOL OnCmdMsg(UINT id, int code, void* extra, AFX_CMDHANDLERINFO* info) override;
 
     bool m_takeShared = false;
@@ -64,7 +61,7 @@ public:
 protected:
     void OnDraw(CDC*) override {}
     void OnUpdate(CView* sender, LPARAM hint, CObject* object) override;
-    LRESULT OnIdleUpdate(WPARAM wParam, LPARAM);
+    LRESULT OnIdleUpdate(WPARAM wParam, LPARAM) { return Traffic::Add(wParam ? "view-idle" : "view-idle?"), 0; }
     void OnShared() { Traffic::Add("view-shared"); }
     DECLARE_MESSAGE_MAP()
 };
@@ -90,11 +87,7 @@ public:
     using Base::m_nIDTracking;
 
 protected:
-    void PostNcDestroy() override
-    {
-        Traffic::Add("~frame");
-        Base::PostNcDestroy();
-    }
+    void PostNcDestroy() override { Traffic::Add("~frame"), Base::PostNcDestroy(); }
 };
 
 class NoteFrame : public RecordedFrame<CFrameWnd>
@@ -130,7 +123,7 @@ public:
     /// Sends a command as a menu does.
     void Command(UINT id) { m_pMainWnd->SendMessage(WM_COMMAND, id); }
 
-    int DoMessageBox(LPCSTR prompt, UINT type, UINT id) override;
+    int DoMessageBox(LPCSTR prompt, UINT, UINT) override { return Traffic::Add("ask[" + std::string(prompt) + "]"), m_answer; }
     BOOL DoPromptFileName(CString& fileName, UINT titleId, DWORD flags, BOOL openFile, CDocTemplate* docTemplate) override;
 
     int m_answer = IDNO;

@@ -9,8 +9,7 @@ class MultibytePage
 public:
     explicit MultibytePage(int page) : m_before(_getmbcp()) { EXPECT_EQ(0, _setmbcp(page)); }
     ~MultibytePage() { _setmbcp(m_before); }
-    MultibytePage(const MultibytePage&) = delete;
-    MultibytePage& operator=(const MultibytePage&) = delete;
+    MultibytePage(MultibytePage&&) = delete;
 
 private:
     int m_before;

@@ -229,15 +229,8 @@ TEST(ProfileRegistry, ValuesOfOtherKindsAndSizesAreNotRead)
     ProfileApp app(true);
     const HKEY key = app.GetSectionKey("Section");
     ASSERT_NE(nullptr, key);
-    struct Row
-    {
-        const char* name;
-        DWORD kind;
-        std::string bytes;
-        UINT number;
-        const char* text;
-        int binary;  ///< The size; -1 when it is not read.
-    };
+    // binary: the size; -1 when it is not read.
+    struct Row { const char* name; DWORD kind; std::string bytes; UINT number; const char* text; int binary; };
     const std::string dword("\x05\0\0\0", 4);
     for (const Row& row : {Row{"dword", REG_DWORD, dword, 5, "none", -1}, {"short dword", REG_DWORD, "\x05\x01", 7, "none", -1},
                            {"long dword", REG_DWORD, dword + dword, 7, "none", -1}, {"empty dword", REG_DWORD, "", 7, "none", -1},

@@ -11,13 +11,8 @@ namespace {
 constexpr UINT kUnknownClass = 0xFFFF;
 
 /// A window whose creation fails at a place.
-struct FailingCreation
-{
-    const char* name;
-    UINT message;  ///< The message whose handler fails; 0: PreCreateWindow; kUnknownClass: the class.
-    bool byThrowing;
-    const char* steps;
-};
+// message: the message whose handler fails; 0: PreCreateWindow; kUnknownClass: the class.
+struct FailingCreation { const char* name; UINT message; bool byThrowing; const char* steps; };
 
 class FailingWnd : public RecordedWnd
 {

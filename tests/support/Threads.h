@@ -3,6 +3,8 @@
 
 #include <kelgen/platform/Win32.h>
 
+#include <gtest/gtest.h>
+
 #include <functional>
 #include <memory>
 
@@ -15,6 +17,9 @@ struct HandleCloser
 
 /// A handle that its owner closes.
 using OwnedHandle = std::unique_ptr<void, HandleCloser>;
+
+/// Long enough for anything that is going to happen, in milliseconds.
+constexpr DWORD kDeadline = 20000;
 
 /// A platform thread that runs @p body; its handle. @p id receives its id when not null.
 inline OwnedHandle StartThread(std::function<DWORD()> body, DWORD flags = 0, DWORD* id = nullptr)
@@ -29,7 +34,14 @@ inline OwnedHandle StartThread(std::function<DWORD()> body, DWORD flags = 0, DWO
     return OwnedHandle(CreateThread(nullptr, 0, Start::Run, new std::function<DWORD()>(std::move(body)), flags, id));
 }
 
-/// Long enough for anything that is going to happen, in milliseconds.
-constexpr DWORD kDeadline = 20000;
+
+/// The exit code of @p thread, waited for.
+inline DWORD ExitCodeOf(const OwnedHandle& thread)
+{
+    EXPECT_EQ(DWORD{WAIT_OBJECT_0}, WaitForSingleObject(thread.get(), kDeadline));
+    DWORD code = 0;
+    EXPECT_TRUE(GetExitCodeThread(thread.get(), &code));
+    return code;
+}
 
 }  // namespace kelgen::test

@@ -130,9 +130,8 @@ TEST(ChangeNotification, RefusesBadCalls)
     EXPECT_EQ(0u, error(notUtf8, 1));
 
     const OwnedHandle event(CreateEventA(nullptr, FALSE, FALSE, nullptr));
-    for (const HANDLE bad : {HANDLE{}, INVALID_HANDLE_VALUE, event.get()}) {
+    for (const HANDLE bad : {HANDLE{}, INVALID_HANDLE_VALUE, event.get()})
         EXPECT_TRUE(FailedWith(6, !FindNextChangeNotification(bad)));
-    }
     EXPECT_TRUE(FindCloseChangeNotification(INVALID_HANDLE_VALUE));
     EXPECT_FALSE(FindCloseChangeNotification(nullptr));
 }

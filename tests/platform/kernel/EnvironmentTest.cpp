@@ -28,9 +28,8 @@ TEST(EnvironmentVariables, EmptyIsNotMissing)
     EXPECT_EQ(1u, GetEnvironmentVariableA("KelgenTestB", buffer, 0));
     SetEnvironmentVariableA("KelgenTestB", nullptr);
     EXPECT_TRUE(SetEnvironmentVariableA("KelgenTestB", nullptr));
-    for (const char* bad : {"", "a=b"}) {
+    for (const char* bad : {"", "a=b"})
         EXPECT_TRUE(FailedWith(ERROR_INVALID_PARAMETER, !SetEnvironmentVariableA(bad, "x")));
-    }
     EXPECT_TRUE(FailedWith(ERROR_ENVVAR_NOT_FOUND, !SetEnvironmentVariableA(nullptr, "x")));
 }
 

@@ -193,9 +193,8 @@ TEST_F(FileSystem, TemporaryNames)
     char second[MAX_PATH];
     EXPECT_NE(number, GetTempFileNameA(At("sub").c_str(), "x", 0, second));
 
-    for (const std::string& folder : {At("none"), At("file"), std::string()}) {
+    for (const std::string& folder : {At("none"), At("file"), std::string()})
         EXPECT_TRUE(FailedWith(ERROR_DIRECTORY, !GetTempFileNameA(folder.c_str(), "x", 0, buffer))) << folder;
-    }
 }
 
 TEST_F(FileSystem, TemporaryFolderEndsInABackslash)

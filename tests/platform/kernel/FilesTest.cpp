@@ -14,11 +14,9 @@ class OpenedFile
 public:
     OpenedFile(const std::string& name, DWORD access, DWORD share = kShareAll, DWORD disposition = OPEN_EXISTING, DWORD flags = 0)
         : m_handle(CreateFileA(name.c_str(), access, share, nullptr, disposition, flags, nullptr))
-    {
-    }
+    {}
     ~OpenedFile() { CloseHandle(m_handle); }
-    OpenedFile(const OpenedFile&) = delete;
-    OpenedFile& operator=(const OpenedFile&) = delete;
+    OpenedFile(OpenedFile&&) = delete;
 
     operator HANDLE() const { return m_handle; }
     bool Ok() const { return m_handle != INVALID_HANDLE_VALUE; }
@@ -63,13 +61,8 @@ std::string FilledFolder()
     return folder;
 }
 
-struct OpenRow
-{
-    const char* name;
-    const char* file;
-    DWORD access, disposition, flags, error;
-    const char* contents;  // of file.txt afterwards
-};
+// contents: of file.txt afterwards.
+struct OpenRow { const char* name; const char* file; DWORD access, disposition, flags, error; const char* contents; };
 
 }  // namespace
 
@@ -142,13 +135,9 @@ TEST(FileOpening, WideNamesReachTheSameFile)
 
 TEST(FileSharing, NewOpenersMustAgreeWithThoseBefore)
 {
-    struct Row
-    {
-        const char* name;
-        DWORD access, share;             // of the first opener
-        DWORD otherAccess, otherShare;   // of the second
-        bool clash;
-    };
+    // access, share: of the first opener.
+    // otherAccess, otherShare: of the second.
+    struct Row { const char* name; DWORD access, share; DWORD otherAccess, otherShare; bool clash; };
     constexpr DWORD kBoth = GENERIC_READ | GENERIC_WRITE;
     const Row rows[] = {
         {"readers share", GENERIC_READ, FILE_SHARE_READ, GENERIC_READ, FILE_SHARE_READ, false},

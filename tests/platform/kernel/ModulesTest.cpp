@@ -83,9 +83,8 @@ TEST(Modules, SystemModulesHaveTheSystemsCalls)
     ASSERT_NE(nullptr, tick);
     EXPECT_LT(tick() - GetTickCount() + 60'000, 120'000u);
     const char* const unknown[] = {"NopeZz", "gettickcount", "", MAKEINTRESOURCEA(60000)};
-    for (const char* name : unknown) {
+    for (const char* name : unknown)
         EXPECT_TRUE(FailedWith(ERROR_PROC_NOT_FOUND, !GetProcAddress(kernel, name)));
-    }
     EXPECT_EQ(kernel, LoadLibraryA("Kernel32.dll"));
     EXPECT_TRUE(FreeLibrary(kernel));
 }

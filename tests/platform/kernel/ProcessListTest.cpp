@@ -76,9 +76,8 @@ TEST(ProcessList, ModulesBeginWithTheProgram)
 TEST(ProcessList, OpeningNeedsAProcessAndModulesNeedBothRights)
 {
     const ProcessCalls calls;
-    for (const DWORD id : {DWORD{0}, DWORD{0x7FFFFFFC}}) {
+    for (const DWORD id : {DWORD{0}, DWORD{0x7FFFFFFC}})
         EXPECT_TRUE(FailedWith(ERROR_INVALID_PARAMETER, !OpenProcess(0x410, FALSE, id)));
-    }
     for (const DWORD access : {0x400u, 0x10u}) {
         const HANDLE process = OpenProcess(access, FALSE, GetCurrentProcessId());
         HMODULE module = nullptr;

@@ -29,16 +29,12 @@ TEST(CriticalSection, OwnerEntersAgainAndLeavesAsOften)
     LeaveCriticalSection(&section);
 
     const auto tryElsewhere = [&section] {
-        DWORD entered = 0;
-        const auto thread = StartThread([&section] {
+        return ExitCodeOf(StartThread([&section] {
             const BOOL inside = TryEnterCriticalSection(&section);
             if (inside)
                 LeaveCriticalSection(&section);
             return static_cast<DWORD>(inside);
-        });
-        WaitForSingleObject(thread.get(), kDeadline);
-        GetExitCodeThread(thread.get(), &entered);
-        return entered;
+        }));
     };
     EXPECT_EQ(0u, tryElsewhere());
     LeaveCriticalSection(&section);
@@ -128,11 +124,7 @@ TEST(Mutex, BelongsToItsThreadByLevels)
     const OwnedHandle mutex(CreateMutexA(nullptr, TRUE, nullptr));
     EXPECT_TRUE(IsSignalled(mutex));
     EXPECT_TRUE(ReleaseMutex(mutex.get()));
-    const auto other = StartThread([&mutex] { return WaitForSingleObject(mutex.get(), 0); });
-    WaitForSingleObject(other.get(), kDeadline);
-    DWORD waited = 0;
-    GetExitCodeThread(other.get(), &waited);
-    EXPECT_EQ(DWORD{WAIT_TIMEOUT}, waited);
+    EXPECT_EQ(DWORD{WAIT_TIMEOUT}, ExitCodeOf(StartThread([&mutex] { return WaitForSingleObject(mutex.get(), 0); })));
 
     EXPECT_TRUE(ReleaseMutex(mutex.get()));
     EXPECT_TRUE(FailedWith(ERROR_NOT_OWNER, !ReleaseMutex(mutex.get())));

@@ -19,10 +19,7 @@ TEST(Thread, SuspendedOneBeginsWhenItsCountReachesZero)
     EXPECT_EQ(DWORD{WAIT_TIMEOUT}, WaitForSingleObject(thread.get(), 20));
     EXPECT_FALSE(ran);
     EXPECT_EQ(1u, ResumeThread(thread.get()));
-    EXPECT_EQ(DWORD{WAIT_OBJECT_0}, WaitForSingleObject(thread.get(), kDeadline));
-    DWORD exitCode = 0;
-    EXPECT_TRUE(GetExitCodeThread(thread.get(), &exitCode));
-    EXPECT_EQ(7u, exitCode);
+    EXPECT_EQ(7u, ExitCodeOf(thread));
     EXPECT_TRUE(ran);
 }
 
@@ -41,9 +38,7 @@ TEST(Thread, RunsUntilItEndsAndReportsItsId)
     EXPECT_TRUE(GetExitCodeThread(thread.get(), &exitCode));
     EXPECT_EQ(DWORD{STILL_ACTIVE}, exitCode);
     SetEvent(go.get());
-    ASSERT_EQ(DWORD{WAIT_OBJECT_0}, WaitForSingleObject(thread.get(), kDeadline));
-    EXPECT_TRUE(GetExitCodeThread(thread.get(), &exitCode));
-    EXPECT_EQ(11u, exitCode);
+    EXPECT_EQ(11u, ExitCodeOf(thread));
     EXPECT_EQ(id, own);
     EXPECT_NE(GetCurrentThreadId(), id);
 }
@@ -76,10 +71,7 @@ TEST(ThreadStorage, ValuesAreEachThreadsOwnAndAReusedIndexIsEmpty)
     int here = 0;
     EXPECT_TRUE(TlsSetValue(index, &here));
     const auto other = StartThread([index]() -> DWORD { return TlsGetValue(index) == nullptr; });
-    WaitForSingleObject(other.get(), kDeadline);
-    DWORD wasNull = 0;
-    GetExitCodeThread(other.get(), &wasNull);
-    EXPECT_EQ(1u, wasNull);
+    EXPECT_EQ(1u, ExitCodeOf(other)) << "null";
     EXPECT_EQ(&here, TlsGetValue(index));
 
     EXPECT_TRUE(TlsFree(index));

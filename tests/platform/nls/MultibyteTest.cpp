@@ -18,8 +18,7 @@ class SelectedPage
 public:
     explicit SelectedPage(int page) : m_former(_getmbcp()) { EXPECT_EQ(0, _setmbcp(page)); }
     ~SelectedPage() { _setmbcp(m_former); }
-    SelectedPage(const SelectedPage&) = delete;
-    SelectedPage& operator=(const SelectedPage&) = delete;
+    SelectedPage(SelectedPage&&) = delete;
 
 private:
     int m_former;

@@ -20,8 +20,7 @@ public:
         RegCloseKey(m_key);
         RegDeleteTreeA(HKEY_CURRENT_USER, m_path.c_str());
     }
-    ScratchKey(const ScratchKey&) = delete;
-    ScratchKey& operator=(const ScratchKey&) = delete;
+    ScratchKey(ScratchKey&&) = delete;
 
     operator HKEY() const { return m_key; }
     const std::string& Path() const { return m_path; }
@@ -40,6 +39,15 @@ inline const BYTE* Bytes(const char* text)
 inline LSTATUS SetText(HKEY key, const char* name, const std::string& text)
 {
     return RegSetValueExA(key, name, 0, REG_SZ, Bytes(text.c_str()), static_cast<DWORD>(text.size() + 1));
+}
+
+/// Makes the subkey @p path and gives it the value "v" when @p text is not null.
+inline void MakeKey(HKEY key, const std::string& path, const char* text = nullptr)
+{
+    HKEY made = nullptr;
+    ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyA(key, path.c_str(), &made)) << path;
+    EXPECT_TRUE(!text || SetText(made, "v", text) == ERROR_SUCCESS) << path;
+    EXPECT_EQ(ERROR_SUCCESS, RegCloseKey(made));
 }
 
 /// The text of a value without its terminator; nothing when there is none.

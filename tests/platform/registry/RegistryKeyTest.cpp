@@ -18,10 +18,7 @@ TEST(RegistryOpen, FindsSubkeyOrFails)
     for (const OpenRow& row : rows) {
         SCOPED_TRACE(row.name);
         const ScratchKey key;
-        HKEY made = nullptr;
-        ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyA(key, "Alpha\\Beta", &made));
-        RegCloseKey(made);
-
+        MakeKey(key, "Alpha\\Beta");
         HKEY opened = key;
         EXPECT_EQ(row.status, RegOpenKeyExA(key, row.subkey, 0, KEY_READ, &opened));
         EXPECT_EQ(row.status == ERROR_SUCCESS, opened != nullptr);
@@ -94,9 +91,7 @@ TEST(RegistryRights, AllowOnlyWhatTheKeyWasOpenedFor)
     for (const RightsRow& row : rows) {
         SCOPED_TRACE(row.name);
         const ScratchKey parent;
-        HKEY made = nullptr;
-        ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyA(parent, "Sub", &made));
-        RegCloseKey(made);
+        MakeKey(parent, "Sub");
         ASSERT_EQ(ERROR_SUCCESS, SetText(parent, "v", "x"));
         HKEY key = nullptr;
         ASSERT_EQ(ERROR_SUCCESS, RegOpenKeyExA(parent, nullptr, 0, row.access, &key));
@@ -119,11 +114,8 @@ TEST(RegistryRights, AllowOnlyWhatTheKeyWasOpenedFor)
 TEST(RegistryKey, EnumerationIsAlphabeticalAndKeepsCase)
 {
     const ScratchKey key;
-    HKEY made = nullptr;
-    for (const char* name : {"New", "a/c", "..", " Sp ", ".", "\xC4", "_"}) {
-        ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyA(key, name, &made)) << name;
-        RegCloseKey(made);
-    }
+    for (const char* name : {"New", "a/c", "..", " Sp ", ".", "\xC4", "_"})
+        MakeKey(key, name);
     EXPECT_EQ((std::vector<std::string>{" Sp ", ".", "..", "_", "a/c", "New", "\xC4"}), SubkeysOf(key));
 
     char name[8];
@@ -141,8 +133,7 @@ TEST(RegistryKey, LongNames)
     const ScratchKey key;
     HKEY made = nullptr;
     const std::string longest = "X" + std::string(254, '\xE4');
-    ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyA(key, longest.c_str(), &made));
-    RegCloseKey(made);
+    MakeKey(key, longest);
     EXPECT_EQ(std::vector<std::string>{longest}, SubkeysOf(key));
     ASSERT_EQ(ERROR_SUCCESS, RegOpenKeyA(key, ("x" + std::string(254, '\xC4')).c_str(), &made));
     RegCloseKey(made);
@@ -154,9 +145,7 @@ TEST(RegistryKey, DeletionNeedsALeaf)
 {
     const ScratchKey key;
     HKEY made = nullptr;
-    ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyA(key, "Sub\\Deep", &made));
-    ASSERT_EQ(ERROR_SUCCESS, SetText(made, "v", "x"));
-    RegCloseKey(made);
+    MakeKey(key, "Sub\\Deep", "x");
     EXPECT_EQ(ERROR_ACCESS_DENIED, RegDeleteKeyA(key, "Sub"));
     EXPECT_EQ(ERROR_FILE_NOT_FOUND, RegDeleteKeyA(key, "Nope"));
     EXPECT_EQ(ERROR_BAD_PATHNAME, RegDeleteKeyA(key, "\\Sub"));
@@ -201,18 +190,13 @@ TEST(RegistryKey, DeletedKeyAnswersSoEvenWhenMadeAgain)
 TEST(RegistryKey, TreesGoAsAWhole)
 {
     const ScratchKey key;
-    HKEY made = nullptr;
-    for (const char* path : {"Y\\Z\\W", "Y\\V"}) {
-        ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyA(key, path, &made));
-        ASSERT_EQ(ERROR_SUCCESS, SetText(made, "v", "x"));
-        RegCloseKey(made);
-    }
+    for (const char* path : {"Y\\Z\\W", "Y\\V"})
+        MakeKey(key, path, "x");
     EXPECT_EQ(ERROR_FILE_NOT_FOUND, RegDeleteTreeA(key, "none"));
     EXPECT_EQ(ERROR_SUCCESS, RegDeleteTreeA(key, "Y"));
     EXPECT_EQ(std::vector<std::string>{}, SubkeysOf(key));
 
-    ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyA(key, "Y\\Z", &made));
-    RegCloseKey(made);
+    MakeKey(key, "Y\\Z");
     ASSERT_EQ(ERROR_SUCCESS, SetText(key, "v", "x"));
     EXPECT_EQ(ERROR_SUCCESS, RegDeleteTreeA(key, nullptr)) << "empties the key and keeps it";
     EXPECT_EQ(std::vector<std::string>{}, SubkeysOf(key));

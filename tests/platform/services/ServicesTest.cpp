@@ -103,13 +103,8 @@ TEST(ServiceEnds, AreReported)
     }
 }
 
-struct ServicePath
-{
-    const char* name;
-    const char* before;  // of the program's path in a folder with a blank
-    const char* after;
-    const char* outcome;
-};
+// before: of the program's path in a folder with a blank.
+struct ServicePath { const char* name; const char* before; const char* after; const char* outcome; };
 
 TEST(ServicePaths, AreFoundAsCommandLines)
 {

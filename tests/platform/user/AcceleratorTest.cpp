@@ -38,15 +38,8 @@ TEST(Accelerators, TablesAreCopiesOfTheirEntriesAndOfResources)
 
 namespace {
 
-struct Pressed
-{
-    const char* name;
-    UINT message;
-    WPARAM key;
-    int held; // FSHIFT, FCONTROL, FALT
-    int result;
-    const char* log;
-};
+// held: FSHIFT, FCONTROL, FALT
+struct Pressed { const char* name; UINT message; WPARAM key; int held, result; const char* log; };
 
 void Hold(int held, bool isDown)
 {

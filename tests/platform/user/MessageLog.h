@@ -84,8 +84,7 @@ public:
         Names().erase(m_window);
     }
 
-    NamedWindow(const NamedWindow&) = delete;
-    NamedWindow& operator=(const NamedWindow&) = delete;
+    NamedWindow(NamedWindow&&) = delete;
 
     operator HWND() const { return m_window; }
 

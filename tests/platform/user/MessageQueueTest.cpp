@@ -49,13 +49,8 @@ TEST_F(MessageQueue, YieldsPostedThenQuitThenInputThenPaintThenTimer)
     keybd_event('A', 0, KEYEVENTF_KEYUP, 0);
 }
 
-struct FilterRow
-{
-    const char* name;
-    int window;  // 0 null, 1 thread only, 2 parent, 3 child, 4 other
-    UINT first, last, flags;
-    const char* expected;
-};
+// window: 0 null, 1 thread only, 2 parent, 3 child, 4 other.
+struct FilterRow { const char* name; int window; UINT first, last, flags; const char* expected; };
 
 // WM_QUIT of PostQuitMessage passes every filter of windows and numbers.
 
@@ -168,9 +163,8 @@ TEST_F(MessageQueue, MessagesThatCarryPointersCannotBePosted)
     MSG message;
     while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
     }
-    EXPECT_EQ("1 c d 1a 1b 24 2b 2c 2d 39 46 47 4a 53 7c 7d 81 83 87 b0 b2 b3 b4 c2 c4 cb e3 e9 ea eb 140 143 145 148 14a 14c 14d 152 158 "
-              "180 181 189 18c 18d 18f 191 192 196 198 1a2 213 214 216 220 229 22a 22b 22d 22e 22f 30c ",
-              refused);
+    EXPECT_EQ("1 c d 1a 1b 24 2b 2c 2d 39 46 47 4a 53 7c 7d 81 83 87 b0 b2 b3 b4 c2 c4 cb e3 e9 ea eb 140 143 145 148 14a 14c "
+              "14d 152 158 180 181 189 18c 18d 18f 191 192 196 198 1a2 213 214 216 220 229 22a 22b 22d 22e 22f 30c ", refused);
     EXPECT_EQ(refused, toThread);
     EXPECT_EQ(refused, notified);
 }

@@ -37,8 +37,7 @@ public:
         Current() = nullptr;
     }
 
-    Traffic(const Traffic&) = delete;
-    Traffic& operator=(const Traffic&) = delete;
+    Traffic(Traffic&&) = delete;
 
     HWND Make(const char* name, DWORD style, RECT place, HWND parent = nullptr, int id = 0, DWORD exStyle = 0)
     {

@@ -56,8 +56,7 @@ struct OwnWindow
                        const char* text = "text")
         : handle(CreateWindowExA(exStyle, "OwnClass", text, style, place.left, place.top, place.right, place.bottom, parent,
                                  reinterpret_cast<HMENU>(static_cast<ULONG_PTR>(id)), Program(), nullptr))
-    {
-    }
+    {}
     ~OwnWindow() { DestroyWindow(handle); }
     operator HWND() const { return handle; }
     HWND handle;
@@ -89,13 +88,8 @@ TEST(WindowValues, BadWindowsFailWithTheirErrors)
     POINT point{};
     char text[20];
     WINDOWPLACEMENT placement{};
-    struct Row
-    {
-        const char* name;
-        std::string missing;  // of a stale window and of a number that was never one
-        std::string null;
-        std::function<long long(HWND)> call;
-    };
+    // missing: of a stale window and of a number that was never one.
+    struct Row { const char* name; std::string missing, null; std::function<long long(HWND)> call; };
     const Row rows[] = {
         {"IsWindow", "0/-", "0/-", [](HWND w) { return IsWindow(w); }},
         {"IsWindowVisible", "0/1400", "0/1400", [](HWND w) { return IsWindowVisible(w); }},
@@ -306,13 +300,8 @@ TEST(WindowValues, StylesDecideOnFrameAndClientArea)
 {
     const OwnClass ownClass;
     const OwnWindow frame(WS_OVERLAPPEDWINDOW, nullptr, 0, {0, 0, 400, 300});
-    struct Row
-    {
-        const char* name;
-        DWORD style, exStyle;
-        RECT place;  // left, top, width, height
-        const char* result;
-    };
+    // place: left, top, width, height.
+    struct Row { const char* name; DWORD style, exStyle; RECT place; const char* result; };
     const Row rows[] = {
         {"Overlapped", 0, 0, {0, 0, 0, 0}, "04c00000 00000100 116x27 client 110x2 at 3,22"},
         {"Popup", WS_POPUP, 0, {0, 0, 0, 0}, "84000000 00000000 0x0 client 0x0 at 0,0"},

@@ -45,8 +45,7 @@ public:
             End(SIGKILL);
         close(m_output);
     }
-    RunningMonitor(const RunningMonitor&) = delete;
-    RunningMonitor& operator=(const RunningMonitor&) = delete;
+    RunningMonitor(RunningMonitor&&) = delete;
 
     /// The next line that begins with @p beginning; empty when none comes.
     std::string Await(const std::string& beginning)

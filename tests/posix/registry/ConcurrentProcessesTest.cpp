@@ -77,10 +77,7 @@ TEST(KilledWriter, LeavesWholeKeysOrNone)
     const ScratchKey key;
     KillAtRandom([&](std::atomic<int>& writes) {
             for (;; ++writes) {
-                HKEY made = nullptr;
-                RegCreateKeyA(key, "Mixed\\Case", &made);
-                SetText(made, "v", "x");
-                RegCloseKey(made);
+                MakeKey(key, "Mixed\\Case", "x");
                 RegDeleteTreeA(key, "Mixed");
             }
         },
@@ -88,9 +85,7 @@ TEST(KilledWriter, LeavesWholeKeysOrNone)
             const auto names = SubkeysOf(key);
             EXPECT_TRUE(names.empty() || names == std::vector<std::string>{"Mixed"}) << names[0];
             // Nothing of it keeps the next writer from working.
-            HKEY made = nullptr;
-            EXPECT_EQ(ERROR_SUCCESS, RegCreateKeyA(key, "Mixed", &made));
-            RegCloseKey(made);
+            MakeKey(key, "Mixed");
             EXPECT_EQ(ERROR_SUCCESS, RegDeleteTreeA(key, "Mixed"));
             EXPECT_EQ(std::vector<std::string>{}, SubkeysOf(key));
         });

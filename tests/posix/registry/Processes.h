@@ -21,8 +21,7 @@ public:
         _exit(testing::Test::HasFailure() ? 1 : 0);
     }
     ~ChildProcess() { Kill(); }
-    ChildProcess(const ChildProcess&) = delete;
-    ChildProcess& operator=(const ChildProcess&) = delete;
+    ChildProcess(ChildProcess&&) = delete;
 
     /// Whether it ended by itself without a failure.
     bool Wait()

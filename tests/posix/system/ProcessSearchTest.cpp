@@ -25,8 +25,7 @@ public:
         argv.push_back(nullptr);
         EXPECT_EQ(0, posix_spawn(&m_id, program.c_str(), nullptr, nullptr, argv.data(), environ));
     }
-    Child(const Child&) = delete;
-    Child& operator=(const Child&) = delete;
+    Child(Child&&) = delete;
     ~Child()
     {
         kill(m_id, SIGKILL);
