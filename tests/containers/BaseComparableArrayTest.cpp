@@ -102,6 +102,8 @@ TEST(BaseComparableArray, SetOperationsEqualTheObviousModel)
         ASSERT_EQ(within, ElementsOf(IntArray(array) &= other));
         ASSERT_EQ(without, ElementsOf(IntArray(array) -= other));
         ASSERT_EQ(preserved, ElementsOf(IntArray(array).DiffPreserveIndex(other, keep))) << "keep " << keep;
+        IntArray same = array;
+        ASSERT_TRUE(&same == &(same &= other) && &same == &(same -= other) && &same == &same.DiffPreserveIndex(other, keep));
         result = array;
         ASSERT_EQ(static_cast<int>(elements.size() - valueless.size()), result.Remove(value));
         ASSERT_EQ(valueless, ElementsOf(result));
