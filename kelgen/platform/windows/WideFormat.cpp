@@ -9,9 +9,9 @@ namespace kelgen {
 
 namespace {
 
-// Integers of some hundred digits overrun a buffer of the runtime (300 were seen to), floating-point numbers lose their digits to a
-// precision below -1, and padding costs 5 ns a unit even when it is only counted.
-constexpr int kMostDigits = 30;
+// Integers of 20 to 24 digits in a wider field overrun a buffer of the runtime, and so do those of some hundred digits (300 were seen
+// to); floating-point numbers lose their digits to a precision below -1, and padding costs 5 ns a unit even when it is only counted.
+constexpr int kMostDigits = 15;
 constexpr int kMostPadding = 100000;
 
 /// Whether the runtime prints every conversion without harm.

@@ -1,4 +1,5 @@
 // WidePrintfTest.cpp: the runtime's wide formatting, the same text on both targets.
+#include <kelgen/platform/WideFormat.h>
 #include <kelgen/platform/WideText.h>
 
 #include <cmath>
@@ -29,7 +30,7 @@ int FormatInto(WCHAR* text, size_t capacity, const WCHAR* format, ...)
 {
     va_list arguments;
     va_start(arguments, format);
-    const int length = _vsnwprintf(text, capacity, format, arguments);
+    const int length = kelgen::FormatWide(text, capacity, format, arguments);
     va_end(arguments);
     return length;
 }
