@@ -82,7 +82,8 @@ void FindMiss(State& st)
 }
 
 template <class C>
-struct StdSort {
+struct StdSort
+{
     void operator()(C& c) const { std::sort(c.begin(), c.end()); }
 };
 template <class C, class Sort>

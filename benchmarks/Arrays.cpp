@@ -35,8 +35,8 @@ public:
     void push_back(const CWStr& value) { Add(value); }
 };
 
-#define ARRAYS(op)                                                                                                               \
-    BENCHMARK(op<std::vector<int>>)->Name("Array/" #op "/vector");                                                               \
+#define ARRAYS(op)                                                                                                                         \
+    BENCHMARK(op<std::vector<int>>)->Name("Array/" #op "/vector");                                                                         \
     BENCHMARK(op<IntArray>)->Name("Array/" #op "/kelgen");
 
 ARRAYS(AppendInt)

@@ -30,9 +30,8 @@ void SortSorted(State& st)
     for (const std::u16string& text : SortedTexts())
         sorted.Add(CWStr(reinterpret_cast<const unsigned short*>(text.c_str())));
     for (auto _ : st) {
-        sorted.Sort([](const unsigned short* left, const unsigned short* right) {
-            return wcscmp(kelgen::AsWide(left), kelgen::AsWide(right));
-        });
+        sorted.Sort(
+            [](const unsigned short* left, const unsigned short* right) { return wcscmp(kelgen::AsWide(left), kelgen::AsWide(right)); });
         DoNotOptimize(sorted);
     }
 }

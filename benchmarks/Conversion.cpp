@@ -15,17 +15,17 @@ struct Kelgen
     std::size_t encode(std::u16string_view s, char* to, std::size_t room)
     {
         return static_cast<std::size_t>(WideCharToMultiByte(page, 0, reinterpret_cast<const WCHAR*>(s.data()), static_cast<int>(s.size()),
-            to, static_cast<int>(room), nullptr, nullptr));
+                                                            to, static_cast<int>(room), nullptr, nullptr));
     }
     std::size_t decode(std::string_view s, char16_t* to, std::size_t room)
     {
-        return static_cast<std::size_t>(MultiByteToWideChar(page, 0, s.data(), static_cast<int>(s.size()), reinterpret_cast<WCHAR*>(to),
-            static_cast<int>(room)));
+        return static_cast<std::size_t>(
+            MultiByteToWideChar(page, 0, s.data(), static_cast<int>(s.size()), reinterpret_cast<WCHAR*>(to), static_cast<int>(room)));
     }
 };
 
-#define CONVERTERS(op, sizes)                                                                                                    \
-    BENCHMARK(op<IconvConv>)->Name("Convert/" #op "/iconv") sizes;                                                               \
+#define CONVERTERS(op, sizes)                                                                                                              \
+    BENCHMARK(op<IconvConv>)->Name("Convert/" #op "/iconv") sizes;                                                                         \
     BENCHMARK(op<Kelgen>)->Name("Convert/" #op "/kelgen") sizes;
 
 CONVERTERS(Cp1252Encode, WESTERN)

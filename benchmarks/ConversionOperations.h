@@ -7,7 +7,8 @@
 
 namespace bench {
 
-struct IconvConv {
+struct IconvConv
+{
     iconv_t out, in;
     explicit IconvConv(const char* page) : out(iconv_open(page, "UTF-16LE")), in(iconv_open("UTF-16LE", page))
     {
@@ -44,10 +45,9 @@ inline std::u16string western(std::size_t n, bool mixed)  // mixed: about one un
 
 inline std::string japanese(std::size_t bytes)  // Shift-JIS, cut at a character
 {
-    static const char16_t para[] =
-        u"吾輩は猫である。名前はまだ無い。どこで生れたかとんと見当がつかぬ。"
-        u"何でも薄暗いじめじめした所でニャーニャー泣いていた事だけは記憶している。"
-        u"しかもあとで聞くとそれは書生という人間中で一番獰悪な種族であったそうだ。(Chapter 1, 1905)\r\n";
+    static const char16_t para[] = u"吾輩は猫である。名前はまだ無い。どこで生れたかとんと見当がつかぬ。"
+                                   u"何でも薄暗いじめじめした所でニャーニャー泣いていた事だけは記憶している。"
+                                   u"しかもあとで聞くとそれは書生という人間中で一番獰悪な種族であったそうだ。(Chapter 1, 1905)\r\n";
     char one[1024];
     const std::size_t n = IconvConv("CP932").encode(para, one, sizeof one);
     std::string s;
@@ -104,9 +104,15 @@ inline std::string narrow(const std::u16string& s)
 }
 
 template <class Conv>
-void Cp1252Encode(State& st) { encode<Conv>(st, "windows-1252", western(st.range(0), st.range(1))); }
+void Cp1252Encode(State& st)
+{
+    encode<Conv>(st, "windows-1252", western(st.range(0), st.range(1)));
+}
 template <class Conv>
-void Cp1252Decode(State& st) { decode<Conv>(st, "windows-1252", narrow(western(st.range(0), st.range(1)))); }
+void Cp1252Decode(State& st)
+{
+    decode<Conv>(st, "windows-1252", narrow(western(st.range(0), st.range(1))));
+}
 template <class Conv>
 void ShiftJisDecode(State& st)
 {

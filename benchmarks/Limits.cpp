@@ -130,7 +130,18 @@ void FileRead8M(State& st)
     }
 }
 
-BENCHMARK(Memcpy)->Name("Limit/Memcpy/libc")->Arg(10)->Arg(64)->Arg(80)->Arg(400)->Arg(4000)->Arg(4096)->Arg(8192)->Arg(400000)->Arg(1 << 20)->Arg(2 << 20);
+BENCHMARK(Memcpy)
+    ->Name("Limit/Memcpy/libc")
+    ->Arg(10)
+    ->Arg(64)
+    ->Arg(80)
+    ->Arg(400)
+    ->Arg(4000)
+    ->Arg(4096)
+    ->Arg(8192)
+    ->Arg(400000)
+    ->Arg(1 << 20)
+    ->Arg(2 << 20);
 BENCHMARK(Memcmp)->Name("Limit/Memcmp/libc")->Arg(80)->Arg(8192);
 BENCHMARK(Memchr)->Name("Limit/Memchr/libc")->Arg(8192)->Arg(400000);
 BENCHMARK(MallocFree)->Name("Limit/MallocFree/libc")->Arg(24)->Arg(96)->Arg(420)->Arg(4020);

@@ -145,8 +145,8 @@ struct KelgenNarrow
     static bool containsNoCase(const List& l, const S& s) { return l.FindFirstNoSortNoCase(s) >= 0; }
 };
 
-#define ROW(area, op, name, ...)                                                                                                 \
-    BENCHMARK(op<StdNarrow>)->Name("Narrow" area "/" name "/string") __VA_ARGS__;                                                \
+#define ROW(area, op, name, ...)                                                                                                           \
+    BENCHMARK(op<StdNarrow>)->Name("Narrow" area "/" name "/string") __VA_ARGS__;                                                          \
     BENCHMARK(op<KelgenNarrow>)->Name("Narrow" area "/" name "/kelgen") __VA_ARGS__;
 STRING_ROWS
 STRING_LIST_ROWS

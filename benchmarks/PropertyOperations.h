@@ -5,8 +5,8 @@
 
 namespace bench {
 
-inline constexpr const char* names[20] = {"name", "caption", "left", "top", "width", "height", "color", "font",
-    "visible", "enabled", "cursor", "hint", "tag", "align", "anchor", "border", "owner", "style", "state", "value"};
+inline constexpr const char* names[20] = {"name",   "caption", "left", "top",   "width",  "height", "color", "font",  "visible", "enabled",
+                                          "cursor", "hint",    "tag",  "align", "anchor", "border", "owner", "style", "state",   "value"};
 
 inline void finish(State& st, long sum, int last)
 {

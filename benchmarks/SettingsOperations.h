@@ -9,8 +9,14 @@ namespace bench {
 
 // ---- INI: 1000 sections of 10 keys
 
-inline std::string section(int i) { return "Section" + std::to_string(i); }
-inline std::string key(int i) { return "key" + std::to_string(i); }
+inline std::string section(int i)
+{
+    return "Section" + std::to_string(i);
+}
+inline std::string key(int i)
+{
+    return "key" + std::to_string(i);
+}
 
 // 64 names for one file, taken in turn: QSettings keeps the last 30 files it read, and would not parse again.
 inline const std::string& iniFile()

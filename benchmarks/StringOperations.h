@@ -8,7 +8,8 @@
 
 namespace bench {
 
-struct StdStr {  // std::u16string, with the loops a user writes where it has no member
+struct StdStr
+{  // std::u16string, with the loops a user writes where it has no member
     using S = std::u16string;
     using List = std::vector<S>;
     using Unit = char16_t;
@@ -32,8 +33,7 @@ struct StdStr {  // std::u16string, with the loops a user writes where it has no
     }
     static bool equalNoCase(const S& a, const S& b)
     {
-        return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                          [](Unit x, Unit y) { return std::towlower(x) == std::towlower(y); });
+        return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](Unit x, Unit y) { return std::towlower(x) == std::towlower(y); });
     }
     static S upper(const S& s)
     {
@@ -356,32 +356,32 @@ void FindNoCase1000(State& st)  // absent, same length as the others
 
 /// The rows of every string: ROW(area, operation, name, settings) registers a program's own. The search for the last text and
 /// the lists stand apart, for strings without them.
-#define STRING_ROWS \
-    ROW("String", Construct, "Construct", ->Arg(5)->Arg(40)->Arg(200)->Arg(2000)) \
-    ROW("String", ConstructN, "ConstructN", ->Arg(5)->Arg(40)->Arg(200)->Arg(2000)) \
-    ROW("String", CopyConstruct, "CopyConstruct", ->Arg(5)->Arg(40)->Arg(200)->Arg(2000)) \
-    ROW("String", CopyAssign, "CopyAssign", ->Arg(5)->Arg(40)->Arg(2000)) \
-    ROW("String", CopyWrite, "CopyWrite", ->Arg(5)->Arg(40)->Arg(200)->Arg(2000)) \
-    ROW("String", AppendUnit64, "AppendUnit64") \
-    ROW("String", AppendText10, "AppendText10") \
-    ROW("String", FindText, "FindText4096") \
-    ROW("String", FindUnit, "FindUnit4096") \
-    ROW("String", ReverseFindUnit, "ReverseFindUnit4096") \
-    ROW("String", ReplaceAll, "ReplaceAll4096") \
-    ROW("String", CompareEqual, "CompareEqual", ->Arg(40)->Arg(4096)) \
-    ROW("String", CompareNoCase, "CompareNoCase40") \
-    ROW("String", Upper256, "Upper256") \
-    ROW("String", TrimBoth, "TrimBoth") \
-    ROW("String", Mid20of200, "Mid20of200") \
-    ROW("String", Construct, "ConcurrentConstruct", ->Arg(5)->Threads(2)->UseRealTime()) \
+#define STRING_ROWS                                                                                                                        \
+    ROW("String", Construct, "Construct", ->Arg(5)->Arg(40)->Arg(200)->Arg(2000))                                                          \
+    ROW("String", ConstructN, "ConstructN", ->Arg(5)->Arg(40)->Arg(200)->Arg(2000))                                                        \
+    ROW("String", CopyConstruct, "CopyConstruct", ->Arg(5)->Arg(40)->Arg(200)->Arg(2000))                                                  \
+    ROW("String", CopyAssign, "CopyAssign", ->Arg(5)->Arg(40)->Arg(2000))                                                                  \
+    ROW("String", CopyWrite, "CopyWrite", ->Arg(5)->Arg(40)->Arg(200)->Arg(2000))                                                          \
+    ROW("String", AppendUnit64, "AppendUnit64")                                                                                            \
+    ROW("String", AppendText10, "AppendText10")                                                                                            \
+    ROW("String", FindText, "FindText4096")                                                                                                \
+    ROW("String", FindUnit, "FindUnit4096")                                                                                                \
+    ROW("String", ReverseFindUnit, "ReverseFindUnit4096")                                                                                  \
+    ROW("String", ReplaceAll, "ReplaceAll4096")                                                                                            \
+    ROW("String", CompareEqual, "CompareEqual", ->Arg(40)->Arg(4096))                                                                      \
+    ROW("String", CompareNoCase, "CompareNoCase40")                                                                                        \
+    ROW("String", Upper256, "Upper256")                                                                                                    \
+    ROW("String", TrimBoth, "TrimBoth")                                                                                                    \
+    ROW("String", Mid20of200, "Mid20of200")                                                                                                \
+    ROW("String", Construct, "ConcurrentConstruct", ->Arg(5)->Threads(2)->UseRealTime())                                                   \
     ROW("String", ConcurrentCopy, "ConcurrentCopyShared40", ->Threads(2)->UseRealTime())
 
 #define STRING_REVERSE_TEXT_ROWS ROW("String", ReverseFindText, "ReverseFindText4096")
 
-#define STRING_LIST_ROWS \
-    ROW("StringList", Split1000, "Split1000") \
-    ROW("StringList", Join1000, "Join1000") \
-    ROW("StringList", Sort10000, "Sort10000") \
+#define STRING_LIST_ROWS                                                                                                                   \
+    ROW("StringList", Split1000, "Split1000")                                                                                              \
+    ROW("StringList", Join1000, "Join1000")                                                                                                \
+    ROW("StringList", Sort10000, "Sort10000")                                                                                              \
     ROW("StringList", FindNoCase1000, "FindNoCase1000")
 
 }  // namespace bench

@@ -84,8 +84,8 @@ struct Kelgen
     static bool containsNoCase(const List& l, const S& s) { return l.FindFirstNoCase(s) >= 0; }
 };
 
-#define ROW(area, op, name, ...)                                                                                                 \
-    BENCHMARK(op<StdStr>)->Name(area "/" name "/u16string") __VA_ARGS__;                                                         \
+#define ROW(area, op, name, ...)                                                                                                           \
+    BENCHMARK(op<StdStr>)->Name(area "/" name "/u16string") __VA_ARGS__;                                                                   \
     BENCHMARK(op<Kelgen>)->Name(area "/" name "/kelgen") __VA_ARGS__;
 STRING_ROWS
 STRING_LIST_ROWS

@@ -20,7 +20,7 @@ unsigned Sum(std::span<const BYTE> bytes)
     return sum;
 }
 
-} // namespace
+}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size)
 {

@@ -14,7 +14,8 @@ using namespace bench;
 
 namespace {
 
-struct Frame : QObject {
+struct Frame : QObject
+{
     static inline long count = 0;
     bool event(QEvent* e) override
     {

@@ -19,13 +19,18 @@ namespace {
 
 WX_DECLARE_HASH_MAP(int, int, wxIntegerHash, wxIntegerEqual, WxIntMap);
 
-int compareInts(int* a, int* b) { return unsigned(*a) < unsigned(*b) ? -1 : *a != *b; }
+int compareInts(int* a, int* b)
+{
+    return unsigned(*a) < unsigned(*b) ? -1 : *a != *b;
+}
 
 template <class C>
-struct SpreadSort {
+struct SpreadSort
+{
     void operator()(C& c) const { boost::sort::spreadsort::integer_sort(c.begin(), c.end()); }
 };
-struct WxSort {
+struct WxSort
+{
     void operator()(wxArrayInt& c) const { c.Sort(compareInts); }
 };
 
@@ -34,9 +39,9 @@ using BoostMap = boost::unordered_map<K, K>;
 template <class K>
 using QtMap = QHash<K, K>;
 
-#define ARRAYS(op)                                                                \
-    BENCHMARK(op<QList<int>>)->Name("Array/" #op "/QList");                       \
-    BENCHMARK(op<wxArrayInt>)->Name("Array/" #op "/wxArrayInt");                  \
+#define ARRAYS(op)                                                                                                                         \
+    BENCHMARK(op<QList<int>>)->Name("Array/" #op "/QList");                                                                                \
+    BENCHMARK(op<wxArrayInt>)->Name("Array/" #op "/wxArrayInt");                                                                           \
     BENCHMARK(op<wxVector<int>>)->Name("Array/" #op "/wxVector");
 
 ARRAYS(AppendInt)
@@ -50,8 +55,8 @@ BENCHMARK_TEMPLATE(SortUint32, QList<std::uint32_t>, StdSort<QList<std::uint32_t
 BENCHMARK_TEMPLATE(SortUint32, wxArrayInt, WxSort)->Name("Array/SortUint32/wxArrayInt");
 BENCHMARK_TEMPLATE(SortUint32, std::vector<std::uint32_t>, SpreadSort<std::vector<std::uint32_t>>)->Name("Array/SortUint32/spreadsort");
 
-#define MAPS(op, key, K, S)                                                                  \
-    BENCHMARK_TEMPLATE(op, BoostMap<K>, K)->Name("Map/" key #op "/boost");                   \
+#define MAPS(op, key, K, S)                                                                                                                \
+    BENCHMARK_TEMPLATE(op, BoostMap<K>, K)->Name("Map/" key #op "/boost");                                                                 \
     BENCHMARK_TEMPLATE(op, QtMap<S>, S)->Name("Map/" key #op "/QHash");
 
 MAPS(Insert, "Int", int, int)

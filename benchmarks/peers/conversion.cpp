@@ -11,7 +11,8 @@ using namespace bench;
 
 namespace {
 
-struct IcuConv {
+struct IcuConv
+{
     UConverter* c;
     explicit IcuConv(const char* page)
     {
@@ -32,11 +33,15 @@ struct IcuConv {
     }
 };
 
-struct QtConv {  // Qt 6.4 hands any page but UTF-8/16/32 and Latin-1 to ICU
+struct QtConv
+{  // Qt 6.4 hands any page but UTF-8/16/32 and Latin-1 to ICU
     QStringEncoder out;
     QStringDecoder in;
     explicit QtConv(const char* page) : out(page), in(page) { require(out.isValid() && in.isValid(), "QStringConverter"); }
-    std::size_t encode(std::u16string_view s, char* to, std::size_t) { return out.appendToBuffer(to, QStringView(s.data(), s.size())) - to; }
+    std::size_t encode(std::u16string_view s, char* to, std::size_t)
+    {
+        return out.appendToBuffer(to, QStringView(s.data(), s.size())) - to;
+    }
     std::size_t decode(std::string_view s, char16_t* to, std::size_t)
     {
         return in.appendToBuffer(reinterpret_cast<QChar*>(to), QByteArrayView(s.data(), s.size())) - reinterpret_cast<QChar*>(to);
@@ -63,8 +68,8 @@ void Latin1Decode(State& st)
     st.SetItemsProcessed(st.iterations() * s.size());
 }
 
-#define CONVERTERS(op, sizes)                                   \
-    BENCHMARK(op<IcuConv>)->Name("Convert/" #op "/ICU") sizes;              \
+#define CONVERTERS(op, sizes)                                                                                                              \
+    BENCHMARK(op<IcuConv>)->Name("Convert/" #op "/ICU") sizes;                                                                             \
     BENCHMARK(op<QtConv>)->Name("Convert/" #op "/QStringConverter") sizes;
 
 CONVERTERS(Cp1252Encode, WESTERN)

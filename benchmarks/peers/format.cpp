@@ -25,7 +25,10 @@ void Asprintf(State& st)  // Qt's %ls takes 16-bit units, whatever the compiler 
 void QtArg(State& st)
 {
     RunFormat(st, [] {
-        return QStringLiteral("%1 %2 %3 %4").arg(formatNumber).arg(QStringView(wideName)).arg(formatHex, 8, 16, QChar('0'))
+        return QStringLiteral("%1 %2 %3 %4")
+            .arg(formatNumber)
+            .arg(QStringView(wideName))
+            .arg(formatHex, 8, 16, QChar('0'))
             .arg(formatReal, 5, 'f', 2);
     });
 }

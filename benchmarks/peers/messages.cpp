@@ -26,7 +26,8 @@ namespace {
 
 constexpr int posts = 10000;
 
-struct Receiver : QObject {
+struct Receiver : QObject
+{
     int count = 0;
     std::function<void()> then;
     bool event(QEvent* e) override
@@ -40,7 +41,8 @@ struct Receiver : QObject {
     }
 };
 
-struct Context {  // a GLib main context owned by this thread
+struct Context
+{  // a GLib main context owned by this thread
     GMainContext* c = g_main_context_new();
     Context() { g_main_context_acquire(c); }
     ~Context()
@@ -115,7 +117,8 @@ void PostWx(State& st)
 
 // ---- send one event through n filters to its receiver
 
-struct Filter : QObject {
+struct Filter : QObject
+{
     int seen = 0;
     bool eventFilter(QObject*, QEvent*) override
     {
@@ -194,7 +197,8 @@ void BlockingQt(State& st)  // the synchronous form: the caller sleeps until the
     t.start();
     int n = 0;
     for (auto _ : st)
-        QMetaObject::invokeMethod(&there, [&n] { ++n; }, Qt::BlockingQueuedConnection);
+        QMetaObject::invokeMethod(
+            &there, [&n] { ++n; }, Qt::BlockingQueuedConnection);
     require(n == st.iterations(), "invokeMethod");
     t.quit();
     t.wait();
@@ -202,7 +206,8 @@ void BlockingQt(State& st)  // the synchronous form: the caller sleeps until the
 
 void RoundTripGlib(State& st)
 {
-    struct Shared {
+    struct Shared
+    {
         Context here;
         GMainContext* there = g_main_context_new();
         int acks = 0;
@@ -217,11 +222,14 @@ void RoundTripGlib(State& st)
         std::this_thread::yield();
     for (auto _ : st) {
         s.acks = 0;
-        g_main_context_invoke(s.there, [](gpointer p) -> gboolean {
-            auto* s = static_cast<Shared*>(p);
-            g_main_context_invoke(s->here.c, countOnce, &s->acks);
-            return G_SOURCE_REMOVE;
-        }, &s);
+        g_main_context_invoke(
+            s.there,
+            [](gpointer p) -> gboolean {
+                auto* s = static_cast<Shared*>(p);
+                g_main_context_invoke(s->here.c, countOnce, &s->acks);
+                return G_SOURCE_REMOVE;
+            },
+            &s);
         while (!s.acks)
             g_main_context_iteration(s.here.c, TRUE);
     }

@@ -15,7 +15,8 @@
 
 using namespace bench;
 
-class Model : public QObject {
+class Model : public QObject
+{
     Q_OBJECT
     Q_PROPERTY(int name MEMBER m_other)
     Q_PROPERTY(int caption MEMBER m_other)
@@ -53,7 +54,8 @@ private:
     int m_value = 0, m_other = 0;
 };
 
-class Listener : public QObject {
+class Listener : public QObject
+{
     Q_OBJECT
 public:
     long sum = 0;
@@ -62,11 +64,13 @@ public Q_SLOTS:
 };
 
 // The same model as a GObject.
-struct GModel {
+struct GModel
+{
     GObject parent;
     int value;
 };
-struct GModelClass {
+struct GModelClass
+{
     GObjectClass parent;
 };
 G_DEFINE_TYPE(GModel, g_model, G_TYPE_OBJECT)
@@ -81,12 +85,12 @@ static void g_model_class_init(GModelClass* c)
             g_object_notify_by_pspec(self, spec);
         }
     };
-    o->get_property = [](GObject* self, guint, GValue* v, GParamSpec*) {
-        g_value_set_int(v, reinterpret_cast<GModel*>(self)->value);
-    };
+    o->get_property = [](GObject* self, guint, GValue* v, GParamSpec*) { g_value_set_int(v, reinterpret_cast<GModel*>(self)->value); };
     for (int i = 0; i < 20; ++i)
-        g_object_class_install_property(o, i + 1, g_param_spec_int(names[i], nullptr, nullptr, G_MININT, G_MAXINT, 0,
-            GParamFlags(G_PARAM_READWRITE | G_PARAM_EXPLICIT_NOTIFY | G_PARAM_STATIC_STRINGS)));
+        g_object_class_install_property(
+            o, i + 1,
+            g_param_spec_int(names[i], nullptr, nullptr, G_MININT, G_MAXINT, 0,
+                             GParamFlags(G_PARAM_READWRITE | G_PARAM_EXPLICIT_NOTIFY | G_PARAM_STATIC_STRINGS)));
 }
 
 namespace {

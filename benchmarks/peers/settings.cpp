@@ -9,7 +9,6 @@
 
 #include <QSettings>
 
-
 using namespace bench;
 
 namespace {
@@ -18,7 +17,8 @@ void ParseInih(State& st)  // parses only: the handler counts and keeps nothing
 {
     for (auto _ : st) {
         int n = 0;
-        ini_parse(iniFile().c_str(), [](void* p, const char*, const char*, const char*) { return ++*static_cast<int*>(p); }, &n);
+        ini_parse(
+            iniFile().c_str(), [](void* p, const char*, const char*, const char*) { return ++*static_cast<int*>(p); }, &n);
         require(n == 10000, "inih");
     }
 }

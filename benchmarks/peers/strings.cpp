@@ -14,7 +14,8 @@ using namespace bench;
 
 namespace {
 
-struct QStr {
+struct QStr
+{
     using S = QString;
     using List = QStringList;
     using Unit = char16_t;
@@ -38,7 +39,8 @@ struct QStr {
     static bool containsNoCase(const List& l, const S& s) { return l.contains(s, Qt::CaseInsensitive); }
 };
 
-struct IcuStr {
+struct IcuStr
+{
     using S = icu::UnicodeString;
     using List = std::vector<S>;
     using Unit = char16_t;
@@ -82,7 +84,8 @@ struct IcuStr {
     }
 };
 
-struct WxStr {  // 32-bit units on Linux
+struct WxStr
+{  // 32-bit units on Linux
     using S = wxString;
     using List = wxArrayString;
     using Unit = wchar_t;
@@ -112,9 +115,9 @@ struct WxStr {  // 32-bit units on Linux
     static bool containsNoCase(const List& l, const S& s) { return l.Index(s, false) != wxNOT_FOUND; }
 };
 
-#define ROW(area, op, name, ...)                                             \
-    BENCHMARK(op<QStr>)->Name(area "/" name "/QString") __VA_ARGS__;         \
-    BENCHMARK(op<IcuStr>)->Name(area "/" name "/UnicodeString") __VA_ARGS__; \
+#define ROW(area, op, name, ...)                                                                                                           \
+    BENCHMARK(op<QStr>)->Name(area "/" name "/QString") __VA_ARGS__;                                                                       \
+    BENCHMARK(op<IcuStr>)->Name(area "/" name "/UnicodeString") __VA_ARGS__;                                                               \
     BENCHMARK(op<WxStr>)->Name(area "/" name "/wxString") __VA_ARGS__;
 
 STRING_ROWS

@@ -33,7 +33,7 @@ constexpr Column kColumns[columnCount] = {
 }  // namespace
 
 BEGIN_MESSAGE_MAP(CFileListCtrl, CListCtrl)
-    ON_MESSAGE(CKelGenApp::APPM_LANGUAGE, &CFileListCtrl::OnAppLanguage)
+ON_MESSAGE(CKelGenApp::APPM_LANGUAGE, &CFileListCtrl::OnAppLanguage)
 END_MESSAGE_MAP()
 
 BOOL CFileListCtrl::CreateIn(CWnd* frame, UINT id)

@@ -17,9 +17,9 @@ constexpr UINT kStatusId = 1;
 }  // namespace
 
 BEGIN_MESSAGE_MAP(CMainFrame, CKelGenFrameWnd)
-    ON_COMMAND(ID_FILE_SETTINGS, &CMainFrame::OnFileSettings)
-    ON_COMMAND_RANGE(ID_LANGUAGE_FIRST, ID_LANGUAGE_LAST, &CMainFrame::OnLanguage)
-    ON_UPDATE_COMMAND_UI_RANGE(ID_LANGUAGE_FIRST, ID_LANGUAGE_LAST, &CMainFrame::OnUpdateLanguage)
+ON_COMMAND(ID_FILE_SETTINGS, &CMainFrame::OnFileSettings)
+ON_COMMAND_RANGE(ID_LANGUAGE_FIRST, ID_LANGUAGE_LAST, &CMainFrame::OnLanguage)
+ON_UPDATE_COMMAND_UI_RANGE(ID_LANGUAGE_FIRST, ID_LANGUAGE_LAST, &CMainFrame::OnUpdateLanguage)
 END_MESSAGE_MAP()
 
 BOOL CMainFrame::Open(int showCommand)
@@ -31,7 +31,8 @@ BOOL CMainFrame::Open(int showCommand)
     const int width = m_settings.GetInteger(CSettings::idWidth);
     const int height = m_settings.GetInteger(CSettings::idHeight);
     // Of a screen that is no longer there nothing is known: only a place on this one is taken.
-    const bool isOnScreen = left > -width && top >= 0 && left < ::GetSystemMetrics(SM_CXSCREEN) - 50 && top < ::GetSystemMetrics(SM_CYSCREEN) - 50;
+    const bool isOnScreen =
+        left > -width && top >= 0 && left < ::GetSystemMetrics(SM_CXSCREEN) - 50 && top < ::GetSystemMetrics(SM_CYSCREEN) - 50;
     SetWindowPos(nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE | (isOnScreen ? 0 : SWP_NOMOVE));
     ShowWindow(showCommand);
     UpdateWindow();

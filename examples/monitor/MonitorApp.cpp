@@ -27,7 +27,7 @@ CString FolderOf(const CString& path)
 }  // namespace
 
 BEGIN_MESSAGE_MAP(CMonitorApp, CKelGenApp)
-    ON_COMMAND(ID_FILE_RESCAN, &CMonitorApp::OnFileRescan)
+ON_COMMAND(ID_FILE_RESCAN, &CMonitorApp::OnFileRescan)
 END_MESSAGE_MAP()
 
 CMonitorApp::CMonitorApp() : CKelGenApp("kelgen monitor"), m_monitor(*this) {}

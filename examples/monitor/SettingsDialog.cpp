@@ -11,8 +11,7 @@ CSettingsDialog::CSettingsDialog(CSettings& settings, CWnd* owner)
     : CAppDialog(texts::ResourceId(IDD_SETTINGS), owner), m_settings(settings), m_owner(owner),
       m_folder(settings.GetText(CSettings::idFolder)), m_withSubfolders(settings.GetInteger(CSettings::idSubfolders)),
       m_mostFiles(settings.GetInteger(CSettings::idMostFiles)), m_language(settings.GetInteger(CSettings::idLanguage))
-{
-}
+{}
 
 BOOL CSettingsDialog::Open()
 {

@@ -21,7 +21,7 @@ CTrackable::~CTrackable() = default;
 IMPLEMENT_DYNAMIC(CKelGenApp, CWinApp)
 
 BEGIN_MESSAGE_MAP(CKelGenApp, CWinApp)
-    ON_THREAD_MESSAGE(APPM_LANGUAGE, &CKelGenApp::OnAppLanguage)
+ON_THREAD_MESSAGE(APPM_LANGUAGE, &CKelGenApp::OnAppLanguage)
 END_MESSAGE_MAP()
 
 CKelGenApp* gen::GetApp()

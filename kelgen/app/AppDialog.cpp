@@ -49,8 +49,8 @@ void CAppDialog::PostNcDestroy()
 }
 
 BEGIN_MESSAGE_MAP(CAppDialog, CDialog)
-    ON_WM_NCCREATE()
-    ON_WM_INITMENUPOPUP()
+ON_WM_NCCREATE()
+ON_WM_INITMENUPOPUP()
 END_MESSAGE_MAP()
 
 /// The platform creates dialogs by itself: this is the first message that comes with the styles.

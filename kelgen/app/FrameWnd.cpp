@@ -4,11 +4,11 @@
 #include <kelgen/framework/DocTemplate.h>
 #include <kelgen/framework/ModuleState.h>
 
-#define KELGEN_FRAME_MESSAGES()                                                                                                  \
-    ON_WM_CREATE()                                                                                                               \
-    ON_WM_DESTROY()                                                                                                              \
-    ON_WM_CLOSE()                                                                                                                \
-    ON_WM_NCDESTROY()                                                                                                            \
+#define KELGEN_FRAME_MESSAGES()                                                                                                            \
+    ON_WM_CREATE()                                                                                                                         \
+    ON_WM_DESTROY()                                                                                                                        \
+    ON_WM_CLOSE()                                                                                                                          \
+    ON_WM_NCDESTROY()                                                                                                                      \
     ON_MESSAGE(CKelGenApp::APPM_LANGUAGE, &ThisClass::OnAppLanguage)
 
 IMPLEMENT_DYNCREATE(CKelGenFrameWnd, CFrameWnd)
@@ -16,15 +16,15 @@ IMPLEMENT_DYNCREATE(CKelGenMDIFrameWnd, CMDIFrameWnd)
 IMPLEMENT_DYNCREATE(CKelGenMDIChildWnd, CMDIChildWnd)
 
 BEGIN_MESSAGE_MAP(CKelGenFrameWnd, CFrameWnd)
-    KELGEN_FRAME_MESSAGES()
+KELGEN_FRAME_MESSAGES()
 END_MESSAGE_MAP()
 
 BEGIN_MESSAGE_MAP(CKelGenMDIFrameWnd, CMDIFrameWnd)
-    KELGEN_FRAME_MESSAGES()
+KELGEN_FRAME_MESSAGES()
 END_MESSAGE_MAP()
 
 BEGIN_MESSAGE_MAP(CKelGenMDIChildWnd, CMDIChildWnd)
-    KELGEN_FRAME_MESSAGES()
+KELGEN_FRAME_MESSAGES()
 END_MESSAGE_MAP()
 
 CKelGenFrameWnd::CKelGenFrameWnd() = default;

@@ -21,8 +21,8 @@ void ExchangeBytes(TYPE& first, TYPE& second)
 
 /// Types for which == is the equality of the bytes, and which the processor compares several at a time.
 template <class TYPE>
-inline constexpr bool kEqualAsNumber =
-    (std::is_integral_v<TYPE> || std::is_enum_v<TYPE> || std::is_pointer_v<TYPE>) && (sizeof(TYPE) == 4 || sizeof(TYPE) == 8);
+inline constexpr bool kEqualAsNumber = (std::is_integral_v<TYPE> || std::is_enum_v<TYPE> || std::is_pointer_v<TYPE>)&&(sizeof(TYPE) == 4 ||
+                                                                                                                       sizeof(TYPE) == 8);
 
 /// The index of the first of @p count numbers that equals @p value, or -1. Compares 128 bytes between two branches.
 template <class NUMBER>

@@ -44,8 +44,7 @@ public:
     /// The first @p count of the values that follow it, each converted to TYPE; none when @p count is 0 or less. At least
     /// @p count values must be given.
     template <class... VALUES>
-        requires(sizeof...(VALUES) > 0 && (std::is_convertible_v<VALUES, TYPE> && ...))
-    CBaseArray(int count, VALUES... values)
+    requires(sizeof...(VALUES) > 0 && (std::is_convertible_v<VALUES, TYPE> && ...)) CBaseArray(int count, VALUES... values)
     {
         TYPE elements[] = {static_cast<TYPE>(values)...};
         KELGEN_ASSERT(count <= static_cast<int>(sizeof...(VALUES)));

@@ -121,7 +121,7 @@ private:
     {
         if (kept != next && count != 0)
             std::memmove(static_cast<void*>(m_array.m_pData + kept), static_cast<const void*>(m_array.m_pData + next),
-                static_cast<std::size_t>(count) * sizeof(TYPE));
+                         static_cast<std::size_t>(count) * sizeof(TYPE));
         kept += count;
         next += count;
     }
@@ -230,8 +230,8 @@ TYPE& CBaseComparableArray<TYPE, ARG_TYPE, BASE>::GetMaxValue()
 }
 
 template <class TYPE, class ARG_TYPE, class BASE>
-CBaseComparableArray<TYPE, ARG_TYPE, BASE>&
-CBaseComparableArray<TYPE, ARG_TYPE, BASE>::DiffPreserveIndex(const CBaseComparableArray& other, int keep)
+CBaseComparableArray<TYPE, ARG_TYPE, BASE>& CBaseComparableArray<TYPE, ARG_TYPE, BASE>::DiffPreserveIndex(const CBaseComparableArray& other,
+                                                                                                          int keep)
 {
     if (this == &other)
         return DiffPreserveIndex(CBaseComparableArray(other), keep);
@@ -246,8 +246,7 @@ bool CBaseComparableArray<TYPE, ARG_TYPE, BASE>::operator==(const CBaseComparabl
 }
 
 template <class TYPE, class ARG_TYPE, class BASE>
-CBaseComparableArray<TYPE, ARG_TYPE, BASE>&
-CBaseComparableArray<TYPE, ARG_TYPE, BASE>::operator&=(const CBaseComparableArray& other)
+CBaseComparableArray<TYPE, ARG_TYPE, BASE>& CBaseComparableArray<TYPE, ARG_TYPE, BASE>::operator&=(const CBaseComparableArray& other)
 {
     if (this == &other)
         return *this &= CBaseComparableArray(other);
@@ -256,8 +255,7 @@ CBaseComparableArray<TYPE, ARG_TYPE, BASE>::operator&=(const CBaseComparableArra
 }
 
 template <class TYPE, class ARG_TYPE, class BASE>
-CBaseComparableArray<TYPE, ARG_TYPE, BASE>&
-CBaseComparableArray<TYPE, ARG_TYPE, BASE>::operator-=(const CBaseComparableArray& other)
+CBaseComparableArray<TYPE, ARG_TYPE, BASE>& CBaseComparableArray<TYPE, ARG_TYPE, BASE>::operator-=(const CBaseComparableArray& other)
 {
     Remove(other);
     return *this;

@@ -49,5 +49,4 @@ public:
 };
 
 class CFastIntList : public CFastArray<int, int>
-{
-};
+{};

@@ -14,8 +14,7 @@ public:
 };
 
 class CBaseMapIntegerToInteger : public CBaseMap<int, int, int, int>
-{
-};
+{};
 
 template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE>
 CBaseMap<KEY, ARG_KEY, VALUE, ARG_VALUE>& CBaseMap<KEY, ARG_KEY, VALUE, ARG_VALUE>::operator=(const CBaseMap& other)

@@ -22,8 +22,8 @@ void CStdSort::BubbleSort(int* values, int count)
     }
 }
 
-void CStdSort::QuickSort(CBaseArray<DWORD, DWORD>& array, int (*compare)(DWORD, DWORD),
-    void (*onSwap)(void* context, int i, int j), void* context)
+void CStdSort::QuickSort(CBaseArray<DWORD, DWORD>& array, int (*compare)(DWORD, DWORD), void (*onSwap)(void* context, int i, int j),
+                         void* context)
 {
     DWORD* const elements = array.GetData();
     const auto notAfter = [elements, compare](int i, int j) { return compare(elements[i], elements[j]) <= 0; };

@@ -25,6 +25,6 @@ public:
     /// to the pivot, which is the first of its range, are never exchanged with it; others of equal value may change order. @p
     /// compare must not change the array.
     /// Cost: n log n comparisons on random input, quadratic on sorted input; no recursion.
-    static void QuickSort(CBaseArray<DWORD, DWORD>& array, int (*compare)(DWORD, DWORD),
-        void (*onSwap)(void* context, int i, int j), void* context);
+    static void QuickSort(CBaseArray<DWORD, DWORD>& array, int (*compare)(DWORD, DWORD), void (*onSwap)(void* context, int i, int j),
+                          void* context);
 };

@@ -60,10 +60,9 @@ CString LoadBytes(CArchive& archive, ULONGLONG count)
     return bytes;
 }
 
-} // namespace
+}  // namespace
 
-CArchive::CArchive(CFile* pFile, UINT nMode, int nBufSize, void* lpBuf)
-    : m_nMode(nMode), m_pFile(pFile), m_nObjectSchema(kNoSchemaAsked)
+CArchive::CArchive(CFile* pFile, UINT nMode, int nBufSize, void* lpBuf) : m_nMode(nMode), m_pFile(pFile), m_nObjectSchema(kNoSchemaAsked)
 {
     if (pFile == nullptr)
         AfxThrowInvalidArgException();
@@ -410,7 +409,7 @@ void SerializeBytes(CArchive& archive, void* bytes, std::size_t count)
     }
 }
 
-} // namespace kelgen::detail
+}  // namespace kelgen::detail
 
 template <>
 void SerializeElements<CString>(CArchive& ar, CString* pElements, int nCount)

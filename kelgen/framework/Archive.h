@@ -41,7 +41,7 @@ public:
     {
         store = 0,
         load = 1,
-        bNoFlushOnDelete = 2, ///< The destructor does not close.
+        bNoFlushOnDelete = 2,  ///< The destructor does not close.
         bNoByteSwap = 4,
     };
 
@@ -131,8 +131,8 @@ public:
     void SetStoreParams(UINT nHashSize = 2053, UINT nBlockSize = 128);
     void SetLoadParams(UINT nGrowBy = 1024);
 
-    CDocument* m_pDocument = nullptr; ///< The document that is being stored or loaded, if any.
-    CString m_strFileName;            ///< The file's path, for exceptions.
+    CDocument* m_pDocument = nullptr;  ///< The document that is being stored or loaded, if any.
+    CString m_strFileName;             ///< The file's path, for exceptions.
 
 protected:
     UINT m_nMode;
@@ -181,8 +181,8 @@ private:
     BYTE* m_lpBufStart;
     BYTE* m_lpBufCur;
     UINT m_nBufSize;
-    UINT m_nUnread = 0; // loading: bytes from the cursor on; storing: always 0
-    UINT m_nRoom = 0;   // storing: free bytes from the cursor on; loading: always 0
+    UINT m_nUnread = 0;  // loading: bytes from the cursor on; storing: always 0
+    UINT m_nRoom = 0;    // storing: free bytes from the cursor on; loading: always 0
     UINT m_nObjectSchema;
     UINT m_nMapHint = 0;
     std::unique_ptr<BYTE[]> m_buffer;

@@ -8,11 +8,11 @@ namespace {
 constexpr WORD kNullTag = 0;
 constexpr WORD kNewClassTag = 0xFFFF;
 constexpr WORD kClassFlag = 0x8000;
-constexpr WORD kBigTag = 0x7FFF; // a number of 32 bits follows
+constexpr WORD kBigTag = 0x7FFF;  // a number of 32 bits follows
 constexpr DWORD kBigClassFlag = 0x80000000u;
 constexpr DWORD kMostNumbers = 0x3FFFFFFE;
 
-} // namespace
+}  // namespace
 
 CArchive::ObjectMaps& CArchive::Maps()
 {
@@ -205,7 +205,7 @@ CObject* ReadSerialObject(CArchive& archive, const CRuntimeClass* runtimeClass)
     return archive.ReadObject(runtimeClass);
 }
 
-} // namespace kelgen::detail
+}  // namespace kelgen::detail
 
 void CRuntimeClass::Store(CArchive& archive) const
 {

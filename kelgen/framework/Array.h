@@ -90,7 +90,7 @@ public:
     void Serialize(CArchive& ar) override;
 
 protected:
-    TYPE* m_pData = nullptr; // malloc's, so that realloc can grow it where it lies
+    TYPE* m_pData = nullptr;  // malloc's, so that realloc can grow it where it lies
     int m_nSize = 0;
     int m_nMaxSize = 0;
     int m_nGrowBy = 0;
@@ -144,8 +144,7 @@ void CArray<TYPE, ARG_TYPE>::Reserve(int newSize, int growBy)
     if (count > PTRDIFF_MAX / sizeof(TYPE))
         AfxThrowMemoryException();
     // The first block is cleared throughout; the end of a grown one is cleared as it is used.
-    void* block =
-        m_pData == nullptr ? std::calloc(count, sizeof(TYPE)) : std::realloc(static_cast<void*>(m_pData), count * sizeof(TYPE));
+    void* block = m_pData == nullptr ? std::calloc(count, sizeof(TYPE)) : std::realloc(static_cast<void*>(m_pData), count * sizeof(TYPE));
     if (block == nullptr)
         AfxThrowMemoryException();
 

@@ -65,8 +65,8 @@ BOOL CCmdTarget::OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO*
         code = LOWORD(code);
     }
     const AFX_MSGMAP_ENTRY* const entry = FindEntry(GetMessageMap(), [=](const AFX_MSGMAP_ENTRY& candidate) {
-        return candidate.kind == EntryKind::Command && candidate.nMessage == message && candidate.nCode == code &&
-               nID >= candidate.nID && nID <= candidate.nLastID;
+        return candidate.kind == EntryKind::Command && candidate.nMessage == message && candidate.nCode == code && nID >= candidate.nID &&
+               nID <= candidate.nLastID;
     });
     if (!entry)
         return FALSE;

@@ -32,7 +32,7 @@ template <class CHARACTER>
     return hash;
 }
 
-} // namespace kelgen::detail
+}  // namespace kelgen::detail
 
 /// Assigns @p nCount elements of @p pSrc, first to last, to those of @p pDest.
 template <class TYPE>

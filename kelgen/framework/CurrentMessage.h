@@ -11,8 +11,7 @@ class CurrentMessage
 public:
     CurrentMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
         : CurrentMessage(*AfxGetThreadState(), window, message, wParam, lParam)
-    {
-    }
+    {}
     CurrentMessage(_AFX_THREAD_STATE& state, HWND window, UINT message, WPARAM wParam, LPARAM lParam)
         : m_current(state.m_lastSentMsg), m_before(m_current)
     {

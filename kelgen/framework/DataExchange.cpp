@@ -193,7 +193,8 @@ void DDX_CBString(CDataExchange* pDX, int nIDC, CString& value)
     const HWND control = pDX->PrepareCtrl(nIDC);
     if (pDX->m_bSaveAndValidate)
         CWnd::FromHandle(control)->GetWindowText(value);
-    else if (::SendMessageA(control, CB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(static_cast<LPCSTR>(value))) == CB_ERR)
+    else if (::SendMessageA(control, CB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(static_cast<LPCSTR>(value))) ==
+             CB_ERR)
         ::SetWindowTextA(control, value);
 }
 

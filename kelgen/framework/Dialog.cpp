@@ -55,9 +55,9 @@ private:
 IMPLEMENT_DYNAMIC(CDialog, CWnd)
 
 BEGIN_MESSAGE_MAP(CDialog, CWnd)
-    ON_COMMAND(IDOK, &CDialog::OnCommandOK)
-    ON_COMMAND(IDCANCEL, &CDialog::OnCommandCancel)
-    ON_MESSAGE(WM_INITDIALOG, &CDialog::HandleInitDialog)
+ON_COMMAND(IDOK, &CDialog::OnCommandOK)
+ON_COMMAND(IDCANCEL, &CDialog::OnCommandCancel)
+ON_MESSAGE(WM_INITDIALOG, &CDialog::HandleInitDialog)
 END_MESSAGE_MAP()
 
 BOOL CWnd::CreateDlg(LPCSTR lpszTemplateName, CWnd* pParentWnd)
@@ -76,8 +76,8 @@ BOOL CWnd::CreateDlgIndirect(LPCDLGTEMPLATEA lpDialogTemplate, CWnd* pParentWnd,
     if (lpDialogTemplate) {
         AfxHookWindowCreate(this);
         try {
-            window = ::CreateDialogIndirectParamA(hInst ? hInst : AfxGetInstanceHandle(), lpDialogTemplate, kelgen::detail::HandleOf(pParentWnd),
-                                                  &DialogProcedure, 0);
+            window = ::CreateDialogIndirectParamA(hInst ? hInst : AfxGetInstanceHandle(), lpDialogTemplate,
+                                                  kelgen::detail::HandleOf(pParentWnd), &DialogProcedure, 0);
         } catch (...) {
             AfxUnhookWindowCreate();
             throw;

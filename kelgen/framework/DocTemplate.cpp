@@ -140,8 +140,7 @@ CDocTemplate::Confidence CDocTemplate::MatchDocType(LPCSTR lpszPathName, CDocume
     }
     CString extension;
     const int dot = path.ReverseFind('.');
-    const bool own = GetDocString(extension, filterExt) && !extension.IsEmpty() && dot >= 0 &&
-                     path.Mid(dot).CompareNoCase(extension) == 0;
+    const bool own = GetDocString(extension, filterExt) && !extension.IsEmpty() && dot >= 0 && path.Mid(dot).CompareNoCase(extension) == 0;
     return own ? yesAttemptNative : yesAttemptForeign;
 }
 

@@ -20,11 +20,11 @@ public:
     /// The lines of the resource string.
     enum DocStringIndex
     {
-        windowTitle,    ///< The application's title, for single documents.
-        docName,        ///< The stem of new documents' titles: "Note" gives "Note1".
-        fileNewName,    ///< The name to choose the kind by; empty: not offered for new documents.
-        filterName,     ///< "Notes (*.note)".
-        filterExt,      ///< ".note".
+        windowTitle,  ///< The application's title, for single documents.
+        docName,      ///< The stem of new documents' titles: "Note" gives "Note1".
+        fileNewName,  ///< The name to choose the kind by; empty: not offered for new documents.
+        filterName,   ///< "Notes (*.note)".
+        filterExt,    ///< ".note".
         regFileTypeId,
         regFileTypeName,
     };

@@ -205,8 +205,9 @@ BOOL CDocument::SaveModified()
 {
     if (!IsModified())
         return TRUE;
-    CString name = m_strPathName.IsEmpty() ? m_strTitle
-                                           : m_strPathName.Mid(std::max(m_strPathName.ReverseFind('\\'), m_strPathName.ReverseFind('/')) + 1);
+    CString name = m_strPathName.IsEmpty()
+                       ? m_strTitle
+                       : m_strPathName.Mid(std::max(m_strPathName.ReverseFind('\\'), m_strPathName.ReverseFind('/')) + 1);
     if (name.IsEmpty())
         name = StandardText(AFX_IDS_UNTITLED);
     switch (AfxMessageBox(StandardText(AFX_IDP_ASK_TO_SAVE, name), MB_YESNOCANCEL, AFX_IDP_ASK_TO_SAVE)) {

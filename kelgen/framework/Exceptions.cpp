@@ -236,9 +236,7 @@ void CArchiveException::Dump(CDumpContext& context) const
     context << "cause " << m_cause << "\n";
 }
 
-CFileException::CFileException(int cause, LONG osError, LPCSTR fileName)
-    : m_cause(cause), m_lOsError(osError), m_strFileName(fileName)
-{}
+CFileException::CFileException(int cause, LONG osError, LPCSTR fileName) : m_cause(cause), m_lOsError(osError), m_strFileName(fileName) {}
 
 CFileException::~CFileException() = default;
 
@@ -272,8 +270,7 @@ BOOL CFileException::GetErrorMessage(LPSTR text, UINT capacity, UINT* helpContex
 void CFileException::Dump(CDumpContext& context) const
 {
     CObject::Dump(context);
-    context << "cause " << m_cause << ", platform error " << static_cast<int>(m_lOsError) << ", file \"" << m_strFileName
-            << "\"\n";
+    context << "cause " << m_cause << ", platform error " << static_cast<int>(m_lOsError) << ", file \"" << m_strFileName << "\"\n";
 }
 
 // The ready exceptions are never destroyed: other static objects may throw them on their way out.

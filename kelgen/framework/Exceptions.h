@@ -123,11 +123,11 @@ public:
     {
         none,
         genericException,
-        readOnly,  ///< Stored into an archive opened for loading.
+        readOnly,   ///< Stored into an archive opened for loading.
         endOfFile,  ///< The end came while loading.
         writeOnly,  ///< Loaded from an archive opened for storing.
-        badIndex,  ///< The file's format is not an archive's.
-        badClass,  ///< The object is of another class than asked for.
+        badIndex,   ///< The file's format is not an archive's.
+        badClass,   ///< The object is of another class than asked for.
         badSchema,  ///< The object is of another version of its class.
     };
 
@@ -235,24 +235,24 @@ KELGEN_FRAMEWORK_API void KeepCaughtException();
 ///         THROW_LAST();
 ///     }
 ///     END_CATCH
-#define TRY                                                                                                                      \
-    {                                                                                                                            \
+#define TRY                                                                                                                                \
+    {                                                                                                                                      \
         try {
-#define CATCH(className, exception)                                                                                              \
-    }                                                                                                                            \
-    catch (className * exception)                                                                                                \
-    {                                                                                                                            \
+#define CATCH(className, exception)                                                                                                        \
+    }                                                                                                                                      \
+    catch (className * exception)                                                                                                          \
+    {                                                                                                                                      \
         KELGEN_CAUGHT(exception)
 #define AND_CATCH(className, exception) CATCH(className, exception)
 #define CATCH_ALL(exception) CATCH(CException, exception)
 #define AND_CATCH_ALL(exception) CATCH(CException, exception)
-#define END_CATCH                                                                                                                \
-    }                                                                                                                            \
+#define END_CATCH                                                                                                                          \
+    }                                                                                                                                      \
     }
 #define END_CATCH_ALL END_CATCH
 /// Ends a TRY that ignores every framework exception.
-#define END_TRY                                                                                                                  \
-    CATCH(CException, ignored)                                                                                                   \
+#define END_TRY                                                                                                                            \
+    CATCH(CException, ignored)                                                                                                             \
     END_CATCH
 #define THROW(exception) throw exception
 /// Passes the handler's exception on to the next handler outside.

@@ -117,7 +117,7 @@ void SetAttributes(LPCSTR name, BYTE attributes)
         ThrowError(GetLastError(), name);
 }
 
-} // namespace
+}  // namespace
 
 IMPLEMENT_DYNAMIC(CFile, CObject)
 

@@ -8,12 +8,12 @@
 /// What is known of a file without reading it. A zero time stands for an unknown one.
 struct CFileStatus
 {
-    FILETIME m_ctime{};               ///< Creation.
-    FILETIME m_mtime{};               ///< Last writing.
-    FILETIME m_atime{};               ///< Last access.
-    ULONGLONG m_size = 0;             ///< Bytes.
-    BYTE m_attribute = 0;             ///< CFile::Attribute values, combined.
-    char m_szFullName[MAX_PATH] = {}; ///< The full path.
+    FILETIME m_ctime{};                ///< Creation.
+    FILETIME m_mtime{};                ///< Last writing.
+    FILETIME m_atime{};                ///< Last access.
+    ULONGLONG m_size = 0;              ///< Bytes.
+    BYTE m_attribute = 0;              ///< CFile::Attribute values, combined.
+    char m_szFullName[MAX_PATH] = {};  ///< The full path.
 };
 
 /// A file of bytes, read and written without a buffer of its own.
@@ -36,15 +36,15 @@ public:
         modeRead = 0x0000,
         modeWrite = 0x0001,
         modeReadWrite = 0x0002,
-        shareCompat = 0x0000,    ///< As shareExclusive.
-        shareExclusive = 0x0010, ///< Nobody else may open the file.
-        shareDenyWrite = 0x0020, ///< Others may read.
-        shareDenyRead = 0x0030,  ///< Others may write.
+        shareCompat = 0x0000,     ///< As shareExclusive.
+        shareExclusive = 0x0010,  ///< Nobody else may open the file.
+        shareDenyWrite = 0x0020,  ///< Others may read.
+        shareDenyRead = 0x0030,   ///< Others may write.
         shareDenyNone = 0x0040,
-        modeNoInherit = 0x0080,  ///< Child processes do not get the handle.
-        modeCreate = 0x1000,     ///< Creates the file; one that exists is emptied.
-        modeNoTruncate = 0x2000, ///< With modeCreate: one that exists is kept.
-        typeText = 0x4000,       ///< For classes that translate line ends.
+        modeNoInherit = 0x0080,   ///< Child processes do not get the handle.
+        modeCreate = 0x1000,      ///< Creates the file; one that exists is emptied.
+        modeNoTruncate = 0x2000,  ///< With modeCreate: one that exists is kept.
+        typeText = 0x4000,        ///< For classes that translate line ends.
         typeBinary = 0x8000,
         osNoBuffer = 0x10000,
         osWriteThrough = 0x20000,

@@ -13,20 +13,20 @@
 IMPLEMENT_DYNCREATE(CFrameWnd, CWnd)
 
 BEGIN_MESSAGE_MAP(CFrameWnd, CWnd)
-    ON_WM_CREATE()
-    ON_WM_DESTROY()
-    ON_WM_CLOSE()
-    ON_WM_ACTIVATE()
-    ON_WM_ENABLE()
-    ON_WM_SETFOCUS()
-    ON_WM_SIZE()
-    ON_WM_INITMENUPOPUP()
-    ON_WM_MENUSELECT()
-    ON_WM_ENTERIDLE()
-    ON_WM_QUERYENDSESSION()
-    ON_WM_ENDSESSION()
-    ON_MESSAGE(WM_IDLEUPDATECMDUI, &CFrameWnd::OnIdleUpdateCmdUI)
-    ON_MESSAGE(WM_SETMESSAGESTRING, &CFrameWnd::OnSetMessageString)
+ON_WM_CREATE()
+ON_WM_DESTROY()
+ON_WM_CLOSE()
+ON_WM_ACTIVATE()
+ON_WM_ENABLE()
+ON_WM_SETFOCUS()
+ON_WM_SIZE()
+ON_WM_INITMENUPOPUP()
+ON_WM_MENUSELECT()
+ON_WM_ENTERIDLE()
+ON_WM_QUERYENDSESSION()
+ON_WM_ENDSESSION()
+ON_MESSAGE(WM_IDLEUPDATECMDUI, &CFrameWnd::OnIdleUpdateCmdUI)
+ON_MESSAGE(WM_SETMESSAGESTRING, &CFrameWnd::OnSetMessageString)
 END_MESSAGE_MAP()
 
 const CRect CFrameWnd::rectDefault(CW_USEDEFAULT, CW_USEDEFAULT, 0, 0);
@@ -121,9 +121,9 @@ BOOL CFrameWnd::LoadAccelTable(LPCSTR lpszResourceName)
 BOOL CFrameWnd::PreCreateWindow(CREATESTRUCTA& cs)
 {
     if (!cs.lpszClass)
-        cs.lpszClass = AfxRegisterWndClass(CS_DBLCLKS, ::LoadCursorA(nullptr, IDC_ARROW),
-                                           reinterpret_cast<HBRUSH>(static_cast<UINT_PTR>(COLOR_WINDOW + 1)),
-                                           ::LoadIconA(nullptr, IDI_APPLICATION));
+        cs.lpszClass =
+            AfxRegisterWndClass(CS_DBLCLKS, ::LoadCursorA(nullptr, IDC_ARROW),
+                                reinterpret_cast<HBRUSH>(static_cast<UINT_PTR>(COLOR_WINDOW + 1)), ::LoadIconA(nullptr, IDI_APPLICATION));
     if (static_cast<DWORD>(cs.style) & FWS_ADDTOTITLE)
         cs.style |= static_cast<LONG>(FWS_PREFIXTITLE);
     cs.dwExStyle |= WS_EX_CLIENTEDGE;
@@ -139,14 +139,14 @@ LPCSTR CFrameWnd::GetIconWndClass(DWORD dwDefaultStyle, UINT nIDResource)
     CREATESTRUCTA create{};
     create.style = static_cast<LONG>(dwDefaultStyle);
     WNDCLASSA base;
-    if (!PreCreateWindow(create) || !create.lpszClass ||
-        !::GetClassInfoA(AfxGetInstanceHandle(), create.lpszClass, &base) || base.hIcon == icon)
+    if (!PreCreateWindow(create) || !create.lpszClass || !::GetClassInfoA(AfxGetInstanceHandle(), create.lpszClass, &base) ||
+        base.hIcon == icon)
         return nullptr;
     return AfxRegisterWndClass(base.style, base.hCursor, base.hbrBackground, icon);
 }
 
-BOOL CFrameWnd::Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd,
-                       LPCSTR lpszMenuName, DWORD dwExStyle, CCreateContext* pContext)
+BOOL CFrameWnd::Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, LPCSTR lpszMenuName,
+                       DWORD dwExStyle, CCreateContext* pContext)
 {
     HMENU menu = nullptr;
     if (lpszMenuName) {

@@ -34,8 +34,12 @@ struct CCreateContext
     CDocument* m_pCurrentDoc = nullptr;        ///< The document that the view joins.
     CDocTemplate* m_pNewDocTemplate = nullptr;
     CView* m_pLastView = nullptr;
-    CFrameWnd* m_pCurrentFrame = nullptr;      ///< A frame that the new one is made after.
+    CFrameWnd* m_pCurrentFrame = nullptr;  ///< A frame that the new one is made after.
 };
+
+// MDI children have a Create without menu, which hides the base's.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
 
 /// A frame window. Made with new: it deletes itself when its window is gone, or could not be created.
 ///
@@ -68,19 +72,14 @@ public:
 
     /// FALSE when there are accelerators already, or none of that name.
     BOOL LoadAccelTable(LPCSTR lpszResourceName);
-// MDI children have one without menu, which hides this one.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Woverloaded-virtual"
     /// Creates the window, with a menu when a name is given. FALSE on failure: the object is then gone.
-    virtual BOOL Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle = WS_OVERLAPPEDWINDOW,
-                        const RECT& rect = rectDefault, CWnd* pParentWnd = nullptr, LPCSTR lpszMenuName = nullptr,
-                        DWORD dwExStyle = 0, CCreateContext* pContext = nullptr);
-#pragma GCC diagnostic pop
+    virtual BOOL Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle = WS_OVERLAPPEDWINDOW, const RECT& rect = rectDefault,
+                        CWnd* pParentWnd = nullptr, LPCSTR lpszMenuName = nullptr, DWORD dwExStyle = 0, CCreateContext* pContext = nullptr);
     /// Creates the window with the resources of that number: menu, icon, accelerators, and the string's first line as title.
     /// Only the menu must exist. @p nIDResource becomes the help identifier. Then WM_INITIALUPDATE goes to the descendants, unless there
     /// is a context: who gives one updates the views himself.
-    virtual BOOL LoadFrame(UINT nIDResource, DWORD dwDefaultStyle = WS_OVERLAPPEDWINDOW | FWS_ADDTOTITLE,
-                           CWnd* pParentWnd = nullptr, CCreateContext* pContext = nullptr);
+    virtual BOOL LoadFrame(UINT nIDResource, DWORD dwDefaultStyle = WS_OVERLAPPEDWINDOW | FWS_ADDTOTITLE, CWnd* pParentWnd = nullptr,
+                           CCreateContext* pContext = nullptr);
     /// A new view of the context's class as a child of the frame; null when it has none or fails.
     CWnd* CreateView(CCreateContext* pContext, UINT nID = AFX_IDW_PANE_FIRST);
     /// Fills the frame while it is being created: the base makes the context's view. FALSE refuses the frame.
@@ -149,7 +148,7 @@ public:
     int m_nWindow = -1;                   ///< The number among the document's frames: -1 unknown, 0 the only one.
     HMENU m_hMenuDefault = nullptr;       ///< The menu that the frame was created with.
     HACCEL m_hAccelTable = nullptr;
-    CRect m_rectBorder;                   ///< What RecalcLayout leaves free around the client area.
+    CRect m_rectBorder;  ///< What RecalcLayout leaves free around the client area.
     CFrameWnd* m_pNextFrameWnd = nullptr;
 
     /// The first of the thread's frames, the latest; m_pNextFrameWnd leads on.
@@ -193,9 +192,9 @@ protected:
     LRESULT OnIdleUpdateCmdUI(WPARAM wParam, LPARAM lParam);
     LRESULT OnSetMessageString(WPARAM wParam, LPARAM lParam);
 
-    UINT m_nIDHelp = 0;          ///< The help identifier: the number of the frame's resources.
-    UINT m_nIDTracking = 0;      ///< The command or text that the status line is to show.
-    UINT m_nIDLastMessage = 0;   ///< The one that it shows.
+    UINT m_nIDHelp = 0;         ///< The help identifier: the number of the frame's resources.
+    UINT m_nIDTracking = 0;     ///< The command or text that the status line is to show.
+    UINT m_nIDLastMessage = 0;  ///< The one that it shows.
     CView* m_pViewActive = nullptr;
     UINT m_cModalStack = 0;
     std::vector<HWND> m_disabledForModal;  ///< What BeginModalState disabled.
@@ -207,3 +206,4 @@ protected:
 
     DECLARE_MESSAGE_MAP()
 };
+#pragma GCC diagnostic pop

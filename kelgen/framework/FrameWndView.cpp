@@ -166,11 +166,11 @@ void CFrameWnd::RecalcLayout(BOOL)
         else if (CWnd* const bar = FromHandlePermanent(child))
             AfxCallWndProc(bar, child, WM_SIZEPARENT, 0, reinterpret_cast<LPARAM>(&layout));
     }
-    const CRect room(layout.rect.left + m_rectBorder.left, layout.rect.top + m_rectBorder.top,
-                     layout.rect.right - m_rectBorder.right, layout.rect.bottom - m_rectBorder.bottom);
+    const CRect room(layout.rect.left + m_rectBorder.left, layout.rect.top + m_rectBorder.top, layout.rect.right - m_rectBorder.right,
+                     layout.rect.bottom - m_rectBorder.bottom);
     if (pane && layout.hDWP)
-        layout.hDWP = ::DeferWindowPos(layout.hDWP, pane, nullptr, room.left, room.top, room.Width(), room.Height(),
-                                       SWP_NOACTIVATE | SWP_NOZORDER);
+        layout.hDWP =
+            ::DeferWindowPos(layout.hDWP, pane, nullptr, room.left, room.top, room.Width(), room.Height(), SWP_NOACTIVATE | SWP_NOZORDER);
     if (layout.hDWP)
         ::EndDeferWindowPos(layout.hDWP);
     m_bInRecalcLayout = FALSE;

@@ -170,8 +170,8 @@ public:
     /// numerator / denominator of each side, rounded.
     CRect MulDiv(int numerator, int denominator) const
     {
-        return CRect(::MulDiv(left, numerator, denominator), ::MulDiv(top, numerator, denominator),
-                     ::MulDiv(right, numerator, denominator), ::MulDiv(bottom, numerator, denominator));
+        return CRect(::MulDiv(left, numerator, denominator), ::MulDiv(top, numerator, denominator), ::MulDiv(right, numerator, denominator),
+                     ::MulDiv(bottom, numerator, denominator));
     }
 };
 

@@ -11,11 +11,11 @@
 IMPLEMENT_DYNCREATE(CMDIFrameWnd, CFrameWnd)
 
 BEGIN_MESSAGE_MAP(CMDIFrameWnd, CFrameWnd)
-    ON_WM_SIZE()
-    ON_MESSAGE(WM_IDLEUPDATECMDUI, &CMDIFrameWnd::OnIdleUpdateCmdUI)
-    ON_UPDATE_COMMAND_UI_RANGE(ID_WINDOW_NEW, ID_WINDOW_TILE_VERT, &CMDIFrameWnd::OnUpdateMDIWindowCmd)
-    ON_COMMAND(ID_WINDOW_NEW, &CMDIFrameWnd::OnWindowNew)
-    ON_COMMAND_EX_RANGE(ID_WINDOW_ARRANGE, ID_WINDOW_TILE_VERT, &CMDIFrameWnd::OnMDIWindowCmd)
+ON_WM_SIZE()
+ON_MESSAGE(WM_IDLEUPDATECMDUI, &CMDIFrameWnd::OnIdleUpdateCmdUI)
+ON_UPDATE_COMMAND_UI_RANGE(ID_WINDOW_NEW, ID_WINDOW_TILE_VERT, &CMDIFrameWnd::OnUpdateMDIWindowCmd)
+ON_COMMAND(ID_WINDOW_NEW, &CMDIFrameWnd::OnWindowNew)
+ON_COMMAND_EX_RANGE(ID_WINDOW_ARRANGE, ID_WINDOW_TILE_VERT, &CMDIFrameWnd::OnMDIWindowCmd)
 END_MESSAGE_MAP()
 
 namespace {
@@ -42,8 +42,7 @@ CMDIFrameWnd::~CMDIFrameWnd() = default;
 BOOL CMDIFrameWnd::PreCreateWindow(CREATESTRUCTA& cs)
 {
     if (!cs.lpszClass)
-        cs.lpszClass = AfxRegisterWndClass(CS_DBLCLKS, ::LoadCursorA(nullptr, IDC_ARROW), nullptr,
-                                           ::LoadIconA(nullptr, IDI_APPLICATION));
+        cs.lpszClass = AfxRegisterWndClass(CS_DBLCLKS, ::LoadCursorA(nullptr, IDC_ARROW), nullptr, ::LoadIconA(nullptr, IDI_APPLICATION));
     return TRUE;
 }
 
@@ -68,9 +67,9 @@ BOOL CMDIFrameWnd::CreateClient(LPCREATESTRUCTA lpCreateStruct, CMenu* pWindowMe
     // The client has the scroll bars and the edge.
     ModifyStyle(kScrollBars, 0, SWP_NOREDRAW | SWP_FRAMECHANGED);
     ModifyStyleEx(WS_EX_CLIENTEDGE, 0, SWP_NOREDRAW | SWP_FRAMECHANGED);
-    m_hWndMDIClient = ::CreateWindowExA(WS_EX_CLIENTEDGE, "MDICLIENT", nullptr, style, 0, 0, 0, 0, m_hWnd,
-                                        reinterpret_cast<HMENU>(static_cast<UINT_PTR>(AFX_IDW_PANE_FIRST)),
-                                        AfxGetInstanceHandle(), &client);
+    m_hWndMDIClient =
+        ::CreateWindowExA(WS_EX_CLIENTEDGE, "MDICLIENT", nullptr, style, 0, 0, 0, 0, m_hWnd,
+                          reinterpret_cast<HMENU>(static_cast<UINT_PTR>(AFX_IDW_PANE_FIRST)), AfxGetInstanceHandle(), &client);
     if (!m_hWndMDIClient)
         return FALSE;
     ::BringWindowToTop(m_hWndMDIClient);

@@ -108,7 +108,7 @@ struct MapArguments<CMap<KEY, ARG_KEY, VALUE, ARG_VALUE>>
 template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE>
 MapArguments<CMap<KEY, ARG_KEY, VALUE, ARG_VALUE>> ArgumentsOf(const CMap<KEY, ARG_KEY, VALUE, ARG_VALUE>*);
 
-} // namespace kelgen::detail
+}  // namespace kelgen::detail
 
 /// One of the maps above whose keys and values are used as KEY and VALUE, types that convert by static_cast.
 template <class BASE_CLASS, class KEY, class VALUE>

@@ -235,92 +235,87 @@ KELGEN_FRAMEWORK_API const AFX_MSGMAP_ENTRY* FindThreadEntry(const AFX_MSGMAP* m
 }  // namespace kelgen::detail
 
 /// In the class, at its end.
-#define DECLARE_MESSAGE_MAP()                                                                                                    \
-protected:                                                                                                                       \
-    static const AFX_MSGMAP* GetThisMessageMap();                                                                                \
+#define DECLARE_MESSAGE_MAP()                                                                                                              \
+protected:                                                                                                                                 \
+    static const AFX_MSGMAP* GetThisMessageMap();                                                                                          \
     const AFX_MSGMAP* GetMessageMap() const override;
 
-#define BEGIN_MESSAGE_MAP(theClass, baseClass)                                                                                   \
-    const AFX_MSGMAP* theClass::GetMessageMap() const                                                                            \
-    {                                                                                                                            \
-        return theClass::GetThisMessageMap();                                                                                    \
-    }                                                                                                                            \
-    const AFX_MSGMAP* theClass::GetThisMessageMap()                                                                              \
-    {                                                                                                                            \
-        using ThisClass [[maybe_unused]] = theClass;                                                                             \
-        using TheBaseClass = baseClass;                                                                                          \
+#define BEGIN_MESSAGE_MAP(theClass, baseClass)                                                                                             \
+    const AFX_MSGMAP* theClass::GetMessageMap() const                                                                                      \
+    {                                                                                                                                      \
+        return theClass::GetThisMessageMap();                                                                                              \
+    }                                                                                                                                      \
+    const AFX_MSGMAP* theClass::GetThisMessageMap()                                                                                        \
+    {                                                                                                                                      \
+        using ThisClass [[maybe_unused]] = theClass;                                                                                       \
+        using TheBaseClass = baseClass;                                                                                                    \
         static const AFX_MSGMAP_ENTRY entries[] = {
 
-#define END_MESSAGE_MAP()                                                                                                        \
-    AFX_MSGMAP_ENTRY{}                                                                                                           \
-    }                                                                                                                            \
-    ;                                                                                                                            \
-    static const AFX_MSGMAP map = {&TheBaseClass::GetThisMessageMap, entries};                                                   \
-    return &map;                                                                                                                 \
+#define END_MESSAGE_MAP()                                                                                                                  \
+    AFX_MSGMAP_ENTRY {}                                                                                                                    \
+    }                                                                                                                                      \
+    ;                                                                                                                                      \
+    static const AFX_MSGMAP map = {&TheBaseClass::GetThisMessageMap, entries};                                                             \
+    return &map;                                                                                                                           \
     }
 
-#define KELGEN_COMMAND_ENTRY(message, code, id, lastId, thunk, ...)                                                              \
-    ::kelgen::detail::CommandEntry(message, code, static_cast<UINT>(id), static_cast<UINT>(lastId),                              \
+#define KELGEN_COMMAND_ENTRY(message, code, id, lastId, thunk, ...)                                                                        \
+    ::kelgen::detail::CommandEntry(message, code, static_cast<UINT>(id), static_cast<UINT>(lastId),                                        \
                                    &::kelgen::detail::thunk<ThisClass, __VA_ARGS__>),
 
 /// void OnX(): a menu item's, accelerator's or button's command.
 #define ON_COMMAND(id, memberFxn) KELGEN_COMMAND_ENTRY(WM_COMMAND, CN_COMMAND, id, id, OnPlainCommand, memberFxn)
 /// void OnX(UINT id).
-#define ON_COMMAND_RANGE(id, idLast, memberFxn)                                                                                  \
-    KELGEN_COMMAND_ENTRY(WM_COMMAND, CN_COMMAND, id, idLast, OnCommandWithId, memberFxn)
+#define ON_COMMAND_RANGE(id, idLast, memberFxn) KELGEN_COMMAND_ENTRY(WM_COMMAND, CN_COMMAND, id, idLast, OnCommandWithId, memberFxn)
 /// BOOL OnX(UINT id): FALSE lets the next target have the command too.
 #define ON_COMMAND_EX(id, memberFxn) KELGEN_COMMAND_ENTRY(WM_COMMAND, CN_COMMAND, id, id, OnCommandThatMayPass, memberFxn)
-#define ON_COMMAND_EX_RANGE(id, idLast, memberFxn)                                                                               \
-    KELGEN_COMMAND_ENTRY(WM_COMMAND, CN_COMMAND, id, idLast, OnCommandThatMayPass, memberFxn)
+#define ON_COMMAND_EX_RANGE(id, idLast, memberFxn) KELGEN_COMMAND_ENTRY(WM_COMMAND, CN_COMMAND, id, idLast, OnCommandThatMayPass, memberFxn)
 /// void OnUpdateX(CCmdUI* pCmdUI).
 #define ON_UPDATE_COMMAND_UI(id, memberFxn) ON_UPDATE_COMMAND_UI_RANGE(id, id, memberFxn)
-#define ON_UPDATE_COMMAND_UI_RANGE(id, idLast, memberFxn)                                                                        \
+#define ON_UPDATE_COMMAND_UI_RANGE(id, idLast, memberFxn)                                                                                  \
     KELGEN_COMMAND_ENTRY(WM_COMMAND, static_cast<UINT>(CN_UPDATE_COMMAND_UI), id, idLast, OnUpdate, memberFxn)
 /// void OnX(): a control's notification by WM_COMMAND.
-#define ON_CONTROL(wNotifyCode, id, memberFxn)                                                                                   \
+#define ON_CONTROL(wNotifyCode, id, memberFxn)                                                                                             \
     KELGEN_COMMAND_ENTRY(WM_COMMAND, ::kelgen::detail::NotifyCode(wNotifyCode), id, id, OnPlainCommand, memberFxn)
 /// void OnX(UINT id).
-#define ON_CONTROL_RANGE(wNotifyCode, id, idLast, memberFxn)                                                                     \
+#define ON_CONTROL_RANGE(wNotifyCode, id, idLast, memberFxn)                                                                               \
     KELGEN_COMMAND_ENTRY(WM_COMMAND, ::kelgen::detail::NotifyCode(wNotifyCode), id, idLast, OnCommandWithId, memberFxn)
 /// void OnX(): in the control's own class.
-#define ON_CONTROL_REFLECT(wNotifyCode, memberFxn)                                                                               \
+#define ON_CONTROL_REFLECT(wNotifyCode, memberFxn)                                                                                         \
     KELGEN_COMMAND_ENTRY(WM_COMMAND + WM_REFLECT_BASE, ::kelgen::detail::NotifyCode(wNotifyCode), 0, 0, OnPlainCommand, memberFxn)
 /// BOOL OnX(): FALSE lets the parent have the notification too.
-#define ON_CONTROL_REFLECT_EX(wNotifyCode, memberFxn)                                                                            \
-    KELGEN_COMMAND_ENTRY(WM_COMMAND + WM_REFLECT_BASE, ::kelgen::detail::NotifyCode(wNotifyCode), 0, 0, OnReflectedThatMayPass,    \
-                         memberFxn)
+#define ON_CONTROL_REFLECT_EX(wNotifyCode, memberFxn)                                                                                      \
+    KELGEN_COMMAND_ENTRY(WM_COMMAND + WM_REFLECT_BASE, ::kelgen::detail::NotifyCode(wNotifyCode), 0, 0, OnReflectedThatMayPass, memberFxn)
 /// void OnUpdate(CCmdUI*): the control updates itself.
-#define ON_UPDATE_COMMAND_UI_REFLECT(memberFxn)                                                                                  \
-    KELGEN_COMMAND_ENTRY(WM_COMMAND + WM_REFLECT_BASE, 0xFFFF, 0, 0, OnUpdate, memberFxn)
+#define ON_UPDATE_COMMAND_UI_REFLECT(memberFxn) KELGEN_COMMAND_ENTRY(WM_COMMAND + WM_REFLECT_BASE, 0xFFFF, 0, 0, OnUpdate, memberFxn)
 /// void OnX(NMHDR* pNMHDR, LRESULT* pResult): a control's notification by WM_NOTIFY.
-#define ON_NOTIFY(wNotifyCode, id, memberFxn)                                                                                    \
+#define ON_NOTIFY(wNotifyCode, id, memberFxn)                                                                                              \
     KELGEN_COMMAND_ENTRY(WM_NOTIFY, ::kelgen::detail::NotifyCode(wNotifyCode), id, id, OnNotification, memberFxn)
 /// void OnX(UINT id, NMHDR* pNMHDR, LRESULT* pResult).
-#define ON_NOTIFY_RANGE(wNotifyCode, id, idLast, memberFxn)                                                                      \
+#define ON_NOTIFY_RANGE(wNotifyCode, id, idLast, memberFxn)                                                                                \
     KELGEN_COMMAND_ENTRY(WM_NOTIFY, ::kelgen::detail::NotifyCode(wNotifyCode), id, idLast, OnNotificationWithId, memberFxn)
 /// BOOL OnX(UINT id, NMHDR* pNMHDR, LRESULT* pResult): FALSE lets the next target have it too.
 #define ON_NOTIFY_EX(wNotifyCode, id, memberFxn) ON_NOTIFY_RANGE(wNotifyCode, id, id, memberFxn)
 #define ON_NOTIFY_EX_RANGE(wNotifyCode, id, idLast, memberFxn) ON_NOTIFY_RANGE(wNotifyCode, id, idLast, memberFxn)
 /// void OnX(NMHDR*, LRESULT*): in the control's own class.
-#define ON_NOTIFY_REFLECT(wNotifyCode, memberFxn)                                                                                \
+#define ON_NOTIFY_REFLECT(wNotifyCode, memberFxn)                                                                                          \
     KELGEN_COMMAND_ENTRY(WM_NOTIFY + WM_REFLECT_BASE, ::kelgen::detail::NotifyCode(wNotifyCode), 0, 0, OnNotification, memberFxn)
 /// BOOL OnX(NMHDR*, LRESULT*).
-#define ON_NOTIFY_REFLECT_EX(wNotifyCode, memberFxn)                                                                             \
-    KELGEN_COMMAND_ENTRY(WM_NOTIFY + WM_REFLECT_BASE, ::kelgen::detail::NotifyCode(wNotifyCode), 0, 0,                            \
-                         OnReflectedNotificationThatMayPass, memberFxn)
+#define ON_NOTIFY_REFLECT_EX(wNotifyCode, memberFxn)                                                                                       \
+    KELGEN_COMMAND_ENTRY(WM_NOTIFY + WM_REFLECT_BASE, ::kelgen::detail::NotifyCode(wNotifyCode), 0, 0, OnReflectedNotificationThatMayPass, \
+                         memberFxn)
 
 /// LRESULT OnX(WPARAM wParam, LPARAM lParam): any message by its number.
-#define ON_MESSAGE(message, memberFxn)                                                                                           \
-    ::kelgen::detail::MessageEntry(message, &::kelgen::detail::OnNumberedMessage<ThisClass, memberFxn>),
+#define ON_MESSAGE(message, memberFxn) ::kelgen::detail::MessageEntry(message, &::kelgen::detail::OnNumberedMessage<ThisClass, memberFxn>),
 /// The same; the number stands in a UINT variable filled by RegisterWindowMessage.
-#define ON_REGISTERED_MESSAGE(nMessageVariable, memberFxn)                                                                       \
-    ::kelgen::detail::RegisteredEntry(::kelgen::detail::EntryKind::RegisteredMessage, nMessageVariable,                          \
+#define ON_REGISTERED_MESSAGE(nMessageVariable, memberFxn)                                                                                 \
+    ::kelgen::detail::RegisteredEntry(::kelgen::detail::EntryKind::RegisteredMessage, nMessageVariable,                                    \
                                       &::kelgen::detail::OnNumberedMessage<ThisClass, memberFxn>),
 /// void OnX(WPARAM wParam, LPARAM lParam): in a thread's class, a message posted to the thread and no window.
-#define ON_THREAD_MESSAGE(message, memberFxn)                                                                                    \
+#define ON_THREAD_MESSAGE(message, memberFxn)                                                                                              \
     ::kelgen::detail::ThreadEntry(message, &::kelgen::detail::OnThreadMessage<ThisClass, memberFxn>),
-#define ON_REGISTERED_THREAD_MESSAGE(nMessageVariable, memberFxn)                                                                \
-    ::kelgen::detail::RegisteredEntry(::kelgen::detail::EntryKind::RegisteredThreadMessage, nMessageVariable,                    \
+#define ON_REGISTERED_THREAD_MESSAGE(nMessageVariable, memberFxn)                                                                          \
+    ::kelgen::detail::RegisteredEntry(::kelgen::detail::EntryKind::RegisteredThreadMessage, nMessageVariable,                              \
                                       &::kelgen::detail::OnThreadMessage<ThisClass, memberFxn>),
 
 #define ON_BN_CLICKED(id, memberFxn) ON_CONTROL(BN_CLICKED, id, memberFxn)

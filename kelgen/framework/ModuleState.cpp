@@ -74,8 +74,7 @@ BOOL AFX_LIBRARY_LIST::Remove(CDynLinkLibrary* library)
 }
 
 AFX_MODULE_STATE::AFX_MODULE_STATE(BOOL isLibrary, HINSTANCE instance, BOOL isSystem)
-    : m_hCurrentInstanceHandle(instance), m_hCurrentResourceHandle(instance), m_bDLL(isLibrary != FALSE),
-      m_bSystem(isSystem != FALSE)
+    : m_hCurrentInstanceHandle(instance), m_hCurrentResourceHandle(instance), m_bDLL(isLibrary != FALSE), m_bSystem(isSystem != FALSE)
 {}
 
 AFX_MODULE_STATE::~AFX_MODULE_STATE() = default;
@@ -133,8 +132,8 @@ LPCSTR AfxGetAppName()
 HINSTANCE kelgen::detail::ModuleOf(const void* address)
 {
     HMODULE module = nullptr;
-    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       static_cast<LPCSTR>(address), &module);
+    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT, static_cast<LPCSTR>(address),
+                       &module);
     return module;
 }
 
@@ -157,8 +156,7 @@ void AfxTermExtensionModule(AFX_EXTENSION_MODULE& extension, BOOL all)
         DeleteLibrariesOf(AfxGetAppModuleState(), extension.hModule);
 }
 
-CDynLinkLibrary::CDynLinkLibrary(AFX_EXTENSION_MODULE& extension, BOOL isSystem)
-    : CDynLinkLibrary(extension.hModule, extension.hResource)
+CDynLinkLibrary::CDynLinkLibrary(AFX_EXTENSION_MODULE& extension, BOOL isSystem) : CDynLinkLibrary(extension.hModule, extension.hResource)
 {
     m_bSystem = isSystem;
 }

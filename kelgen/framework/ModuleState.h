@@ -41,7 +41,7 @@ public:
     HINSTANCE m_hCurrentInstanceHandle;
     HINSTANCE m_hCurrentResourceHandle;
     LPCSTR m_lpszCurrentAppName = nullptr;
-    BYTE m_bDLL;    ///< Whether the module is a library.
+    BYTE m_bDLL;     ///< Whether the module is a library.
     BYTE m_bSystem;  ///< Whether its resources come last in look-up.
     AFX_LIBRARY_LIST m_libraryList;
     HINSTANCE m_appLangDLL = nullptr;  ///< The library of the application's language, if any.

@@ -86,4 +86,4 @@ private:
     Slot* m_free = nullptr;
 };
 
-} // namespace kelgen::detail
+}  // namespace kelgen::detail

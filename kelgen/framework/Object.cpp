@@ -81,8 +81,7 @@ CObject* CRuntimeClass::CreateObject(LPCSTR className)
     return runtimeClass ? runtimeClass->CreateObject() : nullptr;
 }
 
-const CRuntimeClass CObject::classCObject = {"CObject", static_cast<int>(sizeof(CObject)), CRuntimeClass::kNoSchema, nullptr,
-                                             nullptr};
+const CRuntimeClass CObject::classCObject = {"CObject", static_cast<int>(sizeof(CObject)), CRuntimeClass::kNoSchema, nullptr, nullptr};
 
 CObject::~CObject() = default;
 

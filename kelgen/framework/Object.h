@@ -15,8 +15,8 @@ struct KELGEN_FRAMEWORK_API CRuntimeClass
 
     LPCSTR m_lpszClassName;
     int m_nObjectSize;
-    UINT m_wSchema;                        ///< The version that archives store, or kNoSchema.
-    CObject* (*m_pfnCreateObject)();       ///< Null for a class that cannot be created by its record.
+    UINT m_wSchema;                         ///< The version that archives store, or kNoSchema.
+    CObject* (*m_pfnCreateObject)();        ///< Null for a class that cannot be created by its record.
     CRuntimeClass* (*m_pfnGetBaseClass)();  ///< Null for CObject.
 
     /// A new object, or null when the class cannot be created by its record or memory runs out.
@@ -142,60 +142,58 @@ KELGEN_FRAMEWORK_API const CObject* StaticDownCast(const CRuntimeClass* runtimeC
 #define RUNTIME_CLASS(className) (className::GetThisClass())
 
 /// The object as a className*, or null when it is of another class.
-#define DYNAMIC_DOWNCAST(className, object)                                                                                      \
-    (static_cast<className*>(::kelgen::detail::DynamicDownCast(RUNTIME_CLASS(className), object)))
+#define DYNAMIC_DOWNCAST(className, object) (static_cast<className*>(::kelgen::detail::DynamicDownCast(RUNTIME_CLASS(className), object)))
 /// The object as a className*, checked in debug builds.
-#define STATIC_DOWNCAST(className, object)                                                                                       \
-    (static_cast<className*>(::kelgen::detail::StaticDownCast(RUNTIME_CLASS(className), object)))
+#define STATIC_DOWNCAST(className, object) (static_cast<className*>(::kelgen::detail::StaticDownCast(RUNTIME_CLASS(className), object)))
 
 /// In the class: IsKindOf and RUNTIME_CLASS know it. IMPLEMENT_DYNAMIC stands in one source.
-#define DECLARE_DYNAMIC(className)                                                                                               \
-public:                                                                                                                          \
-    static const CRuntimeClass class##className;                                                                                 \
-    static CRuntimeClass* GetThisClass();                                                                                        \
+#define DECLARE_DYNAMIC(className)                                                                                                         \
+public:                                                                                                                                    \
+    static const CRuntimeClass class##className;                                                                                           \
+    static CRuntimeClass* GetThisClass();                                                                                                  \
     CRuntimeClass* GetRuntimeClass() const override;
 
 /// DECLARE_DYNAMIC, and objects can be made by the record. The class needs a default constructor.
-#define DECLARE_DYNCREATE(className)                                                                                             \
-    DECLARE_DYNAMIC(className)                                                                                                   \
+#define DECLARE_DYNCREATE(className)                                                                                                       \
+    DECLARE_DYNAMIC(className)                                                                                                             \
     static CObject* CreateObject();
 
 /// DECLARE_DYNCREATE, and archives hold the class: `archive >> pointer` reads an object of it or of a derived class.
-#define DECLARE_SERIAL(className)                                                                                                \
-    DECLARE_DYNCREATE(className)                                                                                                 \
-    friend CArchive& operator>>(CArchive& archive, className*& object)                                                           \
-    {                                                                                                                            \
-        object = static_cast<className*>(::kelgen::detail::ReadSerialObject(archive, className::GetThisClass()));                \
-        return archive;                                                                                                          \
+#define DECLARE_SERIAL(className)                                                                                                          \
+    DECLARE_DYNCREATE(className)                                                                                                           \
+    friend CArchive& operator>>(CArchive& archive, className*& object)                                                                     \
+    {                                                                                                                                      \
+        object = static_cast<className*>(::kelgen::detail::ReadSerialObject(archive, className::GetThisClass()));                          \
+        return archive;                                                                                                                    \
     }
 
-#define KELGEN_IMPLEMENT_CLASS(className, baseName, schema, create)                                                              \
-    const CRuntimeClass className::class##className = {#className, static_cast<int>(sizeof(className)), schema, create,          \
-                                                       &baseName::GetThisClass};                                                 \
-    CRuntimeClass* className::GetThisClass()                                                                                     \
-    {                                                                                                                            \
-        return const_cast<CRuntimeClass*>(&className::class##className);                                                         \
-    }                                                                                                                            \
-    CRuntimeClass* className::GetRuntimeClass() const                                                                            \
-    {                                                                                                                            \
-        return className::GetThisClass();                                                                                        \
+#define KELGEN_IMPLEMENT_CLASS(className, baseName, schema, create)                                                                        \
+    const CRuntimeClass className::class##className = {#className, static_cast<int>(sizeof(className)), schema, create,                    \
+                                                       &baseName::GetThisClass};                                                           \
+    CRuntimeClass* className::GetThisClass()                                                                                               \
+    {                                                                                                                                      \
+        return const_cast<CRuntimeClass*>(&className::class##className);                                                                   \
+    }                                                                                                                                      \
+    CRuntimeClass* className::GetRuntimeClass() const                                                                                      \
+    {                                                                                                                                      \
+        return className::GetThisClass();                                                                                                  \
     }
 
 #define IMPLEMENT_DYNAMIC(className, baseName) KELGEN_IMPLEMENT_CLASS(className, baseName, CRuntimeClass::kNoSchema, nullptr)
 
-#define IMPLEMENT_DYNCREATE(className, baseName)                                                                                 \
-    CObject* className::CreateObject()                                                                                           \
-    {                                                                                                                            \
-        return new className;                                                                                                    \
-    }                                                                                                                            \
+#define IMPLEMENT_DYNCREATE(className, baseName)                                                                                           \
+    CObject* className::CreateObject()                                                                                                     \
+    {                                                                                                                                      \
+        return new className;                                                                                                              \
+    }                                                                                                                                      \
     KELGEN_IMPLEMENT_CLASS(className, baseName, CRuntimeClass::kNoSchema, &className::CreateObject)
 
-#define IMPLEMENT_SERIAL(className, baseName, schema)                                                                            \
-    CObject* className::CreateObject()                                                                                           \
-    {                                                                                                                            \
-        return new className;                                                                                                    \
-    }                                                                                                                            \
-    static ::kelgen::detail::ClassListing listing##className(className::GetThisClass());                                         \
+#define IMPLEMENT_SERIAL(className, baseName, schema)                                                                                      \
+    CObject* className::CreateObject()                                                                                                     \
+    {                                                                                                                                      \
+        return new className;                                                                                                              \
+    }                                                                                                                                      \
+    static ::kelgen::detail::ClassListing listing##className(className::GetThisClass());                                                   \
     KELGEN_IMPLEMENT_CLASS(className, baseName, schema, &className::CreateObject)
 
 /// Joined to a schema number: the class itself reads objects of other schemas.

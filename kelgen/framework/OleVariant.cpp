@@ -20,11 +20,25 @@ BSTR NewSystemString(LPCSTR text)
 size_t ValueSize(VARTYPE type)
 {
     switch (type) {
-    case VT_I1: case VT_UI1: return 1;
-    case VT_I2: case VT_UI2: case VT_BOOL: return 2;
-    case VT_I4: case VT_UI4: case VT_INT: case VT_UINT: case VT_R4: case VT_ERROR: return 4;
-    case VT_EMPTY: case VT_NULL: return 0;
-    default: return 8;
+    case VT_I1:
+    case VT_UI1:
+        return 1;
+    case VT_I2:
+    case VT_UI2:
+    case VT_BOOL:
+        return 2;
+    case VT_I4:
+    case VT_UI4:
+    case VT_INT:
+    case VT_UINT:
+    case VT_R4:
+    case VT_ERROR:
+        return 4;
+    case VT_EMPTY:
+    case VT_NULL:
+        return 0;
+    default:
+        return 8;
     }
 }
 

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t kBufferSize = 64 * 1024;
 
-} // namespace
+}  // namespace
 
 IMPLEMENT_DYNAMIC(CStdioFile, CFile)
 

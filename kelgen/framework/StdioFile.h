@@ -58,8 +58,8 @@ private:
     enum class Holds
     {
         Nothing,
-        ReadAhead, // bytes from m_cursor to m_end are still to be read
-        Unwritten, // bytes up to m_cursor wait to be written
+        ReadAhead,  // bytes from m_cursor to m_end are still to be read
+        Unwritten,  // bytes up to m_cursor wait to be written
     };
     /// Where the next byte of one value lies in the buffer, found once and kept until the cursor passes it.
     struct Mark

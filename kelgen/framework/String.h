@@ -17,8 +17,8 @@ namespace kelgen::detail {
 struct StringData
 {
     std::atomic<int> m_references;  ///< Strings that share the block; negative: locked, never shared.
-    int m_length;                  ///< Bytes before the terminator.
-    int m_capacity;                ///< Bytes that fit before the terminator.
+    int m_length;                   ///< Bytes before the terminator.
+    int m_capacity;                 ///< Bytes that fit before the terminator.
 };
 
 /// The block of every string without text: never counted, written or freed.
@@ -232,18 +232,9 @@ public:
 
     static int StringLength(LPCSTR text) noexcept;
 
-    friend CString operator+(const CString& left, const CString& right)
-    {
-        return Join(left, left.GetLength(), right, right.GetLength());
-    }
-    friend CString operator+(const CString& left, LPCSTR right)
-    {
-        return Join(left, left.GetLength(), right, StringLength(right));
-    }
-    friend CString operator+(LPCSTR left, const CString& right)
-    {
-        return Join(left, StringLength(left), right, right.GetLength());
-    }
+    friend CString operator+(const CString& left, const CString& right) { return Join(left, left.GetLength(), right, right.GetLength()); }
+    friend CString operator+(const CString& left, LPCSTR right) { return Join(left, left.GetLength(), right, StringLength(right)); }
+    friend CString operator+(LPCSTR left, const CString& right) { return Join(left, StringLength(left), right, right.GetLength()); }
     friend CString operator+(const CString& left, char right) { return Join(left, left.GetLength(), &right, 1); }
     friend CString operator+(char left, const CString& right) { return Join(&left, 1, right, right.GetLength()); }
 

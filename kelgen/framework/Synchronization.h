@@ -43,8 +43,7 @@ class KELGEN_FRAMEWORK_API CSemaphore : public CSyncObject
 
 public:
     /// Throws: CResourceException when the platform refuses, as for a count above the maximum.
-    explicit CSemaphore(LONG initialCount = 1, LONG maximumCount = 1, LPCSTR name = nullptr,
-                        LPSECURITY_ATTRIBUTES security = nullptr);
+    explicit CSemaphore(LONG initialCount = 1, LONG maximumCount = 1, LPCSTR name = nullptr, LPSECURITY_ATTRIBUTES security = nullptr);
     ~CSemaphore() override;
 
     /// Frees one place. FALSE when all are free.

@@ -136,9 +136,9 @@ public:
     // Names may be replaced by others from _strdup; the old ones are freed with free, as these are at the end.
     LPCSTR m_pszAppName;
     LPCSTR m_pszRegistryKey = nullptr;
-    LPCSTR m_pszExeName = nullptr;      ///< The program's file name without folder and extension.
-    LPCSTR m_pszHelpFilePath = nullptr;  ///< The program's path with ".HLP" as extension.
-    LPCSTR m_pszProfileName = nullptr;  ///< The program's name with ".INI", until SetRegistryKey.
+    LPCSTR m_pszExeName = nullptr;           ///< The program's file name without folder and extension.
+    LPCSTR m_pszHelpFilePath = nullptr;      ///< The program's path with ".HLP" as extension.
+    LPCSTR m_pszProfileName = nullptr;       ///< The program's name with ".INI", until SetRegistryKey.
     CDocManager* m_pDocManager = nullptr;    ///< Made by the first AddDocTemplate, or before by the host; deleted at the end.
     CCommandLineInfo* m_pCmdInfo = nullptr;  ///< What ProcessShellCommand prints or serves by DDE; not owned.
 

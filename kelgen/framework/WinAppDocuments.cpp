@@ -7,7 +7,7 @@
 #include <kelgen/framework/StandardIds.h>
 
 BEGIN_MESSAGE_MAP(CWinApp, CWinThread)
-    ON_COMMAND(ID_APP_EXIT, &CWinApp::OnAppExit)
+ON_COMMAND(ID_APP_EXIT, &CWinApp::OnAppExit)
 END_MESSAGE_MAP()
 
 void CWinApp::AddDocTemplate(CDocTemplate* pTemplate)

@@ -22,8 +22,7 @@ int AfxWinMain(HINSTANCE instance, HINSTANCE previousInstance, LPSTR commandLine
     int exitCode = -1;
     CWinApp* const app = AfxGetApp();
     CWinThread* const thread = AfxGetThread();
-    const bool ready = thread && AfxWinInit(instance, previousInstance, commandLine, showCommand) &&
-                       (!app || app->InitApplication());
+    const bool ready = thread && AfxWinInit(instance, previousInstance, commandLine, showCommand) && (!app || app->InitApplication());
     if (ready && thread->InitInstance()) {
         exitCode = thread->Run();
     } else if (ready) {

@@ -16,8 +16,8 @@ KELGEN_FRAMEWORK_API CWinThread* AfxBeginThread(AFX_THREADPROC procedure, LPVOID
                                                 UINT stackSize = 0, DWORD flags = 0, LPSECURITY_ATTRIBUTES security = nullptr);
 /// Starts a thread with a new object of that class, which is a CWinThread's: the thread calls InitInstance, Run and ExitInstance.
 /// Throws: CMemoryException when the object cannot be made.
-KELGEN_FRAMEWORK_API CWinThread* AfxBeginThread(CRuntimeClass* threadClass, int priority = THREAD_PRIORITY_NORMAL,
-                                                UINT stackSize = 0, DWORD flags = 0, LPSECURITY_ATTRIBUTES security = nullptr);
+KELGEN_FRAMEWORK_API CWinThread* AfxBeginThread(CRuntimeClass* threadClass, int priority = THREAD_PRIORITY_NORMAL, UINT stackSize = 0,
+                                                DWORD flags = 0, LPSECURITY_ATTRIBUTES security = nullptr);
 
 /// Ends the calling thread, whose object goes as at its normal end unless @p deleteThread is FALSE.
 [[noreturn]] KELGEN_FRAMEWORK_API void AfxEndThread(UINT exitCode, BOOL deleteThread = TRUE);

@@ -58,6 +58,10 @@ KELGEN_FRAMEWORK_API int AfxMessageBox(LPCSTR lpszText, UINT nType = MB_OK, UINT
 /// The text is a string resource. @p nIDHelp 0xFFFFFFFF means the same number.
 KELGEN_FRAMEWORK_API int AfxMessageBox(UINT nIDPrompt, UINT nType = MB_OK, UINT nIDHelp = 0xFFFFFFFF);
 
+// Classes of windows have a Create with parameters of their own, which hides the base's.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+
 /// A window.
 ///
 /// An object and its window find each other by the handle: m_hWnd, and the thread's map of permanent objects. Objects that are
@@ -114,18 +118,14 @@ public:
 
     // Creation and end.
 
-// Classes of windows have a Create with parameters of their own, which hides this one.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Woverloaded-virtual"
     /// Creates a child window; @p lpszClassName null means a plain class of the framework's. FALSE when it failed; PostNcDestroy was
     /// then called and may have deleted the object.
     virtual BOOL Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID,
                         CCreateContext* pContext = nullptr);
-#pragma GCC diagnostic pop
     BOOL CreateEx(DWORD dwExStyle, LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle, int x, int y, int nWidth, int nHeight,
                   HWND hWndParent, HMENU nIDorHMenu, LPVOID lpParam = nullptr);
-    BOOL CreateEx(DWORD dwExStyle, LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd,
-                  UINT nID, LPVOID lpParam = nullptr);
+    BOOL CreateEx(DWORD dwExStyle, LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID,
+                  LPVOID lpParam = nullptr);
     /// Changes what the window is created with; FALSE gives the creation up. The base names a class when there is none yet.
     virtual BOOL PreCreateWindow(CREATESTRUCTA& cs);
     /// FALSE when there is no window or it cannot be destroyed. The object may be gone after it.
@@ -442,6 +442,7 @@ private:
 
     friend struct kelgen::detail::WindowCall;
 };
+#pragma GCC diagnostic pop
 
 namespace kelgen::detail {
 

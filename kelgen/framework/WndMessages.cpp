@@ -21,14 +21,15 @@ namespace {
 LRESULT ResultOfException(CException* exception, const MSG& message)
 {
     CWinThread* const thread = AfxGetThread();
-    const LRESULT result = thread ? thread->ProcessWndProcException(exception, &message)
-                                  : CWinThread().ProcessWndProcException(exception, &message);
+    const LRESULT result =
+        thread ? thread->ProcessWndProcException(exception, &message) : CWinThread().ProcessWndProcException(exception, &message);
     exception->Delete();
     return result;
 }
 
 // Of each message: the calls on its way are few.
-[[gnu::always_inline]] inline LRESULT CallObject(_AFX_THREAD_STATE& state, CWnd* window, HWND handle, UINT message, WPARAM wParam, LPARAM lParam)
+[[gnu::always_inline]] inline LRESULT CallObject(_AFX_THREAD_STATE& state, CWnd* window, HWND handle, UINT message, WPARAM wParam,
+                                                 LPARAM lParam)
 {
     const CurrentMessage current(state, handle, message, wParam, lParam);
     try {

@@ -17,15 +17,13 @@ DWORD BufferSize(DWORD size)
 CBufferedFile::CBufferedFile(CFile* inner, std::unique_ptr<CFile> owned, DWORD readSize, DWORD writeSize)
     : m_owned(std::move(owned)), m_inner(m_owned ? m_owned.get() : inner), m_readSize(BufferSize(readSize)),
       m_writeSize(BufferSize(writeSize)), m_position(m_inner->GetPosition())
-{
-}
+{}
 
 CBufferedFile::CBufferedFile(CFile* inner, DWORD readSize, DWORD writeSize) : CBufferedFile(inner, nullptr, readSize, writeSize) {}
 
 CBufferedFile::CBufferedFile(LPCSTR path, UINT openFlags, DWORD readSize, DWORD writeSize)
     : CBufferedFile(nullptr, std::make_unique<CFile>(path, openFlags), readSize, writeSize)
-{
-}
+{}
 
 CBufferedFile::~CBufferedFile() = default;
 

@@ -56,8 +56,7 @@ struct Constants
         : polynomial(p), by2048(Forward(2048)), by1024(Forward(1024)), by512(Forward(512)), by256(Forward(256)), by128(Forward(128)),
           x96(PowerOfX(96, p)), x64(PowerOfX(64, p)), quotient((std::uint64_t{1} << 32) | QuotientOfX64(p)),
           divisor((std::uint64_t{1} << 32) | p)
-    {
-    }
+    {}
 
     constexpr Distance Forward(int bits) const { return {PowerOfX(bits, polynomial), PowerOfX(bits + 64, polynomial)}; }
 

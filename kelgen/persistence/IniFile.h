@@ -3,9 +3,9 @@
 
 #include <kelgen/Export.h>
 #include <kelgen/framework/Array.h>
+#include <kelgen/framework/ListTypes.h>
 #include <kelgen/framework/String.h>
 #include <kelgen/framework/StringArray.h>
-#include <kelgen/framework/ListTypes.h>
 
 namespace _kelgen {
 

@@ -78,8 +78,7 @@ bool CRegistry::CKey::SetValue(const char* name, const char* text)
     if (text == nullptr)
         return false;
     const std::size_t size = std::strlen(text) + 1;
-    return size <= UINT_MAX &&
-           ::RegSetValueExA(m_key, name, 0, REG_SZ, AsBytes(text), static_cast<DWORD>(size)) == ERROR_SUCCESS;
+    return size <= UINT_MAX && ::RegSetValueExA(m_key, name, 0, REG_SZ, AsBytes(text), static_cast<DWORD>(size)) == ERROR_SUCCESS;
 }
 
 bool CRegistry::CKey::DeleteValue(const char* name)

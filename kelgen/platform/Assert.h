@@ -17,8 +17,7 @@ namespace kelgen::detail {
 
 /// Ends the process when @p condition is false, in builds with KELGEN_CHECKED (debug builds); else nothing.
 #ifdef KELGEN_CHECKED
-#define KELGEN_ASSERT(condition)                                                                                                 \
-    ((condition) ? static_cast<void>(0) : ::kelgen::detail::AssertionFailed(#condition, __FILE__, __LINE__))
+#define KELGEN_ASSERT(condition) ((condition) ? static_cast<void>(0) : ::kelgen::detail::AssertionFailed(#condition, __FILE__, __LINE__))
 #else
 #define KELGEN_ASSERT(condition) static_cast<void>(0)
 #endif

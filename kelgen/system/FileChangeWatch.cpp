@@ -44,10 +44,7 @@ public:
     }
 
     /// Waits, outside the gate, for any of the handles; the platform's result.
-    DWORD Wait() const
-    {
-        return WaitForMultipleObjects(static_cast<DWORD>(m_folders.size()) + 1, m_handles.data(), FALSE, INFINITE);
-    }
+    DWORD Wait() const { return WaitForMultipleObjects(static_cast<DWORD>(m_folders.size()) + 1, m_handles.data(), FALSE, INFINITE); }
 
     /// Takes the next notifications and returns the folders that have changed: that of the @p signalled handle first.
     std::vector<CString> TakeChangedFolders(CFileChangeEvent& watcher, DWORD signalled)

@@ -43,7 +43,9 @@ int CMath::RandRange(int lo, int hi)
 
 int CMath::LinearMap(int y0, int y1, int x, int x0, int x1)
 {
-    return Truncated(LinearMap(static_cast<double>(y0), static_cast<double>(y1), static_cast<double>(x), static_cast<double>(x0), static_cast<double>(x1)) + 0.5);
+    return Truncated(LinearMap(static_cast<double>(y0), static_cast<double>(y1), static_cast<double>(x), static_cast<double>(x0),
+                               static_cast<double>(x1)) +
+                     0.5);
 }
 
 double CMath::LinearMap(double y0, double y1, double x, double x0, double x1)

@@ -58,18 +58,20 @@ bool shell::is_dir(const char* path)
 
 int shell::fs_find(const char* pattern, bool withDots, CStringArray* paths, CStringArray* names, CStringArray* titles)
 {
-    return Find(pattern, [=](const CFileFind& find) { return withDots || !find.IsDots(); }, paths, names, titles);
+    return Find(
+        pattern, [=](const CFileFind& find) { return withDots || !find.IsDots(); }, paths, names, titles);
 }
 
 int shell::dir_find(const char* pattern, bool withDots, CStringArray* paths, CStringArray* names, CStringArray* titles)
 {
-    return Find(pattern, [=](const CFileFind& find) { return find.IsDirectory() && (withDots || !find.IsDots()); }, paths, names,
-                titles);
+    return Find(
+        pattern, [=](const CFileFind& find) { return find.IsDirectory() && (withDots || !find.IsDots()); }, paths, names, titles);
 }
 
 int shell::file_find(const char* pattern, CStringArray* paths, CStringArray* names, CStringArray* titles)
 {
-    return Find(pattern, [](const CFileFind& find) { return !find.IsDirectory(); }, paths, names, titles);
+    return Find(
+        pattern, [](const CFileFind& find) { return !find.IsDirectory(); }, paths, names, titles);
 }
 
 bool shell::mkdirp(const char* path)

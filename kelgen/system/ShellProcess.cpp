@@ -106,9 +106,9 @@ private:
     }
 
     Library m_library{"PSAPI.DLL"};
-    BOOL (WINAPI* m_enumProcesses)(DWORD*, DWORD, DWORD*) = nullptr;
-    BOOL (WINAPI* m_enumModules)(HANDLE, HMODULE*, DWORD, DWORD*) = nullptr;
-    DWORD (WINAPI* m_getBaseName)(HANDLE, HMODULE, LPSTR, DWORD) = nullptr;
+    BOOL(WINAPI* m_enumProcesses)(DWORD*, DWORD, DWORD*) = nullptr;
+    BOOL(WINAPI* m_enumModules)(HANDLE, HMODULE*, DWORD, DWORD*) = nullptr;
+    DWORD(WINAPI* m_getBaseName)(HANDLE, HMODULE, LPSTR, DWORD) = nullptr;
 };
 
 /// The process list that is walked in snapshots.
@@ -154,11 +154,11 @@ private:
     }
 
     Library m_library{"Kernel32.DLL"};
-    HANDLE (WINAPI* m_create)(DWORD, DWORD) = nullptr;
-    BOOL (WINAPI* m_firstProcess)(HANDLE, PROCESSENTRY32*) = nullptr;
-    BOOL (WINAPI* m_nextProcess)(HANDLE, PROCESSENTRY32*) = nullptr;
-    BOOL (WINAPI* m_firstModule)(HANDLE, MODULEENTRY32*) = nullptr;
-    BOOL (WINAPI* m_nextModule)(HANDLE, MODULEENTRY32*) = nullptr;
+    HANDLE(WINAPI* m_create)(DWORD, DWORD) = nullptr;
+    BOOL(WINAPI* m_firstProcess)(HANDLE, PROCESSENTRY32*) = nullptr;
+    BOOL(WINAPI* m_nextProcess)(HANDLE, PROCESSENTRY32*) = nullptr;
+    BOOL(WINAPI* m_firstModule)(HANDLE, MODULEENTRY32*) = nullptr;
+    BOOL(WINAPI* m_nextModule)(HANDLE, MODULEENTRY32*) = nullptr;
 };
 
 template <class List>

@@ -32,8 +32,7 @@ unsigned Matches(const unsigned short* at, __m128i pattern)
 bool AnyOf32(const unsigned short* at, __m128i pattern)
 {
     const __m128i low = _mm_or_si128(_mm_cmpeq_epi16(Load(at), pattern), _mm_cmpeq_epi16(Load(at + kLane), pattern));
-    const __m128i high =
-        _mm_or_si128(_mm_cmpeq_epi16(Load(at + 2 * kLane), pattern), _mm_cmpeq_epi16(Load(at + 3 * kLane), pattern));
+    const __m128i high = _mm_or_si128(_mm_cmpeq_epi16(Load(at + 2 * kLane), pattern), _mm_cmpeq_epi16(Load(at + 3 * kLane), pattern));
     return _mm_movemask_epi8(_mm_or_si128(low, high)) != 0;
 }
 

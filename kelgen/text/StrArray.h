@@ -44,8 +44,7 @@ public:
     CStrArray(const CStrArray& other);
     /// The first @p count of the texts that follow it; none when @p count is below 1. At least @p count texts must be given.
     template <class... TEXTS>
-        requires(std::is_convertible_v<const TEXTS&, const char*> && ...)
-    CStrArray(int count, const TEXTS&... texts)
+    requires(std::is_convertible_v<const TEXTS&, const char*>&&...) CStrArray(int count, const TEXTS&... texts)
     {
         const char* const list[] = {static_cast<const char*>(texts)..., nullptr};
         KELGEN_ASSERT(count <= static_cast<int>(sizeof...(TEXTS)));
@@ -55,8 +54,7 @@ public:
     /// What @p source tells for the first @p count of the identifiers that follow; none when @p count is below 1. At least
     /// @p count identifiers must be given.
     template <class... IDS>
-        requires(std::is_convertible_v<IDS, unsigned int> && ...)
-    CStrArray(int count, CStringDataSource& source, IDS... ids)
+    requires(std::is_convertible_v<IDS, unsigned int>&&...) CStrArray(int count, CStringDataSource& source, IDS... ids)
     {
         const unsigned int list[] = {static_cast<unsigned int>(ids)..., 0};
         KELGEN_ASSERT(count <= static_cast<int>(sizeof...(IDS)));

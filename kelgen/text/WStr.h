@@ -337,10 +337,7 @@ public:
 
 private:
     static unsigned short* EmptyText() noexcept { return &kelgen::detail::emptyWStrBlock.unit; }
-    static LONG LoadCount(CWStrData* block) noexcept
-    {
-        return std::atomic_ref<LONG>(block->nRefCount).load(std::memory_order_acquire);
-    }
+    static LONG LoadCount(CWStrData* block) noexcept { return std::atomic_ref<LONG>(block->nRefCount).load(std::memory_order_acquire); }
     /// False for a locked block, which is not shared.
     static bool AddReference(CWStrData* block) noexcept
     {

@@ -13,15 +13,14 @@ class TokenScan
 public:
     TokenScan(const CWStr& text, const CWStr& separator)
         : m_text(text), m_separator(separator), m_length(text.GetLength()), m_separatorLength(separator.GetLength())
-    {
-    }
+    {}
 
     bool Next()
     {
         if (m_next > m_length)
             return false;
-        const int found = m_separatorLength == 0
-            ? 0 : kelgen::detail::FindUnits(m_text + m_next, m_length - m_next, m_separator, m_separatorLength);
+        const int found =
+            m_separatorLength == 0 ? 0 : kelgen::detail::FindUnits(m_text + m_next, m_length - m_next, m_separator, m_separatorLength);
         if (found < 0 && m_next == m_length)
             return false;
         m_first = m_text + m_next;

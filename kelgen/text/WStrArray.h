@@ -62,7 +62,7 @@ public:
     void Sort(int (*pfnCompare)(const unsigned short*, const unsigned short*));
     /// The same by a function object, which the compiler can build into the sort.
     template <class COMPARE>
-        requires std::is_invocable_r_v<int, COMPARE&, const unsigned short*, const unsigned short*>
+    requires std::is_invocable_r_v<int, COMPARE&, const unsigned short*, const unsigned short*>
     void Sort(COMPARE compare);
 
     /// Writes the entries to the application's profile as the values "entry.0", "entry.1" and so on, in the OEM code page.
@@ -77,7 +77,7 @@ private:
 };
 
 template <class COMPARE>
-    requires std::is_invocable_r_v<int, COMPARE&, const unsigned short*, const unsigned short*>
+requires std::is_invocable_r_v<int, COMPARE&, const unsigned short*, const unsigned short*>
 void CWStrArray::Sort(COMPARE compare)
 {
     // Every access is checked: the comparison is a host's and may reach this array.

@@ -21,9 +21,8 @@ void WINAPI ReturnThreadBlocks(void* blocks);
 struct Pools
 {
     std::array<CWStrBlockPool, kBlockClasses> byClass = {
-        {CWStrBlockPool(kBlockClass[0].blockSize), CWStrBlockPool(kBlockClass[1].blockSize),
-         CWStrBlockPool(kBlockClass[2].blockSize), CWStrBlockPool(kBlockClass[3].blockSize),
-         CWStrBlockPool(kBlockClass[4].blockSize)}};
+        {CWStrBlockPool(kBlockClass[0].blockSize), CWStrBlockPool(kBlockClass[1].blockSize), CWStrBlockPool(kBlockClass[2].blockSize),
+         CWStrBlockPool(kBlockClass[3].blockSize), CWStrBlockPool(kBlockClass[4].blockSize)}};
     // Destroyed before the pools: what it returns still has a place to go.
     ThreadSlot threads{ReturnThreadBlocks};
 

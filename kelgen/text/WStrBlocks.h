@@ -95,12 +95,18 @@ inline CWStrData* NewWStrBlock(int length)
 inline void FreeWStrBlock(CWStrData* block) noexcept
 {
     switch (block->nAllocLength) {
-    case 8: return ReturnBlock(block, 0);
-    case 64: return ReturnBlock(block, 1);
-    case 128: return ReturnBlock(block, 2);
-    case 256: return ReturnBlock(block, 3);
-    case 512: return ReturnBlock(block, 4);
-    default: return ReturnToHeap(block);
+    case 8:
+        return ReturnBlock(block, 0);
+    case 64:
+        return ReturnBlock(block, 1);
+    case 128:
+        return ReturnBlock(block, 2);
+    case 256:
+        return ReturnBlock(block, 3);
+    case 512:
+        return ReturnBlock(block, 4);
+    default:
+        return ReturnToHeap(block);
     }
 }
 

@@ -7,8 +7,8 @@
 
 using kelgen::AsWide;
 using kelgen::detail::FindLastUnit;
-using kelgen::detail::FindUnits;
 using kelgen::detail::FindUnit;
+using kelgen::detail::FindUnits;
 
 namespace {
 

@@ -149,11 +149,20 @@ private:
         m_values.text = nullptr;
         m_values.kind = ArgumentOf(m_values.directive);
         switch (m_values.kind) {
-        case PrintfArgument::None: break;
-        case PrintfArgument::Int: m_arguments.Int(); break;
-        case PrintfArgument::Int64: m_arguments.LongLong(); break;
-        case PrintfArgument::Double: m_values.number = m_arguments.Double(); break;
-        case PrintfArgument::Pointer: NoteText(m_values.text = m_arguments.Pointer()); break;
+        case PrintfArgument::None:
+            break;
+        case PrintfArgument::Int:
+            m_arguments.Int();
+            break;
+        case PrintfArgument::Int64:
+            m_arguments.LongLong();
+            break;
+        case PrintfArgument::Double:
+            m_values.number = m_arguments.Double();
+            break;
+        case PrintfArgument::Pointer:
+            NoteText(m_values.text = m_arguments.Pointer());
+            break;
         }
     }
 
@@ -215,12 +224,31 @@ private:
     {
         const long long numberLength = static_cast<long long>(width) + precision;
         switch (letter) {
-        case 'c': case 'C': return AddText(2, width, precision);
-        case 's': case 'S': return AddText(TextLength(letter, mark, precision), width, precision);
-        case 'd': case 'i': case 'u': case 'x': case 'X': case 'o': case 'p': m_sum += std::max(32LL, numberLength); return;
-        case 'e': case 'g': case 'G': m_sum += std::max(128LL, numberLength); return;
-        case 'f': m_sum += FixedLength(m_values.number, width, std::min(precision, INT_MAX - 6) + 6); return;
-        default: return;
+        case 'c':
+        case 'C':
+            return AddText(2, width, precision);
+        case 's':
+        case 'S':
+            return AddText(TextLength(letter, mark, precision), width, precision);
+        case 'd':
+        case 'i':
+        case 'u':
+        case 'x':
+        case 'X':
+        case 'o':
+        case 'p':
+            m_sum += std::max(32LL, numberLength);
+            return;
+        case 'e':
+        case 'g':
+        case 'G':
+            m_sum += std::max(128LL, numberLength);
+            return;
+        case 'f':
+            m_sum += FixedLength(m_values.number, width, std::min(precision, INT_MAX - 6) + 6);
+            return;
+        default:
+            return;
         }
     }
 

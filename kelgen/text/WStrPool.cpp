@@ -12,9 +12,7 @@ struct alignas(16) CWStrBlockPool::Chunk
     Chunk* next;
 };
 
-CWStrBlockPool::CWStrBlockPool(std::size_t nBlockSize, int nBlocksPerChunk)
-    : m_blockSize(nBlockSize), m_blocksPerChunk(nBlocksPerChunk)
-{}
+CWStrBlockPool::CWStrBlockPool(std::size_t nBlockSize, int nBlocksPerChunk) : m_blockSize(nBlockSize), m_blocksPerChunk(nBlocksPerChunk) {}
 
 CWStrBlockPool::~CWStrBlockPool()
 {

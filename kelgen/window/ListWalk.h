@@ -65,7 +65,10 @@ public:
     ListWalk& operator=(const ListWalk&) = delete;
 
     /// The owner of the list has been destroyed.
-    bool OwnerIsGone() const { return m_walks == nullptr; }
+    bool OwnerIsGone() const
+    {
+        return m_walks == nullptr;
+    }
 
     /// Calls @p visit with each element until it returns true, or the owner is gone. Whether it returned true.
     template <class VISIT>
@@ -116,7 +119,7 @@ private:
     const LIST& m_list;
     ListWalk* const m_outer;
     int m_next = 0;
-    bool m_disturbed = false;  ///< The list or its owner is not what it was.
+    bool m_disturbed = false;           ///< The list or its owner is not what it was.
     std::vector<Element> m_hadItsTurn;  ///< And was taken out since.
 };
 

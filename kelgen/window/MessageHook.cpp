@@ -2,8 +2,8 @@
 #include <kelgen/window/MessageHook.h>
 
 #include <kelgen/framework/ModuleState.h>
-#include <kelgen/framework/Wnd.h>
 #include <kelgen/framework/WinThread.h>
+#include <kelgen/framework/Wnd.h>
 
 namespace {
 

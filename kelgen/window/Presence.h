@@ -26,7 +26,10 @@ public:
 // The destructor takes back what the compiler takes for a pointer that stays.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wdangling-pointer"
-    explicit PresenceWatch(Presence& presence) : m_presence(&presence), m_outer(presence.m_innermost) { presence.m_innermost = this; }
+    explicit PresenceWatch(Presence& presence) : m_presence(&presence), m_outer(presence.m_innermost)
+    {
+        presence.m_innermost = this;
+    }
 #pragma GCC diagnostic pop
     ~PresenceWatch()
     {
@@ -36,7 +39,10 @@ public:
     PresenceWatch(const PresenceWatch&) = delete;
     PresenceWatch& operator=(const PresenceWatch&) = delete;
 
-    bool IsGone() const { return m_presence == nullptr; }
+    bool IsGone() const
+    {
+        return m_presence == nullptr;
+    }
 
 private:
     friend class Presence;

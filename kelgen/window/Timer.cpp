@@ -75,9 +75,9 @@ bool CTimerCallback::InstallTimerCallbackHook()
 }
 
 BEGIN_MESSAGE_MAP(CTimerWnd, CWnd)
-    ON_WM_TIMER()
-    ON_WM_DESTROY()
-    ON_WM_CLOSE()
+ON_WM_TIMER()
+ON_WM_DESTROY()
+ON_WM_CLOSE()
 END_MESSAGE_MAP()
 
 CTimerWnd::~CTimerWnd()

@@ -32,9 +32,8 @@ C000WndInterface::~C000WndInterface() = default;
 bool C000WndInterface::Run(const Hooks& hooks, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
 {
     kelgen::detail::ListWalk<Hooks> walk(m_walks, hooks);
-    const bool handled = walk.Until([&](const C000WndProcInterface::CHook& hook) {
-        return (hook.m_pObject->*hook.m_pfn)(message, wParam, lParam, result);
-    });
+    const bool handled =
+        walk.Until([&](const C000WndProcInterface::CHook& hook) { return (hook.m_pObject->*hook.m_pfn)(message, wParam, lParam, result); });
     // Nothing is left to do for an object that is not there any more.
     return handled || walk.OwnerIsGone();
 }

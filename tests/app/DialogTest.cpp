@@ -94,8 +94,16 @@ TEST_F(Exchange, NumbersInEditControls)
         int value;
         bool passes;
     };
-    for (const Row& row : {Row{"12", 12, true}, {"  12\t", 12, true}, {"-3", -3, false}, {"1a", 1, false}, {"21", 21, false}, {"", 0, false}, {"20", 20, true},
-                           {"4294967301", INT_MAX, false}, {"-4294967301", INT_MIN, false}, {"99999999999999999999", INT_MAX, false}}) {
+    for (const Row& row : {Row{"12", 12, true},
+                           {"  12\t", 12, true},
+                           {"-3", -3, false},
+                           {"1a", 1, false},
+                           {"21", 21, false},
+                           {"", 0, false},
+                           {"20", 20, true},
+                           {"4294967301", INT_MAX, false},
+                           {"-4294967301", INT_MIN, false},
+                           {"99999999999999999999", INT_MAX, false}}) {
         ::SetWindowTextA(m_dialog->Item(10), row.text);
         Passes(TRUE, [&](CDataExchange* dx) { CDDX::DDXEdit(dx, 10, &value); });
         EXPECT_EQ(row.value, value) << row.text;
@@ -199,7 +207,9 @@ TEST(AppDialog, IsDeletedWithItsWindowAndWhenItCannotBeCreated)
         UINT id;
         void (*onInit)(Fields&);
     };
-    for (const Row& row : {Row{"missing", 4711, nullptr}, {"damaged", 320, nullptr}, {"damaged items", 340, nullptr},
+    for (const Row& row : {Row{"missing", 4711, nullptr},
+                           {"damaged", 320, nullptr},
+                           {"damaged items", 340, nullptr},
                            {"ended", 310, [](Fields& fields) { fields.EndDialog(5); }},
                            {"destroyed", 310, [](Fields& fields) { fields.DestroyWindow(); }}}) {
         dialog = new Fields;
@@ -280,7 +290,8 @@ TEST(DialogTemplate, EndsWithinItsBytes)
         for (int round = 0; round < 2000; ++round) {
             std::vector<BYTE> copy(bytes, bytes + random.Between(0, static_cast<int>(size)));
             for (int changes = copy.empty() ? 0 : random.Between(1, 4); changes > 0; --changes)
-                copy[static_cast<std::size_t>(random.Between(0, static_cast<int>(copy.size()) - 1))] ^= static_cast<BYTE>(random.Between(1, 255));
+                copy[static_cast<std::size_t>(random.Between(0, static_cast<int>(copy.size()) - 1))] ^=
+                    static_cast<BYTE>(random.Between(1, 255));
             kelgen::detail::IsWholeDialogTemplate(copy.data(), copy.size());
         }
     }

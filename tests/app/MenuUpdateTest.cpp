@@ -91,7 +91,8 @@ void ForBoth(const std::function<void(CWnd& window, const std::function<std::str
     ASSERT_TRUE(frame.CreateShown());
     const auto run = [&](auto& window, const char* name) {
         SCOPED_TRACE(name);
-        check(window, [&](HMENU popup, bool isSystem) { return window.Open(popup, isSystem); }, window.m_bAutoMenuEnable, window.m_onItem);
+        check(
+            window, [&](HMENU popup, bool isSystem) { return window.Open(popup, isSystem); }, window.m_bAutoMenuEnable, window.m_onItem);
     };
     run(*dialog, "dialog");
     run(frame, "frame");
@@ -131,7 +132,7 @@ TEST(MenuUpdate, HandlersMayRemoveAndInsertItems)
     {
         const char* name;
         const char* items;
-        UINT at;                   ///< The item whose handler acts.
+        UINT at;  ///< The item whose handler acts.
         std::vector<UINT> removes;
         const char* visits;
     };

@@ -20,8 +20,8 @@ public:
         m_events += "save ";
         return m_agreesToSave;
     }
-    using CKelGenApp::m_cmdInfo;
     using CKelGenApp::GetWndArray;
+    using CKelGenApp::m_cmdInfo;
 
     std::string TakeEvents() { return std::exchange(m_events, {}); }
 

@@ -38,8 +38,13 @@ int TextOrder(const CString& a, const CString& b)
 
 TEST(BaseArray, ConstructorsFillInOrder)
 {
-    for (const auto& [expected, array] : Table<Ints, IntArray>{{{}, {}}, {{5}, {5}}, {{5, 1, 2}, {5, IntArray(2, 1, 2)}},
-             {{7, 8, 9}, {3, 7, 8, 9}}, {{7}, {1, 7, 8}}, {{}, {0, 7}}, {{}, {-2, 7}}})
+    for (const auto& [expected, array] : Table<Ints, IntArray>{{{}, {}},
+                                                               {{5}, {5}},
+                                                               {{5, 1, 2}, {5, IntArray(2, 1, 2)}},
+                                                               {{7, 8, 9}, {3, 7, 8, 9}},
+                                                               {{7}, {1, 7, 8}},
+                                                               {{}, {0, 7}},
+                                                               {{}, {-2, 7}}})
         EXPECT_EQ(expected, ElementsOf(array));
 
     const TextArray texts(2, "one", "two");
@@ -151,14 +156,14 @@ TEST(BaseArray, SortFindGivesResultPlaceAndComparisons)
 {
     for (const auto& [name, elements, wanted, start, found, place, comparisons] :
          Table<const char*, Ints, int, int, bool, int, std::size_t>{
-        {"empty", {}, 1, 5, false, 0, 0},
-        {"only one", {4}, 4, 0, true, 0, 1},
-        {"missing compares once more", {4}, 3, 0, false, 0, 2},
-        {"below all", {9, 7, 5, 3}, 1, 0, false, 3, 4},
-        {"above all", {9, 7, 5, 3}, 10, 0, false, 0, 3},
-        {"bound leaves out the first", {9, 7, 5, 3}, 9, 1, false, 0, 3},
-        {"bound at the end", {9, 7, 5, 3}, 3, 4, false, 3, 1},
-    }) {
+             {"empty", {}, 1, 5, false, 0, 0},
+             {"only one", {4}, 4, 0, true, 0, 1},
+             {"missing compares once more", {4}, 3, 0, false, 0, 2},
+             {"below all", {9, 7, 5, 3}, 1, 0, false, 3, 4},
+             {"above all", {9, 7, 5, 3}, 10, 0, false, 0, 3},
+             {"bound leaves out the first", {9, 7, 5, 3}, 9, 1, false, 0, 3},
+             {"bound at the end", {9, 7, 5, 3}, 3, 4, false, 3, 1},
+         }) {
         SCOPED_TRACE(name);
         IntArray array;
         for (const int element : elements)

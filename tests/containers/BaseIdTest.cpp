@@ -16,7 +16,8 @@ struct Identified : CBaseIdentifiable
     using CBaseIdentifiable::CBaseIdentifiable;
 };
 
-class First : public CBaseComparable {};
+class First : public CBaseComparable
+{};
 
 struct Id : CBaseId
 {
@@ -154,13 +155,13 @@ TEST(BaseId, OrdersByBytesThenBySeed)
     unsigned char high[16] = {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0xFF};
     for (const auto& [name, leftBytes, leftSeed, rightBytes, rightSeed, order] :
          Table<const char*, unsigned char*, CBaseComparable*, unsigned char*, CBaseComparable*, int>{
-        {"lowest byte decides", high, &nameB, one, &nameA, -1},
-        {"bytes are unsigned", high, nullptr, zero, &nameA, 1},
-        {"both nameless", one, nullptr, one, nullptr, 0},
-        {"nameless first", one, nullptr, one, &nameA, -1},
-        {"named last", one, &nameA, one, nullptr, 1},
-        {"by name", one, &nameA, one, &nameB, -1},
-    }) {
+             {"lowest byte decides", high, &nameB, one, &nameA, -1},
+             {"bytes are unsigned", high, nullptr, zero, &nameA, 1},
+             {"both nameless", one, nullptr, one, nullptr, 0},
+             {"nameless first", one, nullptr, one, &nameA, -1},
+             {"named last", one, &nameA, one, nullptr, 1},
+             {"by name", one, &nameA, one, &nameB, -1},
+         }) {
         Id left, right;
         left.Set(leftBytes, leftSeed);
         right.Set(rightBytes, rightSeed);

@@ -36,16 +36,15 @@ int ByTens(DWORD a, DWORD b)
 
 TEST(StdSort, QuickSortReportsEveryExchange)
 {
-    for (const auto& [before, after, exchanges] :
-         Table<std::vector<DWORD>, std::vector<DWORD>, std::vector<std::pair<int, int>>>{
-        {{}, {}, {}},
-        {{1}, {1}, {}},
-        {{1, 2}, {1, 2}, {}},
-        {{2, 1}, {1, 2}, {{1, 0}}},
-        {{3, 1, 2}, {1, 2, 3}, {{2, 0}, {1, 0}}},
-        {{2, 3, 1}, {1, 2, 3}, {{2, 0}, {1, 2}}},
-        {{5, 5, 5}, {5, 5, 5}, {}},
-    }) {
+    for (const auto& [before, after, exchanges] : Table<std::vector<DWORD>, std::vector<DWORD>, std::vector<std::pair<int, int>>>{
+             {{}, {}, {}},
+             {{1}, {1}, {}},
+             {{1, 2}, {1, 2}, {}},
+             {{2, 1}, {1, 2}, {{1, 0}}},
+             {{3, 1, 2}, {1, 2, 3}, {{2, 0}, {1, 0}}},
+             {{2, 3, 1}, {1, 2, 3}, {{2, 0}, {1, 2}}},
+             {{5, 5, 5}, {5, 5, 5}, {}},
+         }) {
         Numbers numbers;
         for (const DWORD number : before)
             numbers.Add(number);
@@ -69,8 +68,7 @@ TEST(StdSort, QuickSortSortsAndTheReportsKeepAnotherArrayInStep)
 
         CStdSort::QuickSort(numbers, ByTens, Follower::OnSwap, &follower);
         ASSERT_EQ(follower.parallel, ElementsOf(numbers));
-        ASSERT_TRUE(std::is_sorted(follower.parallel.begin(), follower.parallel.end(),
-            [](DWORD a, DWORD b) { return a / 10 < b / 10; }));
+        ASSERT_TRUE(std::is_sorted(follower.parallel.begin(), follower.parallel.end(), [](DWORD a, DWORD b) { return a / 10 < b / 10; }));
         CStdSort::QuickSort(numbers, CStdSort::DWordCompare, nullptr, nullptr);
         ASSERT_EQ(sorted, ElementsOf(numbers));
     }

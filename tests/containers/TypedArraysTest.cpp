@@ -27,13 +27,13 @@ TEST(BaseIntArray, SortAddDescends)
 TEST(BaseIntArray, TextBecomesNumbers)
 {
     for (const auto& [text, separator, keepEmpty, numbers] : Table<const char*, const char*, bool, Ints>{
-        {"3;1;;2", ";", true, {3, 1, -9, 2}},
-        {"3;1;;2", ";", false, {3, 1, 2}},
-        {";4;", ";", true, {-9, 4}},
-        {"12x; -7;y", ";", false, {12, -7, 0}},
-        {"1::2", "::", true, {1, 0}},  // the rest of a longer separator opens the next piece: ":2"
-        {"", ";", true, {}},
-    }) {
+             {"3;1;;2", ";", true, {3, 1, -9, 2}},
+             {"3;1;;2", ";", false, {3, 1, 2}},
+             {";4;", ";", true, {-9, 4}},
+             {"12x; -7;y", ";", false, {12, -7, 0}},
+             {"1::2", "::", true, {1, 0}},  // the rest of a longer separator opens the next piece: ":2"
+             {"", ";", true, {}},
+         }) {
         CBaseIntArray array(100);
         array.AddString(text, separator, keepEmpty, -9);
         Ints expected = numbers;

@@ -87,13 +87,13 @@ TEST_F(Monitor, TellsOfBadInputAndGoesOnWithoutIt)
         std::string bytes;
         std::string errors;
     };
-    for (const Row& row : {Row{"all right", "[Monitor]\n Folder = " + folder.string() + " \n;x=y\nLanguage=Deutsch\n", ""},
-                           Row{"bytes", anyByte, ""},
-                           Row{"unknown", "[Monitor]\n" + watched + "Colour=red\n", "the INI file has an unknown setting Colour\n"},
-                           Row{"no number", "[Monitor]\n" + watched + "MostFiles=many\n", "the INI file's MostFiles cannot be \"many\"\n"},
-                           Row{"too many", "[Monitor]\n" + watched + "MostFiles=5001\n", "the INI file's MostFiles cannot be \"5001\"\n"},
-                           Row{"no bool", "[Monitor]\n" + watched + "Subfolders=2\n", "the INI file's Subfolders cannot be \"2\"\n"},
-                           Row{"no language", "[Monitor]\n" + watched + "Language=Latin\n", "the INI file's Language cannot be \"Latin\"\n"}}) {
+    for (const Row& row :
+         {Row{"all right", "[Monitor]\n Folder = " + folder.string() + " \n;x=y\nLanguage=Deutsch\n", ""}, Row{"bytes", anyByte, ""},
+          Row{"unknown", "[Monitor]\n" + watched + "Colour=red\n", "the INI file has an unknown setting Colour\n"},
+          Row{"no number", "[Monitor]\n" + watched + "MostFiles=many\n", "the INI file's MostFiles cannot be \"many\"\n"},
+          Row{"too many", "[Monitor]\n" + watched + "MostFiles=5001\n", "the INI file's MostFiles cannot be \"5001\"\n"},
+          Row{"no bool", "[Monitor]\n" + watched + "Subfolders=2\n", "the INI file's Subfolders cannot be \"2\"\n"},
+          Row{"no language", "[Monitor]\n" + watched + "Language=Latin\n", "the INI file's Language cannot be \"Latin\"\n"}}) {
         WriteBytes(ini, row.bytes);
         const Ended run = RunOnce(Quoted(ini));
         EXPECT_EQ(0, run.exitStatus) << row.name;
@@ -120,12 +120,12 @@ TEST_F(Monitor, EndsWhenThereIsNothingToWatch)
         std::string error;
     };
     WriteBytes((folder / "file").string(), "");
-    for (const Row& row : {Row{Quoted(folder / "missing"), 1, "monitor: cannot read the folder "},
-                           Row{Quoted(folder / "file"), 1, "monitor: cannot read the folder "},
-                           Row{Quoted(noFolder), 1, "monitor: cannot read the folder "},
-                           Row{Quoted(missingIni), 1, "monitor: cannot read the INI file " + missingIni},
-                           Row{"--twice", 2, "monitor: unknown switch or path: -twice\nmonitor: usage: "},
-                           Row{Quoted(folder) + " " + Quoted(folder), 2, "monitor: one folder or INI file is enough\n"}}) {
+    for (const Row& row :
+         {Row{Quoted(folder / "missing"), 1, "monitor: cannot read the folder "},
+          Row{Quoted(folder / "file"), 1, "monitor: cannot read the folder "}, Row{Quoted(noFolder), 1, "monitor: cannot read the folder "},
+          Row{Quoted(missingIni), 1, "monitor: cannot read the INI file " + missingIni},
+          Row{"--twice", 2, "monitor: unknown switch or path: -twice\nmonitor: usage: "},
+          Row{Quoted(folder) + " " + Quoted(folder), 2, "monitor: one folder or INI file is enough\n"}}) {
         const Ended run = RunOnce(row.arguments);
         EXPECT_EQ(row.status, run.exitStatus) << row.arguments;
         EXPECT_EQ("", run.account) << row.arguments;

@@ -87,7 +87,8 @@ TEST_F(SettingsHost, TellsOfEveryStep)
 7. Pack the set into an archive and read it back
    4 settings in 104 bytes, checksum abe1f688
    The archive holds every value of the set
-)--", run.account);
+)--",
+              run.account);
 }
 
 TEST_F(SettingsHost, TheSecondRunFindsWhatTheFirstOneKept)
@@ -137,7 +138,12 @@ TEST_F(SettingsHost, AnyFileKeepsItsValues)
             bytes += static_cast<char>(i);
         return bytes + "=x\nlast";
     }();
-    const std::string files[] = {"", "no section\na=b\n", "[S]\nplain\n", "[]\n=\n=x\n", anyByte, manyProperties,
+    const std::string files[] = {"",
+                                 "no section\na=b\n",
+                                 "[S]\nplain\n",
+                                 "[]\n=\n=x\n",
+                                 anyByte,
+                                 manyProperties,
                                  "[S]\nlong=" + std::string(100'000, 'x') + "\n" + std::string(300, 'n') + "=1\nb\\c=d\\e\n",
                                  "[S]\nlargest=2147483647\nlarger=4294967295\n-=-0\nfloat=1.5\nOn=ON\n"};
     for (const std::string& bytes : files) {

@@ -91,11 +91,25 @@ TEST(Archive, StoresTheForm)
     EXPECT_EQ("\xFF\xFF\0"s + std::string(255, 'x'), Stored([](CArchive& a) { a << CString('x', 255); }));
     EXPECT_EQ("\xFF\xFD\xFF" + std::string(65533, 'x'), Stored([](CArchive& a) { a << CString('x', 65533); }));
     EXPECT_EQ("\xFF\xFF\xFF\xFE\xFF\0\0"s + std::string(65534, 'x'), Stored([](CArchive& a) { a << CString('x', 65534); }));
-    EXPECT_EQ("\x03" "a\0b"s, Stored([](CArchive& a) { a << CString("a\0b", 3); }));
+    EXPECT_EQ("\x03"
+              "a\0b"s,
+              Stored([](CArchive& a) { a << CString("a\0b", 3); }));
     EXPECT_EQ("\xFE\xFF", Stored([](CArchive& a) { a.WriteCount(0xFFFE); }));
     EXPECT_EQ("\xFF\xFF\xFF\xFF\0\0"s, Stored([](CArchive& a) { a.WriteCount(0xFFFF); }));
-    EXPECT_EQ("\x02\0\x01\0\x02\0"s, Stored([](CArchive& a) { CWordArray words; words.Add(1); words.Add(2); words.Serialize(a); }));
-    EXPECT_EQ("\x02\0\x01" "a\0"s, Stored([](CArchive& a) { CStringArray texts; texts.Add("a"); texts.Add(""); texts.Serialize(a); }));
+    EXPECT_EQ("\x02\0\x01\0\x02\0"s, Stored([](CArchive& a) {
+                  CWordArray words;
+                  words.Add(1);
+                  words.Add(2);
+                  words.Serialize(a);
+              }));
+    EXPECT_EQ("\x02\0\x01"
+              "a\0"s,
+              Stored([](CArchive& a) {
+                  CStringArray texts;
+                  texts.Add("a");
+                  texts.Add("");
+                  texts.Serialize(a);
+              }));
     EXPECT_EQ("\0\0"s, Stored([](CArchive& a) { a << static_cast<CObject*>(nullptr); }));
 }
 
@@ -138,25 +152,25 @@ TEST(Archive, NumbersAboveTheShortFormRoundTrip)
         archive << &second;
     });
     EXPECT_EQ("", Load(bytes, [&](CArchive& archive) {
-        std::vector<CTestNode*> loaded(kCount);
-        for (CTestNode*& node : loaded)
-            archive >> node;
-        for (CTestNode* node : loaded) {
-            CTestNode* again;
-            archive >> again;
-            ASSERT_EQ(node, again);
-        }
-        CTestLeaf* leaf;
-        CTestLeaf* same;
-        CTestLeaf* second;
-        archive >> leaf >> same >> second;
-        EXPECT_EQ(leaf, same);
-        EXPECT_NE(leaf, second);
-        for (CTestNode* node : loaded)
-            delete node;
-        delete leaf;
-        delete second;
-    }));
+                  std::vector<CTestNode*> loaded(kCount);
+                  for (CTestNode*& node : loaded)
+                      archive >> node;
+                  for (CTestNode* node : loaded) {
+                      CTestNode* again;
+                      archive >> again;
+                      ASSERT_EQ(node, again);
+                  }
+                  CTestLeaf* leaf;
+                  CTestLeaf* same;
+                  CTestLeaf* second;
+                  archive >> leaf >> same >> second;
+                  EXPECT_EQ(leaf, same);
+                  EXPECT_NE(leaf, second);
+                  for (CTestNode* node : loaded)
+                      delete node;
+                  delete leaf;
+                  delete second;
+              }));
 }
 
 TEST(Archive, MappedObjectsTakeANumber)
@@ -170,9 +184,9 @@ TEST(Archive, MappedObjectsTakeANumber)
     CTestNode loadedDocument;
     CTestNode* loaded = nullptr;
     EXPECT_EQ("", Load(bytes, [&](CArchive& archive) {
-        archive.MapObject(&loadedDocument);
-        archive >> loaded;
-    }));
+                  archive.MapObject(&loadedDocument);
+                  archive >> loaded;
+              }));
     EXPECT_EQ(&loadedDocument, loaded->next);
     delete loaded;
 }
@@ -207,7 +221,8 @@ TEST(Archive, CollectionsRoundTrip)
     CArray<double, double> numbers2;
     CByteArray none2;
     none2.Add(1);
-    EXPECT_EQ("", Load(bytes, [&](CArchive& a) { all(a, objects2, texts2, byNumber2, names2, numbers2, none2); }, 128));
+    EXPECT_EQ("", Load(
+                      bytes, [&](CArchive& a) { all(a, objects2, texts2, byNumber2, names2, numbers2, none2); }, 128));
     ASSERT_EQ(3, objects2.GetSize());
     const std::unique_ptr<CTestNode> loaded(dynamic_cast<CTestNode*>(objects2[0]));
     ASSERT_TRUE(loaded);
@@ -235,25 +250,30 @@ TEST(Archive, EveryBufferSizeAndPieceGivesTheSameBytes)
                 piece += static_cast<char>(random.Between(0, 255));
             model += piece + "\x05\0"s;
         }
-        const std::string bytes = Stored([&](CArchive& archive) {
-            for (const std::string& piece : pieces) {
-                archive.Write(piece.data(), static_cast<UINT>(piece.size()));
-                archive << WORD{5};
-            }
-        }, random.Between(0, 500));
+        const std::string bytes = Stored(
+            [&](CArchive& archive) {
+                for (const std::string& piece : pieces) {
+                    archive.Write(piece.data(), static_cast<UINT>(piece.size()));
+                    archive << WORD{5};
+                }
+            },
+            random.Between(0, 500));
         ASSERT_EQ(model, bytes);
-        ASSERT_EQ("", Load(bytes, [&](CArchive& archive) {
-            for (const std::string& piece : pieces) {
-                std::string loaded(piece.size(), 0);
-                ASSERT_EQ(piece.size(), archive.Read(loaded.data(), static_cast<UINT>(piece.size())));
-                ASSERT_EQ(piece, loaded);
-                WORD mark;
-                archive >> mark;
-                ASSERT_EQ(5, mark);
-            }
-            char more;
-            ASSERT_EQ(0u, archive.Read(&more, 1));
-        }, random.Between(0, 500)));
+        ASSERT_EQ("", Load(
+                          bytes,
+                          [&](CArchive& archive) {
+                              for (const std::string& piece : pieces) {
+                                  std::string loaded(piece.size(), 0);
+                                  ASSERT_EQ(piece.size(), archive.Read(loaded.data(), static_cast<UINT>(piece.size())));
+                                  ASSERT_EQ(piece, loaded);
+                                  WORD mark;
+                                  archive >> mark;
+                                  ASSERT_EQ(5, mark);
+                              }
+                              char more;
+                              ASSERT_EQ(0u, archive.Read(&more, 1));
+                          },
+                          random.Between(0, 500)));
     }
 }
 
@@ -287,34 +307,39 @@ TEST(Archive, FlushAndCloseLeaveTheFileAtTheNextByte)
 TEST(Archive, LinesEndAtLineFeedsAndReturns)
 {
     const std::string bytes = "ab\r\ncd\n\n" + std::string(128, 'x') + std::string(200, 'y') + "\r\nlast";
-    EXPECT_EQ("", Load(bytes, [](CArchive& archive) {
-        CString line;
-        for (const std::string& expected : {"ab"s, "cd"s, ""s, std::string(128, 'x') + std::string(200, 'y'), "last"s}) {
-            ASSERT_TRUE(archive.ReadString(line));
-            EXPECT_EQ(expected, line.GetString());
-        }
-        EXPECT_FALSE(archive.ReadString(line));
-        EXPECT_TRUE(line.IsEmpty());
-    }, 128));
+    EXPECT_EQ("", Load(
+                      bytes,
+                      [](CArchive& archive) {
+                          CString line;
+                          for (const std::string& expected : {"ab"s, "cd"s, ""s, std::string(128, 'x') + std::string(200, 'y'), "last"s}) {
+                              ASSERT_TRUE(archive.ReadString(line));
+                              EXPECT_EQ(expected, line.GetString());
+                          }
+                          EXPECT_FALSE(archive.ReadString(line));
+                          EXPECT_TRUE(line.IsEmpty());
+                      },
+                      128));
     EXPECT_EQ("", Load("abcd\nef\r\ng", [](CArchive& archive) {
-        char line[8];
-        EXPECT_STREQ("ab", archive.ReadString(line, 2));
-        EXPECT_STREQ("cd", archive.ReadString(line, 7));
-        EXPECT_STREQ("ef\n", archive.ReadString(line, static_cast<UINT>(-7)));
-        EXPECT_STREQ("g", archive.ReadString(line, 7));
-        EXPECT_EQ(nullptr, archive.ReadString(line, 7));
-    }));
+                  char line[8];
+                  EXPECT_STREQ("ab", archive.ReadString(line, 2));
+                  EXPECT_STREQ("cd", archive.ReadString(line, 7));
+                  EXPECT_STREQ("ef\n", archive.ReadString(line, static_cast<UINT>(-7)));
+                  EXPECT_STREQ("g", archive.ReadString(line, 7));
+                  EXPECT_EQ(nullptr, archive.ReadString(line, 7));
+              }));
     EXPECT_EQ("ab\n", Stored([](CArchive& archive) { archive.WriteString("ab\n"); }));
 }
 
 TEST(Archive, WideTextIsConverted)
 {
-    EXPECT_EQ("", Load("\xFF\xFE\xFF\x02" "a\0\xE9\0"s, [](CArchive& archive) {
-        CString text;
-        archive >> text;
-        EXPECT_EQ(CString(u"a\u00E9"_w), text);
-        EXPECT_EQ(2, text.GetLength());
-    }));
+    EXPECT_EQ("", Load("\xFF\xFE\xFF\x02"
+                       "a\0\xE9\0"s,
+                       [](CArchive& archive) {
+                           CString text;
+                           archive >> text;
+                           EXPECT_EQ(CString(u"a\u00E9"_w), text);
+                           EXPECT_EQ(2, text.GetLength());
+                       }));
 }
 
 TEST(Archive, UseAgainstTheDirectionThrows)
@@ -372,12 +397,27 @@ TEST(Archive, DamagedOneThrowsItsCauseAndLeavesNothingBehind)
         std::size_t more = 0;  // bytes that follow
     } rows[] = {
         {"short number", "\x01\x02", LoadOne<int>, CArchiveException::endOfFile},
-        {"short text", "\x05" "abc", LoadOne<CString>, CArchiveException::endOfFile},
+        {"short text",
+         "\x05"
+         "abc",
+         LoadOne<CString>, CArchiveException::endOfFile},
         {"short text length", "\xFF\x01", LoadOne<CString>, CArchiveException::endOfFile},
-        {"hostile text length", "\xFF\xFF\xFF\xFF\xFF\xFF\xFF" "abc", LoadOne<CString>, CArchiveException::endOfFile},
-        {"hostile wide length", "\xFF\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF\x3F" "abc", LoadOne<CString>, CArchiveException::endOfFile},
-        {"two wide markers", "\xFF\xFE\xFF\xFF\xFE\xFF" "abc", LoadOne<CString>, CArchiveException::badIndex},
-        {"hostile numbers", "\xFF\xFF\xFE\xFF\xFF\x7F" "abc", LoadCollection<CDWordArray>, CArchiveException::endOfFile},
+        {"hostile text length",
+         "\xFF\xFF\xFF\xFF\xFF\xFF\xFF"
+         "abc",
+         LoadOne<CString>, CArchiveException::endOfFile},
+        {"hostile wide length",
+         "\xFF\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF\x3F"
+         "abc",
+         LoadOne<CString>, CArchiveException::endOfFile},
+        {"two wide markers",
+         "\xFF\xFE\xFF\xFF\xFE\xFF"
+         "abc",
+         LoadOne<CString>, CArchiveException::badIndex},
+        {"hostile numbers",
+         "\xFF\xFF\xFE\xFF\xFF\x7F"
+         "abc",
+         LoadCollection<CDWordArray>, CArchiveException::endOfFile},
         {"hostile texts", "\xFF\xFF\xFF\xFF\xFF\xFF", LoadCollection<CStringArray>, CArchiveException::endOfFile},
         {"hostile map", "\xFF\xFF\xFF\xFF\xFF\x00"s, LoadCollection<CMapStringToString>, CArchiveException::endOfFile},
         {"short numbers", "\x03\0\x01\x02\x03\x04\x05"s, LoadCollection<CDWordArray>, CArchiveException::endOfFile},
@@ -437,7 +477,7 @@ TEST(Archive, RandomlyDamagedArchivesNeverBreakTheProcess)
             loadedTexts.Serialize(archive);
         });
         // The damage may have cut links: what is alive beside our own nodes was loaded.
-        for (const std::set<CTestNode*> living = CTestNode::living; CTestNode* node : living) {
+        for (const std::set<CTestNode*> living = CTestNode::living; CTestNode * node : living) {
             if (node < std::begin(nodes) || node >= std::end(nodes))
                 delete node;
         }

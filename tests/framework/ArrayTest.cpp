@@ -47,10 +47,13 @@ struct Counted
 
 TEST(Array, AddToAFullBlockGrowsByTheStep)
 {
-    const struct { const char* name; int size, growBy, grownTo; } rows[] = {
-        {"automatic, at least 4", 8, 0, 12}, {"automatic, an eighth", 40, 0, 45},
-        {"automatic, an eighth rounded down", 47, 0, 52}, {"automatic, at most 1024", 16000, 0, 17024},
-        {"own step", 10, 100, 110}, {"own step of one", 100, 1, 101},
+    const struct
+    {
+        const char* name;
+        int size, growBy, grownTo;
+    } rows[] = {
+        {"automatic, at least 4", 8, 0, 12},          {"automatic, an eighth", 40, 0, 45}, {"automatic, an eighth rounded down", 47, 0, 52},
+        {"automatic, at most 1024", 16000, 0, 17024}, {"own step", 10, 100, 110},          {"own step of one", 100, 1, 101},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -131,7 +134,10 @@ TEST(Array, MisuseThrowsInvalidArgumentAndChangesNothing)
 
 TEST(Array, BlockThatCannotBeHadThrowsMemoryException)
 {
-    struct Large { char bytes[1LL << 33]; };
+    struct Large
+    {
+        char bytes[1LL << 33];
+    };
     CArray<Large, const Large&> array;
     EXPECT_EQ("CMemoryException", Thrown([&] { array.SetSize(INT_MAX); }));
     EXPECT_EQ(0, array.GetSize());
@@ -206,7 +212,10 @@ TEST(Array, RandomChangesMatchAVector)
             const int index = random.Between(0, size), count = random.Between(1, 5);
             switch (random.Between(0, 6)) {
             case 0:
-            case 1: EXPECT_EQ(size, array.Add(value)); model.push_back(value); break;
+            case 1:
+                EXPECT_EQ(size, array.Add(value));
+                model.push_back(value);
+                break;
             case 2:
                 array.InsertAt(index, value, count);
                 model.insert(model.begin() + index, static_cast<std::size_t>(count), value);
@@ -217,13 +226,18 @@ TEST(Array, RandomChangesMatchAVector)
                 model.erase(model.begin() + index, model.begin() + index + removed);
                 break;
             }
-            case 4: array.SetSize(index); model.resize(static_cast<std::size_t>(index)); break;
+            case 4:
+                array.SetSize(index);
+                model.resize(static_cast<std::size_t>(index));
+                break;
             case 5:
                 array.SetAtGrow(index + 1, value);
                 model.resize(std::max(model.size(), static_cast<std::size_t>(index) + 2));
                 model[static_cast<std::size_t>(index) + 1] = value;
                 break;
-            case 6: array.FreeExtra(); break;
+            case 6:
+                array.FreeExtra();
+                break;
             }
             ASSERT_EQ(model, array.Values());
         }

@@ -45,10 +45,18 @@ TEST(Dialog, ModalOneRunsToItsEnd)
     QuietApp app;
     CWnd owner;
     ASSERT_TRUE(owner.CreateEx(0, AfxRegisterWndClass(0), "owner", WS_POPUP, CRect(0, 0, 50, 50), nullptr, 0));
-    struct Row { const char* name; void (*onInit)(Recorded&); int failures; INT_PTR result; const char* steps; };
+    struct Row
+    {
+        const char* name;
+        void (*onInit)(Recorded&);
+        int failures;
+        INT_PTR result;
+        const char* steps;
+    };
     const Row rows[] = {
         {"Ok", [](Recorded& dialog) { dialog.PostMessage(WM_COMMAND, IDOK); }, 0, IDOK, "load init(modal) ok save [gone]"},
-        {"OkFailsOnce", [](Recorded& dialog) {
+        {"OkFailsOnce",
+         [](Recorded& dialog) {
              dialog.PostMessage(WM_COMMAND, IDOK);
              dialog.PostMessage(WM_COMMAND, IDOK);
          },

@@ -42,9 +42,9 @@ struct Question
     const char* name;
     bool modified;
     int answer;
-    bool hasPath;    ///< Saved before.
-    bool readOnly;   ///< The file is.
-    bool chooses;    ///< The user chooses a name when asked.
+    bool hasPath;   ///< Saved before.
+    bool readOnly;  ///< The file is.
+    bool chooses;   ///< The user chooses a name when asked.
     bool goesOn, saved;
     const char* steps;
 };
@@ -141,18 +141,20 @@ TEST_P(DocumentQuestion, AsksAndSavesOnlyAsTold)
     note->SetModifiedFlag(FALSE);
 }
 
-INSTANTIATE_TEST_SUITE_P(, DocumentQuestion, testing::Values(
-        Question{"Unchanged", false, IDCANCEL, false, false, false, true, false, "save?(note)"},
-        Question{"Cancel", true, IDCANCEL, true, false, false, false, false, "save?(old.note) ask[Save changes to old.note?]"},
-        Question{"NoBox", true, 0, true, false, false, false, false, "save?(old.note) ask[Save changes to old.note?]"},
-        Question{"No", true, IDNO, true, false, false, true, false, "save?(old.note) ask[Save changes to old.note?]"},
-        Question{"Yes", true, IDYES, true, false, false, true, true, "save?(old.note) ask[Save changes to old.note?] store(old.note)"},
-        Question{"YesUnnamed", true, IDYES, false, false, true, true, true,
-                 "save?(note) ask[Save changes to note?] choose[note.note] store(note)"},
-        Question{"YesButGivesUp", true, IDYES, false, false, false, false, false,
-                 "save?(note) ask[Save changes to note?] choose[note.note]"},
-        Question{"YesReadOnly", true, IDYES, true, true, true, true, true,
-                 "save?(old.note) ask[Save changes to old.note?] choose[PATH] store(old.note)"}),
+INSTANTIATE_TEST_SUITE_P(
+    , DocumentQuestion,
+    testing::Values(Question{"Unchanged", false, IDCANCEL, false, false, false, true, false, "save?(note)"},
+                    Question{"Cancel", true, IDCANCEL, true, false, false, false, false, "save?(old.note) ask[Save changes to old.note?]"},
+                    Question{"NoBox", true, 0, true, false, false, false, false, "save?(old.note) ask[Save changes to old.note?]"},
+                    Question{"No", true, IDNO, true, false, false, true, false, "save?(old.note) ask[Save changes to old.note?]"},
+                    Question{"Yes", true, IDYES, true, false, false, true, true,
+                             "save?(old.note) ask[Save changes to old.note?] store(old.note)"},
+                    Question{"YesUnnamed", true, IDYES, false, false, true, true, true,
+                             "save?(note) ask[Save changes to note?] choose[note.note] store(note)"},
+                    Question{"YesButGivesUp", true, IDYES, false, false, false, false, false,
+                             "save?(note) ask[Save changes to note?] choose[note.note]"},
+                    Question{"YesReadOnly", true, IDYES, true, true, true, true, true,
+                             "save?(old.note) ask[Save changes to old.note?] choose[PATH] store(old.note)"}),
     RowName);
 
 TEST_F(Document, FailuresKeepWhatCanBeKept)
@@ -297,7 +299,12 @@ TEST_F(Document, KindsOfFilesAreKnownByExtension)
 
 TEST(WinApp, CommandLineDecidesHowItStarts)
 {
-    struct { CCommandLineInfo::Command command; BOOL goesOn; int show; } const rows[] = {
+    struct
+    {
+        CCommandLineInfo::Command command;
+        BOOL goesOn;
+        int show;
+    } const rows[] = {
         {CCommandLineInfo::FileNothing, TRUE, SW_SHOWNORMAL},  {CCommandLineInfo::FileDDE, TRUE, SW_HIDE},
         {CCommandLineInfo::AppRegister, FALSE, SW_SHOWNORMAL}, {CCommandLineInfo::AppUnregister, FALSE, SW_SHOWNORMAL},
         {CCommandLineInfo::FilePrint, FALSE, SW_HIDE},

@@ -102,11 +102,21 @@ TEST(Exceptions, FileExceptionCarriesCauseErrorAndName)
 TEST(Exceptions, CausesOfErrors)
 {
     const std::pair<LONG, int> rows[] = {
-        {0, CFileException::none}, {2, CFileException::fileNotFound}, {3, CFileException::badPath},
-        {4, CFileException::tooManyOpenFiles}, {5, CFileException::accessDenied}, {6, CFileException::invalidFile},
-        {16, CFileException::removeCurrentDir}, {25, CFileException::badSeek}, {30, CFileException::hardIO},
-        {32, CFileException::sharingViolation}, {33, CFileException::lockViolation}, {38, CFileException::endOfFile},
-        {112, CFileException::diskFull}, {123, CFileException::badPath}, {9999, CFileException::genericException},
+        {0, CFileException::none},
+        {2, CFileException::fileNotFound},
+        {3, CFileException::badPath},
+        {4, CFileException::tooManyOpenFiles},
+        {5, CFileException::accessDenied},
+        {6, CFileException::invalidFile},
+        {16, CFileException::removeCurrentDir},
+        {25, CFileException::badSeek},
+        {30, CFileException::hardIO},
+        {32, CFileException::sharingViolation},
+        {33, CFileException::lockViolation},
+        {38, CFileException::endOfFile},
+        {112, CFileException::diskFull},
+        {123, CFileException::badPath},
+        {9999, CFileException::genericException},
     };
     for (const auto& [error, cause] : rows)
         EXPECT_EQ(cause, CFileException::OsErrorToException(error)) << error;

@@ -25,8 +25,16 @@ std::string Contents(CFile& file)
 TEST(File, OpenCreatesTruncatesOrKeeps)
 {
     // contents: after opening.
-    const struct { const char* name; bool exists; UINT flags; bool opens; const char* contents; } rows[] = {
-        {"read missing", false, CFile::modeRead, false, ""}, {"write missing", false, CFile::modeWrite, false, ""},
+    const struct
+    {
+        const char* name;
+        bool exists;
+        UINT flags;
+        bool opens;
+        const char* contents;
+    } rows[] = {
+        {"read missing", false, CFile::modeRead, false, ""},
+        {"write missing", false, CFile::modeWrite, false, ""},
         {"write keeps", true, CFile::modeWrite, true, "old"},
         {"create missing", false, CFile::modeCreate | CFile::modeWrite, true, ""},
         {"create empties", true, CFile::modeCreate | CFile::modeReadWrite, true, ""},
@@ -58,7 +66,12 @@ TEST(File, OpenCreatesTruncatesOrKeeps)
 
 TEST(File, SharingDeniesWhatTheFlagsSay)
 {
-    const struct { const char* name; UINT first, second; bool opens; } rows[] = {
+    const struct
+    {
+        const char* name;
+        UINT first, second;
+        bool opens;
+    } rows[] = {
         {"compat is exclusive", CFile::modeRead, CFile::modeRead | CFile::shareDenyNone, false},
         {"exclusive", CFile::modeRead | CFile::shareExclusive, CFile::modeRead | CFile::shareDenyNone, false},
         {"deny write lets read", CFile::modeRead | CFile::shareDenyWrite, CFile::modeRead | CFile::shareDenyNone, true},
@@ -176,9 +189,17 @@ TEST(File, DuplicatesShareOnePositionAndHandlesFromOutsideStayOpen)
 
 TEST(File, NamesAreCutFromThePath)
 {
-    const struct { const char* path; const char* fileName; const char* title; } rows[] = {
-        {"C:\\folder.old\\data.tar.gz", "data.tar.gz", "data.tar"}, {"C:\\folder.old\\data", "data", "data"},
-        {"/tmp/a.b/c.d", "c.d", "c"}, {"C:name.txt", "name.txt", "name"}, {"", "", ""},
+    const struct
+    {
+        const char* path;
+        const char* fileName;
+        const char* title;
+    } rows[] = {
+        {"C:\\folder.old\\data.tar.gz", "data.tar.gz", "data.tar"},
+        {"C:\\folder.old\\data", "data", "data"},
+        {"/tmp/a.b/c.d", "c.d", "c"},
+        {"C:name.txt", "name.txt", "name"},
+        {"", "", ""},
     };
     for (const auto& row : rows) {
         CFile file;
@@ -243,7 +264,10 @@ TEST(MemFile, RandomUseMatchesAText)
                     model.replace(position, bytes.size(), bytes);
                 }
                 break;
-            case 1: file.SetLength(position); model.resize(position); break;
+            case 1:
+                file.SetLength(position);
+                model.resize(position);
+                break;
             case 2: {
                 char read[64];
                 const UINT count = file.Read(read, 50);

@@ -196,9 +196,18 @@ TEST_F(Frame, IdleTimeUpdatesEveryVisibleFrameOnce)
 
 TEST_F(Frame, TitleFollowsStyleDocumentAndNumber)
 {
-    struct { DWORD style; int number; BOOL add; const char* title; } const rows[] = {
-        {FWS_ADDTOTITLE | FWS_PREFIXTITLE, 0, TRUE, "note - Pad"}, {FWS_ADDTOTITLE | FWS_PREFIXTITLE, 2, TRUE, "note:2 - Pad"},
-        {FWS_ADDTOTITLE, 2, TRUE, "Pad - note:2"},                 {FWS_ADDTOTITLE, 2, FALSE, "Pad"}, {0, 2, TRUE, "unchanged"},
+    struct
+    {
+        DWORD style;
+        int number;
+        BOOL add;
+        const char* title;
+    } const rows[] = {
+        {FWS_ADDTOTITLE | FWS_PREFIXTITLE, 0, TRUE, "note - Pad"},
+        {FWS_ADDTOTITLE | FWS_PREFIXTITLE, 2, TRUE, "note:2 - Pad"},
+        {FWS_ADDTOTITLE, 2, TRUE, "Pad - note:2"},
+        {FWS_ADDTOTITLE, 2, FALSE, "Pad"},
+        {0, 2, TRUE, "unchanged"},
     };
     for (const auto& row : rows) {
         m_frame->ModifyStyle(FWS_ADDTOTITLE | FWS_PREFIXTITLE, row.style);
@@ -260,7 +269,14 @@ TEST_F(Frame, EndOfSessionAsksAndClosesThroughTheMainWindow)
 
 TEST(ExtractSubString, TakesPartsByNumber)
 {
-    struct { const char* full; int index; char separator; BOOL found; const char* part; } const rows[] = {
+    struct
+    {
+        const char* full;
+        int index;
+        char separator;
+        BOOL found;
+        const char* part;
+    } const rows[] = {
         {"a\nbc\n", 0, '\n', TRUE, "a"}, {"a\nbc\n", 1, '\n', TRUE, "bc"}, {"a\nbc\n", 2, '\n', TRUE, ""},
         {"a\nbc\n", 3, '\n', FALSE, ""}, {"a;b", 1, ';', TRUE, "b"},       {"a;b", 0, '\n', TRUE, "a;b"},
         {"", 0, '\n', TRUE, ""},         {nullptr, 0, '\n', FALSE, ""},    {"a", -1, '\n', FALSE, ""},

@@ -99,8 +99,14 @@ TEST(List, RandomChangesMatchAStandardList)
         const int size = static_cast<int>(model.size()), index = random.Between(0, size);
         const auto place = std::next(model.begin(), index);
         switch (random.Between(0, 5)) {
-        case 0: list.AddHead(value.c_str()); model.push_front(value); break;
-        case 1: list.AddTail(value.c_str()); model.push_back(value); break;
+        case 0:
+            list.AddHead(value.c_str());
+            model.push_front(value);
+            break;
+        case 1:
+            list.AddTail(value.c_str());
+            model.push_back(value);
+            break;
         case 2:
             if (index < size) {
                 list.InsertBefore(list.FindIndex(index), value.c_str());

@@ -12,7 +12,11 @@ using namespace kelgen::test;
 namespace {
 
 /// Keys compared by both parts, hashed by the first alone.
-struct PairKey { const void* owner; int id; };
+struct PairKey
+{
+    const void* owner;
+    int id;
+};
 
 template <class MAP>
 std::vector<int> KeysInOrder(const MAP& map)

@@ -23,8 +23,8 @@ protected:
 };
 
 BEGIN_MESSAGE_MAP(Target, CCmdTarget)
-    ON_UPDATE_COMMAND_UI(1, &Target::OnUpdateOne)
-    ON_COMMAND(2, &Target::OnTwo)
+ON_UPDATE_COMMAND_UI(1, &Target::OnUpdateOne)
+ON_COMMAND(2, &Target::OnTwo)
 END_MESSAGE_MAP()
 
 /// Records what is known while its menu is shown, and closes the menu.
@@ -42,7 +42,7 @@ protected:
 };
 
 BEGIN_MESSAGE_MAP(MenuWnd, RecordedWnd)
-    ON_WM_INITMENUPOPUP()
+ON_WM_INITMENUPOPUP()
 END_MESSAGE_MAP()
 
 std::string ItemsOf(const CMenu& menu)

@@ -46,10 +46,7 @@ protected:
     void OnSysCommand(UINT id, LPARAM lParam) { Record("sys", id, lParam); }
     void OnMenuSelect(UINT item, UINT flags, HMENU menu) { Record("select", item, flags, menu != nullptr); }
     void OnShowWindow(BOOL show, UINT status) { Record("show", show, status); }
-    void OnMDIActivate(BOOL activate, CWnd* activated, CWnd* deactivated)
-    {
-        Record("mdi", activate, Name(activated), Name(deactivated));
-    }
+    void OnMDIActivate(BOOL activate, CWnd* activated, CWnd* deactivated) { Record("mdi", activate, Name(activated), Name(deactivated)); }
     HBRUSH OnCtlColor(CDC*, CWnd* control, UINT kind)
     {
         Record("color", Name(control), kind);
@@ -65,28 +62,28 @@ protected:
 };
 
 BEGIN_MESSAGE_MAP(MappedWnd, RecordedWnd)
-    ON_WM_SIZE()
-    ON_WM_MOVE()
-    ON_WM_TIMER()
-    ON_WM_ACTIVATE()
-    ON_WM_KEYDOWN()
-    ON_WM_MOUSEMOVE()
-    ON_WM_MOUSEWHEEL()
-    ON_WM_SETCURSOR()
-    ON_WM_NCHITTEST()
-    ON_WM_HSCROLL()
-    ON_WM_SYSCOMMAND()
-    ON_WM_MENUSELECT()
-    ON_WM_SHOWWINDOW()
-    ON_WM_MDIACTIVATE()
-    ON_WM_CTLCOLOR()
-    ON_WM_QUERYENDSESSION()
-    ON_WM_PARENTNOTIFY()
-    ON_WM_DESTROY()
-    ON_WM_NCDESTROY()
-    ON_MESSAGE(WM_APP + 0x100, &MappedWnd::OnNumbered)
-    ON_MESSAGE(WM_APP + 0x101, &MappedWnd::OnNarrow)
-    ON_REGISTERED_MESSAGE(registeredMessage, &MappedWnd::OnRegistered)
+ON_WM_SIZE()
+ON_WM_MOVE()
+ON_WM_TIMER()
+ON_WM_ACTIVATE()
+ON_WM_KEYDOWN()
+ON_WM_MOUSEMOVE()
+ON_WM_MOUSEWHEEL()
+ON_WM_SETCURSOR()
+ON_WM_NCHITTEST()
+ON_WM_HSCROLL()
+ON_WM_SYSCOMMAND()
+ON_WM_MENUSELECT()
+ON_WM_SHOWWINDOW()
+ON_WM_MDIACTIVATE()
+ON_WM_CTLCOLOR()
+ON_WM_QUERYENDSESSION()
+ON_WM_PARENTNOTIFY()
+ON_WM_DESTROY()
+ON_WM_NCDESTROY()
+ON_MESSAGE(WM_APP + 0x100, &MappedWnd::OnNumbered)
+ON_MESSAGE(WM_APP + 0x101, &MappedWnd::OnNarrow)
+ON_REGISTERED_MESSAGE(registeredMessage, &MappedWnd::OnRegistered)
 END_MESSAGE_MAP()
 
 /// Answers commands and updates; the base class below is asked second.
@@ -119,16 +116,16 @@ protected:
 };
 
 BEGIN_MESSAGE_MAP(CommandWnd, RecordedWnd)
-    ON_COMMAND(10, &CommandWnd::OnOne)
-    ON_COMMAND_RANGE(10, 14, &CommandWnd::OnRange)
-    ON_COMMAND_EX(20, &CommandWnd::OnMaybe)
-    ON_COMMAND_EX_RANGE(21, 22, &CommandWnd::OnMaybe)
-    ON_EN_CHANGE(30, &CommandWnd::OnChange)
-    ON_CONTROL_RANGE(EN_CHANGE, 31, 33, &CommandWnd::OnChangeRange)
-    ON_NOTIFY(-5, 40, &CommandWnd::OnTree)
-    ON_NOTIFY_EX_RANGE(-5, 41, 42, &CommandWnd::OnTreeEx)
-    ON_UPDATE_COMMAND_UI(10, &CommandWnd::OnUpdateOne)
-    ON_UPDATE_COMMAND_UI_RANGE(11, 12, &CommandWnd::OnUpdateRange)
+ON_COMMAND(10, &CommandWnd::OnOne)
+ON_COMMAND_RANGE(10, 14, &CommandWnd::OnRange)
+ON_COMMAND_EX(20, &CommandWnd::OnMaybe)
+ON_COMMAND_EX_RANGE(21, 22, &CommandWnd::OnMaybe)
+ON_EN_CHANGE(30, &CommandWnd::OnChange)
+ON_CONTROL_RANGE(EN_CHANGE, 31, 33, &CommandWnd::OnChangeRange)
+ON_NOTIFY(-5, 40, &CommandWnd::OnTree)
+ON_NOTIFY_EX_RANGE(-5, 41, 42, &CommandWnd::OnTreeEx)
+ON_UPDATE_COMMAND_UI(10, &CommandWnd::OnUpdateOne)
+ON_UPDATE_COMMAND_UI_RANGE(11, 12, &CommandWnd::OnUpdateRange)
 END_MESSAGE_MAP()
 
 /// A control that handles some of its own notifications, and says what it is.
@@ -155,14 +152,21 @@ protected:
 };
 
 BEGIN_MESSAGE_MAP(ReflectingWnd, RecordedWnd)
-    ON_CONTROL_REFLECT(EN_CHANGE, &ReflectingWnd::OnChanged)
-    ON_CONTROL_REFLECT_EX(EN_UPDATE, &ReflectingWnd::OnMaybeUpdated)
-    ON_NOTIFY_REFLECT(-5, &ReflectingWnd::OnOwnNotify)
-    ON_WM_CTLCOLOR_REFLECT()
-    ON_WM_GETDLGCODE()
+ON_CONTROL_REFLECT(EN_CHANGE, &ReflectingWnd::OnChanged)
+ON_CONTROL_REFLECT_EX(EN_UPDATE, &ReflectingWnd::OnMaybeUpdated)
+ON_NOTIFY_REFLECT(-5, &ReflectingWnd::OnOwnNotify)
+ON_WM_CTLCOLOR_REFLECT()
+ON_WM_GETDLGCODE()
 END_MESSAGE_MAP()
 
-struct Sent { UINT message; WPARAM wParam; LPARAM lParam; LRESULT result; const char* steps; };
+struct Sent
+{
+    UINT message;
+    WPARAM wParam;
+    LPARAM lParam;
+    LRESULT result;
+    const char* steps;
+};
 
 }  // namespace
 
@@ -178,22 +182,29 @@ TEST(MessageMap, HandlersAreGivenTheirOwnParameters)
     HMENU const menu = CreatePopupMenu();
 
     const Sent rows[] = {
-        {WM_SIZE, SIZE_MAXIMIZED, MAKELPARAM(0xFFF0, 4), 0, "size(2,65520,4)"}, {WM_MOVE, 0, point, 0, "move(-7,9)"},
-        {WM_TIMER, 55, 0, 0, "timer(55)"}, {WM_ACTIVATE, MAKEWPARAM(WA_CLICKACTIVE, 1), handle, 0, "activate(2,child,1)"},
+        {WM_SIZE, SIZE_MAXIMIZED, MAKELPARAM(0xFFF0, 4), 0, "size(2,65520,4)"},
+        {WM_MOVE, 0, point, 0, "move(-7,9)"},
+        {WM_TIMER, 55, 0, 0, "timer(55)"},
+        {WM_ACTIVATE, MAKEWPARAM(WA_CLICKACTIVE, 1), handle, 0, "activate(2,child,1)"},
         {WM_ACTIVATE, WA_INACTIVE, 0, 0, "activate(0,none,0)"},
         {WM_KEYDOWN, VK_RETURN, MAKELPARAM(3, 0x401C), 0, "key(13,3,16412)"},
         {WM_MOUSEMOVE, MK_LBUTTON, point, 0, "mouse(1,-7,9)"},
         {WM_MOUSEWHEEL, MAKEWPARAM(MK_SHIFT, -120), point, 1, "wheel(4,-120,-7)"},
         {WM_SETCURSOR, wide, MAKELPARAM(HTCLIENT, WM_MOUSEMOVE), 1, "cursor(child,1,512)"},
-        {WM_NCHITTEST, 0, point, HTCAPTION, "hit(-7,9)"}, {WM_HSCROLL, MAKEWPARAM(4, 12), handle, 0, "scroll(4,12,child)"},
+        {WM_NCHITTEST, 0, point, HTCAPTION, "hit(-7,9)"},
+        {WM_HSCROLL, MAKEWPARAM(4, 12), handle, 0, "scroll(4,12,child)"},
         {WM_SYSCOMMAND, 0xF060, 17, 0, "sys(61536,17)"},
         {WM_MENUSELECT, MAKEWPARAM(6, 0x80), reinterpret_cast<LPARAM>(menu), 0, "select(6,128,1)"},
         {WM_SHOWWINDOW, TRUE, SW_PARENTOPENING, 0, "show(1,3)"},
         {WM_MDIACTIVATE, wide, reinterpret_cast<LPARAM>(window.m_hWnd), 0, "mdi(1,w,child)"},
-        {WM_MDIACTIVATE, 0, handle, 0, "mdi(0,child,none)"}, {WM_CTLCOLOREDIT, 0, handle, 99, "color(child,1)"},
-        {WM_CTLCOLORSTATIC, 0, handle, 99, "color(child,6)"}, {WM_QUERYENDSESSION, 0, 0, 0, "session()"},
-        {WM_PARENTNOTIFY, MAKEWPARAM(WM_CREATE, 3), 5, 0, "notify(196609,5)"}, {WM_APP + 0x100, 21, -22, 11, "numbered(21,-22)"},
-        {WM_APP + 0x101, static_cast<WPARAM>(-1), 0, 12, "narrow(4294967295)"}, {registeredMessage, 0, 0, 13, ""},
+        {WM_MDIACTIVATE, 0, handle, 0, "mdi(0,child,none)"},
+        {WM_CTLCOLOREDIT, 0, handle, 99, "color(child,1)"},
+        {WM_CTLCOLORSTATIC, 0, handle, 99, "color(child,6)"},
+        {WM_QUERYENDSESSION, 0, 0, 0, "session()"},
+        {WM_PARENTNOTIFY, MAKEWPARAM(WM_CREATE, 3), 5, 0, "notify(196609,5)"},
+        {WM_APP + 0x100, 21, -22, 11, "numbered(21,-22)"},
+        {WM_APP + 0x101, static_cast<WPARAM>(-1), 0, 12, "narrow(4294967295)"},
+        {registeredMessage, 0, 0, 13, ""},
         {WM_APP + 0x102, 0, 0, 0, ""},
     };
     for (const Sent& row : rows) {
@@ -221,12 +232,25 @@ TEST(MessageMap, FirstEntryDecidesAndCommandsMayPass)
     notification.hwndFrom = child;
     notification.code = static_cast<UINT>(-5);
 
-    struct Command { UINT id; WORD code; LPARAM control; BOOL handled; const char* steps; };
+    struct Command
+    {
+        UINT id;
+        WORD code;
+        LPARAM control;
+        BOOL handled;
+        const char* steps;
+    };
     for (const Command& row : {
-             Command{10, 0, 0, TRUE, "one()"}, Command{11, 1, 0, TRUE, "update(11) range(11)"},
-             Command{14, 0, 0, TRUE, "range(14)"}, Command{15, 0, 0, FALSE, ""}, Command{20, 0, 0, FALSE, "maybe(20)"},
-             Command{21, 0, 0, TRUE, "maybe(21)"}, Command{0, 0, 0, FALSE, ""}, Command{30, EN_CHANGE, control, TRUE, "change()"},
-             Command{32, EN_CHANGE, control, TRUE, "change-range(32)"}, Command{30, EN_UPDATE, control, FALSE, ""},
+             Command{10, 0, 0, TRUE, "one()"},
+             Command{11, 1, 0, TRUE, "update(11) range(11)"},
+             Command{14, 0, 0, TRUE, "range(14)"},
+             Command{15, 0, 0, FALSE, ""},
+             Command{20, 0, 0, FALSE, "maybe(20)"},
+             Command{21, 0, 0, TRUE, "maybe(21)"},
+             Command{0, 0, 0, FALSE, ""},
+             Command{30, EN_CHANGE, control, TRUE, "change()"},
+             Command{32, EN_CHANGE, control, TRUE, "change-range(32)"},
+             Command{30, EN_UPDATE, control, FALSE, ""},
              Command{10, BN_CLICKED, control, TRUE, "one()"},
          }) {
         EXPECT_EQ(row.handled, window.OnCommand(MAKEWPARAM(row.id, row.code), row.control)) << row.id << ' ' << row.steps;

@@ -54,14 +54,25 @@ TEST(ModuleState, ProgramAndLibrariesEachHaveTheirOwn)
 
 TEST(ModuleState, ResourcesAreFoundInTheOrderOfTheModules)
 {
-    const struct { const char* name; bool systemState, systemExtension; UINT id; const char* expected; } rows[] = {
-        {"program first", false, false, 101, "shared, program"}, {"program only", false, false, 100, "program"},
-        {"extension", false, false, 200, "extension"}, {"extension before language", false, false, 201, "extension or language"},
+    const struct
+    {
+        const char* name;
+        bool systemState, systemExtension;
+        UINT id;
+        const char* expected;
+    } rows[] = {
+        {"program first", false, false, 101, "shared, program"},
+        {"program only", false, false, 100, "program"},
+        {"extension", false, false, 200, "extension"},
+        {"extension before language", false, false, 201, "extension or language"},
         {"language before system extension", false, true, 201, "extension or language, language"},
-        {"system extension last", false, true, 200, "extension"}, {"language", false, true, 300, "language"},
+        {"system extension last", false, true, 200, "extension"},
+        {"language", false, true, 300, "language"},
         {"extension before system state", true, false, 101, "shared, extension"},
-        {"language before system state", true, true, 101, "shared, language"}, {"system state", true, true, 100, "program"},
-        {"no block", false, false, 4711, "unchanged"}, {"no text in block", false, false, 105, "unchanged"},
+        {"language before system state", true, true, 101, "shared, language"},
+        {"system state", true, true, 100, "program"},
+        {"no block", false, false, 4711, "unchanged"},
+        {"no text in block", false, false, 105, "unchanged"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);

@@ -13,22 +13,22 @@ IMPLEMENT_DYNCREATE(DeskFrame, CMDIFrameWnd)
 IMPLEMENT_DYNCREATE(NoteChild, CMDIChildWnd)
 
 BEGIN_MESSAGE_MAP(Note, CDocument)
-    ON_COMMAND(kShared, &Note::OnShared)
-    ON_COMMAND(kStamp, &Note::OnStamp)
-    ON_COMMAND(kLocked, &Note::OnStamp)
-    ON_UPDATE_COMMAND_UI(kLocked, &Note::OnUpdateLocked)
-    ON_UPDATE_COMMAND_UI(kTicked, &Note::OnUpdateTicked)
+ON_COMMAND(kShared, &Note::OnShared)
+ON_COMMAND(kStamp, &Note::OnStamp)
+ON_COMMAND(kLocked, &Note::OnStamp)
+ON_UPDATE_COMMAND_UI(kLocked, &Note::OnUpdateLocked)
+ON_UPDATE_COMMAND_UI(kTicked, &Note::OnUpdateTicked)
 END_MESSAGE_MAP()
 
 BEGIN_MESSAGE_MAP(NoteView, CView)
-    ON_MESSAGE(WM_IDLEUPDATECMDUI, &NoteView::OnIdleUpdate)
-    ON_COMMAND(kShared, &NoteView::OnShared)
+ON_MESSAGE(WM_IDLEUPDATECMDUI, &NoteView::OnIdleUpdate)
+ON_COMMAND(kShared, &NoteView::OnShared)
 END_MESSAGE_MAP()
 
 BEGIN_MESSAGE_MAP(NotesApp, CWinApp)
-    ON_COMMAND(ID_FILE_NEW, &NotesApp::OnFileNew)
-    ON_COMMAND(ID_FILE_OPEN, &NotesApp::OnFileOpen)
-    ON_COMMAND(kShared, &NotesApp::OnShared)
+ON_COMMAND(ID_FILE_NEW, &NotesApp::OnFileNew)
+ON_COMMAND(ID_FILE_OPEN, &NotesApp::OnFileOpen)
+ON_COMMAND(kShared, &NotesApp::OnShared)
 END_MESSAGE_MAP()
 
 bool Note::refuseNew = false;
@@ -96,7 +96,8 @@ CMultiDocTemplate* NotesApp::AddMulti()
 
 BOOL NotesApp::DoPromptFileName(CString& fileName, UINT titleId, DWORD, BOOL openFile, CDocTemplate* docTemplate)
 {
-    const bool right = titleId == static_cast<UINT>(openFile ? AFX_IDS_OPENFILE : AFX_IDS_SAVEFILE) && !openFile == (docTemplate != nullptr);
+    const bool right =
+        titleId == static_cast<UINT>(openFile ? AFX_IDS_OPENFILE : AFX_IDS_SAVEFILE) && !openFile == (docTemplate != nullptr);
     Traffic::Add((right ? "choose[" : "choose wrongly[") + std::string(fileName) + "]");
     fileName = m_path.c_str();
     return !m_path.empty();

@@ -59,14 +59,31 @@ std::string RandomBytes(Random& random, int maxLength)
 
 TEST(StdioFile, LinesEndAtLineFeeds)
 {
-    const struct { const char* name; std::string bytes; Lines text, binary; } rows[] = {
-        {"no bytes", "", {}, {}}, {"plain", "a\r\nb\r\n", {"a", "b"}, {"a\r", "b\r"}},
+    const struct
+    {
+        const char* name;
+        std::string bytes;
+        Lines text, binary;
+    } rows[] = {
+        {"no bytes", "", {}, {}},
+        {"plain", "a\r\nb\r\n", {"a", "b"}, {"a\r", "b\r"}},
         {"line feeds only", "a\n\nb\n", {"a", "", "b"}, {"a", "", "b"}},
         {"no final line end", "a\r\nb", {"a", "b"}, {"a\r", "b"}},
         {"return alone", "a\rb\r\n\r", {"a\rb", "\r"}, {"a\rb\r", "\r"}},
         {"two returns", "a\r\r\nb", {"a\r", "b"}, {"a\r\r", "b"}},
         {"zeros", "a\0b\r\n\0\n"s, {"a\0b"s, "\0"s}, {"a\0b\r"s, "\0"s}},
-        {"end of text", "a\nb\x1A" "c\n", {"a", "b"}, {"a", "b\x1A" "c"}}, {"end of text first", "\x1A" "c\n", {}, {"\x1A" "c"}},
+        {"end of text",
+         "a\nb\x1A"
+         "c\n",
+         {"a", "b"},
+         {"a", "b\x1A"
+               "c"}},
+        {"end of text first",
+         "\x1A"
+         "c\n",
+         {},
+         {"\x1A"
+          "c"}},
         {"end of text after return", "a\r\x1A\n", {"a\r"}, {"a\r\x1A"}},
     };
     const std::string path = ScratchFile("lines.txt");
@@ -84,8 +101,8 @@ TEST(StdioFile, LinesAcrossTheBufferMatchTheModel)
     const std::string path = ScratchFile("long.txt");
     // Line ends around every place where the buffer may end.
     for (int shift = -2; shift <= 2; ++shift) {
-        const std::string bytes = std::string(static_cast<std::size_t>(64 * 1024 + shift), 'x') + "\r\ny\r\n\r" +
-                                  std::string(3 * 64 * 1024, 'z') + "\n\r\nend";
+        const std::string bytes =
+            std::string(static_cast<std::size_t>(64 * 1024 + shift), 'x') + "\r\ny\r\n\r" + std::string(3 * 64 * 1024, 'z') + "\n\r\nend";
         WriteBytes(path, bytes);
         EXPECT_EQ(Split(Translated(bytes)), ReadLines(path, CFile::typeText)) << shift;
     }
@@ -117,8 +134,8 @@ TEST(StdioFile, RandomTextReadsLikeTheModel)
         std::size_t position = 0;
         std::string buffer(limit + 1, '#');
         while (limited.ReadString(buffer.data(), static_cast<UINT>(limit))) {
-            const std::string expected = text.substr(position, std::min(text.find('\n', position), text.size() - 1) + 1 - position)
-                                             .substr(0, limit - 1);
+            const std::string expected =
+                text.substr(position, std::min(text.find('\n', position), text.size() - 1) + 1 - position).substr(0, limit - 1);
             ASSERT_EQ(expected + '\0', buffer.substr(0, expected.size() + 1));
             ASSERT_EQ('#', buffer[limit]);
             position += expected.size();

@@ -68,5 +68,7 @@ TEST(StringMultibyte, SingleBytePageHasOnlyWhatTheRuntimeKnows)
     EXPECT_EQ("x", CString("\xa0x\xa0").Trim()) << "the no-break space is white space";
     EXPECT_EQ("\xe9", CString("\xe9").MakeUpper()) << "case follows the locale";
     EXPECT_EQ(2, CString("a" SO).Find('\\'));
-    EXPECT_EQ("\\\x83" "a", CString("a" SO).MakeReverse());
+    EXPECT_EQ("\\\x83"
+              "a",
+              CString("a" SO).MakeReverse());
 }

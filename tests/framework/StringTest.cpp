@@ -31,8 +31,7 @@ TEST(String, EveryEmptyStringIsTheSame)
     CString emptied("text");
     emptied.Empty();
     const CString null(static_cast<LPCSTR>(nullptr));
-    for (const CString& string :
-         {emptied, null, CString(""), CString("abc", 0), CString('x', 0), CString("abc").Left(0), empty + ""})
+    for (const CString& string : {emptied, null, CString(""), CString("abc", 0), CString('x', 0), CString("abc").Left(0), empty + ""})
         EXPECT_EQ(empty.GetString(), string.GetString());
     EXPECT_EQ(0, empty.GetAllocLength());
 }
@@ -214,10 +213,22 @@ TEST(String, RandomUseEqualsTheStandardString)
         const std::string piece = text(6);
         const int index = random.Between(0, size), count = random.Between(0, size - index);
         switch (random.Between(0, 9)) {
-        case 0: string = ours[from]; expected = std::string(model[from]); break;
-        case 1: string += ours[from]; expected += std::string(model[from]); break;
-        case 2: string += piece.c_str(); expected += piece; break;
-        case 3: string.Insert(index, piece.c_str()); expected.insert(static_cast<std::size_t>(index), piece); break;
+        case 0:
+            string = ours[from];
+            expected = std::string(model[from]);
+            break;
+        case 1:
+            string += ours[from];
+            expected += std::string(model[from]);
+            break;
+        case 2:
+            string += piece.c_str();
+            expected += piece;
+            break;
+        case 3:
+            string.Insert(index, piece.c_str());
+            expected.insert(static_cast<std::size_t>(index), piece);
+            break;
         case 4:
             string.Delete(index, count);
             expected.erase(static_cast<std::size_t>(index), static_cast<std::size_t>(count));
@@ -226,9 +237,18 @@ TEST(String, RandomUseEqualsTheStandardString)
             string = string.Mid(index, count);
             expected = expected.substr(static_cast<std::size_t>(index), static_cast<std::size_t>(count));
             break;
-        case 6: string.Remove('a'); std::erase(expected, 'a'); break;
-        case 7: string.TrimLeft('b'); expected.erase(0, std::min(expected.find_first_not_of('b'), expected.size())); break;
-        case 8: string.TrimRight("cd"); expected.erase(expected.find_last_not_of("cd") + 1); break;
+        case 6:
+            string.Remove('a');
+            std::erase(expected, 'a');
+            break;
+        case 7:
+            string.TrimLeft('b');
+            expected.erase(0, std::min(expected.find_first_not_of('b'), expected.size()));
+            break;
+        case 8:
+            string.TrimRight("cd");
+            expected.erase(expected.find_last_not_of("cd") + 1);
+            break;
         case 9:
             if (size > 500) {
                 string.Empty();

@@ -60,8 +60,8 @@ protected:
 IMPLEMENT_DYNCREATE(RecordedThread, CWinThread)
 
 BEGIN_MESSAGE_MAP(RecordedThread, CWinThread)
-    ON_THREAD_MESSAGE(WM_APP + 1, &RecordedThread::OnFirst)
-    ON_REGISTERED_THREAD_MESSAGE(registeredMessage, &RecordedThread::OnRegistered)
+ON_THREAD_MESSAGE(WM_APP + 1, &RecordedThread::OnFirst)
+ON_REGISTERED_THREAD_MESSAGE(registeredMessage, &RecordedThread::OnRegistered)
 END_MESSAGE_MAP()
 
 DWORD WaitForEnd(CWinThread& thread)
@@ -107,9 +107,9 @@ protected:
 };
 
 BEGIN_MESSAGE_MAP(ModalWnd, RecordedWnd)
-    ON_MESSAGE(WM_KICKIDLE, &ModalWnd::OnKickIdle)
-    ON_MESSAGE(WM_APP + 5, &ModalWnd::OnEnd)
-    ON_WM_ENTERIDLE()
+ON_MESSAGE(WM_KICKIDLE, &ModalWnd::OnKickIdle)
+ON_MESSAGE(WM_APP + 5, &ModalWnd::OnEnd)
+ON_WM_ENTERIDLE()
 END_MESSAGE_MAP()
 
 /// The calling thread's object for a while, on whose queue the test works itself.
@@ -203,14 +203,19 @@ TEST(ThreadMessage, WindowsAreAskedFromTheMessagesUpToTheMainOne)
     app.m_pMainWnd = &mainWindow;
     DrainQueue();
 
-    struct Row { CWnd* to; UINT message; BOOL taken; const char* steps; };
+    struct Row
+    {
+        CWnd* to;
+        UINT message;
+        BOOL taken;
+        const char* steps;
+    };
     child.m_taken = WM_APP + 1;
     mainWindow.m_taken = WM_APP + 2;
-    for (const Row& row : {Row{&inner, WM_APP + 1, TRUE, "inner:pre child:pre"},
-                           Row{&inner, WM_APP + 2, TRUE, "inner:pre child:pre main:pre"},
-                           Row{&inner, WM_APP + 3, FALSE, "inner:pre child:pre main:pre"},
-                           Row{&other, WM_APP + 2, TRUE, "other:pre main:pre"},
-                           Row{&other, WM_APP + 3, FALSE, "other:pre main:pre"}}) {
+    for (const Row& row :
+         {Row{&inner, WM_APP + 1, TRUE, "inner:pre child:pre"}, Row{&inner, WM_APP + 2, TRUE, "inner:pre child:pre main:pre"},
+          Row{&inner, WM_APP + 3, FALSE, "inner:pre child:pre main:pre"}, Row{&other, WM_APP + 2, TRUE, "other:pre main:pre"},
+          Row{&other, WM_APP + 3, FALSE, "other:pre main:pre"}}) {
         MSG message{};
         message.hwnd = row.to->m_hWnd;
         message.message = row.message;
@@ -233,8 +238,15 @@ TEST(ThreadMessage, MovesOfTheMouseThatMoveNothingAreNotIdleWork)
         return thread.IsIdleMessage(&taken) != FALSE;
     };
     std::string text;
-    for (const auto& [message, x] : {std::pair{WM_MOUSEMOVE, 1}, {WM_MOUSEMOVE, 1}, {WM_MOUSEMOVE, 2}, {WM_NCMOUSEMOVE, 2},
-                                     {WM_NCMOUSEMOVE, 2}, {WM_PAINT, 0}, {0x0118, 0}, {WM_APP, 0}, {WM_TIMER, 0}})
+    for (const auto& [message, x] : {std::pair{WM_MOUSEMOVE, 1},
+                                     {WM_MOUSEMOVE, 1},
+                                     {WM_MOUSEMOVE, 2},
+                                     {WM_NCMOUSEMOVE, 2},
+                                     {WM_NCMOUSEMOVE, 2},
+                                     {WM_PAINT, 0},
+                                     {0x0118, 0},
+                                     {WM_APP, 0},
+                                     {WM_TIMER, 0}})
         text += idle(static_cast<UINT>(message), x) ? '1' : '0';
     EXPECT_EQ("101100011", text);
 }
@@ -328,7 +340,12 @@ TEST(ThreadMessage, ProgramRunsItsApplication)
         }
         std::string m_failing;
     };
-    struct Row { const char* failing; int exitCode; const char* steps; };
+    struct Row
+    {
+        const char* failing;
+        int exitCode;
+        const char* steps;
+    };
     AfxGetThreadState()->m_msgCur = {};
     for (const Row& row : {Row{"", 40, "application instance run exit"}, Row{"application", -1, "application"},
                            Row{"instance", 40, "application instance exit"}}) {
@@ -356,17 +373,20 @@ TEST(ThreadMessage, ClientsKeepAnApplicationThatIsNotTheUsers)
 
 TEST(CommandLineInfo, ArgumentsSayWhatToDo)
 {
-    struct Row { const char* line; int command; const char* rest; };
-    for (const Row& row : {Row{"", CCommandLineInfo::FileNew, "|||1"},
-                           Row{"  a.txt ", CCommandLineInfo::FileOpen, "a.txt|||1"},
-                           Row{R"("two words.txt")", CCommandLineInfo::FileOpen, "two words.txt|||1"},
-                           Row{R"(C:\a\\"b c" d)", CCommandLineInfo::FileOpen, R"(C:\a\b c|||1)"},
-                           Row{R"(\"quoted\")", CCommandLineInfo::FileOpen, R"("quoted"|||1)"},
-                           Row{"/p a.txt", CCommandLineInfo::FilePrint, "a.txt|||0"},
-                           Row{"-pt a printer driver port", CCommandLineInfo::FilePrintTo, "a|printer|driver|0"},
-                           Row{"/P a", CCommandLineInfo::FileOpen, "a|||1"}, Row{"/dde", CCommandLineInfo::FileDDE, "|||0"},
-                           Row{"/unregserver", CCommandLineInfo::AppUnregister, "|||0"},
-                           Row{"/Embedding", CCommandLineInfo::FileNew, "|||0"}}) {
+    struct Row
+    {
+        const char* line;
+        int command;
+        const char* rest;
+    };
+    for (const Row& row :
+         {Row{"", CCommandLineInfo::FileNew, "|||1"}, Row{"  a.txt ", CCommandLineInfo::FileOpen, "a.txt|||1"},
+          Row{R"("two words.txt")", CCommandLineInfo::FileOpen, "two words.txt|||1"},
+          Row{R"(C:\a\\"b c" d)", CCommandLineInfo::FileOpen, R"(C:\a\b c|||1)"},
+          Row{R"(\"quoted\")", CCommandLineInfo::FileOpen, R"("quoted"|||1)"}, Row{"/p a.txt", CCommandLineInfo::FilePrint, "a.txt|||0"},
+          Row{"-pt a printer driver port", CCommandLineInfo::FilePrintTo, "a|printer|driver|0"},
+          Row{"/P a", CCommandLineInfo::FileOpen, "a|||1"}, Row{"/dde", CCommandLineInfo::FileDDE, "|||0"},
+          Row{"/unregserver", CCommandLineInfo::AppUnregister, "|||0"}, Row{"/Embedding", CCommandLineInfo::FileNew, "|||0"}}) {
         QuietApp app;
         std::string line = row.line;
         app.m_lpCmdLine = line.data();
@@ -374,6 +394,7 @@ TEST(CommandLineInfo, ArgumentsSayWhatToDo)
         app.ParseCommandLine(info);
         EXPECT_EQ(row.command, info.m_nShellCommand) << row.line;
         EXPECT_EQ(std::string(row.rest), std::string(info.m_strFileName + "|" + info.m_strPrinterName + "|" + info.m_strDriverName + "|") +
-                                             (info.m_bShowSplash ? "1" : "0")) << row.line;
+                                             (info.m_bShowSplash ? "1" : "0"))
+            << row.line;
     }
 }

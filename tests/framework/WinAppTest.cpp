@@ -230,12 +230,24 @@ TEST(ProfileRegistry, ValuesOfOtherKindsAndSizesAreNotRead)
     const HKEY key = app.GetSectionKey("Section");
     ASSERT_NE(nullptr, key);
     // binary: the size; -1 when it is not read.
-    struct Row { const char* name; DWORD kind; std::string bytes; UINT number; const char* text; int binary; };
+    struct Row
+    {
+        const char* name;
+        DWORD kind;
+        std::string bytes;
+        UINT number;
+        const char* text;
+        int binary;
+    };
     const std::string dword("\x05\0\0\0", 4);
-    for (const Row& row : {Row{"dword", REG_DWORD, dword, 5, "none", -1}, {"short dword", REG_DWORD, "\x05\x01", 7, "none", -1},
-                           {"long dword", REG_DWORD, dword + dword, 7, "none", -1}, {"empty dword", REG_DWORD, "", 7, "none", -1},
-                           {"binary", REG_BINARY, dword, 7, "none", 4}, {"empty binary", REG_BINARY, "", 7, "none", 0},
-                           {"text", REG_SZ, std::string("five", 5), 7, "five", -1}, {"open text", REG_SZ, "five", 7, "five", -1},
+    for (const Row& row : {Row{"dword", REG_DWORD, dword, 5, "none", -1},
+                           {"short dword", REG_DWORD, "\x05\x01", 7, "none", -1},
+                           {"long dword", REG_DWORD, dword + dword, 7, "none", -1},
+                           {"empty dword", REG_DWORD, "", 7, "none", -1},
+                           {"binary", REG_BINARY, dword, 7, "none", 4},
+                           {"empty binary", REG_BINARY, "", 7, "none", 0},
+                           {"text", REG_SZ, std::string("five", 5), 7, "five", -1},
+                           {"open text", REG_SZ, "five", 7, "five", -1},
                            {"text with more", REG_SZ, std::string("a\0b", 4), 7, "a", -1},
                            {"expandable text", REG_EXPAND_SZ, std::string("five", 5), 7, "none", -1}}) {
         const auto* const bytes = reinterpret_cast<const BYTE*>(row.bytes.data());

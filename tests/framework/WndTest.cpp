@@ -12,7 +12,13 @@ constexpr UINT kUnknownClass = 0xFFFF;
 
 /// A window whose creation fails at a place.
 // message: the message whose handler fails; 0: PreCreateWindow; kUnknownClass: the class.
-struct FailingCreation { const char* name; UINT message; bool byThrowing; const char* steps; };
+struct FailingCreation
+{
+    const char* name;
+    UINT message;
+    bool byThrowing;
+    const char* steps;
+};
 
 class FailingWnd : public RecordedWnd
 {
@@ -42,8 +48,8 @@ private:
 };
 
 BEGIN_MESSAGE_MAP(FailingWnd, RecordedWnd)
-    ON_WM_CREATE()
-    ON_WM_NCCREATE()
+ON_WM_CREATE()
+ON_WM_NCCREATE()
 END_MESSAGE_MAP()
 
 /// A plain window procedure of the platform's kind.
@@ -130,7 +136,8 @@ TEST(Wnd, GoesWithItsObject)
 TEST(WndFailingCreation, TellsTheObjectOnce)
 {
     const FailingCreation rows[] = {
-        {"Refused", 0, false, "[pre-create] [gone]"}, {"UnknownClass", kUnknownClass, false, "[pre-create] [gone]"},
+        {"Refused", 0, false, "[pre-create] [gone]"},
+        {"UnknownClass", kUnknownClass, false, "[pre-create] [gone]"},
         {"NcCreateFalse", WM_NCCREATE, false, "[pre-create] [subclass] nccreate ncdestroy [gone]"},
         {"CreateMinusOne", WM_CREATE, false, "[pre-create] [subclass] nccreate create ncdestroy [gone]"},
         {"CreateThrows", WM_CREATE, true, "[pre-create] [subclass] nccreate create ncdestroy [gone]"},
@@ -158,10 +165,15 @@ TEST(Wnd, ExceptionsEndAtTheWindowProcedure)
     MSG& current = AfxGetThreadState()->m_lastSentMsg;
     current = {nullptr, 0xABCD, 1, 2, 3, {4, 5}};
 
-    struct Row { UINT message; LPARAM what; LRESULT result; const char* steps; };
-    for (const Row& row : {Row{WM_APP, 0, 0, "app+1 box(This operation is not supported.)"},
-                           Row{WM_APP, 1, 0, "app+1"}, Row{WM_APP, 2, 0, "app+1 box(an unnamed file contains an invalid path.)"},
-                           Row{WM_PAINT, 3, 0, "app+1"},
+    struct Row
+    {
+        UINT message;
+        LPARAM what;
+        LRESULT result;
+        const char* steps;
+    };
+    for (const Row& row : {Row{WM_APP, 0, 0, "app+1 box(This operation is not supported.)"}, Row{WM_APP, 1, 0, "app+1"},
+                           Row{WM_APP, 2, 0, "app+1 box(an unnamed file contains an invalid path.)"}, Row{WM_PAINT, 3, 0, "app+1"},
                            Row{WM_CREATE, 3, -1, "app+1"}}) {
         EXPECT_EQ(row.result, window.SendMessage(row.message, 0xE1, row.what)) << row.steps;
         EXPECT_EQ(row.steps, Traffic::Take());

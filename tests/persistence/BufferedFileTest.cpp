@@ -78,8 +78,7 @@ class Model
 public:
     Model(std::string bytes, std::size_t readSize, std::size_t writeSize)
         : inner(std::move(bytes)), m_readSize(readSize), m_writeSize(writeSize)
-    {
-    }
+    {}
 
     std::string Read(UINT n)
     {
@@ -185,14 +184,17 @@ void Compare(CBufferedFile& file, Model& model, Random& random)
 {
     const auto size = static_cast<UINT>(random.Between(0, 5) ? random.Between(0, 150) : random.Between(0, 600));
     switch (random.Between(0, 6)) {
-    case 0: case 1: case 2: {
+    case 0:
+    case 1:
+    case 2: {
         const std::string expected = model.Read(size);
         std::string bytes(size, '-');
         ASSERT_EQ(expected.size(), file.Read(bytes.data(), size));
         ASSERT_EQ(expected, bytes.substr(0, expected.size()));
         break;
     }
-    case 3: case 4: {
+    case 3:
+    case 4: {
         const std::string bytes(size, static_cast<char>(random.Between('A', 'Z')));
         model.Write(bytes);
         file.Write(bytes.data(), size);

@@ -46,25 +46,28 @@ std::string Written(const std::string& bytes)
 TEST(IniFile, LinesBecomeTheModel)
 {
     for (const auto& [name, bytes, model] : Table<const char*, std::string, std::string>{
-        {"OnlyLineEnds", "\n\r\n\n", ""},
-        {"LinesBeforeTheFirstSectionAreLost", "a=1\nplain\n[S]\nb=2\n", "[S]\nb=2\n"},
-        {"NothingIsTrimmed", "  [Main]  ; x\n name = value \n\tplain \n", "[Main  ; x]\n name = value \n|\tplain \n"},
-        {"ThereAreNoComments", "[S]\n; note\n# a=b\n", "[S]\n# a=b\n|; note\n"},
-        {"ValuesMayHoldEqualsSigns", "[S]\na=b=c\n=x\ny=\n=\n==\n", "[S]\na=b=c\n=x\ny=\n=\n==\n"},
-        {"BracketsInsideALine", "[S]\na[b]c\n", "[S]\n[bc]\n"},
-        {"BracketsInAValue", "[S]\nkey=[a]\nb=1\n", "[S]\n[a]\nb=1\n"},
-        {"OnlyTheFirstClosingBracketGoes", "[a]b]c\n[[d]]\n", "[ab]c]\n[[d]]\n"},
-        {"ClosingBeforeAndAfterOpening", "x]y[z]w\n", "[zw]\n"},
-        {"ClosingBracketFirstOrAlone", "[S]\n]x[\n][a]\n]=[\n[open\nclose]\n", "[S]\n]=[\n|]x[\n|][a]\n|[open\n|close]\n"},
-        {"SectionsOfOneNameOrNoneAreKeptApart", "[]\na=1\n[]\na=2\n", "[]\na=1\n[]\na=2\n"},
-        {"NoLastLineEnd", "[S]\na=1\nlast", "[S]\na=1\n|last\n"},
-        {"WindowsLineEnds", "[S]\r\na=1\r\nv\r\n", "[S]\na=1\n|v\n"},
-        {"ReturnsInsideALineStay", "[S]\na=1\r2\nb\r\r\n", "[S]\na=1\r2\n|b\r\n"},
-        {"TheEndOfTextByteEndsTheFile", "[S]\na=1\x1A" "b\nc=2\n", "[S]\na=1\n"},
-        {"ZerosAreBytesLikeOthers", "[S\0T]\na\0b=c\0d\n\0\n"s, "[S\0T]\na\0b=c\0d\n|\0\n"s},
-        {"ZeroBeforeTheBrackets", "\0[S]\nx=1\n"s, "[S]\nx=1\n"},
-        {"HighBytes", "\xEF\xBB\xBF[\xE4]\n\xFF=\x80\n", "[\xE4]\n\xFF=\x80\n"},
-    }) {
+             {"OnlyLineEnds", "\n\r\n\n", ""},
+             {"LinesBeforeTheFirstSectionAreLost", "a=1\nplain\n[S]\nb=2\n", "[S]\nb=2\n"},
+             {"NothingIsTrimmed", "  [Main]  ; x\n name = value \n\tplain \n", "[Main  ; x]\n name = value \n|\tplain \n"},
+             {"ThereAreNoComments", "[S]\n; note\n# a=b\n", "[S]\n# a=b\n|; note\n"},
+             {"ValuesMayHoldEqualsSigns", "[S]\na=b=c\n=x\ny=\n=\n==\n", "[S]\na=b=c\n=x\ny=\n=\n==\n"},
+             {"BracketsInsideALine", "[S]\na[b]c\n", "[S]\n[bc]\n"},
+             {"BracketsInAValue", "[S]\nkey=[a]\nb=1\n", "[S]\n[a]\nb=1\n"},
+             {"OnlyTheFirstClosingBracketGoes", "[a]b]c\n[[d]]\n", "[ab]c]\n[[d]]\n"},
+             {"ClosingBeforeAndAfterOpening", "x]y[z]w\n", "[zw]\n"},
+             {"ClosingBracketFirstOrAlone", "[S]\n]x[\n][a]\n]=[\n[open\nclose]\n", "[S]\n]=[\n|]x[\n|][a]\n|[open\n|close]\n"},
+             {"SectionsOfOneNameOrNoneAreKeptApart", "[]\na=1\n[]\na=2\n", "[]\na=1\n[]\na=2\n"},
+             {"NoLastLineEnd", "[S]\na=1\nlast", "[S]\na=1\n|last\n"},
+             {"WindowsLineEnds", "[S]\r\na=1\r\nv\r\n", "[S]\na=1\n|v\n"},
+             {"ReturnsInsideALineStay", "[S]\na=1\r2\nb\r\r\n", "[S]\na=1\r2\n|b\r\n"},
+             {"TheEndOfTextByteEndsTheFile",
+              "[S]\na=1\x1A"
+              "b\nc=2\n",
+              "[S]\na=1\n"},
+             {"ZerosAreBytesLikeOthers", "[S\0T]\na\0b=c\0d\n\0\n"s, "[S\0T]\na\0b=c\0d\n|\0\n"s},
+             {"ZeroBeforeTheBrackets", "\0[S]\nx=1\n"s, "[S]\nx=1\n"},
+             {"HighBytes", "\xEF\xBB\xBF[\xE4]\n\xFF=\x80\n", "[\xE4]\n\xFF=\x80\n"},
+         }) {
         SCOPED_TRACE(name);
         CIniFile ini;
         ASSERT_TRUE(ini.LoadFile(Written(bytes).c_str()));
@@ -75,9 +78,12 @@ TEST(IniFile, LinesBecomeTheModel)
 TEST(IniFile, LookUpTakesTheFirstMatch)
 {
     CIniFile ini(Written("[A]\nNAME=1\nname=2\n[a]\nname=3\n[A]\nonly=4\n[V]\none\nx=y\ntwo\n").c_str());
-    for (const auto& [section, property, value] : Table<const char*, const char*, const char*>{
-             {"A", "Name", "1"}, {"a", "NAME", "3"}, {"A", "only", ""},
-             {"B", "name", ""}, {"A", "name ", ""}})  // the first section of the name decides
+    for (const auto& [section, property, value] :
+         Table<const char*, const char*, const char*>{{"A", "Name", "1"},
+                                                      {"a", "NAME", "3"},
+                                                      {"A", "only", ""},
+                                                      {"B", "name", ""},
+                                                      {"A", "name ", ""}})  // the first section of the name decides
         EXPECT_STREQ(value, ini.GetPropertyValue(section, property)) << section << "." << property;
 
     CStringArray values;

@@ -37,17 +37,17 @@ TEST_F(RegistryPropertyExchange, EveryTypeIsWrittenAndLoadedAsText)
 {
     for (const auto& [type, value, written, foreign, loaded] :
          Table<EPropertyType, const char*, std::optional<std::string>, const char*, const char*>{
-        {eptInteger, "-5", "-5", " 42x", "42"},
-        {eptUnsignedInteger, "-1", "4294967295", "4294967295", "4294967295"},
-        {eptShort, "-5", "-5", "40000", "-25536"},
-        {eptUnsignedShort, "65535", "65535", "70000", "4464"},
-        {eptString, " a=b ", " a=b ", "", ""},
-        {eptBool, "2", "1", "2", "1"},
-        {eptBool, "0", "0", "yes", "0"},
-        {eptNone, "5", std::nullopt, "5", ""},
-        {eptUndefined, "5", std::nullopt, "5", ""},
-        {EPropertyType(8), "5", std::nullopt, "5", ""},
-    }) {
+             {eptInteger, "-5", "-5", " 42x", "42"},
+             {eptUnsignedInteger, "-1", "4294967295", "4294967295", "4294967295"},
+             {eptShort, "-5", "-5", "40000", "-25536"},
+             {eptUnsignedShort, "65535", "65535", "70000", "4464"},
+             {eptString, " a=b ", " a=b ", "", ""},
+             {eptBool, "2", "1", "2", "1"},
+             {eptBool, "0", "0", "yes", "0"},
+             {eptNone, "5", std::nullopt, "5", ""},
+             {eptUndefined, "5", std::nullopt, "5", ""},
+             {EPropertyType(8), "5", std::nullopt, "5", ""},
+         }) {
         const std::string name = "type " + std::to_string(type) + " " + value;
         SCOPED_TRACE(name);
         CProperty& property = Add(name.c_str(), type, value);
@@ -80,8 +80,9 @@ TEST_F(RegistryPropertyExchange, WholeSetsComeBackInOrderAndReportTwiceEach)
     RegSetValueExA(scratch, "b", 0, REG_DWORD, Bytes("1111"), 4);
     RegDeleteValueA(scratch, "a");
     copy.Load();
-    EXPECT_EQ((Log{"set:b=7", "set:b=7", "set:none=", "set:a=text", "set:a=text",
-                   "set:b=0", "set:b=0", "set:none=", "set:a=", "set:a="}), log) << "what the key does not hold as text is reset";
+    EXPECT_EQ((Log{"set:b=7", "set:b=7", "set:none=", "set:a=text", "set:a=text", "set:b=0", "set:b=0", "set:none=", "set:a=", "set:a="}),
+              log)
+        << "what the key does not hold as text is reset";
 }
 
 TEST_F(RegistryPropertyExchange, SuppressedOrWithoutASetItDoesNothing)

@@ -10,15 +10,15 @@ using namespace std::string_literals;
 TEST(Registry, DataIsReadAsText)
 {
     for (const auto& [name, type, bytes, text] : Table<const char*, DWORD, std::string, const char*>{
-        {"no bytes", REG_SZ, "", ""},
-        {"no terminator", REG_SZ, "hello", "hello"},
-        {"cut at its first zero", REG_SZ, "ab\0cd\0"s, "ab"},
-        {"high bytes", REG_SZ, "\xE4\x80\x81\xFF\0"s, "\xE4\x80\x81\xFF"},
-        {"number", REG_DWORD, "\1\2\3\4", nullptr},
-        {"expandable", REG_EXPAND_SZ, "%OS%\0"s, nullptr},
-        {"no type", REG_NONE, "text\0"s, nullptr},
-        {"long binary", REG_BINARY, std::string(5000, 'x'), nullptr},
-    }) {
+             {"no bytes", REG_SZ, "", ""},
+             {"no terminator", REG_SZ, "hello", "hello"},
+             {"cut at its first zero", REG_SZ, "ab\0cd\0"s, "ab"},
+             {"high bytes", REG_SZ, "\xE4\x80\x81\xFF\0"s, "\xE4\x80\x81\xFF"},
+             {"number", REG_DWORD, "\1\2\3\4", nullptr},
+             {"expandable", REG_EXPAND_SZ, "%OS%\0"s, nullptr},
+             {"no type", REG_NONE, "text\0"s, nullptr},
+             {"long binary", REG_BINARY, std::string(5000, 'x'), nullptr},
+         }) {
         SCOPED_TRACE(name);
         const ScratchKey scratch;
         RegSetValueExA(scratch, "value", 0, type, Bytes(bytes.c_str()), static_cast<DWORD>(bytes.size()));

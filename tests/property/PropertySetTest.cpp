@@ -49,10 +49,10 @@ TEST_F(PropertySet, EveryListenerHearsEveryAssignmentInOrderOfRegistration)
     EXPECT_EQ(once, Heard([&] { set.Set(2, 5); })) << "unchanged";
     EXPECT_EQ((Log{once[0], once[1], once[0], once[1]}), Heard([&] { set["height"]->GetValue() = 5; })) << "from a number";
     EXPECT_EQ(Log{}, Heard([&] {
-        set.Set("Height", 1);
-        set.Set("", 1);
-        set.Set(3, 1);
-    }));
+                  set.Set("Height", 1);
+                  set.Set("", 1);
+                  set.Set(3, 1);
+              }));
     EXPECT_EQ(3, set.GetPropertyCount()) << "unknown properties are not added";
 
     set.AddListener(&first);
@@ -65,8 +65,10 @@ TEST_F(PropertySet, IndicesAreChecked)
 {
     const CProperty* const last = &set.PropertyAt(2);
     for (const auto& [expected, found] : Table<const CProperty*, const CProperty*>{{last, set.FindFirst("width", 1)},
-             {last, set.FindFirst(1, 1)}, {nullptr, set.FindFirst("Width", 0)}, {nullptr, set.FindFirst("width", 3)},
-             {nullptr, set.FindFirst(1, INT_MAX)}})
+                                                                                   {last, set.FindFirst(1, 1)},
+                                                                                   {nullptr, set.FindFirst("Width", 0)},
+                                                                                   {nullptr, set.FindFirst("width", 3)},
+                                                                                   {nullptr, set.FindFirst(1, INT_MAX)}})
         EXPECT_EQ(expected, found);
     EXPECT_EQ(kInvalid, Thrown([&] { set.FindFirst("width", -1); }));
     EXPECT_EQ(kInvalid, Thrown([&] { set.FindFirst(1, INT_MIN); }));
@@ -92,10 +94,10 @@ TEST_F(PropertySet, GetAndCopyReportToTheOwnerOfTheTarget)
     source.Set(70, 42);
     EXPECT_EQ((Log{"first:height=42", "second:height=42"}), Heard([&] { set.Copy(2, source, 70); }));
     EXPECT_EQ(Log{}, Heard([&] {
-        EXPECT_FALSE(set.Get("depth", target) || set.Get(3, target));
-        set.Copy(2, source, 71);
-        set.Copy(3, source, 70);
-    }));
+                  EXPECT_FALSE(set.Get("depth", target) || set.Get(3, target));
+                  set.Copy(2, source, 71);
+                  set.Copy(3, source, 70);
+              }));
     EXPECT_EQ(5, target.GetValueInteger());
 }
 
@@ -103,10 +105,10 @@ TEST_F(PropertySet, CopiesReportToTheSetThatHoldsThem)
 {
     CProperty original(7, "depth", eptInteger);
     EXPECT_EQ(Log{}, Heard([&] {
-        set.AddProperty(original);
-        set.AddProperty(set.PropertyAt(3));
-        original.GetValue().SetValueInteger(1);
-    }));
+                  set.AddProperty(original);
+                  set.AddProperty(set.PropertyAt(3));
+                  original.GetValue().SetValueInteger(1);
+              }));
     EXPECT_EQ((Log{"first:depth=2", "second:depth=2"}), Heard([&] { set.PropertyAt(4).GetValue().SetValueInteger(2); }));
 
     Recorder other("other", log);
@@ -192,6 +194,5 @@ TEST_F(PropertySet, PulseTellsOfEveryPropertyInOrder)
     CPropertySetPtrArray sets;
     for (CPropertySet* each : {&other, &empty, &set})
         sets.Add(each);
-    EXPECT_EQ((Log{"second:other=0", "first:width=0", "first:height=0", "first:width=0"}),
-              Heard([&] { sets.PulsePropertyChange(); }));
+    EXPECT_EQ((Log{"second:other=0", "first:width=0", "first:height=0", "first:width=0"}), Heard([&] { sets.PulsePropertyChange(); }));
 }

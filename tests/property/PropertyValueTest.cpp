@@ -41,17 +41,17 @@ struct Counted : CProperty
 TEST(PropertyValue, IntegersAreConvertedIntoTheType)
 {
     for (const auto& [name, type, number, integer, text] : Table<const char*, EPropertyType, int, int, const char*>{
-        {"none stores nothing", eptNone, 5, 0, ""},
-        {"unknown stores nothing", EPropertyType(99), 5, 0, ""},
-        {"lowest", eptInteger, INT_MIN, INT_MIN, "-2147483648"},
-        {"unsigned", eptUnsignedInteger, -1, -1, "4294967295"},
-        {"short keeps the low 16 bits", eptShort, 70000, 4464, "4464"},
-        {"short extends its sign", eptShort, 40000, -25536, "-25536"},
-        {"unsigned short keeps the low 16 bits", eptUnsignedShort, -1, 65535, "65535"},
-        {"text", eptString, -1, -1, "-1"},
-        {"true by high bits only", eptBool, 0x100, 1, "1"},
-        {"false", eptBool, 0, 0, "0"},
-    }) {
+             {"none stores nothing", eptNone, 5, 0, ""},
+             {"unknown stores nothing", EPropertyType(99), 5, 0, ""},
+             {"lowest", eptInteger, INT_MIN, INT_MIN, "-2147483648"},
+             {"unsigned", eptUnsignedInteger, -1, -1, "4294967295"},
+             {"short keeps the low 16 bits", eptShort, 70000, 4464, "4464"},
+             {"short extends its sign", eptShort, 40000, -25536, "-25536"},
+             {"unsigned short keeps the low 16 bits", eptUnsignedShort, -1, 65535, "65535"},
+             {"text", eptString, -1, -1, "-1"},
+             {"true by high bits only", eptBool, 0x100, 1, "1"},
+             {"false", eptBool, 0, 0, "0"},
+         }) {
         SCOPED_TRACE(name);
         CPropertyValue value = Typed(type);
         value.SetValueInteger(number);
@@ -68,9 +68,26 @@ TEST(PropertyValue, IntegersAreConvertedIntoTheType)
 TEST(PropertyValue, TextsReadAsTheirLeadingNumber)
 {
     for (const auto& [text, number] : Table<const char*, int>{
-        {nullptr, 0}, {"", 0}, {"abc", 0}, {"  42x", 42}, {"\t\n\v\f\r 7", 7}, {"\x08" "7", 0}, {"\xA0" "7", 0}, {"+9", 9},
-        {"+-9", 0}, {"- 9", 0}, {"0x1F", 0}, {"-3", -3}, {"70000", 70000}, {"4294967295", -1}, {"4294967303", 7},
-    }) {
+             {nullptr, 0},
+             {"", 0},
+             {"abc", 0},
+             {"  42x", 42},
+             {"\t\n\v\f\r 7", 7},
+             {"\x08"
+              "7",
+              0},
+             {"\xA0"
+              "7",
+              0},
+             {"+9", 9},
+             {"+-9", 0},
+             {"- 9", 0},
+             {"0x1F", 0},
+             {"-3", -3},
+             {"70000", 70000},
+             {"4294967295", -1},
+             {"4294967303", 7},
+         }) {
         SCOPED_TRACE(testing::PrintToString(text));
         EXPECT_EQ(number, CPropertyValue(text).GetValueInteger());
         EXPECT_EQ(number, TypedText(eptInteger, text).GetValueInteger());
@@ -81,21 +98,20 @@ TEST(PropertyValue, TextsReadAsTheirLeadingNumber)
 
 TEST(PropertyValue, EqualityIsDecidedByTheLeftType)
 {
-    for (const auto& [name, left, right, leftEqualsRight, rightEqualsLeft] :
-         Table<const char*, CPropertyValue, CPropertyValue, bool, bool>{
-        {"none and none", Typed(eptNone), Typed(eptNone), true, true},
-        {"none and undefined", Typed(eptNone), Typed(eptUndefined), false, false},
-        {"none and zero", Typed(eptNone), CPropertyValue(0), false, true},
-        {"integer and its bits unsigned", CPropertyValue(-1), TypedText(eptUnsignedInteger, "4294967295"), true, true},
-        {"shorts of one bit pattern", TypedText(eptShort, "-1"), TypedText(eptUnsignedShort, "-1"), false, false},
-        {"integer and number with rest", CPropertyValue(12), CPropertyValue("12abc"), true, true},
-        {"texts by case", CPropertyValue("a"), CPropertyValue("A"), false, false},
-        {"texts with one number", CPropertyValue("12"), CPropertyValue("12abc"), false, false},
-        {"text and true", CPropertyValue("1x"), CPropertyValue(true), false, true},
-        {"true and other number", CPropertyValue(true), CPropertyValue(7), true, false},
-        {"false and none", CPropertyValue(false), Typed(eptNone), true, false},
-        {"unknown type equals nothing", Typed(EPropertyType(99)), Typed(EPropertyType(99)), false, false},
-    }) {
+    for (const auto& [name, left, right, leftEqualsRight, rightEqualsLeft] : Table<const char*, CPropertyValue, CPropertyValue, bool, bool>{
+             {"none and none", Typed(eptNone), Typed(eptNone), true, true},
+             {"none and undefined", Typed(eptNone), Typed(eptUndefined), false, false},
+             {"none and zero", Typed(eptNone), CPropertyValue(0), false, true},
+             {"integer and its bits unsigned", CPropertyValue(-1), TypedText(eptUnsignedInteger, "4294967295"), true, true},
+             {"shorts of one bit pattern", TypedText(eptShort, "-1"), TypedText(eptUnsignedShort, "-1"), false, false},
+             {"integer and number with rest", CPropertyValue(12), CPropertyValue("12abc"), true, true},
+             {"texts by case", CPropertyValue("a"), CPropertyValue("A"), false, false},
+             {"texts with one number", CPropertyValue("12"), CPropertyValue("12abc"), false, false},
+             {"text and true", CPropertyValue("1x"), CPropertyValue(true), false, true},
+             {"true and other number", CPropertyValue(true), CPropertyValue(7), true, false},
+             {"false and none", CPropertyValue(false), Typed(eptNone), true, false},
+             {"unknown type equals nothing", Typed(EPropertyType(99)), Typed(EPropertyType(99)), false, false},
+         }) {
         EXPECT_EQ(leftEqualsRight, left == right) << name;
         EXPECT_EQ(rightEqualsLeft, right == left) << name;
     }
@@ -119,8 +135,8 @@ TEST(PropertyValue, EveryTypeReportsSettersOnceAndAssignmentsTwice)
         const auto assigned = [&](auto number) { return reports([&] { value = number; }); };
         const auto low = static_cast<short>(5);
         const auto unsignedLow = static_cast<unsigned short>(5);
-        EXPECT_EQ((std::vector{2, 2, 2, 2, 2, 2}), (std::vector{assigned(5), assigned(low), assigned(true), assigned(5u),
-                                                                assigned(unsignedLow), assigned("5")}));
+        EXPECT_EQ((std::vector{2, 2, 2, 2, 2, 2}),
+                  (std::vector{assigned(5), assigned(low), assigned(true), assigned(5u), assigned(unsignedLow), assigned("5")}));
         EXPECT_EQ(type, value.GetType());
         EXPECT_EQ(1, reports([&] { value = CPropertyValue("text"); }));
         EXPECT_EQ(eptString, value.GetType()) << "assignment from a value takes its type";

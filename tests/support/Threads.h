@@ -34,7 +34,6 @@ inline OwnedHandle StartThread(std::function<DWORD()> body, DWORD flags = 0, DWO
     return OwnedHandle(CreateThread(nullptr, 0, Start::Run, new std::function<DWORD()>(std::move(body)), flags, id));
 }
 
-
 /// The exit code of @p thread, waited for.
 inline DWORD ExitCodeOf(const OwnedHandle& thread)
 {

@@ -21,10 +21,10 @@ std::string Units(std::u16string_view text);
 struct VersionNode
 {
     std::u16string key;
-    WORD type = 1;                     // 1: text, 0: bytes
-    std::string value;                 // the bytes; a text with its terminator
+    WORD type = 1;      // 1: text, 0: bytes
+    std::string value;  // the bytes; a text with its terminator
     std::vector<VersionNode> children;
-    int valueLength = -1;              // units of a text, else bytes
+    int valueLength = -1;  // units of a text, else bytes
     int length = -1;
 
     std::string Bytes() const;
@@ -39,7 +39,7 @@ std::string FixedInfo(DWORD fileHigh, DWORD fileLow, DWORD productHigh, DWORD pr
 /// A version resource with that fixed part, string tables (of name and entries) and translations.
 struct StringTable
 {
-    std::u16string name; // "040904e4"
+    std::u16string name;  // "040904e4"
     std::vector<VersionNode> entries;
 };
 std::string VersionResource(const std::string& fixed, const std::vector<StringTable>& tables, const std::string& translations);

@@ -61,9 +61,10 @@ TEST(FileChangeEvent, CountsRegistrationsFromZero)
         const char* calls;  // upper case adds the file, lower case removes it
         const char* counts;
     };
-    for (const Row& row : {Row{"one stays", "Aa", "-1 | -1 | 1"}, Row{"twice goes at once", "AAa", "| | 1"},
-                           Row{"gone ones count anew", "AAaA", "0 | 0 | 2"}, Row{"folders count files", "ABC", "2 | 0 0 0 | 3"},
-                           Row{"case counts", "AaAa", "-1 | -1 | 1"}, Row{"unknown", "a", "| | 0"}, Row{"folder goes", "ABa", "| -1 0 | 2"}}) {
+    for (const Row& row :
+         {Row{"one stays", "Aa", "-1 | -1 | 1"}, Row{"twice goes at once", "AAa", "| | 1"},
+          Row{"gone ones count anew", "AAaA", "0 | 0 | 2"}, Row{"folders count files", "ABC", "2 | 0 0 0 | 3"},
+          Row{"case counts", "AaAa", "-1 | -1 | 1"}, Row{"unknown", "a", "| | 0"}, Row{"folder goes", "ABa", "| -1 0 | 2"}}) {
         RecordingWatcher watcher;
         for (const char* call = row.calls; *call; ++call) {
             const std::string file = folder + static_cast<char>(std::toupper(*call));
@@ -78,8 +79,9 @@ TEST(FileChangeEvent, TakesFoldersFromPathsWithDrivesOnly)
     char current[MAX_PATH];
     GetCurrentDirectoryA(MAX_PATH, current);
     RecordingWatcher watcher;
-    const std::pair<const char*, std::string> rows[] = {{"C:\\a\\b.txt", "C:\\a\\"}, {"Z:/a/b.txt", "Z:/a/"}, {"C:b", "C:"}, {"b.txt", current},
-                                                        {"sub\\b.txt", current}, {"\\\\server\\share\\b", current}, {"", current}};
+    const std::pair<const char*, std::string> rows[] = {
+        {"C:\\a\\b.txt", "C:\\a\\"}, {"Z:/a/b.txt", "Z:/a/"},           {"C:b", "C:"}, {"b.txt", current},
+        {"sub\\b.txt", current},     {"\\\\server\\share\\b", current}, {"", current}};
     int record = 0;
     for (const auto& [path, folder] : rows) {
         watcher.AddFile(path);
@@ -204,8 +206,9 @@ TEST(FileChangeEvent, LosesNoModificationOfAHundredFiles)
     Random random;
     std::vector<std::string> files;
     for (int i = 0; i < kFiles; ++i)
-        files.push_back((i < kFolders ? NewFolder() : files[static_cast<std::size_t>(i % kFolders)].substr(0, files[static_cast<std::size_t>(
-                                                                                          i % kFolders)].rfind('\\') + 1)) +
+        files.push_back((i < kFolders ? NewFolder()
+                                      : files[static_cast<std::size_t>(i % kFolders)].substr(
+                                            0, files[static_cast<std::size_t>(i % kFolders)].rfind('\\') + 1)) +
                         std::to_string(i));
     Counter watcher;
     for (const std::string& file : files) {

@@ -21,10 +21,8 @@ TEST(Resource, LoadsBytesAndTheTwoKindsOfText)
         std::string bytes, untilZero, wholeLength;
     };
     const Row rows[] = {
-        {700, "BLOB", "ab\0cd"s, "ab", "ab\0\0\0"s},
-        {701, "blob", "text", "text", "text"},
-        {702, "BLOB", "\0ab"s, "", "\0\0\0"s},
-        {703, "BLOB", "", "", ""},
+        {700, "BLOB", "ab\0cd"s, "ab", "ab\0\0\0"s},    {701, "blob", "text", "text", "text"},
+        {702, "BLOB", "\0ab"s, "", "\0\0\0"s},          {703, "BLOB", "", "", ""},
         {704, RT_RCDATA, "number", "number", "number"},
     };
     const HINSTANCE program = GetModuleHandleA(nullptr);

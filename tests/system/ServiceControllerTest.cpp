@@ -56,8 +56,8 @@ TEST(ServiceController, TakesQuotesOutOfThePath)
     EXPECT_EQ(0, controller.StartServiceA(0)) << "no such program";
 
     const std::string longPath = "C:\\" + std::string(5000, 'a');
-    ASSERT_TRUE(ChangeServiceConfigA(service.handle, SERVICE_NO_CHANGE, SERVICE_NO_CHANGE, SERVICE_NO_CHANGE, longPath.c_str(), nullptr, nullptr,
-                                     nullptr, nullptr, nullptr, nullptr));
+    ASSERT_TRUE(ChangeServiceConfigA(service.handle, SERVICE_NO_CHANGE, SERVICE_NO_CHANGE, SERVICE_NO_CHANGE, longPath.c_str(), nullptr,
+                                     nullptr, nullptr, nullptr, nullptr, nullptr));
     EXPECT_STREQ("", controller.GetServiceBinaryPath());
 }
 

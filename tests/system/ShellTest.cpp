@@ -115,15 +115,9 @@ TEST(Shell, MakesEveryFolderAlongThePath)
         const char* last;
     };
     const Row rows[] = {
-        {"a/b\\c", true, "a\\b\\c"},
-        {"a/b\\c", true, "a\\b\\c"},
-        {"d/", true, "d"},
-        {"e\\", true, "e"},
-        {"f//g\\\\h", true, "f\\g\\h"},
-        {"i 'j' $(k)/l;m", true, "i 'j' $(k)\\l;m"},
-        {"file", false, nullptr},
-        {"n/../file/o", false, "n"},
-        {".", true, "."},
+        {"a/b\\c", true, "a\\b\\c"}, {"a/b\\c", true, "a\\b\\c"},    {"d/", true, "d"},
+        {"e\\", true, "e"},          {"f//g\\\\h", true, "f\\g\\h"}, {"i 'j' $(k)/l;m", true, "i 'j' $(k)\\l;m"},
+        {"file", false, nullptr},    {"n/../file/o", false, "n"},    {".", true, "."},
     };
     for (const Row& row : rows) {
         EXPECT_EQ(row.made, shell::mkdirp((folder + row.path).c_str())) << row.path;
@@ -148,7 +142,8 @@ TEST(Shell, PathsAreEqualAsSpeltOrByTheirShortForms)
     ASSERT_NE(0u, GetShortPathNameA(file.c_str(), shortForm, sizeof shortForm));
     std::string lower = file;
     std::transform(lower.begin() + static_cast<std::ptrdiff_t>(folder.size()), lower.end(),
-                   lower.begin() + static_cast<std::ptrdiff_t>(folder.size()), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+                   lower.begin() + static_cast<std::ptrdiff_t>(folder.size()),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     struct Row
     {
         const char* name;

@@ -30,11 +30,12 @@ std::string Translation(WORD language, WORD codePage)
 TEST(VersionInfo, TellsNumbersAndTexts)
 {
     CVersionInfo version;
-    ASSERT_EQ(1, version.Load(Write(VersionResource(kFixed,
-                                                    {{u"040904e4", {TextNode(u"ProductName", u"English"), TextNode(u"Comments", u"\u20AC")}},
-                                                     {u"040704b0", {TextNode(u"ProductName", u"Deutsch")}}},
-                                                    Translation(0x409, 1252) + Translation(0x407, 1200)))
-                                  .c_str()));
+    ASSERT_EQ(1,
+              version.Load(Write(VersionResource(kFixed,
+                                                 {{u"040904e4", {TextNode(u"ProductName", u"English"), TextNode(u"Comments", u"\u20AC")}},
+                                                  {u"040704b0", {TextNode(u"ProductName", u"Deutsch")}}},
+                                                 Translation(0x409, 1252) + Translation(0x407, 1200)))
+                               .c_str()));
     EXPECT_EQ(0x0001000200030004u, version.GetFileVersion());
     EXPECT_EQ(0x0005000600070008u, version.GetProductVersion());
     EXPECT_EQ(0x3Fu, version.GetFileFlagsMask());
@@ -130,7 +131,9 @@ TEST(VersionInfo, DamagedResourcesAreHarmless)
 
 TEST(VersionInfo, DamagedLengthsEndASearchAndNothingElse)
 {
-    const auto entry = [](const char16_t* key, int length) { return VersionNode{key, 1, Units(std::u16string(u"y\0", 2)), {}, -1, length}; };
+    const auto entry = [](const char16_t* key, int length) {
+        return VersionNode{key, 1, Units(std::u16string(u"y\0", 2)), {}, -1, length};
+    };
     struct Row
     {
         const char* name;
@@ -163,8 +166,8 @@ TEST(VersionInfo, TheLibraryHasAVersionOfItsOwn)
         EXPECT_STREQ("kelgen", version.GetProductName());
         EXPECT_STREQ(KELGEN_VERSION, version.GetFileVersionAsString());
         const ULONGLONG number = version.GetFileVersion();
-        EXPECT_EQ(KELGEN_VERSION, std::to_string(number >> 48) + '.' + std::to_string(number >> 32 & 0xFFFF) + '.' +
-                                      std::to_string(number >> 16 & 0xFFFF));
+        EXPECT_EQ(KELGEN_VERSION,
+                  std::to_string(number >> 48) + '.' + std::to_string(number >> 32 & 0xFFFF) + '.' + std::to_string(number >> 16 & 0xFFFF));
         EXPECT_EQ(DWORD{VFT_DLL}, version.GetFileType());
     }
 }
@@ -195,12 +198,18 @@ TEST(OSVersionInfo, ToldFromPlatformAndVersion)
         {3, 5, 1, "NT4+ 2K+ XP+"},
     };
     const std::pair<const char*, bool (COSVersionInfo::*)() const> tests[] = {
-        {"31", &COSVersionInfo::IsWin31},           {"95", &COSVersionInfo::IsWin95},
-        {"98", &COSVersionInfo::IsWin98},           {"ME", &COSVersionInfo::IsWinME},
-        {"NT4", &COSVersionInfo::IsWinNT4},         {"2K", &COSVersionInfo::IsWin2K},
-        {"XP", &COSVersionInfo::IsWinXP},           {"95+", &COSVersionInfo::IsWin95OrGreater},
-        {"98+", &COSVersionInfo::IsWin98OrGreater}, {"ME+", &COSVersionInfo::IsWinMEOrGreater},
-        {"NT4+", &COSVersionInfo::IsWinNT4OrGreater}, {"2K+", &COSVersionInfo::IsWin2KOrGreater},
+        {"31", &COSVersionInfo::IsWin31},
+        {"95", &COSVersionInfo::IsWin95},
+        {"98", &COSVersionInfo::IsWin98},
+        {"ME", &COSVersionInfo::IsWinME},
+        {"NT4", &COSVersionInfo::IsWinNT4},
+        {"2K", &COSVersionInfo::IsWin2K},
+        {"XP", &COSVersionInfo::IsWinXP},
+        {"95+", &COSVersionInfo::IsWin95OrGreater},
+        {"98+", &COSVersionInfo::IsWin98OrGreater},
+        {"ME+", &COSVersionInfo::IsWinMEOrGreater},
+        {"NT4+", &COSVersionInfo::IsWinNT4OrGreater},
+        {"2K+", &COSVersionInfo::IsWin2KOrGreater},
         {"XP+", &COSVersionInfo::IsWinXPOrGreater},
     };
     // The object is the system's record and nothing else.

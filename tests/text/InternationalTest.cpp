@@ -35,22 +35,26 @@ TEST(International, CountsTheTerminator)
     using I = CInternational;
     EXPECT_EQ((std::vector<int>{4, 4, 4}),
               (std::vector<int>{I::AnsiToUnicodeCount("abc"), I::OEMToUnicodeCount("abc"), I::StringToUnicodeCount("abc")}));
-    for (const auto& [page, text, count] : Table<UINT, const char*, int>{  // without the terminator; the last is an unknown page
-             {1252, "abc", 3}, {932, "a\x82\xA0z", 3}, {1252, "", 0}, {1252, nullptr, 0}, {99999, "abc", 0}})
+    for (const auto& [page, text, count] : Table<UINT, const char*, int>{// without the terminator; the last is an unknown page
+                                                                         {1252, "abc", 3},
+                                                                         {932, "a\x82\xA0z", 3},
+                                                                         {1252, "", 0},
+                                                                         {1252, nullptr, 0},
+                                                                         {99999, "abc", 0}})
         EXPECT_EQ(count, I::CPToUnicodeCount(page, text)) << page;
     EXPECT_EQ((std::vector<int>{3, 4}), (std::vector<int>{I::UnicodeToAnsiCount(u"\x3042z"_w), I::UnicodeToOEMCount(u"abc"_w)}));
     EXPECT_EQ((std::vector<int>{4, 0}), (std::vector<int>{I::UnicodeToLatin1Count(u"abc"_w), I::UnicodeToLatin1Count(nullptr)}));
-    EXPECT_EQ((std::vector<int>{4, 3, 0}), (std::vector<int>{I::StringToLatin1Count("abc"), I::StringToShiftJisCount("\xE0"),
-                                                             I::StringToLatin1Count(nullptr)}));
+    EXPECT_EQ((std::vector<int>{4, 3, 0}),
+              (std::vector<int>{I::StringToLatin1Count("abc"), I::StringToShiftJisCount("\xE0"), I::StringToLatin1Count(nullptr)}));
 }
 
 TEST(International, DirectConversionsReportTheConverter)
 {
     for (const auto& [name, convert, unit] : Table<const char*, std::function<bool(unsigned short*, int)>, char16_t>{
-        {"Ansi", [](unsigned short* dst, int n) { return CInternational::AnsiToUnicode(dst, n, "a\xE9"); }, u'\x00E9'},
-        {"OEM", [](unsigned short* dst, int n) { return CInternational::OEMToUnicode(dst, n, "a\x82"); }, u'\x00E9'},
-        {"CP", [](unsigned short* dst, int n) { return CInternational::CPToUnicode(932, dst, n, "a\x82\xA0"); }, u'\x3042'},
-    }) {
+             {"Ansi", [](unsigned short*dst, int n) { return CInternational::AnsiToUnicode(dst, n, "a\xE9"); }, u'\x00E9'},
+             {"OEM", [](unsigned short*dst, int n) { return CInternational::OEMToUnicode(dst, n, "a\x82"); }, u'\x00E9'},
+             {"CP", [](unsigned short*dst, int n) { return CInternational::CPToUnicode(932, dst, n, "a\x82\xA0"); }, u'\x3042'},
+         }) {
         SCOPED_TRACE(name);
         unsigned short units[4] = {1, 1, 1, 1};
         EXPECT_FALSE(convert(units, 2)) << "no room for the terminator";
@@ -63,7 +67,9 @@ TEST(International, DirectConversionsReportTheConverter)
     char bytes[4];
     EXPECT_FALSE(CInternational::UnicodeToAnsi(bytes, 2, u"ab"_w));
     EXPECT_TRUE(CInternational::UnicodeToAnsi(bytes, 4, u"\x00E9\x0100\x3042"_w));
-    EXPECT_STREQ("\xE9" "A?", bytes);
+    EXPECT_STREQ("\xE9"
+                 "A?",
+                 bytes);
     EXPECT_TRUE(CInternational::UnicodeToOEM(bytes, 4, u"\x00E9\xD83D\xDE00"_w));
     EXPECT_STREQ("\x82??", bytes);
     EXPECT_TRUE(CInternational::UnicodeToLatin1(bytes, 4, u"\x20AC\xDE00"_w));
@@ -80,21 +86,24 @@ TEST(International, TextsOfFixedPagesBecomeUnicode)
 
     CWStr result;
     for (const auto& [name, text, n, expected] : Table<const char*, const char*, int, const char16_t*>{
-        {"count", "\xE9t\xE9!", 3, u"\x00E9t\x00E9"},
-        {"all", "a\x80\x81", -1, u"a\x20AC\x0081"},
-        {"ends at the first zero", "a\0b", 3, u"a"},
-        {"null", nullptr, 3, u""},
-    }) {
+             {"count", "\xE9t\xE9!", 3, u"\x00E9t\x00E9"},
+             {"all", "a\x80\x81", -1, u"a\x20AC\x0081"},
+             {"ends at the first zero", "a\0b", 3, u"a"},
+             {"null", nullptr, 3, u""},
+         }) {
         result = u"before"_w;
         EXPECT_TRUE(CInternational::Latin1ToUnicode(result, text, n));
         EXPECT_EQ(expected, Units(result)) << name;
     }
     for (const auto& [name, text, n, expected] : Table<const char*, const char*, int, const char16_t*>{
-        {"with terminator", "a\x82\xA0z", 5, u"a\x3042z"},
-        {"the last unit without the source's terminator", "abc", 3, u"ab"},
-        {"a lead byte takes the terminator along, which stays", "a\x81", 3, u"a\x30FB"},
-        {"1", "abc", 1, u""}, {"0", "abc", 0, u""}, {"-1", "abc", -1, u""}, {"lowest", "abc", INT_MIN, u""},
-    }) {
+             {"with terminator", "a\x82\xA0z", 5, u"a\x3042z"},
+             {"the last unit without the source's terminator", "abc", 3, u"ab"},
+             {"a lead byte takes the terminator along, which stays", "a\x81", 3, u"a\x30FB"},
+             {"1", "abc", 1, u""},
+             {"0", "abc", 0, u""},
+             {"-1", "abc", -1, u""},
+             {"lowest", "abc", INT_MIN, u""},
+         }) {
         result = u"before"_w;
         EXPECT_TRUE(CInternational::ShiftJisToUnicode(result, text, n));
         EXPECT_EQ(expected, Units(result)) << name;
@@ -106,12 +115,12 @@ TEST(International, CPToUnicodeFillsTheStringAndReportsFailure)
     CWStr text(u"before"_w);
     const CWStr other(text);
     for (const auto& [page, bytes, done, expected] : Table<UINT, const char*, bool, const char16_t*>{
-        {932, "\x82\xA0\x88\x9F", true, u"\x3042\x4E9C"},
-        {65001, "\xC3\xA9\xF0\x9F\x98\x80", true, u"\x00E9\xD83D\xDE00"},
-        {65001, "\xED\xA0\x80", true, u"\xFFFD\xFFFD"},
-        {99999, "abc", false, u"\xFFFD\xFFFD"},  // unchanged
-        {1252, "", true, u""},
-    }) {
+             {932, "\x82\xA0\x88\x9F", true, u"\x3042\x4E9C"},
+             {65001, "\xC3\xA9\xF0\x9F\x98\x80", true, u"\x00E9\xD83D\xDE00"},
+             {65001, "\xED\xA0\x80", true, u"\xFFFD\xFFFD"},
+             {99999, "abc", false, u"\xFFFD\xFFFD"},  // unchanged
+             {1252, "", true, u""},
+         }) {
         EXPECT_EQ(done, CInternational::CPToUnicode(page, text, bytes)) << page;
         EXPECT_EQ(expected, Units(text)) << page;
     }
@@ -121,12 +130,22 @@ TEST(International, CPToUnicodeFillsTheStringAndReportsFailure)
 TEST(International, StringsOfOtherPagesAreTerminatedAndAlwaysSucceed)
 {
     char bytes[6] = "#####";
-    EXPECT_TRUE(CInternational::StringToLatin1(bytes, 3, "\x82" "b\x84" "cd"));
-    EXPECT_EQ(std::string("\xE9" "b\xE4\0#", 5), std::string(bytes, 5));
+    EXPECT_TRUE(CInternational::StringToLatin1(bytes, 3,
+                                               "\x82"
+                                               "b\x84"
+                                               "cd"));
+    EXPECT_EQ(std::string("\xE9"
+                          "b\xE4\0#",
+                          5),
+              std::string(bytes, 5));
     EXPECT_TRUE(CInternational::StringToShiftJis(bytes, 1, "\xE0")) << "two bytes do not fit, which is not told";
     EXPECT_EQ(0, bytes[1]);
-    EXPECT_TRUE(CInternational::StringToShiftJis(bytes, 3, "\xE0" "bc"));
-    EXPECT_EQ(std::string("\x83\xBF" "b"), bytes);
+    EXPECT_TRUE(CInternational::StringToShiftJis(bytes, 3,
+                                                 "\xE0"
+                                                 "bc"));
+    EXPECT_EQ(std::string("\x83\xBF"
+                          "b"),
+              bytes);
     EXPECT_TRUE(CInternational::StringToLatin1(bytes, 0, "abc"));
     EXPECT_EQ(0, bytes[0]);
     EXPECT_TRUE(CInternational::StringToLatin1(bytes, -1, "abc"));

@@ -9,22 +9,22 @@ TEST(MapStrToStr, GroupsAreResolved)
 {
     for (const auto& [name, variables, before, expected] :
          Table<const char*, std::vector<std::pair<const char*, const char*>>, const char*, const char*>{
-        {"filled", {{"path", "C:\\x"}}, "open{ $path}", "open C:\\x"},
-        {"emptied", {{"path", ""}}, "open{ $path} now", "open now"},
-        {"longer name", {{"n", "5"}}, "{$nx}", "{$nx}"},
-        {"digit after name", {{"n", "5"}}, "{$n1}{$n_}{$n-}", "{$n1}{$n_}5-"},
-        {"longer name hides later ones", {{"n", "5"}}, "{$nx $n}", "{$nx $n}"},
-        {"inner replacement looks at no character", {{"n", "5"}}, "{$n $nx}", "5 5x"},
-        {"groups without variable stay", {{"n", "5"}}, "{a} {$n}", "{a} 5"},
-        {"outside groups", {{"n", "5"}}, "$n {a} $n", "$n {a} $n"},
-        {"no groups", {{"n", "5"}}, "$n}", "$n}"},
-        {"group that follows at once is passed over", {{"n", "5"}}, "{$n}{$n} {$n}", "5{$n} 5"},
-        {"not nested", {{"n", "5"}}, "{a{$n}b}", "a{5b}"},
-        {"values with references", {{"n", "$n"}}, "{$n} {$n}", "$n $n"},
-        {"case counts", {{"n", "5"}}, "{$N}", "{$N}"},
-        {"no variables", {}, "{$n}", "{$n}"},
-        {"empty name", {{"", "5"}}, "{$ a}", "5 a"},
-    }) {
+             {"filled", {{"path", "C:\\x"}}, "open{ $path}", "open C:\\x"},
+             {"emptied", {{"path", ""}}, "open{ $path} now", "open now"},
+             {"longer name", {{"n", "5"}}, "{$nx}", "{$nx}"},
+             {"digit after name", {{"n", "5"}}, "{$n1}{$n_}{$n-}", "{$n1}{$n_}5-"},
+             {"longer name hides later ones", {{"n", "5"}}, "{$nx $n}", "{$nx $n}"},
+             {"inner replacement looks at no character", {{"n", "5"}}, "{$n $nx}", "5 5x"},
+             {"groups without variable stay", {{"n", "5"}}, "{a} {$n}", "{a} 5"},
+             {"outside groups", {{"n", "5"}}, "$n {a} $n", "$n {a} $n"},
+             {"no groups", {{"n", "5"}}, "$n}", "$n}"},
+             {"group that follows at once is passed over", {{"n", "5"}}, "{$n}{$n} {$n}", "5{$n} 5"},
+             {"not nested", {{"n", "5"}}, "{a{$n}b}", "a{5b}"},
+             {"values with references", {{"n", "$n"}}, "{$n} {$n}", "$n $n"},
+             {"case counts", {{"n", "5"}}, "{$N}", "{$N}"},
+             {"no variables", {}, "{$n}", "{$n}"},
+             {"empty name", {{"", "5"}}, "{$ a}", "5 a"},
+         }) {
         CMapStrToStr map;
         for (const auto& [variable, value] : variables)
             map.SetAt(variable, value);

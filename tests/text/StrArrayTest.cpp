@@ -74,17 +74,17 @@ TEST(StrArray, IsMadeFromTextsAndIdentifiers)
 TEST(StrArray, TokensEndAtTheNearestSeparator)
 {
     for (const auto& [name, text, separators, keepEmpty, expected] : Table<const char*, const char*, Texts, int, Texts>{
-        {"skip empty", "a,,b", {","}, 0, {"a", "b"}},
-        {"keep empty", ",a,,b,", {","}, 1, {"", "a", "", "b"}},
-        {"long separator", "a::b", {"::"}, 0, {"a", ":b"}},
-        {"two", "C:\\dir/file", {"/", "\\"}, 0, {"C:", "dir", "file"}},
-        {"two, keep empty", "/a\\/b", {"/", "\\"}, 1, {"", "a", "", "b"}},
-        {"missing one first takes the rest", "a/", {"\\", "/"}, 0, {"a/"}},
-        {"missing one last", "a/", {"/", "\\"}, 0, {"a"}},
-        {"same step, first wins", "a;b", {";", ";b"}, 0, {"a", "b"}},
-        {"none", "a,b", {}, 0, {"a,b"}},
-        {"none and no text", "", {}, 0, {""}},
-    }) {
+             {"skip empty", "a,,b", {","}, 0, {"a", "b"}},
+             {"keep empty", ",a,,b,", {","}, 1, {"", "a", "", "b"}},
+             {"long separator", "a::b", {"::"}, 0, {"a", ":b"}},
+             {"two", "C:\\dir/file", {"/", "\\"}, 0, {"C:", "dir", "file"}},
+             {"two, keep empty", "/a\\/b", {"/", "\\"}, 1, {"", "a", "", "b"}},
+             {"missing one first takes the rest", "a/", {"\\", "/"}, 0, {"a/"}},
+             {"missing one last", "a/", {"/", "\\"}, 0, {"a"}},
+             {"same step, first wins", "a;b", {";", ";b"}, 0, {"a", "b"}},
+             {"none", "a,b", {}, 0, {"a,b"}},
+             {"none and no text", "", {}, 0, {""}},
+         }) {
         SCOPED_TRACE(name);
         CStrArray array;
         array.AddTokens(text, ArrayOf(separators), keepEmpty);
@@ -123,12 +123,12 @@ TEST(StrArray, AddsUniqueTextsAndCleans)
 TEST(StrArray, ExpandSplitsAndSorts)
 {
     for (const auto& [before, after] : Table<Texts, Texts>{
-        {{"b/a", "c"}, {"a", "b", "c"}},
-        {{"b/a", "c/b", "B", "/"}, {"/", "B", "a", "b", "c"}},
-        {{"x/", "a//b", "x", "x"}, {"a", "b", "x", "x", "x/"}},
-        {{"a/b", "a/b"}, {"a", "b"}},
-        {{}, {}},
-    }) {
+             {{"b/a", "c"}, {"a", "b", "c"}},
+             {{"b/a", "c/b", "B", "/"}, {"/", "B", "a", "b", "c"}},
+             {{"x/", "a//b", "x", "x"}, {"a", "b", "x", "x", "x/"}},
+             {{"a/b", "a/b"}, {"a", "b"}},
+             {{}, {}},
+         }) {
         CStrArray array = ArrayOf(before);
         array.XFV001Expand();
         EXPECT_EQ(after, TextsOf(array)) << testing::PrintToString(before);
@@ -158,14 +158,14 @@ TEST(StrArray, ExtractsPrefixes)
 {
     const CStrArray source(5, "Alpha1", "ALPHA2", "al", "beta", "");
     for (const auto& [name, prefix, left, minimum, expected] : Table<const char*, const char*, int, int, Texts>{
-        {"each text once", "al", 5, 0, {"Alpha", "al"}},
-        {"whole texts", "al", 100, 2, {"Alpha1", "ALPHA2", "al"}},
-        {"minimum beyond the prefix", "al", 100, 3, {}},
-        {"cut below the prefix", "alp", 2, 0, {}},
-        {"no prefix", "", 2, 0, {"Al", "be", ""}},
-        {"null prefix and minimum", nullptr, 5, 3, {"Alpha", "beta"}},
-        {"negative lengths", "", -1, -1, {""}},
-    }) {
+             {"each text once", "al", 5, 0, {"Alpha", "al"}},
+             {"whole texts", "al", 100, 2, {"Alpha1", "ALPHA2", "al"}},
+             {"minimum beyond the prefix", "al", 100, 3, {}},
+             {"cut below the prefix", "alp", 2, 0, {}},
+             {"no prefix", "", 2, 0, {"Al", "be", ""}},
+             {"null prefix and minimum", nullptr, 5, 3, {"Alpha", "beta"}},
+             {"negative lengths", "", -1, -1, {""}},
+         }) {
         CStrArray array("old");
         array.ExtractPrefixNoSortNoCase(source, prefix, left, minimum);
         EXPECT_EQ(expected, TextsOf(array)) << name;
@@ -209,8 +209,8 @@ TEST(StrArray, Joins)
 TEST(StrArray, FormatStringExpandsReferencesAndRefusesMissingEntries)
 {
     const CStrArray array(2, "x", "y");
-    for (const auto& [format, text] : Table<const char*, const char*>{
-             {"%2-%1 100%%", "y-x 100%"}, {"%002", "y"}, {"%x%y|%", "%%|%"}, {"%%1%%%1", "%1%x"}, {"", ""}})
+    for (const auto& [format, text] :
+         Table<const char*, const char*>{{"%2-%1 100%%", "y-x 100%"}, {"%002", "y"}, {"%x%y|%", "%%|%"}, {"%%1%%%1", "%1%x"}, {"", ""}})
         EXPECT_STREQ(text, array.FormatString(format)) << format;
     for (const char* format : {"%3", "%0", "%11", "%4294967297", "%99999999999999999999999", "a%2147483648"})
         EXPECT_THROW(static_cast<void>(array.FormatString(format)), CInvalidArgException*) << format;
@@ -256,8 +256,8 @@ TEST(StrArray, OtherVariantsGiveNothing)
     SAFEARRAYBOUND bounds[2] = {{1, 0}, {1, 0}};
     table.vt = VT_ARRAY | VT_BSTR;
     table.parray = SafeArrayCreate(VT_BSTR, 2, bounds);
-    for (VARIANT* variant : {static_cast<VARIANT*>(&numbers), static_cast<VARIANT*>(&table), static_cast<VARIANT*>(&text),
-                             static_cast<VARIANT*>(nullptr)}) {
+    for (VARIANT* variant :
+         {static_cast<VARIANT*>(&numbers), static_cast<VARIANT*>(&table), static_cast<VARIANT*>(&text), static_cast<VARIANT*>(nullptr)}) {
         CStrArray array("old");
         EXPECT_FALSE(array.Copy(variant));
         EXPECT_EQ(0, array.GetSize());

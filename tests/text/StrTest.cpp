@@ -32,8 +32,15 @@ Tokens TokensOf(CStrTokenizer& tokenizer, const char* separator, int withSeparat
 TEST(Str, ReverseFindEndsAtOrBeforeTheLimit)
 {
     const CStr text = StrOf("abxab");
-    for (const auto& [sought, limit, at] : Table<const char*, int, int>{{"ab", -1, 3}, {"ab", 5, 3}, {"ab", 4, 0}, {"ab", 1, -1},
-             {"ab", 1000, 3}, {"AB", -1, -1}, {"", -1, 5}, {"", 2, 2}, {"abxaba", -1, -1}})
+    for (const auto& [sought, limit, at] : Table<const char*, int, int>{{"ab", -1, 3},
+                                                                        {"ab", 5, 3},
+                                                                        {"ab", 4, 0},
+                                                                        {"ab", 1, -1},
+                                                                        {"ab", 1000, 3},
+                                                                        {"AB", -1, -1},
+                                                                        {"", -1, 5},
+                                                                        {"", 2, 2},
+                                                                        {"abxaba", -1, -1}})
         EXPECT_EQ(at, text.ReverseFind(sought, limit)) << sought << " to " << limit;
     EXPECT_EQ(0, StrOf("").ReverseFind("", 0));
     EXPECT_EQ(2, StrOf("\xE4\xF6\xE4").ReverseFind("\xE4", -1));
@@ -66,17 +73,16 @@ TEST(Str, AppendRepetitionRepeatsEvenItself)
 
 TEST(StrTokenizer, StepsOneByteIntoTheSeparator)
 {
-    for (const auto& [name, text, separator, withSeparator, expected] :
-         Table<const char*, const char*, const char*, int, Tokens>{
-        {"adjacent", "a,,b", ",", 0, {"a", "", "b"}},
-        {"at both ends", ",a,", ",", 0, {"", "a"}},
-        {"long separator", "a::b", "::", 0, {"a", ":b"}},
-        {"long separator included", "a::b", "::", 1, {"a:", ":b"}},
-        {"separator is no set", "a,b;c", ",;", 0, {"a,b;c"}},
-        {"empty text", "", ",", 0, {}},
-        {"null separator", "ab", nullptr, 0, {"", "", ""}},
-        {"empty separator included", "ab", "", 1, {"a", "b", ""}},
-    }) {
+    for (const auto& [name, text, separator, withSeparator, expected] : Table<const char*, const char*, const char*, int, Tokens>{
+             {"adjacent", "a,,b", ",", 0, {"a", "", "b"}},
+             {"at both ends", ",a,", ",", 0, {"", "a"}},
+             {"long separator", "a::b", "::", 0, {"a", ":b"}},
+             {"long separator included", "a::b", "::", 1, {"a:", ":b"}},
+             {"separator is no set", "a,b;c", ",;", 0, {"a,b;c"}},
+             {"empty text", "", ",", 0, {}},
+             {"null separator", "ab", nullptr, 0, {"", "", ""}},
+             {"empty separator included", "ab", "", 1, {"a", "b", ""}},
+         }) {
         SCOPED_TRACE(name);
         CStrTokenizer tokenizer{CString(text)};
         EXPECT_EQ(expected, TokensOf(tokenizer, separator, withSeparator));
@@ -124,14 +130,14 @@ TEST(StrTokenizer, TheTokenMayBeTheTextGiven)
 TEST(StrTokenizer, FolderEndsAtTheLastSeparatorOfEitherKind)
 {
     for (const auto& [path, found, parts] : Table<const char*, bool, Tokens>{
-        {"C:\\dir\\file.txt", true, {"C:", "dir"}},
-        {"C:\\dir/file.txt", true, {"C:", "dir"}},
-        {"a\\b\\", true, {"a", "b"}},
-        {"\\file", true, {}},
-        {"file.txt", false, {}},
-        {"", false, {}},
-        {nullptr, false, {}},
-    }) {
+             {"C:\\dir\\file.txt", true, {"C:", "dir"}},
+             {"C:\\dir/file.txt", true, {"C:", "dir"}},
+             {"a\\b\\", true, {"a", "b"}},
+             {"\\file", true, {}},
+             {"file.txt", false, {}},
+             {"", false, {}},
+             {nullptr, false, {}},
+         }) {
         CStrTokenizer tokenizer("old\\text", 8);
         tokenizer.SetCurrentPos(4);
         EXPECT_EQ(found, tokenizer.ExtractFolderPath(path)) << testing::PrintToString(path);

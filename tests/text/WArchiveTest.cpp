@@ -22,8 +22,7 @@ struct Loading
     explicit Loading(std::string text, int bufferSize = 4096)
         : bytes(std::move(text)), file(reinterpret_cast<BYTE*>(bytes.data()), static_cast<UINT>(bytes.size())),
           archive(&file, CArchive::load, bufferSize)
-    {
-    }
+    {}
 
     std::string bytes;
     CMemFile file;
@@ -70,14 +69,14 @@ LineRead ModelLine(const std::u16string& source, std::size_t& at)
 TEST(WStrRecord, IsStoredAndLoadedAgain)
 {
     for (const auto& [length, head] : Table<int, std::string>{
-        {0, "\xFF\xFE\xFF\0"s},
-        {1, "\xFF\xFE\xFF\1"s},
-        {254, "\xFF\xFE\xFF\xFE"s},
-        {255, "\xFF\xFE\xFF\xFF\xFF\0"s},
-        {65533, "\xFF\xFE\xFF\xFF\xFD\xFF"s},
-        {65534, "\xFF\xFE\xFF\xFF\xFF\xFF\xFE\xFF\0\0"s},
-        {200000, "\xFF\xFE\xFF\xFF\xFF\xFF\x40\x0D\x03\0"s},
-    }) {
+             {0, "\xFF\xFE\xFF\0"s},
+             {1, "\xFF\xFE\xFF\1"s},
+             {254, "\xFF\xFE\xFF\xFE"s},
+             {255, "\xFF\xFE\xFF\xFF\xFF\0"s},
+             {65533, "\xFF\xFE\xFF\xFF\xFD\xFF"s},
+             {65534, "\xFF\xFE\xFF\xFF\xFF\xFF\xFE\xFF\0\0"s},
+             {200000, "\xFF\xFE\xFF\xFF\xFF\xFF\x40\x0D\x03\0"s},
+         }) {
         SCOPED_TRACE(length);
         std::u16string text(static_cast<std::size_t>(length), u'x');
         for (std::size_t i = 0; i < text.size(); i += 7)
@@ -99,13 +98,13 @@ TEST(WStrRecord, IsStoredAndLoadedAgain)
 TEST(WStrRecord, NarrowOneIsTakenInPairs)
 {
     for (const auto& [bytes, text] : Table<std::string, std::u16string>{
-        {"\2AB", u"\x4241"},
-        {"\3ABC", u"\x4241\x43"},
-        {"\0"s, u""},
-        {"\6AB\0\0CD"s, u"\x4241"},   // ends at a zero unit
-        {"\4A\0\0B"s, u"A\x4200"},    // but not at a zero byte
-        {"\xFF\xFF\xFF\2\0\0\0AB"s, u"\x4241"},
-    }) {
+             {"\2AB", u"\x4241"},
+             {"\3ABC", u"\x4241\x43"},
+             {"\0"s, u""},
+             {"\6AB\0\0CD"s, u"\x4241"},  // ends at a zero unit
+             {"\4A\0\0B"s, u"A\x4200"},   // but not at a zero byte
+             {"\xFF\xFF\xFF\2\0\0\0AB"s, u"\x4241"},
+         }) {
         SCOPED_TRACE(testing::PrintToString(bytes));
         Loading loading(bytes + "\xFF\xFE\xFF\1z\0"s);
         CWStr loaded(u"a text that was here before"_w), next;
@@ -120,15 +119,15 @@ TEST(WStrRecord, NarrowOneIsTakenInPairs)
 TEST(WStrRecord, BadOneEndsAtTheEndOfTheFile)
 {
     for (const auto& [name, bytes, left] : Table<const char*, std::string, std::u16string>{
-        {"nothing", "", u"old"},
-        {"cut marker", "\xFF\xFE", u"old"},
-        {"no length", "\xFF\xFE\xFF", u"old"},
-        {"cut text", "\xFF\xFE\xFF\2a\0b"s, u""},
-        {"cut narrow text", "\5abc", u"old"},
-        {"hostile length", "\xFF\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF" + std::string(1000, 'x'), u""},
-        {"hostile narrow length", "\xFF\xFF\xFF\xFF\xFF\xFF\xFF" + std::string(1000, 'x'), u"old"},
-        {"two markers", "\xFF\xFE\xFF\xFF\xFE\xFF\1a\0"s, u""},
-    }) {
+             {"nothing", "", u"old"},
+             {"cut marker", "\xFF\xFE", u"old"},
+             {"no length", "\xFF\xFE\xFF", u"old"},
+             {"cut text", "\xFF\xFE\xFF\2a\0b"s, u""},
+             {"cut narrow text", "\5abc", u"old"},
+             {"hostile length", "\xFF\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF" + std::string(1000, 'x'), u""},
+             {"hostile narrow length", "\xFF\xFF\xFF\xFF\xFF\xFF\xFF" + std::string(1000, 'x'), u"old"},
+             {"two markers", "\xFF\xFE\xFF\xFF\xFE\xFF\1a\0"s, u""},
+         }) {
         SCOPED_TRACE(name);
         Loading loading(bytes);
         CWStr text(u"old"_w);
@@ -155,21 +154,21 @@ TEST(WStrRecord, WrongDirectionIsRefused)
 TEST(WArchiveLine, BoundedOneStopsWhereTheContractSays)
 {
     for (const auto& [name, source, max, line, next] : Table<const char*, std::u16string, int, const char16_t*, char16_t>{
-        {"line feed", u"ab\ncd", 7, u"ab", u'c'},
-        {"carriage return", u"ab\r\ncd", 7, u"ab", u'c'},
-        {"lone carriage return takes one more", u"ab\rcd", 7, u"ab", u'd'},
-        {"negative keeps the line feed", u"ab\r\ncd", -7, u"ab\n", u'c'},
-        {"negative keeps whatever came last", u"ab\rcd", -7, u"abc", u'd'},
-        {"full", u"abcd\n", 3, u"abc", u'd'},
-        {"full before the end", u"abc\nd", 3, u"abc", u'\n'},
-        {"end is the last that fits", u"ab\nd", -3, u"ab\n", u'd'},
-        {"no room", u"ab", 0, u"", u'a'},
-        {"empty line", u"\nab", 7, u"", u'a'},
-        {"last line", u"ab", 7, u"ab", 0},
-        {"last carriage return", u"ab\r", 7, u"ab", 0},
-        {"nothing but a carriage return", u"\r", 7, nullptr, 0},
-        {"nothing", u"", 7, nullptr, 0},
-    }) {
+             {"line feed", u"ab\ncd", 7, u"ab", u'c'},
+             {"carriage return", u"ab\r\ncd", 7, u"ab", u'c'},
+             {"lone carriage return takes one more", u"ab\rcd", 7, u"ab", u'd'},
+             {"negative keeps the line feed", u"ab\r\ncd", -7, u"ab\n", u'c'},
+             {"negative keeps whatever came last", u"ab\rcd", -7, u"abc", u'd'},
+             {"full", u"abcd\n", 3, u"abc", u'd'},
+             {"full before the end", u"abc\nd", 3, u"abc", u'\n'},
+             {"end is the last that fits", u"ab\nd", -3, u"ab\n", u'd'},
+             {"no room", u"ab", 0, u"", u'a'},
+             {"empty line", u"\nab", 7, u"", u'a'},
+             {"last line", u"ab", 7, u"ab", 0},
+             {"last carriage return", u"ab\r", 7, u"ab", 0},
+             {"nothing but a carriage return", u"\r", 7, nullptr, 0},
+             {"nothing", u"", 7, nullptr, 0},
+         }) {
         SCOPED_TRACE(name);
         Loading loading(BytesOf(source));
         unsigned short buffer[8];
@@ -211,8 +210,7 @@ TEST(WArchiveLine, LinesOfEveryLengthMatchTheModel)
 
 TEST(WArchiveLine, RoomGrowsByPieces)
 {
-    for (const auto& [length, room] : Table<int, int>{
-             {0, 128}, {127, 128}, {128, 256}, {300, 512}, {511, 512}, {512, 640}, {5000, 5120}}) {
+    for (const auto& [length, room] : Table<int, int>{{0, 128}, {127, 128}, {128, 256}, {300, 512}, {511, 512}, {512, 640}, {5000, 5120}}) {
         Loading loading(BytesOf(std::u16string(static_cast<std::size_t>(length), u'x') + u"\n"));
         CWStr line;
         EXPECT_TRUE(loading.archive.ReadString(line));

@@ -33,7 +33,8 @@ CWStr Joined(const CWStrArray& array)
     return text;
 }
 
-class WStrArrayProfile : public testing::TestWithParam<bool> {};
+class WStrArrayProfile : public testing::TestWithParam<bool>
+{};
 
 }  // namespace
 
@@ -66,7 +67,7 @@ TEST_P(WStrArrayProfile, StaleValuesStayAndTheFirstMissingOneEndsTheList)
 }
 
 INSTANTIATE_TEST_SUITE_P(, WStrArrayProfile, testing::Bool(),
-    [](const auto& place) { return std::string(place.param ? "InRegistry" : "InFile"); });
+                         [](const auto& place) { return std::string(place.param ? "InRegistry" : "InFile"); });
 
 TEST(WStrArrayWithoutApplication, KeepsNothing)
 {

@@ -42,18 +42,17 @@ int ByUnits(const unsigned short* left, const unsigned short* right)
 
 TEST(WStrTokenizer, StepsOneUnitPastTheSeparatorsStart)
 {
-    for (const auto& [name, text, separator, withSeparator, expected] :
-         Table<const char*, std::u16string, const char16_t*, bool, Texts>{
-        {"at both ends", u",a,", u",", false, {u"", u"a"}},
-        {"overlapping", u"a:::", u"::", false, {u"a", u"", u":"}},
-        {"long separator included", u"a::b", u"::", true, {u"a:", u":b"}},
-        {"included", u"a,,b", u",", true, {u"a,", u",", u"b"}},
-        {"missing", u"abc", u",", true, {u"abc"}},
-        {"no text", u"", u",", false, {}},
-        {"empty separator", u"ab", u"", false, {u"", u"", u""}},
-        {"null separator included", u"ab", nullptr, true, {u"a", u"b", u""}},
-        {"a zero hides separators", u"a,b"s + u'\0' + u"c,d", u",", false, {u"a", u"b"s + u'\0' + u"c,d"}},
-    }) {
+    for (const auto& [name, text, separator, withSeparator, expected] : Table<const char*, std::u16string, const char16_t*, bool, Texts>{
+             {"at both ends", u",a,", u",", false, {u"", u"a"}},
+             {"overlapping", u"a:::", u"::", false, {u"a", u"", u":"}},
+             {"long separator included", u"a::b", u"::", true, {u"a:", u":b"}},
+             {"included", u"a,,b", u",", true, {u"a,", u",", u"b"}},
+             {"missing", u"abc", u",", true, {u"abc"}},
+             {"no text", u"", u",", false, {}},
+             {"empty separator", u"ab", u"", false, {u"", u"", u""}},
+             {"null separator included", u"ab", nullptr, true, {u"a", u"b", u""}},
+             {"a zero hides separators", u"a,b"s + u'\0' + u"c,d", u",", false, {u"a", u"b"s + u'\0' + u"c,d"}},
+         }) {
         SCOPED_TRACE(name);
         CWStrTokenizer tokenizer(Units(text), static_cast<int>(text.size()));
         for (int round = 0; round < 2; ++round) {

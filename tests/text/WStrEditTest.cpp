@@ -18,59 +18,195 @@ const std::u16string kZeros(u"  a \0  b  ", 10);
 
 TEST(WStrEdit, GivesResultAndTextAndLeavesOtherHoldersAlone)
 {
-    for (const auto& [name, before, edit, result, after] :
-         Table<const char*, std::u16string, int (*)(CWStr& text), int, std::u16string>{
-        {"SetAt", u"abc", [](CWStr& s) { s.SetAt(2, 'z'); return 0; }, 0, u"abz"},
-        {"AppendUnit", u"abc", [](CWStr& s) { s += static_cast<unsigned short>('z'); return 0; }, 0, u"abcz"},
-        {"AppendText", u"abc", [](CWStr& s) { s += u"zz"_w; return 0; }, 0, u"abczz"},
-        {"AppendItself", u"abcd", [](CWStr& s) { s += s; return 0; }, 0, u"abcdabcd"},
-        {"Assign", u"abc", [](CWStr& s) { s = u"n"_w; return 0; }, 0, u"n"},
-        {"AssignUnit", u"abc", [](CWStr& s) { s = static_cast<unsigned short>('n'); return 0; }, 0, u"n"},
-        {"AssignOwnTail", u"abc", [](CWStr& s) { s = BlockOf(s) + 2; return 0; }, 0, u"c"},
-        {"BufferInside", u"abc", [](CWStr& s) { s.GetBuffer(3)[0] = 'z'; return 0; }, 0, u"zbc"},
-        {"BufferBeyond", u"abc", [](CWStr& s) { s.GetBuffer(600)[0] = 'z'; return 0; }, 0, u"zbc"},
-        {"BufferSetLength", u"abc", [](CWStr& s) { s.GetBufferSetLength(2)[0] = 'z'; return 0; }, 0, u"zb"},
-        {"ReleaseBuffer", u"abc", [](CWStr& s) { s.ReleaseBuffer(2); return 0; }, 0, u"ab"},
-        {"LockBuffer", u"abc", [](CWStr& s) { s.LockBuffer()[0] = 'z'; return 0; }, 0, u"zbc"},
-        {"FreeExtra", u"abc", [](CWStr& s) { s.FreeExtra(); return 0; }, 0, u"abc"},
-        {"Empty", u"abc", [](CWStr& s) { s.Empty(); return 0; }, 0, u""},
-        {"InsertUnitBefore", u"abc", [](CWStr& s) { return s.Insert(-5, static_cast<unsigned short>('x')); }, 4, u"xabc"},
-        {"InsertUnitBeyond", u"abc", [](CWStr& s) { return s.Insert(9, static_cast<unsigned short>('x')); }, 4, u"abcx"},
-        {"InsertUnitIntoEmpty", u"", [](CWStr& s) { return s.Insert(0, static_cast<unsigned short>('x')); }, 1, u"x"},
-        {"InsertZeroUnit", u"abc", [](CWStr& s) { return s.Insert(1, static_cast<unsigned short>(0)); }, 4,
-         std::u16string(u"a\0bc", 4)},
-        {"InsertUnitWhenFull", u"12345678", [](CWStr& s) { return s.Insert(4, static_cast<unsigned short>('x')); }, 9,
-         u"1234x5678"},
-        {"InsertTextBeyond", u"abc", [](CWStr& s) { return s.Insert(99, u"xy"_w); }, 5, u"abcxy"},
-        {"InsertItself", u"abc", [](CWStr& s) { return s.Insert(1, BlockOf(s)); }, 6, u"aabcbc"},
-        {"DeleteReturnsTheOldLength", u"abc", [](CWStr& s) { return s.Delete(1, 1); }, 3, u"ac"},
-        {"DeleteFromBefore", u"abc", [](CWStr& s) { return s.Delete(-2, 1); }, 3, u"bc"},
-        {"DeleteStaysInTheText", u"abc", [](CWStr& s) { return s.Delete(1, 0x7FFFFFFF); }, 3, u"a"},
-        {"ReplaceUnitBeyondZero", kZeros, [](CWStr& s) { return s.Replace(' ', '_'); }, 7, std::u16string(u"__a_\0__b__", 10)},
-        {"ReplaceByItself", u"a-a", [](CWStr& s) { return s.Replace(u"-"_w, s); }, 1, u"aa-aa"},
-        {"ReplaceItself", u"ab", [](CWStr& s) { return s.Replace(s, u"xyz"_w); }, 1, u"xyz"},
-        {"RemoveBeyondZero", kZeros, [](CWStr& s) { return s.Remove(' '); }, 7, std::u16string(u"a\0b", 3)},
-        {"RemoveZeros", kZeros, [](CWStr& s) { return s.Remove(0); }, 1, u"  a   b  "},
-        {"UpperToTheFirstZero", std::u16string(u"a\0b", 3), [](CWStr& s) { s.MakeUpper(); return 0; }, 0,
-         std::u16string(u"A\0b", 3)},
-        {"LowerFoldsAToZ", u"AZ\x00C9[", [](CWStr& s) { s.MakeLower(); return 0; }, 0, u"az\x00C9["},
-        {"ReverseToTheFirstZero", std::u16string(u"abc\0de", 6), [](CWStr& s) { s.MakeReverse(); return 0; }, 0,
-         std::u16string(u"cba\0de", 6)},
-        {"TrimLeftMovesAllTheRest", kZeros, [](CWStr& s) { s.TrimLeft(); return 0; }, 0, std::u16string(u"a \0  b  ", 8)},
-        {"TrimRightCutsAtTheFirstZero", kZeros, [](CWStr& s) { s.TrimRight(); return 0; }, 0, u"  a"},
-        {"TrimRightWithoutRunKeepsTheRest", std::u16string(u"a\0b ", 4), [](CWStr& s) { s.TrimRight(); return 0; }, 0,
-         std::u16string(u"a\0b ", 4)},
-        {"TrimRightAllBlanks", u" \t\r\n\v\f", [](CWStr& s) { s.TrimRight(); return 0; }, 0, u""},
-        {"TrimWhiteOfThePage", u"\x00A0x\x00A0", [](CWStr& s) { s.TrimLeft(); s.TrimRight(); return 0; }, 0, u"x"},
-        {"TrimLeavesOtherSpaces", u"\x2003x\x3000", [](CWStr& s) { s.TrimLeft(); s.TrimRight(); return 0; }, 0,
-         u"\x2003x\x3000"},
-        {"TrimUnit", u"xxaxx", [](CWStr& s) { s.TrimLeft('x'); s.TrimRight('x'); return 0; }, 0, u"a"},
-        {"TrimLeftSet", u"xyaxy", [](CWStr& s) { s.TrimLeft(u"yx"_w); return 0; }, 0, u"axy"},
-        {"TrimRightSet", u"xyaxy", [](CWStr& s) { s.TrimRight(u"yx"_w); return 0; }, 0, u"xya"},
-        {"TrimByItself", u"abc", [](CWStr& s) { s.TrimRight(BlockOf(s)); return 0; }, 0, u""},
-        {"TrimRightNullSet", u"abc", [](CWStr& s) { s.TrimRight(static_cast<const unsigned short*>(nullptr)); return 0; }, 0,
-         u"abc"},
-    }) {
+    for (const auto& [name, before, edit, result, after] : Table<const char*, std::u16string, int (*)(CWStr & text), int, std::u16string>{
+             {"SetAt", u"abc",
+              [](CWStr& s) {
+                  s.SetAt(2, 'z');
+                  return 0;
+              },
+              0, u"abz"},
+             {"AppendUnit", u"abc",
+              [](CWStr& s) {
+                  s += static_cast<unsigned short>('z');
+                  return 0;
+              },
+              0, u"abcz"},
+             {"AppendText", u"abc",
+              [](CWStr& s) {
+                  s += u"zz"_w;
+                  return 0;
+              },
+              0, u"abczz"},
+             {"AppendItself", u"abcd",
+              [](CWStr& s) {
+                  s += s;
+                  return 0;
+              },
+              0, u"abcdabcd"},
+             {"Assign", u"abc",
+              [](CWStr& s) {
+                  s = u"n"_w;
+                  return 0;
+              },
+              0, u"n"},
+             {"AssignUnit", u"abc",
+              [](CWStr& s) {
+                  s = static_cast<unsigned short>('n');
+                  return 0;
+              },
+              0, u"n"},
+             {"AssignOwnTail", u"abc",
+              [](CWStr& s) {
+                  s = BlockOf(s) + 2;
+                  return 0;
+              },
+              0, u"c"},
+             {"BufferInside", u"abc",
+              [](CWStr& s) {
+                  s.GetBuffer(3)[0] = 'z';
+                  return 0;
+              },
+              0, u"zbc"},
+             {"BufferBeyond", u"abc",
+              [](CWStr& s) {
+                  s.GetBuffer(600)[0] = 'z';
+                  return 0;
+              },
+              0, u"zbc"},
+             {"BufferSetLength", u"abc",
+              [](CWStr& s) {
+                  s.GetBufferSetLength(2)[0] = 'z';
+                  return 0;
+              },
+              0, u"zb"},
+             {"ReleaseBuffer", u"abc",
+              [](CWStr& s) {
+                  s.ReleaseBuffer(2);
+                  return 0;
+              },
+              0, u"ab"},
+             {"LockBuffer", u"abc",
+              [](CWStr& s) {
+                  s.LockBuffer()[0] = 'z';
+                  return 0;
+              },
+              0, u"zbc"},
+             {"FreeExtra", u"abc",
+              [](CWStr& s) {
+                  s.FreeExtra();
+                  return 0;
+              },
+              0, u"abc"},
+             {"Empty", u"abc",
+              [](CWStr& s) {
+                  s.Empty();
+                  return 0;
+              },
+              0, u""},
+             {"InsertUnitBefore", u"abc", [](CWStr& s) { return s.Insert(-5, static_cast<unsigned short>('x')); }, 4, u"xabc"},
+             {"InsertUnitBeyond", u"abc", [](CWStr& s) { return s.Insert(9, static_cast<unsigned short>('x')); }, 4, u"abcx"},
+             {"InsertUnitIntoEmpty", u"", [](CWStr& s) { return s.Insert(0, static_cast<unsigned short>('x')); }, 1, u"x"},
+             {"InsertZeroUnit", u"abc", [](CWStr& s) { return s.Insert(1, static_cast<unsigned short>(0)); }, 4,
+              std::u16string(u"a\0bc", 4)},
+             {"InsertUnitWhenFull", u"12345678", [](CWStr& s) { return s.Insert(4, static_cast<unsigned short>('x')); }, 9, u"1234x5678"},
+             {"InsertTextBeyond", u"abc", [](CWStr& s) { return s.Insert(99, u"xy"_w); }, 5, u"abcxy"},
+             {"InsertItself", u"abc", [](CWStr& s) { return s.Insert(1, BlockOf(s)); }, 6, u"aabcbc"},
+             {"DeleteReturnsTheOldLength", u"abc", [](CWStr& s) { return s.Delete(1, 1); }, 3, u"ac"},
+             {"DeleteFromBefore", u"abc", [](CWStr& s) { return s.Delete(-2, 1); }, 3, u"bc"},
+             {"DeleteStaysInTheText", u"abc", [](CWStr& s) { return s.Delete(1, 0x7FFFFFFF); }, 3, u"a"},
+             {"ReplaceUnitBeyondZero", kZeros, [](CWStr& s) { return s.Replace(' ', '_'); }, 7, std::u16string(u"__a_\0__b__", 10)},
+             {"ReplaceByItself", u"a-a", [](CWStr& s) { return s.Replace(u"-"_w, s); }, 1, u"aa-aa"},
+             {"ReplaceItself", u"ab", [](CWStr& s) { return s.Replace(s, u"xyz"_w); }, 1, u"xyz"},
+             {"RemoveBeyondZero", kZeros, [](CWStr& s) { return s.Remove(' '); }, 7, std::u16string(u"a\0b", 3)},
+             {"RemoveZeros", kZeros, [](CWStr& s) { return s.Remove(0); }, 1, u"  a   b  "},
+             {"UpperToTheFirstZero", std::u16string(u"a\0b", 3),
+              [](CWStr& s) {
+                  s.MakeUpper();
+                  return 0;
+              },
+              0, std::u16string(u"A\0b", 3)},
+             {"LowerFoldsAToZ", u"AZ\x00C9[",
+              [](CWStr& s) {
+                  s.MakeLower();
+                  return 0;
+              },
+              0, u"az\x00C9["},
+             {"ReverseToTheFirstZero", std::u16string(u"abc\0de", 6),
+              [](CWStr& s) {
+                  s.MakeReverse();
+                  return 0;
+              },
+              0, std::u16string(u"cba\0de", 6)},
+             {"TrimLeftMovesAllTheRest", kZeros,
+              [](CWStr& s) {
+                  s.TrimLeft();
+                  return 0;
+              },
+              0, std::u16string(u"a \0  b  ", 8)},
+             {"TrimRightCutsAtTheFirstZero", kZeros,
+              [](CWStr& s) {
+                  s.TrimRight();
+                  return 0;
+              },
+              0, u"  a"},
+             {"TrimRightWithoutRunKeepsTheRest", std::u16string(u"a\0b ", 4),
+              [](CWStr& s) {
+                  s.TrimRight();
+                  return 0;
+              },
+              0, std::u16string(u"a\0b ", 4)},
+             {"TrimRightAllBlanks", u" \t\r\n\v\f",
+              [](CWStr& s) {
+                  s.TrimRight();
+                  return 0;
+              },
+              0, u""},
+             {"TrimWhiteOfThePage", u"\x00A0x\x00A0",
+              [](CWStr& s) {
+                  s.TrimLeft();
+                  s.TrimRight();
+                  return 0;
+              },
+              0, u"x"},
+             {"TrimLeavesOtherSpaces", u"\x2003x\x3000",
+              [](CWStr& s) {
+                  s.TrimLeft();
+                  s.TrimRight();
+                  return 0;
+              },
+              0, u"\x2003x\x3000"},
+             {"TrimUnit", u"xxaxx",
+              [](CWStr& s) {
+                  s.TrimLeft('x');
+                  s.TrimRight('x');
+                  return 0;
+              },
+              0, u"a"},
+             {"TrimLeftSet", u"xyaxy",
+              [](CWStr& s) {
+                  s.TrimLeft(u"yx"_w);
+                  return 0;
+              },
+              0, u"axy"},
+             {"TrimRightSet", u"xyaxy",
+              [](CWStr& s) {
+                  s.TrimRight(u"yx"_w);
+                  return 0;
+              },
+              0, u"xya"},
+             {"TrimByItself", u"abc",
+              [](CWStr& s) {
+                  s.TrimRight(BlockOf(s));
+                  return 0;
+              },
+              0, u""},
+             {"TrimRightNullSet", u"abc",
+              [](CWStr& s) {
+                  s.TrimRight(static_cast<const unsigned short*>(nullptr));
+                  return 0;
+              },
+              0, u"abc"},
+         }) {
         SCOPED_TRACE(name);
         for (const bool shared : {false, true}) {
             CWStr text = Text(before);
@@ -123,9 +259,14 @@ TEST(WStrReplace, ResultsAreTheModelsInEveryRoom)
 
 TEST(WStrMarks, AreStrippedAndRecorded)
 {
-    for (const auto& [before, after, expected] : Table<const char16_t*, const char16_t*, std::vector<bool>>{
-             {u"&File", u"File", {1, 0, 0, 0, 0}}, {u"A&&B", u"A&B", {0, 0, 0, 0}}, {u"&", u"&", {0}}, {u"", u"", {}},
-             {u"A&&", u"A&", {0, 0, 0}}, {u"A&&&", u"A&&", {0, 0, 0, 0}}, {u"&A&B", u"AB", {1, 1, 0, 0}}}) {
+    for (const auto& [before, after, expected] :
+         Table<const char16_t*, const char16_t*, std::vector<bool>>{{u"&File", u"File", {1, 0, 0, 0, 0}},
+                                                                    {u"A&&B", u"A&B", {0, 0, 0, 0}},
+                                                                    {u"&", u"&", {0}},
+                                                                    {u"", u"", {}},
+                                                                    {u"A&&", u"A&", {0, 0, 0}},
+                                                                    {u"A&&&", u"A&&", {0, 0, 0, 0}},
+                                                                    {u"&A&B", u"AB", {1, 1, 0, 0}}}) {
         CWStr text(Units(before));
         SCOPED_TRACE(testing::PrintToString(text));
         const CWStr other(text);

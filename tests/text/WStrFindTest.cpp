@@ -40,9 +40,14 @@ TEST(WStrFind, StartsAreHeldInTheText)
     const CWStr s(u"abcabc"_w), empty;
     for (const auto& [start, at] : Table<int, int>{{6, -1}, {7, -1}, {-5, 0}})
         EXPECT_EQ(at, s.Find('a', start)) << start;
-    for (const auto& [text, sought, start, at] : Table<CWStr, const unsigned short*, int, int>{
-             {s, u"abc"_w, -1, 0}, {s, u"abcabca"_w, 0, -1}, {s, u""_w, 0, 0}, {s, u""_w, 6, 6}, {s, u""_w, 7, -1},
-             {s, none, 2, 2}, {empty, u""_w, 0, 0}, {empty, u""_w, 1, -1}})
+    for (const auto& [text, sought, start, at] : Table<CWStr, const unsigned short*, int, int>{{s, u"abc"_w, -1, 0},
+                                                                                               {s, u"abcabca"_w, 0, -1},
+                                                                                               {s, u""_w, 0, 0},
+                                                                                               {s, u""_w, 6, 6},
+                                                                                               {s, u""_w, 7, -1},
+                                                                                               {s, none, 2, 2},
+                                                                                               {empty, u""_w, 0, 0},
+                                                                                               {empty, u""_w, 1, -1}})
         EXPECT_EQ(at, text.Find(sought, start)) << testing::PrintToString(CWStr(sought)) << " from " << start;
     EXPECT_EQ(6, s.Find(static_cast<unsigned short>(0)));
     EXPECT_EQ(-1, s.FindOneOf(u""_w));
@@ -107,16 +112,16 @@ TEST(WStrCompare, SignsInTheDefaultLocale)
 {
     const auto sign = [](int value) { return (value > 0) - (value < 0); };
     for (const auto& [first, second, compare, noCase] : Table<const char16_t*, const char16_t*, int, int>{
-        {u"abc", u"abc", 0, 0},
-        {u"aBC", u"abc", -1, 0},
-        {u"ABd", u"abc", -1, 1},
-        {u"ab", u"abc", -1, -1},
-        {u"", u"", 0, 0},
-        {u"_", u"A", 1, -1},  // between the cases
-        {u"\x00C9", u"\x00E9", -1, -1},  // only A to Z fold
-        {u"\xFFFF", u"a", 1, 1},
-        {u"\xD83D\xDE00", u"\xFFFD", -1, -1},  // surrogates order by unit
-    }) {
+             {u"abc", u"abc", 0, 0},
+             {u"aBC", u"abc", -1, 0},
+             {u"ABd", u"abc", -1, 1},
+             {u"ab", u"abc", -1, -1},
+             {u"", u"", 0, 0},
+             {u"_", u"A", 1, -1},             // between the cases
+             {u"\x00C9", u"\x00E9", -1, -1},  // only A to Z fold
+             {u"\xFFFF", u"a", 1, 1},
+             {u"\xD83D\xDE00", u"\xFFFD", -1, -1},  // surrogates order by unit
+         }) {
         const CWStr left(Units(first)), right(Units(second));
         SCOPED_TRACE(testing::PrintToString(left) + " and " + testing::PrintToString(right));
         EXPECT_EQ(compare, sign(left.Compare(right)));

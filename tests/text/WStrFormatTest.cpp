@@ -180,8 +180,8 @@ TEST(WStrFormat, FormatAndArgumentsMayBeTheStringItself)
 TEST(WStrFormat, HugeNumbersAreRefusedAndLeaveTheStringUsable)
 {
     CWStr text(u"old"_w);
-    for (const char16_t* format : {u"%2147483647d", u"%99999999999999999999d", u"%.2147483647d", u"%2147483647.2147483647d",
-                                   u"%*.*f", u"%*d", u"%-*dx"}) {
+    for (const char16_t* format :
+         {u"%2147483647d", u"%99999999999999999999d", u"%.2147483647d", u"%2147483647.2147483647d", u"%*.*f", u"%*d", u"%-*dx"}) {
         EXPECT_EQ("CMemoryException", Thrown([&] { text.Format(Units(format), INT_MAX, INT_MAX, 1.0); }));
         text.Format(u"%d"_w, 1);
         EXPECT_EQ(u"1", Units(text));

@@ -22,15 +22,15 @@ std::u16string Letters(int length)
 TEST(WStrResource, LoadsIntoStringAndByNumber)
 {
     for (const auto& [name, id, loaded, expected, capacity] : Table<const char*, UINT, bool, std::u16string, int>{
-        {"short", 5, true, u"five \x00E9", 8},
-        {"longest of the local buffer", 16, true, Letters(253), 256},
-        {"just beyond the margin", 17, true, Letters(254), 512},
-        {"longest of the second step", 19, true, Letters(509), 512},
-        {"third step", 20, true, Letters(510), 767},
-        {"ends at its first zero", 21, true, u"a", 8},
-        {"no text in its block", 6, false, u"", 0},
-        {"no block", 5000, false, u"", 0},
-    }) {
+             {"short", 5, true, u"five \x00E9", 8},
+             {"longest of the local buffer", 16, true, Letters(253), 256},
+             {"just beyond the margin", 17, true, Letters(254), 512},
+             {"longest of the second step", 19, true, Letters(509), 512},
+             {"third step", 20, true, Letters(510), 767},
+             {"ends at its first zero", 21, true, u"a", 8},
+             {"no text in its block", 6, false, u"", 0},
+             {"no block", 5000, false, u"", 0},
+         }) {
         SCOPED_TRACE(name);
         CWStr text;
         EXPECT_EQ(loaded, text.LoadStringA(id));

@@ -30,16 +30,36 @@ TEST(WStr, EveryWayToTheEmptyStringEndsInTheSharedBlockWhichNothingWrites)
     released.Release();
     cut.Delete(0, 3);
     cut.FreeExtra();
-    for (const unsigned short* block : {BlockOf(emptied), BlockOf(released), BlockOf(cut), BlockOf(CWStr(u""_w)),
-             BlockOf(CWStr(u"abc"_w, 0)), BlockOf(CWStr(static_cast<const unsigned short*>(nullptr))),
-             BlockOf(CWStr(static_cast<unsigned short>('x'), 0)), BlockOf(CWStr() + CWStr()), BlockOf(CWStr(u"abc"_w).Mid(1, 0))})
+    for (const unsigned short* block :
+         {BlockOf(emptied), BlockOf(released), BlockOf(cut), BlockOf(CWStr(u""_w)), BlockOf(CWStr(u"abc"_w, 0)),
+          BlockOf(CWStr(static_cast<const unsigned short*>(nullptr))), BlockOf(CWStr(static_cast<unsigned short>('x'), 0)),
+          BlockOf(CWStr() + CWStr()), BlockOf(CWStr(u"abc"_w).Mid(1, 0))})
         EXPECT_EQ(empty, block);
 
-    for (void (*const write)(CWStr&) : std::initializer_list<void (*)(CWStr&)>{
-             [](CWStr& s) { s.ReleaseBuffer(0); s.ReleaseBuffer(); s.GetBufferSetLength(0); },
-             [](CWStr& s) { s.LockBuffer(); s.UnlockBuffer(); }, [](CWStr& s) { s.AssignCopy(0, nullptr); s = CWStr(); },
-             [](CWStr& s) { s.MakeUpper(); s.MakeReverse(); s.TrimLeft(); s.TrimRight(); },
-             [](CWStr& s) { s.Remove('x'); s.Replace(u"x"_w, u"y"_w); s.Replace('x', 'y'); }}) {
+    for (void (*const write)(CWStr&) : std::initializer_list<void (*)(CWStr&)>{[](CWStr& s) {
+                                                                                   s.ReleaseBuffer(0);
+                                                                                   s.ReleaseBuffer();
+                                                                                   s.GetBufferSetLength(0);
+                                                                               },
+                                                                               [](CWStr& s) {
+                                                                                   s.LockBuffer();
+                                                                                   s.UnlockBuffer();
+                                                                               },
+                                                                               [](CWStr& s) {
+                                                                                   s.AssignCopy(0, nullptr);
+                                                                                   s = CWStr();
+                                                                               },
+                                                                               [](CWStr& s) {
+                                                                                   s.MakeUpper();
+                                                                                   s.MakeReverse();
+                                                                                   s.TrimLeft();
+                                                                                   s.TrimRight();
+                                                                               },
+                                                                               [](CWStr& s) {
+                                                                                   s.Remove('x');
+                                                                                   s.Replace(u"x"_w, u"y"_w);
+                                                                                   s.Replace('x', 'y');
+                                                                               }}) {
         CWStr text;
         write(text);
         EXPECT_EQ(empty, BlockOf(text));
@@ -51,9 +71,18 @@ TEST(WStr, EveryWayToTheEmptyStringEndsInTheSharedBlockWhichNothingWrites)
 
 TEST(WStr, CapacityIsThatOfTheClass)
 {
-    for (const auto& [length, capacity] : Table<int, int>{
-             {1, 8}, {8, 8}, {9, 64}, {64, 64}, {65, 128}, {128, 128}, {129, 256}, {256, 256}, {257, 512}, {512, 512}, {513, 513},
-             {100000, 100000}}) {
+    for (const auto& [length, capacity] : Table<int, int>{{1, 8},
+                                                          {8, 8},
+                                                          {9, 64},
+                                                          {64, 64},
+                                                          {65, 128},
+                                                          {128, 128},
+                                                          {129, 256},
+                                                          {256, 256},
+                                                          {257, 512},
+                                                          {512, 512},
+                                                          {513, 513},
+                                                          {100000, 100000}}) {
         SCOPED_TRACE(length);
         CWStr text = Letters(length);
         EXPECT_EQ(capacity, text.GetAllocLength());
@@ -88,8 +117,8 @@ TEST(WStr, CopiesAndWholePartsShareUntilOneIsWritten)
     EXPECT_EQ(1, original.GetData()->nRefCount);
     EXPECT_EQ(u"abc", Units(original));
 
-    for (const CWStr& whole : {original.Mid(0), original.Mid(-1, 99), original.Left(3), original.Right(10),
-                               original.SpanIncluding(u"cba"_w)})
+    for (const CWStr& whole :
+         {original.Mid(0), original.Mid(-1, 99), original.Left(3), original.Right(10), original.SpanIncluding(u"cba"_w)})
         EXPECT_TRUE(SharesBlock(original, whole));
     EXPECT_FALSE(SharesBlock(original, original.Mid(0, 2)));
 }

@@ -246,7 +246,8 @@ TEST(MouseHook, EventsOfTheSystemArriveWithTheirExtraInformation)
     Listener listener(account, "a");
     CMouseHook hook;
     HookWindow window;
-    ASSERT_TRUE(window.CreateEx(WS_EX_TOPMOST, AfxRegisterWndClass(0), "mouse", WS_POPUP | WS_VISIBLE, 100, 100, 200, 200, nullptr, nullptr));
+    ASSERT_TRUE(
+        window.CreateEx(WS_EX_TOPMOST, AfxRegisterWndClass(0), "mouse", WS_POPUP | WS_VISIBLE, 100, 100, 200, 200, nullptr, nullptr));
     ::SetCursorPos(150, 150);
     PumpWaiting();
     ASSERT_TRUE(hook.MouseHook(HINSTANCE{}));

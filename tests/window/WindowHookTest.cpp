@@ -169,7 +169,8 @@ TEST_F(WindowHook, HooksMayLeaveWhileAMessageIsInThem)
         const char* expected;
     };
     const Row rows[] = {
-        {"itself", [this] { m_new.HookWindow(HWND{}); }, "before-new before-middle body-middle before-old body-old window after-old after-middle"},
+        {"itself", [this] { m_new.HookWindow(HWND{}); },
+         "before-new before-middle body-middle before-old body-old window after-old after-middle"},
         {"the next", [this] { m_middle.HookWindow(HWND{}); }, kWhole},
         {"itself and the next",
          [this] {
@@ -288,7 +289,8 @@ TEST_F(WindowHook, ThreadsMayHookTheirWindowsAtOnce)
         for (int i = 0; i < 200; ++i) {
             Account account;
             NotingWindowHook hook(account, "h");
-            const HWND window = ::CreateWindowExA(0, AfxRegisterWndClass(0), "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, AfxGetInstanceHandle(), nullptr);
+            const HWND window =
+                ::CreateWindowExA(0, AfxRegisterWndClass(0), "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, AfxGetInstanceHandle(), nullptr);
             hook.HookWindow(window);
             ::SendMessageA(window, WM_APP, 7, 0);
             EXPECT_NE("", account.Take());

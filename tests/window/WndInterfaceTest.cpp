@@ -147,7 +147,8 @@ TEST_F(WndInterface, WindowsObjectServesAgainAfterItsWindow)
     m_a.m_act = [](LRESULT&) -> bool { throw 5; };
     refused._000HookWndProc(m_a.Body());
     EXPECT_THROW(refused.CreateHidden(), int);
-    const HWND plain = ::CreateWindowExA(0, AfxRegisterWndClass(0), "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, AfxGetInstanceHandle(), nullptr);
+    const HWND plain =
+        ::CreateWindowExA(0, AfxRegisterWndClass(0), "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, AfxGetInstanceHandle(), nullptr);
     EXPECT_EQ(nullptr, CWnd::FromHandlePermanent(plain));
     ::DestroyWindow(plain);
 }

@@ -36,19 +36,38 @@ struct PrintfDirective
     int width = 0;
     int precision = -1;
     PrintfSize size = PrintfSize::None;
-    unsigned letter = 0; ///< 0 at the end of the format.
+    unsigned letter = 0;  ///< 0 at the end of the format.
 };
 
 /// The kind of argument that the conversion takes behind its width and precision.
 constexpr PrintfArgument ArgumentOf(const PrintfDirective& directive)
 {
     switch (directive.letter) {
-    case 'd': case 'i': case 'u': case 'o': case 'x': case 'X':
+    case 'd':
+    case 'i':
+    case 'u':
+    case 'o':
+    case 'x':
+    case 'X':
         return directive.size == PrintfSize::Bits64 ? PrintfArgument::Int64 : PrintfArgument::Int;
-    case 'c': case 'C': return PrintfArgument::Int;
-    case 's': case 'S': case 'p': case 'n': return PrintfArgument::Pointer;
-    case 'e': case 'E': case 'f': case 'g': case 'G': case 'a': case 'A': return PrintfArgument::Double;
-    default: return PrintfArgument::None;
+    case 'c':
+    case 'C':
+        return PrintfArgument::Int;
+    case 's':
+    case 'S':
+    case 'p':
+    case 'n':
+        return PrintfArgument::Pointer;
+    case 'e':
+    case 'E':
+    case 'f':
+    case 'g':
+    case 'G':
+    case 'a':
+    case 'A':
+        return PrintfArgument::Double;
+    default:
+        return PrintfArgument::None;
     }
 }
 
@@ -97,12 +116,23 @@ private:
     {
         for (;; ++format) {
             switch (*format) {
-            case '-': directive.left = true; break;
-            case '0': directive.zero = true; break;
-            case '+': directive.plus = true; break;
-            case ' ': directive.blank = true; break;
-            case '#': directive.alternate = true; break;
-            default: return format;
+            case '-':
+                directive.left = true;
+                break;
+            case '0':
+                directive.zero = true;
+                break;
+            case '+':
+                directive.plus = true;
+                break;
+            case ' ':
+                directive.blank = true;
+                break;
+            case '#':
+                directive.alternate = true;
+                break;
+            default:
+                return format;
             }
         }
     }
@@ -125,13 +155,29 @@ private:
     {
         for (;; ++format) {
             switch (*format) {
-            case 'h': size = PrintfSize::Narrow; break;
-            case 'w': size = PrintfSize::Wide; break;
-            case 'l': size = format[1] == 'l' ? (++format, PrintfSize::Bits64) : PrintfSize::Wide; break;
-            case 'j': case 'z': case 't': size = PrintfSize::Bits64; break;
-            case 'F': case 'L': case 'N': break;
-            case 'I': format = ReadInteger(format, size); break;
-            default: return format;
+            case 'h':
+                size = PrintfSize::Narrow;
+                break;
+            case 'w':
+                size = PrintfSize::Wide;
+                break;
+            case 'l':
+                size = format[1] == 'l' ? (++format, PrintfSize::Bits64) : PrintfSize::Wide;
+                break;
+            case 'j':
+            case 'z':
+            case 't':
+                size = PrintfSize::Bits64;
+                break;
+            case 'F':
+            case 'L':
+            case 'N':
+                break;
+            case 'I':
+                format = ReadInteger(format, size);
+                break;
+            default:
+                return format;
             }
         }
     }

@@ -41,8 +41,8 @@ bool IsHalfWay(double value, int decimals)
 /// @p value times 10^decimals, rounded half up, where that is below 10^18; false elsewhere.
 bool ScaledDecimal(double value, int decimals, std::uint64_t& scaled)
 {
-    static constexpr std::uint64_t kPower[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000, 1000000000, 10000000000,
-                                               100000000000, 1000000000000};
+    static constexpr std::uint64_t kPower[] = {1,        10,        100,        1000,        10000,        100000,       1000000,
+                                               10000000, 100000000, 1000000000, 10000000000, 100000000000, 1000000000000};
     if (decimals >= static_cast<int>(std::size(kPower)) || !(value * static_cast<double>(kPower[decimals]) < 1e18))
         return false;
     const auto bits = std::bit_cast<std::uint64_t>(value);

@@ -124,20 +124,41 @@ private:
     {
         constexpr bool kIsWide = sizeof(Unit) > 1;
         switch (letter) {
-        case 'd': case 'i': return Signed();
-        case 'u': return Unsigned(10, false);
-        case 'o': return Unsigned(8, false);
-        case 'x': return Unsigned(16, false);
-        case 'X': return Unsigned(16, true);
-        case 'p': return PointerValue();
-        case 'e': case 'E': case 'f': case 'g': case 'G': case 'a': case 'A': return Float(static_cast<char>(letter));
-        case 's': return Text(IsWideText(kIsWide));
-        case 'S': return Text(IsWideText(!kIsWide));
-        case 'c': return Character(IsWideText(kIsWide));
-        case 'C': return Character(IsWideText(!kIsWide));
-        case 'n': return StoreLength();
-        case '%': return;
-        default: m_output.Put(static_cast<Unit>(letter));
+        case 'd':
+        case 'i':
+            return Signed();
+        case 'u':
+            return Unsigned(10, false);
+        case 'o':
+            return Unsigned(8, false);
+        case 'x':
+            return Unsigned(16, false);
+        case 'X':
+            return Unsigned(16, true);
+        case 'p':
+            return PointerValue();
+        case 'e':
+        case 'E':
+        case 'f':
+        case 'g':
+        case 'G':
+        case 'a':
+        case 'A':
+            return Float(static_cast<char>(letter));
+        case 's':
+            return Text(IsWideText(kIsWide));
+        case 'S':
+            return Text(IsWideText(!kIsWide));
+        case 'c':
+            return Character(IsWideText(kIsWide));
+        case 'C':
+            return Character(IsWideText(!kIsWide));
+        case 'n':
+            return StoreLength();
+        case '%':
+            return;
+        default:
+            m_output.Put(static_cast<Unit>(letter));
         }
     }
 
@@ -158,7 +179,7 @@ private:
     void Unsigned(unsigned base, bool capital)
     {
         auto value = m_directive.size == PrintfSize::Bits64 ? static_cast<unsigned long long>(m_arguments.LongLong())
-                                                          : static_cast<unsigned>(m_arguments.Int());
+                                                            : static_cast<unsigned>(m_arguments.Int());
         if (m_directive.size == PrintfSize::Narrow)
             value = static_cast<unsigned short>(value);
         const bool prefixed = m_directive.alternate && value != 0;
@@ -230,15 +251,12 @@ private:
         m_output.Fill(' ', m_directive.left ? number.trailingZeros : 0);
     }
 
-    std::string_view SignOf(bool negative) const
-    {
-        return negative ? "-" : m_directive.plus ? "+" : m_directive.blank ? " " : "";
-    }
+    std::string_view SignOf(bool negative) const { return negative ? "-" : m_directive.plus ? "+" : m_directive.blank ? " " : ""; }
 
     void PutNumber(const Number& number)
     {
-        const std::size_t padding = Padding(number.prefix.size() + number.leadingZeros + number.body.size() + number.trailingZeros +
-                                            number.exponent.size());
+        const std::size_t padding =
+            Padding(number.prefix.size() + number.leadingZeros + number.body.size() + number.trailingZeros + number.exponent.size());
         std::size_t before = 0;
         std::size_t zeros = number.leadingZeros;
         std::size_t behind = 0;
@@ -283,10 +301,7 @@ private:
         }
     }
 
-    std::size_t MostUnits() const
-    {
-        return m_directive.precision < 0 ? SIZE_MAX : static_cast<std::size_t>(m_directive.precision);
-    }
+    std::size_t MostUnits() const { return m_directive.precision < 0 ? SIZE_MAX : static_cast<std::size_t>(m_directive.precision); }
 
     template <class Source>
     void PutText(const Source* text)

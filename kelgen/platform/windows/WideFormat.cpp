@@ -31,11 +31,20 @@ bool IsSound(const WCHAR* format, va_list arguments)
         if (directive.width > kMostPadding || directive.width < -kMostPadding)
             return false;
         switch (ArgumentOf(directive)) {
-        case PrintfArgument::None: break;
-        case PrintfArgument::Int: list.Int(); break;
-        case PrintfArgument::Int64: list.LongLong(); break;
-        case PrintfArgument::Double: list.Double(); break;
-        case PrintfArgument::Pointer: list.Pointer(); break;
+        case PrintfArgument::None:
+            break;
+        case PrintfArgument::Int:
+            list.Int();
+            break;
+        case PrintfArgument::Int64:
+            list.LongLong();
+            break;
+        case PrintfArgument::Double:
+            list.Double();
+            break;
+        case PrintfArgument::Pointer:
+            list.Pointer();
+            break;
         }
         const bool isText = directive.letter == 's' || directive.letter == 'S';
         if (!isText && (directive.precision > kMostDigits || directive.precision < -1))

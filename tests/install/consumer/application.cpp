@@ -27,7 +27,7 @@ protected:
 };
 
 BEGIN_MESSAGE_MAP(CHiddenWindow, CWnd)
-    ON_MESSAGE(WM_APP, &CHiddenWindow::OnWork)
+ON_MESSAGE(WM_APP, &CHiddenWindow::OnWork)
 END_MESSAGE_MAP()
 
 class CHost : public CWinApp

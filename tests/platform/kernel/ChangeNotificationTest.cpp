@@ -43,7 +43,12 @@ TEST(ChangeNotification, IsSignalledByWhatItsFilterAsksFor)
     constexpr DWORD kFile = FILE_NOTIFY_CHANGE_FILE_NAME, kFolder = FILE_NOTIFY_CHANGE_DIR_NAME;
     constexpr DWORD kWrite = FILE_NOTIFY_CHANGE_SIZE | FILE_NOTIFY_CHANGE_LAST_WRITE;
     constexpr DWORD kMade = FILE_NOTIFY_CHANGE_CREATION;
-    struct Row { const char* name; std::function<void()> change; DWORD signalled; };
+    struct Row
+    {
+        const char* name;
+        std::function<void()> change;
+        DWORD signalled;
+    };
     const Row rows[] = {
         {"append", [&] { watched.Write("f"); }, kWrite},
         {"truncate", [&] { watched.Write("f", TRUNCATE_EXISTING, ""); }, kWrite},
@@ -91,7 +96,8 @@ TEST(ChangeNotification, StaysSignalledUntilRearmed)
     EXPECT_TRUE(watched.IsSignalled(kDeadline));
 
     HANDLE second = nullptr;
-    ASSERT_TRUE(DuplicateHandle(GetCurrentProcess(), watched.notification.get(), GetCurrentProcess(), &second, 0, FALSE, DUPLICATE_SAME_ACCESS));
+    ASSERT_TRUE(
+        DuplicateHandle(GetCurrentProcess(), watched.notification.get(), GetCurrentProcess(), &second, 0, FALSE, DUPLICATE_SAME_ACCESS));
     EXPECT_TRUE(FindNextChangeNotification(watched.notification.get()));
     EXPECT_EQ(WAIT_TIMEOUT, WaitForSingleObject(second, 0));
     EXPECT_TRUE(FindCloseChangeNotification(second));

@@ -21,7 +21,12 @@ protected:
     std::string At(const std::string& name) const { return name.empty() ? name : m_folder + name; }
     bool Exists(const std::string& name) const { return GetFileAttributesA(At(name).c_str()) != INVALID_FILE_ATTRIBUTES; }
 
-    struct Row { const char* source; const char* target; DWORD error; };
+    struct Row
+    {
+        const char* source;
+        const char* target;
+        DWORD error;
+    };
 
     // Runs call on the rows' names and compares the last errors, 0 for success.
     template <class Call>
@@ -71,9 +76,16 @@ TEST_F(FileSystem, AttributesOfWhatIsNotThere)
 {
     const auto attributes = [](const char* name, const char*) { return BOOL{GetFileAttributesA(name) != INVALID_FILE_ATTRIBUTES}; };
     ExpectErrors({{"none", "", ERROR_FILE_NOT_FOUND},
-                  {"none\\", "", ERROR_FILE_NOT_FOUND}, {"none\\x", "", ERROR_PATH_NOT_FOUND}, {"", "", ERROR_PATH_NOT_FOUND},
-                  {"file\\", "", ERROR_PATH_NOT_FOUND}, {"file\\x", "", ERROR_PATH_NOT_FOUND}, {"*", "", ERROR_INVALID_NAME},
-                  {"sub\\", "", 0}, {"sub\\.", "", 0}, {"SUB//INNER", "", 0}, {"none\\..\\file", "", 0},
+                  {"none\\", "", ERROR_FILE_NOT_FOUND},
+                  {"none\\x", "", ERROR_PATH_NOT_FOUND},
+                  {"", "", ERROR_PATH_NOT_FOUND},
+                  {"file\\", "", ERROR_PATH_NOT_FOUND},
+                  {"file\\x", "", ERROR_PATH_NOT_FOUND},
+                  {"*", "", ERROR_INVALID_NAME},
+                  {"sub\\", "", 0},
+                  {"sub\\.", "", 0},
+                  {"SUB//INNER", "", 0},
+                  {"none\\..\\file", "", 0},
                   {"file ", "", 0}},
                  attributes);
     EXPECT_EQ(DWORD{FILE_ATTRIBUTE_DIRECTORY}, GetFileAttributesA("C:\\"));
@@ -96,8 +108,12 @@ TEST_F(FileSystem, DeletingRefusesFoldersAndReadOnlyFiles)
     SetFileAttributesA(At("other").c_str(), FILE_ATTRIBUTE_READONLY);
     const auto remove = [](const char* name, const char*) { return DeleteFileA(name); };
     ExpectErrors({{"none", "", ERROR_FILE_NOT_FOUND},
-                  {"none\\x", "", ERROR_PATH_NOT_FOUND}, {"", "", ERROR_PATH_NOT_FOUND}, {"sub", "", ERROR_ACCESS_DENIED},
-                  {"other", "", ERROR_ACCESS_DENIED}, {"*", "", ERROR_INVALID_NAME}, {"file\\", "", ERROR_INVALID_NAME},
+                  {"none\\x", "", ERROR_PATH_NOT_FOUND},
+                  {"", "", ERROR_PATH_NOT_FOUND},
+                  {"sub", "", ERROR_ACCESS_DENIED},
+                  {"other", "", ERROR_ACCESS_DENIED},
+                  {"*", "", ERROR_INVALID_NAME},
+                  {"file\\", "", ERROR_INVALID_NAME},
                   {"FILE", "", 0},
                   {"file", "", ERROR_FILE_NOT_FOUND}},
                  remove);
@@ -108,10 +124,16 @@ TEST_F(FileSystem, DeletingRefusesFoldersAndReadOnlyFiles)
 TEST_F(FileSystem, MovingRenamesAndNeverReplaces)
 {
     ExpectErrors({{"none", "b", ERROR_FILE_NOT_FOUND},
-                  {"file", "other", ERROR_ALREADY_EXISTS}, {"file", "sub", ERROR_ALREADY_EXISTS},
-                  {"sub", "other", ERROR_ALREADY_EXISTS}, {"file", "none\\b", ERROR_PATH_NOT_FOUND},
-                  {"", "b", ERROR_PATH_NOT_FOUND}, {"file", "", ERROR_PATH_NOT_FOUND}, {"file\\", "b", ERROR_INVALID_NAME},
-                  {"file", "b\\", ERROR_DIRECTORY}, {"sub", "sub\\x", ERROR_INVALID_PARAMETER}, {"file", "file", 0},
+                  {"file", "other", ERROR_ALREADY_EXISTS},
+                  {"file", "sub", ERROR_ALREADY_EXISTS},
+                  {"sub", "other", ERROR_ALREADY_EXISTS},
+                  {"file", "none\\b", ERROR_PATH_NOT_FOUND},
+                  {"", "b", ERROR_PATH_NOT_FOUND},
+                  {"file", "", ERROR_PATH_NOT_FOUND},
+                  {"file\\", "b", ERROR_INVALID_NAME},
+                  {"file", "b\\", ERROR_DIRECTORY},
+                  {"sub", "sub\\x", ERROR_INVALID_PARAMETER},
+                  {"file", "file", 0},
                   {"file", "b", 0},
                   {"sub\\", "sub2", 0}},
                  [](const char* source, const char* target) { return MoveFileA(source, target); });
@@ -148,24 +170,34 @@ TEST_F(FileSystem, CopyingKeepsAttributesAndTheWriteTime)
 TEST_F(FileSystem, CopyingRefusals)
 {
     ExpectErrors({{"none", "b", ERROR_FILE_NOT_FOUND},
-                  {"none\\x", "b", ERROR_PATH_NOT_FOUND}, {"file", "none\\b", ERROR_PATH_NOT_FOUND},
-                  {"file", "", ERROR_PATH_NOT_FOUND}, {"file", "file", ERROR_SHARING_VIOLATION},
-                  {"file", "sub", ERROR_ACCESS_DENIED}, {"sub", "b", ERROR_ACCESS_DENIED},
+                  {"none\\x", "b", ERROR_PATH_NOT_FOUND},
+                  {"file", "none\\b", ERROR_PATH_NOT_FOUND},
+                  {"file", "", ERROR_PATH_NOT_FOUND},
+                  {"file", "file", ERROR_SHARING_VIOLATION},
+                  {"file", "sub", ERROR_ACCESS_DENIED},
+                  {"sub", "b", ERROR_ACCESS_DENIED},
                   {"file", "other", 0}},
                  [](const char* source, const char* target) { return CopyFileA(source, target, FALSE); });
-    ExpectErrors({{"file", "OTHER", ERROR_FILE_EXISTS}}, [](const char* source, const char* target) { return CopyFileA(source, target, TRUE); });
+    ExpectErrors({{"file", "OTHER", ERROR_FILE_EXISTS}},
+                 [](const char* source, const char* target) { return CopyFileA(source, target, TRUE); });
     EXPECT_EQ("hello", ReadBytes(At("other")));
 }
 
 TEST_F(FileSystem, FoldersAreMadeOnceAndRemovedEmpty)
 {
     ExpectErrors({{"sub", "", ERROR_ALREADY_EXISTS},
-                  {"SUB", "", ERROR_ALREADY_EXISTS}, {"file", "", ERROR_ALREADY_EXISTS}, {"none\\x", "", ERROR_PATH_NOT_FOUND},
-                  {"file\\x", "", ERROR_PATH_NOT_FOUND}, {"", "", ERROR_PATH_NOT_FOUND}, {"a*", "", ERROR_INVALID_NAME},
+                  {"SUB", "", ERROR_ALREADY_EXISTS},
+                  {"file", "", ERROR_ALREADY_EXISTS},
+                  {"none\\x", "", ERROR_PATH_NOT_FOUND},
+                  {"file\\x", "", ERROR_PATH_NOT_FOUND},
+                  {"", "", ERROR_PATH_NOT_FOUND},
+                  {"a*", "", ERROR_INVALID_NAME},
                   {"new\\", "", 0}},
                  [](const char* name, const char*) { return CreateDirectoryA(name, nullptr); });
     ExpectErrors({{"sub", "", ERROR_DIR_NOT_EMPTY},
-                  {"file", "", ERROR_DIRECTORY}, {"none", "", ERROR_FILE_NOT_FOUND}, {"none\\x", "", ERROR_PATH_NOT_FOUND},
+                  {"file", "", ERROR_DIRECTORY},
+                  {"none", "", ERROR_FILE_NOT_FOUND},
+                  {"none\\x", "", ERROR_PATH_NOT_FOUND},
                   {"", "", ERROR_INVALID_NAME},
                   {"NEW\\", "", 0}},
                  [](const char* name, const char*) { return RemoveDirectoryA(name); });
@@ -174,11 +206,17 @@ TEST_F(FileSystem, FoldersAreMadeOnceAndRemovedEmpty)
 
 TEST_F(FileSystem, TemporaryNames)
 {
-    struct NameRow { std::string folder; const char* prefix; UINT unique; std::string name; };
+    struct NameRow
+    {
+        std::string folder;
+        const char* prefix;
+        UINT unique;
+        std::string name;
+    };
     const NameRow rows[] = {{At("sub"), "ab", 0x1234, At("sub") + "\\ab1234.tmp"},
-                        {At("sub") + "\\", "prefix", 5, At("sub") + "\\pre5.tmp"},
-                        {At("sub"), nullptr, 0x12345678, At("sub") + "\\5678.tmp"},
-                        {".", "ab", 1, ".\\ab1.tmp"}};
+                            {At("sub") + "\\", "prefix", 5, At("sub") + "\\pre5.tmp"},
+                            {At("sub"), nullptr, 0x12345678, At("sub") + "\\5678.tmp"},
+                            {".", "ab", 1, ".\\ab1.tmp"}};
     char buffer[MAX_PATH];
     for (const NameRow& row : rows) {
         EXPECT_EQ(row.unique & 0xFFFF, GetTempFileNameA(row.folder.c_str(), row.prefix, row.unique, buffer));

@@ -62,7 +62,13 @@ std::string FilledFolder()
 }
 
 // contents: of file.txt afterwards.
-struct OpenRow { const char* name; const char* file; DWORD access, disposition, flags, error; const char* contents; };
+struct OpenRow
+{
+    const char* name;
+    const char* file;
+    DWORD access, disposition, flags, error;
+    const char* contents;
+};
 
 }  // namespace
 
@@ -137,7 +143,13 @@ TEST(FileSharing, NewOpenersMustAgreeWithThoseBefore)
 {
     // access, share: of the first opener.
     // otherAccess, otherShare: of the second.
-    struct Row { const char* name; DWORD access, share; DWORD otherAccess, otherShare; bool clash; };
+    struct Row
+    {
+        const char* name;
+        DWORD access, share;
+        DWORD otherAccess, otherShare;
+        bool clash;
+    };
     constexpr DWORD kBoth = GENERIC_READ | GENERIC_WRITE;
     const Row rows[] = {
         {"readers share", GENERIC_READ, FILE_SHARE_READ, GENERIC_READ, FILE_SHARE_READ, false},
@@ -146,7 +158,8 @@ TEST(FileSharing, NewOpenersMustAgreeWithThoseBefore)
         {"writer beside reader that allows it", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, GENERIC_WRITE, FILE_SHARE_READ, false},
         {"writer beside reader that denies it", GENERIC_READ, FILE_SHARE_READ, GENERIC_WRITE, kShareAll, true},
         {"reader denies the writer before", kBoth, kShareAll, GENERIC_READ, FILE_SHARE_READ, true},
-        {"queries clash with nobody", kBoth, 0, 0, 0, false}, {"queries deny nothing", 0, 0, kBoth, 0, false},
+        {"queries clash with nobody", kBoth, 0, 0, 0, false},
+        {"queries deny nothing", 0, 0, kBoth, 0, false},
         {"attributes are queries", kBoth, 0, FILE_READ_ATTRIBUTES, 0, false},
         {"deleter beside reader that denies it", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, DELETE, kShareAll, true},
         {"deleter beside reader that allows it", GENERIC_READ, kShareAll, DELETE, kShareAll, false},
@@ -188,7 +201,11 @@ TEST(FileTransfer, NeedsTheRight)
     const std::string file = FilledFolder() + "file.txt";
     char bytes[4] = "abc";
     DWORD done = 9;
-    struct Row { DWORD access; bool mayRead, mayWrite; };
+    struct Row
+    {
+        DWORD access;
+        bool mayRead, mayWrite;
+    };
     for (const Row& row : {Row{0, false, false}, Row{GENERIC_READ, true, false}, Row{GENERIC_WRITE, false, true},
                            Row{GENERIC_READ | GENERIC_WRITE, true, true}, Row{GENERIC_ALL, true, true}}) {
         const OpenedFile opened(file, row.access);
@@ -317,12 +334,23 @@ TEST(FileLocks, KeepOtherLockersOut)
     const std::string file = FilledFolder() + "file.txt";
     const OpenedFile first(file, GENERIC_READ | GENERIC_WRITE), second(file, GENERIC_READ | GENERIC_WRITE);
     EXPECT_TRUE(LockFile(first, 0, 0, 3, 0));
-    struct Row { const char* name; HANDLE handle; bool lock; DWORD offset, size; bool granted; };
+    struct Row
+    {
+        const char* name;
+        HANDLE handle;
+        bool lock;
+        DWORD offset, size;
+        bool granted;
+    };
     const Row rows[] = {
-        {"our own again", first, true, 0, 3, false},        {"overlap", second, true, 2, 2, false},
-        {"neighbour", second, true, 3, 2, true},            {"empty range elsewhere", second, true, 10, 0, true},
-        {"part of a range", first, false, 0, 2, false},     {"another handle's range", second, false, 0, 3, false},
-        {"the range", first, false, 0, 3, true},            {"the range again", first, false, 0, 3, false},
+        {"our own again", first, true, 0, 3, false},
+        {"overlap", second, true, 2, 2, false},
+        {"neighbour", second, true, 3, 2, true},
+        {"empty range elsewhere", second, true, 10, 0, true},
+        {"part of a range", first, false, 0, 2, false},
+        {"another handle's range", second, false, 0, 3, false},
+        {"the range", first, false, 0, 3, true},
+        {"the range again", first, false, 0, 3, false},
         {"what has become free", second, true, 0, 3, true},
     };
     for (const Row& row : rows) {

@@ -36,14 +36,33 @@ std::string FilledFolder()
 
 TEST(FindFile, PatternsSelectAndSort)
 {
-    struct Row { const char* pattern; const char* found; };
+    struct Row
+    {
+        const char* pattern;
+        const char* found;
+    };
     const Row rows[] = {
         {"*", ". .. .hid ab.c abc azb a_b b.TXT LongName123.text Short.txt Sub x.y.z "},
-        {"*.*", ". .. .hid ab.c abc azb a_b b.TXT LongName123.text Short.txt Sub x.y.z "}, {"a*b*", "ab.c abc azb a_b "},
-        {"A??", "abc azb a_b "}, {"abc?", "error 2"}, {"abc.", "abc "}, {"ABC", "abc "}, {"sub", "Sub "},
-        {"*.txt", "b.TXT Short.txt "}, {"*.txt ", "b.TXT Short.txt "}, {"*.t", "error 2"}, {"??.?", "ab.c "}, {"*y*", "x.y.z "},
-        {"*b", "azb a_b Sub "}, {"none", "error 2"}, {"*.zzz", "error 2"}, {"none\\*", "error 3"}, {"none\\x", "error 3"},
-        {"abc\\*", "error 123"}, {"Sub\\", "error 2"}, {"Sub\\*", ". .. "},
+        {"*.*", ". .. .hid ab.c abc azb a_b b.TXT LongName123.text Short.txt Sub x.y.z "},
+        {"a*b*", "ab.c abc azb a_b "},
+        {"A??", "abc azb a_b "},
+        {"abc?", "error 2"},
+        {"abc.", "abc "},
+        {"ABC", "abc "},
+        {"sub", "Sub "},
+        {"*.txt", "b.TXT Short.txt "},
+        {"*.txt ", "b.TXT Short.txt "},
+        {"*.t", "error 2"},
+        {"??.?", "ab.c "},
+        {"*y*", "x.y.z "},
+        {"*b", "azb a_b Sub "},
+        {"none", "error 2"},
+        {"*.zzz", "error 2"},
+        {"none\\*", "error 3"},
+        {"none\\x", "error 3"},
+        {"abc\\*", "error 123"},
+        {"Sub\\", "error 2"},
+        {"Sub\\*", ". .. "},
     };
     const std::string folder = FilledFolder();
     for (const Row& row : rows)

@@ -78,7 +78,7 @@ TEST(Modules, SystemModulesHaveTheSystemsCalls)
     ASSERT_NE(nullptr, kernel);
     EXPECT_EQ(kernel, GetModuleHandleA("kernel32.DLL"));
     EXPECT_EQ("C:\\windows\\system32\\kernel32.dll", FileOf(kernel));
-    using GetTick = DWORD (WINAPI*)();
+    using GetTick = DWORD(WINAPI*)();
     const auto tick = reinterpret_cast<GetTick>(reinterpret_cast<void*>(GetProcAddress(kernel, "GetTickCount")));
     ASSERT_NE(nullptr, tick);
     EXPECT_LT(tick() - GetTickCount() + 60'000, 120'000u);

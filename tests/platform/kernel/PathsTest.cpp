@@ -50,26 +50,45 @@ std::string Current()
     return Filled([](char* buffer, DWORD size) { return GetCurrentDirectoryA(size, buffer); });
 }
 
-struct FullRow { const char* name; const char* path; const char* full; const char* filePart; };
+struct FullRow
+{
+    const char* name;
+    const char* path;
+    const char* full;
+    const char* filePart;
+};
 
 }  // namespace
 
 TEST(FullPathRow, GoesByTheTextAlone)
 {
     const FullRow rows[] = {
-        {"Plain", "C:\\a\\b.txt", "C:\\a\\b.txt", "b.txt"}, {"KeepsDriveCase", "c:/x//y", "c:\\x\\y", "y"},
-        {"Parents", "C:\\a\\..\\b\\.\\c", "C:\\b\\c", "c"}, {"AboveRoot", "C:\\..\\..\\x", "C:\\x", "x"},
-        {"Root", "C:\\a\\..", "C:\\", nullptr}, {"FinalSlash", "C:\\a\\.\\", "C:\\a\\", nullptr},
-        {"FinalDot", "C:\\a\\.", "C:\\a", "a"}, {"TrailingDotsAndBlanks", "C:\\x. .", "C:\\x", "x"},
-        {"OnlyBlank", "C:\\a\\ ", "C:\\a\\", nullptr}, {"LeadingBlank", "C:\\ a", "C:\\ a", " a"},
-        {"FolderDot", "C:\\a.\\b", "C:\\a\\b", "b"}, {"FolderBlank", "C:\\a \\b", "C:\\a \\b", "b"},
-        {"FolderDotBlank", "C:\\a. \\b", "C:\\a. \\b", "b"}, {"FolderDots", "C:\\a\\...\\b", "C:\\a\\..\\b", "b"},
-        {"WildCards", "C:\\a\\*.txt", "C:\\a\\*.txt", "*.txt"}, {"OtherDrive", "Q:x", "Q:\\x", "x"},
-        {"Network", "\\\\srv\\sh\\..\\..\\f", "\\\\srv\\sh\\f", "f"}, {"NetworkSlashes", "//srv/sh/x", "\\\\srv\\sh\\x", "x"},
-        {"Verbatim", "\\\\?\\C:\\a. ", "\\\\?\\C:\\a", "a"}, {"Device", "con", "\\\\.\\con", nullptr},
-        {"DeviceWithExtension", "NUL.txt", "\\\\.\\NUL", nullptr}, {"DeviceInFolder", "c:\\dir\\com1", "\\\\.\\com1", nullptr},
-        {"DeviceWithColon", "con:", "\\\\.\\con", nullptr}, {"DeviceWithBlank", "prn ", "\\\\.\\prn", nullptr},
-        {"Pipe", "\\\\.\\pipe\\x", "\\\\.\\pipe\\x", "x"}, {"LinuxPath", "/etc/passwd", "Z:\\etc\\passwd", "passwd"},
+        {"Plain", "C:\\a\\b.txt", "C:\\a\\b.txt", "b.txt"},
+        {"KeepsDriveCase", "c:/x//y", "c:\\x\\y", "y"},
+        {"Parents", "C:\\a\\..\\b\\.\\c", "C:\\b\\c", "c"},
+        {"AboveRoot", "C:\\..\\..\\x", "C:\\x", "x"},
+        {"Root", "C:\\a\\..", "C:\\", nullptr},
+        {"FinalSlash", "C:\\a\\.\\", "C:\\a\\", nullptr},
+        {"FinalDot", "C:\\a\\.", "C:\\a", "a"},
+        {"TrailingDotsAndBlanks", "C:\\x. .", "C:\\x", "x"},
+        {"OnlyBlank", "C:\\a\\ ", "C:\\a\\", nullptr},
+        {"LeadingBlank", "C:\\ a", "C:\\ a", " a"},
+        {"FolderDot", "C:\\a.\\b", "C:\\a\\b", "b"},
+        {"FolderBlank", "C:\\a \\b", "C:\\a \\b", "b"},
+        {"FolderDotBlank", "C:\\a. \\b", "C:\\a. \\b", "b"},
+        {"FolderDots", "C:\\a\\...\\b", "C:\\a\\..\\b", "b"},
+        {"WildCards", "C:\\a\\*.txt", "C:\\a\\*.txt", "*.txt"},
+        {"OtherDrive", "Q:x", "Q:\\x", "x"},
+        {"Network", "\\\\srv\\sh\\..\\..\\f", "\\\\srv\\sh\\f", "f"},
+        {"NetworkSlashes", "//srv/sh/x", "\\\\srv\\sh\\x", "x"},
+        {"Verbatim", "\\\\?\\C:\\a. ", "\\\\?\\C:\\a", "a"},
+        {"Device", "con", "\\\\.\\con", nullptr},
+        {"DeviceWithExtension", "NUL.txt", "\\\\.\\NUL", nullptr},
+        {"DeviceInFolder", "c:\\dir\\com1", "\\\\.\\com1", nullptr},
+        {"DeviceWithColon", "con:", "\\\\.\\con", nullptr},
+        {"DeviceWithBlank", "prn ", "\\\\.\\prn", nullptr},
+        {"Pipe", "\\\\.\\pipe\\x", "\\\\.\\pipe\\x", "x"},
+        {"LinuxPath", "/etc/passwd", "Z:\\etc\\passwd", "passwd"},
     };
     for (const FullRow& row : rows) {
         SCOPED_TRACE(row.name);
@@ -137,10 +156,18 @@ TEST(ShortPath, ShortNamesTakeTheCaseOfTheFolder)
     WriteBytes("Short.txt", "x");
     CreateDirectoryA("Sub", nullptr);
     const std::string current = Current();
-    struct Row { std::string name, expected; };
+    struct Row
+    {
+        std::string name, expected;
+    };
     const Row rows[] = {{"SHORT.TXT", "Short.txt"},
-                        {".\\short.txt", ".\\Short.txt"}, {"sub\\..\\short.TXT", "Sub\\..\\Short.txt"}, {"sub\\", "Sub\\"},
-                        {"sub/", "Sub/"}, {"sub\\\\..//short.txt", "Sub\\\\..//Short.txt"}, {".", "."}, {"..", ".."},
+                        {".\\short.txt", ".\\Short.txt"},
+                        {"sub\\..\\short.TXT", "Sub\\..\\Short.txt"},
+                        {"sub\\", "Sub\\"},
+                        {"sub/", "Sub/"},
+                        {"sub\\\\..//short.txt", "Sub\\\\..//Short.txt"},
+                        {".", "."},
+                        {"..", ".."},
                         {current.substr(0, 3), current.substr(0, 3)}};
     for (const Row& row : rows) {
         EXPECT_EQ(row.expected, Short(row.name)) << row.name;
@@ -150,7 +177,11 @@ TEST(ShortPath, ShortNamesTakeTheCaseOfTheFolder)
 
 TEST(ShortPath, Failures)
 {
-    struct Row { const char* name; DWORD shortError, longError; };
+    struct Row
+    {
+        const char* name;
+        DWORD shortError, longError;
+    };
     for (const Row& row : {Row{"", ERROR_BAD_PATHNAME, ERROR_PATH_NOT_FOUND}, Row{"none", ERROR_FILE_NOT_FOUND, ERROR_FILE_NOT_FOUND},
                            Row{"none\\x", ERROR_FILE_NOT_FOUND, ERROR_FILE_NOT_FOUND}}) {
         EXPECT_EQ("(0)", Short(row.name));
@@ -166,7 +197,11 @@ TEST(CurrentFolder, ChangesAndRefusals)
     const std::string before = Current();
     CreateDirectoryA("sub", nullptr);
     WriteBytes("file", "x");
-    struct Row { const char* name; DWORD error; };
+    struct Row
+    {
+        const char* name;
+        DWORD error;
+    };
     for (const Row& row : {Row{"", ERROR_INVALID_NAME}, Row{"file", ERROR_DIRECTORY}, Row{"none", ERROR_FILE_NOT_FOUND},
                            Row{"none\\x", ERROR_PATH_NOT_FOUND}, Row{"Q:\\", ERROR_PATH_NOT_FOUND}}) {
         EXPECT_FALSE(SetCurrentDirectoryA(row.name)) << row.name;

@@ -16,11 +16,11 @@ Function* Procedure(const char* module, const char* name)
 // The calls that code takes from its library at run time.
 struct ProcessCalls
 {
-    BOOL (WINAPI* enumProcesses)(DWORD*, DWORD, DWORD*) = Procedure<BOOL WINAPI(DWORD*, DWORD, DWORD*)>("PSAPI.DLL", "EnumProcesses");
-    BOOL (WINAPI* enumModules)(HANDLE, HMODULE*, DWORD, DWORD*) =
-        Procedure<BOOL WINAPI(HANDLE, HMODULE*, DWORD, DWORD*)>("PSAPI.DLL", "EnumProcessModules");
-    DWORD (WINAPI* baseName)(HANDLE, HMODULE, LPSTR, DWORD) =
-        Procedure<DWORD WINAPI(HANDLE, HMODULE, LPSTR, DWORD)>("PSAPI.DLL", "GetModuleBaseNameA");
+    BOOL(WINAPI* enumProcesses)(DWORD*, DWORD, DWORD*) = Procedure<BOOL WINAPI(DWORD*, DWORD, DWORD*)>("PSAPI.DLL", "EnumProcesses");
+    BOOL(WINAPI* enumModules)
+    (HANDLE, HMODULE*, DWORD, DWORD*) = Procedure<BOOL WINAPI(HANDLE, HMODULE*, DWORD, DWORD*)>("PSAPI.DLL", "EnumProcessModules");
+    DWORD(WINAPI* baseName)
+    (HANDLE, HMODULE, LPSTR, DWORD) = Procedure<DWORD WINAPI(HANDLE, HMODULE, LPSTR, DWORD)>("PSAPI.DLL", "GetModuleBaseNameA");
 };
 
 std::string ProgramName()

@@ -9,7 +9,7 @@ TEST(Processes, GetTheirArgumentsAndGiveTheirExitCodes)
 {
     const std::string file = ScratchFile("arguments");
     const Child child = StartProgram(nullptr, Quoted(Program()) + " child 7 " + Quoted(DrivePath(file)) +
-                                           " plain \"a b\" c\\\"d e\\f \"g\\\\\" \"h\"\"i\" \"\"  j\\\\\\\"k");
+                                                  " plain \"a b\" c\\\"d e\\f \"g\\\\\" \"h\"\"i\" \"\"  j\\\\\\\"k");
     ASSERT_EQ(0u, child.error);
     EXPECT_EQ(7u, child.ExitCode());
     EXPECT_EQ("plain\na b\nc\"d\ne\\f\ng\\\nh\"i\n\nj\\\"k\n", ReadBytes(file));

@@ -183,7 +183,14 @@ TEST(Wait, RefusesBadCountsAndHandles)
 {
     const auto event = NewEvent(true, false);
     const std::vector<HANDLE> many(MAXIMUM_WAIT_OBJECTS + 1, event.get());
-    struct Row { const char* name; DWORD count; std::vector<HANDLE> handles; BOOL all; DWORD result, error; };
+    struct Row
+    {
+        const char* name;
+        DWORD count;
+        std::vector<HANDLE> handles;
+        BOOL all;
+        DWORD result, error;
+    };
     const HANDLE one = event.get();
     const Row rows[] = {
         {"none", 0, {one}, FALSE, WAIT_FAILED, ERROR_INVALID_PARAMETER},

@@ -1,6 +1,6 @@
 // ThreadsTest.cpp: a thread's life as its handle shows it, and values of each thread's own.
-#include "support/Failures.h"
 #include "support/Threads.h"
+#include "support/Failures.h"
 
 #include <atomic>
 
@@ -9,7 +9,8 @@ using namespace kelgen::test;
 TEST(Thread, SuspendedOneBeginsWhenItsCountReachesZero)
 {
     std::atomic<bool> ran{false};
-    const auto thread = StartThread([&ran]() -> DWORD {
+    const auto thread = StartThread(
+        [&ran]() -> DWORD {
             ran = true;
             return 7;
         },
@@ -28,7 +29,8 @@ TEST(Thread, RunsUntilItEndsAndReportsItsId)
     const OwnedHandle go(CreateEventA(nullptr, TRUE, FALSE, nullptr));
     std::atomic<DWORD> own{0};
     DWORD id = 0;
-    const auto thread = StartThread([&]() -> DWORD {
+    const auto thread = StartThread(
+        [&]() -> DWORD {
             own = GetCurrentThreadId();
             WaitForSingleObject(go.get(), kDeadline);
             ExitThread(11);

@@ -30,28 +30,38 @@ std::string Hex(const std::string& bytes)
 std::u16string Decode(UINT page, DWORD flags, const std::string& bytes)
 {
     std::vector<WCHAR> wide(bytes.size() * 4 + 8);
-    const int length = MultiByteToWideChar(page, flags, bytes.data(), static_cast<int>(bytes.size()), wide.data(),
-                                           static_cast<int>(wide.size()));
+    const int length =
+        MultiByteToWideChar(page, flags, bytes.data(), static_cast<int>(bytes.size()), wide.data(), static_cast<int>(wide.size()));
     return std::u16string(wide.begin(), wide.begin() + length);
 }
 
-struct Encoded { std::string bytes; bool usedDefault; };
+struct Encoded
+{
+    std::string bytes;
+    bool usedDefault;
+};
 
 Encoded Encode(UINT page, DWORD flags, const std::u16string& units, const char* defaultChar = nullptr)
 {
     const auto* wide = AsWide(reinterpret_cast<const unsigned short*>(units.data()));
     std::vector<char> bytes(units.size() * 8 + 8);
     BOOL used = FALSE;
-    const int length =
-        WideCharToMultiByte(page, flags, wide, static_cast<int>(units.size()), bytes.data(), static_cast<int>(bytes.size()),
-                            defaultChar, page == CP_UTF7 || page == CP_SYMBOL ? nullptr : &used);
+    const int length = WideCharToMultiByte(page, flags, wide, static_cast<int>(units.size()), bytes.data(), static_cast<int>(bytes.size()),
+                                           defaultChar, page == CP_UTF7 || page == CP_SYMBOL ? nullptr : &used);
     return {std::string(bytes.data(), static_cast<std::size_t>(length)), used != FALSE};
 }
 
-} // namespace
+}  // namespace
 
 // units: none: fails with ERROR_NO_UNICODE_TRANSLATION.
-struct DecodeRow { const char* name; UINT page; DWORD flags; std::string bytes; std::optional<std::u16string> units; };
+struct DecodeRow
+{
+    const char* name;
+    UINT page;
+    DWORD flags;
+    std::string bytes;
+    std::optional<std::u16string> units;
+};
 
 TEST(CodePageDecoding, GivesThePlatformsUnits)
 {
@@ -65,7 +75,8 @@ TEST(CodePageDecoding, GivesThePlatformsUnits)
         {"LeadByteAtTheEnd", 932, 0, "a\x82", u"a\u30FB"},
         {"LeadByteBeforeZeroStandsAlone", 932, 0, std::string("\x82\0z", 3), std::u16string(u"\u30FB\0z", 3)},
         {"LeadByteTakesAnyOtherByte", 932, 0, "\x81\x20\x82\x30X\x81\xAD\x82\xFF", u"\u30FB\u30FBX\u30FB\u30FB"},
-        {"StrictLeadByteAtTheEnd", 932, 8, "\x81", std::nullopt}, {"StrictUnknownPair", 932, 8, "a\x85\x40", std::nullopt},
+        {"StrictLeadByteAtTheEnd", 932, 8, "\x81", std::nullopt},
+        {"StrictUnknownPair", 932, 8, "a\x85\x40", std::nullopt},
         {"StrictUndefinedByte", 932, 8, "\xA0", std::nullopt},
         {"StrictKnowsTheSubstituteItself", 932, 8, "\x81\x45\x80", u"\u30FB\u0080"},
         {"StrictUndefinedByteOfASingleBytePage", 1253, 8, "a\xAA", std::nullopt},
@@ -74,7 +85,8 @@ TEST(CodePageDecoding, GivesThePlatformsUnits)
         {"CompositeTakesTwoMarksApart", 1253, MB_COMPOSITE, "\xC0", u"\u03B9\u0308\u0301"},
         {"SevenBitPageDropsTheHighBit", 20127, 0, std::string("\x80\xE9"), std::u16string(u"\0i", 2)},
         {"ChineseEuroAndOddByte", 936, 0, "\x80\xFF\xB0\xA1\xA1\x40", u"\u20AC\uF8F5\u554A\uE4C6"},
-        {"Symbols", CP_SYMBOL, 0, "\x41\x05\x20", u"\uF041\u0005\uF020"}, {"MacintoshAlias", CP_MACCP, 0, "\x8E", u"\u00E9"},
+        {"Symbols", CP_SYMBOL, 0, "\x41\x05\x20", u"\uF041\u0005\uF020"},
+        {"MacintoshAlias", CP_MACCP, 0, "\x8E", u"\u00E9"},
         {"Utf8Valid", CP_UTF8, 8, "a\xC3\xA9\xE3\x81\x82\xF0\x9F\x98\x80", u"a\u00E9\u3042\U0001F600"},
         {"Utf8TruncatedSequenceIsOne", CP_UTF8, 0, "\xF0\x9F\x98z\xE3\x81", u"\uFFFDz\uFFFD"},
         {"Utf8Overlong", CP_UTF8, 0, "\xC0\x80\xE0\x80\x80\xF0\x80\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"},
@@ -93,8 +105,7 @@ TEST(CodePageDecoding, GivesThePlatformsUnits)
         EXPECT_EQ(row.units.value_or(u""), units) << Hex(row.bytes);
         EXPECT_EQ(row.units ? kUntouched : DWORD{ERROR_NO_UNICODE_TRANSLATION}, GetLastError());
 
-        const int counted =
-            MultiByteToWideChar(row.page, row.flags, row.bytes.data(), static_cast<int>(row.bytes.size()), nullptr, 0);
+        const int counted = MultiByteToWideChar(row.page, row.flags, row.bytes.data(), static_cast<int>(row.bytes.size()), nullptr, 0);
         EXPECT_EQ(units.size(), static_cast<std::size_t>(counted));
     }
 }
@@ -123,20 +134,29 @@ TEST(CodePageEncoding, GivesThePlatformsBytes)
         {"OnlyTheFirstByteOfADefaultInASingleBytePage", 1252, 0, u"\u3042\u3042", "**", true, "*!"},
         {"DefaultThatIsInTheTextIsNotUsed", 1252, 0, u"\u00E9\u2019", "\xE9\x92", false, "\xE9"},
         {"EachSurrogateIsAUnit", 1252, 0, u"\U0001F600", "??", true},
-        {"ComposesLetterAndMark", 1252, WC_COMPOSITECHECK, u"e\u0301x\u0301o\u0308\u0327a", "\xE9x\xB4\xF6\xB8" "a"},
+        {"ComposesLetterAndMark", 1252, WC_COMPOSITECHECK, u"e\u0301x\u0301o\u0308\u0327a",
+         "\xE9x\xB4\xF6\xB8"
+         "a"},
         {"ComposesToABestFit", 1252, WC_COMPOSITECHECK, u"A\u0304x", "Ax"},
-        {"ComposesOnlyWhatThePageHasWithoutBestFit", 1252, WC_COMPOSITECHECK | WC_NO_BEST_FIT_CHARS, u"A\u030Ce\u0301",
-         "A?\xE9", true},
-        {"OemBestFit", 437, 0, u"\u2018\u2019\u201C\u2013\u2026\u20AC\u2022\u00C0\u00A9\u2500", "`'\"-.?\x07" "Ac\xC4", true},
-        {"Japanese", 932, 0, u"\u3042\uFF71\u2014\u00A5\u203E\u00E9\u301C\u00A6\u0080\uE000",
-         "\x82\xA0\xB1?\\?e?|\x80\xF0\x40", true},
+        {"ComposesOnlyWhatThePageHasWithoutBestFit", 1252, WC_COMPOSITECHECK | WC_NO_BEST_FIT_CHARS, u"A\u030Ce\u0301", "A?\xE9", true},
+        {"OemBestFit", 437, 0, u"\u2018\u2019\u201C\u2013\u2026\u20AC\u2022\u00C0\u00A9\u2500",
+         "`'\"-.?\x07"
+         "Ac\xC4",
+         true},
+        {"Japanese", 932, 0, u"\u3042\uFF71\u2014\u00A5\u203E\u00E9\u301C\u00A6\u0080\uE000", "\x82\xA0\xB1?\\?e?|\x80\xF0\x40", true},
         {"JapaneseBestFit", 932, 0, u"\u00A5\u00E9\u00C0\u00A9\u00AE\u00AB", "\\eAcR\x81\xE1"},
         {"JapaneseDoubleByteDefault", 932, 0, u"\u3042\u0E01\u3042", "\x82\xA0\x82\xA0\x82\xA0", true, "\x82\xA0"},
         {"JapaneseDefaultOfTwoPlainBytes", 932, 0, u"\u0E01", "ab", true, "ab"},
         {"SevenBitBestFit", 20127, 0, u"\u00E9\u0080A", "e?A", true},
-        {"Latin1", 28591, 0, u"\u20AC\u00E9\u0100", "?\xE9" "A", true},
+        {"Latin1", 28591, 0, u"\u20AC\u00E9\u0100",
+         "?\xE9"
+         "A",
+         true},
         {"Utf8Pair", CP_UTF8, 0, u"\U0001F600\u00E9\u3042", "\xF0\x9F\x98\x80\xC3\xA9\xE3\x81\x82"},
-        {"Utf8LoneSurrogates", CP_UTF8, 0, std::u16string{0xD83D, u'A', 0xDE00}, "\xEF\xBF\xBD" "A\xEF\xBF\xBD", true},
+        {"Utf8LoneSurrogates", CP_UTF8, 0, std::u16string{0xD83D, u'A', 0xDE00},
+         "\xEF\xBF\xBD"
+         "A\xEF\xBF\xBD",
+         true},
         {"Utf8IgnoresADefault", CP_UTF8, 0, u"a", "a", false, "?"},
         {"Utf7", CP_UTF7, 0, u"Hi -\u263A-! a+b~\\ \u3042\u3042=b", "Hi -+Jjo--+ACE- a+-b+AH4AXA- +MEIwQgA9-b"},
         {"Utf7DirectCharacters", CP_UTF7, 0, u"'(),-./:? \t\r\nAz09", "'(),-./:? \t\r\nAz09"},
@@ -266,8 +286,7 @@ TEST(CodePages, KnowTheirLeadBytes)
     ASSERT_TRUE(GetCPInfo(37, &info));
     EXPECT_EQ(0x6F, info.DefaultChar[0]);
     EXPECT_TRUE(IsDBCSLeadByteEx(932, 0x81) && IsDBCSLeadByteEx(932, 0xFC));
-    EXPECT_FALSE(IsDBCSLeadByteEx(932, 0xA1) || IsDBCSLeadByteEx(932, 0xFD) || IsDBCSLeadByteEx(CP_UTF8, 0xE3) ||
-                 IsDBCSLeadByte(0x81));
+    EXPECT_FALSE(IsDBCSLeadByteEx(932, 0xA1) || IsDBCSLeadByteEx(932, 0xFD) || IsDBCSLeadByteEx(CP_UTF8, 0xE3) || IsDBCSLeadByte(0x81));
 
     EXPECT_TRUE(FailedWith(ERROR_INVALID_PARAMETER, !GetCPInfo(CP_SYMBOL, &info)));
     for (const UINT page : {0u, 1u, 2u, 3u, 42u, 1200u, 99999u})
@@ -278,13 +297,21 @@ TEST(CodePages, OemAndAnsiConvertInPlace)
 {
     char text[] = "\xE9\xC0\xA9z";
     EXPECT_TRUE(CharToOemA(text, text));
-    EXPECT_STREQ("\x82" "Acz", text);
+    EXPECT_STREQ("\x82"
+                 "Acz",
+                 text);
     EXPECT_TRUE(OemToCharA(text, text));
-    EXPECT_STREQ("\xE9" "Acz", text);
+    EXPECT_STREQ("\xE9"
+                 "Acz",
+                 text);
     EXPECT_FALSE(CharToOemA(nullptr, text));
 }
 
-struct WholePage { UINT page; unsigned decoded, bestFit, exact; };
+struct WholePage
+{
+    UINT page;
+    unsigned decoded, bestFit, exact;
+};
 
 unsigned Checksum(const void* data, std::size_t size)
 {
@@ -311,23 +338,23 @@ std::string EveryCharacterOf(UINT page)
 TEST(CodePageTables, AreThePlatformsInEveryCharacter)
 {
     const WholePage rows[] = {
-        {37, 0x5BE135E5, 0xDCF35B1D, 0xE7C61B0D}, {437, 0xCE302791, 0xBD400924, 0x9F2917AF},
-        {500, 0x309B0F35, 0xAD5F09F2, 0x3A87C0E9}, {737, 0xE5DA8748, 0x3E09D135, 0x33725841},
-        {775, 0xD186D3C1, 0x066A9D4C, 0xFA6E272B}, {850, 0xF1A8E31D, 0x5FAFD29E, 0x480A4E91},
-        {852, 0x6A051CCA, 0x6A1876EA, 0xB648BF49}, {855, 0x3E73B906, 0x827F7BB1, 0x55A7B2C3},
-        {857, 0x827BAF6E, 0xDF73BEEA, 0x0682BDD1}, {860, 0x0FA6223C, 0x47F6E19D, 0x7DDED009},
-        {861, 0xFB6274DA, 0xE0E7F7D7, 0x1A7FB20D}, {862, 0x87514C98, 0x2095DAEC, 0xD599E723},
-        {863, 0x59B64C26, 0x94101CDB, 0x0E436219}, {864, 0xEDF6D6E5, 0x5A3CD502, 0xF2B71325},
-        {865, 0x543C5405, 0x2387E7C6, 0xAF27EE3F}, {866, 0x1D036885, 0xB63567BB, 0x558BA83D},
-        {869, 0x17D5AB11, 0xEF9EA067, 0x279E71D9}, {874, 0x2E0FDF85, 0x16014652, 0xE0C1323F},
-        {875, 0xBD6DE1A8, 0xB2204537, 0x29BAB228}, {932, 0x6DAE7999, 0x3A0CD7F4, 0xB66E2100},
-        {936, 0xCCCAEE2C, 0xBFD86018, 0xF2EC770A}, {949, 0x6FB39E8D, 0xF165D806, 0x57D9F71F},
-        {950, 0x92CEC54E, 0xCE3BCE07, 0x1E30B721}, {1026, 0x558E2E10, 0x9A661723, 0xA7CA7B43},
-        {1250, 0x9EE33060, 0xA2CBD038, 0x67D08F99}, {1251, 0xE61D8B9F, 0x7D664449, 0xB9E5E82F},
-        {1252, 0x27509E00, 0x75365D8D, 0xF3843115}, {1253, 0x3213BB75, 0xCF2199B9, 0xCC052969},
-        {1254, 0x4EC1689E, 0x2519CD3F, 0xF801C74F}, {1255, 0x5D28D5A8, 0xB0A5A398, 0x398178FF},
-        {1256, 0xEBEB1568, 0x772D1421, 0xE7116FD1}, {1257, 0x76F193BC, 0xF1AEA3CC, 0x8559A3CF},
-        {1258, 0xEEE99D3A, 0x58AC531E, 0x163246B9}, {10000, 0x5F68BFEC, 0xF5037953, 0xEDE28D73},
+        {37, 0x5BE135E5, 0xDCF35B1D, 0xE7C61B0D},    {437, 0xCE302791, 0xBD400924, 0x9F2917AF},
+        {500, 0x309B0F35, 0xAD5F09F2, 0x3A87C0E9},   {737, 0xE5DA8748, 0x3E09D135, 0x33725841},
+        {775, 0xD186D3C1, 0x066A9D4C, 0xFA6E272B},   {850, 0xF1A8E31D, 0x5FAFD29E, 0x480A4E91},
+        {852, 0x6A051CCA, 0x6A1876EA, 0xB648BF49},   {855, 0x3E73B906, 0x827F7BB1, 0x55A7B2C3},
+        {857, 0x827BAF6E, 0xDF73BEEA, 0x0682BDD1},   {860, 0x0FA6223C, 0x47F6E19D, 0x7DDED009},
+        {861, 0xFB6274DA, 0xE0E7F7D7, 0x1A7FB20D},   {862, 0x87514C98, 0x2095DAEC, 0xD599E723},
+        {863, 0x59B64C26, 0x94101CDB, 0x0E436219},   {864, 0xEDF6D6E5, 0x5A3CD502, 0xF2B71325},
+        {865, 0x543C5405, 0x2387E7C6, 0xAF27EE3F},   {866, 0x1D036885, 0xB63567BB, 0x558BA83D},
+        {869, 0x17D5AB11, 0xEF9EA067, 0x279E71D9},   {874, 0x2E0FDF85, 0x16014652, 0xE0C1323F},
+        {875, 0xBD6DE1A8, 0xB2204537, 0x29BAB228},   {932, 0x6DAE7999, 0x3A0CD7F4, 0xB66E2100},
+        {936, 0xCCCAEE2C, 0xBFD86018, 0xF2EC770A},   {949, 0x6FB39E8D, 0xF165D806, 0x57D9F71F},
+        {950, 0x92CEC54E, 0xCE3BCE07, 0x1E30B721},   {1026, 0x558E2E10, 0x9A661723, 0xA7CA7B43},
+        {1250, 0x9EE33060, 0xA2CBD038, 0x67D08F99},  {1251, 0xE61D8B9F, 0x7D664449, 0xB9E5E82F},
+        {1252, 0x27509E00, 0x75365D8D, 0xF3843115},  {1253, 0x3213BB75, 0xCF2199B9, 0xCC052969},
+        {1254, 0x4EC1689E, 0x2519CD3F, 0xF801C74F},  {1255, 0x5D28D5A8, 0xB0A5A398, 0x398178FF},
+        {1256, 0xEBEB1568, 0x772D1421, 0xE7116FD1},  {1257, 0x76F193BC, 0xF1AEA3CC, 0x8559A3CF},
+        {1258, 0xEEE99D3A, 0x58AC531E, 0x163246B9},  {10000, 0x5F68BFEC, 0xF5037953, 0xEDE28D73},
         {10007, 0xC79B5EBC, 0x15B377D1, 0xE310A049}, {10008, 0x354B1CBB, 0xD92FCC1D, 0xA61742EF},
         {10029, 0xB009E6D0, 0x349F0CA3, 0x3A9A20A7}, {20127, 0x15B0ADC5, 0x916B1CEB, 0x0112C5C5},
         {20866, 0x6DA1CD4E, 0x98B4CDF0, 0x2B3C31F7}, {20949, 0xC8342AF6, 0x68B84D08, 0xF448C68C},
@@ -356,10 +383,8 @@ TEST(CodePageTables, AreThePlatformsInEveryCharacter)
 // Texts of ASCII runs and other characters, so that every block path starts and stops everywhere.
 std::string MixedText(Random& random, UINT page)
 {
-    static const std::vector<std::string> kJapanese = {"\x82\xA0", "\x88\x9F", "\xB1", "\x81\x5C",
-                                                       "\x81\xAD", "\x80",     "\xFD", "\xE0\x20"};
-    static const std::vector<std::string> kUtf8 = {"\xC3\xA9", "\xE3\x81\x82", "\xF0\x9F\x98\x80",
-                                                   "\xFF",     "\xE3\x81",     "\xED\xA0\x80"};
+    static const std::vector<std::string> kJapanese = {"\x82\xA0", "\x88\x9F", "\xB1", "\x81\x5C", "\x81\xAD", "\x80", "\xFD", "\xE0\x20"};
+    static const std::vector<std::string> kUtf8 = {"\xC3\xA9", "\xE3\x81\x82", "\xF0\x9F\x98\x80", "\xFF", "\xE3\x81", "\xED\xA0\x80"};
     std::string text;
     for (int runs = random.Between(0, 12); runs > 0; --runs) {
         text.append(static_cast<std::size_t>(random.Between(0, random.Between(0, 4) == 0 ? 300 : 20)), 'k');
@@ -417,8 +442,7 @@ TEST(CodePages, BlockPathsEqualOneCharacterAtATime)
             std::vector<WCHAR> part(static_cast<std::size_t>(capacity));
             MultiByteToWideChar(page, 0, text.data(), static_cast<int>(text.size()), part.data(), capacity);
             const std::size_t sure = static_cast<std::size_t>(capacity) - (page == CP_UTF8);
-            ASSERT_EQ(units.substr(0, sure), std::u16string(part.begin(), part.begin() + static_cast<std::ptrdiff_t>(sure)))
-                << page;
+            ASSERT_EQ(units.substr(0, sure), std::u16string(part.begin(), part.begin() + static_cast<std::ptrdiff_t>(sure))) << page;
         }
     }
 }

@@ -3,7 +3,6 @@
 
 #include "support/Failures.h"
 
-
 #include <cstring>
 
 using namespace kelgen::test;
@@ -16,28 +15,55 @@ int Order(DWORD flags, const unsigned short* left, const unsigned short* right)
     return CompareStringW(LOCALE_USER_DEFAULT, flags, AsWide(left), -1, AsWide(right), -1) - CSTR_EQUAL;
 }
 
-} // namespace
+}  // namespace
 
-struct OrderRow { const char* name; DWORD flags; const unsigned short* left; const unsigned short* right; int order; };
+struct OrderRow
+{
+    const char* name;
+    DWORD flags;
+    const unsigned short* left;
+    const unsigned short* right;
+    int order;
+};
 
 TEST(LocaleOrder, IsThePlatforms)
 {
     const OrderRow rows[] = {
-        {"SmallBeforeCapital", 0, u"a"_w, u"A"_w, -1}, {"LettersBeforeCase", 0, u"ab"_w, u"Aa"_w, 1},
-        {"FirstCaseDecides", 0, u"aB"_w, u"Ab"_w, -1}, {"IgnoreCase", NORM_IGNORECASE, u"\u00E9"_w, u"\u00C9"_w, 0},
+        {"SmallBeforeCapital", 0, u"a"_w, u"A"_w, -1},
+        {"LettersBeforeCase", 0, u"ab"_w, u"Aa"_w, 1},
+        {"FirstCaseDecides", 0, u"aB"_w, u"Ab"_w, -1},
+        {"IgnoreCase", NORM_IGNORECASE, u"\u00E9"_w, u"\u00C9"_w, 0},
         {"BuiltInAccentIsLetterAndMark", 0, u"e\u0301"_w, u"\u00E9"_w, 0},
-        {"LettersBeforeAccents", 0, u"\u00E9" u"a"_w, u"ez"_w, -1}, {"AccentsBeforeCase", 0, u"\u00E9"_w, u"E"_w, 1},
-        {"FirstAccentDecides", 0, u"r\u00E9sume"_w, u"resum\u00E9"_w, 1}, {"AccentsHaveAnOrder", 0, u"\u00E1"_w, u"\u00E0"_w, -1},
-        {"IgnoreAccents", NORM_IGNORENONSPACE, u"\u00F8"_w, u"o"_w, 0}, {"SharpSIsTwoLetters", 0, u"\u00DF"_w, u"ss"_w, 0},
-        {"LigatureIsTwoLetters", 0, u"\u00E6"_w, u"af"_w, -1}, {"ThornIsTwoLetters", 0, u"\u00FE"_w, u"th"_w, 0},
-        {"StrokeCountsAsAccent", 0, u"\u00F8"_w, u"p"_w, -1}, {"HyphenCountsLast", 0, u"co-op"_w, u"cop"_w, -1},
-        {"HyphenCountsAtAll", 0, u"co-op"_w, u"coop"_w, 1}, {"HyphenAsASymbol", SORT_STRINGSORT, u"co-op"_w, u"coop"_w, -1},
-        {"ApostropheBeforeHyphen", 0, u"it's"_w, u"it-s"_w, -1}, {"EarlierHyphenIsGreater", 0, u"-a"_w, u"a-"_w, 1},
-        {"IgnoreSymbols", NORM_IGNORESYMBOLS, u"a.b "_w, u"ab"_w, 0}, {"DigitsBeforeLetters", 0, u"1"_w, u"a"_w, -1},
-        {"DigitsOneByOne", 0, u"10"_w, u"9"_w, -1}, {"RaisedDigit", 0, u"1"_w, u"\u00B9"_w, -1},
-        {"FractionsBeforeOne", 0, u"\u00BD"_w, u"1"_w, -1}, {"IgnoreWidth", NORM_IGNOREWIDTH, u"\uFF21"_w, u"A"_w, 0},
-        {"Hiragana", 0, u"\u3042"_w, u"\u30A2"_w, 1}, {"IgnoreKanaType", NORM_IGNOREKANATYPE, u"\u3042"_w, u"\u30A2"_w, 0},
-        {"SoftHyphenIsNothing", 0, u"a\u00AD" u"b"_w, u"ab"_w, 0}, {"ScriptsInOrder", 0, u"z"_w, u"\u03B1"_w, -1},
+        {"LettersBeforeAccents", 0,
+         u"\u00E9"
+         u"a"_w,
+         u"ez"_w, -1},
+        {"AccentsBeforeCase", 0, u"\u00E9"_w, u"E"_w, 1},
+        {"FirstAccentDecides", 0, u"r\u00E9sume"_w, u"resum\u00E9"_w, 1},
+        {"AccentsHaveAnOrder", 0, u"\u00E1"_w, u"\u00E0"_w, -1},
+        {"IgnoreAccents", NORM_IGNORENONSPACE, u"\u00F8"_w, u"o"_w, 0},
+        {"SharpSIsTwoLetters", 0, u"\u00DF"_w, u"ss"_w, 0},
+        {"LigatureIsTwoLetters", 0, u"\u00E6"_w, u"af"_w, -1},
+        {"ThornIsTwoLetters", 0, u"\u00FE"_w, u"th"_w, 0},
+        {"StrokeCountsAsAccent", 0, u"\u00F8"_w, u"p"_w, -1},
+        {"HyphenCountsLast", 0, u"co-op"_w, u"cop"_w, -1},
+        {"HyphenCountsAtAll", 0, u"co-op"_w, u"coop"_w, 1},
+        {"HyphenAsASymbol", SORT_STRINGSORT, u"co-op"_w, u"coop"_w, -1},
+        {"ApostropheBeforeHyphen", 0, u"it's"_w, u"it-s"_w, -1},
+        {"EarlierHyphenIsGreater", 0, u"-a"_w, u"a-"_w, 1},
+        {"IgnoreSymbols", NORM_IGNORESYMBOLS, u"a.b "_w, u"ab"_w, 0},
+        {"DigitsBeforeLetters", 0, u"1"_w, u"a"_w, -1},
+        {"DigitsOneByOne", 0, u"10"_w, u"9"_w, -1},
+        {"RaisedDigit", 0, u"1"_w, u"\u00B9"_w, -1},
+        {"FractionsBeforeOne", 0, u"\u00BD"_w, u"1"_w, -1},
+        {"IgnoreWidth", NORM_IGNOREWIDTH, u"\uFF21"_w, u"A"_w, 0},
+        {"Hiragana", 0, u"\u3042"_w, u"\u30A2"_w, 1},
+        {"IgnoreKanaType", NORM_IGNOREKANATYPE, u"\u3042"_w, u"\u30A2"_w, 0},
+        {"SoftHyphenIsNothing", 0,
+         u"a\u00AD"
+         u"b"_w,
+         u"ab"_w, 0},
+        {"ScriptsInOrder", 0, u"z"_w, u"\u03B1"_w, -1},
         {"EmptyIsLeast", 0, u""_w, u"-"_w, -1},
     };
     for (const OrderRow& row : rows) {

@@ -82,8 +82,8 @@ TEST(MessageFormat, TakesArraysAndKnowsTheSystemsTexts)
     DWORD_PTR values[] = {5, reinterpret_cast<DWORD_PTR>(AsWide(u"arr"_w))};
     // The array goes where a list's address would.
     WCHAR wide[100];
-    const DWORD fromString = FormatMessageW(FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ARGUMENT_ARRAY, AsWide(u"%1!d! %2"_w), 0, 0, wide, 100,
-                                            reinterpret_cast<va_list*>(values));
+    const DWORD fromString = FormatMessageW(FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ARGUMENT_ARRAY, AsWide(u"%1!d! %2"_w), 0, 0, wide,
+                                            100, reinterpret_cast<va_list*>(values));
     EXPECT_EQ("5 arr", Narrowed(wide, fromString));
 
     char text[100];

@@ -2,7 +2,6 @@
 #include <climits>
 #include <cstring>
 
-
 namespace {
 
 using Bytes = const unsigned char*;
@@ -42,21 +41,31 @@ std::string RangesOf(int (*test)(unsigned int), unsigned int end)
     return ranges;
 }
 
-} // namespace
+}  // namespace
 
-struct ClassRow { const char* name; int page; int (*test)(unsigned int); unsigned int end; const char* ranges; };
+struct ClassRow
+{
+    const char* name;
+    int page;
+    int (*test)(unsigned int);
+    unsigned int end;
+    const char* ranges;
+};
 
 TEST(MultibyteClass, HasTheRuntimesCharacters)
 {
     const ClassRow rows[] = {
-        {"Space", 1252, _ismbcspace, 0x10000, "9-d 20-20 a0-a0 "}, {"Digit", 1252, _ismbcdigit, 0x10000, "30-39 b2-b3 b9-b9 "},
+        {"Space", 1252, _ismbcspace, 0x10000, "9-d 20-20 a0-a0 "},
+        {"Digit", 1252, _ismbcdigit, 0x10000, "30-39 b2-b3 b9-b9 "},
         {"Alpha", 1252, _ismbcalpha, 0x10000, "41-5a 61-7a 83-83 88-88 8a-8a 8c-8c 8e-8e 9a-9a 9c-9c 9e-9f c0-d6 d8-f6 f8-ff "},
         {"Upper", 1252, _ismbcupper, 0x10000, "41-5a 8a-8a 8c-8c 8e-8e 9f-9f c0-d6 d8-de "},
         {"Lower", 1252, _ismbclower, 0x10000, "61-7a 83-83 9a-9a 9c-9c 9e-9e df-f6 f8-ff "},
-        {"Lead", 1252, _ismbblead, 0x100, ""}, {"JapaneseSpace", 932, _ismbcspace, 0x10000, "9-d 20-20 8140-8140 "},
+        {"Lead", 1252, _ismbblead, 0x100, ""},
+        {"JapaneseSpace", 932, _ismbcspace, 0x10000, "9-d 20-20 8140-8140 "},
         {"JapaneseDigit", 932, _ismbcdigit, 0x10000, "30-39 824f-8258 "},
         {"JapaneseUpper", 932, _ismbcupper, 0x10000, "41-5a 81f0-81f0 8260-8279 839f-83b6 8440-8460 "},
-        {"JapaneseLead", 932, _ismbblead, 0x100, "81-9f e0-fc "}, {"JapaneseTrail", 932, _ismbbtrail, 0x100, "40-7e 80-fc "},
+        {"JapaneseLead", 932, _ismbblead, 0x100, "81-9f e0-fc "},
+        {"JapaneseTrail", 932, _ismbbtrail, 0x100, "40-7e 80-fc "},
         {"KoreanTrail", 949, _ismbbtrail, 0x100, "41-fe "},
         {"SevenBitSpace", 20127, _ismbcspace, 0x10000, "9-d 20-20 89-8d a0-a0 "},
     };
@@ -146,7 +155,9 @@ TEST(Multibyte, EditsByCharacter)
     const SelectedPage page(932);
     EXPECT_EQ("AB\x82\x60\xE9\x7A\x83", edited(_mbsupr, "aB\x82\x81\xE9\x7A\x83"));
     EXPECT_EQ("ab\x82\x81\xC9z", edited(_mbslwr, "aB\x82\x60\xC9Z"));
-    EXPECT_EQ("z\x82\xA0" "a\x82", edited(_mbsrev, "a\x82\xA0z\x82"));
+    EXPECT_EQ("z\x82\xA0"
+              "a\x82",
+              edited(_mbsrev, "a\x82\xA0z\x82"));
 
     unsigned char copy[] = "########";
     _mbsnbcpy(copy, AsBytes("a\x82\xA0z"), 2);

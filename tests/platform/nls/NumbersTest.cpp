@@ -1,7 +1,6 @@
 // NumbersTest.cpp: number parsing and spelling by the runtime's rules, and the narrow text functions beside them.
 #include <kelgen/platform/WideText.h>
 
-
 #include <cerrno>
 #include <climits>
 #include <cmath>
@@ -22,18 +21,27 @@ struct IntegerRow
 TEST(WideInteger, ParsesAsTheRuntimeDoes)
 {
     const IntegerRow rows[] = {
-        {"HexadecimalByPrefix", u"0x1f"_w, 0, 31, 31, 31, 4}, {"HexadecimalPrefix", u"0X1Fg"_w, 16, 31, 31, 31, 4},
-        {"PrefixWithoutDigits", u"0xg"_w, 16, 0, 0, 0, 0}, {"OctalByPrefix", u"017"_w, 0, 15, 15, 15, 3},
-        {"OctalStopsAtEight", u"08"_w, 0, 0, 0, 0, 1}, {"WhiteSpaceAndSign", u" \t\n\v\f\r-5x"_w, 10, -5, 0xFFFFFFFB, -5, 8},
-        {"OneSignOnly", u"+-5"_w, 10, 0, 0, 0, 0}, {"Nothing", u""_w, 10, 0, 0, 0, 0},
+        {"HexadecimalByPrefix", u"0x1f"_w, 0, 31, 31, 31, 4},
+        {"HexadecimalPrefix", u"0X1Fg"_w, 16, 31, 31, 31, 4},
+        {"PrefixWithoutDigits", u"0xg"_w, 16, 0, 0, 0, 0},
+        {"OctalByPrefix", u"017"_w, 0, 15, 15, 15, 3},
+        {"OctalStopsAtEight", u"08"_w, 0, 0, 0, 0, 1},
+        {"WhiteSpaceAndSign", u" \t\n\v\f\r-5x"_w, 10, -5, 0xFFFFFFFB, -5, 8},
+        {"OneSignOnly", u"+-5"_w, 10, 0, 0, 0, 0},
+        {"Nothing", u""_w, 10, 0, 0, 0, 0},
         {"BeyondTheLimit", u"99999999999"_w, 10, INT_MAX, UINT_MAX, 99999999999, 11},
         {"BelowTheLimit", u"-99999999999"_w, 10, INT_MIN, 1, -99999999999, 12},
         {"LowestNumber", u"-2147483648"_w, 10, INT_MIN, 0x80000000, -2147483648LL, 11},
         {"OneAboveTheHighest", u"2147483648"_w, 10, INT_MAX, 0x80000000, 2147483648LL, 10},
         {"HighestUnsigned", u"4294967295"_w, 10, INT_MAX, 0xFFFFFFFF, 4294967295LL, 10},
-        {"Base36", u"zZ"_w, 36, 1295, 1295, 1295, 2}, {"Base2StopsAtTwo", u"12"_w, 2, 1, 1, 1, 1},
-        {"ArabicDigit", u"\u0665"_w, 10, 5, 5, 5, 1}, {"WideDigit", u"\uFF11\uFF12"_w, 10, 12, 12, 12, 2},
-        {"WideSpaces", u"\u3000\u00A0" u"5"_w, 10, 5, 5, 5, 3},
+        {"Base36", u"zZ"_w, 36, 1295, 1295, 1295, 2},
+        {"Base2StopsAtTwo", u"12"_w, 2, 1, 1, 1, 1},
+        {"ArabicDigit", u"\u0665"_w, 10, 5, 5, 5, 1},
+        {"WideDigit", u"\uFF11\uFF12"_w, 10, 12, 12, 12, 2},
+        {"WideSpaces",
+         u"\u3000\u00A0"
+         u"5"_w,
+         10, 5, 5, 5, 3},
     };
     for (const IntegerRow& row : rows) {
         SCOPED_TRACE(row.name);
@@ -76,16 +84,28 @@ TEST(WideNumbers, SixtyFourBitLimits)
     EXPECT_EQ(-12, _atoi64(" -12x"));
 }
 
-struct RealRow { const char* name; const unsigned short* text; double value; int used; };
+struct RealRow
+{
+    const char* name;
+    const unsigned short* text;
+    double value;
+    int used;
+};
 
 TEST(WideReal, ParsesAsTheRuntimeDoes)
 {
     const RealRow rows[] = {
-        {"Exponent", u"1e5x"_w, 1e5, 3}, {"PointFirst", u" -.5e-3"_w, -0.0005, 7}, {"PointLast", u"5.x"_w, 5, 2},
-        {"PointAlone", u"."_w, 0, 0}, {"ExponentNeedsDigits", u"1e+x"_w, 1, 1}, {"CommaEnds", u"1,5"_w, 1, 1},
-        {"TwoSigns", u"+-3"_w, 0, 0}, {"Rounded", u"9007199254740993"_w, 9007199254740992, 16},
+        {"Exponent", u"1e5x"_w, 1e5, 3},
+        {"PointFirst", u" -.5e-3"_w, -0.0005, 7},
+        {"PointLast", u"5.x"_w, 5, 2},
+        {"PointAlone", u"."_w, 0, 0},
+        {"ExponentNeedsDigits", u"1e+x"_w, 1, 1},
+        {"CommaEnds", u"1,5"_w, 1, 1},
+        {"TwoSigns", u"+-3"_w, 0, 0},
+        {"Rounded", u"9007199254740993"_w, 9007199254740992, 16},
         {"ManyDigits", u"123456789012345678901234567890"_w, 123456789012345678901234567890.0, 30},
-        {"TooLarge", u"-1e400"_w, -HUGE_VAL, 6}, {"TooSmall", u"1e-400"_w, 0, 6},
+        {"TooLarge", u"-1e400"_w, -HUGE_VAL, 6},
+        {"TooSmall", u"1e-400"_w, 0, 6},
         {"SmallestDenormal", u"4.9e-324"_w, 4.9406564584124654e-324, 8},
     };
     for (const RealRow& row : rows) {

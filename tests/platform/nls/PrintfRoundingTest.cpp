@@ -85,7 +85,8 @@ TEST(PrintfRounding, DigitsAreExactAndHalvesGoAwayFromZero)
             value = random.Between(-100000, 100000) / static_cast<double>(1 << random.Between(0, 20));
             break;
         case 2:  // a hair beside decimal halves and powers of ten
-            value = std::nextafter((random.Between(0, 999) + 0.5) * std::pow(10.0, random.Between(-12, 17)), random.Between(0, 1) ? 1e300 : 0);
+            value =
+                std::nextafter((random.Between(0, 999) + 0.5) * std::pow(10.0, random.Between(-12, 17)), random.Between(0, 1) ? 1e300 : 0);
             break;
         default:
             value = std::pow(10.0, random.Between(-14, 20)) - std::pow(10.0, random.Between(-16, 2)) / 2;

@@ -56,7 +56,12 @@ double ParsedDouble(const std::string& text)
     return std::strtod(text.c_str(), nullptr);
 }
 
-struct CorpusRow { char type; const char* argument; std::vector<std::pair<const char*, const char*>> texts; };
+struct CorpusRow
+{
+    char type;
+    const char* argument;
+    std::vector<std::pair<const char*, const char*>> texts;
+};
 
 const CorpusRow corpus[] = {
 #include "PrintfCorpus.inc"
@@ -65,11 +70,16 @@ const CorpusRow corpus[] = {
 std::string Formatted(char type, const char* argument, const char* format)
 {
     switch (type) {
-    case 'i': return Formatted(format, static_cast<int>(std::strtoll(argument, nullptr, 10)));
-    case 'q': return Formatted(format, std::strtoll(argument, nullptr, 10));
-    case 'd': return Formatted(format, ParsedDouble(argument));
-    case 'w': return Formatted(format, Widened(argument).data());
-    default: return Formatted(format, argument);
+    case 'i':
+        return Formatted(format, static_cast<int>(std::strtoll(argument, nullptr, 10)));
+    case 'q':
+        return Formatted(format, std::strtoll(argument, nullptr, 10));
+    case 'd':
+        return Formatted(format, ParsedDouble(argument));
+    case 'w':
+        return Formatted(format, Widened(argument).data());
+    default:
+        return Formatted(format, argument);
     }
 }
 
@@ -108,7 +118,11 @@ TEST(WidePrintf, NarrowBytesWidenAsTheyStand)
 
 TEST(WidePrintf, NeverWritesPastTheRoom)
 {
-    struct Row { size_t capacity; int result; };
+    struct Row
+    {
+        size_t capacity;
+        int result;
+    };
     for (const Row& row : {Row{5, 4}, Row{4, 4}, Row{3, -1}, Row{0, -1}}) {
         std::vector<WCHAR> text(8, '#');
         EXPECT_EQ(row.result, FormatInto(text.data(), row.capacity, AsWide(u"ab%d"_w), 12)) << row.capacity;

@@ -35,7 +35,10 @@ public:
     }
 
     WCHAR* Text() { return m_text; }
-    std::vector<WCHAR> Units() const { return std::vector<WCHAR>(m_units.end() - (m_units.data() + m_units.size() - m_text), m_units.end()); }
+    std::vector<WCHAR> Units() const
+    {
+        return std::vector<WCHAR>(m_units.end() - (m_units.data() + m_units.size() - m_text), m_units.end());
+    }
 
 private:
     std::vector<WCHAR> m_units;
@@ -59,7 +62,7 @@ const WCHAR* Search(const WCHAR* first, const WCHAR* end, const std::vector<WCHA
     return found != end || sought.size() == 1 ? found : nullptr;
 }
 
-} // namespace
+}  // namespace
 
 TEST(WideRuntime, SearchesEqualTheModel)
 {
@@ -119,13 +122,11 @@ TEST(WideRuntime, EditsEqualTheModel)
         ExactText text(random, random.Between(0, 40), 7);
         const std::vector<WCHAR> before = text.Units();
         std::vector<WCHAR> expected = before;
-        std::transform(before.begin(), before.end(), expected.begin(),
-                       [](WCHAR unit) { return static_cast<WCHAR>(Lower(unit)); });
+        std::transform(before.begin(), before.end(), expected.begin(), [](WCHAR unit) { return static_cast<WCHAR>(Lower(unit)); });
         ASSERT_EQ(text.Text(), _wcslwr(text.Text()));
         ASSERT_EQ(expected, text.Units());
-        std::transform(before.begin(), before.end(), expected.begin(), [](WCHAR unit) {
-            return static_cast<WCHAR>(Lower(unit) >= 'a' && Lower(unit) <= 'z' ? Lower(unit) - 32 : unit);
-        });
+        std::transform(before.begin(), before.end(), expected.begin(),
+                       [](WCHAR unit) { return static_cast<WCHAR>(Lower(unit) >= 'a' && Lower(unit) <= 'z' ? Lower(unit) - 32 : unit); });
         ASSERT_EQ(text.Text(), _wcsupr(text.Text()));
         ASSERT_EQ(expected, text.Units());
         std::reverse(expected.begin(), expected.end() - 1);
@@ -155,15 +156,25 @@ TEST(WideRuntime, AppendsBehindTheTerminator)
     EXPECT_EQ(nullptr, _wcsdup(nullptr));
 }
 
-struct CompareRow { const char* name; const unsigned short* left; const unsigned short* right; int noCase, collated; };
+struct CompareRow
+{
+    const char* name;
+    const unsigned short* left;
+    const unsigned short* right;
+    int noCase, collated;
+};
 
 TEST(WideComparison, FollowsTheRuntimeInItsFirstLocale)
 {
     const CompareRow rows[] = {
-        {"LettersFold", u"ABC"_w, u"abc"_w, 0, -1}, {"LetterBeforeUnderscoreWhenFolded", u"A"_w, u"_"_w, 2, -1},
-        {"SmallBeforeCapital", u"a"_w, u"B"_w, -1, 1}, {"AccentsDoNotFold", u"\u00E9"_w, u"\u00C9"_w, 32, 1},
-        {"GreekDoesNotFold", u"\u03B1"_w, u"\u0391"_w, 32, 1}, {"PrefixIsLess", u""_w, u"a"_w, -97, -1},
-        {"LongerIsGreater", u"abcd"_w, u"abc"_w, 100, 1}, {"HyphenCounts", u"co-op"_w, u"coop"_w, -66, -1},
+        {"LettersFold", u"ABC"_w, u"abc"_w, 0, -1},
+        {"LetterBeforeUnderscoreWhenFolded", u"A"_w, u"_"_w, 2, -1},
+        {"SmallBeforeCapital", u"a"_w, u"B"_w, -1, 1},
+        {"AccentsDoNotFold", u"\u00E9"_w, u"\u00C9"_w, 32, 1},
+        {"GreekDoesNotFold", u"\u03B1"_w, u"\u0391"_w, 32, 1},
+        {"PrefixIsLess", u""_w, u"a"_w, -97, -1},
+        {"LongerIsGreater", u"abcd"_w, u"abc"_w, 100, 1},
+        {"HyphenCounts", u"co-op"_w, u"coop"_w, -66, -1},
         {"UnitsAreUnsigned", u"\uFFFF"_w, u"a"_w, 0xFFFF - 'a', 1},
     };
     for (const CompareRow& row : rows) {

@@ -80,16 +80,29 @@ TEST(Variant, CopyOwnsItsText)
 
 TEST(Variant, ChangesBetweenNumbersAndText)
 {
-    struct Row { VARIANT source; VARTYPE type; HRESULT result; LONG number; const char* text; };
+    struct Row
+    {
+        VARIANT source;
+        VARTYPE type;
+        HRESULT result;
+        LONG number;
+        const char* text;
+    };
     VARIANT truth = NumberVariant(0);
     truth.vt = VT_BOOL;
     truth.boolVal = VARIANT_TRUE;
     const Row rows[] = {
-        {TextVariant("42"), VT_I4, S_OK, 42, ""}, {TextVariant(" -7 "), VT_I4, S_OK, -7, ""},
-        {TextVariant("abc"), VT_I4, DISP_E_TYPEMISMATCH, 0, ""}, {TextVariant(""), VT_I4, DISP_E_TYPEMISMATCH, 0, ""},
-        {NumberVariant(2.5), VT_I4, S_OK, 2, ""}, {NumberVariant(3.5), VT_I4, S_OK, 4, ""},
-        {NumberVariant(1e10), VT_I4, DISP_E_OVERFLOW, 0, ""}, {NumberVariant(1.5), VT_BSTR, S_OK, 0, "1.5"},
-        {truth, VT_BSTR, S_OK, 0, "-1"}, {truth, VT_I4, S_OK, -1, ""}, {NumberVariant(2147483647), VT_I4, S_OK, 2147483647, ""},
+        {TextVariant("42"), VT_I4, S_OK, 42, ""},
+        {TextVariant(" -7 "), VT_I4, S_OK, -7, ""},
+        {TextVariant("abc"), VT_I4, DISP_E_TYPEMISMATCH, 0, ""},
+        {TextVariant(""), VT_I4, DISP_E_TYPEMISMATCH, 0, ""},
+        {NumberVariant(2.5), VT_I4, S_OK, 2, ""},
+        {NumberVariant(3.5), VT_I4, S_OK, 4, ""},
+        {NumberVariant(1e10), VT_I4, DISP_E_OVERFLOW, 0, ""},
+        {NumberVariant(1.5), VT_BSTR, S_OK, 0, "1.5"},
+        {truth, VT_BSTR, S_OK, 0, "-1"},
+        {truth, VT_I4, S_OK, -1, ""},
+        {NumberVariant(2147483647), VT_I4, S_OK, 2147483647, ""},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(&row - rows);
@@ -172,10 +185,16 @@ TEST(SafeArray, FirstIndexMovesFastest)
 
 TEST(VariantTime, CountsFromTheEndOf1899)
 {
-    struct Row { SYSTEMTIME time; double date; };
+    struct Row
+    {
+        SYSTEMTIME time;
+        double date;
+    };
     const Row rows[] = {
-        {{1899, 12, 6, 30, 0, 0, 0, 0}, 0.0}, {{2020, 2, 6, 29, 12, 30, 15, 0}, 43890.5210069444},
-        {{1899, 12, 5, 29, 6, 0, 0, 0}, -1.25}, {{9999, 12, 5, 31, 23, 59, 59, 0}, 2958465.99998843},
+        {{1899, 12, 6, 30, 0, 0, 0, 0}, 0.0},
+        {{2020, 2, 6, 29, 12, 30, 15, 0}, 43890.5210069444},
+        {{1899, 12, 5, 29, 6, 0, 0, 0}, -1.25},
+        {{9999, 12, 5, 31, 23, 59, 59, 0}, 2958465.99998843},
     };
     for (const Row& row : rows) {
         SYSTEMTIME time = row.time;

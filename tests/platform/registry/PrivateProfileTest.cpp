@@ -7,7 +7,9 @@ using namespace std::string_literals;
 
 namespace {
 
-const std::string kFile = "; head\r\n" "[a]\r\nk=v\r\nempty=\r\nblank=   \r\nnoeq\r\n;c=1\r\n ; d=2\r\n"
+const std::string kFile =
+    "; head\r\n"
+    "[a]\r\nk=v\r\nempty=\r\nblank=   \r\nnoeq\r\n;c=1\r\n ; d=2\r\n"
     "q='x'\r\nq2=\"x'\r\nq3=\"\"\r\nq4=\"\r\nq5=\" a \"\r\nq6=\"a\" b\r\n"
     "  ind  =  z  \r\n=nokey\r\nk=second\r\ntab\t=\ty\t\r\ncom=v ; c\r\n"
     "[ sp ace ]\r\nk=1\r\n[b] trailing\nk=2\n[unclosed\nx=3\n  [ind]\r\nk=4\r\n[]\r\nk=5\r\n[a]\r\nz=late\r\n[x]y]\r\nk=6";
@@ -26,22 +28,46 @@ std::pair<DWORD, std::string> ListOf(DWORD size, Call call)
 
 }  // namespace
 
-struct ValueRow { const char* name; const char* section; const char* key; const char* fallback; std::string value; };
+struct ValueRow
+{
+    const char* name;
+    const char* section;
+    const char* key;
+    const char* fallback;
+    std::string value;
+};
 
 TEST(ProfileValue, IsReadWithoutBlanksAndQuotes)
 {
     const ValueRow rows[] = {
-        {"First", "a", "k", "-", "v"}, {"OtherCase", "A", "K", "-", "v"}, {"BlanksInNames", " a ", " k ", "-", "v"},
-        {"Empty", "a", "empty", "-", ""}, {"Blank", "a", "blank", "-", ""}, {"NoEqualSign", "a", "noeq", "-", "-"},
-        {"Comment", "a", ";c", "-", "1"}, {"SingleQuotes", "a", "q", "-", "x"}, {"QuotesDiffer", "a", "q2", "-", "\"x'"},
-        {"OnlyQuotes", "a", "q3", "-", ""}, {"OneQuote", "a", "q4", "-", "\""}, {"BlanksInQuotes", "a", "q5", "-", " a "},
-        {"QuotesInside", "a", "q6", "-", "\"a\" b"}, {"BlanksAround", "a", "ind", "-", "z"}, {"EmptyKey", "a", "", "-", "nokey"},
-        {"Tabs", "a", "tab", "-", "y"}, {"SemicolonInValue", "a", "com", "-", "v ; c"},
-        {"SectionWithBlanks", "sp ace", "k", "-", "1"}, {"TextAfterBracket", "b", "k", "-", "2"},
-        {"UnclosedBracket", "unclosed", "x", "-", "-"}, {"BelowUnclosed", "b", "x", "-", "3"},
-        {"IndentedSection", "ind", "k", "-", "4"}, {"NamelessSection", "", "k", "-", "-"}, {"SectionAgain", "a", "z", "-", "-"},
-        {"LastBracketCounts", "x]y", "k", "-", "6"}, {"DefaultTrimmed", "a", "none", "  l t \t ", "  l t \t"},
-        {"DefaultUnquoted", "a", "none", "\"quoted\"", "quoted"}, {"DefaultNull", "a", "none", nullptr, ""},
+        {"First", "a", "k", "-", "v"},
+        {"OtherCase", "A", "K", "-", "v"},
+        {"BlanksInNames", " a ", " k ", "-", "v"},
+        {"Empty", "a", "empty", "-", ""},
+        {"Blank", "a", "blank", "-", ""},
+        {"NoEqualSign", "a", "noeq", "-", "-"},
+        {"Comment", "a", ";c", "-", "1"},
+        {"SingleQuotes", "a", "q", "-", "x"},
+        {"QuotesDiffer", "a", "q2", "-", "\"x'"},
+        {"OnlyQuotes", "a", "q3", "-", ""},
+        {"OneQuote", "a", "q4", "-", "\""},
+        {"BlanksInQuotes", "a", "q5", "-", " a "},
+        {"QuotesInside", "a", "q6", "-", "\"a\" b"},
+        {"BlanksAround", "a", "ind", "-", "z"},
+        {"EmptyKey", "a", "", "-", "nokey"},
+        {"Tabs", "a", "tab", "-", "y"},
+        {"SemicolonInValue", "a", "com", "-", "v ; c"},
+        {"SectionWithBlanks", "sp ace", "k", "-", "1"},
+        {"TextAfterBracket", "b", "k", "-", "2"},
+        {"UnclosedBracket", "unclosed", "x", "-", "-"},
+        {"BelowUnclosed", "b", "x", "-", "3"},
+        {"IndentedSection", "ind", "k", "-", "4"},
+        {"NamelessSection", "", "k", "-", "-"},
+        {"SectionAgain", "a", "z", "-", "-"},
+        {"LastBracketCounts", "x]y", "k", "-", "6"},
+        {"DefaultTrimmed", "a", "none", "  l t \t ", "  l t \t"},
+        {"DefaultUnquoted", "a", "none", "\"quoted\"", "quoted"},
+        {"DefaultNull", "a", "none", nullptr, ""},
         {"SectionMissing", "none", nullptr, "-", "-"},
     };
     for (const ValueRow& row : rows) {
@@ -62,11 +88,14 @@ TEST(Profile, ListsSectionsKeysAndEntries)
     const std::string file = ScratchFile("test.ini");
     WriteBytes(file, kFile);
     const auto strings = [&](const char* section) {
-        return ListOf(400, [&](LPSTR buffer, DWORD size) { return GetPrivateProfileStringA(section, nullptr, "", buffer, size, file.c_str()); }).second;
+        return ListOf(400,
+                      [&](LPSTR buffer, DWORD size) { return GetPrivateProfileStringA(section, nullptr, "", buffer, size, file.c_str()); })
+            .second;
     };
     EXPECT_EQ("a|sp ace|b|ind|a|x]y|", strings(nullptr));
     EXPECT_EQ("k|empty|blank|q|q2|q3|q4|q5|q6|ind||k|tab|com|", strings("a"));
-    const auto entries = ListOf(400, [&](LPSTR buffer, DWORD size) { return GetPrivateProfileSectionA("a", buffer, size, file.c_str()); }).second;
+    const auto entries =
+        ListOf(400, [&](LPSTR buffer, DWORD size) { return GetPrivateProfileSectionA("a", buffer, size, file.c_str()); }).second;
     EXPECT_EQ("k=v|empty=|blank=|noeq|q='x'|q2=\"x'|q3=\"\"|q4=\"|q5=\" a \"|q6=\"a\" b|ind=z|=nokey|k=second|tab=y|com=v ; c|", entries);
 }
 
@@ -76,7 +105,8 @@ TEST(Profile, ListsAreCutToTwoLessThanTheSize)
     WriteBytes(file, "[b]\r\nk=2\r\nl=3\r\n[c]\r\n");
     using Cut = std::pair<DWORD, std::string>;
     const auto keys = [&](DWORD size) {
-        return ListOf(size, [&](LPSTR buffer, DWORD room) { return GetPrivateProfileStringA("b", nullptr, "", buffer, room, file.c_str()); });
+        return ListOf(size,
+                      [&](LPSTR buffer, DWORD room) { return GetPrivateProfileStringA("b", nullptr, "", buffer, room, file.c_str()); });
     };
     const auto names = [&](DWORD size) {
         return ListOf(size, [&](LPSTR buffer, DWORD room) { return GetPrivateProfileSectionNamesA(buffer, room, file.c_str()); });
@@ -99,15 +129,31 @@ TEST(Profile, ListsAreCutToTwoLessThanTheSize)
     EXPECT_EQ(0u, GetPrivateProfileStringA("b", "k", "", nullptr, 0, file.c_str()));
 }
 
-struct NumberRow { const char* name; std::string text; int number; };
+struct NumberRow
+{
+    const char* name;
+    std::string text;
+    int number;
+};
 
 TEST(ProfileNumber, IsTheLeadingNumber)
 {
     const NumberRow rows[] = {
-        {"Decimal", "12", 12}, {"Negative", "-12abc", -12}, {"Plus", "+7", 7}, {"Blank", " 8", 8}, {"Hexadecimal", "0x1F", 31},
-        {"UpperPrefix", "0X1f", 0}, {"NegativeHexadecimal", "-0x10", -16}, {"Octal", "0o17", 15}, {"Binary", "0b11", 3},
-        {"LeadingZero", "010", 10}, {"Quoted", "\"5\"", 5}, {"Wraps", "99999999999", 1215752191}, {"Largest", "4294967295", -1},
-        {"Letters", "abc", 0}, {"EmptyIsTheDefault", "", 42},
+        {"Decimal", "12", 12},
+        {"Negative", "-12abc", -12},
+        {"Plus", "+7", 7},
+        {"Blank", " 8", 8},
+        {"Hexadecimal", "0x1F", 31},
+        {"UpperPrefix", "0X1f", 0},
+        {"NegativeHexadecimal", "-0x10", -16},
+        {"Octal", "0o17", 15},
+        {"Binary", "0b11", 3},
+        {"LeadingZero", "010", 10},
+        {"Quoted", "\"5\"", 5},
+        {"Wraps", "99999999999", 1215752191},
+        {"Largest", "4294967295", -1},
+        {"Letters", "abc", 0},
+        {"EmptyIsTheDefault", "", 42},
     };
     for (const NumberRow& row : rows) {
         SCOPED_TRACE(row.name);
@@ -130,13 +176,16 @@ struct WriteRow
 TEST(ProfileWrite, ChangesOnlyThatEntry)
 {
     const WriteRow rows[] = {
-        {"NewFile", "", "s", "k", "v", "[s]\r\nk=v\r\n"}, {"Changed", "[s]\r\nk=v\r\n", "S", "K", "x", "[s]\r\nk=x\r\n"},
+        {"NewFile", "", "s", "k", "v", "[s]\r\nk=v\r\n"},
+        {"Changed", "[s]\r\nk=v\r\n", "S", "K", "x", "[s]\r\nk=x\r\n"},
         {"NewKey", "[s]\r\nk=v\r\n[t]\r\n", "s", "n", "1", "[s]\r\nk=v\r\nn=1\r\n[t]\r\n"},
         {"NewSection", "[s]\r\nk=v\r\n", "t", "k", "1", "[s]\r\nk=v\r\n[t]\r\nk=1\r\n"},
         {"UnendedLine", "[s]\r\nk=v", "s", "n", "1", "[s]\r\nk=v\r\nn=1\r\n"},
         {"LeadingBlanks", "[s]\r\n", "s", "k", "  lead", "[s]\r\nk=lead\r\n"},
-        {"Quotes", "[s]\r\n", "s", "k", "\"q\"", "[s]\r\nk=\"q\"\r\n"}, {"EmptyValue", "[s]\r\n", "s", "k", "", "[s]\r\nk=\r\n"},
-        {"KeyWithEquals", "[s]\r\n", "s", "x=y", "3", "[s]\r\nx=y=3\r\n"}, {"EmptyKey", "[s]\r\n", "s", "", "v", "[s]\r\n=v\r\n"},
+        {"Quotes", "[s]\r\n", "s", "k", "\"q\"", "[s]\r\nk=\"q\"\r\n"},
+        {"EmptyValue", "[s]\r\n", "s", "k", "", "[s]\r\nk=\r\n"},
+        {"KeyWithEquals", "[s]\r\n", "s", "x=y", "3", "[s]\r\nx=y=3\r\n"},
+        {"EmptyKey", "[s]\r\n", "s", "", "v", "[s]\r\n=v\r\n"},
         {"BecomesAnEntry", "[s]\r\nnoeq\r\n", "s", "noeq", "z", "[s]\r\nnoeq=z\r\n"},
         {"KeepsComments", "; h\r\n[s]\r\n; c\r\nk=v\r\n", "s", "k", "w", "; h\r\n[s]\r\n; c\r\nk=w\r\n"},
         {"SameValue", "[s]\nk = v \n", "s", "k", "v", "[s]\nk = v \n"},
@@ -203,7 +252,8 @@ TEST(Profile, FilesOf16BitTextStaySo)
     WCHAR wide[10];
     EXPECT_EQ(2u, GetPrivateProfileStringW(kelgen::AsWide(u"s"_w), kelgen::AsWide(u"k"_w), nullptr, wide, 10, kelgen::AsWide(name.data())));
     EXPECT_EQ(0x263A, wide[0]);
-    EXPECT_TRUE(WritePrivateProfileStringW(kelgen::AsWide(u"s"_w), kelgen::AsWide(u"j"_w), kelgen::AsWide(u"\u263B"_w), kelgen::AsWide(name.data())));
+    EXPECT_TRUE(WritePrivateProfileStringW(kelgen::AsWide(u"s"_w), kelgen::AsWide(u"j"_w), kelgen::AsWide(u"\u263B"_w),
+                                           kelgen::AsWide(name.data())));
     WritePrivateProfileStringA(nullptr, nullptr, nullptr, file.c_str());
     EXPECT_EQ(utf16(u"\uFEFF[s]\r\nk=\u263Ae\r\nj=\u263B\r\n"), ReadBytes(file));
 }

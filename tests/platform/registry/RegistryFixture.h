@@ -78,11 +78,11 @@ inline std::vector<std::string> ValuesOf(HKEY key)
 {
     std::vector<std::string> names;
     std::string name(20000, '\0');
-    for (DWORD size = 20000; RegEnumValueA(key, static_cast<DWORD>(names.size()), name.data(), &size, nullptr, nullptr, nullptr,
-                                           nullptr) == ERROR_SUCCESS;
+    for (DWORD size = 20000;
+         RegEnumValueA(key, static_cast<DWORD>(names.size()), name.data(), &size, nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
          size = 20000)
         names.push_back(name.substr(0, size));
     return names;
 }
 
-} // namespace kelgen::test
+}  // namespace kelgen::test

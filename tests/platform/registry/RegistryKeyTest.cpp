@@ -3,16 +3,27 @@
 
 using namespace kelgen::test;
 
-struct OpenRow { const char* name; const char* subkey; LSTATUS status; };
+struct OpenRow
+{
+    const char* name;
+    const char* subkey;
+    LSTATUS status;
+};
 
 TEST(RegistryOpen, FindsSubkeyOrFails)
 {
     const OpenRow rows[] = {
-        {"Exact", "Alpha\\Beta", ERROR_SUCCESS}, {"OtherCase", "aLPHA\\bETA", ERROR_SUCCESS},
-        {"TrailingBackslash", "Alpha\\Beta\\", ERROR_SUCCESS}, {"DoubledBackslash", "Alpha\\\\Beta", ERROR_SUCCESS},
-        {"Missing", "Beta", ERROR_FILE_NOT_FOUND}, {"MissingParent", "Beta\\Alpha", ERROR_FILE_NOT_FOUND},
-        {"Slash", "Alpha/Beta", ERROR_FILE_NOT_FOUND}, {"Parent", "Alpha\\..", ERROR_FILE_NOT_FOUND},
-        {"Here", ".", ERROR_FILE_NOT_FOUND}, {"LeadingBackslash", "\\Alpha", ERROR_BAD_PATHNAME}, {"Empty", "", ERROR_SUCCESS},
+        {"Exact", "Alpha\\Beta", ERROR_SUCCESS},
+        {"OtherCase", "aLPHA\\bETA", ERROR_SUCCESS},
+        {"TrailingBackslash", "Alpha\\Beta\\", ERROR_SUCCESS},
+        {"DoubledBackslash", "Alpha\\\\Beta", ERROR_SUCCESS},
+        {"Missing", "Beta", ERROR_FILE_NOT_FOUND},
+        {"MissingParent", "Beta\\Alpha", ERROR_FILE_NOT_FOUND},
+        {"Slash", "Alpha/Beta", ERROR_FILE_NOT_FOUND},
+        {"Parent", "Alpha\\..", ERROR_FILE_NOT_FOUND},
+        {"Here", ".", ERROR_FILE_NOT_FOUND},
+        {"LeadingBackslash", "\\Alpha", ERROR_BAD_PATHNAME},
+        {"Empty", "", ERROR_SUCCESS},
         {"Null", nullptr, ERROR_SUCCESS},
     };
     for (const OpenRow& row : rows) {
@@ -77,15 +88,22 @@ TEST(RegistryKey, CreationTellsNewFromExisting)
     EXPECT_EQ(nullptr, opened);
 }
 
-struct RightsRow { const char* name; REGSAM access; LSTATUS query, set, remove, enumerateKey, enumerateValue; };
+struct RightsRow
+{
+    const char* name;
+    REGSAM access;
+    LSTATUS query, set, remove, enumerateKey, enumerateValue;
+};
 
 constexpr LSTATUS kDenied = ERROR_ACCESS_DENIED;
 
 TEST(RegistryRights, AllowOnlyWhatTheKeyWasOpenedFor)
 {
     const RightsRow rows[] = {
-        {"Read", KEY_READ, 0, kDenied, kDenied, 0, 0}, {"Write", KEY_WRITE, kDenied, 0, 0, kDenied, kDenied},
-        {"Nothing", 0, kDenied, kDenied, kDenied, kDenied, kDenied}, {"All", KEY_ALL_ACCESS, 0, 0, 0, 0, 0},
+        {"Read", KEY_READ, 0, kDenied, kDenied, 0, 0},
+        {"Write", KEY_WRITE, kDenied, 0, 0, kDenied, kDenied},
+        {"Nothing", 0, kDenied, kDenied, kDenied, kDenied, kDenied},
+        {"All", KEY_ALL_ACCESS, 0, 0, 0, 0, 0},
         {"Maximum", MAXIMUM_ALLOWED, 0, 0, 0, 0, 0},
     };
     for (const RightsRow& row : rows) {
@@ -179,8 +197,8 @@ TEST(RegistryKey, DeletedKeyAnswersSoEvenWhenMadeAgain)
     EXPECT_EQ(ERROR_KEY_DELETED, RegOpenKeyExA(old, nullptr, 0, KEY_READ, &opened));
     EXPECT_EQ(ERROR_KEY_DELETED, RegEnumKeyA(old, 0, name, size));
     EXPECT_EQ(ERROR_KEY_DELETED, RegEnumValueA(old, 0, name, &size, nullptr, nullptr, nullptr, nullptr));
-    EXPECT_EQ(ERROR_KEY_DELETED, RegQueryInfoKeyA(old, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                                                  nullptr, nullptr));
+    EXPECT_EQ(ERROR_KEY_DELETED,
+              RegQueryInfoKeyA(old, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr));
     EXPECT_EQ(ERROR_KEY_DELETED, RegFlushKey(old));
     EXPECT_EQ(ERROR_SUCCESS, SetText(again, "a", "x"));
     EXPECT_EQ(ERROR_SUCCESS, RegCloseKey(old));

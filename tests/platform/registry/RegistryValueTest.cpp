@@ -28,7 +28,8 @@ TEST(RegistryQuery, GivesTypeSizeAndData)
         {"TextTooLong", REG_SZ, "hello\0"s, 5, ERROR_MORE_DATA, 6, ""},
         {"NoCapacity", REG_SZ, "hello\0"s, 0, ERROR_MORE_DATA, 6, ""},
         {"TextUnterminated", REG_SZ, "hello", 16, ERROR_SUCCESS, 6, "hello\0"s},
-        {"TextOfNoBytes", REG_SZ, "", 16, ERROR_SUCCESS, 0, ""}, {"TextEmpty", REG_SZ, "\0"s, 16, ERROR_SUCCESS, 1, "\0"s},
+        {"TextOfNoBytes", REG_SZ, "", 16, ERROR_SUCCESS, 0, ""},
+        {"TextEmpty", REG_SZ, "\0"s, 16, ERROR_SUCCESS, 1, "\0"s},
         {"TextWithZeroInside", REG_SZ, "a\0b\0"s, 16, ERROR_SUCCESS, 4, "a\0b\0"s},
         {"TextOfAnsiPage", REG_SZ, "\xE4\x80", 16, ERROR_SUCCESS, 3, "\xE4\x80\0"s},
         {"ExpandUnterminated", REG_EXPAND_SZ, "%OS%", 16, ERROR_SUCCESS, 5, "%OS%\0"s},
@@ -37,7 +38,8 @@ TEST(RegistryQuery, GivesTypeSizeAndData)
         {"Number", REG_DWORD, "\x78\x56\x34\x12", 4, ERROR_SUCCESS, 4, "\x78\x56\x34\x12"},
         {"NumberTooLong", REG_DWORD, "\x78\x56\x34\x12", 3, ERROR_MORE_DATA, 4, ""},
         {"NumberOfThreeBytes", REG_DWORD, "\x78\x56\x34", 4, ERROR_SUCCESS, 3, "\x78\x56\x34"},
-        {"Bytes", REG_BINARY, "\1\2\xFF", 3, ERROR_SUCCESS, 3, "\1\2\xFF"}, {"NoBytes", REG_BINARY, "", 3, ERROR_SUCCESS, 0, ""},
+        {"Bytes", REG_BINARY, "\1\2\xFF", 3, ERROR_SUCCESS, 3, "\1\2\xFF"},
+        {"NoBytes", REG_BINARY, "", 3, ERROR_SUCCESS, 0, ""},
         {"UnknownType", 99, "xy", 3, ERROR_SUCCESS, 2, "xy"},
     };
     for (const QueryRow& row : rows) {
@@ -84,7 +86,9 @@ TEST(RegistryValue, TextPassesBetweenWideAndNarrowCalls)
     const unsigned short* name = u"n\u00E4me"_w;
     const unsigned short* text = u"\u20AC5"_w;
     ASSERT_EQ(ERROR_SUCCESS, RegSetValueExW(key, kelgen::AsWide(name), 0, REG_SZ, reinterpret_cast<const BYTE*>(text), 4));
-    EXPECT_EQ("\x80" "5", GetText(key, "N\xC4ME"));
+    EXPECT_EQ("\x80"
+              "5",
+              GetText(key, "N\xC4ME"));
 
     WCHAR wide[8] = {};
     DWORD size = sizeof wide;
@@ -97,14 +101,24 @@ TEST(RegistryValue, TextPassesBetweenWideAndNarrowCalls)
     EXPECT_EQ(3u, size) << "half a unit at the end is kept";
 }
 
-struct NameRow { const char* name; std::string written, asked; };
+struct NameRow
+{
+    const char* name;
+    std::string written, asked;
+};
 
 TEST(RegistryValueName, IsFoundWithoutCaseAndKeptAsWritten)
 {
     const NameRow rows[] = {
-        {"Plain", "Width", "wIDTH"}, {"Default", "", ""}, {"Blanks", " a b ", " A B "}, {"PathLike", "..\\A/b", "..\\a/B"},
-        {"Dots", ".", "."}, {"Hidden", ".new-1", ".NEW-1"}, {"Escapes", "100%=x%41", "100%=X%41"},
-        {"Controls", "a\1\n\x7F", "A\1\n\x7F"}, {"Umlauts", "\xC4\xF6\xDC", "\xE4\xD6\xFC"},
+        {"Plain", "Width", "wIDTH"},
+        {"Default", "", ""},
+        {"Blanks", " a b ", " A B "},
+        {"PathLike", "..\\A/b", "..\\a/B"},
+        {"Dots", ".", "."},
+        {"Hidden", ".new-1", ".NEW-1"},
+        {"Escapes", "100%=x%41", "100%=X%41"},
+        {"Controls", "a\1\n\x7F", "A\1\n\x7F"},
+        {"Umlauts", "\xC4\xF6\xDC", "\xE4\xD6\xFC"},
         {"LongAnsi", std::string(200, '\xE4'), std::string(200, '\xC4')},
         {"Longest", "K" + std::string(16382, 'k'), "k" + std::string(16382, 'K')},
     };
@@ -202,8 +216,8 @@ TEST(RegistryValue, CountsAndLongestLengths)
     EXPECT_STREQ("", className);
     EXPECT_EQ(0u, classSize);
     EXPECT_NE(0u, time.dwHighDateTime);
-    EXPECT_EQ(ERROR_INVALID_PARAMETER, RegQueryInfoKeyA(key, className, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                                                        nullptr, nullptr, nullptr));
+    EXPECT_EQ(ERROR_INVALID_PARAMETER,
+              RegQueryInfoKeyA(key, className, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr));
 }
 
 TEST(RegistryValue, RandomWritesAndDeletionsEqualAMap)
@@ -216,7 +230,8 @@ TEST(RegistryValue, RandomWritesAndDeletionsEqualAMap)
         if (random.Between(0, 3) == 0) {
             ASSERT_EQ(model.erase(name) ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND, RegDeleteValueA(key, name.c_str()));
         } else {
-            model[name] = std::string(static_cast<std::size_t>(random.Between(0, 3) ? random.Between(0, 40) : random.Between(2030, 9000)), 'x');
+            model[name] =
+                std::string(static_cast<std::size_t>(random.Between(0, 3) ? random.Between(0, 40) : random.Between(2030, 9000)), 'x');
             ASSERT_EQ(ERROR_SUCCESS, SetText(key, name.c_str(), model[name]));
         }
         if (step % 50 == 0) {

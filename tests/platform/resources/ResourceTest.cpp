@@ -22,7 +22,14 @@ std::string DataOf(HRSRC resource, HMODULE module = nullptr)
 
 }  // namespace
 
-struct FindRow { const char* name; LPCSTR type, resource; std::optional<WORD> language; std::string data; DWORD error; };
+struct FindRow
+{
+    const char* name;
+    LPCSTR type, resource;
+    std::optional<WORD> language;
+    std::string data;
+    DWORD error;
+};
 
 const LPCSTR kRcData = Number(10);
 const WORD kEnglish = MAKELANGID(9, 1);
@@ -30,10 +37,13 @@ const WORD kEnglish = MAKELANGID(9, 1);
 TEST(ResourceFind, GivesDataOrError)
 {
     const FindRow rows[] = {
-        {"Text", "MYTYPE", "BLOB1", {}, "ab\0cd"s, 777}, {"TextOtherCase", "mytype", "blob1", {}, "ab\0cd"s, 777},
+        {"Text", "MYTYPE", "BLOB1", {}, "ab\0cd"s, 777},
+        {"TextOtherCase", "mytype", "blob1", {}, "ab\0cd"s, 777},
         {"Numbers", Number(301), Number(300), {}, "\1\0\2\0\3\0\0\0"s, 777},
-        {"NumbersAsText", "#301", "#300", {}, "\1\0\2\0\3\0\0\0"s, 777}, {"NumberWithLetters", "MYTYPE", "#7x", {}, "seven", 777},
-        {"NoData", kRcData, "empty", {}, "", 777}, {"MissingType", "NOPE", "BLOB1", {}, "", ERROR_RESOURCE_TYPE_NOT_FOUND},
+        {"NumbersAsText", "#301", "#300", {}, "\1\0\2\0\3\0\0\0"s, 777},
+        {"NumberWithLetters", "MYTYPE", "#7x", {}, "seven", 777},
+        {"NoData", kRcData, "empty", {}, "", 777},
+        {"MissingType", "NOPE", "BLOB1", {}, "", ERROR_RESOURCE_TYPE_NOT_FOUND},
         {"MissingName", "MYTYPE", "NOPE", {}, "", ERROR_RESOURCE_NAME_NOT_FOUND},
         {"EmptyName", "MYTYPE", "", {}, "", ERROR_RESOURCE_NAME_NOT_FOUND},
         {"HashAlone", "MYTYPE", "#", {}, "", ERROR_RESOURCE_NAME_NOT_FOUND},
@@ -56,8 +66,8 @@ TEST(ResourceFind, GivesDataOrError)
     for (const FindRow& row : rows) {
         SCOPED_TRACE(row.name);
         SetLastError(777);
-        const HRSRC found = row.language ? FindResourceExA(nullptr, row.type, row.resource, *row.language)
-                                         : FindResourceA(nullptr, row.resource, row.type);
+        const HRSRC found =
+            row.language ? FindResourceExA(nullptr, row.type, row.resource, *row.language) : FindResourceA(nullptr, row.resource, row.type);
         EXPECT_EQ(row.error, GetLastError());
         ASSERT_EQ(row.error == 777, found != nullptr);
         EXPECT_EQ(row.data, found ? DataOf(found) : "");

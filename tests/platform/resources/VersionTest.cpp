@@ -16,9 +16,14 @@ std::string Resource()
     VersionNode odd{u"ZeroIn", 1, Units(u"ab\0cd\0"s), {}};
     return VersionResource(kFixed,
                            {{u"040904E4",
-                             {TextNode(u"CompanyName", u"caf\u00E9 \u20AC \u0416"), TextNode(u"ProductName", u"Product"),
-                              TextNode(u"Empty", u""), {u"NoValue", 1, "", {}}, {u"NoEnd", 1, Units(u"abc"), {}}, odd,
-                              {u"TooLong", 1, Units(u"xyz\0"s), {}, 60000}, {u"Bytes", 0, "\1\2\3", {}}}}},
+                             {TextNode(u"CompanyName", u"caf\u00E9 \u20AC \u0416"),
+                              TextNode(u"ProductName", u"Product"),
+                              TextNode(u"Empty", u""),
+                              {u"NoValue", 1, "", {}},
+                              {u"NoEnd", 1, Units(u"abc"), {}},
+                              odd,
+                              {u"TooLong", 1, Units(u"xyz\0"s), {}, 60000},
+                              {u"Bytes", 0, "\1\2\3", {}}}}},
                            kTranslations);
 }
 
@@ -57,17 +62,32 @@ std::string Narrow(std::string& block, const char* path)
 
 TEST(VersionQuery, FindsFixedPartTranslationsAndConvertedTexts)
 {
-    struct Row { const char* path; std::string value; };
+    struct Row
+    {
+        const char* path;
+        std::string value;
+    };
     const std::string none = "FALSE 1813 length 0", empty = "TRUE 87 length 0";
     const Row rows[] = {
-        {"\\", kFixed}, {"", kFixed}, {nullptr, kFixed}, {"\\VarFileInfo\\Translation", kTranslations},
-        {"varfileinfo\\TRANSLATION\\", kTranslations}, {"/VarFileInfo/Translation", none}, {"\\VarFileInfo", empty},
-        {"\\StringFileInfo\\040904e4\\", empty}, {"\\StringFileInfo\\040904e4\\CompanyName", "caf\xE9 \x80 ?\0"s},
-        {"\\\\StringFileInfo\\\\040904E4\\Productname", "Product\0"s}, {"\\StringFileInfo\\040904e4\\Empty", "\0"s},
-        {"\\StringFileInfo\\040904e4\\NoValue", empty}, {"\\StringFileInfo\\040904e4\\NoEnd", "abc"},
-        {"\\StringFileInfo\\040904e4\\ZeroIn", "ab\0cd\0"s}, {"\\StringFileInfo\\040904e4\\TooLong", "TRUE 122 length 0"},
-        {"\\StringFileInfo\\040904e4\\Bytes", "\1\2\3"}, {"\\StringFileInfo\\040904e4\\Nope", none},
-        {"\\StringFileInfo\\04090000\\CompanyName", none}, {"\\StringFileInfo\\040904e4\\CompanyName\\x", none},
+        {"\\", kFixed},
+        {"", kFixed},
+        {nullptr, kFixed},
+        {"\\VarFileInfo\\Translation", kTranslations},
+        {"varfileinfo\\TRANSLATION\\", kTranslations},
+        {"/VarFileInfo/Translation", none},
+        {"\\VarFileInfo", empty},
+        {"\\StringFileInfo\\040904e4\\", empty},
+        {"\\StringFileInfo\\040904e4\\CompanyName", "caf\xE9 \x80 ?\0"s},
+        {"\\\\StringFileInfo\\\\040904E4\\Productname", "Product\0"s},
+        {"\\StringFileInfo\\040904e4\\Empty", "\0"s},
+        {"\\StringFileInfo\\040904e4\\NoValue", empty},
+        {"\\StringFileInfo\\040904e4\\NoEnd", "abc"},
+        {"\\StringFileInfo\\040904e4\\ZeroIn", "ab\0cd\0"s},
+        {"\\StringFileInfo\\040904e4\\TooLong", "TRUE 122 length 0"},
+        {"\\StringFileInfo\\040904e4\\Bytes", "\1\2\3"},
+        {"\\StringFileInfo\\040904e4\\Nope", none},
+        {"\\StringFileInfo\\04090000\\CompanyName", none},
+        {"\\StringFileInfo\\040904e4\\CompanyName\\x", none},
     };
     for (const bool is64Bit : {true, false}) {
         std::string block = BlockOf(Write({{16, 1, 0x409, Resource()}}, is64Bit));
@@ -86,7 +106,11 @@ TEST(VersionQuery, FindsFixedPartTranslationsAndConvertedTexts)
 
 TEST(VersionQuery, TakesTheLanguageThatLookUpPrefers)
 {
-    struct Row { std::vector<WORD> languages; WORD taken; };
+    struct Row
+    {
+        std::vector<WORD> languages;
+        WORD taken;
+    };
     for (const Row& row : {Row{{0x40C, 0x407}, 0x407}, Row{{0x407, 0x409, 0x0C}, 0x409}, Row{{0x407, 0, 0x409}, 0}}) {
         std::vector<ImageResource> resources;
         for (const WORD language : row.languages)
@@ -99,11 +123,18 @@ TEST(VersionQuery, TakesTheLanguageThatLookUpPrefers)
 TEST(VersionFile, ErrorsTellWhatIsMissing)
 {
     const std::string folder = ScratchFolder().string(), sound = Image{true, {{16, 1, 0x409, Resource()}}}.Bytes();
-    struct Row { const char* name; std::string path; DWORD error; };
+    struct Row
+    {
+        const char* name;
+        std::string path;
+        DWORD error;
+    };
     const Row rows[] = {
         {"missing", folder + "/none.dll", ERROR_FILE_NOT_FOUND},
-        {"missing folder", folder + "/none/none.dll", ERROR_PATH_NOT_FOUND}, {"no name", "", ERROR_BAD_PATHNAME},
-        {"folder", folder, ERROR_ACCESS_DENIED}, {"empty", Write(""), ERROR_RESOURCE_DATA_NOT_FOUND},
+        {"missing folder", folder + "/none/none.dll", ERROR_PATH_NOT_FOUND},
+        {"no name", "", ERROR_BAD_PATHNAME},
+        {"folder", folder, ERROR_ACCESS_DENIED},
+        {"empty", Write(""), ERROR_RESOURCE_DATA_NOT_FOUND},
         {"text", Write("hello world"), ERROR_RESOURCE_DATA_NOT_FOUND},
         {"two letters", Write("MZ"), ERROR_RESOURCE_DATA_NOT_FOUND},
         {"cut in the headers", Write(sound.substr(0, 0x300)), ERROR_RESOURCE_DATA_NOT_FOUND},

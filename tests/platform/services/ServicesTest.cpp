@@ -1,7 +1,6 @@
 // ServicesTest.cpp: a service's whole life, its refusals, and how its program is found.
-#include "support/system/Programs.h"
 #include "support/system/Services.h"
-
+#include "support/system/Programs.h"
 
 using namespace kelgen::test;
 
@@ -32,8 +31,8 @@ std::string Describe(const InstalledService& service)
 {
     const SERVICE_STATUS_PROCESS s = service.Status();
     std::string text;
-    for (const DWORD value : {s.dwServiceType, s.dwCurrentState, s.dwControlsAccepted, s.dwWin32ExitCode, s.dwServiceSpecificExitCode, s.dwCheckPoint,
-                              s.dwWaitHint})
+    for (const DWORD value : {s.dwServiceType, s.dwCurrentState, s.dwControlsAccepted, s.dwWin32ExitCode, s.dwServiceSpecificExitCode,
+                              s.dwCheckPoint, s.dwWaitHint})
         text += std::to_string(value) + ' ';
     return text + (s.dwProcessId ? "alive" : "gone");
 }
@@ -80,7 +79,14 @@ TEST(Services, LiveThroughAllStates)
               ReadBytes(service.report));
 }
 
-struct ServiceEnd { const char* name; const char* words; const char* start; const char* stop; const char* status; };
+struct ServiceEnd
+{
+    const char* name;
+    const char* words;
+    const char* start;
+    const char* stop;
+    const char* status;
+};
 
 TEST(ServiceEnds, AreReported)
 {
@@ -104,14 +110,23 @@ TEST(ServiceEnds, AreReported)
 }
 
 // before: of the program's path in a folder with a blank.
-struct ServicePath { const char* name; const char* before; const char* after; const char* outcome; };
+struct ServicePath
+{
+    const char* name;
+    const char* before;
+    const char* after;
+    const char* outcome;
+};
 
 TEST(ServicePaths, AreFoundAsCommandLines)
 {
     const ServicePath rows[] = {
-        {"Quoted", "\"", "\\my svc.exe\"", "1"}, {"Unquoted", "", "\\my svc.exe", "1"},
-        {"WithoutExtension", "\"", "\\my svc\"", "1"}, {"Missing", "\"", "\\nothing.exe\"", "0 2"},
-        {"MissingFolder", "\"", "\\no\\thing.exe\"", "0 2"}, {"Folder", "\"", "\\folder.exe\"", "0 5"},
+        {"Quoted", "\"", "\\my svc.exe\"", "1"},
+        {"Unquoted", "", "\\my svc.exe", "1"},
+        {"WithoutExtension", "\"", "\\my svc\"", "1"},
+        {"Missing", "\"", "\\nothing.exe\"", "0 2"},
+        {"MissingFolder", "\"", "\\no\\thing.exe\"", "0 2"},
+        {"Folder", "\"", "\\folder.exe\"", "0 5"},
         {"NoProgram", "\"", "\\text.exe\"", "0 193"},
     };
     for (const ServicePath& row : rows) {
@@ -137,8 +152,8 @@ TEST(Services, AreDescribedAndChanged)
         if (!QueryServiceConfigA(service.handle, configuration, sizeof buffer, &needed))
             return std::string("?");
         return std::to_string(configuration->dwServiceType) + '|' + std::to_string(configuration->dwStartType) + '|' +
-               std::to_string(configuration->dwErrorControl) + '|' + configuration->lpBinaryPathName + '|' + configuration->lpLoadOrderGroup +
-               '|' + configuration->lpServiceStartName + '|' + configuration->lpDisplayName;
+               std::to_string(configuration->dwErrorControl) + '|' + configuration->lpBinaryPathName + '|' +
+               configuration->lpLoadOrderGroup + '|' + configuration->lpServiceStartName + '|' + configuration->lpDisplayName;
     };
     EXPECT_EQ("16|3|1|" + service.command + "||LocalSystem|Shown " + service.name, describe());
 
@@ -162,8 +177,8 @@ TEST(Services, RefuseBadCalls)
     const OwnedService asking(OpenServiceA(service.Manager(), service.name.c_str(), SERVICE_QUERY_STATUS));
     const auto create = [&](SC_HANDLE manager, const char* name, const char* shown, DWORD type, DWORD start, const char* path) {
         return Outcome([&] {
-            const OwnedService made(CreateServiceA(manager, name, shown, SERVICE_ALL_ACCESS, type, start, 1, path, nullptr, nullptr, nullptr,
-                                                   nullptr, nullptr));
+            const OwnedService made(CreateServiceA(manager, name, shown, SERVICE_ALL_ACCESS, type, start, 1, path, nullptr, nullptr,
+                                                   nullptr, nullptr, nullptr));
             if (made)
                 DeleteService(made.get());
             return made != nullptr;
@@ -183,11 +198,17 @@ TEST(Services, RefuseBadCalls)
         {"0 87", create(manager, "kelgen-test-x", nullptr, 0, 3, "x")},
         {"0 87", create(manager, "kelgen-test-x", nullptr, 16, 9, "x")},
         {"0 87", create(manager, "kelgen-test-x", nullptr, 16, SERVICE_BOOT_START, "x")},
-        {"0 87", create(manager, "kelgen-test-x", nullptr, 16, 3, "")}, {"0 123", create(manager, "", nullptr, 16, 3, "x")},
-        {"0 123", create(manager, "a\\b", nullptr, 16, 3, "x")}, {"0 487", create(manager, nullptr, nullptr, 16, 3, "x")},
-        {"0 487", create(manager, "kelgen-test-x", nullptr, 16, 3, nullptr)}, {"0 1060", open(manager, "kelgen-test-nothing")},
-        {"0 123", open(manager, "bad/name")}, {"0 123", open(manager, "")}, {"0 487", open(manager, nullptr)},
-        {"0 6", open(service.handle, service.name.c_str())}, {"0 6", open(nullptr, service.name.c_str())},
+        {"0 87", create(manager, "kelgen-test-x", nullptr, 16, 3, "")},
+        {"0 123", create(manager, "", nullptr, 16, 3, "x")},
+        {"0 123", create(manager, "a\\b", nullptr, 16, 3, "x")},
+        {"0 487", create(manager, nullptr, nullptr, 16, 3, "x")},
+        {"0 487", create(manager, "kelgen-test-x", nullptr, 16, 3, nullptr)},
+        {"0 1060", open(manager, "kelgen-test-nothing")},
+        {"0 123", open(manager, "bad/name")},
+        {"0 123", open(manager, "")},
+        {"0 487", open(manager, nullptr)},
+        {"0 6", open(service.handle, service.name.c_str())},
+        {"0 6", open(nullptr, service.name.c_str())},
         {"1", open(connected.get(), ("KELGEN" + service.name.substr(6)).c_str())},
         {"0 123", Outcome([] { return OpenSCManagerA(nullptr, "BadDb", SC_MANAGER_CONNECT) != nullptr; })},
         {"0 6", Outcome([&] { return QueryServiceStatus(manager, &status); })},
@@ -198,7 +219,8 @@ TEST(Services, RefuseBadCalls)
         {"0 5", Outcome([&] { return StartServiceA(asking.get(), 0, nullptr); })},
         {"0 5", Outcome([&] { return ControlService(asking.get(), SERVICE_CONTROL_STOP, &status); })},
         {"0 5", Outcome([&] { return QueryServiceConfigA(asking.get(), nullptr, 0, &needed); })},
-        {"0 5", Outcome([&] { return DeleteService(asking.get()); })}, {"0 6", Outcome([] { return DeleteService(nullptr); })},
+        {"0 5", Outcome([&] { return DeleteService(asking.get()); })},
+        {"0 6", Outcome([] { return DeleteService(nullptr); })},
         {"0 6", Outcome([] { return CloseServiceHandle(nullptr); })},
         {"0 87", Outcome([&] { return EnumServicesStatusA(manager, 0, SERVICE_STATE_ALL, nullptr, 0, &needed, &needed, nullptr); })},
     };

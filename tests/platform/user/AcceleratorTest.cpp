@@ -39,7 +39,14 @@ TEST(Accelerators, TablesAreCopiesOfTheirEntriesAndOfResources)
 namespace {
 
 // held: FSHIFT, FCONTROL, FALT
-struct Pressed { const char* name; UINT message; WPARAM key; int held, result; const char* log; };
+struct Pressed
+{
+    const char* name;
+    UINT message;
+    WPARAM key;
+    int held, result;
+    const char* log;
+};
 
 void Hold(int held, bool isDown)
 {
@@ -68,7 +75,8 @@ public:
             else if (message == WM_INITMENUPOPUP)
                 Note("open(%x)", static_cast<unsigned>(lParam));
             else if (message == WM_COMMAND || message == WM_SYSCOMMAND)
-                Note("%s(%x,%x)", message == WM_COMMAND ? "command" : "system", static_cast<unsigned>(wParam), static_cast<unsigned>(lParam));
+                Note("%s(%x,%x)", message == WM_COMMAND ? "command" : "system", static_cast<unsigned>(wParam),
+                     static_cast<unsigned>(lParam));
             return message == WM_SYSCOMMAND;
         };
     }
@@ -84,18 +92,23 @@ public:
     }
 };
 
-} // namespace
+}  // namespace
 
 TEST(PressedKey, SendsItsCommand)
 {
     const Pressed rows[] = {
-        {"Key", WM_KEYDOWN, VK_F5, 0, 1, "command(10068,0)"}, {"SystemKey", WM_SYSKEYDOWN, VK_F5, 0, 1, "command(10068,0)"},
-        {"Release", WM_KEYUP, VK_F5, 0, 0, ""}, {"OtherKey", WM_KEYDOWN, VK_F4, 0, 0, ""},
-        {"KeyWithTooMuch", WM_KEYDOWN, VK_F5, FCONTROL, 0, ""}, {"KeyWithTooLittle", WM_KEYDOWN, 'S', 0, 0, ""},
+        {"Key", WM_KEYDOWN, VK_F5, 0, 1, "command(10068,0)"},
+        {"SystemKey", WM_SYSKEYDOWN, VK_F5, 0, 1, "command(10068,0)"},
+        {"Release", WM_KEYUP, VK_F5, 0, 0, ""},
+        {"OtherKey", WM_KEYDOWN, VK_F4, 0, 0, ""},
+        {"KeyWithTooMuch", WM_KEYDOWN, VK_F5, FCONTROL, 0, ""},
+        {"KeyWithTooLittle", WM_KEYDOWN, 'S', 0, 0, ""},
         {"KeyWithControl", WM_KEYDOWN, 'S', FCONTROL, 1, "command(10069,0)"},
         {"KeyWithBoth", WM_KEYDOWN, 'T', FCONTROL | FSHIFT, 1, "command(1006a,0)"},
-        {"Character", WM_CHAR, 'K', FCONTROL | FSHIFT, 1, "command(10065,0)"}, {"CharacterIsNoKey", WM_KEYDOWN, 'K', 0, 0, ""},
-        {"CharacterWithoutAlt", WM_SYSCHAR, 'a', 0, 0, ""}, {"CharacterWithAlt", WM_SYSCHAR, 'a', FALT, 1, "command(10067,0)"},
+        {"Character", WM_CHAR, 'K', FCONTROL | FSHIFT, 1, "command(10065,0)"},
+        {"CharacterIsNoKey", WM_KEYDOWN, 'K', 0, 0, ""},
+        {"CharacterWithoutAlt", WM_SYSCHAR, 'a', 0, 0, ""},
+        {"CharacterWithAlt", WM_SYSCHAR, 'a', FALT, 1, "command(10067,0)"},
         {"GrayedItem", WM_KEYDOWN, VK_F6, 0, 1, "init open(0)"},
         {"DeepItem", WM_KEYDOWN, VK_F7, 0, 1, "init open(3) command(103eb,0)"},
         {"ItemOfTheBar", WM_KEYDOWN, VK_F8, 0, 1, "init command(103ec,0)"},

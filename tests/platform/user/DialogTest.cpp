@@ -89,9 +89,17 @@ private:
     HWND m_dialog;
 };
 
-struct Press { const char* name; int focus; WPARAM key; UINT message; const char* state; const char* log; };
+struct Press
+{
+    const char* name;
+    int focus;
+    WPARAM key;
+    UINT message;
+    const char* state;
+    const char* log;
+};
 
-} // namespace
+}  // namespace
 
 TEST(Dialog, IsMadeInDialogUnitsWithFocusOnItsFirstTabStop)
 {
@@ -108,8 +116,9 @@ TEST(Dialog, IsMadeInDialogUnitsWithFocusOnItsFirstTabStop)
     const struct
     {
         int id;
-        RECT place; // left, top, width, height
-    } rows[] = {{100, {70, 8, 105, 20}}, {101, {9, 33, 70, 16}}, {105, {123, 33, 88, 52}}, {106, {123, 106, 88, 21}}, {2, {88, 163, 70, 23}}};
+        RECT place;  // left, top, width, height
+    } rows[] = {
+        {100, {70, 8, 105, 20}}, {101, {9, 33, 70, 16}}, {105, {123, 33, 88, 52}}, {106, {123, 106, 88, 21}}, {2, {88, 163, 70, 23}}};
     for (const auto& row : rows) {
         RECT place;
         GetWindowRect(dialog.Item(row.id), &place);
@@ -197,10 +206,12 @@ TEST(Dialog, WalksThroughTabStopsAndGroups)
     std::string all;
     for (const int each : {0, 100, 101, 103, 104, 107, 2}) {
         const HWND control = each ? dialog.Item(each) : nullptr;
-        all += std::to_string(each) + ":" + id(GetNextDlgTabItem(dialog, control, FALSE)) + "," + id(GetNextDlgTabItem(dialog, control, TRUE)) +
-               "," + id(GetNextDlgGroupItem(dialog, control, FALSE)) + "," + id(GetNextDlgGroupItem(dialog, control, TRUE)) + " ";
+        all += std::to_string(each) + ":" + id(GetNextDlgTabItem(dialog, control, FALSE)) + "," +
+               id(GetNextDlgTabItem(dialog, control, TRUE)) + "," + id(GetNextDlgGroupItem(dialog, control, FALSE)) + "," +
+               id(GetNextDlgGroupItem(dialog, control, TRUE)) + " ";
     }
-    EXPECT_EQ("0:100,-,-1,- 100:102,2,-1,-1 101:102,100,102,103 103:104,102,101,102 104:105,102,105,2 107:108,106,108,106 2:100,1,104,1 ", all);
+    EXPECT_EQ("0:100,-,-1,- 100:102,2,-1,-1 101:102,100,102,103 103:104,102,101,102 104:105,102,105,2 107:108,106,108,106 2:100,1,104,1 ",
+              all);
     SetLastError(0);
     EXPECT_TRUE(FailedWith(ERROR_INVALID_WINDOW_HANDLE, !GetNextDlgTabItem(nullptr, nullptr, FALSE)));
 }

@@ -59,7 +59,13 @@ HHOOK OfThisThread(int type, HOOKPROC procedure)
     return SetWindowsHookExA(type, procedure, nullptr, GetCurrentThreadId());
 }
 
-struct ChainRow { const char* name; int mode, result; const char* first; const char* second; };
+struct ChainRow
+{
+    const char* name;
+    int mode, result;
+    const char* first;
+    const char* second;
+};
 
 }  // namespace
 
@@ -140,8 +146,10 @@ TEST(Hook, BadArgumentsAndHandlesFail)
         DWORD thread, error;
     } rows[] = {{"no procedure", WH_MSGFILTER, nullptr, nullptr, self, 1427},
                 {"no procedure before no module", WH_MOUSE, nullptr, nullptr, 0, 1427},
-                {"neither module nor thread", WH_MOUSE, some, nullptr, 0, 1428}, {"unknown type", 99, some, nullptr, self, 87},
-                {"no module before unknown type", 99, some, nullptr, 0, 1428}, {"type before the first", -2, some, module, 0, 87},
+                {"neither module nor thread", WH_MOUSE, some, nullptr, 0, 1428},
+                {"unknown type", 99, some, nullptr, self, 87},
+                {"no module before unknown type", 99, some, nullptr, 0, 1428},
+                {"type before the first", -2, some, module, 0, 87},
                 {"journal of a thread", WH_JOURNALPLAYBACK, some, nullptr, self, 87},
                 {"system filter of a thread", WH_SYSMSGFILTER, some, nullptr, self, 87},
                 {"low-level of a thread", WH_MOUSE_LL, some, module, self, 87},
@@ -151,8 +159,8 @@ TEST(Hook, BadArgumentsAndHandlesFail)
         EXPECT_EQ(nullptr, SetWindowsHookExA(row.type, row.procedure, row.module, row.thread)) << row.name;
         EXPECT_EQ(row.error, GetLastError()) << row.name;
     }
-    for (const int type : {WH_MSGFILTER, WH_KEYBOARD, WH_GETMESSAGE, WH_CALLWNDPROC, WH_CBT, WH_MOUSE, WH_DEBUG, WH_SHELL, WH_FOREGROUNDIDLE,
-                           WH_CALLWNDPROCRET}) {
+    for (const int type : {WH_MSGFILTER, WH_KEYBOARD, WH_GETMESSAGE, WH_CALLWNDPROC, WH_CBT, WH_MOUSE, WH_DEBUG, WH_SHELL,
+                           WH_FOREGROUNDIDLE, WH_CALLWNDPROCRET}) {
         const HHOOK hook = OfThisThread(type, some);
         EXPECT_TRUE(UnhookWindowsHookEx(hook)) << type;
         SetLastError(0);

@@ -49,7 +49,7 @@ struct Resource
     }
 };
 
-} // namespace
+}  // namespace
 
 TEST(Icon, LoadsInTheSizeThatIsAskedFor)
 {
@@ -130,7 +130,7 @@ TEST(Icon, DirectoriesNameTheNearestImageAndCutImagesFail)
     EXPECT_EQ("icon 32x32 at 16,16", Describe(CreateIconFromResource(image.bytes.data(), size, TRUE, 0x30000)));
     EXPECT_EQ(0, LookupIconIdFromDirectory(image.bytes.data(), TRUE)) << "no directory";
     for (DWORD cut = 0; cut < 100; ++cut)
-        EXPECT_EQ(nullptr, CreateIconFromResource(std::vector<BYTE>(image.bytes.data(), image.bytes.data() + cut).data(), cut, TRUE,
-                                                  0x30000))
+        EXPECT_EQ(nullptr,
+                  CreateIconFromResource(std::vector<BYTE>(image.bytes.data(), image.bytes.data() + cut).data(), cut, TRUE, 0x30000))
             << cut;
 }

@@ -104,8 +104,8 @@ struct Input : testing::Test
 
     bool Handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
     {
-        const bool noted = message == WM_NCHITTEST || message == WM_SETCURSOR || message == WM_MOUSEACTIVATE || message == WM_PARENTNOTIFY ||
-                           message == WM_ACTIVATE;
+        const bool noted = message == WM_NCHITTEST || message == WM_SETCURSOR || message == WM_MOUSEACTIVATE ||
+                           message == WM_PARENTNOTIFY || message == WM_ACTIVATE;
         if (noted && message == WM_ACTIVATE)
             Note("%s:activate %d", NamedWindow::Name(window).c_str(), static_cast<int>(LOWORD(wParam)));
         else if (noted)
@@ -206,7 +206,8 @@ TEST_F(Input, ClicksTellParentsAskForActivationAndCountTwiceWhereTheClassWantsIt
         return Take();
     };
     EXPECT_EQ("side:hittest 6e01fe side:mouseactivate 2010001 side:setcursor 2010001 " + release, clickSide(MA_NOACTIVATEANDEAT));
-    EXPECT_EQ("side:hittest 6e01fe side:mouseactivate 2010001 side:setcursor 2010001 side=ldown 1 a000a " + release, clickSide(MA_NOACTIVATE));
+    EXPECT_EQ("side:hittest 6e01fe side:mouseactivate 2010001 side:setcursor 2010001 side=ldown 1 a000a " + release,
+              clickSide(MA_NOACTIVATE));
     EXPECT_EQ(top, GetActiveWindow());
     EXPECT_EQ("side:hittest 6e01fe side:mouseactivate 2010001 top:activate 0 side:activate 2 side:setcursor 2010001 " + release,
               clickSide(MA_ACTIVATEANDEAT));
@@ -220,7 +221,8 @@ TEST_F(Input, CaptureDisabledAndTransparentWindowsSteerTheMouse)
     SetCapture(child);
     SetCursorPos(20, 30);
     Mouse(MOUSEEVENTF_LEFTDOWN);
-    EXPECT_EQ("[0 move child 20,30 hit 1 extra 0] child=move 0 ff88ff7e [0 ldown child 20,30 hit 1 extra 0] child=ldown 1 ff88ff7e", Take());
+    EXPECT_EQ("[0 move child 20,30 hit 1 extra 0] child=move 0 ff88ff7e [0 ldown child 20,30 hit 1 extra 0] child=ldown 1 ff88ff7e",
+              Take());
     ReleaseCapture();
     Mouse(MOUSEEVENTF_LEFTUP);
     EXPECT_EQ("", Take());
@@ -304,8 +306,9 @@ TEST_F(Input, KeysGoToTheFocusAndBecomeCharacters)
     EXPECT_EQ("top=keydown bf 1 top=char 3f 1 top=keyup bf c0000001 top=keyup 10 c0000001", keys({VK_OEM_2}, {VK_OEM_2, VK_SHIFT}));
     EXPECT_EQ("top=keydown 11 1 top=keydown 43 1 top=char 3 1 top=keyup 43 c0000001 top=keyup 11 c0000001",
               keys({VK_CONTROL, 'C'}, {'C', VK_CONTROL}));
-    EXPECT_EQ("top=syskeydown 12 20000001 top=syskeydown 46 20000001 top=syschar 66 20000001 top=syskeyup 46 e0000001 top=keyup 12 c0000001",
-              keys({VK_MENU, 'F'}, {'F', VK_MENU}));
+    EXPECT_EQ(
+        "top=syskeydown 12 20000001 top=syskeydown 46 20000001 top=syschar 66 20000001 top=syskeyup 46 e0000001 top=keyup 12 c0000001",
+        keys({VK_MENU, 'F'}, {'F', VK_MENU}));
     EXPECT_EQ("top=syskeydown 12 20000001 top=syskeyup 12 c0000001", keys({VK_RMENU}, {VK_RMENU}));
     EXPECT_EQ("top=syskeydown 79 1 top=syskeyup 79 c0000001", keys({VK_F10}, {VK_F10}));
     EXPECT_EQ("top=keydown d 1 top=char d 1 top=keyup d c0000001", keys({VK_RETURN}, {VK_RETURN}));

@@ -38,20 +38,31 @@ DWORD ErrorOf(Call call)
     return GetLastError();
 }
 
-struct Added { const char* name; UINT flags; const char* text; const char* result; };
+struct Added
+{
+    const char* name;
+    UINT flags;
+    const char* text;
+    const char* result;
+};
 
-} // namespace
+}  // namespace
 
 TEST(AddedItem, HasTypeAndStateOfItsFlags)
 {
     const Added rows[] = {
-        {"Text", MF_STRING, "t", "9 t"}, {"NullTextIsSeparator", MF_STRING, nullptr, "9  800/3"},
-        {"EmptyText", MF_STRING, "", "9 "}, {"Separator", MF_SEPARATOR, "lost", "9  800/3"},
+        {"Text", MF_STRING, "t", "9 t"},
+        {"NullTextIsSeparator", MF_STRING, nullptr, "9  800/3"},
+        {"EmptyText", MF_STRING, "", "9 "},
+        {"Separator", MF_SEPARATOR, "lost", "9  800/3"},
         {"OwnerDrawn", MF_OWNERDRAW, reinterpret_cast<const char*>(0x777), "9  100/0"},
         {"Bitmap", MF_BITMAP, reinterpret_cast<const char*>(0x55), "9  4/0"},
-        {"CheckedAndGrayed", MF_CHECKED | MF_GRAYED, "t", "9 t 0/9"}, {"Disabled", MF_DISABLED, "t", "9 t 0/2"},
-        {"Highlighted", MF_HILITE, "t", "9 t 0/80"}, {"Break", MF_MENUBREAK, "t", "9 t 40/0"},
-        {"Help", MF_HELP, "t", "9 t 4000/0"}, {"DefaultIsNoFlagOfItems", MF_DEFAULT, "t", "9 t"},
+        {"CheckedAndGrayed", MF_CHECKED | MF_GRAYED, "t", "9 t 0/9"},
+        {"Disabled", MF_DISABLED, "t", "9 t 0/2"},
+        {"Highlighted", MF_HILITE, "t", "9 t 0/80"},
+        {"Break", MF_MENUBREAK, "t", "9 t 40/0"},
+        {"Help", MF_HELP, "t", "9 t 4000/0"},
+        {"DefaultIsNoFlagOfItems", MF_DEFAULT, "t", "9 t"},
     };
     for (const Added& row : rows) {
         SCOPED_TRACE(row.name);
@@ -245,7 +256,11 @@ TEST(Menu, InfoOfWholeMenusReachesSubmenusOnRequest)
 TEST(Menu, LoadsBothFormsOfTemplates)
 {
     const HINSTANCE module = GetModuleHandleA(nullptr);
-    const struct { LPCSTR name; const char* text; } rows[] = {
+    const struct
+    {
+        LPCSTR name;
+        const char* text;
+    } rows[] = {
         {MAKEINTRESOURCEA(1), "&File {1001 &Open\tCtrl+O, 0  800/3, 1002 E&xit 0/1, &Sub {1003 &Deep 0/8, 1005 &Inactive 0/2}}, "
                               "1004 &Go 4000/0, &Edit 0/1 {1010 &Copy 20/0}"},
         {MAKEINTRESOURCEA(2), "500 &File {2001 &Open 200/8, 2009  800/0, 501 Sub {2003 &Deep 0/1003}}, 2004 &Go"},

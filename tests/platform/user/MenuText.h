@@ -37,4 +37,4 @@ inline std::string MenuText(HMENU menu)
     return all;
 }
 
-} // namespace kelgen::test
+}  // namespace kelgen::test

@@ -49,8 +49,9 @@ public:
     /// Puts keys and characters into the queue: "down return 'o".
     void Post(const char* keys) const
     {
-        static const std::map<std::string, UINT> names = {{"up", VK_UP},     {"down", VK_DOWN}, {"left", VK_LEFT},     {"right", VK_RIGHT},
-                                                          {"home", VK_HOME}, {"end", VK_END},   {"return", VK_RETURN}, {"escape", VK_ESCAPE}};
+        static const std::map<std::string, UINT> names = {{"up", VK_UP},         {"down", VK_DOWN},    {"left", VK_LEFT},
+                                                          {"right", VK_RIGHT},   {"home", VK_HOME},    {"end", VK_END},
+                                                          {"return", VK_RETURN}, {"escape", VK_ESCAPE}};
         std::istringstream stream(keys);
         for (std::string key; stream >> key;) {
             if (key[0] == '\'') {
@@ -82,37 +83,58 @@ private:
         const HMENU menu = reinterpret_cast<HMENU>(wParam);
         const int number = static_cast<int>(lParam);
         switch (message) {
-        case WM_ENTERMENULOOP: return Note("enter%d", static_cast<int>(wParam));
-        case WM_EXITMENULOOP: return Note("exit%d", static_cast<int>(wParam));
-        case WM_INITMENU: return Note("init(%s)", MenuName(menu, *this).c_str());
-        case WM_INITMENUPOPUP: return Note("open(%s,%x)", MenuName(menu, *this).c_str(), number);
-        case WM_UNINITMENUPOPUP: return Note("close(%s)", MenuName(menu, *this).c_str());
+        case WM_ENTERMENULOOP:
+            return Note("enter%d", static_cast<int>(wParam));
+        case WM_EXITMENULOOP:
+            return Note("exit%d", static_cast<int>(wParam));
+        case WM_INITMENU:
+            return Note("init(%s)", MenuName(menu, *this).c_str());
+        case WM_INITMENUPOPUP:
+            return Note("open(%s,%x)", MenuName(menu, *this).c_str(), number);
+        case WM_UNINITMENUPOPUP:
+            return Note("close(%s)", MenuName(menu, *this).c_str());
         case WM_MENUSELECT:
             return Note("%s:%d/%x", MenuName(reinterpret_cast<HMENU>(lParam), *this).c_str(), LOWORD(wParam), HIWORD(wParam));
         case WM_MENUCHAR:
             return Note("char(%c,%x,%s)", LOWORD(wParam), HIWORD(wParam), MenuName(reinterpret_cast<HMENU>(lParam), *this).c_str());
-        case WM_NEXTMENU: return Note("next");
-        case WM_COMMAND: return Note("command(%d)", static_cast<int>(wParam));
+        case WM_NEXTMENU:
+            return Note("next");
+        case WM_COMMAND:
+            return Note("command(%d)", static_cast<int>(wParam));
         case WM_MENUCOMMAND:
             return Note("command(%s,%d)", MenuName(reinterpret_cast<HMENU>(lParam), *this).c_str(), static_cast<int>(wParam));
-        case WM_CAPTURECHANGED: return Note("capture");
-        default: return;
+        case WM_CAPTURECHANGED:
+            return Note("capture");
+        default:
+            return;
         }
     }
 };
 
-struct Tracked { const char* name; const char* keys; UINT flags; const char* log; int result; };
+struct Tracked
+{
+    const char* name;
+    const char* keys;
+    UINT flags;
+    const char* log;
+    int result;
+};
 
 // letter: of SC_KEYMENU, 0: none.
-struct BarRun { const char* name; const char* keys; char letter; const char* log; };
+struct BarRun
+{
+    const char* name;
+    const char* keys;
+    char letter;
+    const char* log;
+};
 
-} // namespace
+}  // namespace
 
 TEST(TrackedPopup, TellsItsOwner)
 {
     const Tracked rows[] = {
-        {"CommandIsPosted", "down return", 0,
-         "enter1 init(file) open(file,0) file:1001/80 close(file) -:0/ffff exit1 command(1001)", 1},
+        {"CommandIsPosted", "down return", 0, "enter1 init(file) open(file,0) file:1001/80 close(file) -:0/ffff exit1 command(1001)", 1},
         {"CommandIsReturnedWithoutNotices", "down return", TPM_RETURNCMD | TPM_NONOTIFY, "file:1001/80 -:0/ffff exit1", 1001},
         {"EscapeLeaves", "escape", TPM_RETURNCMD, "enter1 init(file) open(file,0) close(file) -:0/ffff exit1", 0},
         {"LetterChooses", "'o", TPM_RETURNCMD, "enter1 init(file) open(file,0) file:1001/80 close(file) -:0/ffff exit1", 1001},
@@ -122,7 +144,8 @@ TEST(TrackedPopup, TellsItsOwner)
          "enter1 init(file) open(file,0) file:3/90 open(sub,3) sub:1003/88 close(sub) close(file) -:0/ffff exit1", 1003},
         {"ArrowsOpenAndCloseSubmenu", "up right left right return", TPM_RETURNCMD,
          "enter1 init(file) open(file,0) file:3/90 open(sub,3) sub:1003/88 close(sub) open(sub,3) sub:1003/88 close(sub) "
-         "close(file) -:0/ffff exit1", 1003},
+         "close(file) -:0/ffff exit1",
+         1003},
         {"SelectionSkipsSeparatorsAndWraps", "end down down up up escape", TPM_RETURNCMD,
          "enter1 init(file) open(file,0) file:3/90 file:1001/80 file:1002/81 file:1001/80 file:3/90 close(file) -:0/ffff exit1", 0},
         {"SidewaysDoesNothingHere", "left right down left right escape", TPM_RETURNCMD,
@@ -169,7 +192,9 @@ TEST(MenuTracking, LoopRunsHooksDispatchesAndEndsByCalls)
     static std::string hooked;
     hooked.clear();
     MenuOwner owner;
-    const HHOOK hook = SetWindowsHookExA(WH_MSGFILTER, [](int code, WPARAM, LPARAM message) -> LRESULT {
+    const HHOOK hook = SetWindowsHookExA(
+        WH_MSGFILTER,
+        [](int code, WPARAM, LPARAM message) -> LRESULT {
             const UINT number = reinterpret_cast<const MSG*>(message)->message;
             if (number == WM_APP || number == WM_APP + 1)
                 hooked += std::to_string(code) + ":" + NameOf(number) + " ";

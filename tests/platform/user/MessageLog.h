@@ -37,19 +37,45 @@ inline std::string TakeLog()
 
 inline std::string NameOf(UINT message)
 {
-    static const std::map<UINT, const char*> names = {
-        {WM_PARENTNOTIFY, "parentnotify"}, {WM_MOUSEACTIVATE, "mouseactivate"}, {WM_SETCURSOR, "setcursor"}, {WM_NCHITTEST, "hittest"},
-        {WM_MOUSEMOVE, "move"}, {WM_LBUTTONDOWN, "ldown"}, {WM_LBUTTONUP, "lup"}, {WM_LBUTTONDBLCLK, "ldouble"}, {WM_RBUTTONDOWN, "rdown"},
-        {WM_RBUTTONUP, "rup"}, {WM_MBUTTONDOWN, "mdown"}, {WM_MBUTTONUP, "mup"}, {WM_XBUTTONDOWN, "xdown"}, {WM_XBUTTONUP, "xup"},
-        {WM_MOUSEWHEEL, "wheel"}, {WM_MOUSEHWHEEL, "hwheel"}, {WM_NCMOUSEMOVE, "ncmove"}, {WM_NCRBUTTONDOWN, "ncrdown"},
-        {WM_NCRBUTTONUP, "ncrup"}, {WM_NCRBUTTONDBLCLK, "ncrdouble"}, {WM_KEYDOWN, "keydown"}, {WM_KEYUP, "keyup"}, {WM_CHAR, "char"},
-        {WM_SYSKEYDOWN, "syskeydown"}, {WM_SYSKEYUP, "syskeyup"}, {WM_SYSCHAR, "syschar"}, {WM_TIMER, "timer"}, {WM_PAINT, "paint"},
-        {WM_QUIT, "quit"}, {WM_ACTIVATE, "activate"}, {WM_DESTROY, "destroy"}, {WM_NCDESTROY, "ncdestroy"}, {WM_NULL, "null"}};
+    static const std::map<UINT, const char*> names = {{WM_PARENTNOTIFY, "parentnotify"},
+                                                      {WM_MOUSEACTIVATE, "mouseactivate"},
+                                                      {WM_SETCURSOR, "setcursor"},
+                                                      {WM_NCHITTEST, "hittest"},
+                                                      {WM_MOUSEMOVE, "move"},
+                                                      {WM_LBUTTONDOWN, "ldown"},
+                                                      {WM_LBUTTONUP, "lup"},
+                                                      {WM_LBUTTONDBLCLK, "ldouble"},
+                                                      {WM_RBUTTONDOWN, "rdown"},
+                                                      {WM_RBUTTONUP, "rup"},
+                                                      {WM_MBUTTONDOWN, "mdown"},
+                                                      {WM_MBUTTONUP, "mup"},
+                                                      {WM_XBUTTONDOWN, "xdown"},
+                                                      {WM_XBUTTONUP, "xup"},
+                                                      {WM_MOUSEWHEEL, "wheel"},
+                                                      {WM_MOUSEHWHEEL, "hwheel"},
+                                                      {WM_NCMOUSEMOVE, "ncmove"},
+                                                      {WM_NCRBUTTONDOWN, "ncrdown"},
+                                                      {WM_NCRBUTTONUP, "ncrup"},
+                                                      {WM_NCRBUTTONDBLCLK, "ncrdouble"},
+                                                      {WM_KEYDOWN, "keydown"},
+                                                      {WM_KEYUP, "keyup"},
+                                                      {WM_CHAR, "char"},
+                                                      {WM_SYSKEYDOWN, "syskeydown"},
+                                                      {WM_SYSKEYUP, "syskeyup"},
+                                                      {WM_SYSCHAR, "syschar"},
+                                                      {WM_TIMER, "timer"},
+                                                      {WM_PAINT, "paint"},
+                                                      {WM_QUIT, "quit"},
+                                                      {WM_ACTIVATE, "activate"},
+                                                      {WM_DESTROY, "destroy"},
+                                                      {WM_NCDESTROY, "ncdestroy"},
+                                                      {WM_NULL, "null"}};
     const auto found = names.find(message);
     if (found != names.end())
         return found->second;
     char text[20];
-    std::snprintf(text, sizeof text, message >= WM_USER && message < 0xC000 ? "u%u" : "0x%x", message >= WM_USER ? message - WM_USER : message);
+    std::snprintf(text, sizeof text, message >= WM_USER && message < 0xC000 ? "u%u" : "0x%x",
+                  message >= WM_USER ? message - WM_USER : message);
     return text;
 }
 

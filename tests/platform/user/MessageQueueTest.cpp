@@ -50,17 +50,26 @@ TEST_F(MessageQueue, YieldsPostedThenQuitThenInputThenPaintThenTimer)
 }
 
 // window: 0 null, 1 thread only, 2 parent, 3 child, 4 other.
-struct FilterRow { const char* name; int window; UINT first, last, flags; const char* expected; };
+struct FilterRow
+{
+    const char* name;
+    int window;
+    UINT first, last, flags;
+    const char* expected;
+};
 
 // WM_QUIT of PostQuitMessage passes every filter of windows and numbers.
 
 TEST(MessageFilter, PassesTheMessagesAskedFor)
 {
     const FilterRow rows[] = {
-        {"All", 0, 0, 0, 0, "other:u4 child:u3 parent:u2 -:u1 -:quit"}, {"ThreadOnly", 1, 0, 0, 0, "-:u1 -:quit"},
-        {"ParentAndItsChildren", 2, 0, 0, 0, "child:u3 parent:u2 -:quit"}, {"Child", 3, 0, 0, 0, "child:u3 -:quit"},
+        {"All", 0, 0, 0, 0, "other:u4 child:u3 parent:u2 -:u1 -:quit"},
+        {"ThreadOnly", 1, 0, 0, 0, "-:u1 -:quit"},
+        {"ParentAndItsChildren", 2, 0, 0, 0, "child:u3 parent:u2 -:quit"},
+        {"Child", 3, 0, 0, 0, "child:u3 -:quit"},
         {"Range", 0, WM_USER + 2, WM_USER + 3, 0, "child:u3 parent:u2 -:quit"},
-        {"WindowAndRange", 4, WM_USER, WM_USER + 3, 0, "-:quit"}, {"InputOnly", 0, 0, 0, PM_QS_INPUT, ""},
+        {"WindowAndRange", 4, WM_USER, WM_USER + 3, 0, "-:quit"},
+        {"InputOnly", 0, 0, 0, PM_QS_INPUT, ""},
         {"PostedOnly", 0, 0, 0, PM_QS_POSTMESSAGE, "other:u4 child:u3 parent:u2 -:u1 -:quit"},
         {"PaintOnly", 0, 0, 0, PM_QS_PAINT, ""},
     };
@@ -105,7 +114,8 @@ TEST_F(MessageQueue, CallsOnBadWindowsAndThreadsFail)
     HWND other = nullptr;
     const OwnedHandle ready(CreateEventA(nullptr, TRUE, FALSE, nullptr)), go(CreateEventA(nullptr, TRUE, FALSE, nullptr));
     DWORD id = 0;
-    auto thread = StartThread([&]() -> DWORD {
+    auto thread = StartThread(
+        [&]() -> DWORD {
             SetEvent(ready.get());
             WaitForSingleObject(go.get(), kDeadline);
             const NamedWindow own("c");
@@ -164,7 +174,8 @@ TEST_F(MessageQueue, MessagesThatCarryPointersCannotBePosted)
     while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
     }
     EXPECT_EQ("1 c d 1a 1b 24 2b 2c 2d 39 46 47 4a 53 7c 7d 81 83 87 b0 b2 b3 b4 c2 c4 cb e3 e9 ea eb 140 143 145 148 14a 14c "
-              "14d 152 158 180 181 189 18c 18d 18f 191 192 196 198 1a2 213 214 216 220 229 22a 22b 22d 22e 22f 30c ", refused);
+              "14d 152 158 180 181 189 18c 18d 18f 191 192 196 198 1a2 213 214 216 220 229 22a 22b 22d 22e 22f 30c ",
+              refused);
     EXPECT_EQ(refused, toThread);
     EXPECT_EQ(refused, notified);
 }

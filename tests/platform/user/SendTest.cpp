@@ -16,7 +16,8 @@ public:
     explicit WindowThread(NamedWindow::Handler handler, std::function<void(HWND)> instead = nullptr)
     {
         const OwnedHandle ready(CreateEventA(nullptr, TRUE, FALSE, nullptr));
-        m_thread = StartThread([this, handler, instead, &ready]() -> DWORD {
+        m_thread = StartThread(
+            [this, handler, instead, &ready]() -> DWORD {
                 auto* owned = new NamedWindow("other");
                 owned->handler = handler;
                 m_left = owned;
@@ -165,7 +166,7 @@ TEST_F(Send, TimesOutAndFailsWithoutHarmToLaterMessages)
 struct GoneRow
 {
     const char* name;
-    std::function<void(HWND)> instead;                       // what the thread does in place of its loop
+    std::function<void(HWND)> instead;       // what the thread does in place of its loop
     std::function<void(HWND, UINT)> inside;  // what it does inside the message
     bool byWindow;
     LRESULT expected;
@@ -189,7 +190,8 @@ TEST_F(Send, IsAnsweredWithZeroWhenTheReceiverGoes)
     for (const GoneRow& row : rows) {
         WindowThread* self = nullptr;
         std::atomic<bool> destroyed{false};
-        WindowThread other([&](UINT message, WPARAM, LPARAM, LRESULT& result) {
+        WindowThread other(
+            [&](UINT message, WPARAM, LPARAM, LRESULT& result) {
                 destroyed = destroyed || message == WM_DESTROY || message == WM_NCDESTROY;
                 if (message != WM_USER)
                     return false;

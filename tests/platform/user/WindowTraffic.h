@@ -81,43 +81,67 @@ private:
         const auto point = [lParam] { return Text("%d,%d", static_cast<SHORT>(LOWORD(lParam)), static_cast<SHORT>(HIWORD(lParam))); };
         const auto other = [this](auto handle) { return Name(reinterpret_cast<HWND>(handle)); };
         switch (message) {
-        case WM_GETMINMAXINFO: return "minmax";
-        case WM_NCCREATE: return "nccreate";
-        case WM_CREATE: return "create";
-        case WM_NCCALCSIZE: return Text("nccalcsize %d", static_cast<int>(wParam));
-        case WM_SIZE: return Text("size %d ", static_cast<int>(wParam)) + (wParam == SIZE_MAXIMIZED ? "max" : point());
-        case WM_MOVE: return "move " + point();
-        case WM_SHOWWINDOW: return Text("show %d %d", static_cast<int>(wParam), static_cast<int>(lParam));
+        case WM_GETMINMAXINFO:
+            return "minmax";
+        case WM_NCCREATE:
+            return "nccreate";
+        case WM_CREATE:
+            return "create";
+        case WM_NCCALCSIZE:
+            return Text("nccalcsize %d", static_cast<int>(wParam));
+        case WM_SIZE:
+            return Text("size %d ", static_cast<int>(wParam)) + (wParam == SIZE_MAXIMIZED ? "max" : point());
+        case WM_MOVE:
+            return "move " + point();
+        case WM_SHOWWINDOW:
+            return Text("show %d %d", static_cast<int>(wParam), static_cast<int>(lParam));
         case WM_WINDOWPOSCHANGING:
         case WM_WINDOWPOSCHANGED: {
             const auto& position = *reinterpret_cast<const WINDOWPOS*>(lParam);
             const bool zoomed = IsZoomed(window) != FALSE;
-            return (message == WM_WINDOWPOSCHANGING ? "changing " : "changed ") + Text("%04x %d,%d ", position.flags, position.x, position.y) +
-                   (zoomed ? "max" : Text("%dx%d", position.cx, position.cy));
+            return (message == WM_WINDOWPOSCHANGING ? "changing " : "changed ") +
+                   Text("%04x %d,%d ", position.flags, position.x, position.y) + (zoomed ? "max" : Text("%dx%d", position.cx, position.cy));
         }
-        case WM_ACTIVATEAPP: return Text("activateapp %d", static_cast<int>(wParam));
-        case WM_NCACTIVATE: return Text("ncactivate %d", static_cast<int>(wParam));
-        case WM_ACTIVATE: return Text("activate %d ", LOWORD(wParam)) + other(lParam);
-        case WM_SETFOCUS: return "setfocus " + other(wParam);
-        case WM_KILLFOCUS: return "killfocus " + other(wParam);
-        case WM_CAPTURECHANGED: return "capturechanged " + other(lParam);
-        case WM_PARENTNOTIFY: return Text("parentnotify %d id %d ", LOWORD(wParam), HIWORD(wParam)) + other(lParam);
+        case WM_ACTIVATEAPP:
+            return Text("activateapp %d", static_cast<int>(wParam));
+        case WM_NCACTIVATE:
+            return Text("ncactivate %d", static_cast<int>(wParam));
+        case WM_ACTIVATE:
+            return Text("activate %d ", LOWORD(wParam)) + other(lParam);
+        case WM_SETFOCUS:
+            return "setfocus " + other(wParam);
+        case WM_KILLFOCUS:
+            return "killfocus " + other(wParam);
+        case WM_CAPTURECHANGED:
+            return "capturechanged " + other(lParam);
+        case WM_PARENTNOTIFY:
+            return Text("parentnotify %d id %d ", LOWORD(wParam), HIWORD(wParam)) + other(lParam);
         case WM_STYLECHANGING:
         case WM_STYLECHANGED: {
             const auto& styles = *reinterpret_cast<const STYLESTRUCT*>(lParam);
             return (message == WM_STYLECHANGING ? "stylechanging " : "stylechanged ") +
                    Text("%08x>%08x", static_cast<unsigned>(styles.styleOld), static_cast<unsigned>(styles.styleNew));
         }
-        case WM_ENABLE: return Text("enable %d", static_cast<int>(wParam));
-        case WM_CANCELMODE: return "cancelmode";
-        case WM_CHILDACTIVATE: return "childactivate";
-        case WM_QUERYOPEN: return "queryopen";
-        case WM_SYSCOMMAND: return Text("syscommand %04x", static_cast<unsigned>(wParam));
-        case WM_CLOSE: return "close";
-        case WM_DESTROY: return "destroy";
-        case WM_NCDESTROY: return "ncdestroy";
-        case WM_QUERYNEWPALETTE: return "palette";
-        default: return message >= WM_USER && message < 0xC000 ? Text("user %u", message - WM_USER) : "";
+        case WM_ENABLE:
+            return Text("enable %d", static_cast<int>(wParam));
+        case WM_CANCELMODE:
+            return "cancelmode";
+        case WM_CHILDACTIVATE:
+            return "childactivate";
+        case WM_QUERYOPEN:
+            return "queryopen";
+        case WM_SYSCOMMAND:
+            return Text("syscommand %04x", static_cast<unsigned>(wParam));
+        case WM_CLOSE:
+            return "close";
+        case WM_DESTROY:
+            return "destroy";
+        case WM_NCDESTROY:
+            return "ncdestroy";
+        case WM_QUERYNEWPALETTE:
+            return "palette";
+        default:
+            return message >= WM_USER && message < 0xC000 ? Text("user %u", message - WM_USER) : "";
         }
     }
 

@@ -89,7 +89,12 @@ TEST(WindowValues, BadWindowsFailWithTheirErrors)
     char text[20];
     WINDOWPLACEMENT placement{};
     // missing: of a stale window and of a number that was never one.
-    struct Row { const char* name; std::string missing, null; std::function<long long(HWND)> call; };
+    struct Row
+    {
+        const char* name;
+        std::string missing, null;
+        std::function<long long(HWND)> call;
+    };
     const Row rows[] = {
         {"IsWindow", "0/-", "0/-", [](HWND w) { return IsWindow(w); }},
         {"IsWindowVisible", "0/1400", "0/1400", [](HWND w) { return IsWindowVisible(w); }},
@@ -115,7 +120,8 @@ TEST(WindowValues, BadWindowsFailWithTheirErrors)
         {"SetForeground", "0/1400", "0/1400", [](HWND w) { return SetForegroundWindow(w); }},
         {"SetCapture", "0/6", "0/-", [](HWND w) { return SetCapture(w) != nullptr; }},
         {"SetWindowPos", "0/1400", "0/1400", [](HWND w) { return SetWindowPos(w, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE); }},
-        {"SetWindowPosAfter", "0/1400", "1/-", [&](HWND w) { return SetWindowPos(good, w, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE); }},
+        {"SetWindowPosAfter", "0/1400", "1/-",
+         [&](HWND w) { return SetWindowPos(good, w, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE); }},
         {"SetParent", "0/1400", "0/1400", [&](HWND w) { return SetParent(w, good) != nullptr; }},
         {"GetPlacement", "0/1400", "0/1400", [&](HWND w) { return GetWindowPlacement(w, &placement); }},
         {"InvalidateRect", "0/1400", "1/-", [](HWND w) { return InvalidateRect(w, nullptr, FALSE); }},
@@ -182,7 +188,12 @@ TEST(WindowValues, LongsAreBoundedByTheirExtraBytes)
 {
     const OwnClass ownClass(12, 8);
     const OwnWindow window, frame(WS_OVERLAPPEDWINDOW), child(WS_CHILD, frame, 0, {0, 0, 5, 5}, 7);
-    struct Row { const char* name; std::string outcome; std::function<long long()> call; };
+    struct Row
+    {
+        const char* name;
+        std::string outcome;
+        std::function<long long()> call;
+    };
     const Row rows[] = {
         {"First", "0/-", [&] { return SetWindowLongA(window, 0, 5); }},
         {"Last", "0/-", [&] { return SetWindowLongA(window, 8, 6); }},
@@ -285,7 +296,9 @@ TEST(WindowValues, PropertiesGoByNameWithoutCase)
     EXPECT_EQ(value(5), GetPropW(window, kelgen::AsWide(u"DESKabc"_w)));
     EXPECT_EQ(value(6), GetPropA(window, MAKEINTATOM(0x1234)));
     std::string names;
-    EnumPropsExA(window, [](HWND, LPSTR name, HANDLE, ULONG_PTR all) -> BOOL {
+    EnumPropsExA(
+        window,
+        [](HWND, LPSTR name, HANDLE, ULONG_PTR all) -> BOOL {
             if (std::string(name).find("__") != 0)
                 *reinterpret_cast<std::string*>(all) += std::string(name) + " ";
             return TRUE;
@@ -301,7 +314,13 @@ TEST(WindowValues, StylesDecideOnFrameAndClientArea)
     const OwnClass ownClass;
     const OwnWindow frame(WS_OVERLAPPEDWINDOW, nullptr, 0, {0, 0, 400, 300});
     // place: left, top, width, height.
-    struct Row { const char* name; DWORD style, exStyle; RECT place; const char* result; };
+    struct Row
+    {
+        const char* name;
+        DWORD style, exStyle;
+        RECT place;
+        const char* result;
+    };
     const Row rows[] = {
         {"Overlapped", 0, 0, {0, 0, 0, 0}, "04c00000 00000100 116x27 client 110x2 at 3,22"},
         {"Popup", WS_POPUP, 0, {0, 0, 0, 0}, "84000000 00000000 0x0 client 0x0 at 0,0"},
@@ -332,10 +351,11 @@ TEST(WindowValues, StylesDecideOnFrameAndClientArea)
         GetClientRect(window, &client);
         ClientToScreen(window, &origin);
         char result[120];
-        std::snprintf(result, sizeof result, "%08x %08x %dx%d client %dx%d at %d,%d", static_cast<unsigned>(GetWindowLongA(window, GWL_STYLE)),
-                      static_cast<unsigned>(GetWindowLongA(window, GWL_EXSTYLE)), static_cast<int>(outer.right - outer.left),
-                      static_cast<int>(outer.bottom - outer.top), static_cast<int>(client.right), static_cast<int>(client.bottom),
-                      static_cast<int>(origin.x - outer.left), static_cast<int>(origin.y - outer.top));
+        std::snprintf(result, sizeof result, "%08x %08x %dx%d client %dx%d at %d,%d",
+                      static_cast<unsigned>(GetWindowLongA(window, GWL_STYLE)), static_cast<unsigned>(GetWindowLongA(window, GWL_EXSTYLE)),
+                      static_cast<int>(outer.right - outer.left), static_cast<int>(outer.bottom - outer.top),
+                      static_cast<int>(client.right), static_cast<int>(client.bottom), static_cast<int>(origin.x - outer.left),
+                      static_cast<int>(origin.y - outer.top));
         EXPECT_STREQ(row.result, result) << row.name;
         if (row.place.right > 100 || row.style & (WS_VSCROLL | WS_MAXIMIZE))
             continue;
@@ -346,8 +366,8 @@ TEST(WindowValues, StylesDecideOnFrameAndClientArea)
         EXPECT_EQ(origin.y - outer.top, 100 - adjusted.top) << row.name;
     }
     EXPECT_EQ("0/1401", Outcome([] {
-                  return CreateWindowExA(0, "OwnClass", "", WS_POPUP, 0, 0, 1, 1, nullptr, reinterpret_cast<HMENU>(ULONG_PTR{0x7F0002}), Program(),
-                                         nullptr) != nullptr;
+                  return CreateWindowExA(0, "OwnClass", "", WS_POPUP, 0, 0, 1, 1, nullptr, reinterpret_cast<HMENU>(ULONG_PTR{0x7F0002}),
+                                         Program(), nullptr) != nullptr;
               }));
 }
 
@@ -400,6 +420,7 @@ TEST(WindowValues, SearchesFindByClassAndText)
     };
     EXPECT_TRUE(EnumChildWindows(frame, collect, reinterpret_cast<LPARAM>(&all)));
     EXPECT_EQ((std::vector<HWND>{child, below, next}), all);
-    EXPECT_FALSE(EnumThreadWindows(GetCurrentThreadId(), [](HWND, LPARAM) -> BOOL { return FALSE; }, 0));
+    EXPECT_FALSE(EnumThreadWindows(
+        GetCurrentThreadId(), [](HWND, LPARAM) -> BOOL { return FALSE; }, 0));
     EXPECT_TRUE(EnumThreadWindows(0x7FFF0, collect, 0));
 }

@@ -184,7 +184,10 @@ TEST(MonitorProcess, TellsWhatItMayNotRead)
     ChildProcess nobody([&folder] {
         struct Events : CMonitorEvents
         {
-            void OnFileEvent(CWatchedFile& file, EFileEvent) override { m_told += file.GetName() + " " + file.GetText(CWatchedFile::idChecksum); }
+            void OnFileEvent(CWatchedFile& file, EFileEvent) override
+            {
+                m_told += file.GetName() + " " + file.GetText(CWatchedFile::idChecksum);
+            }
             void OnNote(const CString& text) override { m_told += text.Left(22); }
             CString m_told;
         } events;

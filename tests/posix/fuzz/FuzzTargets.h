@@ -4,6 +4,11 @@
 #include <cstddef>
 #include <vector>
 
-struct FuzzTarget { const char* name; const char* corpus; int (*run)(const unsigned char* data, std::size_t size); };
+struct FuzzTarget
+{
+    const char* name;
+    const char* corpus;
+    int (*run)(const unsigned char* data, std::size_t size);
+};
 
 extern const std::vector<FuzzTarget> fuzzTargets;

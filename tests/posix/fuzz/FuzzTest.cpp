@@ -52,12 +52,15 @@ void Change(std::string& bytes, const std::vector<std::string>& seeds, Random& r
         break;
     case 1: {
         const unsigned limit = kLimits[random.Between(0, 8)];
-        bytes.replace(place, std::min<std::size_t>(4, length), reinterpret_cast<const char*>(&limit),
-                      std::min<std::size_t>(4, length));
+        bytes.replace(place, std::min<std::size_t>(4, length), reinterpret_cast<const char*>(&limit), std::min<std::size_t>(4, length));
         break;
     }
-    case 2: bytes.erase(place, length); break;
-    case 3: bytes.insert(place, bytes.substr(place, length)); break;
+    case 2:
+        bytes.erase(place, length);
+        break;
+    case 3:
+        bytes.insert(place, bytes.substr(place, length));
+        break;
     default: {
         const std::string& other = seeds[static_cast<std::size_t>(random.Between(0, static_cast<int>(seeds.size()) - 1))];
         bytes.insert(place, other.substr(Place(random, other), static_cast<std::size_t>(random.Between(1, 64))));
@@ -65,7 +68,7 @@ void Change(std::string& bytes, const std::vector<std::string>& seeds, Random& r
     }
 }
 
-} // namespace
+}  // namespace
 
 class Fuzz : public testing::TestWithParam<FuzzTarget>
 {};

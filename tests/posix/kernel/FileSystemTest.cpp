@@ -18,9 +18,14 @@ using namespace kelgen::test;
 
 TEST(DriveForms, LeadBackToTheSameFile)
 {
-    struct Row { std::string native, drive; };
+    struct Row
+    {
+        std::string native, drive;
+    };
     const Row rows[] = {{DriveCFolder(), "C:\\"},
-                        {DriveCFolder() + "/b.txt", "C:\\b.txt"}, {"/", "Z:\\"}, {"/etc/passwd", "Z:\\etc\\passwd"},
+                        {DriveCFolder() + "/b.txt", "C:\\b.txt"},
+                        {"/", "Z:\\"},
+                        {"/etc/passwd", "Z:\\etc\\passwd"},
                         {"/drive_c", "Z:\\drive_c"}};
     for (const Row& row : rows) {
         EXPECT_EQ(row.drive, DriveForm(row.native));
@@ -34,7 +39,11 @@ TEST(NameLookUp, ExactNamesGoBeforeThoseInAnotherCase)
     const std::string folder = ScratchFolder().string() + "/";
     for (const char* name : {"name", "Name", "NAME", "\xC3\xA4.txt", "long file name.text"})
         WriteBytes(folder + name, name);
-    struct Row { const char* wanted; const char* found; };
+    struct Row
+    {
+        const char* wanted;
+        const char* found;
+    };
     for (const Row& row : {Row{"name", "name"}, Row{"Name", "Name"}, Row{"nAME", "NAME"}, Row{"\xC3\x84.TXT", "\xC3\xA4.txt"},
                            Row{"LONG FILE NAME.TEXT", "long file name.text"}})
         EXPECT_EQ(folder + row.found, Resolve(folder + row.wanted).native) << row.wanted;

@@ -66,8 +66,13 @@ TEST(Modules, LoadingAndFreeingCountReferences)
 
 TEST(OsVersion, IsWhatTheEnvironmentSays)
 {
-    struct Row { const char* variable; DWORD platform, major, minor, build; };
-    for (const Row& row : {Row{"1,4,10", 1, 4, 10, 0}, Row{"2,10,0", 2, 10, 0, 0}, Row{"nonsense", 2, 6, 1, 7601}, Row{"2,5", 2, 6, 1, 7601}}) {
+    struct Row
+    {
+        const char* variable;
+        DWORD platform, major, minor, build;
+    };
+    for (const Row& row :
+         {Row{"1,4,10", 1, 4, 10, 0}, Row{"2,10,0", 2, 10, 0, 0}, Row{"nonsense", 2, 6, 1, 7601}, Row{"2,5", 2, 6, 1, 7601}}) {
         const VariableGuard guard("KELGEN_OSVERSION", row.variable);
         OSVERSIONINFOA version{};
         version.dwOSVersionInfoSize = sizeof version;

@@ -22,8 +22,8 @@ constexpr int kRounds = 25;
 void KillAtRandom(const std::function<void(std::atomic<int>&)>& body, const std::function<void()>& check)
 {
     Random random;
-    auto* const writes = static_cast<std::atomic<int>*>(
-        mmap(nullptr, sizeof(std::atomic<int>), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+    auto* const writes =
+        static_cast<std::atomic<int>*>(mmap(nullptr, sizeof(std::atomic<int>), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
     for (int round = 0; round < kRounds && !testing::Test::HasFailure(); ++round) {
         *writes = 0;
         ChildProcess writer([&] { body(*writes); });
@@ -56,13 +56,14 @@ std::string ReadProfileText(const char* section, const char* key, const std::str
     return text;
 }
 
-} // namespace
+}  // namespace
 
 TEST(KilledWriter, LeavesTheOldOrTheNewRegistryValue)
 {
     const ScratchKey key;
     ASSERT_EQ(ERROR_SUCCESS, SetText(key, "v", TextOfOneLetter(0)));
-    KillAtRandom([&](std::atomic<int>& writes) {
+    KillAtRandom(
+        [&](std::atomic<int>& writes) {
             for (;; ++writes)
                 SetText(key, "v", TextOfOneLetter(writes));
         },
@@ -75,7 +76,8 @@ TEST(KilledWriter, LeavesTheOldOrTheNewRegistryValue)
 TEST(KilledWriter, LeavesWholeKeysOrNone)
 {
     const ScratchKey key;
-    KillAtRandom([&](std::atomic<int>& writes) {
+    KillAtRandom(
+        [&](std::atomic<int>& writes) {
             for (;; ++writes) {
                 MakeKey(key, "Mixed\\Case", "x");
                 RegDeleteTreeA(key, "Mixed");
@@ -96,7 +98,8 @@ TEST(KilledWriter, LeavesTheOldOrTheNewProfile)
     const std::string file = ScratchFile("test.ini");
     WriteBytes(file, "[keep]\r\nk=v\r\n");
     ASSERT_TRUE(WritePrivateProfileStringA("s", "v", TextOfOneLetter(0).c_str(), file.c_str()));
-    KillAtRandom([&](std::atomic<int>& writes) {
+    KillAtRandom(
+        [&](std::atomic<int>& writes) {
             for (;; ++writes)
                 WritePrivateProfileStringA("s", "v", TextOfOneLetter(writes).c_str(), file.c_str());
         },

@@ -44,4 +44,4 @@ private:
     pid_t m_id;
 };
 
-} // namespace kelgen::test
+}  // namespace kelgen::test

@@ -34,7 +34,7 @@ std::u16string RandomName(Random& random)
     return name;
 }
 
-} // namespace
+}  // namespace
 
 TEST(StoredName, IsAFileNameThatStandsForTheNameWithoutCase)
 {
@@ -55,13 +55,22 @@ TEST(StoredName, IsAFileNameThatStandsForTheNameWithoutCase)
     }
 }
 
-struct StoredNameRow { const char* name; std::u16string key; std::string file; };
+struct StoredNameRow
+{
+    const char* name;
+    std::u16string key;
+    std::string file;
+};
 
 TEST(StoredNameForm, IsStable)
 {
     const StoredNameRow rows[] = {
-        {"Letters", u"Software", "software"}, {"Escapes", u"a/b=c%d", "a%2Fb%3Dc%25d"}, {"LeadingDot", u".a.b", "%2Ea.b"},
-        {"Umlaut", u"\u00C4", "\xC3\xA4"}, {"Pair", u"\xD83D\xDE00", "\xF0\x9F\x98\x80"}, {"HalfPair", u"\xD83D", "%uD83D"},
+        {"Letters", u"Software", "software"},
+        {"Escapes", u"a/b=c%d", "a%2Fb%3Dc%25d"},
+        {"LeadingDot", u".a.b", "%2Ea.b"},
+        {"Umlaut", u"\u00C4", "\xC3\xA4"},
+        {"Pair", u"\xD83D\xDE00", "\xF0\x9F\x98\x80"},
+        {"HalfPair", u"\xD83D", "%uD83D"},
         {"TooLong", std::u16string(300, u'A'), "%~67A7CDC03D983A959288C1B8C58074BF"},
     };
     for (const StoredNameRow& row : rows) {

@@ -1,6 +1,6 @@
 // ServicesTest.cpp: services that die, what the registry holds, and homes with long names.
-#include "support/Failures.h"
 #include "support/system/Services.h"
+#include "support/Failures.h"
 
 using namespace kelgen::test;
 

@@ -9,7 +9,11 @@ using namespace kelgen::test;
 
 namespace {
 
-struct FileForm { const char* name; bool is64Bit; };
+struct FileForm
+{
+    const char* name;
+    bool is64Bit;
+};
 
 /// Files of both forms, with every byte of one resource in its place.
 class VersionFiles : public testing::TestWithParam<FileForm>
@@ -17,7 +21,8 @@ class VersionFiles : public testing::TestWithParam<FileForm>
 protected:
     void SetUp() override
     {
-        const std::string resource = VersionResource(FixedInfo(1, 2, 3, 4), {{u"040904e4", {TextNode(u"ProductName", u"text")}}}, Number(0x04E40409, 4));
+        const std::string resource =
+            VersionResource(FixedInfo(1, 2, 3, 4), {{u"040904e4", {TextNode(u"ProductName", u"text")}}}, Number(0x04E40409, 4));
         m_sound = Image{GetParam().is64Bit, {{16, 1, 0x409, resource}}}.Bytes();
         m_resourceEnd = m_sound.find(resource) + resource.size();
         ASSERT_EQ(1, Load(m_sound));

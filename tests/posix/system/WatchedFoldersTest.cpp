@@ -22,7 +22,11 @@ std::multiset<std::string> Descriptors()
 
 TEST(FileChangeEvent, TakesNoMoreAfterThreeThousandPasses)
 {
-    struct Watched { std::string file = DrivePath(ScratchFolder().string()) + "\\f"; RecordingWatcher watcher; };
+    struct Watched
+    {
+        std::string file = DrivePath(ScratchFolder().string()) + "\\f";
+        RecordingWatcher watcher;
+    };
     Watched watched[3];
     for (Watched& each : watched) {
         Touch(each.file);

@@ -8,7 +8,10 @@ using namespace kelgen::test;
 
 namespace {
 
-struct Thrown { int value; };
+struct Thrown
+{
+    int value;
+};
 
 NamedWindow::Handler Throwing()
 {

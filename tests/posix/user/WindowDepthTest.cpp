@@ -34,8 +34,7 @@ LRESULT CALLBACK SendingHook(int code, WPARAM wParam, LPARAM lParam)
 // Sends on a thread whose hook sends, until there is no room: the error.
 DWORD WINAPI SendThroughSendingHook(LPVOID)
 {
-    const HWND hooked =
-        CreateWindowA("WindowDepth", "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, GetModuleHandleA(nullptr), nullptr);
+    const HWND hooked = CreateWindowA("WindowDepth", "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, GetModuleHandleA(nullptr), nullptr);
     const HHOOK hook = SetWindowsHookExA(WH_CALLWNDPROC, SendingHook, nullptr, GetCurrentThreadId());
     SetLastError(0);
     SendMessageA(hooked, WM_NULL, 0, 0);
@@ -93,7 +92,8 @@ TEST(WindowDepth, EndlessSendsFailAndWindowsAreDestroyedOnce)
 
     // A hook that sends is bounded too, also on a small stack.
     if (kDeepStacks) {
-        const HANDLE thread = CreateThread(nullptr, 2 * 1024 * 1024, SendThroughSendingHook, nullptr, STACK_SIZE_PARAM_IS_A_RESERVATION, nullptr);
+        const HANDLE thread =
+            CreateThread(nullptr, 2 * 1024 * 1024, SendThroughSendingHook, nullptr, STACK_SIZE_PARAM_IS_A_RESERVATION, nullptr);
         ASSERT_EQ(WAIT_OBJECT_0, WaitForSingleObject(thread, 10000));
         DWORD error = 0;
         EXPECT_TRUE(GetExitCodeThread(thread, &error));

@@ -45,8 +45,8 @@ public:
         static int number = 0;
         name = "kelgen-test-" + std::to_string(GetCurrentProcessId()) + '-' + std::to_string(++number);
         command = path + ' ' + Quoted(DrivePath(report)) + ' ' + words;
-        handle = CreateServiceA(m_manager, name.c_str(), ("Shown " + name).c_str(), SERVICE_ALL_ACCESS, SERVICE_WIN32_OWN_PROCESS, start, SERVICE_ERROR_NORMAL,
-                                command.c_str(), nullptr, nullptr, nullptr, nullptr, nullptr);
+        handle = CreateServiceA(m_manager, name.c_str(), ("Shown " + name).c_str(), SERVICE_ALL_ACCESS, SERVICE_WIN32_OWN_PROCESS, start,
+                                SERVICE_ERROR_NORMAL, command.c_str(), nullptr, nullptr, nullptr, nullptr, nullptr);
     }
     ~InstalledService()
     {

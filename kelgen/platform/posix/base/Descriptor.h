@@ -40,4 +40,4 @@ private:
     int m_number = -1;
 };
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

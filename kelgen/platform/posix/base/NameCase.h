@@ -52,4 +52,4 @@ constexpr int CompareNames(std::u16string_view left, std::u16string_view right)
     return left.size() == right.size() ? 0 : left.size() < right.size() ? -1 : 1;
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -75,8 +75,8 @@ using LPHANDLE = HANDLE*;
 using PHANDLE = HANDLE*;
 
 /// A handle type of its own, so that handles of different kinds do not mix.
-#define DECLARE_HANDLE(name)                                                                                                     \
-    struct name##__;                                                                                                             \
+#define DECLARE_HANDLE(name)                                                                                                               \
+    struct name##__;                                                                                                                       \
     using name = name##__*
 
 DECLARE_HANDLE(HINSTANCE);
@@ -107,8 +107,7 @@ using LRESULT = LONG_PTR;
 #define LOWORD(l) (static_cast<WORD>(static_cast<DWORD_PTR>(l) & 0xffff))
 #define HIWORD(l) (static_cast<WORD>((static_cast<DWORD_PTR>(l) >> 16) & 0xffff))
 #define MAKEWORD(a, b) (static_cast<WORD>(static_cast<BYTE>(a) | (static_cast<WORD>(static_cast<BYTE>(b)) << 8)))
-#define MAKELONG(a, b)                                                                                                           \
-    (static_cast<LONG>(static_cast<WORD>(a) | (static_cast<DWORD>(static_cast<WORD>(b)) << 16)))
+#define MAKELONG(a, b) (static_cast<LONG>(static_cast<WORD>(a) | (static_cast<DWORD>(static_cast<WORD>(b)) << 16)))
 #define MAKEINTRESOURCEA(i) (reinterpret_cast<LPSTR>(static_cast<ULONG_PTR>(static_cast<WORD>(i))))
 #define MAKEINTRESOURCEW(i) (reinterpret_cast<LPWSTR>(static_cast<ULONG_PTR>(static_cast<WORD>(i))))
 #define MAKEINTRESOURCE MAKEINTRESOURCEA

@@ -40,7 +40,8 @@ bool ChangeLock(const FileObject& object, const LockedRange& range, bool locked)
     if (range.offset >= end)
         return true;
 
-    struct flock lock{};
+    struct flock lock
+    {};
     lock.l_type = static_cast<short>(!locked ? F_UNLCK : object.MayWrite() ? F_WRLCK : F_RDLCK);
     lock.l_whence = SEEK_SET;
     lock.l_start = static_cast<off_t>(range.offset);

@@ -30,8 +30,8 @@ struct OpenFile
 
     Descriptor descriptor;
     bool isFolder;
-    bool isStandard = false;   // one of the process's standard files, which stay open
-    std::string deleteAtEnd;   // the path to delete when this ends, or empty
+    bool isStandard = false;  // one of the process's standard files, which stay open
+    std::string deleteAtEnd;  // the path to delete when this ends, or empty
     std::mutex locksMutex;
     std::vector<LockedRange> locks;
 };

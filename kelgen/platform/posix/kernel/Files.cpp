@@ -117,9 +117,8 @@ BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD done, LPOVERLAPPED
     // The system reads at most 2 GB at once.
     DWORD count = 0;
     const bool isPipe = IsPipe(object->Number());
-    const bool read = TransferAll(size, !isPipe && size > INT32_MAX, count, [&](DWORD from) {
-        return ::read(object->Number(), static_cast<BYTE*>(buffer) + from, size - from);
-    });
+    const bool read = TransferAll(size, !isPipe && size > INT32_MAX, count,
+                                  [&](DWORD from) { return ::read(object->Number(), static_cast<BYTE*>(buffer) + from, size - from); });
     if (!read)
         return Fail(TransferError(ERROR_NOACCESS), FALSE);
     if (count == 0 && size > 0 && isPipe)
@@ -146,9 +145,8 @@ BOOL WriteFile(HANDLE file, LPCVOID buffer, DWORD size, LPDWORD done, LPOVERLAPP
         return Fail(ERROR_INVALID_PARAMETER, FALSE);
 
     DWORD count = 0;
-    const bool written = TransferAll(size, true, count, [&](DWORD from) {
-        return ::write(object->Number(), static_cast<const BYTE*>(buffer) + from, size - from);
-    });
+    const bool written = TransferAll(
+        size, true, count, [&](DWORD from) { return ::write(object->Number(), static_cast<const BYTE*>(buffer) + from, size - from); });
     if (done)
         *done = count;
     if (!written || count < size)

@@ -21,8 +21,7 @@ class FindObject : public HandleObject
 public:
     FindObject(std::string folder, std::vector<std::string> names, ShortNames shortNames)
         : m_folder(std::move(folder)), m_names(std::move(names)), m_shortNames(std::move(shortNames))
-    {
-    }
+    {}
 
     struct Found
     {

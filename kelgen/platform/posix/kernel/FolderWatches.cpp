@@ -20,8 +20,7 @@ namespace {
 // Callers that take fresh notifications on every pass and never close them stay at this number for each folder.
 constexpr std::size_t kMostForgotten = 4096;
 
-constexpr std::uint32_t kEvents =
-    IN_MODIFY | IN_ATTRIB | IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE_SELF | IN_ONLYDIR;
+constexpr std::uint32_t kEvents = IN_MODIFY | IN_ATTRIB | IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE_SELF | IN_ONLYDIR;
 
 // What an event is a change of.
 DWORD ChangesOf(std::uint32_t event)

@@ -59,8 +59,8 @@ KELGEN_PLATFORM_API DWORD GetLogicalDrives();
 /// What is known of the volume at @p root (null: the current drive); null arguments are skipped. The name is empty, the file
 /// system "NTFS". FALSE with ERROR_PATH_NOT_FOUND for a drive that is none, ERROR_DIR_NOT_ROOT or (without a final
 /// slash) ERROR_INVALID_NAME for another folder.
-KELGEN_PLATFORM_API BOOL GetVolumeInformationA(LPCSTR root, LPSTR name, DWORD nameSize, LPDWORD serialNumber,
-                                               LPDWORD longestComponent, LPDWORD flags, LPSTR fileSystem, DWORD fileSystemSize);
+KELGEN_PLATFORM_API BOOL GetVolumeInformationA(LPCSTR root, LPSTR name, DWORD nameSize, LPDWORD serialNumber, LPDWORD longestComponent,
+                                               LPDWORD flags, LPSTR fileSystem, DWORD fileSystemSize);
 
 /// The bytes free for the user, in all, and free at all on the volume of folder @p folder (null: the current one).
 KELGEN_PLATFORM_API BOOL GetDiskFreeSpaceExA(LPCSTR folder, ULARGE_INTEGER* available, ULARGE_INTEGER* total, ULARGE_INTEGER* free);

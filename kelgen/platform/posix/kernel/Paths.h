@@ -22,7 +22,7 @@ KELGEN_PLATFORM_API std::string DriveForm(std::string_view nativePath);
 /// A name that a call was given, resolved against the file system.
 struct ResolvedPath
 {
-    std::string native;        // where the entry lies, or, when missing, where it would be made
+    std::string native;  // where the entry lies, or, when missing, where it would be made
     bool exists = false;
     bool isFolder = false;
     bool namesFolder = false;  // the name ended in a slash

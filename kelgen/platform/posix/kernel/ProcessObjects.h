@@ -42,7 +42,7 @@ private:
     std::once_flag m_watched;
     std::atomic<bool> m_killed = false;
     std::atomic<DWORD> m_killedWith = 0;
-    bool m_ended = false;    // under the dispatcher lock, as the exit code
+    bool m_ended = false;  // under the dispatcher lock, as the exit code
     DWORD m_exitCode = 0;
 };
 

@@ -66,11 +66,11 @@ KELGEN_PLATFORM_API DWORD GetCurrentProcessId();
 /// FALSE with ERROR_FILE_NOT_FOUND, ERROR_PATH_NOT_FOUND, ERROR_BAD_EXE_FORMAT for a file that is no program or that nobody may
 /// execute, ERROR_DIRECTORY for a missing @p folder, ERROR_NOT_SUPPORTED with CREATE_SUSPENDED.
 KELGEN_PLATFORM_API BOOL CreateProcessA(LPCSTR program, LPSTR commandLine, LPSECURITY_ATTRIBUTES processSecurity,
-                                        LPSECURITY_ATTRIBUTES threadSecurity, BOOL inherit, DWORD flags, LPVOID environment,
-                                        LPCSTR folder, LPSTARTUPINFOA startup, LPPROCESS_INFORMATION information);
+                                        LPSECURITY_ATTRIBUTES threadSecurity, BOOL inherit, DWORD flags, LPVOID environment, LPCSTR folder,
+                                        LPSTARTUPINFOA startup, LPPROCESS_INFORMATION information);
 KELGEN_PLATFORM_API BOOL CreateProcessW(LPCWSTR program, LPWSTR commandLine, LPSECURITY_ATTRIBUTES processSecurity,
-                                        LPSECURITY_ATTRIBUTES threadSecurity, BOOL inherit, DWORD flags, LPVOID environment,
-                                        LPCWSTR folder, LPSTARTUPINFOW startup, LPPROCESS_INFORMATION information);
+                                        LPSECURITY_ATTRIBUTES threadSecurity, BOOL inherit, DWORD flags, LPVOID environment, LPCWSTR folder,
+                                        LPSTARTUPINFOW startup, LPPROCESS_INFORMATION information);
 
 /// Stores the process's exit code (its lower eight bits; 0xC0000005 after a memory fault), STILL_ACTIVE while it runs, 0 for an ended
 /// process that this one has not started. FALSE with ERROR_INVALID_HANDLE.

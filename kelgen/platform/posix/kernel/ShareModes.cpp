@@ -31,7 +31,8 @@ unsigned KindsOf(DWORD access)
 
 struct flock LockOf(short type, off_t start, unsigned kind)
 {
-    struct flock lock{};
+    struct flock lock
+    {};
     lock.l_type = type;
     lock.l_whence = SEEK_SET;
     lock.l_start = start + static_cast<off_t>(kind);

@@ -20,8 +20,7 @@ constexpr std::uint32_t kTries = 16;
 
 bool IsShortNameLetter(char letter)
 {
-    const bool alphanumeric =
-        (letter >= '0' && letter <= '9') || (letter >= 'A' && letter <= 'Z') || (letter >= 'a' && letter <= 'z');
+    const bool alphanumeric = (letter >= '0' && letter <= '9') || (letter >= 'A' && letter <= 'Z') || (letter >= 'a' && letter <= 'z');
     return alphanumeric || (letter != 0 && std::string_view("!#$%&'()-@^_`{}~").find(letter) != std::string_view::npos);
 }
 

@@ -192,8 +192,8 @@ BOOL WithObject(HANDLE handle, Act act)
 
 HANDLE CreateEventA(LPSECURITY_ATTRIBUTES, BOOL manualReset, BOOL initialState, LPCSTR name)
 {
-    return ObjectNames::Get().CreateOrOpen<Event>(
-        name, [=] { return std::make_shared<Event>(manualReset != FALSE, initialState != FALSE); });
+    return ObjectNames::Get().CreateOrOpen<Event>(name,
+                                                  [=] { return std::make_shared<Event>(manualReset != FALSE, initialState != FALSE); });
 }
 
 HANDLE OpenEventA(DWORD, BOOL, LPCSTR name)

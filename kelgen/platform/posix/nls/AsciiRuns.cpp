@@ -53,7 +53,7 @@ KELGEN_WIDE_VECTORS std::size_t NarrowWide(const WCHAR* wide, std::size_t length
     return done;
 }
 
-} // namespace
+}  // namespace
 
 std::size_t WidenRun(const char* text, std::size_t length, WCHAR* wide, bool latin1)
 {
@@ -91,4 +91,4 @@ std::size_t NarrowRun(const WCHAR* wide, std::size_t length, char* text, bool la
     return done;
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -40,4 +40,4 @@ inline std::size_t NarrowHalfBlock(const WCHAR* wide, char* text)
     return others == 0 ? std::size_t{kBlockUnits} : static_cast<std::size_t>(FirstLane(others));
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -27,7 +27,7 @@ void Mark(std::array<BYTE, 0x10000>& classes, std::span<const UnitRange> ranges,
     }
 }
 
-} // namespace
+}  // namespace
 
 const Characters& Characters::Get()
 {
@@ -46,4 +46,4 @@ Characters::Characters()
     Mark(m_classes, {kSpaces, kSpacesCount}, kSpace);
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

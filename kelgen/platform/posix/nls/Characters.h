@@ -36,4 +36,4 @@ private:
     std::array<BYTE, 0x10000> m_classes{};
 };
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

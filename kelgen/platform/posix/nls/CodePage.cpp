@@ -46,7 +46,7 @@ bool IsInRanges(const char* ranges, BYTE byte)
     return false;
 }
 
-} // namespace
+}  // namespace
 
 const CodePage* CodePage::Find(UINT number)
 {
@@ -238,4 +238,4 @@ WCHAR CodePage::GlyphOfByte(BYTE byte) const
     return byte < std::size(kGlyphs) ? kGlyphs[byte] : byte == 0x7F ? WCHAR{0x2302} : UnitOfByte(byte);
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -83,12 +83,12 @@ private:
     WORD m_defaultCode = '?';
     std::array<WCHAR, 256> m_bytes{};
     std::array<bool, 256> m_isUndefined{};
-    std::vector<WCHAR> m_pairs; // 256 for each lead byte from 0x80 on
-    std::vector<WORD> m_codes;  // one for each unit
+    std::vector<WCHAR> m_pairs;  // 256 for each lead byte from 0x80 on
+    std::vector<WORD> m_codes;   // one for each unit
     const CodePage* m_next = nullptr;
 };
 
 /// The number behind an alias such as CP_ACP; other numbers as they are.
 UINT ResolveCodePage(UINT page);
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -28,7 +28,7 @@ Conversion Convert(iconv_t converter, char* from, std::size_t size, char* to, st
     return {capacity - room, 0};
 }
 
-} // namespace
+}  // namespace
 
 CodePageConverter::CodePageConverter(const std::string& name)
     : m_decoder(iconv_open(kUnits, name.c_str())), m_encoder(iconv_open(name.c_str(), kUnits))
@@ -69,4 +69,4 @@ std::optional<WORD> CodePageConverter::ToCode(WCHAR unit)
     return std::nullopt;
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

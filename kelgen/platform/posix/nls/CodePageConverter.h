@@ -25,8 +25,8 @@ public:
     /// What some bytes become.
     struct Result
     {
-        std::optional<WCHAR> unit; // none when they are not exactly one character of one unit
-        bool isIncomplete = false; // they only start a character
+        std::optional<WCHAR> unit;  // none when they are not exactly one character of one unit
+        bool isIncomplete = false;  // they only start a character
     };
     Result ToUnit(std::string bytes);
 
@@ -40,4 +40,4 @@ private:
     iconv_t m_encoder;
 };
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

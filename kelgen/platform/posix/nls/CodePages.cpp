@@ -62,7 +62,7 @@ int EncodeUnflagged(UINT page, Units from, ByteRoom to)
     return Finish(page == CP_UTF7 ? EncodeUtf7(from, to) : EncodeSymbols(from, to));
 }
 
-} // namespace
+}  // namespace
 
 UINT kelgen::posix::ResolveCodePage(UINT page)
 {
@@ -175,8 +175,7 @@ int MultiByteToWideChar(UINT page, DWORD flags, LPCCH text, int length, LPWSTR w
     return Finish(table ? DecodePage(*table, flags, from, to) : DecodeUtf8((flags & MB_ERR_INVALID_CHARS) != 0, from, to));
 }
 
-int WideCharToMultiByte(UINT page, DWORD flags, LPCWCH wide, int length, LPSTR text, int capacity, LPCCH defaultChar,
-                        LPBOOL usedDefault)
+int WideCharToMultiByte(UINT page, DWORD flags, LPCWCH wide, int length, LPSTR text, int capacity, LPCCH defaultChar, LPBOOL usedDefault)
 {
     if (!wide || length == 0 || capacity < 0 || (capacity > 0 && !text))
         return Fail(ERROR_INVALID_PARAMETER, 0);

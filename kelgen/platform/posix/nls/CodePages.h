@@ -33,9 +33,9 @@ using LPCWCH = const WCHAR*;
 /// What GetCPInfo tells of a code page.
 struct CPINFO
 {
-    UINT MaxCharSize;                 // bytes of the longest character
+    UINT MaxCharSize;  // bytes of the longest character
     BYTE DefaultChar[MAX_DEFAULTCHAR];
-    BYTE LeadByte[MAX_LEADBYTES];     // first and last of each range of lead bytes; ends with two zeros
+    BYTE LeadByte[MAX_LEADBYTES];  // first and last of each range of lead bytes; ends with two zeros
 };
 using LPCPINFO = CPINFO*;
 
@@ -76,8 +76,8 @@ KELGEN_PLATFORM_API int MultiByteToWideChar(UINT page, DWORD flags, LPCCH text, 
 /// of a surrogate pair is a unit of its own in other pages.
 /// Threads: any.
 /// Cost: as MultiByteToWideChar.
-KELGEN_PLATFORM_API int WideCharToMultiByte(UINT page, DWORD flags, LPCWCH wide, int length, LPSTR text, int capacity,
-                                            LPCCH defaultChar, LPBOOL usedDefault);
+KELGEN_PLATFORM_API int WideCharToMultiByte(UINT page, DWORD flags, LPCWCH wide, int length, LPSTR text, int capacity, LPCCH defaultChar,
+                                            LPBOOL usedDefault);
 
 /// Converts the terminated ANSI text @p ansi to the OEM page at @p oem (which may be the same buffer). TRUE; FALSE for null.
 KELGEN_PLATFORM_API BOOL CharToOemA(LPCSTR ansi, LPSTR oem);

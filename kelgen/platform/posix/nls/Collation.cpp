@@ -17,8 +17,8 @@ namespace {
 
 // Flags without a name here that calls accept: digits as numbers, accents by language, and the like.
 constexpr DWORD kOtherFlags = 0x58000028;
-constexpr DWORD kKnownFlags = NORM_IGNORECASE | NORM_IGNORENONSPACE | NORM_IGNORESYMBOLS | LINGUISTIC_IGNORECASE |
-                              SORT_STRINGSORT | NORM_IGNOREKANATYPE | NORM_IGNOREWIDTH | kOtherFlags;
+constexpr DWORD kKnownFlags = NORM_IGNORECASE | NORM_IGNORENONSPACE | NORM_IGNORESYMBOLS | LINGUISTIC_IGNORECASE | SORT_STRINGSORT |
+                              NORM_IGNOREKANATYPE | NORM_IGNOREWIDTH | kOtherFlags;
 constexpr DWORD kIgnoreDiacritics = 0x00000020;
 
 // What one level of one step compares by: -1, 0 or 1.
@@ -50,7 +50,7 @@ public:
 
     struct Special
     {
-        std::size_t position; // elements before it
+        std::size_t position;  // elements before it
         WORD weight;
     };
     const std::vector<Special>& Specials() const { return m_specials; }
@@ -161,7 +161,7 @@ std::vector<WCHAR> Widen(LPCSTR text, int length)
     return wide;
 }
 
-} // namespace
+}  // namespace
 
 int CompareStringW(LCID locale, DWORD flags, LPCWSTR left, int leftLength, LPCWSTR right, int rightLength)
 {

@@ -10,9 +10,9 @@ namespace kelgen::posix {
 /// One step of a text in order. Texts compare by all primaries first, then by all accents, then by all shapes.
 struct CollationElement
 {
-    DWORD primary; // 0 for a mark, which adds to the accent before it, and for what is ignored
+    DWORD primary;  // 0 for a mark, which adds to the accent before it, and for what is ignored
     WORD accent;
-    BYTE shape; // small, capital, wide or raised
+    BYTE shape;  // small, capital, wide or raised
 };
 
 /// Bits of CollationElement::shape.
@@ -40,4 +40,4 @@ WORD SpecialWeightOf(WCHAR unit);
 /// True for the primary of a symbol, blank or punctuation mark.
 bool IsSymbolPrimary(DWORD primary);
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

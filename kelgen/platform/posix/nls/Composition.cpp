@@ -13,8 +13,7 @@ WCHAR Compose(WCHAR base, WCHAR mark)
         return 0;
 
     const auto* end = kCompositions + kCompositionCount;
-    const auto* row =
-        std::find_if(kCompositions, end, [=](const Composition& pair) { return pair.base == base && pair.mark == mark; });
+    const auto* row = std::find_if(kCompositions, end, [=](const Composition& pair) { return pair.base == base && pair.mark == mark; });
     return row != end ? row->composed : WCHAR{0};
 }
 
@@ -26,4 +25,4 @@ Decomposition Decompose(WCHAR unit)
     return row != end && row->composed == unit ? Decomposition{row->base, row->mark} : Decomposition{0, 0};
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

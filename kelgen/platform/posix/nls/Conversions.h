@@ -9,8 +9,8 @@ namespace kelgen::posix {
 enum class Outcome
 {
     kDone,
-    kShort,   // the buffer was too short; what fits is there
-    kInvalid, // a character that the caller does not want replaced
+    kShort,    // the buffer was too short; what fits is there
+    kInvalid,  // a character that the caller does not want replaced
 };
 
 /// A conversion's outcome and the number of bytes or units that it wrote, or counted when the target was null.
@@ -46,9 +46,9 @@ using UnitRoom = Target<WCHAR>;
 struct Replacement
 {
     bool allowBestFit = true;
-    WORD code = 0;        // of the default character
-    bool compose = false; // a letter and its mark become one character first
-    BOOL* used = nullptr; // set when the default character was used
+    WORD code = 0;         // of the default character
+    bool compose = false;  // a letter and its mark become one character first
+    BOOL* used = nullptr;  // set when the default character was used
 };
 
 /// Bytes of @p page to units. @p flags are MultiByteToWideChar's.
@@ -84,4 +84,4 @@ struct Decomposition
 /// What @p unit stands for, one step; base 0 when it stands for itself.
 Decomposition Decompose(WCHAR unit);
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

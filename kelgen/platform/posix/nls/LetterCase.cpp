@@ -66,7 +66,7 @@ bool IsByte(CHAR character, unsigned classes)
     return Characters::Get().Is(unit, classes);
 }
 
-} // namespace
+}  // namespace
 
 LPSTR CharUpperA(LPSTR text)
 {

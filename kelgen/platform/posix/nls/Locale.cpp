@@ -17,7 +17,7 @@ struct LocaleFact
 {
     LCTYPE type;
     const char* text;
-    int number; // for LOCALE_RETURN_NUMBER; -1 when the type has none
+    int number;  // for LOCALE_RETURN_NUMBER; -1 when the type has none
 };
 
 // By type.
@@ -159,7 +159,7 @@ int Answer(LCID locale, LCTYPE type, Unit* data, int capacity)
     return needed;
 }
 
-} // namespace
+}  // namespace
 
 bool kelgen::posix::IsKnownLocale(LCID locale)
 {

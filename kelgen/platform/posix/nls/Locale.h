@@ -13,7 +13,7 @@
 #define SORT_DEFAULT 0x0
 
 #define MAKELANGID(primary, sub) (static_cast<WORD>((static_cast<WORD>(sub) << 10) | static_cast<WORD>(primary)))
-#define PRIMARYLANGID(language) (static_cast<WORD>((language) & 0x3ff))
+#define PRIMARYLANGID(language) (static_cast<WORD>((language)&0x3ff))
 #define SUBLANGID(language) (static_cast<WORD>(static_cast<WORD>(language) >> 10))
 #define MAKELCID(language, sort) (static_cast<DWORD>((static_cast<DWORD>(sort) << 16) | static_cast<WORD>(language)))
 #define LANGIDFROMLCID(locale) (static_cast<WORD>(locale))

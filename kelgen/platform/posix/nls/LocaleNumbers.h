@@ -11,4 +11,4 @@ inline constexpr LCID kProcessLocale = 0x0409;
 /// True when calls take @p locale; all of them answer as kProcessLocale.
 bool IsKnownLocale(LCID locale);
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -4,8 +4,8 @@
 #include <kelgen/platform/posix/base/ErrorCodes.h>
 #include <kelgen/platform/posix/base/LastError.h>
 #include <kelgen/platform/posix/kernel/Memory.h>
-#include <kelgen/platform/printf/PrintfFormatter.h>
 #include <kelgen/platform/posix/nls/SystemMessages.h>
+#include <kelgen/platform/printf/PrintfFormatter.h>
 
 #include <optional>
 #include <string>
@@ -73,8 +73,7 @@ public:
     MessageFormatter(DWORD flags, va_list* arguments)
         : m_arguments(flags, arguments), m_inserts(!(flags & FORMAT_MESSAGE_IGNORE_INSERTS)),
           m_joinLines((flags & FORMAT_MESSAGE_MAX_WIDTH_MASK) == FORMAT_MESSAGE_MAX_WIDTH_MASK)
-    {
-    }
+    {}
 
     /// False for a bad format.
     bool Format(const Unit* source)
@@ -109,13 +108,20 @@ private:
             return Insert(source);
 
         switch (*source) {
-        case 0: return nullptr;
+        case 0:
+            return nullptr;
         case '0':
             m_ended = true;
             break;
-        case 'n': LineEnd(); break;
-        case 'r': result.push_back('\r'); break;
-        case 't': result.push_back('\t'); break;
+        case 'n':
+            LineEnd();
+            break;
+        case 'r':
+            result.push_back('\r');
+            break;
+        case 't':
+            result.push_back('\t');
+            break;
         default:
             if (!m_inserts)
                 result.push_back('%');

@@ -23,7 +23,8 @@
 /// @param arguments A va_list's address, or with ARGUMENT_ARRAY the first of pointer-sized values.
 /// @return The units without the terminator; 0 with last error 87 for a bad format or flags, 122 for a short buffer (filled and
 /// terminated), 317 for an id without a text, 235 when the result is empty.
-KELGEN_PLATFORM_API DWORD FormatMessageW(DWORD flags, LPCVOID source, DWORD id, DWORD language, LPWSTR text, DWORD size, va_list* arguments);
+KELGEN_PLATFORM_API DWORD FormatMessageW(DWORD flags, LPCVOID source, DWORD id, DWORD language, LPWSTR text, DWORD size,
+                                         va_list* arguments);
 
 /// FormatMessageW for narrow text.
 KELGEN_PLATFORM_API DWORD FormatMessageA(DWORD flags, LPCVOID source, DWORD id, DWORD language, LPSTR text, DWORD size, va_list* arguments);

@@ -34,7 +34,7 @@ const SelectedPage* Select(UINT number)
     return page;
 }
 
-} // namespace
+}  // namespace
 
 const MultibytePage& CurrentMultibytePage()
 {
@@ -47,4 +47,4 @@ void SelectMultibytePage(UINT number)
     Select(number);
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -9,7 +9,7 @@ namespace kelgen::posix {
 struct MultibytePage
 {
     UINT number;
-    const CodePage* table; // null for UTF-8 and UTF-7, whose bytes above 0x7F are nothing to the multibyte functions
+    const CodePage* table;  // null for UTF-8 and UTF-7, whose bytes above 0x7F are nothing to the multibyte functions
 
     bool HasPairs() const { return table && table->HasPairs(); }
     bool IsAsciiBased() const { return !table || table->IsAsciiBased(); }
@@ -38,4 +38,4 @@ inline MultibyteCharacter CharacterAt(const MultibytePage& page, const unsigned 
     return {static_cast<unsigned int>(text[0] << 8 | text[1]), 2};
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

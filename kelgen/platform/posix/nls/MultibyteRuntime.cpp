@@ -104,7 +104,7 @@ unsigned int MapCharacter(unsigned int character, WCHAR (Characters::*map)(WCHAR
     return mapped < 0x80 ? mapped : character;
 }
 
-} // namespace
+}  // namespace
 
 int _getmbcp()
 {

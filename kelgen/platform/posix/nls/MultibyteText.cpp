@@ -91,7 +91,7 @@ void MapText(const MultibytePage& page, unsigned char* text, unsigned int (*map)
     }
 }
 
-} // namespace
+}  // namespace
 
 std::size_t _mbclen(const unsigned char* text)
 {

@@ -22,8 +22,7 @@ inline std::size_t CharacterSize(UINT number, const char* text, std::size_t left
 
     const std::size_t size = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : first >= 0xC2 ? 2 : 1;
     WCHAR units[2];
-    return size <= left && MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, text, static_cast<int>(size), units, 2) != 0 ? size
-                                                                                                                           : 1;
+    return size <= left && MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, text, static_cast<int>(size), units, 2) != 0 ? size : 1;
 }
 
 /// Replaces the character of @p size bytes at @p text by what @p map makes of its unit, when the page has that in as many bytes.
@@ -46,4 +45,4 @@ void ReplaceCharacter(UINT number, char* text, std::size_t size, Map map)
         std::memcpy(text, bytes, size);
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -42,7 +42,7 @@ int Compare(const char* left, const char* right, std::size_t count)
     return 0;
 }
 
-} // namespace
+}  // namespace
 
 int _stricmp(const char* left, const char* right)
 {

@@ -104,4 +104,4 @@ Unit* SpellSigned(Number value, Unit* text, int base)
     return SpellNumber<Unit>(isNegative ? static_cast<std::make_unsigned_t<Number>>(0 - bits) : bits, isNegative, text, base);
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -311,7 +311,7 @@ Converted EncodePairs(const CodePage& page, const Replacement& replacement, Unit
     return {Outcome::kDone, to.text ? static_cast<std::size_t>(out - to.text) : counted};
 }
 
-} // namespace
+}  // namespace
 
 Converted DecodePage(const CodePage& page, DWORD flags, Bytes from, UnitRoom to)
 {
@@ -329,4 +329,4 @@ Converted EncodePage(const CodePage& page, const Replacement& replacement, Units
     return byUnits ? EncodePairs(page, replacement, from, to) : EncodeBytes(page, replacement, from, to);
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -82,7 +82,7 @@ int Compare(const Unit* left, const Unit* right, DWORD flags)
     return CompareTerminated(left, right, flags) - CSTR_EQUAL;
 }
 
-} // namespace
+}  // namespace
 
 int lstrlenA(LPCSTR text)
 {

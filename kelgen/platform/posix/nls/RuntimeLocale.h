@@ -32,4 +32,4 @@ inline WCHAR UpperByLocale(WCHAR unit)
     return static_cast<WCHAR>(std::towupper(unit));
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -110,4 +110,4 @@ constexpr WCHAR UpperAscii(WCHAR unit)
 /// The first unit from @p text on that is @p unit or 0. Cost: 16 bytes a step, 32 where the processor can.
 const WCHAR* FindUnitOrEnd(const WCHAR* text, WCHAR unit);
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -51,7 +51,7 @@ private:
     std::size_t m_size = 0;
 };
 
-} // namespace
+}  // namespace
 
 Converted DecodeUtf7(Bytes from, UnitRoom to)
 {
@@ -136,4 +136,4 @@ Converted EncodeSymbols(Units from, ByteRoom to)
     return writer.Result();
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -11,7 +11,7 @@ constexpr unsigned kReplacement = 0xFFFD;
 struct CodePoint
 {
     unsigned value;
-    std::size_t size; // bytes or units read
+    std::size_t size;  // bytes or units read
     bool isValid;
 };
 
@@ -129,7 +129,7 @@ Outcome Judge(bool strict, bool allValid)
     return strict && !allValid ? Outcome::kInvalid : Outcome::kDone;
 }
 
-} // namespace
+}  // namespace
 
 Converted DecodeUtf8(bool strict, Bytes from, UnitRoom to)
 {
@@ -217,4 +217,4 @@ Converted EncodeUtf8(bool strict, Units from, ByteRoom to)
     return {Judge(strict, allValid), static_cast<std::size_t>(out - to.text), !allValid};
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -112,7 +112,7 @@ int OrderByLocale(const WCHAR* left, const WCHAR* right, std::size_t limit, bool
     return Sign(std::wcscoll(Widen(left, limit, fold).c_str(), Widen(right, limit, fold).c_str()));
 }
 
-} // namespace
+}  // namespace
 
 int wcscmp(const WCHAR* left, const WCHAR* right)
 {

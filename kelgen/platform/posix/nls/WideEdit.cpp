@@ -19,7 +19,7 @@ void CopyUnits(WCHAR* target, const WCHAR* source, std::size_t count)
         std::memmove(target, source, count * sizeof(WCHAR));
 }
 
-} // namespace
+}  // namespace
 
 WCHAR* _wcsupr(WCHAR* text)
 {

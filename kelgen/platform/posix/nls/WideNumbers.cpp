@@ -81,7 +81,7 @@ bool IsHuge(const std::string& digits)
     return static_cast<long long>(point) - static_cast<long long>(first) + exponent > 0;
 }
 
-} // namespace
+}  // namespace
 
 int kelgen::posix::DecimalDigitOf(WCHAR unit)
 {

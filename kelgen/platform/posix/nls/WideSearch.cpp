@@ -57,7 +57,7 @@ KELGEN_READS_WHOLE_BLOCKS KELGEN_WIDE_VECTORS const WCHAR* FindInWideBlocks(cons
     }
 }
 
-} // namespace
+}  // namespace
 
 KELGEN_READS_WHOLE_BLOCKS const WCHAR* FindUnitOrEnd(const WCHAR* text, WCHAR unit)
 {
@@ -69,8 +69,7 @@ KELGEN_READS_WHOLE_BLOCKS const WCHAR* FindUnitOrEnd(const WCHAR* text, WCHAR un
 
     const __m128i sought = Broadcast(unit);
     const WCHAR* block = AlignDown(text, 16);
-    const unsigned first =
-        LaneMask(Stops(_mm_load_si128(reinterpret_cast<const __m128i*>(block)), sought)) >> (2 * (text - block));
+    const unsigned first = LaneMask(Stops(_mm_load_si128(reinterpret_cast<const __m128i*>(block)), sought)) >> (2 * (text - block));
     if (first != 0)
         return text + FirstLane(first);
 
@@ -160,9 +159,9 @@ private:
     __m128i m_second;
 };
 
-} // namespace
+}  // namespace
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix
 
 using namespace kelgen::posix;
 

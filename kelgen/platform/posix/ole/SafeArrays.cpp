@@ -3,9 +3,9 @@
 
 #include <kelgen/platform/posix/ole/ElementTypes.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <algorithm>
 #include <limits>
 #include <memory>
 
@@ -59,11 +59,16 @@ void FreeElements(SAFEARRAY* array, size_t first, size_t end)
 USHORT FeaturesOf(VARTYPE type)
 {
     switch (type) {
-    case VT_BSTR: return FADF_BSTR | FADF_HAVEVARTYPE;
-    case VT_UNKNOWN: return FADF_UNKNOWN | FADF_HAVEVARTYPE;
-    case VT_DISPATCH: return FADF_DISPATCH | FADF_HAVEVARTYPE;
-    case VT_VARIANT: return FADF_VARIANT | FADF_HAVEVARTYPE;
-    default: return FADF_HAVEVARTYPE;
+    case VT_BSTR:
+        return FADF_BSTR | FADF_HAVEVARTYPE;
+    case VT_UNKNOWN:
+        return FADF_UNKNOWN | FADF_HAVEVARTYPE;
+    case VT_DISPATCH:
+        return FADF_DISPATCH | FADF_HAVEVARTYPE;
+    case VT_VARIANT:
+        return FADF_VARIANT | FADF_HAVEVARTYPE;
+    default:
+        return FADF_HAVEVARTYPE;
     }
 }
 

@@ -79,24 +79,42 @@ using Number = std::variant<LONGLONG, ULONGLONG, double>;
 std::optional<Number> NumberOf(const VARIANT& value)
 {
     switch (value.vt) {
-    case VT_EMPTY: return LONGLONG{0};
-    case VT_I1: return LONGLONG{static_cast<signed char>(value.cVal)};
-    case VT_UI1: return LONGLONG{value.bVal};
-    case VT_I2: return LONGLONG{value.iVal};
-    case VT_UI2: return LONGLONG{value.uiVal};
-    case VT_BOOL: return LONGLONG{value.boolVal};
-    case VT_I4: case VT_INT: case VT_ERROR: return LONGLONG{value.lVal};
-    case VT_UI4: case VT_UINT: return LONGLONG{value.ulVal};
-    case VT_I8: return value.llVal;
-    case VT_UI8: return value.ullVal;
-    case VT_CY: return static_cast<double>(value.cyVal.int64) / 10000;
-    case VT_R4: return double{value.fltVal};
-    case VT_R8: case VT_DATE: return value.dblVal;
+    case VT_EMPTY:
+        return LONGLONG{0};
+    case VT_I1:
+        return LONGLONG{static_cast<signed char>(value.cVal)};
+    case VT_UI1:
+        return LONGLONG{value.bVal};
+    case VT_I2:
+        return LONGLONG{value.iVal};
+    case VT_UI2:
+        return LONGLONG{value.uiVal};
+    case VT_BOOL:
+        return LONGLONG{value.boolVal};
+    case VT_I4:
+    case VT_INT:
+    case VT_ERROR:
+        return LONGLONG{value.lVal};
+    case VT_UI4:
+    case VT_UINT:
+        return LONGLONG{value.ulVal};
+    case VT_I8:
+        return value.llVal;
+    case VT_UI8:
+        return value.ullVal;
+    case VT_CY:
+        return static_cast<double>(value.cyVal.int64) / 10000;
+    case VT_R4:
+        return double{value.fltVal};
+    case VT_R8:
+    case VT_DATE:
+        return value.dblVal;
     case VT_BSTR:
         if (const auto number = ParseNumber(NarrowText(value.bstrVal)))
             return *number;
         return std::nullopt;
-    default: return std::nullopt;
+    default:
+        return std::nullopt;
     }
 }
 
@@ -146,8 +164,8 @@ std::string SpellingOf(const VARIANT& value, const Number& number, USHORT flags)
 HRESULT ChangeToText(const VARIANT& source, USHORT flags, VARIANT& result)
 {
     if (source.vt == VT_BSTR || source.vt == VT_EMPTY) {
-        result.bstrVal = source.vt == VT_EMPTY ? SysAllocStringLen(nullptr, 0)
-                                               : SysAllocStringLen(source.bstrVal, SysStringLen(source.bstrVal));
+        result.bstrVal =
+            source.vt == VT_EMPTY ? SysAllocStringLen(nullptr, 0) : SysAllocStringLen(source.bstrVal, SysStringLen(source.bstrVal));
     } else {
         const auto number = NumberOf(source);
         if (!number)
@@ -179,16 +197,28 @@ HRESULT ChangeToNumber(const VARIANT& source, VARTYPE type, VARIANT& result)
     if (!number)
         return DISP_E_TYPEMISMATCH;
     switch (type) {
-    case VT_I1: return StoreInteger(*number, reinterpret_cast<signed char&>(result.cVal));
-    case VT_UI1: return StoreInteger(*number, result.bVal);
-    case VT_I2: return StoreInteger(*number, result.iVal);
-    case VT_UI2: return StoreInteger(*number, result.uiVal);
-    case VT_I4: case VT_INT: return StoreInteger(*number, result.lVal);
-    case VT_UI4: case VT_UINT: return StoreInteger(*number, result.ulVal);
-    case VT_I8: return StoreInteger(*number, result.llVal);
-    case VT_UI8: return StoreInteger(*number, result.ullVal);
-    case VT_CY: return StoreInteger(Number(RealOf(*number) * 10000), result.cyVal.int64);
-    case VT_R8: case VT_DATE:
+    case VT_I1:
+        return StoreInteger(*number, reinterpret_cast<signed char&>(result.cVal));
+    case VT_UI1:
+        return StoreInteger(*number, result.bVal);
+    case VT_I2:
+        return StoreInteger(*number, result.iVal);
+    case VT_UI2:
+        return StoreInteger(*number, result.uiVal);
+    case VT_I4:
+    case VT_INT:
+        return StoreInteger(*number, result.lVal);
+    case VT_UI4:
+    case VT_UINT:
+        return StoreInteger(*number, result.ulVal);
+    case VT_I8:
+        return StoreInteger(*number, result.llVal);
+    case VT_UI8:
+        return StoreInteger(*number, result.ullVal);
+    case VT_CY:
+        return StoreInteger(Number(RealOf(*number) * 10000), result.cyVal.int64);
+    case VT_R8:
+    case VT_DATE:
         result.dblVal = RealOf(*number);
         return S_OK;
     case VT_R4:
@@ -196,7 +226,8 @@ HRESULT ChangeToNumber(const VARIANT& source, VARTYPE type, VARIANT& result)
             return DISP_E_OVERFLOW;
         result.fltVal = static_cast<float>(RealOf(*number));
         return S_OK;
-    default: return DISP_E_TYPEMISMATCH;
+    default:
+        return DISP_E_TYPEMISMATCH;
     }
 }
 

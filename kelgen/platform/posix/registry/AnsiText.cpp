@@ -32,4 +32,4 @@ std::string AnsiText(std::u16string_view text)
     return narrow;
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -34,4 +34,4 @@ std::basic_string<Char> TextOf(std::u16string_view text)
         return {text.begin(), text.end()};
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -30,7 +30,7 @@ bool IsFolder(int parent, const dirent& entry)
     return fstatat(parent, entry.d_name, &state, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(state.st_mode);
 }
 
-} // namespace
+}  // namespace
 
 Descriptor OpenFolder(int parent, const std::string& name)
 {
@@ -57,9 +57,8 @@ bool ForEachEntry(int folder, const std::function<void(const std::string& name, 
 bool HoldsSubkeys(int folder)
 {
     bool found = false;
-    ForEachEntry(folder, [&](const std::string& name, bool isFolder) {
-        found = found || (isFolder && !ReadKeyName(folder, name).empty());
-    });
+    ForEachEntry(folder,
+                 [&](const std::string& name, bool isFolder) { found = found || (isFolder && !ReadKeyName(folder, name).empty()); });
     return found;
 }
 
@@ -121,4 +120,4 @@ std::u16string ReadKeyName(int parent, const std::string& fileName)
     return KeyNameOfFile(fileName).value_or(std::u16string());
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

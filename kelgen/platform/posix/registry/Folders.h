@@ -31,4 +31,4 @@ int WriteNameFile(int folder, std::u16string_view name);
 /// The name of the key whose folder is @p fileName in @p parent, with its case; empty when it is not a key's.
 std::u16string ReadKeyName(int parent, const std::string& fileName);
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -35,8 +35,7 @@ timespec Now()
 void RemoveOldScratch(int folder, const std::string& name, bool isFolder)
 {
     struct stat state;
-    if (fstatat(folder, name.c_str(), &state, AT_SYMLINK_NOFOLLOW) != 0 ||
-        Now().tv_sec - state.st_mtim.tv_sec < kScratchLifetimeSeconds)
+    if (fstatat(folder, name.c_str(), &state, AT_SYMLINK_NOFOLLOW) != 0 || Now().tv_sec - state.st_mtim.tv_sec < kScratchLifetimeSeconds)
         return;
     if (isFolder)
         RemoveTree(folder, name);
@@ -44,10 +43,9 @@ void RemoveOldScratch(int folder, const std::string& name, bool isFolder)
         unlinkat(folder, name.c_str(), 0);
 }
 
-} // namespace
+}  // namespace
 
-Key::Key(Descriptor folder, std::string path, REGSAM rights)
-    : m_folder(std::move(folder)), m_path(std::move(path)), m_rights(rights)
+Key::Key(Descriptor folder, std::string path, REGSAM rights) : m_folder(std::move(folder)), m_path(std::move(path)), m_rights(rights)
 {
     constexpr REGSAM kGenericRead = 0x80000000;
     constexpr REGSAM kGenericWrite = 0x40000000;
@@ -127,4 +125,4 @@ LSTATUS Key::ReadListing()
     return ERROR_SUCCESS;
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

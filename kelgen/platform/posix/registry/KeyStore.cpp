@@ -24,7 +24,7 @@ struct Root
 {
     HKEY handle;
     const char* folder;
-    std::vector<const char16_t*> keys; // exist from the start
+    std::vector<const char16_t*> keys;  // exist from the start
 };
 
 const std::vector<Root>& Roots()
@@ -201,7 +201,7 @@ std::pair<Descriptor, std::string> OpenParent(const std::string& path)
     return {OpenFolder(AT_FDCWD, path.substr(0, slash)), path.substr(slash + 1)};
 }
 
-} // namespace
+}  // namespace
 
 bool IsPredefinedKey(HKEY handle)
 {
@@ -272,4 +272,4 @@ LSTATUS EmptyKey(const Key& key)
     return ERROR_SUCCESS;
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -83,4 +83,4 @@ LSTATUS RemoveKey(const Key& key, std::u16string_view subkey, Removal removal);
 /// Removes everything in @p key but keeps that.
 LSTATUS EmptyKey(const Key& key);
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

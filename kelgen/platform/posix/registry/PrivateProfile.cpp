@@ -56,8 +56,7 @@ std::u16string_view WithoutTrailingBlanks(std::u16string_view text)
 }
 
 template <class Char>
-DWORD GetString(const Char* section, const Char* key, std::u16string_view fallback, Char* buffer, DWORD size,
-                const std::string& path)
+DWORD GetString(const Char* section, const Char* key, std::u16string_view fallback, Char* buffer, DWORD size, const std::string& path)
 {
     if (!buffer || size == 0)
         return 0;
@@ -123,7 +122,7 @@ std::string ProfilePath(LPCWSTR file)
     return kelgen::posix::ProfilePath(file ? NarrowName(file).c_str() : nullptr);
 }
 
-} // namespace
+}  // namespace
 
 DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR buffer, DWORD size, LPCSTR file)
 {

@@ -13,10 +13,8 @@
 /// is none (null: ""). At most @p size - 1 units are copied, and a terminator. With a null @p key all keys of the section, with
 /// a null @p section all sections are copied, each with a terminator, and one more ends the list; a list that is cut returns
 /// @p size - 2. A missing section or key leaves the last error 0. By contract: a list that fits exactly counts as cut.
-KELGEN_PLATFORM_API DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR buffer, DWORD size,
-                                                   LPCSTR file);
-KELGEN_PLATFORM_API DWORD GetPrivateProfileStringW(LPCWSTR section, LPCWSTR key, LPCWSTR fallback, LPWSTR buffer, DWORD size,
-                                                   LPCWSTR file);
+KELGEN_PLATFORM_API DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR buffer, DWORD size, LPCSTR file);
+KELGEN_PLATFORM_API DWORD GetPrivateProfileStringW(LPCWSTR section, LPCWSTR key, LPCWSTR fallback, LPWSTR buffer, DWORD size, LPCWSTR file);
 
 /// The value of @p key as a number: an optional sign and the leading decimal digits, or those after "0x", "0o" or "0b" in base
 /// 16, 8 or 2. 0 when there are none; @p fallback for an empty or missing value. By contract: a negative number comes back as its

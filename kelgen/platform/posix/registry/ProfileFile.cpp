@@ -102,7 +102,7 @@ bool Replace(const std::string& path, const std::string& bytes)
     return false;
 }
 
-} // namespace
+}  // namespace
 
 std::string ProfilePath(LPCSTR file)
 {
@@ -150,4 +150,4 @@ BOOL ChangeProfile(const std::string& path, const std::function<bool(ProfileText
     return Replace(target, text.Bytes()) ? TRUE : Fail(ErrorOfPath(target), FALSE);
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

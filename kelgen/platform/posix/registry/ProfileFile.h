@@ -20,4 +20,4 @@ ProfileText ReadProfile(const std::string& path);
 /// process is killed, and no other process's or thread's change is lost. FALSE and the last error when it cannot be written.
 BOOL ChangeProfile(const std::string& path, const std::function<bool(ProfileText&)>& change);
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -39,8 +39,7 @@ std::u16string WideOfUtf8(std::string_view text)
 {
     const int size = static_cast<int>(text.size());
     std::u16string wide(text.size(), u'\0');
-    const int units =
-        size == 0 ? 0 : MultiByteToWideChar(CP_UTF8, 0, text.data(), size, reinterpret_cast<LPWSTR>(wide.data()), size);
+    const int units = size == 0 ? 0 : MultiByteToWideChar(CP_UTF8, 0, text.data(), size, reinterpret_cast<LPWSTR>(wide.data()), size);
     wide.resize(static_cast<std::size_t>(std::max(units, 0)));
     return wide;
 }
@@ -50,20 +49,19 @@ std::string Utf8OfWide(std::u16string_view text)
     const int units = static_cast<int>(text.size());
     std::string narrow(text.size() * 3, '\0');
     const int size = units == 0 ? 0
-                                : WideCharToMultiByte(CP_UTF8, 0, reinterpret_cast<LPCWSTR>(text.data()), units, narrow.data(),
-                                                      units * 3, nullptr, nullptr);
+                                : WideCharToMultiByte(CP_UTF8, 0, reinterpret_cast<LPCWSTR>(text.data()), units, narrow.data(), units * 3,
+                                                      nullptr, nullptr);
     narrow.resize(static_cast<std::size_t>(std::max(size, 0)));
     return narrow;
 }
 
 bool IsBlank(std::string_view raw)
 {
-    return std::ranges::all_of(raw, [](char byte) {
-        return byte == '\0' || kBlanks.find(static_cast<unsigned char>(byte)) != std::u16string_view::npos;
-    });
+    return std::ranges::all_of(
+        raw, [](char byte) { return byte == '\0' || kBlanks.find(static_cast<unsigned char>(byte)) != std::u16string_view::npos; });
 }
 
-} // namespace
+}  // namespace
 
 std::u16string_view WithoutQuotes(std::u16string_view text)
 {
@@ -335,4 +333,4 @@ bool ProfileText::ReplaceSection(std::u16string_view section, std::span<const st
     return true;
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -51,10 +51,10 @@ private:
 
     struct Line
     {
-        std::string raw; // with its end
+        std::string raw;  // with its end
         bool isSection = false;
-        std::u16string name;                 // the section's or the key's; what stands there when it has no value
-        std::optional<std::u16string> value; // without blanks around it
+        std::u16string name;                  // the section's or the key's; what stands there when it has no value
+        std::optional<std::u16string> value;  // without blanks around it
     };
 
     /// The lines of a section without its own, by their positions.
@@ -84,4 +84,4 @@ private:
 /// @p text without one pair of matching quotes around it.
 std::u16string_view WithoutQuotes(std::u16string_view text);
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -83,12 +83,10 @@ KELGEN_PLATFORM_API LSTATUS RegCreateKeyW(HKEY key, LPCWSTR subkey, PHKEY result
 
 /// As RegCreateKeyA with the rights @p access; @p disposition (may be null) becomes REG_CREATED_NEW_KEY or
 /// REG_OPENED_EXISTING_KEY. The class name is not kept; the security attributes are ignored.
-KELGEN_PLATFORM_API LSTATUS RegCreateKeyExA(HKEY key, LPCSTR subkey, DWORD reserved, LPSTR className, DWORD options,
-                                            REGSAM access, const SECURITY_ATTRIBUTES* security, PHKEY result,
-                                            LPDWORD disposition);
-KELGEN_PLATFORM_API LSTATUS RegCreateKeyExW(HKEY key, LPCWSTR subkey, DWORD reserved, LPWSTR className, DWORD options,
-                                            REGSAM access, const SECURITY_ATTRIBUTES* security, PHKEY result,
-                                            LPDWORD disposition);
+KELGEN_PLATFORM_API LSTATUS RegCreateKeyExA(HKEY key, LPCSTR subkey, DWORD reserved, LPSTR className, DWORD options, REGSAM access,
+                                            const SECURITY_ATTRIBUTES* security, PHKEY result, LPDWORD disposition);
+KELGEN_PLATFORM_API LSTATUS RegCreateKeyExW(HKEY key, LPCWSTR subkey, DWORD reserved, LPWSTR className, DWORD options, REGSAM access,
+                                            const SECURITY_ATTRIBUTES* security, PHKEY result, LPDWORD disposition);
 
 /// Closes @p key; ERROR_INVALID_HANDLE when it is not open.
 KELGEN_PLATFORM_API LSTATUS RegCloseKey(HKEY key);
@@ -141,21 +139,19 @@ KELGEN_PLATFORM_API LSTATUS RegEnumKeyExW(HKEY key, DWORD index, LPWSTR name, LP
 
 /// Name, type and data of the value number @p index in alphabetical order, the default value first; ERROR_NO_MORE_ITEMS past
 /// the end, ERROR_MORE_DATA when a buffer is too small. The parts that are not wanted may be null.
-KELGEN_PLATFORM_API LSTATUS RegEnumValueA(HKEY key, DWORD index, LPSTR name, LPDWORD nameSize, LPDWORD reserved, LPDWORD type,
-                                          LPBYTE data, LPDWORD dataSize);
-KELGEN_PLATFORM_API LSTATUS RegEnumValueW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameSize, LPDWORD reserved, LPDWORD type,
-                                          LPBYTE data, LPDWORD dataSize);
+KELGEN_PLATFORM_API LSTATUS RegEnumValueA(HKEY key, DWORD index, LPSTR name, LPDWORD nameSize, LPDWORD reserved, LPDWORD type, LPBYTE data,
+                                          LPDWORD dataSize);
+KELGEN_PLATFORM_API LSTATUS RegEnumValueW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameSize, LPDWORD reserved, LPDWORD type, LPBYTE data,
+                                          LPDWORD dataSize);
 
 /// Counts and longest lengths of what @p key holds; each may be null. Name lengths are in units without the terminator, the
 /// longest data in bytes as kept (text: two for each unit), also for the narrow form.
 KELGEN_PLATFORM_API LSTATUS RegQueryInfoKeyA(HKEY key, LPSTR className, LPDWORD classSize, LPDWORD reserved, LPDWORD subkeys,
-                                             LPDWORD longestSubkey, LPDWORD longestClass, LPDWORD values,
-                                             LPDWORD longestValueName, LPDWORD longestValue, LPDWORD securityDescriptor,
-                                             FILETIME* lastWrite);
+                                             LPDWORD longestSubkey, LPDWORD longestClass, LPDWORD values, LPDWORD longestValueName,
+                                             LPDWORD longestValue, LPDWORD securityDescriptor, FILETIME* lastWrite);
 KELGEN_PLATFORM_API LSTATUS RegQueryInfoKeyW(HKEY key, LPWSTR className, LPDWORD classSize, LPDWORD reserved, LPDWORD subkeys,
-                                             LPDWORD longestSubkey, LPDWORD longestClass, LPDWORD values,
-                                             LPDWORD longestValueName, LPDWORD longestValue, LPDWORD securityDescriptor,
-                                             FILETIME* lastWrite);
+                                             LPDWORD longestSubkey, LPDWORD longestClass, LPDWORD values, LPDWORD longestValueName,
+                                             LPDWORD longestValue, LPDWORD securityDescriptor, FILETIME* lastWrite);
 
 /// Forces the values of @p key, and the way to it, to the disk.
 KELGEN_PLATFORM_API LSTATUS RegFlushKey(HKEY key);

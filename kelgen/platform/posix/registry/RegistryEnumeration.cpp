@@ -62,8 +62,8 @@ void GiveEmptyClass(Char* className, LPDWORD size)
 }
 
 template <class Char>
-LSTATUS EnumerateKey(HKEY handle, DWORD index, Char* name, LPDWORD size, const DWORD* reserved, Char* className,
-                     LPDWORD classSize, FILETIME* lastWrite)
+LSTATUS EnumerateKey(HKEY handle, DWORD index, Char* name, LPDWORD size, const DWORD* reserved, Char* className, LPDWORD classSize,
+                     FILETIME* lastWrite)
 {
     if (!name || !size || reserved || (className && !classSize))
         return ERROR_INVALID_PARAMETER;
@@ -187,7 +187,7 @@ LSTATUS QueryInfo(HKEY handle, Char* className, LPDWORD classSize, LPDWORD subke
     return ERROR_SUCCESS;
 }
 
-} // namespace
+}  // namespace
 
 LSTATUS RegEnumKeyA(HKEY key, DWORD index, LPSTR name, DWORD size)
 {
@@ -211,29 +211,27 @@ LSTATUS RegEnumKeyExW(HKEY key, DWORD index, LPWSTR name, LPDWORD size, LPDWORD 
     return EnumerateKey<WCHAR>(key, index, name, size, reserved, className, classSize, lastWrite);
 }
 
-LSTATUS RegEnumValueA(HKEY key, DWORD index, LPSTR name, LPDWORD nameSize, LPDWORD reserved, LPDWORD type, LPBYTE data,
-                      LPDWORD dataSize)
+LSTATUS RegEnumValueA(HKEY key, DWORD index, LPSTR name, LPDWORD nameSize, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD dataSize)
 {
     return EnumerateValue<CHAR>(key, index, name, nameSize, reserved, type, data, dataSize);
 }
 
-LSTATUS RegEnumValueW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameSize, LPDWORD reserved, LPDWORD type, LPBYTE data,
-                      LPDWORD dataSize)
+LSTATUS RegEnumValueW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameSize, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD dataSize)
 {
     return EnumerateValue<WCHAR>(key, index, name, nameSize, reserved, type, data, dataSize);
 }
 
 LSTATUS RegQueryInfoKeyA(HKEY key, LPSTR className, LPDWORD classSize, LPDWORD, LPDWORD subkeys, LPDWORD longestSubkey,
-                         LPDWORD longestClass, LPDWORD values, LPDWORD longestValueName, LPDWORD longestValue,
-                         LPDWORD securityDescriptor, FILETIME* lastWrite)
+                         LPDWORD longestClass, LPDWORD values, LPDWORD longestValueName, LPDWORD longestValue, LPDWORD securityDescriptor,
+                         FILETIME* lastWrite)
 {
     return QueryInfo(key, className, classSize, subkeys, longestSubkey, longestClass, values, longestValueName, longestValue,
                      securityDescriptor, lastWrite);
 }
 
 LSTATUS RegQueryInfoKeyW(HKEY key, LPWSTR className, LPDWORD classSize, LPDWORD, LPDWORD subkeys, LPDWORD longestSubkey,
-                         LPDWORD longestClass, LPDWORD values, LPDWORD longestValueName, LPDWORD longestValue,
-                         LPDWORD securityDescriptor, FILETIME* lastWrite)
+                         LPDWORD longestClass, LPDWORD values, LPDWORD longestValueName, LPDWORD longestValue, LPDWORD securityDescriptor,
+                         FILETIME* lastWrite)
 {
     return QueryInfo(key, className, classSize, subkeys, longestSubkey, longestClass, values, longestValueName, longestValue,
                      securityDescriptor, lastWrite);

@@ -85,7 +85,7 @@ void FlushFile(int folder, const std::string& name)
         fsync(file.Get());
 }
 
-} // namespace
+}  // namespace
 
 LSTATUS RegOpenKeyA(HKEY key, LPCSTR subkey, PHKEY result)
 {
@@ -117,14 +117,14 @@ LSTATUS RegCreateKeyW(HKEY key, LPCWSTR subkey, PHKEY result)
     return CreateKey(key, WideText(subkey), 0, MAXIMUM_ALLOWED, result, nullptr);
 }
 
-LSTATUS RegCreateKeyExA(HKEY key, LPCSTR subkey, DWORD reserved, LPSTR, DWORD, REGSAM access, const SECURITY_ATTRIBUTES*,
-                        PHKEY result, LPDWORD disposition)
+LSTATUS RegCreateKeyExA(HKEY key, LPCSTR subkey, DWORD reserved, LPSTR, DWORD, REGSAM access, const SECURITY_ATTRIBUTES*, PHKEY result,
+                        LPDWORD disposition)
 {
     return CreateKey(key, WideText(subkey), reserved, access, result, disposition);
 }
 
-LSTATUS RegCreateKeyExW(HKEY key, LPCWSTR subkey, DWORD reserved, LPWSTR, DWORD, REGSAM access, const SECURITY_ATTRIBUTES*,
-                        PHKEY result, LPDWORD disposition)
+LSTATUS RegCreateKeyExW(HKEY key, LPCWSTR subkey, DWORD reserved, LPWSTR, DWORD, REGSAM access, const SECURITY_ATTRIBUTES*, PHKEY result,
+                        LPDWORD disposition)
 {
     return CreateKey(key, WideText(subkey), reserved, access, result, disposition);
 }

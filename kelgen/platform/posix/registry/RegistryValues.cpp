@@ -84,8 +84,7 @@ public:
         const auto key = FindKey(handle);
         bool made = false;
         std::shared_ptr<Key> opened;
-        status = key ? OpenSubkey(*key, subkey, KEY_QUERY_VALUE | KEY_SET_VALUE, opened, make ? &made : nullptr)
-                     : ERROR_INVALID_HANDLE;
+        status = key ? OpenSubkey(*key, subkey, KEY_QUERY_VALUE | KEY_SET_VALUE, opened, make ? &made : nullptr) : ERROR_INVALID_HANDLE;
         if (status != ERROR_SUCCESS)
             return;
         m_key = m_opened = static_cast<HKEY>(Handles().Insert(std::move(opened)));
@@ -112,8 +111,7 @@ LSTATUS QueryDefaultValue(HKEY handle, std::u16string_view subkey, Char* data, P
     if (key.status != ERROR_SUCCESS)
         return key.status;
     DWORD bytes = size ? static_cast<DWORD>(*size) : 0;
-    const LSTATUS status =
-        QueryValue<Char>(key.Handle(), {}, nullptr, nullptr, reinterpret_cast<LPBYTE>(data), size ? &bytes : nullptr);
+    const LSTATUS status = QueryValue<Char>(key.Handle(), {}, nullptr, nullptr, reinterpret_cast<LPBYTE>(data), size ? &bytes : nullptr);
     if (status == ERROR_FILE_NOT_FOUND) {
         if (data && size && *size >= static_cast<LONG>(sizeof(Char)))
             *data = 0;
@@ -133,11 +131,10 @@ LSTATUS SetDefaultValue(HKEY handle, std::u16string_view subkey, DWORD type, con
     if (key.status != ERROR_SUCCESS)
         return key.status;
     const std::size_t length = std::basic_string_view<Char>(data).size() + 1;
-    return SetValue<Char>(key.Handle(), {}, REG_SZ, reinterpret_cast<const BYTE*>(data),
-                          static_cast<DWORD>(length * sizeof(Char)));
+    return SetValue<Char>(key.Handle(), {}, REG_SZ, reinterpret_cast<const BYTE*>(data), static_cast<DWORD>(length * sizeof(Char)));
 }
 
-} // namespace
+}  // namespace
 
 LSTATUS RegQueryValueExA(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size)
 {

@@ -106,7 +106,7 @@ std::optional<char32_t> TakeCharacter(std::string_view& text)
     return value;
 }
 
-} // namespace
+}  // namespace
 
 std::string KeyFileName(std::u16string_view name)
 {
@@ -160,4 +160,4 @@ std::string ScratchName()
     return std::string(kScratchPrefix) + std::to_string(getpid()) + '-' + std::to_string(++counter);
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

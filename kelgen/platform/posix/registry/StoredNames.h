@@ -31,4 +31,4 @@ inline constexpr std::string_view kScratchPrefix = ".new-";
 /// A fresh name with that prefix.
 std::string ScratchName();
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -67,4 +67,4 @@ LSTATUS GiveData(const StoredValue& value, LPDWORD type, LPBYTE data, LPDWORD si
     return ERROR_SUCCESS;
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -25,7 +25,7 @@ struct Preamble
 
 struct SlotHeader
 {
-    std::uint64_t checksum; // of everything behind it in the slot
+    std::uint64_t checksum;  // of everything behind it in the slot
     std::uint64_t sequence;
     DWORD type;
     DWORD nameUnits;
@@ -70,8 +70,7 @@ std::span<const BYTE> CheckedSlot(std::span<const BYTE> slot, SlotHeader& header
 
 std::string SlotBytes(const StoredValue& value, std::uint64_t sequence)
 {
-    SlotHeader header = {0, sequence, value.type, static_cast<DWORD>(value.name.size()), static_cast<DWORD>(value.data.size()),
-                         0};
+    SlotHeader header = {0, sequence, value.type, static_cast<DWORD>(value.name.size()), static_cast<DWORD>(value.data.size()), 0};
     const std::size_t nameBytes = value.name.size() * sizeof(char16_t);
     std::string bytes(sizeof header + nameBytes + value.data.size(), '\0');
     std::memcpy(bytes.data(), &header, sizeof header);
@@ -89,9 +88,9 @@ std::string SlotBytes(const StoredValue& value, std::uint64_t sequence)
 struct SlotState
 {
     std::size_t slotSize = 0;
-    bool isSecond = true; // so that a first write goes to the first slot
+    bool isSecond = true;  // so that a first write goes to the first slot
     std::uint64_t sequence = 0;
-    std::span<const BYTE> slot; // empty when neither is sound
+    std::span<const BYTE> slot;  // empty when neither is sound
 };
 
 SlotState StateOf(std::span<const BYTE> bytes)
@@ -223,7 +222,7 @@ bool WriteInPlace(int folder, const std::string& fileName, StoredValue& value, i
     return true;
 }
 
-} // namespace
+}  // namespace
 
 std::string ValueFileBytes(const StoredValue& value)
 {
@@ -298,4 +297,4 @@ int ReplaceFile(int folder, const std::string& fileName, std::string_view bytes)
     return error;
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -49,4 +49,4 @@ int WriteValueFile(int folder, const std::string& fileName, StoredValue value);
 /// killed. 0, or an errno value.
 int ReplaceFile(int folder, const std::string& fileName, std::string_view bytes);
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -21,7 +21,10 @@ public:
     bool Holds(ULONGLONG offset, ULONGLONG count) const { return offset <= m_size && count <= m_size - offset; }
 
     /// Copies @p target's size of bytes from @p offset on; false when they are not all there.
-    bool Read(ULONGLONG offset, std::span<BYTE> target) const { return Holds(offset, target.size()) && (target.empty() || Copy(offset, target)); }
+    bool Read(ULONGLONG offset, std::span<BYTE> target) const
+    {
+        return Holds(offset, target.size()) && (target.empty() || Copy(offset, target));
+    }
 
     /// The value whose little-endian bytes begin at @p offset.
     template <class Value>

@@ -104,8 +104,7 @@ std::optional<std::u16string_view> FindString(HMODULE module, UINT id)
     DWORD error;
     const ResourceEntry* entry = Find(TablesOf(module), kStringType, ResourceKey{{}, block}, 0, error);
     if (!entry)
-        return Fail(error == ERROR_RESOURCE_DATA_NOT_FOUND ? error : ERROR_RESOURCE_NAME_NOT_FOUND,
-                    std::optional<std::u16string_view>());
+        return Fail(error == ERROR_RESOURCE_DATA_NOT_FOUND ? error : ERROR_RESOURCE_NAME_NOT_FOUND, std::optional<std::u16string_view>());
     return StringInBlock(entry->data, id % kStringsInBlock);
 }
 
@@ -130,7 +129,7 @@ void Collect(std::set<Member>& values, std::span<const ResourceEntry> entries, M
         values.insert(entry.*member);
 }
 
-} // namespace
+}  // namespace
 
 HRSRC FindResourceA(HMODULE module, LPCSTR name, LPCSTR type)
 {
@@ -216,8 +215,8 @@ BOOL EnumResourceTypesA(HMODULE module, ENUMRESTYPEPROCA callback, LONG_PTR para
         Collect(types, table->Entries(), &ResourceEntry::type);
     if (types.empty())
         return Fail(ERROR_RESOURCE_DATA_NOT_FOUND, FALSE);
-    return std::ranges::all_of(
-        types, [&](const ResourceKey& type) { return callback(module, CallbackName(type).Get(), parameter) != FALSE; });
+    return std::ranges::all_of(types,
+                               [&](const ResourceKey& type) { return callback(module, CallbackName(type).Get(), parameter) != FALSE; });
 }
 
 BOOL EnumResourceNamesA(HMODULE module, LPCSTR type, ENUMRESNAMEPROCA callback, LONG_PTR parameter)
@@ -250,6 +249,5 @@ BOOL EnumResourceLanguagesA(HMODULE module, LPCSTR type, LPCSTR name, ENUMRESLAN
         Find(tables, *typeKey, *nameKey, 0, error);
         return Fail(error, FALSE);
     }
-    return std::ranges::all_of(languages,
-                               [&](WORD language) { return callback(module, type, name, language, parameter) != FALSE; });
+    return std::ranges::all_of(languages, [&](WORD language) { return callback(module, type, name, language, parameter) != FALSE; });
 }

@@ -18,8 +18,8 @@ auto ChooseLanguage(const Entries& entries, WORD language, LanguageOf languageOf
     const bool anyLanguage = PRIMARYLANGID(language) == LANG_NEUTRAL;
     if (anyLanguage) {
         const WORD ofThread = LANGIDFROMLCID(GetThreadLocale());
-        wanted.insert(wanted.end(), {ofThread, MAKELANGID(PRIMARYLANGID(ofThread), SUBLANG_NEUTRAL),
-                                     MAKELANGID(LANG_ENGLISH, SUBLANG_DEFAULT)});
+        wanted.insert(wanted.end(),
+                      {ofThread, MAKELANGID(PRIMARYLANGID(ofThread), SUBLANG_NEUTRAL), MAKELANGID(LANG_ENGLISH, SUBLANG_DEFAULT)});
     }
     for (const WORD candidate : wanted)
         for (const auto& entry : entries)

@@ -29,11 +29,10 @@ Registrations& All()
     return registrations;
 }
 
-} // namespace
+}  // namespace
 
 RegisteredResources::RegisteredResources(const void* module, const void* begin, const void* end)
-    : m_table(std::make_shared<ResourceTable>(std::span(static_cast<const BYTE*>(begin), static_cast<const BYTE*>(end)))),
-      m_module(module)
+    : m_table(std::make_shared<ResourceTable>(std::span(static_cast<const BYTE*>(begin), static_cast<const BYTE*>(end)))), m_module(module)
 {
     const std::lock_guard lock(All().mutex);
     All().list.push_back({m_module, m_table});
@@ -82,4 +81,4 @@ std::optional<std::size_t> RegisteredBytesFrom(const void* place)
     return std::nullopt;
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -39,4 +39,4 @@ const ResourceEntry* RegisteredEntry(const void* entry);
 /// The bytes from @p place to the end of the registered resource that it lies in; nothing when it lies in none.
 std::optional<std::size_t> RegisteredBytesFrom(const void* place);
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

@@ -77,8 +77,8 @@ std::optional<ResourceEntry> ParseHeader(std::span<const BYTE> header)
     entry.type = reader.Key();
     entry.name = reader.Key();
     reader.Align();
-    reader.DoubleWord(); // data version
-    reader.Word();       // memory flags
+    reader.DoubleWord();  // data version
+    reader.Word();        // memory flags
     entry.language = reader.Word();
     if (!reader.Good())
         return std::nullopt;
@@ -98,7 +98,7 @@ std::strong_ordering OrderOfNames(const ResourceEntry& left, const ResourceEntry
     return left.name <=> right.name;
 }
 
-} // namespace
+}  // namespace
 
 std::strong_ordering ResourceKey::operator<=>(const ResourceKey& other) const
 {
@@ -120,8 +120,7 @@ ResourceTable::ResourceTable(std::span<const BYTE> bytes)
         Reader sizes(bytes);
         const std::size_t dataSize = sizes.DoubleWord();
         const std::size_t headerSize = sizes.DoubleWord();
-        if (headerSize < kSizes || headerSize % kAlignment != 0 || headerSize > bytes.size() ||
-            dataSize > bytes.size() - headerSize)
+        if (headerSize < kSizes || headerSize % kAlignment != 0 || headerSize > bytes.size() || dataSize > bytes.size() - headerSize)
             break;
 
         auto entry = ParseHeader(bytes.subspan(kSizes, headerSize - kSizes));
@@ -165,4 +164,4 @@ std::u16string_view StringInBlock(std::span<const BYTE> block, unsigned index)
     }
 }
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

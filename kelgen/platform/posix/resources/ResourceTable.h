@@ -16,7 +16,7 @@ namespace kelgen::posix {
 /// A resource's type or name: a text, or a number when the text is empty.
 struct ResourceKey
 {
-    std::u16string text; // upper case
+    std::u16string text;  // upper case
     WORD number = 0;
 
     bool operator==(const ResourceKey&) const = default;
@@ -60,4 +60,4 @@ private:
 /// it. The units lie in @p block, at an even offset.
 KELGEN_PLATFORM_API std::u16string_view StringInBlock(std::span<const BYTE> block, unsigned index);
 
-} // namespace kelgen::posix
+}  // namespace kelgen::posix

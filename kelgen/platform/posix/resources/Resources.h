@@ -74,8 +74,7 @@ KELGEN_PLATFORM_API int LoadStringW(HINSTANCE module, UINT id, LPWSTR buffer, in
 /// FALSE. FALSE and the last error of FindResourceA when there is nothing to enumerate.
 KELGEN_PLATFORM_API BOOL EnumResourceTypesA(HMODULE module, ENUMRESTYPEPROCA callback, LONG_PTR parameter);
 KELGEN_PLATFORM_API BOOL EnumResourceNamesA(HMODULE module, LPCSTR type, ENUMRESNAMEPROCA callback, LONG_PTR parameter);
-KELGEN_PLATFORM_API BOOL EnumResourceLanguagesA(HMODULE module, LPCSTR type, LPCSTR name, ENUMRESLANGPROCA callback,
-                                                LONG_PTR parameter);
+KELGEN_PLATFORM_API BOOL EnumResourceLanguagesA(HMODULE module, LPCSTR type, LPCSTR name, ENUMRESLANGPROCA callback, LONG_PTR parameter);
 
 #define FindResource FindResourceA
 #define FindResourceEx FindResourceExA

@@ -53,9 +53,8 @@ public:
             return ERROR_INVALID_DATA;
         const std::lock_guard lock(m_mutex);
         ServiceRecord record{status, m_process, m_processStart};
-        const bool isOurs = m_folder.Write(record, [this](const ServiceRecord& now) {
-            return now.IsOf(m_process, m_processStart) && !now.IsStopped();
-        });
+        const bool isOurs =
+            m_folder.Write(record, [this](const ServiceRecord& now) { return now.IsOf(m_process, m_processStart) && !now.IsStopped(); });
         if (!isOurs)
             return ERROR_INVALID_HANDLE;
         if (m_channel) {

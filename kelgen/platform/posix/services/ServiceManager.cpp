@@ -137,12 +137,11 @@ SC_HANDLE CreateServiceA(SC_HANDLE manager, LPCSTR name, LPCSTR displayName, DWO
 {
     if (!name || !path)
         return Fail(ERROR_INVALID_ADDRESS, SC_HANDLE{});
-    return Create(manager, WideText(name), access,
-                  SettingsOf(type, start, errorControl, path, group, dependencies, account, displayName));
+    return Create(manager, WideText(name), access, SettingsOf(type, start, errorControl, path, group, dependencies, account, displayName));
 }
 
-SC_HANDLE CreateServiceW(SC_HANDLE manager, LPCWSTR name, LPCWSTR displayName, DWORD access, DWORD type, DWORD start,
-                         DWORD errorControl, LPCWSTR path, LPCWSTR group, LPDWORD, LPCWSTR dependencies, LPCWSTR account, LPCWSTR)
+SC_HANDLE CreateServiceW(SC_HANDLE manager, LPCWSTR name, LPCWSTR displayName, DWORD access, DWORD type, DWORD start, DWORD errorControl,
+                         LPCWSTR path, LPCWSTR group, LPDWORD, LPCWSTR dependencies, LPCWSTR account, LPCWSTR)
 {
     if (!name || !path)
         return Fail(ERROR_INVALID_ADDRESS, SC_HANDLE{});

@@ -66,8 +66,14 @@ template <class Char>
 ServiceSettings SettingsOf(DWORD type, DWORD start, DWORD errorControl, const Char* path, const Char* group, const Char* dependencies,
                            const Char* account, const Char* displayName)
 {
-    return {type, start, errorControl, detail::OptionalPath(path), detail::OptionalText(group), detail::OptionalList(dependencies),
-            detail::OptionalText(account), detail::OptionalText(displayName)};
+    return {type,
+            start,
+            errorControl,
+            detail::OptionalPath(path),
+            detail::OptionalText(group),
+            detail::OptionalList(dependencies),
+            detail::OptionalText(account),
+            detail::OptionalText(displayName)};
 }
 
 }  // namespace kelgen::posix

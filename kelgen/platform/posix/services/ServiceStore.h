@@ -16,12 +16,12 @@ struct ServiceConfiguration
     DWORD type = 0;
     DWORD start = 0;
     DWORD errorControl = 0;
-    std::u16string path;          // the command line, 16-bit form of a file name
+    std::u16string path;  // the command line, 16-bit form of a file name
     std::u16string group;
     std::u16string dependencies;  // each text with its terminator
     std::u16string account;
     std::u16string displayName;
-    bool isDeleted = false;       // marked for removal
+    bool isDeleted = false;  // marked for removal
 };
 
 /// The description of the service @p name; nothing when there is none.

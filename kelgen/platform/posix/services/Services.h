@@ -180,9 +180,9 @@ KELGEN_PLATFORM_API SC_HANDLE OpenSCManagerW(LPCWSTR machine, LPCWSTR database, 
 KELGEN_PLATFORM_API SC_HANDLE CreateServiceA(SC_HANDLE manager, LPCSTR name, LPCSTR displayName, DWORD access, DWORD type, DWORD start,
                                              DWORD errorControl, LPCSTR path, LPCSTR group, LPDWORD tag, LPCSTR dependencies,
                                              LPCSTR account, LPCSTR password);
-KELGEN_PLATFORM_API SC_HANDLE CreateServiceW(SC_HANDLE manager, LPCWSTR name, LPCWSTR displayName, DWORD access, DWORD type,
-                                             DWORD start, DWORD errorControl, LPCWSTR path, LPCWSTR group, LPDWORD tag,
-                                             LPCWSTR dependencies, LPCWSTR account, LPCWSTR password);
+KELGEN_PLATFORM_API SC_HANDLE CreateServiceW(SC_HANDLE manager, LPCWSTR name, LPCWSTR displayName, DWORD access, DWORD type, DWORD start,
+                                             DWORD errorControl, LPCWSTR path, LPCWSTR group, LPDWORD tag, LPCWSTR dependencies,
+                                             LPCWSTR account, LPCWSTR password);
 
 /// Opens an installed service. Null with ERROR_SERVICE_DOES_NOT_EXIST.
 KELGEN_PLATFORM_API SC_HANDLE OpenServiceA(SC_HANDLE manager, LPCSTR name, DWORD access);
@@ -221,8 +221,7 @@ KELGEN_PLATFORM_API BOOL QueryServiceConfigW(SC_HANDLE service, LPQUERY_SERVICE_
 KELGEN_PLATFORM_API BOOL ChangeServiceConfigA(SC_HANDLE service, DWORD type, DWORD start, DWORD errorControl, LPCSTR path, LPCSTR group,
                                               LPDWORD tag, LPCSTR dependencies, LPCSTR account, LPCSTR password, LPCSTR displayName);
 KELGEN_PLATFORM_API BOOL ChangeServiceConfigW(SC_HANDLE service, DWORD type, DWORD start, DWORD errorControl, LPCWSTR path, LPCWSTR group,
-                                              LPDWORD tag, LPCWSTR dependencies, LPCWSTR account, LPCWSTR password,
-                                              LPCWSTR displayName);
+                                              LPDWORD tag, LPCWSTR dependencies, LPCWSTR account, LPCWSTR password, LPCWSTR displayName);
 
 /// Lists services of @p types in @p states by name, from entry *@p resume on. FALSE with ERROR_MORE_DATA when they do not all fit:
 /// @p needed has the bytes for the rest, @p resume where to go on.

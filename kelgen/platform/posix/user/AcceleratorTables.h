@@ -10,4 +10,4 @@ namespace kelgen::posix::user {
 /// A copy of the entries of @p table; none when it is no table.
 std::vector<ACCEL> AcceleratorsOf(HACCEL table);
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

@@ -51,7 +51,7 @@ HACCEL Load(HINSTANCE module, HRSRC resource)
         const WORD flags = reader.Word();
         const WORD key = reader.Word();
         const WORD command = reader.Word();
-        reader.Word(); // padding
+        reader.Word();  // padding
         if (!reader.IsSound())
             break;
         entries.push_back({static_cast<BYTE>(flags & ~kIsLast), key, command});
@@ -61,7 +61,7 @@ HACCEL Load(HINSTANCE module, HRSRC resource)
     return entries.empty() ? Fail(ERROR_INVALID_DATA, HACCEL()) : Insert(std::move(entries));
 }
 
-} // namespace
+}  // namespace
 
 namespace kelgen::posix::user {
 
@@ -73,7 +73,7 @@ std::vector<ACCEL> AcceleratorsOf(HACCEL table)
     return entries ? *entries : Entries();
 }
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user
 
 HACCEL CreateAcceleratorTableA(LPACCEL entries, int count)
 {

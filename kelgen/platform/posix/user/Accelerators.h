@@ -14,7 +14,7 @@
 struct ACCEL
 {
     BYTE fVirt;
-    WORD key; // a virtual key with FVIRTKEY, else a character
+    WORD key;  // a virtual key with FVIRTKEY, else a character
     WORD cmd;
 };
 using LPACCEL = ACCEL*;

@@ -24,7 +24,7 @@ struct BitmapTable
     }
 };
 
-} // namespace
+}  // namespace
 
 HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bitsPerPixel, const void*)
 {

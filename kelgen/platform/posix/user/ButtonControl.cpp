@@ -11,7 +11,7 @@ namespace {
 
 struct ButtonState
 {
-    UINT bits = 0; // BST_ flags
+    UINT bits = 0;  // BST_ flags
     bool isHeld = false;
     HFONT font = nullptr;
     HANDLE icon = nullptr;
@@ -177,7 +177,7 @@ LRESULT OnFocus(HWND button, ButtonState& state, bool hasIt)
     return 0;
 }
 
-} // namespace
+}  // namespace
 
 LRESULT CALLBACK ButtonProcedure(HWND button, UINT message, WPARAM wParam, LPARAM lParam)
 {
@@ -251,4 +251,4 @@ LRESULT CALLBACK ButtonProcedure(HWND button, UINT message, WPARAM wParam, LPARA
     return DefWindowProcW(button, message, wParam, lParam);
 }
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

@@ -58,8 +58,7 @@ bool CreateParts(HWND combo, ComboBoxState& state, const CREATESTRUCTW& create)
         listStyle |= LBS_HASSTRINGS;
     listStyle |= isSimple ? WS_CHILD | WS_VISIBLE : WS_POPUP;
     state.list = CreateWindowExW(isSimple ? WS_EX_CLIENTEDGE : WS_EX_TOOLWINDOW, reinterpret_cast<LPCWSTR>(u"ComboLBox"), nullptr,
-                                 listStyle, 0, 0, create.cx, create.cy, combo, isSimple ? IdOf(kListId) : nullptr, create.hInstance,
-                                 combo);
+                                 listStyle, 0, 0, create.cx, create.cy, combo, isSimple ? IdOf(kListId) : nullptr, create.hInstance, combo);
     if (!state.list)
         return false;
     if (TypeOf(combo) == CBS_DROPDOWNLIST)
@@ -70,9 +69,9 @@ bool CreateParts(HWND combo, ComboBoxState& state, const CREATESTRUCTW& create)
                                                {CBS_LOWERCASE, ES_LOWERCASE},
                                                {CBS_OEMCONVERT, ES_OEMCONVERT},
                                                {WS_DISABLED, WS_DISABLED}});
-    state.edit = CreateWindowExW(0, reinterpret_cast<LPCWSTR>(u"Edit"), create.lpszName, editStyle, 3, 3,
-                                 std::max(create.cx - kButtonWidth, 0), state.itemHeight, combo, IdOf(kEditId), create.hInstance,
-                                 const_cast<char*>(&kEditOfCombo));
+    state.edit =
+        CreateWindowExW(0, reinterpret_cast<LPCWSTR>(u"Edit"), create.lpszName, editStyle, 3, 3, std::max(create.cx - kButtonWidth, 0),
+                        state.itemHeight, combo, IdOf(kEditId), create.hInstance, const_cast<char*>(&kEditOfCombo));
     return state.edit != nullptr;
 }
 
@@ -285,7 +284,7 @@ void Destroy(ComboBoxState& state)
         DestroyWindow(list);
 }
 
-} // namespace
+}  // namespace
 
 void TakeListText(HWND combo, ComboBoxState& state)
 {
@@ -370,4 +369,4 @@ LRESULT CALLBACK ComboBoxProcedure(HWND combo, UINT message, WPARAM wParam, LPAR
     }
 }
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

@@ -7,7 +7,7 @@ namespace kelgen::posix::user {
 
 struct ComboBoxState
 {
-    HWND edit = nullptr; // null for CBS_DROPDOWNLIST
+    HWND edit = nullptr;  // null for CBS_DROPDOWNLIST
     HWND list = nullptr;
     HFONT font = nullptr;
     int itemHeight = 16;
@@ -15,7 +15,7 @@ struct ComboBoxState
     int dropWidth = 0;
     bool isDropped = false;
     bool hasFocus = false;
-    bool isQuiet = false; // the edit control's changes are our own
+    bool isQuiet = false;  // the edit control's changes are our own
     bool hasExtendedKeys = false;
 };
 
@@ -34,4 +34,4 @@ void OnComboKey(HWND combo, ComboBoxState& state, UINT key);
 void OnComboCommand(HWND combo, ComboBoxState& state, UINT code, HWND from);
 void OnComboFocus(HWND combo, ComboBoxState& state, bool hasIt);
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

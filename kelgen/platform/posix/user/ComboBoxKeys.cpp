@@ -56,7 +56,7 @@ void OnList(HWND combo, ComboBoxState& state, UINT code)
     }
 }
 
-} // namespace
+}  // namespace
 
 void ShowList(HWND combo, ComboBoxState& state, bool isShown, bool chooses)
 {
@@ -114,4 +114,4 @@ void OnComboFocus(HWND combo, ComboBoxState& state, bool hasIt)
     NotifyParent(combo, CBN_KILLFOCUS);
 }
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

@@ -29,4 +29,4 @@ bool IsInClient(HWND control, LPARAM point)
     return PtInRect(&client, {static_cast<short>(LOWORD(point)), static_cast<short>(HIWORD(point))}) != FALSE;
 }
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

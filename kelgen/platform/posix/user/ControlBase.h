@@ -42,4 +42,4 @@ LRESULT CALLBACK ComboBoxProcedure(HWND control, UINT message, WPARAM wParam, LP
 /// For the list of a combo box, which hears of selections instead of the parent.
 LRESULT CALLBACK ComboListProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam);
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

@@ -56,7 +56,7 @@ struct Creation
     std::u16string className;
     std::u16string text;
     DWORD style;
-    RECT place; // position and size
+    RECT place;  // position and size
     HWND parent;
     HMENU menu;
     HINSTANCE module;
@@ -71,9 +71,8 @@ HWND Create(const Creation& window, bool wide)
         return CreateWindowExW(window.exStyle, reinterpret_cast<LPCWSTR>(window.className.c_str()),
                                reinterpret_cast<LPCWSTR>(window.text.c_str()), window.style, place.left, place.top, place.right,
                                place.bottom, window.parent, window.menu, window.module, parameter);
-    return CreateWindowExA(window.exStyle, AnsiText(window.className).c_str(), AnsiText(window.text).c_str(), window.style,
-                           place.left, place.top, place.right, place.bottom, window.parent, window.menu, window.module,
-                           parameter);
+    return CreateWindowExA(window.exStyle, AnsiText(window.className).c_str(), AnsiText(window.text).c_str(), window.style, place.left,
+                           place.top, place.right, place.bottom, window.parent, window.menu, window.module, parameter);
 }
 
 HMENU LoadDialogMenu(HINSTANCE module, const TemplateName& menu)
@@ -125,11 +124,11 @@ bool CreateControl(const TemplateControl& control, HWND dialog, DialogState& sta
 {
     // A border is a sunken edge where dialogs are drawn in relief.
     const bool isSunken = (dialogStyle & DS_3DLOOK) && (control.style & WS_BORDER);
-    const HWND window =
-        Create({control.exStyle | WS_EX_NOPARENTNOTIFY | (isSunken ? WS_EX_CLIENTEDGE : 0), ClassOf(control.className),
-                ControlText(control.text), (isSunken ? control.style & ~WS_BORDER : control.style) | WS_CHILD, InPixels(state, control.x, control.y, control.width, control.height), dialog,
-                reinterpret_cast<HMENU>(static_cast<LONG_PTR>(static_cast<int>(control.id))), module, control.data},
-               wide);
+    const HWND window = Create({control.exStyle | WS_EX_NOPARENTNOTIFY | (isSunken ? WS_EX_CLIENTEDGE : 0), ClassOf(control.className),
+                                ControlText(control.text), (isSunken ? control.style & ~WS_BORDER : control.style) | WS_CHILD,
+                                InPixels(state, control.x, control.y, control.width, control.height), dialog,
+                                reinterpret_cast<HMENU>(static_cast<LONG_PTR>(static_cast<int>(control.id))), module, control.data},
+                               wide);
     if (!window)
         return (dialogStyle & DS_NOFAILCREATE) != 0;
     if (control.helpId)
@@ -157,7 +156,7 @@ void Initialize(HWND dialog, DialogState& state, DWORD style, LPARAM parameter)
     }
 }
 
-} // namespace
+}  // namespace
 
 namespace kelgen::posix::user {
 
@@ -182,10 +181,10 @@ HWND CreateDialogWindow(TemplateReader reader, const DialogCreation& creation)
     const std::u16string className =
         hasClass ? dialog.className.number ? u"#" + WideText(std::to_string(dialog.className.number).c_str()) : dialog.className.text
                  : u"#32770";
-    const HWND window = Create({exStyle, className, dialog.title, style,
-                                WindowPlace(dialog, sizes, style, exStyle, creation.owner, menu != nullptr), creation.owner, menu,
-                                creation.module, nullptr},
-                               creation.wide);
+    const HWND window =
+        Create({exStyle, className, dialog.title, style, WindowPlace(dialog, sizes, style, exStyle, creation.owner, menu != nullptr),
+                creation.owner, menu, creation.module, nullptr},
+               creation.wide);
     if (!window) {
         const DWORD error = GetLastError();
         DestroyMenu(menu);
@@ -219,7 +218,7 @@ HWND CreateDialogWindow(TemplateReader reader, const DialogCreation& creation)
     return window;
 }
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user
 
 HWND CreateDialogParamA(HINSTANCE module, LPCSTR name, HWND owner, DLGPROC procedure, LPARAM parameter)
 {

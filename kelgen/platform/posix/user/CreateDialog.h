@@ -26,4 +26,4 @@ std::optional<TemplateReader> DialogResource(HINSTANCE module, HRSRC resource);
 /// A template in memory, which has no known end; nothing for null.
 std::optional<TemplateReader> DialogMemory(const DLGTEMPLATE* dialogTemplate);
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

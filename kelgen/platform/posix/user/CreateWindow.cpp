@@ -250,11 +250,13 @@ HWND MakeWindow(const Char* className, typename Create<Char>::Struct create)
 HWND CreateWindowExA(DWORD exStyle, LPCSTR className, LPCSTR name, DWORD style, int x, int y, int width, int height, HWND parent,
                      HMENU menu, HINSTANCE module, LPVOID parameter)
 {
-    return MakeWindow<CHAR>(className, {parameter, module, menu, parent, height, width, y, x, static_cast<LONG>(style), name, className, exStyle});
+    return MakeWindow<CHAR>(className,
+                            {parameter, module, menu, parent, height, width, y, x, static_cast<LONG>(style), name, className, exStyle});
 }
 
 HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR name, DWORD style, int x, int y, int width, int height, HWND parent,
                      HMENU menu, HINSTANCE module, LPVOID parameter)
 {
-    return MakeWindow<WCHAR>(className, {parameter, module, menu, parent, height, width, y, x, static_cast<LONG>(style), name, className, exStyle});
+    return MakeWindow<WCHAR>(className,
+                             {parameter, module, menu, parent, height, width, y, x, static_cast<LONG>(style), name, className, exStyle});
 }

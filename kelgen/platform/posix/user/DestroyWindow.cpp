@@ -130,8 +130,7 @@ void HideBeforeEnd(Window& window)
     if (window.style & WS_CHILD)
         Show(window, SW_HIDE);
     else
-        SetPosition(window, {window.handle, nullptr, 0, 0, 0, 0,
-                             SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_HIDEWINDOW});
+        SetPosition(window, {window.handle, nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_HIDEWINDOW});
 }
 
 }  // namespace

@@ -74,7 +74,7 @@ HWND NextOf(const std::vector<HWND>& controls, HWND control, bool previous, Acce
     return control;
 }
 
-} // namespace
+}  // namespace
 
 HWND GetNextDlgTabItem(HWND dialog, HWND control, BOOL previous)
 {
@@ -82,8 +82,7 @@ HWND GetNextDlgTabItem(HWND dialog, HWND control, BOOL previous)
         return Fail(ERROR_INVALID_WINDOW_HANDLE, HWND());
     std::vector<HWND> controls;
     CollectControls(dialog, controls);
-    return NextOf(controls, control, previous != FALSE,
-                  [](HWND each) { return (StyleOf(each) & WS_TABSTOP) && IsUsable(each); });
+    return NextOf(controls, control, previous != FALSE, [](HWND each) { return (StyleOf(each) & WS_TABSTOP) && IsUsable(each); });
 }
 
 HWND GetNextDlgGroupItem(HWND dialog, HWND control, BOOL previous)

@@ -36,8 +36,7 @@ void Arrow(HWND dialog, const MSG& message)
         return;
     }
     SetFocus(next);
-    if ((GetWindowLongA(next, GWL_STYLE) & BS_TYPEMASK) == BS_AUTORADIOBUTTON &&
-        SendMessageA(next, BM_GETCHECK, 0, 0) != BST_CHECKED)
+    if ((GetWindowLongA(next, GWL_STYLE) & BS_TYPEMASK) == BS_AUTORADIOBUTTON && SendMessageA(next, BM_GETCHECK, 0, 0) != BST_CHECKED)
         SendMessageA(next, BM_CLICK, TRUE, 0);
 }
 
@@ -175,7 +174,7 @@ BOOL Handle(HWND dialog, MSG* message, bool wide)
     return TRUE;
 }
 
-} // namespace
+}  // namespace
 
 BOOL IsDialogMessageA(HWND dialog, LPMSG message)
 {

@@ -131,8 +131,7 @@ LRESULT DefaultAction(HWND dialog, DialogState& state, UINT message, WPARAM wPar
         state.font = reinterpret_cast<HFONT>(wParam);
         return 0;
     case WM_CLOSE:
-        PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED),
-                     reinterpret_cast<LPARAM>(GetDlgItem(dialog, IDCANCEL)));
+        PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(dialog, IDCANCEL)));
         return 0;
     default:
         break;
@@ -164,7 +163,7 @@ LRESULT DialogProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam,
     return ReturnsDirectly(message) ? result : GetWindowLongPtrW(dialog, DWLP_MSGRESULT);
 }
 
-} // namespace
+}  // namespace
 
 namespace kelgen::posix::user {
 
@@ -214,7 +213,7 @@ void MoveFocus(HWND dialog, HWND control)
         MoveDefault(dialog, GetDlgItem(dialog, static_cast<short>(LOWORD(number))));
 }
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user
 
 LRESULT DefDlgProcA(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
 {

@@ -9,12 +9,12 @@ namespace kelgen::posix::user {
 
 struct DialogState
 {
-    INT_PTR result = 1; // by contract the default button's number until the dialog ends
+    INT_PTR result = 1;  // by contract the default button's number until the dialog ends
     bool hasEnded = false;
     bool hasWideProcedure = false;
-    HWND focus = nullptr; // while another window is active
+    HWND focus = nullptr;  // while another window is active
     HFONT font = nullptr;
-    int baseWidth = 9; // of an average character, in pixels
+    int baseWidth = 9;  // of an average character, in pixels
     int baseHeight = 16;
 };
 
@@ -33,4 +33,4 @@ void MoveFocus(HWND dialog, HWND control);
 /// The low 16 bits of WM_GETDLGCODE's answer; with the message that is asked about.
 UINT DialogCode(HWND control, const MSG* message = nullptr);
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

@@ -53,7 +53,7 @@ TemplateControl ReadControl(TemplateReader& reader, bool isExtended)
     return control;
 }
 
-} // namespace
+}  // namespace
 
 std::optional<DialogTemplate> ReadDialogTemplate(TemplateReader reader)
 {
@@ -81,8 +81,8 @@ std::optional<DialogTemplate> ReadDialogTemplate(TemplateReader reader)
         dialog.points = points == kDefaultFont ? kDefaultPoints : points;
         if (points != kDefaultFont) {
             if (isExtended)
-                reader.Skip(4); // weight, slant, character set
-            reader.Text();      // the font's name
+                reader.Skip(4);  // weight, slant, character set
+            reader.Text();       // the font's name
         }
     }
     for (int i = 0; i < count && reader.IsSound(); ++i)
@@ -90,4 +90,4 @@ std::optional<DialogTemplate> ReadDialogTemplate(TemplateReader reader)
     return reader.IsSound() ? std::optional(std::move(dialog)) : std::nullopt;
 }
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

@@ -31,7 +31,7 @@ struct TemplateControl
     DWORD id = 0;
     TemplateName className;
     TemplateName text;
-    const BYTE* data = nullptr; // starts with its size
+    const BYTE* data = nullptr;  // starts with its size
 };
 
 struct DialogTemplate
@@ -46,7 +46,7 @@ struct DialogTemplate
     TemplateName menu;
     TemplateName className;
     std::u16string title;
-    int points = 0; // of the font, when the style has DS_SETFONT
+    int points = 0;  // of the font, when the style has DS_SETFONT
     std::vector<TemplateControl> controls;
 };
 
@@ -54,4 +54,4 @@ struct DialogTemplate
 /// Source: the formats DLGTEMPLATE, DLGITEMTEMPLATE, DLGTEMPLATEEX and DLGITEMTEMPLATEEX.
 std::optional<DialogTemplate> ReadDialogTemplate(TemplateReader reader);
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

@@ -21,7 +21,6 @@
 #define DS_CONTEXTHELP 0x2000
 #define DS_SHELLFONT (DS_SETFONT | DS_FIXEDSYS)
 
-
 // Numbers of the usual buttons.
 #define IDOK 1
 #define IDCANCEL 2
@@ -136,16 +135,14 @@ KELGEN_PLATFORM_API UINT IsDlgButtonChecked(HWND dialog, int id);
 #define DefDlgProc DefDlgProcA
 #define CreateDialogA(module, name, owner, procedure) CreateDialogParamA(module, name, owner, procedure, 0)
 #define CreateDialogW(module, name, owner, procedure) CreateDialogParamW(module, name, owner, procedure, 0)
-#define CreateDialogIndirectA(module, dialogTemplate, owner, procedure)                                                          \
+#define CreateDialogIndirectA(module, dialogTemplate, owner, procedure)                                                                    \
     CreateDialogIndirectParamA(module, dialogTemplate, owner, procedure, 0)
-#define CreateDialogIndirectW(module, dialogTemplate, owner, procedure)                                                          \
+#define CreateDialogIndirectW(module, dialogTemplate, owner, procedure)                                                                    \
     CreateDialogIndirectParamW(module, dialogTemplate, owner, procedure, 0)
 #define DialogBoxA(module, name, owner, procedure) DialogBoxParamA(module, name, owner, procedure, 0)
 #define DialogBoxW(module, name, owner, procedure) DialogBoxParamW(module, name, owner, procedure, 0)
-#define DialogBoxIndirectA(module, dialogTemplate, owner, procedure)                                                             \
-    DialogBoxIndirectParamA(module, dialogTemplate, owner, procedure, 0)
-#define DialogBoxIndirectW(module, dialogTemplate, owner, procedure)                                                             \
-    DialogBoxIndirectParamW(module, dialogTemplate, owner, procedure, 0)
+#define DialogBoxIndirectA(module, dialogTemplate, owner, procedure) DialogBoxIndirectParamA(module, dialogTemplate, owner, procedure, 0)
+#define DialogBoxIndirectW(module, dialogTemplate, owner, procedure) DialogBoxIndirectParamW(module, dialogTemplate, owner, procedure, 0)
 #define CreateDialog CreateDialogA
 #define CreateDialogIndirect CreateDialogIndirectA
 #define DialogBox DialogBoxA

@@ -218,7 +218,7 @@ LRESULT EditMessage(HWND edit, EditState& state, UINT message, WPARAM wParam, LP
     }
 }
 
-} // namespace
+}  // namespace
 
 void TellOfChange(HWND edit)
 {
@@ -293,4 +293,4 @@ LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lP
     }
 }
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

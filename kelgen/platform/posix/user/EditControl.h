@@ -12,8 +12,8 @@ struct EditState
     HFONT font = nullptr;
     WCHAR passwordCharacter = 0;
     DWORD margins = 0;
-    HWND combo = nullptr; // the combo box whose edit control this is
-    bool isInDialog = false; // the dialog manager has asked what keys it wants
+    HWND combo = nullptr;     // the combo box whose edit control this is
+    bool isInDialog = false;  // the dialog manager has asked what keys it wants
 };
 
 /// Replaces the selection and tells the parent: EN_UPDATE and EN_CHANGE, EN_MAXTEXT when some did not fit.
@@ -27,4 +27,4 @@ void OnEditCharacter(HWND edit, EditState& state, WCHAR character);
 /// WM_CUT, WM_COPY, WM_PASTE, WM_CLEAR: between edit controls of the process.
 void OnEditClipboard(HWND edit, EditState& state, UINT message);
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

@@ -100,8 +100,7 @@ void PassToDialog(HWND edit, UINT key)
 /// Keys that a combo box's edit control leaves to its list.
 bool IsKeyOfCombo(UINT key)
 {
-    return key == VK_UP || key == VK_DOWN || key == VK_PRIOR || key == VK_NEXT || key == VK_F4 || key == VK_RETURN ||
-           key == VK_ESCAPE;
+    return key == VK_UP || key == VK_DOWN || key == VK_PRIOR || key == VK_NEXT || key == VK_F4 || key == VK_RETURN || key == VK_ESCAPE;
 }
 
 std::u16string InCaseOf(HWND edit, WCHAR character)
@@ -114,7 +113,7 @@ std::u16string InCaseOf(HWND edit, WCHAR character)
     return {static_cast<char16_t>(character)};
 }
 
-} // namespace
+}  // namespace
 
 void OnEditKey(HWND edit, EditState& state, UINT key)
 {
@@ -208,4 +207,4 @@ void OnEditClipboard(HWND edit, EditState& state, UINT message)
     ReplaceSelection(edit, state, pasted, true);
 }
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

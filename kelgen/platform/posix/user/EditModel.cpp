@@ -133,4 +133,4 @@ std::size_t EditModel::WordAfter(std::size_t position) const
     return position;
 }
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

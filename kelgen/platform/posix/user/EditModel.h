@@ -36,7 +36,7 @@ public:
 
     std::size_t limit = 30000;
     bool isModified = false;
-    bool hasLines = false; // CR LF ends a line
+    bool hasLines = false;  // CR LF ends a line
 
     // Lines, of which a text without lines is the only one.
     std::size_t LineCount() const;
@@ -61,7 +61,7 @@ private:
     bool m_canUndo = false;
     std::size_t m_undoPosition = 0;
     std::size_t m_undoLength = 0;  // of what was put in
-    std::u16string m_undoText; // what it replaced
+    std::u16string m_undoText;     // what it replaced
 };
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

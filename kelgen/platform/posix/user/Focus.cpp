@@ -174,7 +174,7 @@ void LeaveFocus(Window& window)
             parent = window.parent->handle;
     }
     if (hasFocus)
-        parent && OwnWindow(parent) ? SetFocus(parent) : MoveFocus(nullptr);
+        parent&& OwnWindow(parent) ? SetFocus(parent) : MoveFocus(nullptr);
 }
 
 bool ActivateByMouse(HWND window)
@@ -224,8 +224,7 @@ HWND SetFocus(HWND window)
                 break;
         }
     }
-    if (HasHooks(HookChains::BitOf(WH_CBT)) &&
-        CallHooks(WH_CBT, HCBT_SETFOCUS, AsFirstParameter(window), AsParameter(queue.focus)))
+    if (HasHooks(HookChains::BitOf(WH_CBT)) && CallHooks(WH_CBT, HCBT_SETFOCUS, AsFirstParameter(window), AsParameter(queue.focus)))
         return nullptr;
     if (top != queue.active && OwnWindow(top)) {
         if (!BringToFront(top, false) || !OwnWindow(window))

@@ -116,7 +116,8 @@ MINMAXINFO SizeLimits(Window& window)
     }
     limits.ptMaxPosition = window.maximizedAt.x == -1 && window.maximizedAt.y == -1 ? POINT{-border, -border} : window.maximizedAt;
     const bool caption = HasCaption(window.style);
-    limits.ptMinTrackSize = caption ? POINT{GetSystemMetrics(SM_CXMINTRACK), GetSystemMetrics(SM_CYMINTRACK)} : POINT{2 * border, 2 * border};
+    limits.ptMinTrackSize =
+        caption ? POINT{GetSystemMetrics(SM_CXMINTRACK), GetSystemMetrics(SM_CYMINTRACK)} : POINT{2 * border, 2 * border};
     limits.ptMaxTrackSize = {GetSystemMetrics(SM_CXMAXTRACK), GetSystemMetrics(SM_CYMAXTRACK)};
     Send(window, WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&limits));
     limits.ptMaxTrackSize.x = std::max(limits.ptMaxTrackSize.x, limits.ptMinTrackSize.x);
@@ -134,7 +135,8 @@ void ShrinkToClient(const Window& window, RECT& area)
     const RECT margins = FrameMargins(window.style, window.exStyle, HasMenuBar(window));
     area = {area.left + margins.left, area.top + margins.top, area.right - margins.right, area.bottom - margins.bottom};
     if ((window.style & WS_VSCROLL) && WidthOf(area) >= kScrollBarSize)
-        (window.exStyle & WS_EX_LEFTSCROLLBAR ? area.left : area.right) += window.exStyle & WS_EX_LEFTSCROLLBAR ? kScrollBarSize : -kScrollBarSize;
+        (window.exStyle & WS_EX_LEFTSCROLLBAR ? area.left : area.right) +=
+            window.exStyle & WS_EX_LEFTSCROLLBAR ? kScrollBarSize : -kScrollBarSize;
     if ((window.style & WS_HSCROLL) && HeightOf(area) > kScrollBarSize)
         area.bottom -= kScrollBarSize;
     area.right = std::max(area.left, area.right);

@@ -18,8 +18,8 @@ struct Hook
     HHOOK handle;
     int type;
     HOOKPROC procedure;
-    DWORD target;   // the thread whose chain it is in, 0: all
-    DWORD setter;   // the thread that has set it
+    DWORD target;  // the thread whose chain it is in, 0: all
+    DWORD setter;  // the thread that has set it
     bool wide;
     std::atomic<bool> removed{false};
 };

@@ -12,7 +12,7 @@ constexpr int kLargest = 4096;
 struct Header
 {
     int width = 0;
-    int height = 0; // of image and mask together
+    int height = 0;  // of image and mask together
     int bits = 0;
     DWORD colors = 0;
     std::uint64_t bytesOfColor = 4;
@@ -33,30 +33,30 @@ std::optional<Header> ReadHeader(TemplateReader& reader)
                 value = value << 8 | reader.Byte();
             return static_cast<int>(value);
         };
-        reader.Skip(12); // the rest of the signature, the first chunk's length and name
+        reader.Skip(12);  // the rest of the signature, the first chunk's length and name
         header.width = bigEndian();
         header.height = bigEndian() * 2;
         header.isPng = true;
     } else if (size == kCoreSize) {
         header.width = reader.Word();
         header.height = reader.Word();
-        reader.Word(); // planes
+        reader.Word();  // planes
         header.bits = reader.Word();
         header.bytesOfColor = 3;
     } else if (size >= kInfoSize) {
         header.width = static_cast<int>(reader.Dword());
         header.height = static_cast<int>(reader.Dword());
-        reader.Word(); // planes
+        reader.Word();  // planes
         header.bits = reader.Word();
-        reader.Skip(16); // compression, image size, resolution
+        reader.Skip(16);  // compression, image size, resolution
         header.colors = reader.Dword();
-        reader.Dword(); // important colours
+        reader.Dword();  // important colours
         reader.Skip(size - kInfoSize);
     } else {
         return std::nullopt;
     }
-    const bool isSound = reader.IsSound() && header.width > 0 && header.width <= kLargest &&
-                         header.height > 1 && header.height <= 2 * kLargest && header.bits <= 32 && header.colors <= 256;
+    const bool isSound = reader.IsSound() && header.width > 0 && header.width <= kLargest && header.height > 1 &&
+                         header.height <= 2 * kLargest && header.bits <= 32 && header.colors <= 256;
     return isSound ? std::optional(header) : std::nullopt;
 }
 
@@ -74,7 +74,7 @@ bool IsBetter(const IconEntry& entry, const IconEntry& than, int width, int heig
     return isMonochrome ? entry.bits < than.bits : entry.bits > than.bits;
 }
 
-} // namespace
+}  // namespace
 
 std::optional<IconObject> ReadIconImage(TemplateReader reader, bool isIcon, int width, int height)
 {
@@ -90,9 +90,8 @@ std::optional<IconObject> ReadIconImage(TemplateReader reader, bool isIcon, int 
     const int ownHeight = header->height / 2;
     if (!header->isPng) {
         const DWORD colors = header->bits > 8 ? header->colors : header->colors ? header->colors : 1u << header->bits;
-        const std::uint64_t needed = colors * header->bytesOfColor +
-                                     (RowBytes(header->width, header->bits) + RowBytes(header->width, 1)) *
-                                         static_cast<std::uint64_t>(ownHeight);
+        const std::uint64_t needed = colors * header->bytesOfColor + (RowBytes(header->width, header->bits) + RowBytes(header->width, 1)) *
+                                                                         static_cast<std::uint64_t>(ownHeight);
         if (needed > reader.Left())
             return std::nullopt;
     }
@@ -113,12 +112,12 @@ std::optional<IconEntry> ChooseIcon(TemplateReader directory, bool isIcon, bool 
         if (isIcon || isFile) {
             entry.width = directory.Byte();
             entry.height = directory.Byte();
-            directory.Word(); // colours
+            directory.Word();  // colours
         } else {
             entry.width = directory.Word();
             entry.height = directory.Word() / 2;
         }
-        directory.Word(); // planes, or a file's hot spot
+        directory.Word();  // planes, or a file's hot spot
         entry.bits = directory.Word();
         entry.size = directory.Dword();
         entry.place = isFile ? directory.Dword() : directory.Word();
@@ -133,4 +132,4 @@ std::optional<IconEntry> ChooseIcon(TemplateReader directory, bool isIcon, bool 
     return best;
 }
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

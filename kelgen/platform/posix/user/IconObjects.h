@@ -50,11 +50,11 @@ struct IconEntry
     int height = 0;
     int bits = 0;
     DWORD size = 0;
-    DWORD place = 0; // a group's resource number, a file's offset
+    DWORD place = 0;  // a group's resource number, a file's offset
 };
 
 /// The image of a directory that is nearest to a size, of those the one with most colours, or fewest with LR_MONOCHROME. Nothing
 /// when the directory is damaged or empty. Source: the formats of group resources and icon files.
 std::optional<IconEntry> ChooseIcon(TemplateReader directory, bool isIcon, bool isFile, int width, int height, UINT flags);
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

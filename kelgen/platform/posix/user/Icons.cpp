@@ -48,7 +48,7 @@ IconObject Resized(IconObject icon, int width, int height)
     return icon;
 }
 
-} // namespace
+}  // namespace
 
 namespace kelgen::posix::user {
 
@@ -89,7 +89,7 @@ std::optional<IconObject> IconOf(HICON icon)
     return object ? std::optional(*object) : std::nullopt;
 }
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user
 
 BOOL DestroyIcon(HICON icon)
 {
@@ -121,8 +121,8 @@ HANDLE CopyImage(HANDLE image, UINT type, int width, int height, UINT flags)
         BITMAP bitmap;
         if (!GetObjectA(image, sizeof bitmap, &bitmap))
             return Fail(ERROR_INVALID_HANDLE, HANDLE());
-        return CreateBitmap(width ? width : bitmap.bmWidth, height ? height : bitmap.bmHeight, bitmap.bmPlanes,
-                            bitmap.bmBitsPixel, nullptr);
+        return CreateBitmap(width ? width : bitmap.bmWidth, height ? height : bitmap.bmHeight, bitmap.bmPlanes, bitmap.bmBitsPixel,
+                            nullptr);
     }
     const auto icon = static_cast<HICON>(image);
     const auto original = IconOf(icon);
@@ -204,7 +204,7 @@ int LookupIconIdFromDirectoryEx(PBYTE directory, BOOL isIcon, int width, int hei
 {
     if (!directory)
         return 0;
-    const auto entry = ChooseIcon(TemplateReader(directory), isIcon != FALSE, false, width ? width : kDefaultSize,
-                                  height ? height : kDefaultSize, flags);
+    const auto entry =
+        ChooseIcon(TemplateReader(directory), isIcon != FALSE, false, width ? width : kDefaultSize, height ? height : kDefaultSize, flags);
     return entry ? static_cast<int>(entry->place) : 0;
 }

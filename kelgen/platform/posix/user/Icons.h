@@ -58,7 +58,7 @@ struct ICONINFO
     DWORD xHotspot;
     DWORD yHotspot;
     HBITMAP hbmMask;
-    HBITMAP hbmColor; // null for a black-and-white image, whose mask is twice as high
+    HBITMAP hbmColor;  // null for a black-and-white image, whose mask is twice as high
 };
 using PICONINFO = ICONINFO*;
 
@@ -110,8 +110,7 @@ KELGEN_PLATFORM_API HCURSOR CreateCursor(HINSTANCE module, int xHotspot, int yHo
 KELGEN_PLATFORM_API HICON CreateIconIndirect(PICONINFO info);
 /// An icon or cursor from the bytes of its resource; null when they are damaged or cut.
 KELGEN_PLATFORM_API HICON CreateIconFromResource(PBYTE bits, DWORD size, BOOL isIcon, DWORD version);
-KELGEN_PLATFORM_API HICON CreateIconFromResourceEx(PBYTE bits, DWORD size, BOOL isIcon, DWORD version, int width, int height,
-                                                   UINT flags);
+KELGEN_PLATFORM_API HICON CreateIconFromResourceEx(PBYTE bits, DWORD size, BOOL isIcon, DWORD version, int width, int height, UINT flags);
 /// The resource number of the image in a group's directory that fits best; 0 for none. The directory must be complete.
 KELGEN_PLATFORM_API int LookupIconIdFromDirectory(PBYTE directory, BOOL isIcon);
 KELGEN_PLATFORM_API int LookupIconIdFromDirectoryEx(PBYTE directory, BOOL isIcon, int width, int height, UINT flags);

@@ -69,8 +69,8 @@ void SetOne(KeyStates& states, BYTE key, bool down)
 
 WORD Modifiers(const KeyStates& states)
 {
-    constexpr std::pair<BYTE, WORD> kFlags[] = {{VK_LBUTTON, MK_LBUTTON}, {VK_RBUTTON, MK_RBUTTON}, {VK_SHIFT, MK_SHIFT},
-                                                {VK_CONTROL, MK_CONTROL}, {VK_MBUTTON, MK_MBUTTON}, {VK_XBUTTON1, MK_XBUTTON1},
+    constexpr std::pair<BYTE, WORD> kFlags[] = {{VK_LBUTTON, MK_LBUTTON},  {VK_RBUTTON, MK_RBUTTON}, {VK_SHIFT, MK_SHIFT},
+                                                {VK_CONTROL, MK_CONTROL},  {VK_MBUTTON, MK_MBUTTON}, {VK_XBUTTON1, MK_XBUTTON1},
                                                 {VK_XBUTTON2, MK_XBUTTON2}};
     WORD flags = 0;
     for (const auto& [key, flag] : kFlags)
@@ -149,7 +149,8 @@ void FeedMouse(const MOUSEINPUT& input)
         const POINT from = CursorNow();
         POINT to{from.x + Accelerated(input.dx), from.y + Accelerated(input.dy)};
         if (input.dwFlags & MOUSEEVENTF_ABSOLUTE)
-            to = {static_cast<LONG>(LONGLONG{input.dx} * kScreenWidth / 65536), static_cast<LONG>(LONGLONG{input.dy} * kScreenHeight / 65536)};
+            to = {static_cast<LONG>(LONGLONG{input.dx} * kScreenWidth / 65536),
+                  static_cast<LONG>(LONGLONG{input.dy} * kScreenHeight / 65536)};
         to = Clipped(to);
         if (to.x != from.x || to.y != from.y)
             FeedMouseMessage(WM_MOUSEMOVE, to, 0, 0, false, input, LLMHF_INJECTED);

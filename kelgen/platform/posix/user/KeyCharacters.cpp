@@ -19,13 +19,13 @@ struct KeyCharacter
 };
 
 constexpr KeyCharacter kCharacters[] = {
-    {VK_BACK, 8, 8},          {VK_TAB, 9, 9},           {VK_RETURN, 13, 13},      {VK_ESCAPE, 27, 27},      {VK_SPACE, ' ', ' '},
-    {'0', '0', ')'},          {'1', '1', '!'},          {'2', '2', '@'},          {'3', '3', '#'},          {'4', '4', '$'},
-    {'5', '5', '%'},          {'6', '6', '^'},          {'7', '7', '&'},          {'8', '8', '*'},          {'9', '9', '('},
-    {VK_MULTIPLY, '*', '*'},  {VK_ADD, '+', '+'},       {VK_SEPARATOR, '.', 0},   {VK_SUBTRACT, '-', '-'},  {VK_DECIMAL, '.', 0},
-    {VK_DIVIDE, '/', '/'},    {VK_OEM_1, ';', ':'},     {VK_OEM_PLUS, '=', '+'},  {VK_OEM_COMMA, ',', '<'}, {VK_OEM_MINUS, '-', '_'},
-    {VK_OEM_PERIOD, '.', '>'}, {VK_OEM_2, '/', '?'},     {VK_OEM_3, '`', '~'},     {VK_OEM_4, '[', '{'},     {VK_OEM_5, '\\', '|'},
-    {VK_OEM_6, ']', '}'},     {VK_OEM_7, '\'', '"'},    {VK_OEM_102, '<', '>'}};
+    {VK_BACK, 8, 8},           {VK_TAB, 9, 9},        {VK_RETURN, 13, 13},     {VK_ESCAPE, 27, 27},      {VK_SPACE, ' ', ' '},
+    {'0', '0', ')'},           {'1', '1', '!'},       {'2', '2', '@'},         {'3', '3', '#'},          {'4', '4', '$'},
+    {'5', '5', '%'},           {'6', '6', '^'},       {'7', '7', '&'},         {'8', '8', '*'},          {'9', '9', '('},
+    {VK_MULTIPLY, '*', '*'},   {VK_ADD, '+', '+'},    {VK_SEPARATOR, '.', 0},  {VK_SUBTRACT, '-', '-'},  {VK_DECIMAL, '.', 0},
+    {VK_DIVIDE, '/', '/'},     {VK_OEM_1, ';', ':'},  {VK_OEM_PLUS, '=', '+'}, {VK_OEM_COMMA, ',', '<'}, {VK_OEM_MINUS, '-', '_'},
+    {VK_OEM_PERIOD, '.', '>'}, {VK_OEM_2, '/', '?'},  {VK_OEM_3, '`', '~'},    {VK_OEM_4, '[', '{'},     {VK_OEM_5, '\\', '|'},
+    {VK_OEM_6, ']', '}'},      {VK_OEM_7, '\'', '"'}, {VK_OEM_102, '<', '>'}};
 
 // What the control key makes of a key, without and with the shift key; -1: none.
 struct ControlCharacter
@@ -36,9 +36,9 @@ struct ControlCharacter
 };
 
 constexpr ControlCharacter kControls[] = {
-    {VK_BACK, 8, 8},       {VK_RETURN, 10, -1},    {VK_ESCAPE, 27, 27},   {VK_SPACE, ' ', 0},     {'2', -1, 0},
-    {'6', -1, 30},         {VK_MULTIPLY, '*', '*'}, {VK_ADD, '+', '+'},    {VK_SUBTRACT, '-', '-'}, {VK_DIVIDE, '/', '/'},
-    {VK_OEM_4, 27, 27},    {VK_OEM_5, 28, 28},     {VK_OEM_6, 29, 29},    {VK_OEM_MINUS, -1, 31}, {VK_OEM_3, -1, 30}};
+    {VK_BACK, 8, 8},    {VK_RETURN, 10, -1},     {VK_ESCAPE, 27, 27}, {VK_SPACE, ' ', 0},      {'2', -1, 0},
+    {'6', -1, 30},      {VK_MULTIPLY, '*', '*'}, {VK_ADD, '+', '+'},  {VK_SUBTRACT, '-', '-'}, {VK_DIVIDE, '/', '/'},
+    {VK_OEM_4, 27, 27}, {VK_OEM_5, 28, 28},      {VK_OEM_6, 29, 29},  {VK_OEM_MINUS, -1, 31},  {VK_OEM_3, -1, 30}};
 
 int ControlCharacterOf(BYTE key, bool shift)
 {

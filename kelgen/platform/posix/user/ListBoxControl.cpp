@@ -451,7 +451,7 @@ LRESULT HandleMessage(HWND list, ListBoxState& state, UINT message, WPARAM wPara
     }
 }
 
-} // namespace
+}  // namespace
 
 void NotifyOfList(HWND list, const ListBoxState& state, int code)
 {
@@ -497,4 +497,4 @@ LRESULT CALLBACK ComboListProcedure(HWND list, UINT message, WPARAM wParam, LPAR
     return HandleMessage(list, *holder, message, wParam, lParam);
 }
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

@@ -9,7 +9,7 @@ namespace kelgen::posix::user {
 struct ListBoxState
 {
     ListItems items;
-    HWND combo = nullptr; // the combo box whose list this is
+    HWND combo = nullptr;  // the combo box whose list this is
     HFONT font = nullptr;
     int itemHeight = 16;
     int horizontalExtent = 0;
@@ -42,4 +42,4 @@ void OnListKey(HWND list, ListBoxState& state, UINT key);
 void OnListCharacter(HWND list, ListBoxState& state, WCHAR character);
 void OnListMouse(HWND list, ListBoxState& state, UINT message, LPARAM point);
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

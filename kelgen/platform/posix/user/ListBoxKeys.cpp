@@ -66,7 +66,7 @@ void MoveTo(HWND list, ListBoxState& state, int index)
     NotifyOfList(list, state, LBN_SELCHANGE);
 }
 
-} // namespace
+}  // namespace
 
 void OnListKey(HWND list, ListBoxState& state, UINT key)
 {
@@ -126,4 +126,4 @@ void OnListMouse(HWND list, ListBoxState& state, UINT message, LPARAM point)
     SetCapture(list);
 }
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

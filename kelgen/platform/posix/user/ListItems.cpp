@@ -62,4 +62,4 @@ int ListItems::Find(int start, std::u16string_view text, bool exact) const
     return -1;
 }
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

@@ -51,4 +51,4 @@ private:
 /// The order of two texts in lists.
 int CompareListTexts(std::u16string_view left, std::u16string_view right);
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

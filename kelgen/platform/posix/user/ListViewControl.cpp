@@ -234,29 +234,66 @@ bool HandleItemMessage(HWND list, ListViewState& state, UINT message, WPARAM wPa
     const auto narrow = reinterpret_cast<LVITEMA*>(lParam);
     const auto wide = reinterpret_cast<LVITEMW*>(lParam);
     switch (message) {
-    case LVM_INSERTITEMA: result = Insert(list, state, narrow); return true;
-    case LVM_INSERTITEMW: result = Insert(list, state, wide); return true;
-    case LVM_SETITEMA: result = Set(list, state, narrow); return true;
-    case LVM_SETITEMW: result = Set(list, state, wide); return true;
-    case LVM_GETITEMA: result = Get(state, narrow); return true;
-    case LVM_GETITEMW: result = Get(state, wide); return true;
-    case LVM_SETITEMTEXTA: result = SetText(list, state, index, narrow); return true;
-    case LVM_SETITEMTEXTW: result = SetText(list, state, index, wide); return true;
-    case LVM_GETITEMTEXTA: result = GetText(state, index, narrow); return true;
-    case LVM_GETITEMTEXTW: result = GetText(state, index, wide); return true;
-    case LVM_SETITEMSTATE: result = SetState(list, state, index, wide); return true;
-    case LVM_GETITEMSTATE: result = state.Has(index) ? state[index].state & static_cast<UINT>(lParam) : 0; return true;
-    case LVM_GETITEMCOUNT: result = state.Count(); return true;
-    case LVM_GETSELECTEDCOUNT: result = state.CountSelected(); return true;
-    case LVM_GETNEXTITEM: result = state.Next(index, LOWORD(lParam) & 0xF); return true;
-    case LVM_DELETEITEM: result = Delete(list, state, index); return true;
-    case LVM_DELETEALLITEMS: result = DeleteAll(list, state); return true;
-    case LVM_ENSUREVISIBLE: result = state.Has(index); return true;
+    case LVM_INSERTITEMA:
+        result = Insert(list, state, narrow);
+        return true;
+    case LVM_INSERTITEMW:
+        result = Insert(list, state, wide);
+        return true;
+    case LVM_SETITEMA:
+        result = Set(list, state, narrow);
+        return true;
+    case LVM_SETITEMW:
+        result = Set(list, state, wide);
+        return true;
+    case LVM_GETITEMA:
+        result = Get(state, narrow);
+        return true;
+    case LVM_GETITEMW:
+        result = Get(state, wide);
+        return true;
+    case LVM_SETITEMTEXTA:
+        result = SetText(list, state, index, narrow);
+        return true;
+    case LVM_SETITEMTEXTW:
+        result = SetText(list, state, index, wide);
+        return true;
+    case LVM_GETITEMTEXTA:
+        result = GetText(state, index, narrow);
+        return true;
+    case LVM_GETITEMTEXTW:
+        result = GetText(state, index, wide);
+        return true;
+    case LVM_SETITEMSTATE:
+        result = SetState(list, state, index, wide);
+        return true;
+    case LVM_GETITEMSTATE:
+        result = state.Has(index) ? state[index].state & static_cast<UINT>(lParam) : 0;
+        return true;
+    case LVM_GETITEMCOUNT:
+        result = state.Count();
+        return true;
+    case LVM_GETSELECTEDCOUNT:
+        result = state.CountSelected();
+        return true;
+    case LVM_GETNEXTITEM:
+        result = state.Next(index, LOWORD(lParam) & 0xF);
+        return true;
+    case LVM_DELETEITEM:
+        result = Delete(list, state, index);
+        return true;
+    case LVM_DELETEALLITEMS:
+        result = DeleteAll(list, state);
+        return true;
+    case LVM_ENSUREVISIBLE:
+        result = state.Has(index);
+        return true;
     case LVM_SETITEMCOUNT:
         state.items.reserve(std::min<std::size_t>(wParam, 1u << 20));
         result = TRUE;
         return true;
-    default: return false;
+    default:
+        return false;
     }
 }
 
@@ -265,10 +302,18 @@ bool HandleColumnMessage(ListViewState& state, UINT message, WPARAM wParam, LPAR
     const auto index = static_cast<int>(wParam);
     const bool hasColumn = index >= 0 && index < static_cast<int>(state.columns.size());
     switch (message) {
-    case LVM_INSERTCOLUMNA: result = InsertColumn(state, index, reinterpret_cast<LVCOLUMNA*>(lParam)); return true;
-    case LVM_INSERTCOLUMNW: result = InsertColumn(state, index, reinterpret_cast<LVCOLUMNW*>(lParam)); return true;
-    case LVM_DELETECOLUMN: result = DeleteColumn(state, index); return true;
-    case LVM_GETCOLUMNWIDTH: result = hasColumn ? state.columns[static_cast<std::size_t>(index)].width : 0; return true;
+    case LVM_INSERTCOLUMNA:
+        result = InsertColumn(state, index, reinterpret_cast<LVCOLUMNA*>(lParam));
+        return true;
+    case LVM_INSERTCOLUMNW:
+        result = InsertColumn(state, index, reinterpret_cast<LVCOLUMNW*>(lParam));
+        return true;
+    case LVM_DELETECOLUMN:
+        result = DeleteColumn(state, index);
+        return true;
+    case LVM_GETCOLUMNWIDTH:
+        result = hasColumn ? state.columns[static_cast<std::size_t>(index)].width : 0;
+        return true;
     case LVM_SETCOLUMNWIDTH:
         if (hasColumn)
             state.columns[static_cast<std::size_t>(index)].width = static_cast<short>(LOWORD(lParam));
@@ -280,9 +325,14 @@ bool HandleColumnMessage(ListViewState& state, UINT message, WPARAM wParam, LPAR
         state.extendedStyle = (state.extendedStyle & ~mask) | (static_cast<DWORD>(lParam) & mask);
         return true;
     }
-    case LVM_GETEXTENDEDLISTVIEWSTYLE: result = static_cast<LRESULT>(state.extendedStyle); return true;
-    case LVM_GETUNICODEFORMAT: result = FALSE; return true;
-    default: return false;
+    case LVM_GETEXTENDEDLISTVIEWSTYLE:
+        result = static_cast<LRESULT>(state.extendedStyle);
+        return true;
+    case LVM_GETUNICODEFORMAT:
+        result = FALSE;
+        return true;
+    default:
+        return false;
     }
 }
 

@@ -89,7 +89,7 @@ HANDLE LoadBitmapResource(HMODULE module, HRSRC resource, const Wanted& wanted)
 {
     constexpr int kLargest = 32767;
     TemplateReader reader = ReaderOf(module, resource);
-    reader.Dword(); // the header's size
+    reader.Dword();  // the header's size
     const auto width = static_cast<int>(reader.Dword());
     const auto height = static_cast<int>(reader.Dword());
     const WORD planes = reader.Word();
@@ -137,8 +137,7 @@ HANDLE LoadFromFile(const Char* name, const Wanted& wanted)
     ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr);
     CloseHandle(file);
 
-    const auto entry =
-        ChooseIcon(TemplateReader(bytes.data(), count), wanted.IsIcon(), true, wanted.width, wanted.height, wanted.flags);
+    const auto entry = ChooseIcon(TemplateReader(bytes.data(), count), wanted.IsIcon(), true, wanted.width, wanted.height, wanted.flags);
     if (!entry || entry->place > count)
         return Fail(ERROR_INVALID_DATA, HANDLE());
     // In a file a cursor's hot spot stands in the directory, not before the image.
@@ -165,7 +164,7 @@ HANDLE Load(HMODULE module, const Char* name, Wanted wanted)
     return LoadFromResource(module, name, wanted);
 }
 
-} // namespace
+}  // namespace
 
 HANDLE LoadImageA(HINSTANCE module, LPCSTR name, UINT type, int width, int height, UINT flags)
 {

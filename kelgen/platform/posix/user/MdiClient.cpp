@@ -46,7 +46,8 @@ void ListChildren(MdiClientState& state)
         const char16_t number[] = {u'&', static_cast<char16_t>(u'1' + i), u' ', 0};
         const std::u16string title = number + TextOfWindow(child);
         const UINT flags = MF_STRING | (child == state.active ? MF_CHECKED : MF_UNCHECKED);
-        state.listed += AppendMenuW(state.windowMenu, flags, static_cast<UINT_PTR>(GetDlgCtrlID(child)), reinterpret_cast<LPCWSTR>(title.c_str()));
+        state.listed +=
+            AppendMenuW(state.windowMenu, flags, static_cast<UINT_PTR>(GetDlgCtrlID(child)), reinterpret_cast<LPCWSTR>(title.c_str()));
     }
 }
 
@@ -125,11 +126,11 @@ LRESULT CreateChild(HWND client, MdiClientState& state, const MDICREATESTRUCTW* 
     // All styles are the host's own only where the client says so.
     constexpr DWORD kAllStyles = 0x0001;
     if (!(StyleOf(client) & kAllStyles))
-        style = (style & (WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_MINIMIZE | WS_MAXIMIZE | WS_VSCROLL | WS_HSCROLL)) | WS_VISIBLE |
-                WS_OVERLAPPEDWINDOW;
-    const HWND child = CreateWindowExW(WS_EX_MDICHILD, create->szClass, create->szTitle, style, create->x, create->y, create->cx, create->cy, client,
-                                       reinterpret_cast<HMENU>(id), static_cast<HINSTANCE>(create->hOwner),
-                                       const_cast<MDICREATESTRUCTW*>(create));
+        style = (style & (WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_MINIMIZE | WS_MAXIMIZE | WS_VSCROLL | WS_HSCROLL)) |
+                WS_VISIBLE | WS_OVERLAPPEDWINDOW;
+    const HWND child =
+        CreateWindowExW(WS_EX_MDICHILD, create->szClass, create->szTitle, style, create->x, create->y, create->cx, create->cy, client,
+                        reinterpret_cast<HMENU>(id), static_cast<HINSTANCE>(create->hOwner), const_cast<MDICREATESTRUCTW*>(create));
     if (!child)
         return 0;
     state.children.push_back(child);
@@ -226,14 +227,17 @@ LRESULT CALLBACK MdiClientProcedure(HWND client, UINT message, WPARAM wParam, LP
         }
         return 0;
     }
-    case WM_MDICREATE: return CreateChild(client, state, reinterpret_cast<const MDICREATESTRUCTW*>(lParam));
+    case WM_MDICREATE:
+        return CreateChild(client, state, reinterpret_cast<const MDICREATESTRUCTW*>(lParam));
     case WM_MDIDESTROY:
         if (std::ranges::find(state.children, child) != state.children.end()) {
             Forget(client, state, child);
             DestroyWindow(child);
         }
         return 0;
-    case WM_MDIACTIVATE: SwitchTo(client, state, child); return 0;
+    case WM_MDIACTIVATE:
+        SwitchTo(client, state, child);
+        return 0;
     case WM_MDIGETACTIVE:
         if (lParam)
             *reinterpret_cast<BOOL*>(lParam) = state.active && IsZoomed(state.active);
@@ -242,13 +246,25 @@ LRESULT CALLBACK MdiClientProcedure(HWND client, UINT message, WPARAM wParam, LP
         if (const HWND next = Neighbour(state, child ? child : state.active, lParam != 0))
             SwitchTo(client, state, next);
         return 0;
-    case WM_MDIMAXIMIZE: ShowWindow(child, SW_SHOWMAXIMIZED); return 0;
-    case WM_MDIRESTORE: ShowWindow(child, SW_SHOWNORMAL); return 0;
-    case WM_MDICASCADE: Cascade(client, state); return TRUE;
-    case WM_MDITILE: Tile(client, state, !(wParam & MDITILE_HORIZONTAL)); return TRUE;
-    case WM_MDIICONARRANGE: return 0;
-    case WM_MDISETMENU: return SetMenus(client, state, reinterpret_cast<HMENU>(wParam), reinterpret_cast<HMENU>(lParam));
-    case WM_MDIREFRESHMENU: ListChildren(state); return 0;
+    case WM_MDIMAXIMIZE:
+        ShowWindow(child, SW_SHOWMAXIMIZED);
+        return 0;
+    case WM_MDIRESTORE:
+        ShowWindow(child, SW_SHOWNORMAL);
+        return 0;
+    case WM_MDICASCADE:
+        Cascade(client, state);
+        return TRUE;
+    case WM_MDITILE:
+        Tile(client, state, !(wParam & MDITILE_HORIZONTAL));
+        return TRUE;
+    case WM_MDIICONARRANGE:
+        return 0;
+    case WM_MDISETMENU:
+        return SetMenus(client, state, reinterpret_cast<HMENU>(wParam), reinterpret_cast<HMENU>(lParam));
+    case WM_MDIREFRESHMENU:
+        ListChildren(state);
+        return 0;
     case WM_SETFOCUS:
         if (state.active && !IsIconic(state.active))
             SetFocus(state.active);
@@ -268,7 +284,8 @@ LRESULT CALLBACK MdiClientProcedure(HWND client, UINT message, WPARAM wParam, LP
     case WM_DESTROY:
         state.windowMenu = nullptr;
         return 0;
-    default: break;
+    default:
+        break;
     }
     return DefWindowProcW(client, message, wParam, lParam);
 }

@@ -33,13 +33,20 @@ LRESULT FrameProcedure(bool wide, HWND frame, HWND client, UINT message, WPARAM 
             return 0;
         }
         break;
-    case WM_NCACTIVATE: SendMessageW(client, message, wParam, lParam); break;
+    case WM_NCACTIVATE:
+        SendMessageW(client, message, wParam, lParam);
+        break;
     case WM_SETTEXT:
         MdiSetFrameText(client, reinterpret_cast<LPCWSTR>(TextParameter(wide, lParam).c_str()));
         return TRUE;
-    case WM_SETFOCUS: SetFocus(client); return 0;
-    case WM_SIZE: MoveWindow(client, 0, 0, LOWORD(lParam), HIWORD(lParam), TRUE); break;
-    default: break;
+    case WM_SETFOCUS:
+        SetFocus(client);
+        return 0;
+    case WM_SIZE:
+        MoveWindow(client, 0, 0, LOWORD(lParam), HIWORD(lParam), TRUE);
+        break;
+    default:
+        break;
     }
     return Default(wide, frame, message, wParam, lParam);
 }
@@ -48,9 +55,15 @@ LRESULT ChildProcedure(bool wide, HWND child, UINT message, WPARAM wParam, LPARA
 {
     const HWND client = GetParent(child);
     switch (message) {
-    case WM_CLOSE: SendMessageW(client, WM_MDIDESTROY, reinterpret_cast<WPARAM>(child), 0); return 0;
-    case WM_CHILDACTIVATE: MdiActivate(client, child); break;
-    case WM_SETFOCUS: MdiActivate(client, child); break;
+    case WM_CLOSE:
+        SendMessageW(client, WM_MDIDESTROY, reinterpret_cast<WPARAM>(child), 0);
+        return 0;
+    case WM_CHILDACTIVATE:
+        MdiActivate(client, child);
+        break;
+    case WM_SETFOCUS:
+        MdiActivate(client, child);
+        break;
     case WM_SETTEXT: {
         const LRESULT result = Default(wide, child, message, wParam, lParam);
         MdiChildTextChanged(client);
@@ -67,8 +80,11 @@ LRESULT ChildProcedure(bool wide, HWND child, UINT message, WPARAM wParam, LPARA
             return 0;
         }
         break;
-    case WM_DESTROY: MdiChildIsGone(client, child); break;
-    default: break;
+    case WM_DESTROY:
+        MdiChildIsGone(client, child);
+        break;
+    default:
+        break;
     }
     return Default(wide, child, message, wParam, lParam);
 }
@@ -104,10 +120,15 @@ BOOL TranslateMDISysAccel(HWND client, MSG* message)
         return FALSE;
     WPARAM command;
     switch (message->wParam) {
-    case VK_F4: command = SC_CLOSE; break;
+    case VK_F4:
+        command = SC_CLOSE;
+        break;
     case VK_F6:
-    case VK_TAB: command = GetKeyState(VK_SHIFT) & 0x8000 ? SC_PREVWINDOW : SC_NEXTWINDOW; break;
-    default: return FALSE;
+    case VK_TAB:
+        command = GetKeyState(VK_SHIFT) & 0x8000 ? SC_PREVWINDOW : SC_NEXTWINDOW;
+        break;
+    default:
+        return FALSE;
     }
     SendMessageW(child, WM_SYSCOMMAND, command, static_cast<LPARAM>(message->wParam));
     return TRUE;

@@ -13,8 +13,8 @@ using namespace kelgen::posix::user;
 
 namespace {
 
-constexpr UINT kTypeBits = MFT_BITMAP | MFT_MENUBARBREAK | MFT_MENUBREAK | MFT_OWNERDRAW | MFT_RADIOCHECK | MFT_SEPARATOR |
-                           MFT_RIGHTORDER | MFT_RIGHTJUSTIFY;
+constexpr UINT kTypeBits =
+    MFT_BITMAP | MFT_MENUBARBREAK | MFT_MENUBREAK | MFT_OWNERDRAW | MFT_RADIOCHECK | MFT_SEPARATOR | MFT_RIGHTORDER | MFT_RIGHTJUSTIFY;
 constexpr UINT kStateBits = MF_GRAYED | MF_DISABLED | MF_CHECKED | MF_HILITE;
 // What an item keeps of a MENUITEMINFO's state.
 constexpr UINT kInfoStateBits = 0xFFFF0000 | MFS_DEFAULT | kStateBits;
@@ -104,8 +104,7 @@ UINT MaskOf(const Info* info)
 {
     constexpr UINT kOldSize = offsetof(Info, hbmpItem);
     constexpr UINT kPartsOfType = MIIM_STRING | MIIM_FTYPE | MIIM_BITMAP;
-    if (!info || (info->cbSize != sizeof *info && info->cbSize != kOldSize) ||
-        ((info->fMask & MIIM_TYPE) && (info->fMask & kPartsOfType)))
+    if (!info || (info->cbSize != sizeof *info && info->cbSize != kOldSize) || ((info->fMask & MIIM_TYPE) && (info->fMask & kPartsOfType)))
         return Fail(ERROR_INVALID_PARAMETER, 0u);
     // A bit of no meaning, so that an empty mask is a sound one.
     UINT mask = info->fMask | 0x80000000u;
@@ -248,7 +247,7 @@ int GetText(HMENU menu, UINT position, Char* buffer, int size, UINT flags)
     return static_cast<int>(CopyText(place->text, buffer, static_cast<UINT>(size)));
 }
 
-} // namespace
+}  // namespace
 
 BOOL AppendMenuA(HMENU menu, UINT flags, UINT_PTR id, LPCSTR text)
 {

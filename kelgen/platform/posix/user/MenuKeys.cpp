@@ -47,7 +47,7 @@ void Remove(const MSG& message)
                  message.message, PM_REMOVE);
 }
 
-} // namespace
+}  // namespace
 
 void MenuLoop::Loop()
 {
@@ -143,7 +143,7 @@ void MenuLoop::OnSideways(UINT key)
     const bool isInBar = m_isBar && m_levels.size() == 1;
     if (key == VK_RIGHT && !isInBar && OpenSelected())
         return;
-    const std::size_t first = m_isBar ? 2 : 1; // the level of the first popup
+    const std::size_t first = m_isBar ? 2 : 1;  // the level of the first popup
     if (key == VK_LEFT && m_levels.size() > first)
         return CloseLevels(m_levels.size() - 1);
     if (m_isBar)
@@ -212,8 +212,7 @@ void MenuLoop::OnCharacter(UINT character)
     }
     const bool isPopup = !m_isBar || m_levels.size() > 1;
     const UINT kind = static_cast<UINT>((isPopup ? MF_POPUP : 0) | (m_isSystem ? MF_SYSMENU : 0));
-    const LRESULT answer =
-        SendMessageA(m_owner, WM_MENUCHAR, MAKEWPARAM(character, kind), reinterpret_cast<LPARAM>(Top().menu));
+    const LRESULT answer = SendMessageA(m_owner, WM_MENUCHAR, MAKEWPARAM(character, kind), reinterpret_cast<LPARAM>(Top().menu));
     switch (HIWORD(answer)) {
     case MNC_CLOSE:
         return End();
@@ -239,7 +238,7 @@ void OpenMenuByKey(HWND window, UINT character)
         MenuLoop(window, menu, !hasBar).RunBar(character);
 }
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user
 
 using namespace kelgen::posix::user;
 

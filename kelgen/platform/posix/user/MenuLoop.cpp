@@ -21,7 +21,7 @@ WPARAM ParameterOf(HMENU menu)
     return reinterpret_cast<WPARAM>(menu);
 }
 
-} // namespace
+}  // namespace
 
 MenuLoop::MenuLoop(HWND owner, HMENU bar, bool isSystem)
     : m_owner(owner), m_isBar(true), m_isSystem(isSystem), m_flags(0), m_levels{{bar, -1}}, m_outer(t_current)
@@ -92,8 +92,8 @@ bool MenuLoop::OpenBar(UINT character)
         PostMessageA(m_owner, WM_KEYDOWN, VK_RETURN, 0);
         return true;
     }
-    const LRESULT answer =
-        SendMessageA(m_owner, WM_MENUCHAR, MAKEWPARAM(character, m_isSystem ? MF_SYSMENU : 0), static_cast<LPARAM>(ParameterOf(Top().menu)));
+    const LRESULT answer = SendMessageA(m_owner, WM_MENUCHAR, MAKEWPARAM(character, m_isSystem ? MF_SYSMENU : 0),
+                                        static_cast<LPARAM>(ParameterOf(Top().menu)));
     if (HIWORD(answer) != MNC_EXECUTE && HIWORD(answer) != MNC_SELECT)
         return false;
     Select(LOWORD(answer));
@@ -214,4 +214,4 @@ int MenuLoop::FindMnemonic(UINT character) const
     return -1;
 }
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

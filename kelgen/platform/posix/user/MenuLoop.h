@@ -33,7 +33,7 @@ private:
     struct Level
     {
         HMENU menu;
-        int selected; // -1 for none
+        int selected;  // -1 for none
     };
 
     void Begin();
@@ -67,9 +67,9 @@ private:
     UINT m_flags;
     std::vector<Level> m_levels;
     bool m_isDone = false;
-    bool m_hopping = false; // the user moves along the bar: popups of items on the way stay closed
+    bool m_hopping = false;  // the user moves along the bar: popups of items on the way stay closed
     UINT m_command = 0;
     MenuLoop* m_outer;
 };
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

@@ -12,10 +12,10 @@ namespace kelgen::posix::user {
 
 struct MenuItem
 {
-    UINT type = 0;  // MFT_ flags
-    UINT state = 0; // MFS_ flags
+    UINT type = 0;   // MFT_ flags
+    UINT state = 0;  // MFS_ flags
     UINT id = 0;
-    HMENU submenu = nullptr; // may be stale
+    HMENU submenu = nullptr;  // may be stale
     ULONG_PTR data = 0;
     HBITMAP bitmap = nullptr;
     HBITMAP checked = nullptr;
@@ -31,7 +31,7 @@ struct MenuObject
 {
     std::vector<MenuItem> items;
     bool isPopup = false;
-    DWORD style = 0; // MNS_ flags
+    DWORD style = 0;  // MNS_ flags
     ULONG_PTR data = 0;
     UINT mostHeight = 0;
     HBRUSH background = nullptr;
@@ -70,4 +70,4 @@ bool CopyItem(HMENU menu, std::size_t position, MenuItem& item);
 /// A new copy of the system menu.
 HMENU MakeSystemMenu();
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

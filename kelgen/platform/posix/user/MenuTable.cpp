@@ -22,7 +22,7 @@ ItemPlace FindCommand(MenuTable& menus, MenuObject& menu, UINT command, int dept
     return {};
 }
 
-} // namespace
+}  // namespace
 
 MenuTable& MenuTable::Get()
 {
@@ -64,4 +64,4 @@ bool CopyItem(HMENU menu, std::size_t position, MenuItem& item)
     return true;
 }
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

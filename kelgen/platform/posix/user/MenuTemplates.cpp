@@ -66,7 +66,7 @@ bool ReadItemsEx(TemplateReader& reader, HMENU menu, int depth)
         std::u16string text = reader.Text();
         reader.AlignToDword();
         if (kind & kIsPopup)
-            reader.Dword(); // a help number
+            reader.Dword();  // a help number
         if (!reader.IsSound())
             return false;
         if (kind & kIsPopup) {
@@ -106,7 +106,7 @@ HMENU Load(HINSTANCE module, HRSRC resource)
     return bytes ? Read(TemplateReader(bytes, SizeofResource(module, resource))) : nullptr;
 }
 
-} // namespace
+}  // namespace
 
 HMENU LoadMenuA(HINSTANCE module, LPCSTR name)
 {

@@ -12,4 +12,4 @@ HMENU SystemMenuBar(HWND window);
 /// with a blank its system menu. @p character is the letter that was pressed, or 0.
 void OpenMenuByKey(HWND window, UINT character);
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

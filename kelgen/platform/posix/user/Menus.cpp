@@ -87,7 +87,7 @@ void SetInfo(MenuTable& menus, MenuObject& menu, const MENUINFO& info, int depth
 
 constexpr int kDeepest = 25;
 
-} // namespace
+}  // namespace
 
 HMENU CreateMenu()
 {

@@ -89,7 +89,7 @@ int Ask(HWND owner, const std::string& text, const std::string& caption, UINT ty
     return answer;
 }
 
-} // namespace
+}  // namespace
 
 int MessageBoxExA(HWND owner, LPCSTR text, LPCSTR caption, UINT type, WORD)
 {

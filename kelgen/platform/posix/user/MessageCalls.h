@@ -75,8 +75,7 @@ KELGEN_PLATFORM_API BOOL WaitMessage();
 /// Waits for up to 63 objects and for input of the kinds in @p wakeMask (QS_). Input that was there at the last look does not count,
 /// but for MWMO_INPUTAVAILABLE. @return WAIT_OBJECT_0 plus the index, plus @p count for input; WAIT_TIMEOUT; WAIT_FAILED.
 KELGEN_PLATFORM_API DWORD MsgWaitForMultipleObjects(DWORD count, const HANDLE* handles, BOOL all, DWORD milliseconds, DWORD wakeMask);
-KELGEN_PLATFORM_API DWORD MsgWaitForMultipleObjectsEx(DWORD count, const HANDLE* handles, DWORD milliseconds, DWORD wakeMask,
-                                                      DWORD flags);
+KELGEN_PLATFORM_API DWORD MsgWaitForMultipleObjectsEx(DWORD count, const HANDLE* handles, DWORD milliseconds, DWORD wakeMask, DWORD flags);
 
 /// The kinds in @p flags that are in the queue (high word) and that came since the last call or look (low word).
 KELGEN_PLATFORM_API DWORD GetQueueStatus(UINT flags);
@@ -131,8 +130,10 @@ KELGEN_PLATFORM_API BOOL SendNotifyMessageA(HWND window, UINT message, WPARAM wP
 KELGEN_PLATFORM_API BOOL SendNotifyMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 /// As SendNotifyMessage; @p callback gets the answer: at once for the caller's own window, else when the caller looks into its queue.
-KELGEN_PLATFORM_API BOOL SendMessageCallbackA(HWND window, UINT message, WPARAM wParam, LPARAM lParam, SENDASYNCPROC callback, ULONG_PTR data);
-KELGEN_PLATFORM_API BOOL SendMessageCallbackW(HWND window, UINT message, WPARAM wParam, LPARAM lParam, SENDASYNCPROC callback, ULONG_PTR data);
+KELGEN_PLATFORM_API BOOL SendMessageCallbackA(HWND window, UINT message, WPARAM wParam, LPARAM lParam, SENDASYNCPROC callback,
+                                              ULONG_PTR data);
+KELGEN_PLATFORM_API BOOL SendMessageCallbackW(HWND window, UINT message, WPARAM wParam, LPARAM lParam, SENDASYNCPROC callback,
+                                              ULONG_PTR data);
 
 /// Answers the message that another thread has sent, before its procedure returns. FALSE when there is none.
 KELGEN_PLATFORM_API BOOL ReplyMessage(LRESULT result);

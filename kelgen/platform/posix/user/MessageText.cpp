@@ -12,7 +12,20 @@ namespace kelgen::posix::user {
 
 namespace {
 
-enum class Carries { Nothing, Text, TextUnlessOwnerDrawn, Buffer, ItemBuffer, ItemLength, LineBuffer, Length, CreateStruct, MdiCreateStruct, Character };
+enum class Carries
+{
+    Nothing,
+    Text,
+    TextUnlessOwnerDrawn,
+    Buffer,
+    ItemBuffer,
+    ItemLength,
+    LineBuffer,
+    Length,
+    CreateStruct,
+    MdiCreateStruct,
+    Character
+};
 
 constexpr LONG kListOwnerDrawn = 0x0030;  // LBS_OWNERDRAWFIXED, LBS_OWNERDRAWVARIABLE; the combo box's have the same values
 constexpr LONG kListHasStrings = 0x0040;
@@ -220,8 +233,9 @@ public:
             return Call(message, wParam, lParam);
         const Name<To> name(from->lpszName);
         const Name<To> className(from->lpszClass);
-        typename Text<To>::CreateTo create{from->lpCreateParams, from->hInstance, from->hMenu,  from->hwndParent, from->cy,        from->cx,
-                                           from->y,              from->x,         from->style, name.Get(),       className.Get(), from->dwExStyle};
+        typename Text<To>::CreateTo create{
+            from->lpCreateParams, from->hInstance, from->hMenu,     from->hwndParent, from->cy, from->cx, from->y, from->x,
+            from->style,          name.Get(),      className.Get(), from->dwExStyle};
         return Call(message, wParam, reinterpret_cast<LPARAM>(&create));
     }
 

@@ -30,4 +30,4 @@ inline char16_t WideUnitOf(BYTE character)
     return text.empty() ? char16_t(0) : text[0];
 }
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

@@ -89,7 +89,7 @@ INT_PTR Run(std::optional<TemplateReader> reader, const DialogCreation& creation
     return dialog ? RunLoop(dialog, owner, creation.wide) : INT_PTR{-1};
 }
 
-} // namespace
+}  // namespace
 
 namespace kelgen::posix::user {
 
@@ -108,7 +108,7 @@ std::optional<TemplateReader> DialogMemory(const DLGTEMPLATE* dialogTemplate)
     return TemplateReader::At(dialogTemplate);
 }
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user
 
 INT_PTR DialogBoxParamA(HINSTANCE module, LPCSTR name, HWND owner, DLGPROC procedure, LPARAM parameter)
 {

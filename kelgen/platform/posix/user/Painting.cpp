@@ -190,7 +190,8 @@ BOOL RedrawWindow(HWND window, const RECT* rectangle, HRGN, UINT flags)
     const bool children = (flags & RDW_ALLCHILDREN) != 0;
     ForTarget(window, [=](Window& target) {
         if (flags & RDW_INVALIDATE)
-            AddUpdate(target, rectangle, (flags & RDW_ERASE) != 0, children || (!(flags & RDW_NOCHILDREN) && !(target.style & WS_CLIPCHILDREN)));
+            AddUpdate(target, rectangle, (flags & RDW_ERASE) != 0,
+                      children || (!(flags & RDW_NOCHILDREN) && !(target.style & WS_CLIPCHILDREN)));
         else if (flags & RDW_VALIDATE)
             TakeOut(target, rectangle);
         if ((flags & RDW_INTERNALPAINT) && !target.IsDesktopOrMessageRoot()) {

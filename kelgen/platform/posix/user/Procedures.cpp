@@ -56,7 +56,8 @@ const char* FindStackLimit()
 
 bool IsTooDeep(const CallStack& stack)
 {
-    return stack.depth >= kMaxDepth || static_cast<const char*>(__builtin_frame_address(0)) < (stack.limit ? stack.limit : FindStackLimit());
+    return stack.depth >= kMaxDepth ||
+           static_cast<const char*>(__builtin_frame_address(0)) < (stack.limit ? stack.limit : FindStackLimit());
 }
 
 struct DepthGuard

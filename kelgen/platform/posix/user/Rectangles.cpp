@@ -47,7 +47,8 @@ BOOL EqualRect(const RECT* left, const RECT* right)
 
 BOOL PtInRect(const RECT* rectangle, POINT point)
 {
-    return rectangle && point.x >= rectangle->left && point.x < rectangle->right && point.y >= rectangle->top && point.y < rectangle->bottom;
+    return rectangle && point.x >= rectangle->left && point.x < rectangle->right && point.y >= rectangle->top &&
+           point.y < rectangle->bottom;
 }
 
 BOOL IntersectRect(RECT* result, const RECT* left, const RECT* right)

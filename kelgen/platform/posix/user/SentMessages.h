@@ -14,7 +14,12 @@ struct ThreadQueue;
 /// What one thread has delivered to another's queue. Both hold it: the one that waits may give up before it is answered.
 struct SentMessage
 {
-    enum class State { Waiting, Answered, Lost };
+    enum class State
+    {
+        Waiting,
+        Answered,
+        Lost
+    };
 
     HWND window = nullptr;
     UINT message = 0;
@@ -26,7 +31,7 @@ struct SentMessage
     std::shared_ptr<ThreadQueue> sender;  // waits for the answer, or takes the callback; null when nobody does
     SENDASYNCPROC callback = nullptr;
     ULONG_PTR data = 0;
-    UINT kind = 0;           // ISMEX_SEND, ISMEX_NOTIFY or ISMEX_CALLBACK
+    UINT kind = 0;            // ISMEX_SEND, ISMEX_NOTIFY or ISMEX_CALLBACK
     bool calledBack = false;  // on its way back to the sender, for its callback
 
     LRESULT result = 0;  // written before the state is set

@@ -50,7 +50,8 @@ RECT MaximizedPlace(const MINMAXINFO& limits)
 UINT EnterState(Window& window, int command, RECT& place)
 {
     const bool minimized = (window.style & WS_MINIMIZE) != 0;
-    const bool minimize = command == SW_MINIMIZE || command == SW_SHOWMINIMIZED || command == SW_SHOWMINNOACTIVE || command == SW_FORCEMINIMIZE;
+    const bool minimize =
+        command == SW_MINIMIZE || command == SW_SHOWMINIMIZED || command == SW_SHOWMINNOACTIVE || command == SW_FORCEMINIMIZE;
     if (HasHooks(HookChains::BitOf(WH_CBT)) && CallHooks(WH_CBT, HCBT_MINMAX, AsFirstParameter(window.handle), command))
         return kNoMoveNoSize;
     if (minimize) {

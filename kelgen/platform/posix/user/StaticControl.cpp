@@ -56,7 +56,7 @@ void LoadNamedImage(HWND label, StaticState& state, const CREATESTRUCTW& create)
         state.image = LoadImageW(create.hInstance, name, IMAGE_BITMAP, 0, 0, 0);
 }
 
-} // namespace
+}  // namespace
 
 LRESULT CALLBACK StaticProcedure(HWND label, UINT message, WPARAM wParam, LPARAM lParam)
 {
@@ -105,4 +105,4 @@ LRESULT CALLBACK StaticProcedure(HWND label, UINT message, WPARAM wParam, LPARAM
     }
 }
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

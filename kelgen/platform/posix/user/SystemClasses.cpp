@@ -27,4 +27,4 @@ void RegisterSystemClasses()
     AddSystemClass({u"ScrollBar", kResizing, DefWindowProcW, 28, kArrow, 0});
 }
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

@@ -16,10 +16,8 @@ class TemplateReader
 {
 public:
     /// From @p bytes on; without a size the caller vouches for the template's end.
-    explicit TemplateReader(const BYTE* bytes, std::size_t size = std::numeric_limits<std::ptrdiff_t>::max())
-        : m_bytes(bytes), m_size(size)
-    {
-    }
+    explicit TemplateReader(const BYTE* bytes, std::size_t size = std::numeric_limits<std::ptrdiff_t>::max()) : m_bytes(bytes), m_size(size)
+    {}
 
     /// A template at @p place: its end is that of the resource in which it lies, or else the caller's matter.
     static TemplateReader At(const void* place)
@@ -90,4 +88,4 @@ private:
     bool m_isSound = true;
 };
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

@@ -75,7 +75,12 @@ struct KELGEN_PLATFORM_API ThreadQueue final : std::enable_shared_from_this<Thre
 
     // Threads: any.
 
-    enum class Posted { Done, Full, Ended };
+    enum class Posted
+    {
+        Done,
+        Full,
+        Ended
+    };
     Posted Post(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     /// Post without its wake-up: for callers that hold a lock which the thread would run into. They call Wake() when it is done.
     Posted Put(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -120,7 +125,12 @@ struct KELGEN_PLATFORM_API ThreadQueue final : std::enable_shared_from_this<Thre
     void End();
 
 private:
-    enum class Found { Nothing, Message, Again };
+    enum class Found
+    {
+        Nothing,
+        Message,
+        Again
+    };
 
     void NoteSeenLocked(UINT kinds);
     void Serve(const std::shared_ptr<SentMessage>& message);
@@ -151,7 +161,7 @@ private:
     unsigned long long m_lastInput = 0;
     std::vector<HWND> m_paint;
     TimerTable m_timers;
-    UINT m_new = 0;                // QS_ kinds that came since the last look, but for timers
+    UINT m_new = 0;              // QS_ kinds that came since the last look, but for timers
     ULONGLONG m_timersSeen = 0;  // until when timers count as seen
     bool m_quit = false;
     int m_quitCode = 0;

@@ -42,7 +42,6 @@ UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedu
 
 BOOL KillTimer(HWND window, UINT_PTR id)
 {
-    return WithQueueOf(window, [&](ThreadQueue& queue) -> BOOL {
-        return queue.StopTimer(window, id) ? TRUE : Fail(ERROR_INVALID_PARAMETER, FALSE);
-    });
+    return WithQueueOf(
+        window, [&](ThreadQueue& queue) -> BOOL { return queue.StopTimer(window, id) ? TRUE : Fail(ERROR_INVALID_PARAMETER, FALSE); });
 }

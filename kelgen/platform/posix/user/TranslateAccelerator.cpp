@@ -15,9 +15,9 @@ namespace {
 /// Where a command stands in a window's menus.
 struct CommandPlace
 {
-    HMENU menu = nullptr;    // the whole menu
-    HMENU submenu = nullptr; // the submenu with the item; null in the menu itself
-    UINT position = 0;       // the submenu's, in the menu that opens it
+    HMENU menu = nullptr;     // the whole menu
+    HMENU submenu = nullptr;  // the submenu with the item; null in the menu itself
+    UINT position = 0;        // the submenu's, in the menu that opens it
 };
 
 bool FindCommand(HMENU menu, UINT command, CommandPlace& place, int depth = 0)
@@ -89,7 +89,7 @@ void SendCommand(HWND window, UINT command)
     SendMessageA(window, WM_COMMAND, command | 0x10000, 0);
 }
 
-} // namespace
+}  // namespace
 
 int TranslateAcceleratorA(HWND window, HACCEL table, LPMSG message)
 {

@@ -85,4 +85,4 @@ private:
     std::deque<std::size_t> m_free;
 };
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user

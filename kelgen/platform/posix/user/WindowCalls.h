@@ -15,8 +15,8 @@
 /// ERROR_CLASS_DOES_NOT_EXIST, ERROR_TLW_WITH_WSCHILD for a child without a parent, ERROR_INVALID_WINDOW_HANDLE for a bad parent.
 KELGEN_PLATFORM_API HWND CreateWindowExA(DWORD exStyle, LPCSTR className, LPCSTR name, DWORD style, int x, int y, int width, int height,
                                          HWND parent, HMENU menu, HINSTANCE module, LPVOID parameter);
-KELGEN_PLATFORM_API HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR name, DWORD style, int x, int y, int width,
-                                         int height, HWND parent, HMENU menu, HINSTANCE module, LPVOID parameter);
+KELGEN_PLATFORM_API HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR name, DWORD style, int x, int y, int width, int height,
+                                         HWND parent, HMENU menu, HINSTANCE module, LPVOID parameter);
 
 /// Destroys a window of the calling thread: hides it, destroys the windows that it owns, sends WM_DESTROY to it and then to all
 /// below it, and WM_NCDESTROY to the children before their parent.
@@ -85,9 +85,9 @@ KELGEN_PLATFORM_API int EnumPropsW(HWND window, PROPENUMPROCW callback);
 KELGEN_PLATFORM_API int EnumPropsExA(HWND window, PROPENUMPROCEXA callback, LPARAM parameter);
 KELGEN_PLATFORM_API int EnumPropsExW(HWND window, PROPENUMPROCEXW callback, LPARAM parameter);
 
-#define CreateWindowA(className, name, style, x, y, width, height, parent, menu, module, parameter)                              \
+#define CreateWindowA(className, name, style, x, y, width, height, parent, menu, module, parameter)                                        \
     CreateWindowExA(0, className, name, style, x, y, width, height, parent, menu, module, parameter)
-#define CreateWindowW(className, name, style, x, y, width, height, parent, menu, module, parameter)                              \
+#define CreateWindowW(className, name, style, x, y, width, height, parent, menu, module, parameter)                                        \
     CreateWindowExW(0, className, name, style, x, y, width, height, parent, menu, module, parameter)
 #define CreateWindow CreateWindowA
 #define CreateWindowEx CreateWindowExA

@@ -20,8 +20,8 @@ HMENU MakeSystemMenuBar()
     {
         UINT command;
         const char* text;
-    } kItems[] = {{SC_RESTORE, "&Restore"},  {SC_MOVE, "&Move"},         {SC_SIZE, "&Size"}, {SC_MINIMIZE, "Mi&nimize"},
-                  {SC_MAXIMIZE, "Ma&ximize"}, {0, nullptr}, {SC_CLOSE, "&Close\tAlt+F4"}};
+    } kItems[] = {{SC_RESTORE, "&Restore"},   {SC_MOVE, "&Move"}, {SC_SIZE, "&Size"},          {SC_MINIMIZE, "Mi&nimize"},
+                  {SC_MAXIMIZE, "Ma&ximize"}, {0, nullptr},       {SC_CLOSE, "&Close\tAlt+F4"}};
     const HMENU menu = CreatePopupMenu();
     for (const auto& item : kItems)
         AppendMenuA(menu, item.text ? MF_STRING : MF_SEPARATOR, item.command, item.text);
@@ -31,7 +31,7 @@ HMENU MakeSystemMenuBar()
     return bar;
 }
 
-} // namespace
+}  // namespace
 
 namespace kelgen::posix::user {
 
@@ -46,7 +46,7 @@ HMENU SystemMenuBar(HWND window)
     return object->systemMenu;
 }
 
-} // namespace kelgen::posix::user
+}  // namespace kelgen::posix::user
 
 HMENU GetMenu(HWND window)
 {
@@ -69,8 +69,7 @@ BOOL SetMenu(HWND window, HMENU menu)
         object->id = reinterpret_cast<UINT_PTR>(menu);
     }
     // The client area's height changes with the menu bar.
-    return SetWindowPos(window, nullptr, 0, 0, 0, 0,
-                        SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | SWP_NOZORDER | SWP_FRAMECHANGED);
+    return SetWindowPos(window, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | SWP_NOZORDER | SWP_FRAMECHANGED);
 }
 
 BOOL DrawMenuBar(HWND window)

@@ -74,8 +74,8 @@ struct Window
     HWND lastActivePopup = nullptr;
     DWORD helpId = 0;
     std::vector<WindowProperty> properties;  // in the order of their setting
-    std::shared_ptr<void> dialog;   // the dialog manager's state
-    std::shared_ptr<void> control;  // the state of one of the system's own classes
+    std::shared_ptr<void> dialog;            // the dialog manager's state
+    std::shared_ptr<void> control;           // the state of one of the system's own classes
 
     // What is to be painted: nothing, or the bounds in client coordinates.
     bool needsPaint = false;
@@ -83,11 +83,11 @@ struct Window
     bool internalPaint = false;
     RECT update{};
 
-    bool owesSize = false;    // WM_SIZE and WM_MOVE come when it is first shown
+    bool owesSize = false;  // WM_SIZE and WM_MOVE come when it is first shown
     bool hiddenByOwner = false;
     bool beingDestroyed = false;
-    bool destroyed = false;   // the handle is gone; freed at the last release
-    unsigned uses = 0;        // calls in progress, the window's own thread only
+    bool destroyed = false;  // the handle is gone; freed at the last release
+    unsigned uses = 0;       // calls in progress, the window's own thread only
 
     bool IsChild() const { return (style & (WS_CHILD | static_cast<LONG>(WS_POPUP))) == WS_CHILD; }
     bool IsDesktopOrMessageRoot() const { return thread == 0; }

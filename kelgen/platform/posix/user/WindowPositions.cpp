@@ -117,7 +117,8 @@ HDWP DeferWindowPos(HDWP list, HWND window, HWND after, int x, int y, int width,
             position.cx = width;
             position.cy = height;
         }
-        constexpr UINT kWithout = SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOREDRAW | SWP_NOACTIVATE | SWP_NOCOPYBITS | SWP_NOOWNERZORDER;
+        constexpr UINT kWithout =
+            SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOREDRAW | SWP_NOACTIVATE | SWP_NOCOPYBITS | SWP_NOOWNERZORDER;
         position.flags &= flags | ~kWithout;
         position.flags |= flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW | SWP_FRAMECHANGED);
         return list;

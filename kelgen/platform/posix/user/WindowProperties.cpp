@@ -132,10 +132,12 @@ int EnumPropsW(HWND window, PROPENUMPROCW callback)
 
 int EnumPropsExA(HWND window, PROPENUMPROCEXA callback, LPARAM parameter)
 {
-    return Enumerate<CHAR>(window, [=](LPSTR name, HANDLE value) { return callback(window, name, value, static_cast<ULONG_PTR>(parameter)); });
+    return Enumerate<CHAR>(window,
+                           [=](LPSTR name, HANDLE value) { return callback(window, name, value, static_cast<ULONG_PTR>(parameter)); });
 }
 
 int EnumPropsExW(HWND window, PROPENUMPROCEXW callback, LPARAM parameter)
 {
-    return Enumerate<WCHAR>(window, [=](LPWSTR name, HANDLE value) { return callback(window, name, value, static_cast<ULONG_PTR>(parameter)); });
+    return Enumerate<WCHAR>(window,
+                            [=](LPWSTR name, HANDLE value) { return callback(window, name, value, static_cast<ULONG_PTR>(parameter)); });
 }

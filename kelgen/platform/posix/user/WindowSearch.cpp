@@ -17,7 +17,7 @@ namespace {
 
 struct Wanted
 {
-    ATOM atom = 0;                     // 0: any class
+    ATOM atom = 0;                       // 0: any class
     std::optional<std::u16string> text;  // in lower case
 };
 

@@ -16,7 +16,11 @@ void RemoveWindow(Window& window);
 // These want the desktop lock.
 
 /// Where among its siblings a window goes.
-enum class Place { Top, Bottom };
+enum class Place
+{
+    Top,
+    Bottom
+};
 
 /// Makes @p window a child of @p parent; among top-level windows those with WS_EX_TOPMOST stay above the others.
 void LinkWindow(Window& window, Window& parent, Place place);

@@ -421,8 +421,8 @@ using PROPENUMPROCEX = PROPENUMPROCEXA;
 #define MAKEPOINTS(l) (POINTS{static_cast<SHORT>(LOWORD(l)), static_cast<SHORT>(HIWORD(l))})
 #define MAKEINTATOM(i) (reinterpret_cast<LPSTR>(static_cast<ULONG_PTR>(static_cast<WORD>(i))))
 #define POINTSTOPOINT(pt, pts) ((pt).x = (pts).x, (pt).y = (pts).y)
-#define RGB(r, g, b)                                                                                                             \
-    (static_cast<COLORREF>(static_cast<BYTE>(r) | (static_cast<WORD>(static_cast<BYTE>(g)) << 8) |                               \
+#define RGB(r, g, b)                                                                                                                       \
+    (static_cast<COLORREF>(static_cast<BYTE>(r) | (static_cast<WORD>(static_cast<BYTE>(g)) << 8) |                                         \
                            (static_cast<DWORD>(static_cast<BYTE>(b)) << 16)))
 #define GetRValue(rgb) (LOBYTE(rgb))
 #define GetGValue(rgb) (LOBYTE(static_cast<WORD>(rgb) >> 8))

@@ -73,8 +73,8 @@ void Reorder(Window& window, HWND after, bool withOwned)
     else if (after == HWND_NOTOPMOST || after == HWND_BOTTOM)
         SetTopmost(window, false);
 
-    Window* other = after == HWND_TOP || after == HWND_BOTTOM || after == HWND_TOPMOST || after == HWND_NOTOPMOST ? nullptr
-                                                                                                                  : FindWindowLocked(after);
+    Window* other =
+        after == HWND_TOP || after == HWND_BOTTOM || after == HWND_TOPMOST || after == HWND_NOTOPMOST ? nullptr : FindWindowLocked(after);
     if (other && other != &window && other->parent == window.parent) {
         // Below a window that is not topmost it is not topmost either; above one that is, it is.
         if (!(other->exStyle & WS_EX_TOPMOST))
