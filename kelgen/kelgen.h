@@ -1,8 +1,8 @@
 // kelgen.h: every public header of the library, for hosts that want all of it.
 #pragma once
 
-#include <kelgen/platform/WideText.h>
 #include <kelgen/platform/Win32.h>
+#include <kelgen/platform/support/WideText.h>
 
 #include <kelgen/framework/Archive.h>
 #include <kelgen/framework/Array.h>

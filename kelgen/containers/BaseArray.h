@@ -5,7 +5,7 @@
 #include <kelgen/containers/SafeArrayElements.h>
 #include <kelgen/containers/StdArrayInterface.h>
 #include <kelgen/framework/Array.h>
-#include <kelgen/platform/Assert.h>
+#include <kelgen/platform/support/Assert.h>
 
 #include <cstdint>
 #include <memory>

@@ -3,7 +3,7 @@
 
 #include <kelgen/framework/CurrentThread.h>
 #include <kelgen/framework/HandleMapTypes.h>
-#include <kelgen/platform/ThreadSlot.h>
+#include <kelgen/platform/support/ThreadSlot.h>
 
 using namespace kelgen::detail;
 

@@ -7,5 +7,5 @@
 #include <kelgen/platform/posix/Windows.h>
 #endif
 
-#include <kelgen/platform/Assert.h>
-#include <kelgen/platform/WideText.h>
+#include <kelgen/platform/support/Assert.h>
+#include <kelgen/platform/support/WideText.h>

@@ -1,7 +1,7 @@
 // Math.cpp: small numeric and logical operations.
 #include <kelgen/system/Math.h>
 
-#include <kelgen/platform/RuntimeRandom.h>
+#include <kelgen/platform/support/RuntimeRandom.h>
 
 #include <algorithm>
 #include <climits>

@@ -1,7 +1,7 @@
 // MapStrToStr.cpp: plain substitution, and that of groups in braces.
 #include <kelgen/text/MapStrToStr.h>
 
-#include <kelgen/platform/Assert.h>
+#include <kelgen/platform/support/Assert.h>
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <kelgen/Export.h>
 #include <kelgen/containers/StdArrayInterface.h>
 #include <kelgen/framework/StringArray.h>
-#include <kelgen/platform/Assert.h>
+#include <kelgen/platform/support/Assert.h>
 #include <kelgen/text/IntegerText.h>
 
 #include <type_traits>

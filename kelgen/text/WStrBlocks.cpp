@@ -2,7 +2,7 @@
 #include <kelgen/text/WStrBlocks.h>
 
 #include <kelgen/framework/Exceptions.h>
-#include <kelgen/platform/ThreadSlot.h>
+#include <kelgen/platform/support/ThreadSlot.h>
 
 #include <climits>
 #include <cstdlib>

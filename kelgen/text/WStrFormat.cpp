@@ -1,8 +1,8 @@
 // WStrFormat.cpp: the room that a format is given, and formatting into it.
 #include <kelgen/text/WStr.h>
 
-#include <kelgen/platform/WideFormat.h>
-#include <kelgen/platform/printf/PrintfDirective.h>
+#include <kelgen/platform/support/WideFormat.h>
+#include <kelgen/platform/support/printf/PrintfDirective.h>
 #include <kelgen/text/ScanUnits.h>
 #include <kelgen/text/WStrBlocks.h>
 

@@ -1,7 +1,7 @@
 // MathTest.cpp: roundings, limits and the runtime's random numbers.
 #include <kelgen/system/Math.h>
 
-#include <kelgen/platform/RuntimeRandom.h>
+#include <kelgen/platform/support/RuntimeRandom.h>
 
 #include <climits>
 #include <cmath>

@@ -1,7 +1,7 @@
 // WStrFormatTest.cpp: the room that formats reserve, the texts they give, and formats that nobody should write.
 #include <kelgen/text/WStr.h>
 
-#include <kelgen/platform/WideFormat.h>
+#include <kelgen/platform/support/WideFormat.h>
 
 #include "framework/Thrown.h"
 #include "support/Random.h"

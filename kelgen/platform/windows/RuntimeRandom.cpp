@@ -1,5 +1,5 @@
 // RuntimeRandom.cpp: the runtime's own generator.
-#include <kelgen/platform/RuntimeRandom.h>
+#include <kelgen/platform/support/RuntimeRandom.h>
 
 #include <cstdlib>
 

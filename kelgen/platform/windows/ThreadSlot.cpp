@@ -1,5 +1,5 @@
 // ThreadSlot.cpp: one pointer for each thread, over the system's fiber-local storage, which calls back when a thread ends.
-#include <kelgen/platform/ThreadSlot.h>
+#include <kelgen/platform/support/ThreadSlot.h>
 
 namespace kelgen {
 

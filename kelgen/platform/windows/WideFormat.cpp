@@ -1,7 +1,7 @@
 // WideFormat.cpp: the system's runtime where it is sound, and our own formatter for numbers that overrun its buffers.
-#include <kelgen/platform/WideFormat.h>
+#include <kelgen/platform/support/WideFormat.h>
 
-#include <kelgen/platform/printf/PrintfFormatter.h>
+#include <kelgen/platform/support/printf/PrintfFormatter.h>
 
 using namespace kelgen::detail;
 

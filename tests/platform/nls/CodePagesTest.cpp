@@ -1,6 +1,6 @@
 // CodePagesTest.cpp: conversion both ways: single rules by rows, whole pages by checksum, block paths against one character at a
 // time.
-#include <kelgen/platform/WideText.h>
+#include <kelgen/platform/support/WideText.h>
 
 #include "support/Failures.h"
 #include "support/Random.h"

@@ -1,5 +1,5 @@
 // LocaleTest.cpp: the locale's order, case mapping, guarded helpers and facts.
-#include <kelgen/platform/WideText.h>
+#include <kelgen/platform/support/WideText.h>
 
 #include "support/Failures.h"
 

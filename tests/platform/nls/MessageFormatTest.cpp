@@ -1,5 +1,5 @@
 // MessageFormatTest.cpp: numbered inserts, escapes, buffers and the system's texts.
-#include <kelgen/platform/WideText.h>
+#include <kelgen/platform/support/WideText.h>
 
 using kelgen::AsWide;
 

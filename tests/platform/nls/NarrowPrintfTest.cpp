@@ -1,5 +1,5 @@
 // NarrowPrintfTest.cpp: where narrow formatting differs from wide: which texts are wide, and wide units without a narrow form.
-#include <kelgen/platform/WideText.h>
+#include <kelgen/platform/support/WideText.h>
 
 using kelgen::AsWide;
 

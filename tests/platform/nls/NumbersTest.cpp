@@ -1,5 +1,5 @@
 // NumbersTest.cpp: number parsing and spelling by the runtime's rules, and the narrow text functions beside them.
-#include <kelgen/platform/WideText.h>
+#include <kelgen/platform/support/WideText.h>
 
 #include <cerrno>
 #include <climits>

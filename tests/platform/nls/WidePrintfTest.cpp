@@ -1,6 +1,6 @@
 // WidePrintfTest.cpp: the runtime's wide formatting, the same text on both targets.
-#include <kelgen/platform/WideFormat.h>
-#include <kelgen/platform/WideText.h>
+#include <kelgen/platform/support/WideFormat.h>
+#include <kelgen/platform/support/WideText.h>
 
 #include <cmath>
 #include <cstring>

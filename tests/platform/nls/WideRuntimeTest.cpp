@@ -1,5 +1,5 @@
 // WideRuntimeTest.cpp: the block-wise text functions against obvious models, and the runtime's comparison results.
-#include <kelgen/platform/WideText.h>
+#include <kelgen/platform/support/WideText.h>
 
 #include "support/Random.h"
 

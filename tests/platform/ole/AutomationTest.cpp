@@ -1,5 +1,5 @@
 // AutomationTest.cpp: counted strings, variants, arrays and dates as hosts exchange them.
-#include <kelgen/platform/WideText.h>
+#include <kelgen/platform/support/WideText.h>
 
 #include <cstring>
 

@@ -1,8 +1,8 @@
 // CriticalSections.cpp: a three-state lock over the kernel's address wait, with an owner for re-entry.
 #include <kelgen/platform/posix/kernel/CriticalSections.h>
 
-#include <kelgen/platform/Assert.h>
 #include <kelgen/platform/posix/kernel/Threads.h>
+#include <kelgen/platform/support/Assert.h>
 
 #include <atomic>
 #include <linux/futex.h>

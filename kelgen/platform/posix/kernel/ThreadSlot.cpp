@@ -1,5 +1,5 @@
 // ThreadSlot.cpp: one pointer for each thread, over the thread library's keys.
-#include <kelgen/platform/ThreadSlot.h>
+#include <kelgen/platform/support/ThreadSlot.h>
 
 #include <pthread.h>
 

@@ -5,7 +5,7 @@
 #include <kelgen/platform/posix/base/LastError.h>
 #include <kelgen/platform/posix/kernel/Memory.h>
 #include <kelgen/platform/posix/nls/SystemMessages.h>
-#include <kelgen/platform/printf/PrintfFormatter.h>
+#include <kelgen/platform/support/printf/PrintfFormatter.h>
 
 #include <optional>
 #include <string>

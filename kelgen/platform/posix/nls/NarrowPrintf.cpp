@@ -1,7 +1,7 @@
 // NarrowPrintf.cpp: the printf formatter over narrow text.
 #include <kelgen/platform/posix/nls/NarrowRuntime.h>
 
-#include <kelgen/platform/printf/PrintfFormatter.h>
+#include <kelgen/platform/support/printf/PrintfFormatter.h>
 
 using namespace kelgen::detail;
 using namespace kelgen::posix;

@@ -1,9 +1,9 @@
 // NumberText.h: numbers as digits and back, over narrow and 16-bit text alike.
 #pragma once
 
-#include <kelgen/platform/Assert.h>
 #include <kelgen/platform/posix/base/Types.h>
 #include <kelgen/platform/posix/nls/Characters.h>
+#include <kelgen/platform/support/Assert.h>
 
 #include <algorithm>
 #include <cerrno>

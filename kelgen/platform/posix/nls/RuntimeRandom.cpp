@@ -1,5 +1,5 @@
 // RuntimeRandom.cpp: the runtime's 15-bit generator; the system's own rand has 31 bits.
-#include <kelgen/platform/RuntimeRandom.h>
+#include <kelgen/platform/support/RuntimeRandom.h>
 
 #include <cstdint>
 

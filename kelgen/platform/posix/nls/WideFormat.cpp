@@ -1,5 +1,5 @@
 // WideFormat.cpp: our own runtime takes every format.
-#include <kelgen/platform/WideFormat.h>
+#include <kelgen/platform/support/WideFormat.h>
 
 namespace kelgen {
 

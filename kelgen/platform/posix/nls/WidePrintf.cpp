@@ -1,7 +1,7 @@
 // WidePrintf.cpp: the printf formatter over 16-bit units.
 #include <kelgen/platform/posix/nls/WidePrintf.h>
 
-#include <kelgen/platform/printf/PrintfFormatter.h>
+#include <kelgen/platform/support/printf/PrintfFormatter.h>
 
 using namespace kelgen::detail;
 using namespace kelgen::posix;

@@ -1,5 +1,5 @@
 // PrintfFloat.cpp: digits by exact integers where they suffice, else from the standard library with the runtime's rounding put on top.
-#include <kelgen/platform/printf/PrintfFloat.h>
+#include <kelgen/platform/support/printf/PrintfFloat.h>
 
 #include <algorithm>
 #include <bit>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include <kelgen/platform/Win32.h>
-#include <kelgen/platform/printf/PrintfDirective.h>
-#include <kelgen/platform/printf/PrintfFloat.h>
+#include <kelgen/platform/support/printf/PrintfDirective.h>
+#include <kelgen/platform/support/printf/PrintfFloat.h>
 
 #include <algorithm>
 #include <climits>
