@@ -45,7 +45,7 @@ endfunction()
 function(_kelgen_embed_resources target compiled source symbol)
   file(CONFIGURE OUTPUT "${source}" @ONLY CONTENT [=[
 // The compiled resources of one script: their bytes, and their registration while this file is loaded.
-#include <kelgen/platform/posix/resources/ResourceModules.h>
+#include <kelgen/platform/posix/resources/api/ResourceModules.h>
 
 asm(R"(
         .pushsection .kelgen.res, "a", @progbits

@@ -1,7 +1,7 @@
 // Resources.cpp: any bytes as a module's compiled resources.
-#include <kelgen/platform/posix/resources/ResourceModules.h>
 #include <kelgen/platform/posix/resources/ResourceTable.h>
-#include <kelgen/platform/posix/resources/Resources.h>
+#include <kelgen/platform/posix/resources/api/ResourceModules.h>
+#include <kelgen/platform/posix/resources/api/Resources.h>
 
 #include <cstdlib>
 

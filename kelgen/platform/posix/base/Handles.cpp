@@ -1,8 +1,8 @@
 // Handles.cpp: slots with generations; bits 2 to 21 of a handle are the slot's number plus one, the bits above its generation.
 #include <kelgen/platform/posix/base/Handles.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 
 namespace kelgen::posix {
 

@@ -1,7 +1,7 @@
 // LastError.cpp: the last error of each thread, and the platform's names for errno values.
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
 
 #include <cerrno>
 

@@ -1,8 +1,8 @@
 // ChangeNotification.cpp: opens, re-arms and closes notifications by handle.
 #include <kelgen/platform/posix/kernel/ChangeNotification.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/CloseHandle.h>
 #include <kelgen/platform/posix/kernel/FolderWatches.h>
 #include <kelgen/platform/posix/kernel/Paths.h>

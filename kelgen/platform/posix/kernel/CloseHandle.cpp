@@ -1,9 +1,9 @@
 // CloseHandle.cpp: takes a handle out of the process's table.
 #include <kelgen/platform/posix/kernel/CloseHandle.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
 #include <kelgen/platform/posix/base/Handles.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/Threads.h>
 
 using namespace kelgen::posix;

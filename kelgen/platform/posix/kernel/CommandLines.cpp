@@ -1,8 +1,8 @@
 // CommandLines.cpp: splits command lines and finds their programs.
 #include <kelgen/platform/posix/kernel/CommandLines.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/PathNames.h>
 #include <kelgen/platform/posix/kernel/Paths.h>
 

@@ -1,9 +1,9 @@
 // CopyMove.cpp: moving and copying files.
 #include <kelgen/platform/posix/kernel/FileSystem.h>
 
-#include <kelgen/platform/posix/base/AccessRights.h>
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/AccessRights.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/FileEntries.h>
 #include <kelgen/platform/posix/kernel/FileObjects.h>
 #include <kelgen/platform/posix/kernel/Files.h>

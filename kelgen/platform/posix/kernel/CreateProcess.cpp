@@ -1,8 +1,8 @@
 // CreateProcess.cpp: starts programs, tells their exit codes and ends them.
 #include <kelgen/platform/posix/kernel/Processes.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/CommandLines.h>
 #include <kelgen/platform/posix/kernel/FileObjects.h>
 #include <kelgen/platform/posix/kernel/Paths.h>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/platform/Export.h>
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 /// A lock by value: pass it by address, never copy it. The size and the fields' names are the platform's.
 struct CRITICAL_SECTION

@@ -1,8 +1,8 @@
 // Drives.cpp: what is known of drives and their volumes.
 #include <kelgen/platform/posix/kernel/PathNames.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/FileEntries.h>
 #include <kelgen/platform/posix/kernel/Paths.h>
 

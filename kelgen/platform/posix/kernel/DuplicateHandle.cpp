@@ -1,8 +1,8 @@
 // DuplicateHandle.cpp: second handles.
 #include <kelgen/platform/posix/kernel/DuplicateHandle.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/CloseHandle.h>
 #include <kelgen/platform/posix/kernel/FileObjects.h>
 #include <kelgen/platform/posix/kernel/Threads.h>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/platform/Export.h>
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #define DUPLICATE_CLOSE_SOURCE 0x00000001
 #define DUPLICATE_SAME_ACCESS 0x00000002

@@ -1,8 +1,8 @@
 // Environment.cpp: environment variables and the command line.
 #include <kelgen/platform/posix/kernel/Environment.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/Paths.h>
 
 #include <unistd.h>

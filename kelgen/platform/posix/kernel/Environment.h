@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/platform/Export.h>
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #define VER_PLATFORM_WIN32s 0
 #define VER_PLATFORM_WIN32_WINDOWS 1

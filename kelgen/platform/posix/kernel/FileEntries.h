@@ -1,7 +1,7 @@
 // FileEntries.h: what the file system tells of an entry, in the platform's terms.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #include <optional>
 #include <string>

@@ -1,8 +1,8 @@
 // FileLocks.cpp: LockFile, UnlockFile.
 #include <kelgen/platform/posix/kernel/Files.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/FileObjects.h>
 #include <kelgen/platform/posix/kernel/ShareModes.h>
 

@@ -1,8 +1,8 @@
 // FileSystem.cpp: attributes, deleting, folders.
 #include <kelgen/platform/posix/kernel/FileSystem.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/FileEntries.h>
 #include <kelgen/platform/posix/kernel/Paths.h>
 #include <kelgen/platform/posix/kernel/ShareModes.h>

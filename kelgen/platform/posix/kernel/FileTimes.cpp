@@ -1,8 +1,8 @@
 // FileTimes.cpp: times of open files, and calendar times.
 #include <kelgen/platform/posix/kernel/FileTimes.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/FileEntries.h>
 #include <kelgen/platform/posix/kernel/FileObjects.h>
 #include <kelgen/platform/posix/kernel/UnixTimes.h>

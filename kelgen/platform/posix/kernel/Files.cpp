@@ -1,8 +1,8 @@
 // Files.cpp: reading, writing, positions and sizes of open files; the standard ones.
 #include <kelgen/platform/posix/kernel/Files.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/FileEntries.h>
 #include <kelgen/platform/posix/kernel/FileObjects.h>
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include <kelgen/platform/Export.h>
-#include <kelgen/platform/posix/base/AccessRights.h>
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/AccessRights.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #define FILE_READ_DATA 0x0001
 #define FILE_LIST_DIRECTORY 0x0001

@@ -1,10 +1,10 @@
 // FindFile.cpp: FindFirstFileA, FindNextFileA and their wide forms, FindClose.
 #include <kelgen/platform/posix/kernel/FindFile.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
 #include <kelgen/platform/posix/base/Handles.h>
-#include <kelgen/platform/posix/base/LastError.h>
 #include <kelgen/platform/posix/base/NameCase.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/FileEntries.h>
 #include <kelgen/platform/posix/kernel/Paths.h>
 #include <kelgen/platform/posix/kernel/ShortNames.h>

@@ -1,7 +1,7 @@
 // Interlocked.h: atomic operations on plain variables, all sequentially consistent.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 /// Adds one; the new value.
 inline LONG InterlockedIncrement(volatile LONG* value)

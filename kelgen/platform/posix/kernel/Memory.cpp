@@ -1,8 +1,8 @@
 // Memory.cpp: blocks by handle, and the heap.
 #include <kelgen/platform/posix/kernel/Memory.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 
 #include <algorithm>
 #include <cstddef>

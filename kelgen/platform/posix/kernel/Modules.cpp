@@ -1,8 +1,8 @@
 // Modules.cpp: module handles, loading, procedures.
 #include <kelgen/platform/posix/kernel/Modules.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/ModuleTable.h>
 #include <kelgen/platform/posix/kernel/Paths.h>
 #include <kelgen/platform/posix/kernel/SystemModules.h>

@@ -1,8 +1,8 @@
 // PathNames.cpp: full, short and long forms, the current folder, searching.
 #include <kelgen/platform/posix/kernel/PathNames.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/ModuleTable.h>
 #include <kelgen/platform/posix/kernel/Paths.h>
 #include <kelgen/platform/posix/kernel/ShortNames.h>

@@ -1,10 +1,10 @@
 // Paths.cpp: finds the entry of the file system that a name means.
 #include <kelgen/platform/posix/kernel/Paths.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
 #include <kelgen/platform/posix/base/Home.h>
-#include <kelgen/platform/posix/base/LastError.h>
 #include <kelgen/platform/posix/base/NameCase.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/ShortNames.h>
 
 #include <dirent.h>

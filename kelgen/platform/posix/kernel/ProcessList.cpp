@@ -1,9 +1,9 @@
 // ProcessList.cpp: handles of processes, and their modules.
 #include <kelgen/platform/posix/kernel/ProcessList.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
 #include <kelgen/platform/posix/base/Handles.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/Paths.h>
 #include <kelgen/platform/posix/kernel/ProcessObjects.h>
 #include <kelgen/platform/posix/kernel/RunningProcesses.h>

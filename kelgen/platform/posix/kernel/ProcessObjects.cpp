@@ -1,8 +1,8 @@
 // ProcessObjects.cpp: processes as waitable objects over the kernel's process descriptors, and starting them.
 #include <kelgen/platform/posix/kernel/ProcessObjects.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/DescriptorEvents.h>
 #include <kelgen/platform/posix/kernel/ProcessList.h>
 #include <kelgen/platform/posix/kernel/Processes.h>

@@ -1,9 +1,9 @@
 // ProcessSnapshots.cpp: CreateToolhelp32Snapshot and walking what it took.
 #include <kelgen/platform/posix/kernel/ProcessList.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
 #include <kelgen/platform/posix/base/Handles.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/Paths.h>
 #include <kelgen/platform/posix/kernel/Processes.h>
 #include <kelgen/platform/posix/kernel/RunningProcesses.h>

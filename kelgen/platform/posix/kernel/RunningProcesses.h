@@ -1,7 +1,7 @@
 // RunningProcesses.h: what the system tells of its processes.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #include <optional>
 #include <string>

@@ -2,8 +2,8 @@
 // The locks belong to the open description, so they end with its last duplicate and clash within a process too.
 #include <kelgen/platform/posix/kernel/ShareModes.h>
 
-#include <kelgen/platform/posix/base/AccessRights.h>
 #include <kelgen/platform/posix/base/Descriptor.h>
+#include <kelgen/platform/posix/base/api/AccessRights.h>
 #include <kelgen/platform/posix/kernel/Files.h>
 
 #include <fcntl.h>

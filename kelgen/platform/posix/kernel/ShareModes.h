@@ -1,7 +1,7 @@
 // ShareModes.h: what openers of a file let each other do, between all processes of the machine.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #include <string>
 

@@ -1,8 +1,8 @@
 // Synchronization.cpp: events, mutexes and semaphores, and their names.
 #include <kelgen/platform/posix/kernel/Synchronization.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/ThreadObjects.h>
 #include <kelgen/platform/posix/kernel/Threads.h>
 #include <kelgen/platform/posix/kernel/Waits.h>

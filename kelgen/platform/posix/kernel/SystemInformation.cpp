@@ -1,8 +1,8 @@
 // SystemInformation.cpp: version, names, processors; error mode and debugging.
 #include <kelgen/platform/posix/kernel/Environment.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/Paths.h>
 #include <kelgen/platform/posix/kernel/Processes.h>
 

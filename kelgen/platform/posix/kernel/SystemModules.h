@@ -1,7 +1,7 @@
 // SystemModules.h: the platform's own modules, which have names but no files of their own.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #include <optional>
 #include <string_view>

@@ -1,9 +1,9 @@
 // TemporaryFiles.cpp: the folder for temporary files, and names in it.
 #include <kelgen/platform/posix/kernel/FileSystem.h>
 
-#include <kelgen/platform/posix/base/AccessRights.h>
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/AccessRights.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/FileObjects.h>
 #include <kelgen/platform/posix/kernel/Files.h>
 #include <kelgen/platform/posix/kernel/Paths.h>

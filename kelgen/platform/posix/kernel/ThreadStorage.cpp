@@ -1,8 +1,8 @@
 // ThreadStorage.cpp: TlsAlloc and its values; an index that is freed and taken again reads null in every thread.
 #include <kelgen/platform/posix/kernel/Threads.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 
 #include <array>
 #include <atomic>

@@ -1,8 +1,8 @@
 // Threads.cpp: threads over the system's, each with an object that outlives it as long as handles do.
 #include <kelgen/platform/posix/kernel/Threads.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/ThreadObjects.h>
 
 #include <algorithm>

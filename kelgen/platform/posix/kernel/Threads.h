@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/platform/Export.h>
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #define CREATE_SUSPENDED 0x4u
 #define STACK_SIZE_PARAM_IS_A_RESERVATION 0x10000u

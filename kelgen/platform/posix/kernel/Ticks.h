@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/platform/Export.h>
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 /// Milliseconds since the system started; wraps to 0 after 49.7 days.
 KELGEN_PLATFORM_API DWORD GetTickCount();

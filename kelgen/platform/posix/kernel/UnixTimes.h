@@ -1,7 +1,7 @@
 // UnixTimes.h: between the system's times (seconds since 1970) and the platform's (100-nanosecond steps since 1601).
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #include <ctime>
 

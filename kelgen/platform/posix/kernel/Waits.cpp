@@ -1,8 +1,8 @@
 // Waits.cpp: pending waits in the order of their coming; whoever signals an object satisfies them on the waiters' behalf.
 #include <kelgen/platform/posix/kernel/Waits.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/Synchronization.h>
 #include <kelgen/platform/posix/kernel/ThreadObjects.h>
 #include <kelgen/platform/posix/kernel/Threads.h>

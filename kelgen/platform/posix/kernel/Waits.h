@@ -3,7 +3,7 @@
 
 #include <kelgen/platform/Export.h>
 #include <kelgen/platform/posix/base/Handles.h>
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #include <memory>
 #include <mutex>

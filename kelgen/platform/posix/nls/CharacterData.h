@@ -1,7 +1,7 @@
 // CharacterData.h: case mapping and character classes of the 16-bit units, independent of any locale.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 namespace kelgen::posix {
 

@@ -1,7 +1,7 @@
 // CodePage.h: the tables of one code page, built once from the C library's converter and then only read.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #include <array>
 #include <memory>

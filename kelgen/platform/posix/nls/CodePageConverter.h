@@ -1,7 +1,7 @@
 // CodePageConverter.h: the C library's converter of one code page, asked one character at a time.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #include <iconv.h>
 

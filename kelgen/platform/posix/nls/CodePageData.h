@@ -1,7 +1,7 @@
 // CodePageData.h: what is known of single code pages beyond the C library's conversion tables.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #include <iterator>
 

@@ -1,11 +1,11 @@
 // CodePages.cpp: the calls for code pages.
-#include <kelgen/platform/posix/nls/CodePages.h>
+#include <kelgen/platform/posix/nls/api/CodePages.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/nls/CodePage.h>
 #include <kelgen/platform/posix/nls/Conversions.h>
-#include <kelgen/platform/posix/nls/WideRuntime.h>
+#include <kelgen/platform/posix/nls/api/WideRuntime.h>
 
 #include <cstdlib>
 #include <cstring>

@@ -1,12 +1,12 @@
 // Collation.cpp: comparison in the locale's order.
-#include <kelgen/platform/posix/nls/PlainText.h>
+#include <kelgen/platform/posix/nls/api/PlainText.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
-#include <kelgen/platform/posix/nls/CodePages.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/nls/CollationWeights.h>
 #include <kelgen/platform/posix/nls/LocaleNumbers.h>
-#include <kelgen/platform/posix/nls/WideRuntime.h>
+#include <kelgen/platform/posix/nls/api/CodePages.h>
+#include <kelgen/platform/posix/nls/api/WideRuntime.h>
 
 #include <cstring>
 #include <vector>

@@ -1,7 +1,7 @@
 // CollationWeights.h: what a unit counts in the locale's order.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #include <array>
 

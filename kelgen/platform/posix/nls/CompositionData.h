@@ -1,7 +1,7 @@
 // CompositionData.h: the units that stand for a letter and a combining mark.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 namespace kelgen::posix {
 

@@ -1,10 +1,10 @@
 // LetterCase.cpp: case mapping and character classes of the ANSI page and of 16-bit text.
-#include <kelgen/platform/posix/nls/LetterCase.h>
+#include <kelgen/platform/posix/nls/api/LetterCase.h>
 
 #include <kelgen/platform/posix/nls/Characters.h>
-#include <kelgen/platform/posix/nls/CodePages.h>
 #include <kelgen/platform/posix/nls/MultibyteText.h>
-#include <kelgen/platform/posix/nls/WideRuntime.h>
+#include <kelgen/platform/posix/nls/api/CodePages.h>
+#include <kelgen/platform/posix/nls/api/WideRuntime.h>
 
 #include <algorithm>
 #include <cstring>

@@ -1,8 +1,8 @@
 // Locale.cpp: the one locale of the process.
-#include <kelgen/platform/posix/nls/Locale.h>
+#include <kelgen/platform/posix/nls/api/Locale.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/nls/LocaleNumbers.h>
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // LocaleNumbers.h: the numbers of locales.
 #pragma once
 
-#include <kelgen/platform/posix/nls/Locale.h>
+#include <kelgen/platform/posix/nls/api/Locale.h>
 
 namespace kelgen::posix {
 

@@ -1,8 +1,8 @@
 // MessageFormat.cpp: FormatMessageW and FormatMessageA over one formatter.
-#include <kelgen/platform/posix/nls/MessageFormat.h>
+#include <kelgen/platform/posix/nls/api/MessageFormat.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/Memory.h>
 #include <kelgen/platform/posix/nls/SystemMessages.h>
 #include <kelgen/platform/support/printf/PrintfFormatter.h>

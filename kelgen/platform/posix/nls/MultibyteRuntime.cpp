@@ -1,10 +1,10 @@
 // MultibyteRuntime.cpp: the multibyte code page, character classes and stepping.
-#include <kelgen/platform/posix/nls/MultibyteRuntime.h>
+#include <kelgen/platform/posix/nls/api/MultibyteRuntime.h>
 
 #include <kelgen/platform/posix/nls/Characters.h>
 #include <kelgen/platform/posix/nls/MultibytePage.h>
-#include <kelgen/platform/posix/nls/NarrowRuntime.h>
 #include <kelgen/platform/posix/nls/RuntimeLocale.h>
+#include <kelgen/platform/posix/nls/api/NarrowRuntime.h>
 
 #include <langinfo.h>
 

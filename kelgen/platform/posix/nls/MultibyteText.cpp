@@ -1,9 +1,9 @@
 // MultibyteText.cpp: the multibyte functions over whole texts.
-#include <kelgen/platform/posix/nls/MultibyteRuntime.h>
+#include <kelgen/platform/posix/nls/api/MultibyteRuntime.h>
 
 #include <kelgen/platform/posix/nls/MultibytePage.h>
-#include <kelgen/platform/posix/nls/NarrowRuntime.h>
 #include <kelgen/platform/posix/nls/RuntimeLocale.h>
+#include <kelgen/platform/posix/nls/api/NarrowRuntime.h>
 
 #include <algorithm>
 #include <cstring>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/platform/posix/nls/CodePage.h>
-#include <kelgen/platform/posix/nls/CodePages.h>
+#include <kelgen/platform/posix/nls/api/CodePages.h>
 
 #include <cstring>
 

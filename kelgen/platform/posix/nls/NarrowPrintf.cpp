@@ -1,5 +1,5 @@
 // NarrowPrintf.cpp: the printf formatter over narrow text.
-#include <kelgen/platform/posix/nls/NarrowRuntime.h>
+#include <kelgen/platform/posix/nls/api/NarrowRuntime.h>
 
 #include <kelgen/platform/support/printf/PrintfFormatter.h>
 

@@ -1,5 +1,5 @@
 // NarrowRuntime.cpp: narrow comparison, case and numbers.
-#include <kelgen/platform/posix/nls/NarrowRuntime.h>
+#include <kelgen/platform/posix/nls/api/NarrowRuntime.h>
 
 #include <kelgen/platform/posix/nls/NumberText.h>
 #include <kelgen/platform/posix/nls/RuntimeLocale.h>

@@ -1,7 +1,7 @@
 // NumberText.h: numbers as digits and back, over narrow and 16-bit text alike.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 #include <kelgen/platform/posix/nls/Characters.h>
 #include <kelgen/platform/support/Assert.h>
 

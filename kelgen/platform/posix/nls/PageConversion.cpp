@@ -1,7 +1,7 @@
 // PageConversion.cpp: code pages of bytes and pairs, both ways.
 #include <kelgen/platform/posix/nls/AsciiRuns.h>
-#include <kelgen/platform/posix/nls/CodePages.h>
 #include <kelgen/platform/posix/nls/Conversions.h>
+#include <kelgen/platform/posix/nls/api/CodePages.h>
 
 namespace kelgen::posix {
 

@@ -1,10 +1,10 @@
 // PlainText.cpp: the guarded text helpers.
-#include <kelgen/platform/posix/nls/PlainText.h>
+#include <kelgen/platform/posix/nls/api/PlainText.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
-#include <kelgen/platform/posix/nls/Locale.h>
-#include <kelgen/platform/posix/nls/WideRuntime.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
+#include <kelgen/platform/posix/nls/api/Locale.h>
+#include <kelgen/platform/posix/nls/api/WideRuntime.h>
 
 #include <algorithm>
 #include <cstring>

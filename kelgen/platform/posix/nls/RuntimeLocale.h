@@ -1,7 +1,7 @@
 // RuntimeLocale.h: what the runtime's current locale means for the text functions.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 #include <kelgen/platform/posix/nls/Units.h>
 
 #include <clocale>

@@ -1,7 +1,7 @@
 // SystemMessages.h: what the system says about its error codes.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #include <string_view>
 

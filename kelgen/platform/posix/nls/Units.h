@@ -1,7 +1,7 @@
 // Units.h: 16-bit units eight or more at a time, for the runtime's text functions and the code pages.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #include <cstring>
 #include <emmintrin.h>

@@ -1,5 +1,5 @@
 // WideCompare.cpp: comparison of 16-bit text by value, without case, and by the runtime's locale.
-#include <kelgen/platform/posix/nls/WideRuntime.h>
+#include <kelgen/platform/posix/nls/api/WideRuntime.h>
 
 #include <kelgen/platform/posix/nls/RuntimeLocale.h>
 #include <kelgen/platform/posix/nls/Units.h>

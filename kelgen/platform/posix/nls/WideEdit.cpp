@@ -1,5 +1,5 @@
 // WideEdit.cpp: copying, appending, case and reversal of 16-bit text.
-#include <kelgen/platform/posix/nls/WideRuntime.h>
+#include <kelgen/platform/posix/nls/api/WideRuntime.h>
 
 #include <kelgen/platform/posix/nls/RuntimeLocale.h>
 #include <kelgen/platform/posix/nls/Units.h>

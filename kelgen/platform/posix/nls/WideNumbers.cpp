@@ -1,5 +1,5 @@
 // WideNumbers.cpp: number parsing and spelling over 16-bit text.
-#include <kelgen/platform/posix/nls/WideNumbers.h>
+#include <kelgen/platform/posix/nls/api/WideNumbers.h>
 
 #include <kelgen/platform/posix/nls/NumberText.h>
 

@@ -1,5 +1,5 @@
 // WidePrintf.cpp: the printf formatter over 16-bit units.
-#include <kelgen/platform/posix/nls/WidePrintf.h>
+#include <kelgen/platform/posix/nls/api/WidePrintf.h>
 
 #include <kelgen/platform/support/printf/PrintfFormatter.h>
 

@@ -1,5 +1,5 @@
 // WideSearch.cpp: length and searching over 16-bit text.
-#include <kelgen/platform/posix/nls/WideRuntime.h>
+#include <kelgen/platform/posix/nls/api/WideRuntime.h>
 
 #include <kelgen/platform/posix/nls/Units.h>
 

@@ -1,5 +1,5 @@
 // Apartments.cpp: counts of the calling thread; there is nothing behind them to start.
-#include <kelgen/platform/posix/ole/Apartments.h>
+#include <kelgen/platform/posix/ole/api/Apartments.h>
 
 namespace {
 

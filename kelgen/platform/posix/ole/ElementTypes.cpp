@@ -1,8 +1,8 @@
 // ElementTypes.cpp: sizes, copies and ends of elements by type.
 #include <kelgen/platform/posix/ole/ElementTypes.h>
 
-#include <kelgen/platform/posix/ole/SystemStrings.h>
-#include <kelgen/platform/posix/ole/Variants.h>
+#include <kelgen/platform/posix/ole/api/SystemStrings.h>
+#include <kelgen/platform/posix/ole/api/Variants.h>
 
 #include <cstring>
 

@@ -1,7 +1,7 @@
 // ElementTypes.h: what each type that arrays and variants hold needs: its size, copies, and the end of them.
 #pragma once
 
-#include <kelgen/platform/posix/ole/OleTypes.h>
+#include <kelgen/platform/posix/ole/api/OleTypes.h>
 
 namespace kelgen::posix {
 

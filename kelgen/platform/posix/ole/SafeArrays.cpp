@@ -1,5 +1,5 @@
 // SafeArrays.cpp: a descriptor with its bounds, behind a hidden word for the element type.
-#include <kelgen/platform/posix/ole/SafeArrays.h>
+#include <kelgen/platform/posix/ole/api/SafeArrays.h>
 
 #include <kelgen/platform/posix/ole/ElementTypes.h>
 

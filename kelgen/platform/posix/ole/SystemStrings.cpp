@@ -1,5 +1,5 @@
 // SystemStrings.cpp: a four-byte length before the text, as hosts and debuggers expect it.
-#include <kelgen/platform/posix/ole/SystemStrings.h>
+#include <kelgen/platform/posix/ole/api/SystemStrings.h>
 
 #include <cstdlib>
 #include <cstring>

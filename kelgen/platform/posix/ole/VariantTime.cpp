@@ -1,5 +1,5 @@
 // VariantTime.cpp: the calendar as the standard library knows it, around the platform's day 0.
-#include <kelgen/platform/posix/ole/VariantTime.h>
+#include <kelgen/platform/posix/ole/api/VariantTime.h>
 
 #include <chrono>
 #include <cmath>

@@ -1,9 +1,9 @@
 // Variants.cpp: the life of variants, and changes of type through one number or text in between.
-#include <kelgen/platform/posix/ole/Variants.h>
+#include <kelgen/platform/posix/ole/api/Variants.h>
 
 #include <kelgen/platform/posix/ole/ElementTypes.h>
-#include <kelgen/platform/posix/ole/SafeArrays.h>
-#include <kelgen/platform/posix/ole/SystemStrings.h>
+#include <kelgen/platform/posix/ole/api/SafeArrays.h>
+#include <kelgen/platform/posix/ole/api/SystemStrings.h>
 
 #include <cctype>
 #include <cmath>

@@ -1,7 +1,7 @@
 // KeyListing.cpp: an open key's own members: its state, its values, and the list of what it holds.
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
 #include <kelgen/platform/posix/base/NameCase.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/registry/Folders.h>
 #include <kelgen/platform/posix/registry/KeyStore.h>
 #include <kelgen/platform/posix/registry/StoredNames.h>

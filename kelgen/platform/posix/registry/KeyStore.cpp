@@ -1,9 +1,9 @@
 // KeyStore.cpp: predefined keys, opening, making and removing of folders.
 #include <kelgen/platform/posix/registry/KeyStore.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
 #include <kelgen/platform/posix/base/Home.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/registry/Folders.h>
 #include <kelgen/platform/posix/registry/StoredNames.h>
 

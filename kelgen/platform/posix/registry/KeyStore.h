@@ -3,8 +3,8 @@
 
 #include <kelgen/platform/posix/base/Descriptor.h>
 #include <kelgen/platform/posix/base/Handles.h>
-#include <kelgen/platform/posix/registry/Registry.h>
 #include <kelgen/platform/posix/registry/ValueFile.h>
+#include <kelgen/platform/posix/registry/api/Registry.h>
 
 #include <sys/stat.h>
 

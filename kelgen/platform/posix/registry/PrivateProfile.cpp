@@ -1,10 +1,10 @@
 // PrivateProfile.cpp: the profile calls over files' texts.
-#include <kelgen/platform/posix/registry/PrivateProfile.h>
+#include <kelgen/platform/posix/registry/api/PrivateProfile.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/Paths.h>
-#include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/registry/ProfileFile.h>
 
 #include <algorithm>

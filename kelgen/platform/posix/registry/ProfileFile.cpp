@@ -2,9 +2,9 @@
 #include <kelgen/platform/posix/registry/ProfileFile.h>
 
 #include <kelgen/platform/posix/base/Descriptor.h>
-#include <kelgen/platform/posix/base/ErrorCodes.h>
 #include <kelgen/platform/posix/base/Home.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/Paths.h>
 
 #include <fcntl.h>

@@ -1,7 +1,7 @@
 // ProfileFile.h: initialization files on disk.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 #include <kelgen/platform/posix/registry/ProfileText.h>
 
 #include <functional>

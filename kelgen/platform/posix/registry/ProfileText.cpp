@@ -2,8 +2,8 @@
 #include <kelgen/platform/posix/registry/ProfileText.h>
 
 #include <kelgen/platform/posix/base/NameCase.h>
-#include <kelgen/platform/posix/nls/CodePages.h>
-#include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
+#include <kelgen/platform/posix/nls/api/CodePages.h>
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 // RegistryEnumeration.cpp: numbered subkeys and values, and a key's counts.
-#include <kelgen/platform/posix/registry/Registry.h>
+#include <kelgen/platform/posix/registry/api/Registry.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/registry/Folders.h>
 #include <kelgen/platform/posix/registry/KeyStore.h>
 #include <kelgen/platform/posix/registry/StoredNames.h>

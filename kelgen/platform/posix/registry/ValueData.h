@@ -1,10 +1,10 @@
 // ValueData.h: a value's data as callers pass it: text in the calls' own kind of characters.
 #pragma once
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/registry/AnsiText.h>
-#include <kelgen/platform/posix/registry/Registry.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/registry/ValueFile.h>
+#include <kelgen/platform/posix/registry/api/Registry.h>
 
 #include <cstring>
 #include <span>

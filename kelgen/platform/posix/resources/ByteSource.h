@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/platform/posix/base/Descriptor.h>
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #include <cstring>
 #include <optional>

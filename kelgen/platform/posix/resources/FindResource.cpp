@@ -1,14 +1,14 @@
 // FindResource.cpp: FindResourceA, FindResourceExA, LoadResource, LockResource, SizeofResource, FreeResource, LoadStringA, and
 // the enumerations of resources.
-#include <kelgen/platform/posix/resources/Resources.h>
+#include <kelgen/platform/posix/resources/api/Resources.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/ModuleTable.h>
-#include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/resources/ResourceLanguage.h>
-#include <kelgen/platform/posix/resources/ResourceModules.h>
 #include <kelgen/platform/posix/resources/ResourceTable.h>
+#include <kelgen/platform/posix/resources/api/ResourceModules.h>
 
 #include <algorithm>
 #include <optional>

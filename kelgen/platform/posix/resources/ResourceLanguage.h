@@ -1,8 +1,8 @@
 // ResourceLanguage.h: which language of a resource a call gives.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
-#include <kelgen/platform/posix/nls/Locale.h>
+#include <kelgen/platform/posix/base/api/Types.h>
+#include <kelgen/platform/posix/nls/api/Locale.h>
 
 #include <iterator>
 #include <vector>

@@ -1,5 +1,5 @@
 // ResourceModules.cpp: the process's list of registered resources.
-#include <kelgen/platform/posix/resources/ResourceModules.h>
+#include <kelgen/platform/posix/resources/api/ResourceModules.h>
 
 #include <kelgen/platform/posix/resources/ResourceTable.h>
 

@@ -1,8 +1,8 @@
 // VersionInformation.cpp: GetFileVersionInfoSizeA, GetFileVersionInfoA and their wide forms.
-#include <kelgen/platform/posix/resources/VersionInformation.h>
+#include <kelgen/platform/posix/resources/api/VersionInformation.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/ModuleTable.h>
 #include <kelgen/platform/posix/kernel/Modules.h>
 #include <kelgen/platform/posix/kernel/Paths.h>

@@ -1,5 +1,5 @@
 // ServiceConfiguration.cpp: reads and changes how services are installed.
-#include <kelgen/platform/posix/services/Services.h>
+#include <kelgen/platform/posix/services/api/Services.h>
 
 #include <kelgen/platform/posix/services/ServiceObjects.h>
 #include <kelgen/platform/posix/services/ServiceSettings.h>

@@ -1,5 +1,5 @@
 // ServiceControl.cpp: asks services for their states, starts them and sends them controls.
-#include <kelgen/platform/posix/services/Services.h>
+#include <kelgen/platform/posix/services/api/Services.h>
 
 #include <kelgen/platform/posix/base/Home.h>
 #include <kelgen/platform/posix/kernel/CommandLines.h>
@@ -8,7 +8,7 @@
 #include <kelgen/platform/posix/kernel/ProcessObjects.h>
 #include <kelgen/platform/posix/kernel/RunningProcesses.h>
 #include <kelgen/platform/posix/kernel/Ticks.h>
-#include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/services/ServiceObjects.h>
 #include <kelgen/platform/posix/services/ServiceStart.h>
 

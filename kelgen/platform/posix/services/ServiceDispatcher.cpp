@@ -1,5 +1,5 @@
 // ServiceDispatcher.cpp: the side of the service process: dispatcher, control handlers and reports.
-#include <kelgen/platform/posix/services/Services.h>
+#include <kelgen/platform/posix/services/api/Services.h>
 
 #include <kelgen/platform/posix/base/NameCase.h>
 #include <kelgen/platform/posix/kernel/CloseHandle.h>
@@ -8,7 +8,7 @@
 #include <kelgen/platform/posix/kernel/RunningProcesses.h>
 #include <kelgen/platform/posix/kernel/Threads.h>
 #include <kelgen/platform/posix/kernel/Ticks.h>
-#include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/services/ServiceObjects.h>
 #include <kelgen/platform/posix/services/ServiceStart.h>
 

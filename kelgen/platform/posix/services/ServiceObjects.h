@@ -1,9 +1,9 @@
 // ServiceObjects.h: the objects behind handles of the manager and of services.
 #pragma once
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
 #include <kelgen/platform/posix/base/Handles.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/services/ServiceRecords.h>
 #include <kelgen/platform/posix/services/ServiceStore.h>
 

@@ -1,8 +1,8 @@
 // ServiceRecords.cpp: the files of running services.
 #include <kelgen/platform/posix/services/ServiceRecords.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
 #include <kelgen/platform/posix/base/Home.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/kernel/RunningProcesses.h>
 #include <kelgen/platform/posix/kernel/Ticks.h>
 #include <kelgen/platform/posix/registry/StoredNames.h>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/platform/posix/base/Descriptor.h>
-#include <kelgen/platform/posix/services/Services.h>
+#include <kelgen/platform/posix/services/api/Services.h>
 
 #include <functional>
 #include <string>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/platform/posix/kernel/Paths.h>
-#include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/services/ServiceStore.h>
 
 #include <optional>

@@ -1,7 +1,7 @@
 // ServiceStart.h: what a starting service and its starter tell each other.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #include <optional>
 #include <string>

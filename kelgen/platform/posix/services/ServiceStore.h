@@ -1,7 +1,7 @@
 // ServiceStore.h: the descriptions of services in the registry.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #include <optional>
 #include <string>

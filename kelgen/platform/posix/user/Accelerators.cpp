@@ -1,9 +1,9 @@
 // Accelerators.cpp: tables of accelerators, made from entries and from resources.
 #include <kelgen/platform/posix/user/Accelerators.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
-#include <kelgen/platform/posix/resources/Resources.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
+#include <kelgen/platform/posix/resources/api/Resources.h>
 #include <kelgen/platform/posix/user/AcceleratorTables.h>
 #include <kelgen/platform/posix/user/TemplateReader.h>
 #include <kelgen/platform/posix/user/UserHandles.h>

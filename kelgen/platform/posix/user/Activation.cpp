@@ -1,8 +1,8 @@
 // Activation.cpp: mouse capture, enabling windows, what another thread's input is, and the cursor.
 #include <kelgen/platform/posix/user/Activation.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/Focus.h>
 #include <kelgen/platform/posix/user/InternalCalls.h>
 #include <kelgen/platform/posix/user/Sends.h>

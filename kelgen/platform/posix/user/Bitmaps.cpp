@@ -1,8 +1,8 @@
 // Bitmaps.cpp: bitmaps, which have a size and no pixels.
 #include <kelgen/platform/posix/user/Icons.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/UserHandles.h>
 
 #include <mutex>

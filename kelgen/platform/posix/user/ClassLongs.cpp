@@ -1,9 +1,9 @@
 // ClassLongs.cpp: single values of a window's class.
 #include <kelgen/platform/posix/user/WindowClasses.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
-#include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/user/ClassTable.h>
 #include <kelgen/platform/posix/user/ExtraBytes.h>
 #include <kelgen/platform/posix/user/Procedures.h>

@@ -1,8 +1,8 @@
 // ClassTable.cpp: finding classes by name and module, and the system's own.
 #include <kelgen/platform/posix/user/ClassTable.h>
 
-#include <kelgen/platform/posix/nls/LetterCase.h>
-#include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
+#include <kelgen/platform/posix/nls/api/LetterCase.h>
 #include <kelgen/platform/posix/user/ClassRegistry.h>
 #include <kelgen/platform/posix/user/Icons.h>
 #include <kelgen/platform/posix/user/Procedures.h>

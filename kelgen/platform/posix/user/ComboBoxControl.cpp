@@ -1,8 +1,8 @@
 // ComboBoxControl.cpp: the messages of combo boxes.
 #include <kelgen/platform/posix/user/ComboBoxControl.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/User.h>
 
 #include <algorithm>

@@ -1,10 +1,10 @@
 // CreateDialog.cpp: dialogs and their controls from templates.
 #include <kelgen/platform/posix/user/CreateDialog.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
-#include <kelgen/platform/posix/registry/AnsiText.h>
-#include <kelgen/platform/posix/resources/Resources.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
+#include <kelgen/platform/posix/resources/api/Resources.h>
 #include <kelgen/platform/posix/user/DialogState.h>
 #include <kelgen/platform/posix/user/DialogTemplates.h>
 #include <kelgen/platform/posix/user/User.h>

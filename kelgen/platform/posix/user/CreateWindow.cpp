@@ -1,10 +1,10 @@
 // CreateWindow.cpp: making windows, with the messages in their order.
 #include <kelgen/platform/posix/user/WindowCalls.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/ModuleTable.h>
-#include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/user/ClassTable.h>
 #include <kelgen/platform/posix/user/Destruction.h>
 #include <kelgen/platform/posix/user/Frames.h>

@@ -1,7 +1,7 @@
 // DefaultActions.cpp: texts, icons, cursors, keys, mouse buttons and system commands by default.
 #include <kelgen/platform/posix/user/DefaultActions.h>
 
-#include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/user/Activation.h>
 #include <kelgen/platform/posix/user/ClassTable.h>
 #include <kelgen/platform/posix/user/Focus.h>

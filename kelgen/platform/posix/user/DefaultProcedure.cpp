@@ -1,8 +1,8 @@
 // DefaultProcedure.cpp: DefWindowProc: what windows do by themselves.
 #include <kelgen/platform/posix/user/WindowCalls.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/Activation.h>
 #include <kelgen/platform/posix/user/ClassTable.h>
 #include <kelgen/platform/posix/user/DefaultActions.h>

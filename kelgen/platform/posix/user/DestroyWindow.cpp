@@ -1,8 +1,8 @@
 // DestroyWindow.cpp: destroying windows, with the messages in their order, and what is left of a thread that ends.
 #include <kelgen/platform/posix/user/Destruction.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/Focus.h>
 #include <kelgen/platform/posix/user/HookChains.h>
 #include <kelgen/platform/posix/user/InternalCalls.h>

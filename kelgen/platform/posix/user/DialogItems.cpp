@@ -1,8 +1,8 @@
 // DialogItems.cpp: walking through a dialog's controls, and checking its buttons.
 #include <kelgen/platform/posix/user/Dialogs.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/Controls.h>
 #include <kelgen/platform/posix/user/User.h>
 

@@ -1,7 +1,7 @@
 // EditControl.cpp: the messages of edit controls.
 #include <kelgen/platform/posix/user/EditControl.h>
 
-#include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/user/ComboBoxControl.h>
 #include <kelgen/platform/posix/user/User.h>
 

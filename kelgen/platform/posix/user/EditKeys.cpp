@@ -1,7 +1,7 @@
 // EditKeys.cpp: keys and characters in edit controls.
 #include <kelgen/platform/posix/user/EditControl.h>
 
-#include <kelgen/platform/posix/nls/LetterCase.h>
+#include <kelgen/platform/posix/nls/api/LetterCase.h>
 #include <kelgen/platform/posix/user/User.h>
 
 #include <algorithm>

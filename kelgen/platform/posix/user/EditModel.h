@@ -1,7 +1,7 @@
 // EditModel.h: the text of an edit control, its selection, limit and undo.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #include <string>
 #include <string_view>

@@ -1,7 +1,7 @@
 // ExtraBytes.h: reading and writing values in the extra bytes of windows and classes.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #include <cstring>
 #include <vector>

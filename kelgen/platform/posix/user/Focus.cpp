@@ -1,8 +1,8 @@
 // Focus.cpp: the order of activation messages, and the thread that is in front.
 #include <kelgen/platform/posix/user/Focus.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/Activation.h>
 #include <kelgen/platform/posix/user/HookChains.h>
 #include <kelgen/platform/posix/user/InternalCalls.h>

@@ -1,8 +1,8 @@
 // Hooks.cpp: setting hooks, taking them out, and calling message filters.
 #include <kelgen/platform/posix/user/Hooks.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/Modules.h>
 #include <kelgen/platform/posix/kernel/ThreadObjects.h>
 #include <kelgen/platform/posix/kernel/Threads.h>

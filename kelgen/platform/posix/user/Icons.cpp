@@ -1,8 +1,8 @@
 // Icons.cpp: the table of icons and cursors; making, copying and asking them.
 #include <kelgen/platform/posix/user/Icons.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/IconObjects.h>
 #include <kelgen/platform/posix/user/UserHandles.h>
 

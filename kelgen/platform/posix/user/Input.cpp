@@ -1,8 +1,8 @@
 // Input.cpp: the mouse's and the keyboard's state, and the events that programs feed.
 #include <kelgen/platform/posix/user/Input.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/Ticks.h>
 #include <kelgen/platform/posix/user/Activation.h>
 #include <kelgen/platform/posix/user/MouseTargets.h>

@@ -1,8 +1,8 @@
 // InternalCalls.cpp: calls known by a number, so that nobody can make one up.
 #include <kelgen/platform/posix/user/InternalCalls.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/MessageCalls.h>
 #include <kelgen/platform/posix/user/ThreadQueue.h>
 

@@ -1,9 +1,9 @@
 // ListBoxControl.cpp: the messages of list boxes.
 #include <kelgen/platform/posix/user/ListBoxControl.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
-#include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/user/User.h>
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 #include <kelgen/platform/posix/user/ListItems.h>
 
 #include <kelgen/platform/posix/base/NameCase.h>
-#include <kelgen/platform/posix/nls/Locale.h>
+#include <kelgen/platform/posix/nls/api/Locale.h>
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // ListItems.h: the items of a list box, searched and sorted by text without case.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #include <functional>
 #include <string>

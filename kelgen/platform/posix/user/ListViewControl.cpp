@@ -2,9 +2,9 @@
 #include <kelgen/platform/posix/user/ControlBase.h>
 #include <kelgen/platform/posix/user/ListViewModel.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
-#include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/user/User.h>
 
 #include <algorithm>

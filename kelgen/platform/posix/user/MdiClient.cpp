@@ -1,7 +1,7 @@
 // MdiClient.cpp: children of an MDI client: numbers, activation, the window menu and the frame's title.
 #include <kelgen/platform/posix/user/MdiClient.h>
 
-#include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/user/ControlBase.h>
 #include <kelgen/platform/posix/user/User.h>
 

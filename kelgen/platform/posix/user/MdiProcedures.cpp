@@ -1,7 +1,7 @@
 // MdiProcedures.cpp: what MDI frames and children do by default.
 #include <kelgen/platform/posix/user/Mdi.h>
 
-#include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/user/MdiClient.h>
 #include <kelgen/platform/posix/user/User.h>
 

@@ -1,9 +1,9 @@
 // MenuItems.cpp: adding and changing items, and their texts.
 #include <kelgen/platform/posix/user/Menus.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
-#include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/user/MenuObjects.h>
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 // MenuKeys.cpp: the message loop of open menus, and what keys do in it.
 #include <kelgen/platform/posix/user/MenuLoop.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/Threads.h>
 #include <kelgen/platform/posix/user/MenuTracking.h>
 #include <kelgen/platform/posix/user/User.h>

@@ -1,7 +1,7 @@
 // MenuTemplates.cpp: menus from templates, which resources hold.
 #include <kelgen/platform/posix/user/Menus.h>
 
-#include <kelgen/platform/posix/resources/Resources.h>
+#include <kelgen/platform/posix/resources/api/Resources.h>
 #include <kelgen/platform/posix/user/MenuObjects.h>
 #include <kelgen/platform/posix/user/TemplateReader.h>
 

@@ -1,8 +1,8 @@
 // Menus.cpp: making and destroying menus, their states and what they are asked for, apart from contents of items.
 #include <kelgen/platform/posix/user/Menus.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/MenuObjects.h>
 
 #include <algorithm>

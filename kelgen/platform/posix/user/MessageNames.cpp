@@ -1,10 +1,10 @@
 // MessageNames.cpp: numbers of messages that are known by name.
 #include <kelgen/platform/posix/user/MessageCalls.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
 #include <kelgen/platform/posix/base/NameCase.h>
-#include <kelgen/platform/posix/nls/Nls.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
+#include <kelgen/platform/posix/nls/api/Nls.h>
 
 #include <map>
 #include <mutex>

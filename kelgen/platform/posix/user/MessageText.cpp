@@ -1,8 +1,8 @@
 // MessageText.cpp: a row for each message that carries text says how it is converted.
 #include <kelgen/platform/posix/user/MessageText.h>
 
-#include <kelgen/platform/posix/nls/Locale.h>
-#include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
+#include <kelgen/platform/posix/nls/api/Locale.h>
 #include <kelgen/platform/posix/user/WindowCalls.h>
 
 #include <algorithm>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include <kelgen/platform/posix/base/NameCase.h>
-#include <kelgen/platform/posix/base/Types.h>
-#include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/base/api/Types.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
 
 #include <string_view>
 

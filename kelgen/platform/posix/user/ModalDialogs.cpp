@@ -1,9 +1,9 @@
 // ModalDialogs.cpp: dialogs that run a message loop until they are ended.
 #include <kelgen/platform/posix/user/CreateDialog.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
-#include <kelgen/platform/posix/resources/Resources.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
+#include <kelgen/platform/posix/resources/api/Resources.h>
 #include <kelgen/platform/posix/user/DialogState.h>
 #include <kelgen/platform/posix/user/User.h>
 

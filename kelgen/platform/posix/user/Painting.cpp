@@ -1,8 +1,8 @@
 // Painting.cpp: the bounds of what is to be painted, WM_PAINT, and surfaces without pixels.
 #include <kelgen/platform/posix/user/Painting.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/Frames.h>
 #include <kelgen/platform/posix/user/InternalCalls.h>
 #include <kelgen/platform/posix/user/Sends.h>

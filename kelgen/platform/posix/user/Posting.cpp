@@ -1,10 +1,10 @@
 // Posting.cpp: PostMessage, PostThreadMessage, PostQuitMessage, and the messages that cannot be posted.
 #include <kelgen/platform/posix/user/MessageCalls.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/ThreadObjects.h>
-#include <kelgen/platform/posix/nls/Nls.h>
+#include <kelgen/platform/posix/nls/api/Nls.h>
 #include <kelgen/platform/posix/user/ThreadQueue.h>
 #include <kelgen/platform/posix/user/WindowObject.h>
 

@@ -1,8 +1,8 @@
 // Procedures.cpp: the table of procedures, cookies, and calls with conversion and a limit to their depth.
 #include <kelgen/platform/posix/user/Procedures.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/InternalCalls.h>
 #include <kelgen/platform/posix/user/MessageText.h>
 #include <kelgen/platform/posix/user/WindowCalls.h>

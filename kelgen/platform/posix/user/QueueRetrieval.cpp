@@ -2,7 +2,7 @@
 #include <kelgen/platform/posix/user/ThreadQueue.h>
 
 #include <kelgen/platform/posix/kernel/Ticks.h>
-#include <kelgen/platform/posix/nls/Nls.h>
+#include <kelgen/platform/posix/nls/api/Nls.h>
 #include <kelgen/platform/posix/user/WindowObject.h>
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 // QueueWaits.cpp: what a queue holds by kinds, and waiting for kinds of input and for objects at once.
 #include <kelgen/platform/posix/user/ThreadQueue.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/Synchronization.h>
 #include <kelgen/platform/posix/kernel/Ticks.h>
 #include <kelgen/platform/posix/user/Desktop.h>

@@ -1,8 +1,8 @@
 // Retrieving.cpp: GetMessage, PeekMessage, DispatchMessage, and what the thread's last message was.
 #include <kelgen/platform/posix/user/MessageCalls.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/Ticks.h>
 #include <kelgen/platform/posix/user/ThreadQueue.h>
 #include <kelgen/platform/posix/user/WindowObject.h>

@@ -1,8 +1,8 @@
 // Sending.cpp: messages to windows of the caller's thread, by a call, and of other threads, by an answer that is awaited.
 #include <kelgen/platform/posix/user/MessageCalls.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/Threads.h>
 #include <kelgen/platform/posix/user/Procedures.h>
 #include <kelgen/platform/posix/user/ThreadQueue.h>

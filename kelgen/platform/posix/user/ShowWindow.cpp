@@ -1,8 +1,8 @@
 // ShowWindow.cpp: showing, hiding, minimising, maximising and restoring.
 #include <kelgen/platform/posix/user/Positions.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/Activation.h>
 #include <kelgen/platform/posix/user/Focus.h>
 #include <kelgen/platform/posix/user/Frames.h>

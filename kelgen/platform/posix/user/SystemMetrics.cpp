@@ -1,8 +1,8 @@
 // SystemMetrics.cpp: sizes and colours of the desktop, as a row for each.
 #include <kelgen/platform/posix/user/Painting.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/Desktop.h>
 #include <kelgen/platform/posix/user/Frames.h>
 

@@ -1,8 +1,8 @@
 // TemplateReader.h: reads the templates of menus, dialogs, accelerators and icons without leaving their bytes.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
-#include <kelgen/platform/posix/resources/ResourceModules.h>
+#include <kelgen/platform/posix/base/api/Types.h>
+#include <kelgen/platform/posix/resources/api/ResourceModules.h>
 
 #include <algorithm>
 #include <cstring>

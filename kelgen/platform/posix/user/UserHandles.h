@@ -1,7 +1,7 @@
 // UserHandles.h: tables of the handles of menus, icons, accelerator tables and bitmaps, checked by generation.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #include <deque>
 #include <memory>

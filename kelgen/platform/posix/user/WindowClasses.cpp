@@ -1,10 +1,10 @@
 // WindowClasses.cpp: registering classes and reading them back.
 #include <kelgen/platform/posix/user/WindowClasses.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/ModuleTable.h>
-#include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/user/ClassRegistry.h>
 #include <kelgen/platform/posix/user/Procedures.h>
 

@@ -1,8 +1,8 @@
 // WindowLongs.cpp: single values of windows, styles with their messages, and the procedure.
 #include <kelgen/platform/posix/user/WindowCalls.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/ExtraBytes.h>
 #include <kelgen/platform/posix/user/Frames.h>
 #include <kelgen/platform/posix/user/InternalCalls.h>

@@ -1,8 +1,8 @@
 // WindowMenus.cpp: the menus of windows.
 #include <kelgen/platform/posix/user/Menus.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/MenuObjects.h>
 #include <kelgen/platform/posix/user/MenuTracking.h>
 #include <kelgen/platform/posix/user/User.h>

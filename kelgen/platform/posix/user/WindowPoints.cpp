@@ -1,8 +1,8 @@
 // WindowPoints.cpp: points in windows, and windows at points.
 #include <kelgen/platform/posix/user/WindowPositions.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/Messages.h>
 #include <kelgen/platform/posix/user/Sends.h>
 #include <kelgen/platform/posix/user/WindowTable.h>

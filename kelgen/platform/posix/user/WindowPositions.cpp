@@ -1,8 +1,8 @@
 // WindowPositions.cpp: the calls that set positions, one by one and as a list.
 #include <kelgen/platform/posix/user/WindowPositions.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/ClassTable.h>
 #include <kelgen/platform/posix/user/Frames.h>
 #include <kelgen/platform/posix/user/InternalCalls.h>

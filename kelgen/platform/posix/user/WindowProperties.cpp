@@ -1,9 +1,9 @@
 // WindowProperties.cpp: values that hosts keep with a window by name.
 #include <kelgen/platform/posix/user/WindowCalls.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
-#include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/user/ClassRegistry.h>
 #include <kelgen/platform/posix/user/WindowObject.h>
 

@@ -1,8 +1,8 @@
 // WindowState.cpp: what a window is: questions that read one value.
 #include <kelgen/platform/posix/user/WindowCalls.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/WindowTable.h>
 
 #include <unistd.h>

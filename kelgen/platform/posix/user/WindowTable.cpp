@@ -1,8 +1,8 @@
 // WindowTable.cpp: a fixed table of atomic entries, so that a thread finds its own windows without a lock.
 #include <kelgen/platform/posix/user/WindowTable.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/kernel/Threads.h>
 #include <kelgen/platform/posix/user/ClassTable.h>
 #include <kelgen/platform/posix/user/ThreadQueue.h>

@@ -1,8 +1,8 @@
 // WindowTexts.cpp: texts of windows by messages, and of a dialog's items.
 #include <kelgen/platform/posix/user/WindowTexts.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/MessageCalls.h>
 #include <kelgen/platform/posix/user/WindowObject.h>
 #include <kelgen/platform/posix/user/WindowTree.h>

@@ -1,8 +1,8 @@
 // WindowTree.cpp: parents, children, owners and their order.
 #include <kelgen/platform/posix/user/WindowTree.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/Frames.h>
 #include <kelgen/platform/posix/user/InternalCalls.h>
 #include <kelgen/platform/posix/user/Positions.h>

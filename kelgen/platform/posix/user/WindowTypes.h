@@ -1,7 +1,7 @@
 // WindowTypes.h: the types of windows, classes, messages and drawing surfaces that calls of the user interface take.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 #include <kelgen/platform/posix/user/VirtualKeys.h>
 #include <kelgen/platform/posix/user/WindowConstants.h>
 

@@ -1,8 +1,8 @@
 // ZOrder.cpp: the order of windows.
 #include <kelgen/platform/posix/user/ZOrder.h>
 
-#include <kelgen/platform/posix/base/ErrorCodes.h>
-#include <kelgen/platform/posix/base/LastError.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/WindowTable.h>
 
 namespace kelgen::posix::user {

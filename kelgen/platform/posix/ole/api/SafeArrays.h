@@ -2,8 +2,8 @@
 #pragma once
 
 #include <kelgen/platform/Export.h>
-#include <kelgen/platform/posix/ole/OleTypes.h>
-#include <kelgen/platform/posix/ole/Variants.h>
+#include <kelgen/platform/posix/ole/api/OleTypes.h>
+#include <kelgen/platform/posix/ole/api/Variants.h>
 
 struct SAFEARRAYBOUND
 {

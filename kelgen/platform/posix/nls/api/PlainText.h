@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/platform/Export.h>
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #define NORM_IGNORECASE 0x00000001
 #define NORM_IGNORENONSPACE 0x00000002

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/platform/Export.h>
-#include <kelgen/platform/posix/ole/OleTypes.h>
+#include <kelgen/platform/posix/ole/api/OleTypes.h>
 
 /// A copy of @p text up to its first 0; null for null text or without memory.
 KELGEN_PLATFORM_API BSTR SysAllocString(const OLECHAR* text);

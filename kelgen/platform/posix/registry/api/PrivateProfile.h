@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/platform/Export.h>
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 // A file name without a folder means the Windows folder. Section and key names ignore case, the first one of a name counts.
 // Blanks around names and values do not count, one pair of matching quotes around a value neither. Lines that begin with ';'

@@ -1,7 +1,7 @@
 // OleTypes.h: result codes and small types that automation calls share.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 using BSTR = WCHAR*;
 using OLECHAR = WCHAR;

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/platform/Export.h>
-#include <kelgen/platform/posix/ole/OleTypes.h>
+#include <kelgen/platform/posix/ole/api/OleTypes.h>
 
 /// Stores the date for @p time, from year 100 to 9999; milliseconds do not count. Before 1899 the fraction counts away from zero.
 /// A day past its month's end is one of the next month.

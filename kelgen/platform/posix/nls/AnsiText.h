@@ -1,7 +1,7 @@
 // AnsiText.h: between texts of the ANSI code page and 16-bit text.
 #pragma once
 
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #include <string>
 #include <string_view>

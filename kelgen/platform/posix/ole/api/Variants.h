@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/platform/Export.h>
-#include <kelgen/platform/posix/ole/OleTypes.h>
+#include <kelgen/platform/posix/ole/api/OleTypes.h>
 
 struct SAFEARRAY;
 

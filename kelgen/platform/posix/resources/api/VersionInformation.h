@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/platform/Export.h>
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 #define VS_VERSION_INFO 1
 #define VS_FFI_SIGNATURE 0xFEEF04BDu

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/platform/Export.h>
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 /// The calling thread's last error code; 0 in a new thread. Calls that succeed leave it alone unless they say otherwise.
 KELGEN_PLATFORM_API DWORD GetLastError();

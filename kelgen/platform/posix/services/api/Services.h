@@ -2,8 +2,8 @@
 #pragma once
 
 #include <kelgen/platform/Export.h>
-#include <kelgen/platform/posix/base/AccessRights.h>
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/AccessRights.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 DECLARE_HANDLE(SC_HANDLE);
 DECLARE_HANDLE(SERVICE_STATUS_HANDLE);

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/platform/Export.h>
-#include <kelgen/platform/posix/base/Types.h>
+#include <kelgen/platform/posix/base/api/Types.h>
 
 /// Upper-cases the terminated ANSI text in place and returns it; a value below 0x10000 is one character and its upper case is the
 /// result. Null gives null.

@@ -2,8 +2,8 @@
 #pragma once
 
 #include <kelgen/platform/Export.h>
-#include <kelgen/platform/posix/base/Types.h>
-#include <kelgen/platform/posix/nls/Locale.h>
+#include <kelgen/platform/posix/base/api/Types.h>
+#include <kelgen/platform/posix/nls/api/Locale.h>
 
 // Numbers of the standard types.
 #define RT_CURSOR MAKEINTRESOURCEA(1)

@@ -1,7 +1,7 @@
 // AnsiText.cpp: conversion by the platform's code pages, past them where the text is ASCII.
-#include <kelgen/platform/posix/registry/AnsiText.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
 
-#include <kelgen/platform/posix/nls/CodePages.h>
+#include <kelgen/platform/posix/nls/api/CodePages.h>
 
 #include <algorithm>
 
