@@ -2,10 +2,10 @@
 #pragma once
 
 #include <kelgen/platform/Export.h>
+#include <kelgen/platform/posix/Kernel.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/base/api/Types.h>
-#include <kelgen/platform/posix/kernel/Kernel.h>
 #include <kelgen/platform/posix/nls/api/Nls.h>
 #include <kelgen/platform/posix/ole/api/Ole.h>
 #include <kelgen/platform/posix/registry/api/PrivateProfile.h>

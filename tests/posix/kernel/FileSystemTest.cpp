@@ -1,7 +1,7 @@
 // FileSystemTest.cpp: how names, attributes and share modes lie in the system's own files.
 #include <kelgen/platform/posix/base/Home.h>
-#include <kelgen/platform/posix/kernel/Paths.h>
-#include <kelgen/platform/posix/kernel/ShortNames.h>
+#include <kelgen/platform/posix/files/Paths.h>
+#include <kelgen/platform/posix/files/ShortNames.h>
 
 #include "support/Random.h"
 #include "support/Scratch.h"

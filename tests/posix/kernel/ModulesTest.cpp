@@ -1,5 +1,5 @@
 // ModulesTest.cpp: ELF files as modules, and the configured system version.
-#include <kelgen/platform/posix/kernel/ModuleTable.h>
+#include <kelgen/platform/posix/modules/ModuleTable.h>
 
 #include "support/Failures.h"
 

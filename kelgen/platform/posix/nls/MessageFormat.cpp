@@ -3,8 +3,8 @@
 
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
-#include <kelgen/platform/posix/kernel/Memory.h>
 #include <kelgen/platform/posix/nls/SystemMessages.h>
+#include <kelgen/platform/posix/threads/api/Memory.h>
 #include <kelgen/platform/support/printf/PrintfFormatter.h>
 
 #include <optional>

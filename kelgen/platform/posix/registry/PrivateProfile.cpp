@@ -3,7 +3,7 @@
 
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
-#include <kelgen/platform/posix/kernel/Paths.h>
+#include <kelgen/platform/posix/files/Paths.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/registry/ProfileFile.h>
 

@@ -5,7 +5,7 @@
 #include <kelgen/platform/posix/base/Home.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
-#include <kelgen/platform/posix/kernel/Paths.h>
+#include <kelgen/platform/posix/files/Paths.h>
 
 #include <fcntl.h>
 #include <sys/file.h>

@@ -4,7 +4,7 @@
 
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
-#include <kelgen/platform/posix/kernel/ModuleTable.h>
+#include <kelgen/platform/posix/modules/ModuleTable.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/resources/ResourceLanguage.h>
 #include <kelgen/platform/posix/resources/ResourceTable.h>

@@ -3,10 +3,10 @@
 
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
-#include <kelgen/platform/posix/kernel/ModuleTable.h>
-#include <kelgen/platform/posix/kernel/Modules.h>
-#include <kelgen/platform/posix/kernel/Paths.h>
-#include <kelgen/platform/posix/kernel/SystemModules.h>
+#include <kelgen/platform/posix/files/Paths.h>
+#include <kelgen/platform/posix/modules/ModuleTable.h>
+#include <kelgen/platform/posix/modules/SystemModules.h>
+#include <kelgen/platform/posix/modules/api/Modules.h>
 #include <kelgen/platform/posix/resources/ExecutableFiles.h>
 #include <kelgen/platform/posix/resources/VersionBlock.h>
 

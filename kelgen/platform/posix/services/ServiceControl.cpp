@@ -2,15 +2,15 @@
 #include <kelgen/platform/posix/services/api/Services.h>
 
 #include <kelgen/platform/posix/base/Home.h>
-#include <kelgen/platform/posix/kernel/CommandLines.h>
-#include <kelgen/platform/posix/kernel/Environment.h>
-#include <kelgen/platform/posix/kernel/Paths.h>
-#include <kelgen/platform/posix/kernel/ProcessObjects.h>
-#include <kelgen/platform/posix/kernel/RunningProcesses.h>
-#include <kelgen/platform/posix/kernel/Ticks.h>
+#include <kelgen/platform/posix/files/Paths.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
+#include <kelgen/platform/posix/processes/CommandLines.h>
+#include <kelgen/platform/posix/processes/ProcessObjects.h>
+#include <kelgen/platform/posix/processes/RunningProcesses.h>
+#include <kelgen/platform/posix/processes/api/Environment.h>
 #include <kelgen/platform/posix/services/ServiceObjects.h>
 #include <kelgen/platform/posix/services/ServiceStart.h>
+#include <kelgen/platform/posix/threads/api/Ticks.h>
 
 #include <fcntl.h>
 #include <sys/socket.h>

@@ -2,15 +2,15 @@
 #include <kelgen/platform/posix/services/api/Services.h>
 
 #include <kelgen/platform/posix/base/NameCase.h>
-#include <kelgen/platform/posix/kernel/CloseHandle.h>
-#include <kelgen/platform/posix/kernel/Paths.h>
-#include <kelgen/platform/posix/kernel/Processes.h>
-#include <kelgen/platform/posix/kernel/RunningProcesses.h>
-#include <kelgen/platform/posix/kernel/Threads.h>
-#include <kelgen/platform/posix/kernel/Ticks.h>
+#include <kelgen/platform/posix/files/Paths.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
+#include <kelgen/platform/posix/processes/RunningProcesses.h>
+#include <kelgen/platform/posix/processes/api/Processes.h>
 #include <kelgen/platform/posix/services/ServiceObjects.h>
 #include <kelgen/platform/posix/services/ServiceStart.h>
+#include <kelgen/platform/posix/threads/api/CloseHandle.h>
+#include <kelgen/platform/posix/threads/api/Threads.h>
+#include <kelgen/platform/posix/threads/api/Ticks.h>
 
 #include <fcntl.h>
 #include <poll.h>

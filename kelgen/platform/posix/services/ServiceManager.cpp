@@ -2,7 +2,7 @@
 #include <kelgen/platform/posix/services/api/Services.h>
 
 #include <kelgen/platform/posix/base/NameCase.h>
-#include <kelgen/platform/posix/kernel/Paths.h>
+#include <kelgen/platform/posix/files/Paths.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/services/ServiceObjects.h>
 #include <kelgen/platform/posix/services/ServiceSettings.h>

@@ -3,9 +3,9 @@
 
 #include <kelgen/platform/posix/base/Home.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
-#include <kelgen/platform/posix/kernel/RunningProcesses.h>
-#include <kelgen/platform/posix/kernel/Ticks.h>
+#include <kelgen/platform/posix/processes/RunningProcesses.h>
 #include <kelgen/platform/posix/registry/StoredNames.h>
+#include <kelgen/platform/posix/threads/api/Ticks.h>
 
 #include <fcntl.h>
 #include <poll.h>

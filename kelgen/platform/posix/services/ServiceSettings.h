@@ -1,7 +1,7 @@
 // ServiceSettings.h: what callers give to install or change a service.
 #pragma once
 
-#include <kelgen/platform/posix/kernel/Paths.h>
+#include <kelgen/platform/posix/files/Paths.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/services/ServiceStore.h>
 

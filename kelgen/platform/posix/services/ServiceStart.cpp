@@ -1,7 +1,7 @@
 // ServiceStart.cpp: packs and unpacks the message.
 #include <kelgen/platform/posix/services/ServiceStart.h>
 
-#include <kelgen/platform/posix/kernel/Paths.h>
+#include <kelgen/platform/posix/files/Paths.h>
 #include <kelgen/platform/posix/services/ServiceRecords.h>
 
 namespace kelgen::posix {

@@ -1,7 +1,7 @@
 // HookChains.cpp: lists of hooks that are replaced, never changed, and runs along them.
 #include <kelgen/platform/posix/user/HookChains.h>
 
-#include <kelgen/platform/posix/kernel/Threads.h>
+#include <kelgen/platform/posix/threads/api/Threads.h>
 #include <kelgen/platform/posix/user/Desktop.h>
 #include <kelgen/platform/posix/user/ThreadQueue.h>
 

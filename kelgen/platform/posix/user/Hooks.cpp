@@ -3,9 +3,9 @@
 
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
-#include <kelgen/platform/posix/kernel/Modules.h>
-#include <kelgen/platform/posix/kernel/ThreadObjects.h>
-#include <kelgen/platform/posix/kernel/Threads.h>
+#include <kelgen/platform/posix/modules/api/Modules.h>
+#include <kelgen/platform/posix/threads/ThreadObjects.h>
+#include <kelgen/platform/posix/threads/api/Threads.h>
 #include <kelgen/platform/posix/user/Desktop.h>
 #include <kelgen/platform/posix/user/HookChains.h>
 #include <kelgen/platform/posix/user/ThreadQueue.h>

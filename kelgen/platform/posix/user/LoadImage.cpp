@@ -1,9 +1,9 @@
 // LoadImage.cpp: icons, cursors and bitmaps from resources, files and the system.
 #include <kelgen/platform/posix/user/Icons.h>
 
+#include <kelgen/platform/posix/Kernel.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
-#include <kelgen/platform/posix/kernel/Kernel.h>
 #include <kelgen/platform/posix/resources/api/Resources.h>
 #include <kelgen/platform/posix/user/IconObjects.h>
 

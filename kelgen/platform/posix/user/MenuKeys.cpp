@@ -3,7 +3,7 @@
 
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
-#include <kelgen/platform/posix/kernel/Threads.h>
+#include <kelgen/platform/posix/threads/api/Threads.h>
 #include <kelgen/platform/posix/user/MenuTracking.h>
 #include <kelgen/platform/posix/user/User.h>
 #include <kelgen/platform/posix/user/WindowObject.h>

@@ -3,8 +3,8 @@
 
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
-#include <kelgen/platform/posix/kernel/ThreadObjects.h>
 #include <kelgen/platform/posix/nls/api/Nls.h>
+#include <kelgen/platform/posix/threads/ThreadObjects.h>
 #include <kelgen/platform/posix/user/ThreadQueue.h>
 #include <kelgen/platform/posix/user/WindowObject.h>
 

@@ -1,8 +1,8 @@
 // QueueRetrieval.cpp: taking messages out of a queue in the order of their kinds.
 #include <kelgen/platform/posix/user/ThreadQueue.h>
 
-#include <kelgen/platform/posix/kernel/Ticks.h>
 #include <kelgen/platform/posix/nls/api/Nls.h>
+#include <kelgen/platform/posix/threads/api/Ticks.h>
 #include <kelgen/platform/posix/user/WindowObject.h>
 
 #include <algorithm>

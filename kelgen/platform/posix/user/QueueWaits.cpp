@@ -3,8 +3,8 @@
 
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
-#include <kelgen/platform/posix/kernel/Synchronization.h>
-#include <kelgen/platform/posix/kernel/Ticks.h>
+#include <kelgen/platform/posix/threads/api/Synchronization.h>
+#include <kelgen/platform/posix/threads/api/Ticks.h>
 #include <kelgen/platform/posix/user/Desktop.h>
 
 #include <algorithm>

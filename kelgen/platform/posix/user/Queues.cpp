@@ -1,8 +1,8 @@
 // Queues.cpp: the queues of all threads, made at a thread's first call and ended with the thread.
 #include <kelgen/platform/posix/user/ThreadQueue.h>
 
-#include <kelgen/platform/posix/kernel/ThreadObjects.h>
-#include <kelgen/platform/posix/kernel/Threads.h>
+#include <kelgen/platform/posix/threads/ThreadObjects.h>
+#include <kelgen/platform/posix/threads/api/Threads.h>
 #include <kelgen/platform/posix/user/Desktop.h>
 
 #include <unordered_map>

@@ -3,7 +3,7 @@
 
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
-#include <kelgen/platform/posix/kernel/Ticks.h>
+#include <kelgen/platform/posix/threads/api/Ticks.h>
 #include <kelgen/platform/posix/user/ThreadQueue.h>
 #include <kelgen/platform/posix/user/WindowObject.h>
 

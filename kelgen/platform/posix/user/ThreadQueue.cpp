@@ -1,7 +1,7 @@
 // ThreadQueue.cpp: what other threads put into a queue, and what is left when a window or the thread goes.
 #include <kelgen/platform/posix/user/ThreadQueue.h>
 
-#include <kelgen/platform/posix/kernel/Ticks.h>
+#include <kelgen/platform/posix/threads/api/Ticks.h>
 #include <kelgen/platform/posix/user/ThreadWindows.h>
 #include <kelgen/platform/posix/user/WindowObject.h>
 

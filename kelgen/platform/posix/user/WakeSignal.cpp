@@ -1,8 +1,8 @@
 // WakeSignal.cpp: sleeping on a counter by the kernel's own compare-and-wait.
 #include <kelgen/platform/posix/user/WakeSignal.h>
 
-#include <kelgen/platform/posix/kernel/Synchronization.h>
-#include <kelgen/platform/posix/kernel/Ticks.h>
+#include <kelgen/platform/posix/threads/api/Synchronization.h>
+#include <kelgen/platform/posix/threads/api/Ticks.h>
 
 #include <climits>
 #include <ctime>

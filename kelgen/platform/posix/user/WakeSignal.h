@@ -1,7 +1,7 @@
 // WakeSignal.h: a thread's wake-up call: others raise it, the thread sleeps until they do.
 #pragma once
 
-#include <kelgen/platform/posix/kernel/Waits.h>
+#include <kelgen/platform/posix/threads/Waits.h>
 
 #include <atomic>
 #include <cstdint>

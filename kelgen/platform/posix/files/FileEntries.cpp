@@ -1,0 +1,129 @@
+// FileEntries.cpp: attributes, times and sizes. READONLY is the missing write permission of a file; HIDDEN, SYSTEM and ARCHIVE are
+// kept as text ("0x22") in the extended attribute user.DOSATTRIB.
+#include <kelgen/platform/posix/files/FileEntries.h>
+
+#include <kelgen/platform/posix/files/UnixTimes.h>
+#include <kelgen/platform/posix/files/api/FileSystem.h>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <sys/xattr.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+
+namespace kelgen::posix {
+
+namespace {
+
+constexpr const char* kAttributesName = "user.DOSATTRIB";
+constexpr DWORD kKeptAttributes = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE;
+constexpr mode_t kWritePermissions = S_IWUSR | S_IWGRP | S_IWOTH;
+
+DWORD KeptAttributes(const char* path)
+{
+    char text[32];
+    const ssize_t length = getxattr(path, kAttributesName, text, sizeof text - 1);
+    if (length < 3 || text[0] != '0' || text[1] != 'x')
+        return 0;
+
+    text[length] = 0;
+    return static_cast<DWORD>(std::strtoul(text, nullptr, 16)) & kKeptAttributes;
+}
+
+DWORD AttributesOf(const struct statx& status, const char* path)
+{
+    if (S_ISCHR(status.stx_mode))
+        return FILE_ATTRIBUTE_ARCHIVE;
+    DWORD attributes = KeptAttributes(path);
+    if (S_ISDIR(status.stx_mode))
+        return FILE_ATTRIBUTE_DIRECTORY | (attributes & ~DWORD{FILE_ATTRIBUTE_ARCHIVE});
+
+    if ((status.stx_mode & kWritePermissions) == 0)
+        attributes |= FILE_ATTRIBUTE_READONLY;
+    return attributes ? attributes : FILE_ATTRIBUTE_NORMAL;
+}
+
+FILETIME TimeOf(const statx_timestamp& time)
+{
+    return FromUnixTime({.tv_sec = time.tv_sec, .tv_nsec = time.tv_nsec});
+}
+
+FileEntry EntryFrom(const struct statx& status, const char* path)
+{
+    FileEntry entry{};
+    entry.attributes = AttributesOf(status, path);
+    entry.lastAccess = TimeOf(status.stx_atime);
+    entry.lastWrite = TimeOf(status.stx_mtime);
+    entry.creation = status.stx_mask & STATX_BTIME ? TimeOf(status.stx_btime) : entry.lastWrite;
+    entry.size = S_ISDIR(status.stx_mode) ? 0 : status.stx_size;
+    entry.index = status.stx_ino;
+    entry.volume = static_cast<DWORD>(makedev(status.stx_dev_major, status.stx_dev_minor));
+    entry.links = status.stx_nlink;
+    return entry;
+}
+
+constexpr unsigned kWanted = STATX_BASIC_STATS | STATX_BTIME;
+
+}  // namespace
+
+std::optional<FileEntry> EntryAt(const std::string& native)
+{
+    struct statx status;
+    if (statx(AT_FDCWD, native.c_str(), 0, kWanted, &status) != 0 &&
+        statx(AT_FDCWD, native.c_str(), AT_SYMLINK_NOFOLLOW, kWanted, &status) != 0)
+        return std::nullopt;
+    return EntryFrom(status, native.c_str());
+}
+
+std::optional<FileEntry> EntryOf(int file)
+{
+    struct statx status;
+    if (statx(file, "", AT_EMPTY_PATH, kWanted, &status) != 0)
+        return std::nullopt;
+    return EntryFrom(status, PathOfDescriptor(file).c_str());
+}
+
+bool StoreAttributes(const std::string& native, DWORD attributes)
+{
+    struct stat status;
+    if (stat(native.c_str(), &status) != 0)
+        return false;
+
+    const bool isFolder = S_ISDIR(status.st_mode);
+    const DWORD kept = attributes & (isFolder ? kKeptAttributes & ~DWORD{FILE_ATTRIBUTE_ARCHIVE} : kKeptAttributes);
+    if (kept) {
+        char text[16];
+        const int length = std::snprintf(text, sizeof text, "0x%x", kept);
+        // A read-only file takes no extended attributes from its plain owner.
+        const bool locked = !isFolder && (status.st_mode & kWritePermissions) == 0;
+        if (locked)
+            chmod(native.c_str(), (status.st_mode | S_IWUSR) & 07777);
+        const bool stored = setxattr(native.c_str(), kAttributesName, text, static_cast<std::size_t>(length), 0) == 0;
+        const int cause = errno;
+        if (locked)
+            chmod(native.c_str(), status.st_mode & 07777);
+        errno = cause;
+        if (!stored)
+            return false;
+    } else if (KeptAttributes(native.c_str()) && removexattr(native.c_str(), kAttributesName) != 0) {
+        return false;
+    }
+    if (isFolder)
+        return true;
+
+    const bool readOnly = (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+    if (readOnly == ((status.st_mode & kWritePermissions) == 0))
+        return true;
+    const mode_t mode = readOnly ? status.st_mode & ~kWritePermissions : status.st_mode | S_IWUSR;
+    return chmod(native.c_str(), mode & 07777) == 0;
+}
+
+std::string PathOfDescriptor(int file)
+{
+    return "/proc/self/fd/" + std::to_string(file);
+}
+
+}  // namespace kelgen::posix

@@ -1,0 +1,289 @@
+// FolderWatches.cpp: opening and releasing notifications, and the kernel's events.
+#include <kelgen/platform/posix/files/FolderWatches.h>
+
+#include <kelgen/platform/posix/files/Paths.h>
+#include <kelgen/platform/posix/files/api/ChangeNotification.h>
+#include <kelgen/platform/posix/threads/DescriptorEvents.h>
+
+#include <fcntl.h>
+#include <sys/inotify.h>
+#include <sys/stat.h>
+
+#include <climits>
+#include <utility>
+#include <vector>
+
+namespace kelgen::posix {
+
+namespace {
+
+// Callers that take fresh notifications on every pass and never close them stay at this number for each folder.
+constexpr std::size_t kMostForgotten = 4096;
+
+constexpr std::uint32_t kEvents = IN_MODIFY | IN_ATTRIB | IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE_SELF | IN_ONLYDIR;
+
+// What an event is a change of.
+DWORD ChangesOf(std::uint32_t event)
+{
+    constexpr DWORD kTimes = FILE_NOTIFY_CHANGE_SIZE | FILE_NOTIFY_CHANGE_LAST_WRITE | FILE_NOTIFY_CHANGE_LAST_ACCESS;
+    DWORD changes = 0;
+    if (event & IN_MODIFY)
+        changes |= kTimes;
+    if (event & IN_ATTRIB)
+        changes |= kTimes | FILE_NOTIFY_CHANGE_ATTRIBUTES | FILE_NOTIFY_CHANGE_SECURITY;
+    if (event & IN_CREATE)
+        changes |= FILE_NOTIFY_CHANGE_CREATION;
+    if (event & (IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO))
+        changes |= event & IN_ISDIR ? FILE_NOTIFY_CHANGE_DIR_NAME : FILE_NOTIFY_CHANGE_FILE_NAME;
+    return changes;
+}
+
+DWORD FilterOf(const FolderSubscription& subscription)
+{
+    return std::get<2>(subscription.key);
+}
+
+bool IsBelow(const std::string& path, const std::string& folder)
+{
+    return path.starts_with(folder) && (path.size() == folder.size() || path[folder.size()] == '/');
+}
+
+bool IsFolder(const std::string& path)
+{
+    struct stat entry;
+    return lstat(path.c_str(), &entry) == 0 && S_ISDIR(entry.st_mode);
+}
+
+}  // namespace
+
+ChangeNotification::~ChangeNotification()
+{
+    FolderWatches::Get().Release(*this);
+}
+
+void ChangeNotification::Rearm()
+{
+    FolderWatches& watches = FolderWatches::Get();
+    const std::lock_guard lock(watches.m_mutex);
+    watches.ReadEvents();
+    m_subscription->forgettable.erase(m_number);
+    if (!m_subscription->folderGone)
+        m_subscription->armed.insert(this);
+    const std::lock_guard dispatcher(DispatcherLock());
+    m_signalled = false;
+}
+
+void ChangeNotification::Signal()
+{
+    const std::lock_guard dispatcher(DispatcherLock());
+    m_signalled = true;
+    ServeWaits();
+}
+
+FolderWatches& FolderWatches::Get()
+{
+    // Never destroyed: objects of hosts may close notifications late.
+    static auto& watches = *new FolderWatches;
+    return watches;
+}
+
+FolderWatches::FolderWatches() : m_queue(inotify_init1(IN_CLOEXEC | IN_NONBLOCK))
+{
+    if (m_queue)
+        DescriptorEvents::Get().Watch(m_queue.Get(), [this] {
+            const std::lock_guard lock(m_mutex);
+            ReadEvents();
+        });
+}
+
+HANDLE FolderWatches::Open(const std::string& path, bool subtree, DWORD filter)
+{
+    // Both may end here, after the lock, which their release takes.
+    std::shared_ptr<HandleObject> forgotten;
+    std::shared_ptr<ChangeNotification> notification;
+    const std::lock_guard lock(m_mutex);
+    // Changes up to now are not this notification's.
+    ReadEvents();
+    FolderSubscription* const subscription = Subscribe(path, subtree, filter);
+    if (!subscription)
+        return nullptr;
+
+    ++subscription->users;
+    notification = std::make_shared<ChangeNotification>(subscription, ++m_opened);
+    const HANDLE handle = Handles().Insert(notification);
+    if (!handle) {
+        errno = ENOSPC;
+        return nullptr;
+    }
+    subscription->armed.insert(notification.get());
+    auto& forgettable = subscription->forgettable;
+    forgettable.emplace(m_opened, handle);
+    if (forgettable.size() > kMostForgotten) {
+        forgotten = Handles().Remove(forgettable.begin()->second);
+        forgettable.erase(forgettable.begin());
+    }
+    return handle;
+}
+
+// The subscription for the key, new or known; null with errno.
+FolderSubscription* FolderWatches::Subscribe(const std::string& path, bool subtree, DWORD filter)
+{
+    const int watch = Watch(path);
+    if (watch < 0)
+        return nullptr;
+
+    const FolderSubscription::Key key(watch, subtree, filter);
+    FolderSubscription*& known = m_subscriptions[key];
+    if (known)
+        return known;
+    known = new FolderSubscription{key, {}, {}, {}, 0, false};
+    Link(*known, watch);
+    if (subtree)
+        AddBelow(*known, path, nullptr);
+    return known;
+}
+
+// The kernel's watch of the folder, which has one at most; -1 with errno.
+int FolderWatches::Watch(const std::string& path)
+{
+    const int watch = inotify_add_watch(m_queue.Get(), path.c_str(), kEvents);
+    if (watch >= 0)
+        m_folders[watch].path = path;
+    return watch;
+}
+
+void FolderWatches::Link(FolderSubscription& subscription, int watch)
+{
+    m_folders[watch].subscriptions.insert(&subscription);
+    subscription.watches.insert(watch);
+}
+
+// Watches the folders below @p path; a folder that cannot be watched is left out.
+void FolderWatches::AddBelow(FolderSubscription& subscription, const std::string& path, bool* hasEntries)
+{
+    for (const std::string& name : FolderEntries(path)) {
+        if (hasEntries)
+            *hasEntries = true;
+        const std::string entry = path + '/' + name;
+        const int watch = IsFolder(entry) ? Watch(entry) : -1;
+        if (watch < 0)
+            continue;
+        Link(subscription, watch);
+        AddBelow(subscription, entry, nullptr);
+    }
+}
+
+void FolderWatches::Drop(FolderSubscription& subscription, int watch)
+{
+    subscription.watches.erase(watch);
+    const auto folder = m_folders.find(watch);
+    if (folder == m_folders.end())
+        return;
+    folder->second.subscriptions.erase(&subscription);
+    if (!folder->second.subscriptions.empty())
+        return;
+    inotify_rm_watch(m_queue.Get(), watch);
+    m_folders.erase(folder);
+}
+
+void FolderWatches::DropBelow(FolderSubscription& subscription, const std::string& path)
+{
+    for (const int watch : std::vector<int>(subscription.watches.begin(), subscription.watches.end()))
+        if (watch != std::get<0>(subscription.key) && IsBelow(m_folders[watch].path, path))
+            Drop(subscription, watch);
+}
+
+void FolderWatches::Release(ChangeNotification& notification)
+{
+    const std::lock_guard lock(m_mutex);
+    FolderSubscription* const subscription = notification.m_subscription;
+    subscription->armed.erase(&notification);
+    subscription->forgettable.erase(notification.m_number);
+    if (--subscription->users > 0)
+        return;
+    for (const int watch : std::vector<int>(subscription->watches.begin(), subscription->watches.end()))
+        Drop(*subscription, watch);
+    if (!subscription->folderGone)
+        m_subscriptions.erase(subscription->key);
+    delete subscription;
+}
+
+// Takes all events that there are. The lock is held.
+void FolderWatches::ReadEvents()
+{
+    alignas(inotify_event) char buffer[64 * (sizeof(inotify_event) + NAME_MAX + 1)];
+    for (ssize_t size; (size = read(m_queue.Get(), buffer, sizeof buffer)) > 0;) {
+        for (const char* at = buffer; at < buffer + size;) {
+            const auto& event = *reinterpret_cast<const inotify_event*>(at);
+            at += sizeof event;
+            Dispatch(event, event.len > 0 ? at : "");
+            at += event.len;
+        }
+    }
+}
+
+void FolderWatches::Dispatch(const inotify_event& event, std::string_view name)
+{
+    if (event.mask & IN_Q_OVERFLOW) {
+        // Events are lost: whatever is watched may have changed.
+        for (const auto& [key, subscription] : m_subscriptions)
+            SignalAll(*subscription);
+        return;
+    }
+    const auto folder = m_folders.find(event.wd);
+    if (folder == m_folders.end())
+        return;
+    if (event.mask & IN_IGNORED)
+        return FolderEnded(event.wd);
+    if (name.empty())
+        return;
+
+    const std::string path = folder->second.path + '/' + std::string(name);
+    const std::set<FolderSubscription*> subscriptions = folder->second.subscriptions;
+    for (FolderSubscription* subscription : subscriptions) {
+        if (ChangesOf(event.mask) & FilterOf(*subscription))
+            SignalAll(*subscription);
+        if ((event.mask & IN_ISDIR) && std::get<1>(subscription->key))
+            FolderEvent(*subscription, event, path);
+    }
+}
+
+// A folder below a watched tree came or went.
+void FolderWatches::FolderEvent(FolderSubscription& subscription, const inotify_event& event, const std::string& path)
+{
+    if (event.mask & IN_MOVED_FROM)
+        DropBelow(subscription, path);
+    const int watch = event.mask & (IN_CREATE | IN_MOVED_TO) ? Watch(path) : -1;
+    if (watch < 0)
+        return;
+    Link(subscription, watch);
+    // What was made in it before it was watched would not be seen.
+    bool hasEntries = false;
+    AddBelow(subscription, path, &hasEntries);
+    if (hasEntries && (event.mask & IN_CREATE))
+        SignalAll(subscription);
+}
+
+// The folder was deleted: the kernel has dropped its watch.
+void FolderWatches::FolderEnded(int watch)
+{
+    const std::set<FolderSubscription*> subscriptions = std::move(m_folders[watch].subscriptions);
+    m_folders.erase(watch);
+    for (FolderSubscription* subscription : subscriptions) {
+        subscription->watches.erase(watch);
+        if (watch != std::get<0>(subscription->key))
+            continue;
+        subscription->folderGone = true;
+        m_subscriptions.erase(subscription->key);
+        SignalAll(*subscription);
+    }
+}
+
+void FolderWatches::SignalAll(FolderSubscription& subscription)
+{
+    // Notifications stay until Release, which needs the lock that is held here.
+    for (ChangeNotification* notification : std::exchange(subscription.armed, {}))
+        notification->Signal();
+}
+
+}  // namespace kelgen::posix

@@ -1,0 +1,313 @@
+// Paths.cpp: finds the entry of the file system that a name means.
+#include <kelgen/platform/posix/files/Paths.h>
+
+#include <kelgen/platform/posix/base/Home.h>
+#include <kelgen/platform/posix/base/NameCase.h>
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
+#include <kelgen/platform/posix/files/ShortNames.h>
+
+#include <dirent.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <memory>
+
+namespace kelgen::posix {
+
+namespace {
+
+// A full path's place in the file system, its parts not yet looked up.
+struct Place
+{
+    std::string root;  // without a final slash
+    std::vector<std::string> parts;
+    bool endsInSlash = false;
+    bool isDevice = false;
+    DWORD error = 0;
+};
+
+Place PlaceOfDevice(std::string_view device)
+{
+    Place place;
+    place.isDevice = true;
+    if (EqualNames(device, "nul"))
+        place.root = "/dev/null";
+    else if (EqualNames(device, "con"))
+        place.root = "/dev/tty";
+    else
+        place.error = ERROR_FILE_NOT_FOUND;
+    return place;
+}
+
+Place PlaceOf(std::string_view name)
+{
+    Place place;
+    // After "\\?\" the name is taken as it stands: dots and blanks at its end count.
+    const bool verbatim = name.starts_with("\\\\?\\");
+    const std::string full = verbatim ? std::string(name.substr(4)) : FullPath(name);
+    if (full.starts_with("\\\\.\\"))
+        return PlaceOfDevice(std::string_view(full).substr(4));
+    if (full.size() < 3 || full[1] != ':') {
+        place.error = ERROR_PATH_NOT_FOUND;
+        return place;
+    }
+
+    place.parts = SplitAtBackslashes(std::string_view(full).substr(2));
+    place.endsInSlash = full.size() > 3 && full.back() == '\\';
+    switch (full[0]) {
+    case 'C':
+    case 'c':
+        place.root = DriveCFolder();
+        break;
+    case 'Z':
+    case 'z':
+        break;
+    default:
+        place.error = place.parts.size() == 1 ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
+    }
+    return place;
+}
+
+// Why a part that does not exist cannot be made; 0 when it can.
+DWORD FaultOfName(std::string_view part)
+{
+    for (const char letter : part)
+        if (static_cast<unsigned char>(letter) < 0x20 || std::string_view("\"<>|*?").find(letter) != std::string_view::npos)
+            return ERROR_INVALID_NAME;
+    return 0;
+}
+
+bool Exists(const std::string& native, struct stat& status)
+{
+    return stat(native.c_str(), &status) == 0 || lstat(native.c_str(), &status) == 0;
+}
+
+struct FolderCloser
+{
+    void operator()(DIR* folder) const { closedir(folder); }
+};
+using OwnedFolder = std::unique_ptr<DIR, FolderCloser>;
+
+// Calls visit with the name of each entry but "." and "..".
+template <class Visit>
+void ForEachEntry(DIR* folder, Visit visit)
+{
+    while (const dirent* entry = readdir(folder))
+        if (std::strcmp(entry->d_name, ".") != 0 && std::strcmp(entry->d_name, "..") != 0)
+            visit(entry->d_name);
+}
+
+// The entry of folder that part means, or empty: of those equal but for case the first by its bytes.
+std::string SpellingIn(DIR* folder, const std::string& native, const std::string& part)
+{
+    std::string found;
+    ForEachEntry(folder, [&](std::string_view entry) {
+        if (found != part && EqualNames(entry, part) && (found.empty() || entry == part || entry < found))
+            found = entry;
+    });
+    if (!found.empty() || part.find('~') == std::string::npos || !IsShortName(part))
+        return found;
+
+    const std::vector<std::string> entries = FolderEntries(native);
+    const ShortNames names(entries);
+    for (const std::string& entry : entries)
+        if (EqualNames(names.Of(entry), part))
+            return entry;
+    return {};
+}
+
+// As SpellingIn; empty also when the folder cannot be read.
+std::string OtherSpelling(const std::string& native, const std::string& part)
+{
+    const OwnedFolder folder(opendir(native.c_str()));
+    return folder ? SpellingIn(folder.get(), native, part) : std::string();
+}
+
+// Looks the last part up when the folder before it exists as it is spelt; false when it does not. The whole path, spelt so, does not
+// exist. Exact names go before other spellings, so such a folder needs no look-up of its own.
+bool WalkLast(const Place& place, ResolvedPath& result)
+{
+    if (place.parts.empty())
+        return false;
+    const std::size_t slash = result.native.rfind('/');
+    const std::string path = result.native.substr(0, slash);
+    const std::string native = path.empty() ? "/" : path;
+    const OwnedFolder folder(opendir(native.c_str()));
+    if (!folder)
+        return false;
+
+    const std::string& part = place.parts.back();
+    const std::string spelling = SpellingIn(folder.get(), native, part);
+    struct stat status;
+    if (!spelling.empty() && Exists(path + '/' + spelling, status)) {
+        result.native = path + '/' + spelling;
+        result.exists = true;
+        result.isFolder = S_ISDIR(status.st_mode);
+        return true;
+    }
+    const DWORD fault = FaultOfName(part);
+    result.error = fault ? fault : DWORD{ERROR_FILE_NOT_FOUND};
+    return true;
+}
+
+// Looks the parts up one by one.
+void Walk(const Place& place, ResolvedPath& result)
+{
+    std::string path = place.root;
+    for (std::size_t i = 0; i < place.parts.size(); ++i) {
+        const std::string& part = place.parts[i];
+        const bool last = i + 1 == place.parts.size();
+        struct stat status;
+        std::string next = path + '/' + part;
+        if (!Exists(next, status)) {
+            const int cause = errno;
+            const std::string spelling = cause == ENOENT ? OtherSpelling(path.empty() ? "/" : path, part) : std::string();
+            if (spelling.empty()) {
+                result.native = next;
+                const DWORD fault = FaultOfName(part);
+                result.error = fault             ? fault
+                               : cause != ENOENT ? ErrorFromErrno(cause)
+                               : last            ? DWORD{ERROR_FILE_NOT_FOUND}
+                                                 : DWORD{ERROR_PATH_NOT_FOUND};
+                return;
+            }
+            next = path + '/' + spelling;
+            if (!Exists(next, status)) {
+                result.native = next;
+                result.error = last ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
+                return;
+            }
+        }
+        path = std::move(next);
+        if (last)
+            result.isFolder = S_ISDIR(status.st_mode);
+    }
+    result.native = path;
+    result.exists = true;
+}
+
+template <class Unit>
+DWORD Store(const Unit* text, std::size_t length, Unit* buffer, DWORD size)
+{
+    if (length >= size || !buffer)
+        return static_cast<DWORD>(length + 1);
+    std::copy_n(text, length, buffer);
+    buffer[length] = 0;
+    return static_cast<DWORD>(length);
+}
+
+}  // namespace
+
+std::vector<std::string> SplitAtBackslashes(std::string_view text)
+{
+    std::vector<std::string> parts;
+    while (!text.empty()) {
+        const std::size_t slash = text.find('\\');
+        if (slash != 0)
+            parts.emplace_back(text.substr(0, slash));
+        text.remove_prefix(slash == std::string_view::npos ? text.size() : slash + 1);
+    }
+    return parts;
+}
+
+ResolvedPath Resolve(std::string_view name)
+{
+    const Place place = PlaceOf(name);
+    ResolvedPath result;
+    result.namesFolder = place.endsInSlash;
+    result.isDevice = place.isDevice;
+    result.error = place.error;
+    if (place.error)
+        return result;
+
+    result.native = place.root;
+    for (const std::string& part : place.parts)
+        result.native += '/' + part;
+    if (result.native.empty())
+        result.native = "/";
+
+    struct stat status;
+    if (stat(result.native.c_str(), &status) == 0) {
+        result.exists = true;
+        result.isFolder = S_ISDIR(status.st_mode);
+    } else if (errno != ENOENT || !WalkLast(place, result)) {
+        Walk(place, result);
+    }
+    return result;
+}
+
+std::optional<std::string> ToNative(std::string_view name)
+{
+    ResolvedPath path = Resolve(name);
+    if (path.exists && path.namesFolder && !path.isFolder)
+        path.error = ERROR_PATH_NOT_FOUND;
+    if (path.error)
+        return Fail(path.error, std::nullopt);
+    return std::move(path.native);
+}
+
+std::optional<std::string> ToNativeFolder(std::string_view name)
+{
+    ResolvedPath path = Resolve(name);
+    if (path.exists && !path.isFolder)
+        path.error = ERROR_DIRECTORY;
+    if (path.error)
+        return Fail(path.error, std::nullopt);
+    return std::move(path.native);
+}
+
+std::vector<std::string> FolderEntries(const std::string& native)
+{
+    std::vector<std::string> entries;
+    const OwnedFolder folder(opendir(native.c_str()));
+    if (folder)
+        ForEachEntry(folder.get(), [&entries](const char* name) { entries.emplace_back(name); });
+    std::sort(entries.begin(), entries.end());
+    return entries;
+}
+
+bool EqualNames(std::string_view left, std::string_view right)
+{
+    for (std::size_t i = 0;; ++i) {
+        if (i == left.size() || i == right.size())
+            return left.size() == right.size();
+        if ((left[i] | right[i]) & 0x80)
+            return CompareNames(WideName(left), WideName(right)) == 0;
+        if (UpperUnit(static_cast<char16_t>(left[i])) != UpperUnit(static_cast<char16_t>(right[i])))
+            return false;
+    }
+}
+
+int OrderOfNames(std::string_view left, std::string_view right)
+{
+    // Most names differ in ASCII letters, which need no conversion and sort before all others.
+    const std::size_t shorter = std::min(left.size(), right.size());
+    std::size_t same = 0;
+    for (; same < shorter && ((left[same] | right[same]) & 0x80) == 0; ++same)
+        if (const int order = UpperUnit(static_cast<char16_t>(left[same])) - UpperUnit(static_cast<char16_t>(right[same])))
+            return order;
+
+    const auto upper = [](std::string_view name) {
+        std::u16string text = WideName(name);
+        std::transform(text.begin(), text.end(), text.begin(), UpperUnit);
+        return text;
+    };
+    const int order = upper(left.substr(same)).compare(upper(right.substr(same)));
+    return order != 0 ? order : left.compare(right);
+}
+
+DWORD StoreName(std::string_view text, LPSTR buffer, DWORD size)
+{
+    return Store(text.data(), text.size(), buffer, size);
+}
+
+DWORD StoreName(std::string_view text, LPWSTR buffer, DWORD size)
+{
+    const std::u16string wide = WideName(text);
+    return Store(reinterpret_cast<const WCHAR*>(wide.data()), wide.size(), buffer, size);
+}
+
+}  // namespace kelgen::posix
