@@ -13,4 +13,4 @@
 #include <kelgen/platform/posix/resources/api/Resources.h>
 #include <kelgen/platform/posix/resources/api/VersionInformation.h>
 #include <kelgen/platform/posix/services/api/Services.h>
-#include <kelgen/platform/posix/user/User.h>
+#include <kelgen/platform/posix/user/api/User.h>

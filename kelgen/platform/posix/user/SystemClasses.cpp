@@ -1,9 +1,9 @@
 // SystemClasses.cpp: the list of the system's own classes.
-#include <kelgen/platform/posix/user/ClassTable.h>
-#include <kelgen/platform/posix/user/ControlBase.h>
-#include <kelgen/platform/posix/user/Dialogs.h>
-#include <kelgen/platform/posix/user/MdiClient.h>
-#include <kelgen/platform/posix/user/WindowCalls.h>
+#include <kelgen/platform/posix/user/api/Dialogs.h>
+#include <kelgen/platform/posix/user/api/WindowCalls.h>
+#include <kelgen/platform/posix/user/controls/ControlBase.h>
+#include <kelgen/platform/posix/user/mdi/MdiClient.h>
+#include <kelgen/platform/posix/user/objects/ClassTable.h>
 
 namespace kelgen::posix::user {
 

@@ -1,0 +1,48 @@
+// Painting.h: what is to be painted, drawing surfaces that draw nothing, and the colours and sizes of the desktop.
+#pragma once
+
+#include <kelgen/platform/Export.h>
+#include <kelgen/platform/posix/user/api/WindowTypes.h>
+
+// A window keeps the bounds of what is to be painted. WM_PAINT comes when nothing else is in the queue, until the bounds are taken
+// by BeginPaint or ValidateRect. Drawing surfaces are handles without pixels.
+
+/// Adds @p rectangle (null: the client area) to what is to be painted, with its background when @p erase. A null @p window means all.
+KELGEN_PLATFORM_API BOOL InvalidateRect(HWND window, const RECT* rectangle, BOOL erase);
+KELGEN_PLATFORM_API BOOL InvalidateRgn(HWND window, HRGN region, BOOL erase);
+/// Takes @p rectangle out, null: everything.
+KELGEN_PLATFORM_API BOOL ValidateRect(HWND window, const RECT* rectangle);
+/// Sends WM_PAINT to the window when there is something to be painted, and to its children unless it has WS_CLIPCHILDREN.
+KELGEN_PLATFORM_API BOOL UpdateWindow(HWND window);
+/// Invalidates, validates and paints, as the RDW_ flags say.
+KELGEN_PLATFORM_API BOOL RedrawWindow(HWND window, const RECT* rectangle, HRGN region, UINT flags);
+/// Stores the bounds; FALSE when there is nothing to be painted.
+KELGEN_PLATFORM_API BOOL GetUpdateRect(HWND window, RECT* rectangle, BOOL erase);
+/// Stops (TRUE) or resumes painting of a window; one at a time.
+KELGEN_PLATFORM_API BOOL LockWindowUpdate(HWND window);
+/// Moves the children, and with @p rectangle null those all; what was there is to be painted.
+KELGEN_PLATFORM_API BOOL ScrollWindow(HWND window, int x, int y, const RECT* rectangle, const RECT* clip);
+
+/// Takes what is to be painted, sends WM_NCPAINT and WM_ERASEBKGND as needed, and fills @p paint. Null with
+/// ERROR_INVALID_WINDOW_HANDLE.
+KELGEN_PLATFORM_API HDC BeginPaint(HWND window, PAINTSTRUCT* paint);
+KELGEN_PLATFORM_API BOOL EndPaint(HWND window, const PAINTSTRUCT* paint);
+
+KELGEN_PLATFORM_API HDC GetDC(HWND window);
+KELGEN_PLATFORM_API HDC GetDCEx(HWND window, HRGN region, DWORD flags);
+KELGEN_PLATFORM_API HDC GetWindowDC(HWND window);
+/// 1 for a surface of GetDC, GetDCEx or GetWindowDC, else 0.
+KELGEN_PLATFORM_API int ReleaseDC(HWND window, HDC surface);
+KELGEN_PLATFORM_API HWND WindowFromDC(HDC surface);
+
+/// The colour of a COLOR_ number, 0 past the last.
+KELGEN_PLATFORM_API DWORD GetSysColor(int index);
+/// A brush of that colour, which is never freed; null past the last.
+KELGEN_PLATFORM_API HBRUSH GetSysColorBrush(int index);
+/// A SM_ number's size in pixels; 0 for an unknown one.
+KELGEN_PLATFORM_API int GetSystemMetrics(int index);
+/// SPI_GETWORKAREA and SPI_GETWHEELSCROLLLINES; FALSE with ERROR_INVALID_SPI_VALUE for anything else.
+KELGEN_PLATFORM_API BOOL SystemParametersInfoA(UINT action, UINT number, PVOID data, UINT flags);
+KELGEN_PLATFORM_API BOOL SystemParametersInfoW(UINT action, UINT number, PVOID data, UINT flags);
+
+#define SystemParametersInfo SystemParametersInfoA

@@ -1,0 +1,45 @@
+// ControlBase.h: what the system's own controls share.
+#pragma once
+
+#include <kelgen/platform/posix/user/api/Controls.h>
+#include <kelgen/platform/posix/user/objects/WindowObject.h>
+
+#include <memory>
+
+namespace kelgen::posix::user {
+
+/// The state of a control of the calling thread, made at first; null for no window. Holding it keeps it while messages are sent,
+/// in which the control may go.
+template <class State>
+std::shared_ptr<State> ControlState(HWND control)
+{
+    Window* window = OwnWindow(control);
+    if (!window)
+        return nullptr;
+    if (!window->control)
+        window->control = std::make_shared<State>();
+    return std::static_pointer_cast<State>(window->control);
+}
+
+/// Sends WM_COMMAND with @p code to the control's parent.
+void NotifyParent(HWND control, UINT code);
+
+DWORD StyleOf(HWND window);
+
+/// Replaces the bits @p mask of the style, without messages.
+void ChangeStyle(HWND window, DWORD mask, DWORD bits);
+
+/// Whether a point of a mouse message lies in the control's client area.
+bool IsInClient(HWND control, LPARAM point);
+
+// The window procedures of the classes; they take wide text.
+LRESULT CALLBACK ButtonProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT CALLBACK StaticProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT CALLBACK EditProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT CALLBACK ListBoxProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT CALLBACK ListViewProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT CALLBACK ComboBoxProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam);
+/// For the list of a combo box, which hears of selections instead of the parent.
+LRESULT CALLBACK ComboListProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam);
+
+}  // namespace kelgen::posix::user

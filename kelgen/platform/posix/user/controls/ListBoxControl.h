@@ -1,0 +1,45 @@
+// ListBoxControl.h: a list box's state, for its messages and its keys.
+#pragma once
+
+#include <kelgen/platform/posix/user/controls/ControlBase.h>
+#include <kelgen/platform/posix/user/controls/ListItems.h>
+
+namespace kelgen::posix::user {
+
+struct ListBoxState
+{
+    ListItems items;
+    HWND combo = nullptr;  // the combo box whose list this is
+    HFONT font = nullptr;
+    int itemHeight = 16;
+    int horizontalExtent = 0;
+    DWORD locale = 0;
+    bool isHeld = false;
+};
+
+inline bool IsMultiple(HWND list)
+{
+    return (StyleOf(list) & (LBS_MULTIPLESEL | LBS_EXTENDEDSEL)) != 0;
+}
+
+/// Whether items have texts, not only data.
+inline bool HasStrings(HWND list)
+{
+    const DWORD style = StyleOf(list);
+    return !(style & (LBS_OWNERDRAWFIXED | LBS_OWNERDRAWVARIABLE)) || (style & LBS_HASSTRINGS);
+}
+
+/// Sends a notification to the parent when the list's style asks for that, or to its combo box.
+void NotifyOfList(HWND list, const ListBoxState& state, int code);
+
+/// Makes @p index the current item and, in a list of single selection, the selected one; -1 none.
+void SetCurrent(HWND list, ListBoxState& state, int index);
+
+/// LB_SETSEL; -1 for all items.
+void SelectItem(ListBoxState& state, int index, bool isSelected);
+
+void OnListKey(HWND list, ListBoxState& state, UINT key);
+void OnListCharacter(HWND list, ListBoxState& state, WCHAR character);
+void OnListMouse(HWND list, ListBoxState& state, UINT message, LPARAM point);
+
+}  // namespace kelgen::posix::user

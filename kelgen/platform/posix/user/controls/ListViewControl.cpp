@@ -1,0 +1,363 @@
+// ListViewControl.cpp: the messages of list views, and what they tell their parents.
+#include <kelgen/platform/posix/user/controls/ControlBase.h>
+#include <kelgen/platform/posix/user/controls/ListViewModel.h>
+
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
+#include <kelgen/platform/posix/user/api/User.h>
+
+#include <algorithm>
+
+namespace kelgen::posix::user {
+
+namespace {
+
+/// Whether a text stands for itself: one may stand for a question to the parent, and is empty here.
+template <class Char>
+bool IsText(const Char* text)
+{
+    return text && reinterpret_cast<LONG_PTR>(text) != -1;
+}
+
+template <class Char>
+std::u16string TextFrom(const Char* text)
+{
+    return IsText(text) ? std::u16string(WideText(text)) : std::u16string();
+}
+
+/// Copies as much as there is room for; the length copied.
+template <class Char>
+int CopyText(std::u16string_view text, Char* buffer, int room)
+{
+    if (!IsText(buffer) || room <= 0)
+        return 0;
+    const std::basic_string<Char> converted = TextOf<Char>(text);
+    const auto length = std::min(converted.size(), static_cast<std::size_t>(room) - 1);
+    *std::copy_n(converted.begin(), length, buffer) = 0;
+    return static_cast<int>(length);
+}
+
+/// Sends WM_NOTIFY to the parent: its answer.
+LRESULT Tell(HWND list, UINT code, NMLISTVIEW details = {{}, -1, 0, 0, 0, 0, {}, 0})
+{
+    details.hdr.hwndFrom = list;
+    details.hdr.idFrom = static_cast<UINT_PTR>(GetDlgCtrlID(list));
+    details.hdr.code = code;
+    return SendMessageW(GetParent(list), WM_NOTIFY, details.hdr.idFrom, reinterpret_cast<LPARAM>(&details));
+}
+
+NMLISTVIEW About(int index, int subItem, UINT changed, UINT newState, UINT oldState, LPARAM data)
+{
+    NMLISTVIEW details{};
+    details.iItem = index;
+    details.iSubItem = subItem;
+    details.uChanged = changed;
+    details.uNewState = newState;
+    details.uOldState = oldState;
+    details.lParam = data;
+    return details;
+}
+
+/// Changes what @p mask names, unless the parent forbids it; FALSE when it does.
+template <class Item>
+bool Change(HWND list, ListViewState& state, int index, UINT mask, const Item& change)
+{
+    const UINT before = state[index].state;
+    const UINT after = mask & LVIF_STATE ? (before & ~change.stateMask) | (change.state & change.stateMask) : before;
+    const NMLISTVIEW details = About(index, change.iSubItem, mask, after, before, state[index].data);
+    if (Tell(list, LVN_ITEMCHANGING, details) != 0)
+        return false;
+    if (!state.Has(index))
+        return true;
+    if (after & ~before & LVIS_SELECTED && StyleOf(list) & LVS_SINGLESEL) {
+        for (ListViewItem& other : state.items)
+            other.state &= ~LVIS_SELECTED;
+    }
+    if (after & ~before & LVIS_FOCUSED) {
+        for (ListViewItem& other : state.items)
+            other.state &= ~LVIS_FOCUSED;
+    }
+    ListViewItem& item = state[index];
+    item.state = after;
+    if (mask & LVIF_TEXT)
+        item.SetText(change.iSubItem, TextFrom(change.pszText));
+    if (mask & LVIF_IMAGE)
+        item.image = change.iImage;
+    if (mask & LVIF_PARAM)
+        item.data = change.lParam;
+    if (mask != LVIF_STATE || after != before)
+        Tell(list, LVN_ITEMCHANGED, details);
+    return true;
+}
+
+template <class Item>
+LRESULT Insert(HWND list, ListViewState& state, const Item* inserted)
+{
+    if (!inserted || inserted->iItem < 0 || inserted->iSubItem != 0)
+        return -1;
+    const int index = std::min(inserted->iItem, state.Count());
+    ListViewItem item;
+    if (inserted->mask & LVIF_TEXT)
+        item.SetText(0, TextFrom(inserted->pszText));
+    if (inserted->mask & LVIF_STATE)
+        item.state = inserted->state & inserted->stateMask;
+    if (inserted->mask & LVIF_IMAGE)
+        item.image = inserted->iImage;
+    if (inserted->mask & LVIF_PARAM)
+        item.data = inserted->lParam;
+    const LPARAM data = item.data;
+    state.items.insert(state.items.begin() + index, std::move(item));
+    Tell(list, LVN_INSERTITEM, About(index, 0, 0, 0, 0, data));
+    return index;
+}
+
+template <class Item>
+LRESULT Set(HWND list, ListViewState& state, const Item* item)
+{
+    constexpr UINT kOfFirst = LVIF_STATE | LVIF_PARAM | LVIF_IMAGE;
+    if (!item || !state.HasText(item->iItem, item->iSubItem) || (item->iSubItem != 0 && item->mask & kOfFirst))
+        return FALSE;
+    return Change(list, state, item->iItem, item->mask, *item);
+}
+
+template <class Item>
+LRESULT Get(ListViewState& state, Item* item)
+{
+    if (!item || !state.HasText(item->iItem, item->iSubItem))
+        return FALSE;
+    const ListViewItem& found = state[item->iItem];
+    if (item->mask & LVIF_TEXT)
+        CopyText(found.Text(item->iSubItem), item->pszText, item->cchTextMax);
+    if (item->mask & LVIF_STATE)
+        item->state = found.state & item->stateMask;
+    if (item->mask & LVIF_IMAGE)
+        item->iImage = found.image;
+    if (item->mask & LVIF_PARAM)
+        item->lParam = found.data;
+    return TRUE;
+}
+
+template <class Item>
+LRESULT SetText(HWND list, ListViewState& state, int index, const Item* item)
+{
+    if (!item || !state.HasText(index, item->iSubItem))
+        return FALSE;
+    return Change(list, state, index, LVIF_TEXT, *item);
+}
+
+template <class Item>
+LRESULT GetText(ListViewState& state, int index, Item* item)
+{
+    return item && state.HasText(index, item->iSubItem) ? CopyText(state[index].Text(item->iSubItem), item->pszText, item->cchTextMax) : 0;
+}
+
+/// An index of -1 stands for all items.
+LRESULT SetState(HWND list, ListViewState& state, int index, const LVITEMW* item)
+{
+    if (!item || (index != -1 && !state.Has(index)))
+        return FALSE;
+    bool isDone = true;
+    LVITEMW change{};
+    change.state = item->state;
+    change.stateMask = item->stateMask;
+    for (int i = index == -1 ? 0 : index; i < (index == -1 ? state.Count() : std::min(index + 1, state.Count())); ++i)
+        isDone &= Change(list, state, i, LVIF_STATE, change);
+    return isDone;
+}
+
+LRESULT Delete(HWND list, ListViewState& state, int index)
+{
+    if (!state.Has(index))
+        return FALSE;
+    LVITEMW deselected{};
+    deselected.stateMask = LVIS_SELECTED;
+    Change(list, state, index, LVIF_STATE, deselected);
+    if (!state.Has(index))
+        return FALSE;
+    Tell(list, LVN_DELETEITEM, About(index, 0, 0, 0, 0, state[index].data));
+    if (state.Has(index))
+        state.items.erase(state.items.begin() + index);
+    return TRUE;
+}
+
+LRESULT DeleteAll(HWND list, ListViewState& state)
+{
+    // A parent that says TRUE does not want to hear of each.
+    const bool tellsOfEach = Tell(list, LVN_DELETEALLITEMS) == 0;
+    for (int i = state.Count() - 1; i >= 0 && tellsOfEach; --i) {
+        if (state.Has(i))
+            Tell(list, LVN_DELETEITEM, About(i, 0, 0, 0, 0, state[i].data));
+    }
+    state.items.clear();
+    return TRUE;
+}
+
+template <class Column>
+LRESULT InsertColumn(ListViewState& state, int index, const Column* inserted)
+{
+    if (!inserted || index < 0)
+        return -1;
+    const int place = std::min(index, static_cast<int>(state.columns.size()));
+    ListViewColumn column;
+    column.subItem = inserted->mask & LVCF_SUBITEM ? inserted->iSubItem : place;
+    if (inserted->mask & LVCF_TEXT)
+        column.heading = TextFrom(inserted->pszText);
+    if (inserted->mask & LVCF_FMT)
+        column.format = inserted->fmt;
+    if (inserted->mask & LVCF_WIDTH)
+        column.width = inserted->cx;
+    state.columns.insert(state.columns.begin() + place, std::move(column));
+    // The texts of the columns behind move along; the first column's stay the items' own.
+    for (ListViewItem& item : state.items) {
+        if (place > 0 && static_cast<std::size_t>(place) < item.texts.size())
+            item.texts.insert(item.texts.begin() + place, std::u16string());
+    }
+    return place;
+}
+
+LRESULT DeleteColumn(ListViewState& state, int index)
+{
+    if (index < 0 || index >= static_cast<int>(state.columns.size()))
+        return FALSE;
+    state.columns.erase(state.columns.begin() + index);
+    for (ListViewItem& item : state.items) {
+        if (index > 0 && static_cast<std::size_t>(index) < item.texts.size())
+            item.texts.erase(item.texts.begin() + index);
+    }
+    return TRUE;
+}
+
+bool HandleItemMessage(HWND list, ListViewState& state, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
+{
+    const auto index = static_cast<int>(wParam);
+    const auto narrow = reinterpret_cast<LVITEMA*>(lParam);
+    const auto wide = reinterpret_cast<LVITEMW*>(lParam);
+    switch (message) {
+    case LVM_INSERTITEMA:
+        result = Insert(list, state, narrow);
+        return true;
+    case LVM_INSERTITEMW:
+        result = Insert(list, state, wide);
+        return true;
+    case LVM_SETITEMA:
+        result = Set(list, state, narrow);
+        return true;
+    case LVM_SETITEMW:
+        result = Set(list, state, wide);
+        return true;
+    case LVM_GETITEMA:
+        result = Get(state, narrow);
+        return true;
+    case LVM_GETITEMW:
+        result = Get(state, wide);
+        return true;
+    case LVM_SETITEMTEXTA:
+        result = SetText(list, state, index, narrow);
+        return true;
+    case LVM_SETITEMTEXTW:
+        result = SetText(list, state, index, wide);
+        return true;
+    case LVM_GETITEMTEXTA:
+        result = GetText(state, index, narrow);
+        return true;
+    case LVM_GETITEMTEXTW:
+        result = GetText(state, index, wide);
+        return true;
+    case LVM_SETITEMSTATE:
+        result = SetState(list, state, index, wide);
+        return true;
+    case LVM_GETITEMSTATE:
+        result = state.Has(index) ? state[index].state & static_cast<UINT>(lParam) : 0;
+        return true;
+    case LVM_GETITEMCOUNT:
+        result = state.Count();
+        return true;
+    case LVM_GETSELECTEDCOUNT:
+        result = state.CountSelected();
+        return true;
+    case LVM_GETNEXTITEM:
+        result = state.Next(index, LOWORD(lParam) & 0xF);
+        return true;
+    case LVM_DELETEITEM:
+        result = Delete(list, state, index);
+        return true;
+    case LVM_DELETEALLITEMS:
+        result = DeleteAll(list, state);
+        return true;
+    case LVM_ENSUREVISIBLE:
+        result = state.Has(index);
+        return true;
+    case LVM_SETITEMCOUNT:
+        state.items.reserve(std::min<std::size_t>(wParam, 1u << 20));
+        result = TRUE;
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool HandleColumnMessage(ListViewState& state, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
+{
+    const auto index = static_cast<int>(wParam);
+    const bool hasColumn = index >= 0 && index < static_cast<int>(state.columns.size());
+    switch (message) {
+    case LVM_INSERTCOLUMNA:
+        result = InsertColumn(state, index, reinterpret_cast<LVCOLUMNA*>(lParam));
+        return true;
+    case LVM_INSERTCOLUMNW:
+        result = InsertColumn(state, index, reinterpret_cast<LVCOLUMNW*>(lParam));
+        return true;
+    case LVM_DELETECOLUMN:
+        result = DeleteColumn(state, index);
+        return true;
+    case LVM_GETCOLUMNWIDTH:
+        result = hasColumn ? state.columns[static_cast<std::size_t>(index)].width : 0;
+        return true;
+    case LVM_SETCOLUMNWIDTH:
+        if (hasColumn)
+            state.columns[static_cast<std::size_t>(index)].width = static_cast<short>(LOWORD(lParam));
+        result = hasColumn;
+        return true;
+    case LVM_SETEXTENDEDLISTVIEWSTYLE: {
+        const DWORD mask = wParam ? static_cast<DWORD>(wParam) : 0xFFFFFFFF;
+        result = static_cast<LRESULT>(state.extendedStyle);
+        state.extendedStyle = (state.extendedStyle & ~mask) | (static_cast<DWORD>(lParam) & mask);
+        return true;
+    }
+    case LVM_GETEXTENDEDLISTVIEWSTYLE:
+        result = static_cast<LRESULT>(state.extendedStyle);
+        return true;
+    case LVM_GETUNICODEFORMAT:
+        result = FALSE;
+        return true;
+    default:
+        return false;
+    }
+}
+
+}  // namespace
+
+LRESULT CALLBACK ListViewProcedure(HWND list, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const std::shared_ptr<ListViewState> state = ControlState<ListViewState>(list);
+    if (!state)
+        return DefWindowProcW(list, message, wParam, lParam);
+    LRESULT result = 0;
+    if (HandleItemMessage(list, *state, message, wParam, lParam, result) || HandleColumnMessage(*state, message, wParam, lParam, result))
+        return result;
+    if (message == WM_GETDLGCODE)
+        return DLGC_WANTCHARS | DLGC_WANTARROWS;
+    if (message == WM_DESTROY)
+        DeleteAll(list, *state);
+    return DefWindowProcW(list, message, wParam, lParam);
+}
+
+}  // namespace kelgen::posix::user
+
+BOOL InitCommonControlsEx(const INITCOMMONCONTROLSEX* controls)
+{
+    return controls && controls->dwSize == sizeof *controls;
+}
+
+void InitCommonControls() {}

@@ -1,0 +1,52 @@
+// ListViewModel.h: a list view's items and columns.
+#pragma once
+
+#include <kelgen/platform/posix/user/api/ListView.h>
+
+#include <string>
+#include <vector>
+
+namespace kelgen::posix::user {
+
+struct ListViewItem
+{
+    std::vector<std::u16string> texts;  // by sub-item, as far as there are any
+    UINT state = 0;
+    int image = 0;
+    LPARAM data = 0;
+
+    std::u16string_view Text(int subItem) const
+    {
+        return static_cast<std::size_t>(subItem) < texts.size() ? std::u16string_view(texts[static_cast<std::size_t>(subItem)]) : u"";
+    }
+    void SetText(int subItem, std::u16string text);
+};
+
+struct ListViewColumn
+{
+    std::u16string heading;
+    int format = LVCFMT_LEFT;
+    int width = 10;
+    int subItem = 0;
+};
+
+struct ListViewState
+{
+    std::vector<ListViewItem> items;
+    std::vector<ListViewColumn> columns;
+    DWORD extendedStyle = 0;
+
+    int Count() const { return static_cast<int>(items.size()); }
+    bool Has(int index) const { return index >= 0 && index < Count(); }
+    /// A sub-item is the first one or one that has a column.
+    bool HasText(int index, int subItem) const
+    {
+        return Has(index) && subItem >= 0 && (subItem == 0 || subItem < static_cast<int>(columns.size()));
+    }
+    ListViewItem& operator[](int index) { return items[static_cast<std::size_t>(index)]; }
+    /// The first item after @p index whose state has all of @p state; -1 when there is none.
+    int Next(int index, UINT state) const;
+    int CountSelected() const;
+};
+
+}  // namespace kelgen::posix::user

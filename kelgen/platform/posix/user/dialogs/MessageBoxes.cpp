@@ -1,0 +1,118 @@
+// MessageBoxes.cpp: message boxes without a screen.
+#include <kelgen/platform/posix/user/api/MessageBoxes.h>
+
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
+#include <kelgen/platform/posix/nls/AnsiText.h>
+#include <kelgen/platform/posix/user/api/User.h>
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <span>
+#include <strings.h>
+
+using namespace kelgen::posix;
+
+namespace {
+
+struct Button
+{
+    int id;
+    const char* name;
+};
+
+constexpr Button kOk = {IDOK, "ok"};
+constexpr Button kCancel = {IDCANCEL, "cancel"};
+constexpr Button kAbort = {IDABORT, "abort"};
+constexpr Button kRetry = {IDRETRY, "retry"};
+constexpr Button kIgnore = {IDIGNORE, "ignore"};
+constexpr Button kYes = {IDYES, "yes"};
+constexpr Button kNo = {IDNO, "no"};
+constexpr Button kTry = {IDTRYAGAIN, "try"};
+constexpr Button kContinue = {IDCONTINUE, "continue"};
+
+/// The buttons of a kind of box, from the left; none for an unknown kind.
+std::span<const Button> ButtonsOf(UINT type)
+{
+    static constexpr std::array kOkBox = {kOk};
+    static constexpr std::array kOkCancelBox = {kOk, kCancel};
+    static constexpr std::array kAbortBox = {kAbort, kRetry, kIgnore};
+    static constexpr std::array kYesNoCancelBox = {kYes, kNo, kCancel};
+    static constexpr std::array kYesNoBox = {kYes, kNo};
+    static constexpr std::array kRetryBox = {kRetry, kCancel};
+    static constexpr std::array kTryBox = {kCancel, kTry, kContinue};
+    switch (type & MB_TYPEMASK) {
+    case MB_OK:
+        return kOkBox;
+    case MB_OKCANCEL:
+        return kOkCancelBox;
+    case MB_ABORTRETRYIGNORE:
+        return kAbortBox;
+    case MB_YESNOCANCEL:
+        return kYesNoCancelBox;
+    case MB_YESNO:
+        return kYesNoBox;
+    case MB_RETRYCANCEL:
+        return kRetryBox;
+    case MB_CANCELTRYCONTINUE:
+        return kTryBox;
+    default:
+        return {};
+    }
+}
+
+int AnswerOf(std::span<const Button> buttons, UINT type)
+{
+    if (const char* name = std::getenv("KELGEN_MESSAGEBOX"))
+        for (const Button& button : buttons)
+            if (strcasecmp(button.name, name) == 0)
+                return button.id;
+    const std::size_t number = (type & MB_DEFMASK) >> 8;
+    return number < buttons.size() ? buttons[number].id : buttons.front().id;
+}
+
+int Ask(HWND owner, const std::string& text, const std::string& caption, UINT type)
+{
+    if (owner && !IsWindow(owner))
+        return Fail(ERROR_INVALID_WINDOW_HANDLE, 0);
+    const auto buttons = ButtonsOf(type);
+    if (buttons.empty())
+        return Fail(ERROR_INVALID_MSGBOX_STYLE, 0);
+    const bool disables = owner && IsWindowEnabled(owner);
+    if (disables)
+        EnableWindow(owner, FALSE);
+    std::fprintf(stderr, "%s: %s\n", caption.c_str(), text.c_str());
+    const int answer = AnswerOf(buttons, type);
+    if (disables)
+        EnableWindow(owner, TRUE);
+    return answer;
+}
+
+}  // namespace
+
+int MessageBoxExA(HWND owner, LPCSTR text, LPCSTR caption, UINT type, WORD)
+{
+    return Ask(owner, text ? text : "", caption ? caption : "Error", type);
+}
+
+int MessageBoxExW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type, WORD language)
+{
+    const std::string narrowCaption = AnsiText(WideText(caption));
+    return MessageBoxExA(owner, AnsiText(WideText(text)).c_str(), caption ? narrowCaption.c_str() : nullptr, type, language);
+}
+
+int MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type)
+{
+    return MessageBoxExA(owner, text, caption, type, 0);
+}
+
+int MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type)
+{
+    return MessageBoxExW(owner, text, caption, type, 0);
+}
+
+BOOL MessageBeep(UINT)
+{
+    return TRUE;
+}

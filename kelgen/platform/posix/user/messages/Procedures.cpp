@@ -1,0 +1,160 @@
+// Procedures.cpp: the table of procedures, cookies, and calls with conversion and a limit to their depth.
+#include <kelgen/platform/posix/user/objects/Procedures.h>
+
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
+#include <kelgen/platform/posix/user/api/WindowCalls.h>
+#include <kelgen/platform/posix/user/messages/InternalCalls.h>
+#include <kelgen/platform/posix/user/messages/MessageText.h>
+
+#include <pthread.h>
+
+#include <array>
+#include <map>
+
+namespace kelgen::posix::user {
+
+namespace {
+
+constexpr ULONG_PTR kCookieBase = 0xFFFF0000;
+constexpr DWORD kMaxProcedures = 0x4000;
+constexpr int kMaxDepth = 10000;
+constexpr std::size_t kStackReserve = 128 * 1024;
+
+struct Table
+{
+    std::map<std::pair<WNDPROC, bool>, DWORD> indices;  // under the desktop lock
+    std::array<std::atomic<const Procedure*>, kMaxProcedures> entries{};
+    DWORD count = 0;
+};
+
+Table& Procedures()
+{
+    static Table& table = *new Table;
+    return table;
+}
+
+struct CallStack
+{
+    const char* limit;  // the lowest address that the thread's stack may still use for a call; null: not known yet
+    int depth;
+};
+
+constinit thread_local CallStack callStack{nullptr, 0};
+
+const char* FindStackLimit()
+{
+    pthread_attr_t attributes;
+    void* low = nullptr;
+    std::size_t size = 0;
+    if (pthread_getattr_np(pthread_self(), &attributes) == 0) {
+        pthread_attr_getstack(&attributes, &low, &size);
+        pthread_attr_destroy(&attributes);
+    }
+    return callStack.limit = static_cast<const char*>(low) + kStackReserve;
+}
+
+bool IsTooDeep(const CallStack& stack)
+{
+    return stack.depth >= kMaxDepth ||
+           static_cast<const char*>(__builtin_frame_address(0)) < (stack.limit ? stack.limit : FindStackLimit());
+}
+
+struct DepthGuard
+{
+    explicit DepthGuard(CallStack& used) : stack(used) { ++stack.depth; }
+    ~DepthGuard() { --stack.depth; }
+    CallStack& stack;
+};
+
+LRESULT CallEntry(const Procedure& procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam, bool wideCaller)
+{
+    if (!procedure.call)
+        return procedure.wide ? DefWindowProcW(window, message, wParam, lParam) : DefWindowProcA(window, message, wParam, lParam);
+    if (procedure.wide == wideCaller || !CarriesText(message))
+        return procedure.call(window, message, wParam, lParam);
+    return CallConverted(procedure, window, message, wParam, lParam);
+}
+
+}  // namespace
+
+const Procedure* CookieProcedure(WNDPROC value)
+{
+    const auto bits = reinterpret_cast<ULONG_PTR>(value);
+    if (bits < kCookieBase || bits - kCookieBase >= kMaxProcedures)
+        return nullptr;
+    return Procedures().entries[bits - kCookieBase].load(std::memory_order_acquire);
+}
+
+const Procedure* ProcedureOf(WNDPROC procedure, bool wide)
+{
+    if (const Procedure* entry = CookieProcedure(procedure))
+        return entry;
+    DesktopGuard guard;
+    Table& table = Procedures();
+    const auto [place, isNew] = table.indices.try_emplace({procedure, wide}, table.count);
+    if (isNew) {
+        const auto* entry = new Procedure{procedure, wide, place->second};
+        if (table.count == kMaxProcedures) {
+            // The table is full: the procedure works but has no cookie.
+            table.indices.erase(place);
+            return entry;
+        }
+        table.entries[table.count++].store(entry, std::memory_order_release);
+    }
+    return table.entries[place->second].load(std::memory_order_relaxed);
+}
+
+WNDPROC ProcedureFor(const Procedure& procedure, bool wideCaller)
+{
+    if (procedure.wide == wideCaller || procedure.index >= kMaxProcedures)
+        return procedure.call;
+    return reinterpret_cast<WNDPROC>(kCookieBase + procedure.index);
+}
+
+bool TooDeep()
+{
+    return IsTooDeep(callStack);
+}
+
+LRESULT CallProcedure(Window& window, UINT message, WPARAM wParam, LPARAM lParam, bool wideCaller)
+{
+    CallStack& stack = callStack;
+    if (IsTooDeep(stack))
+        return Fail(ERROR_STACK_OVERFLOW, LRESULT{0});
+    const WindowUse use(window);
+    const DepthGuard guard(stack);
+    if (message == kRunCall && RunInternalCall(window, lParam))
+        return 1;
+    const Procedure& procedure = *window.procedure.load(std::memory_order_acquire);
+    if (procedure.wide == wideCaller && procedure.call) [[likely]]
+        return procedure.call(window.handle, message, wParam, lParam);
+    return CallEntry(procedure, window.handle, message, wParam, lParam, wideCaller);
+}
+
+LRESULT CallAnyProcedure(WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam, bool wideCaller)
+{
+    CallStack& stack = callStack;
+    if (IsTooDeep(stack))
+        return Fail(ERROR_STACK_OVERFLOW, LRESULT{0});
+    const DepthGuard guard(stack);
+    if (const Procedure* entry = CookieProcedure(procedure))
+        return CallEntry(*entry, window, message, wParam, lParam, wideCaller);
+    if (!procedure)
+        return 0;
+    return procedure(window, message, wParam, lParam);
+}
+
+}  // namespace kelgen::posix::user
+
+using namespace kelgen::posix::user;
+
+LRESULT CallWindowProcA(WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    return CallAnyProcedure(procedure, window, message, wParam, lParam, false);
+}
+
+LRESULT CallWindowProcW(WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    return CallAnyProcedure(procedure, window, message, wParam, lParam, true);
+}

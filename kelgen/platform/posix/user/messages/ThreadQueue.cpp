@@ -1,0 +1,200 @@
+// ThreadQueue.cpp: what other threads put into a queue, and what is left when a window or the thread goes.
+#include <kelgen/platform/posix/user/messages/ThreadQueue.h>
+
+#include <kelgen/platform/posix/threads/api/Ticks.h>
+#include <kelgen/platform/posix/user/objects/ThreadWindows.h>
+#include <kelgen/platform/posix/user/objects/WindowObject.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace kelgen::posix::user {
+
+namespace {
+
+constexpr std::size_t kPostLimit = 10'000;
+constexpr ULONGLONG kHungAfter = 5'000;
+
+}  // namespace
+
+ThreadQueue::ThreadQueue(DWORD id) : thread(id), m_lastLook(CoarseMilliseconds()) {}
+ThreadQueue::~ThreadQueue() = default;
+
+ThreadQueue::Posted ThreadQueue::Put(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const MSG posted{window, message, wParam, lParam, GetTickCount(), CursorNow()};
+    const std::lock_guard lock(m_lock);
+    if (m_ended)
+        return Posted::Ended;
+    if (m_posted.size() >= kPostLimit)
+        return Posted::Full;
+    m_posted.push_back(posted);
+    m_new |= QS_POSTMESSAGE | QS_ALLPOSTMESSAGE;
+    return Posted::Done;
+}
+
+ThreadQueue::Posted ThreadQueue::Post(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const Posted posted = Put(window, message, wParam, lParam);
+    // A thread that posts to itself is not asleep.
+    if (posted == Posted::Done && !IsCurrent())
+        Wake();
+    return posted;
+}
+
+void ThreadQueue::PostQuit(int exitCode)
+{
+    {
+        const std::lock_guard lock(m_lock);
+        m_quit = true;
+        m_quitCode = exitCode;
+        m_new |= QS_POSTMESSAGE | QS_ALLPOSTMESSAGE;
+    }
+    Wake();
+}
+
+bool ThreadQueue::Deliver(const std::shared_ptr<SentMessage>& message)
+{
+    {
+        const std::lock_guard lock(m_lock);
+        if (m_ended)
+            return false;
+        m_sent.push_back(message);
+        m_new |= QS_SENDMESSAGE;
+        m_hasSent = true;
+    }
+    Wake();
+    return true;
+}
+
+void ThreadQueue::Withdraw(const SentMessage& message)
+{
+    const std::lock_guard lock(m_lock);
+    std::erase_if(m_sent, [&message](const auto& waiting) { return waiting.get() == &message; });
+    m_hasSent = !m_sent.empty();
+}
+
+void ThreadQueue::AddInput(const InputEvent& event)
+{
+    {
+        const std::lock_guard lock(m_lock);
+        if (m_ended)
+            return;
+        // Moves that nobody has taken yet become one.
+        if (event.message == WM_MOUSEMOVE && !m_input.empty() && m_input.back().message == WM_MOUSEMOVE)
+            m_input.pop_back();
+        m_input.push_back(event);
+        m_input.back().number = ++m_lastInput;
+        m_new |= event.IsKey() ? QS_KEY : event.message == WM_MOUSEMOVE ? QS_MOUSEMOVE : QS_MOUSEBUTTON;
+        m_hasInput = true;
+    }
+    Wake();
+}
+
+UINT_PTR ThreadQueue::StartTimer(HWND window, UINT_PTR id, DWORD period, TIMERPROC procedure)
+{
+    const ULONGLONG now = GetTickCount64();
+    {
+        const std::lock_guard lock(m_lock);
+        if (!window && !m_timers.Find(nullptr, id))
+            id = m_timers.NewThreadTimerId();
+        m_timers.Start(window, id, period, procedure, now);
+        m_hasTimers = true;
+    }
+    // The thread may be asleep until what was the first timer.
+    if (m_waiting)
+        Wake();
+    return id;
+}
+
+bool ThreadQueue::StopTimer(HWND window, UINT_PTR id)
+{
+    const std::lock_guard lock(m_lock);
+    const bool stopped = m_timers.Stop(window, id);
+    m_hasTimers = !m_timers.Empty();
+    return stopped;
+}
+
+bool ThreadQueue::IsResponding() const
+{
+    return m_waiting || CoarseMilliseconds() - m_lastLook.load() < kHungAfter;
+}
+
+void ThreadQueue::NeedPaint(Window& window, bool needed)
+{
+    {
+        const std::lock_guard lock(m_lock);
+        const auto found = std::find(m_paint.begin(), m_paint.end(), window.handle);
+        if (needed == (found != m_paint.end()))
+            return;
+        if (needed) {
+            m_paint.push_back(window.handle);
+            m_new |= QS_PAINT;
+        } else {
+            m_paint.erase(found);
+        }
+        m_hasPaint = !m_paint.empty();
+    }
+    if (needed)
+        Wake();
+}
+
+void ThreadQueue::ForgetWindow(HWND window)
+{
+    std::vector<std::shared_ptr<SentMessage>> unanswered;
+    {
+        const std::lock_guard lock(m_lock);
+        std::erase_if(m_posted, [window](const auto& posted) { return posted.hwnd == window; });
+        std::erase(m_paint, window);
+        m_hasPaint = !m_paint.empty();
+        m_timers.StopAllOf(window);
+        m_hasTimers = !m_timers.Empty();
+        std::erase_if(m_sent, [&](const auto& sent) {
+            const bool lost = sent->window == window && !sent->calledBack;
+            if (lost)
+                unanswered.push_back(sent);
+            return lost;
+        });
+        m_hasSent = !m_sent.empty();
+    }
+    for (const auto& sent : unanswered)
+        sent->Answer(sent, 0, SentMessage::State::Lost);
+}
+
+void ThreadQueue::End()
+{
+    std::deque<std::shared_ptr<SentMessage>> unanswered;
+    {
+        const std::lock_guard lock(m_lock);
+        m_ended = true;
+        unanswered.swap(m_sent);
+        m_hasSent = false;
+    }
+    ForgetQueue(*this);
+    DestroyWindowsOf(*this);
+    if (m_received)
+        m_received->Answer(m_received, 0, SentMessage::State::Lost);
+    for (const auto& sent : unanswered)
+        sent->Answer(sent, 0, SentMessage::State::Lost);
+    TakeOutHooksOf(*this);
+}
+
+void SentMessage::Answer(const std::shared_ptr<SentMessage>& self, LRESULT answer, State end)
+{
+    if (state.load(std::memory_order_relaxed) != State::Waiting)
+        return;
+    result = answer;
+    // The waiting sender is gone as soon as it sees the state.
+    const std::shared_ptr<ThreadQueue> queue = sender;
+    state.store(end, std::memory_order_release);
+    if (!queue)
+        return;
+    if (callback) {
+        calledBack = true;
+        queue->Deliver(self);
+    } else {
+        queue->Wake();
+    }
+}
+
+}  // namespace kelgen::posix::user

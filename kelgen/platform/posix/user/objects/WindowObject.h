@@ -1,0 +1,129 @@
+// WindowObject.h: a window's state, finding it by its handle, and calling its procedure.
+#pragma once
+
+#include <kelgen/platform/Export.h>
+#include <kelgen/platform/posix/user/api/Messages.h>
+#include <kelgen/platform/posix/user/api/WindowTypes.h>
+#include <kelgen/platform/posix/user/objects/Desktop.h>
+
+#include <atomic>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace kelgen::posix::user {
+
+struct ThreadQueue;
+struct WindowClass;
+
+/// A window procedure and the kind of text that it takes. There is one for each pair, made at its first use and never freed.
+struct Procedure
+{
+    WNDPROC call;
+    bool wide;
+    DWORD index;  // the cookie's, see ProcedureCookies.h
+};
+
+/// A value that a host keeps with a window. An atom's name is "#number".
+struct WindowProperty
+{
+    std::u16string name;
+    std::u16string key;  // the name in lower case
+    HANDLE value = nullptr;
+};
+
+/// One window. It belongs to the thread that created it, which alone destroys it, and is freed when its handle is gone and no call
+/// of its procedure is in progress.
+/// Threads: the links are read and written under the desktop lock. Everything else is written by the window's thread under the
+/// desktop lock, and read by that thread without it, by others under it. The procedure is atomic: any thread may change it.
+struct Window
+{
+    HWND handle = nullptr;
+    DWORD thread = 0;              // 0 for the two roots
+    ThreadQueue* queue = nullptr;  // null for the two roots
+    std::shared_ptr<WindowClass> windowClass;
+    std::atomic<const Procedure*> procedure{nullptr};
+    bool createdWide = false;
+
+    // Links, under the desktop lock. Children are listed from the top of the z-order to the bottom.
+    Window* parent = nullptr;
+    Window* firstChild = nullptr;
+    Window* lastChild = nullptr;
+    Window* above = nullptr;
+    Window* below = nullptr;
+    HWND owner = nullptr;
+
+    LONG style = 0;
+    LONG exStyle = 0;
+    RECT window{};  // in screen coordinates
+    RECT client{};  // in screen coordinates
+    RECT normal{};  // the placement's restored rectangle, in the parent's client coordinates
+    POINT minimizedAt{-1, -1};
+    POINT maximizedAt{-1, -1};
+    bool restoreToMaximized = false;
+
+    std::u16string text;
+    UINT_PTR id = 0;  // a child's id, another window's HMENU
+    HMENU systemMenu = nullptr;
+    HINSTANCE instance = nullptr;
+    LONG_PTR userData = 0;
+    std::vector<BYTE> extra;
+    HICON bigIcon = nullptr;
+    HICON smallIcon = nullptr;
+    HICON madeSmallIcon = nullptr;  // of the large one, at the first question for ICON_SMALL2
+    HWND lastActivePopup = nullptr;
+    DWORD helpId = 0;
+    std::vector<WindowProperty> properties;  // in the order of their setting
+    std::shared_ptr<void> dialog;            // the dialog manager's state
+    std::shared_ptr<void> control;           // the state of one of the system's own classes
+
+    // What is to be painted: nothing, or the bounds in client coordinates.
+    bool needsPaint = false;
+    bool needsErase = false;
+    bool internalPaint = false;
+    RECT update{};
+
+    bool owesSize = false;  // WM_SIZE and WM_MOVE come when it is first shown
+    bool hiddenByOwner = false;
+    bool beingDestroyed = false;
+    bool destroyed = false;  // the handle is gone; freed at the last release
+    unsigned uses = 0;       // calls in progress, the window's own thread only
+
+    bool IsChild() const { return (style & (WS_CHILD | static_cast<LONG>(WS_POPUP))) == WS_CHILD; }
+    bool IsDesktopOrMessageRoot() const { return thread == 0; }
+};
+
+/// The calling thread's window; null for a stale or forged handle and for another thread's window. Takes no lock.
+KELGEN_PLATFORM_API Window* OwnWindow(HWND handle);
+
+/// Any thread's window, also the two roots; null for a stale or forged handle. The desktop lock is held by the caller, and the
+/// window stays only while it is.
+KELGEN_PLATFORM_API Window* FindWindowLocked(HWND handle);
+
+/// Keeps a window of the calling thread from being freed.
+class WindowUse
+{
+public:
+    explicit WindowUse(Window& window) : m_window(window) { ++window.uses; }
+    ~WindowUse()
+    {
+        if (--m_window.uses == 0 && m_window.destroyed)
+            Delete(m_window);
+    }
+    WindowUse(const WindowUse&) = delete;
+    WindowUse& operator=(const WindowUse&) = delete;
+
+private:
+    static void Delete(Window& window);
+
+    Window& m_window;
+};
+
+/// Calls the procedure of a window of the calling thread; texts in the message are converted when the caller speaks the other kind.
+/// 0 with ERROR_STACK_OVERFLOW, without a call, after 10 000 calls in each other or when less than 128 KB of stack are left.
+KELGEN_PLATFORM_API LRESULT CallProcedure(Window& window, UINT message, WPARAM wParam, LPARAM lParam, bool wideCaller);
+
+/// Calls @p procedure, a procedure or a cookie, as CallWindowProcA and CallWindowProcW do.
+KELGEN_PLATFORM_API LRESULT CallAnyProcedure(WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam, bool wideCaller);
+
+}  // namespace kelgen::posix::user

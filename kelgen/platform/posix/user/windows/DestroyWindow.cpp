@@ -1,0 +1,227 @@
+// DestroyWindow.cpp: destroying windows, with the messages in their order, and what is left of a thread that ends.
+#include <kelgen/platform/posix/user/windows/Destruction.h>
+
+#include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
+#include <kelgen/platform/posix/user/api/Menus.h>
+#include <kelgen/platform/posix/user/api/WindowCalls.h>
+#include <kelgen/platform/posix/user/messages/HookChains.h>
+#include <kelgen/platform/posix/user/messages/InternalCalls.h>
+#include <kelgen/platform/posix/user/messages/Sends.h>
+#include <kelgen/platform/posix/user/objects/ThreadWindows.h>
+#include <kelgen/platform/posix/user/objects/WindowTable.h>
+#include <kelgen/platform/posix/user/windows/Focus.h>
+#include <kelgen/platform/posix/user/windows/Positions.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace kelgen::posix::user {
+
+namespace {
+
+std::vector<HWND> Children(const Window& window)
+{
+    DesktopGuard guard;
+    return ChildrenOf(window);
+}
+
+// A window of another thread ends there, when that thread takes sends.
+void DestroyElsewhere(HWND window)
+{
+    PostToThreadOf(window, [](Window& target) { DestroyWindow(target.handle); });
+}
+
+void SendDestroy(Window& window)
+{
+    Send(window, WM_DESTROY, 0, 0);
+    if (window.destroyed)
+        return;
+    for (HWND child : Children(window))
+        if (Window* own = OwnWindow(child); own && own->parent == &window) {
+            own->beingDestroyed = true;
+            const WindowUse use(*own);
+            SendDestroy(*own);
+        }
+}
+
+void ReleaseMenus(Window& window)
+{
+    if (!window.IsChild() && window.id != 0)
+        DestroyMenu(reinterpret_cast<HMENU>(std::exchange(window.id, 0)));
+    if (window.systemMenu)
+        DestroyMenu(std::exchange(window.systemMenu, nullptr));
+}
+
+// Another thread's child loses its parent and then its life.
+void Orphan(HWND child)
+{
+    {
+        DesktopGuard guard;
+        Window* other = FindWindowLocked(child);
+        if (!other)
+            return;
+        UnlinkWindow(*other);
+        LinkWindow(*other, MessageRoot(), Place::Bottom);
+    }
+    DestroyElsewhere(child);
+}
+
+// WM_NCDESTROY to the children first, then to the window.
+void SendNcDestroy(Window& window)
+{
+    for (HWND child : Children(window)) {
+        if (Window* own = OwnWindow(child)) {
+            const WindowUse use(*own);
+            SendNcDestroy(*own);
+        } else {
+            Orphan(child);
+        }
+    }
+    if (window.destroyed)
+        return;
+    window.queue->ForgetWindow(window.handle);
+    Send(window, WM_NCDESTROY, 0, 0);
+    if (!window.destroyed)
+        Forget(window);
+}
+
+void DestroyOwned(const Window& window)
+{
+    std::vector<HWND> owned;
+    {
+        DesktopGuard guard;
+        for (const Window* other = DesktopRoot().firstChild; other; other = other->below)
+            if (other->owner && FindWindowLocked(other->owner) == &window)
+                owned.push_back(other->handle);
+    }
+    for (HWND other : owned) {
+        if (OwnWindow(other))
+            DestroyWindow(other);
+        else
+            DestroyElsewhere(other);
+    }
+}
+
+// Clears the mark of a window whose destruction an exception of its host has ended, and of what is below it.
+struct DestructionMark
+{
+    explicit DestructionMark(Window& marked) : window(marked) { window.beingDestroyed = true; }
+    ~DestructionMark()
+    {
+        if (window.destroyed)
+            return;
+        DesktopGuard guard;
+        window.beingDestroyed = false;
+        for (HWND below : DescendantsOf(window))
+            if (Window* own = OwnWindow(below))
+                own->beingDestroyed = false;
+    }
+    DestructionMark(const DestructionMark&) = delete;
+    DestructionMark& operator=(const DestructionMark&) = delete;
+
+    Window& window;
+};
+
+void HideBeforeEnd(Window& window)
+{
+    if (!(window.style & WS_VISIBLE))
+        return;
+    if (window.style & WS_CHILD)
+        Show(window, SW_HIDE);
+    else
+        SetPosition(window, {window.handle, nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_HIDEWINDOW});
+}
+
+}  // namespace
+
+void NotifyParent(const Window& window, UINT event)
+{
+    HWND parent = nullptr;
+    {
+        DesktopGuard guard;
+        if (!window.IsChild() || (window.exStyle & WS_EX_NOPARENTNOTIFY) || !window.parent || window.parent->IsDesktopOrMessageRoot())
+            return;
+        parent = window.parent->handle;
+    }
+    SendTo(parent, WM_PARENTNOTIFY, MAKEWPARAM(event, window.id), AsParameter(window.handle), true);
+}
+
+void Forget(Window& window)
+{
+    ThreadQueue& queue = *window.queue;
+    const HWND gone = window.handle;
+    HWND handle = gone;
+    if (queue.active == handle)
+        queue.active = nullptr;
+    if (queue.focus == handle)
+        queue.focus = nullptr;
+    queue.capture.compare_exchange_strong(handle, nullptr);
+    ReleaseMenus(window);
+    // From here on nobody finds the window, so that nothing for it comes into the emptied queue.
+    RemoveWindow(window);
+    queue.ForgetWindow(gone);
+}
+
+void AbandonCreation(Window& window)
+{
+    if (window.destroyed)
+        return;
+    window.beingDestroyed = true;
+    SendNcDestroy(window);
+}
+
+void DestroyWindowsOf(ThreadQueue& queue)
+{
+    // The windows of the thread, wherever they are in the tree; no code of the host runs any more.
+    DesktopGuard guard;
+    for (Window* root : {&DesktopRoot(), &MessageRoot()}) {
+        auto all = DescendantsOf(*root);
+        std::reverse(all.begin(), all.end());
+        for (HWND handle : all) {
+            Window* window = FindWindowLocked(handle);
+            if (!window || window->thread != queue.thread)
+                continue;
+            for (HWND child : ChildrenOf(*window))
+                Orphan(child);
+            window->queue = &queue;
+            Forget(*window);
+        }
+    }
+}
+
+}  // namespace kelgen::posix::user
+
+using namespace kelgen::posix;
+using namespace kelgen::posix::user;
+
+BOOL DestroyWindow(HWND handle)
+{
+    Window* window = OwnWindow(handle);
+    if (!window)
+        return Fail(ERROR_ACCESS_DENIED, FALSE);
+    // Destroying it once more from WM_DESTROY changes nothing.
+    if (window->beingDestroyed)
+        return TRUE;
+    const WindowUse use(*window);
+    handle = window->handle;
+    if (HasHooks(HookChains::BitOf(WH_CBT)) && CallHooks(WH_CBT, HCBT_DESTROYWND, AsFirstParameter(handle), 0))
+        return FALSE;
+    if (window->destroyed)
+        return TRUE;
+    const DestructionMark mark(*window);
+    NotifyParent(*window, WM_DESTROY);
+    if (!window->destroyed)
+        HideBeforeEnd(*window);
+    if (!window->destroyed && !window->IsChild())
+        DestroyOwned(*window);
+    if (!window->destroyed && CurrentQueue().active == handle)
+        ActivateInsteadOf(*window);
+    if (!window->destroyed)
+        LeaveFocus(*window);
+    if (!window->destroyed)
+        SendDestroy(*window);
+    if (!window->destroyed)
+        SendNcDestroy(*window);
+    return TRUE;
+}
