@@ -4,8 +4,8 @@
 #include <kelgen/app/App.h>
 #include <kelgen/app/DDX.h>
 #include <kelgen/app/FrameWnd.h>
-#include <kelgen/framework/Controls.h>
-#include <kelgen/framework/ListCtrl.h>
+#include <kelgen/framework/dialogs/Controls.h>
+#include <kelgen/framework/dialogs/ListCtrl.h>
 
 #include <algorithm>
 #include <memory>

@@ -2,7 +2,7 @@
 #include "ArrayOperations.h"
 
 #include <kelgen/containers/BaseComparableArray.h>
-#include <kelgen/framework/Map.h>
+#include <kelgen/framework/collections/Map.h>
 #include <kelgen/text/WStr.h>
 
 #include <unordered_map>

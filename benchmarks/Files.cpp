@@ -1,7 +1,7 @@
 // Files.cpp: CMemoryFile, CBufferedFile and the archive of strings, beside the standard library's streams.
 #include "FileOperations.h"
 
-#include <kelgen/framework/MemFile.h>
+#include <kelgen/framework/files/MemFile.h>
 #include <kelgen/persistence/BufferedFile.h>
 #include <kelgen/persistence/MemoryFile.h>
 #include <kelgen/text/WArchive.h>

@@ -1,7 +1,7 @@
 // Messages.cpp: messages posted, sent through hooks and across threads; timers; windows made and destroyed.
 #include "Bench.h"
 
-#include <kelgen/framework/Wnd.h>
+#include <kelgen/framework/windows/Wnd.h>
 #include <kelgen/window/WndInterface.h>
 
 #include <deque>

@@ -1,7 +1,7 @@
 // NarrowStrings.cpp: CString and std::string.
 #include "StringOperations.h"
 
-#include <kelgen/framework/String.h>
+#include <kelgen/framework/base/String.h>
 #include <kelgen/text/StrArray.h>
 
 namespace bench {

@@ -1,5 +1,5 @@
 // Archive.cpp: any bytes as an archive of 16-bit strings and of lines.
-#include <kelgen/framework/MemFile.h>
+#include <kelgen/framework/files/MemFile.h>
 #include <kelgen/text/WArchive.h>
 
 #include <cstdlib>

@@ -1,7 +1,7 @@
 // Arguments.h: the program's arguments: [--once] [FOLDER | FILE.ini].
 #pragma once
 
-#include <kelgen/framework/CommandLine.h>
+#include <kelgen/framework/program/CommandLine.h>
 
 /// What CWinApp::ParseCommandLine finds.
 class CMonitorArguments : public CCommandLineInfo

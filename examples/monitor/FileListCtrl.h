@@ -3,7 +3,7 @@
 
 #include "WatchedFile.h"
 
-#include <kelgen/framework/ListCtrl.h>
+#include <kelgen/framework/dialogs/ListCtrl.h>
 
 #include <unordered_map>
 

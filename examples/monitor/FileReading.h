@@ -1,7 +1,7 @@
 // FileReading.h: reads a file piece by piece and forms its checksum.
 #pragma once
 
-#include <kelgen/framework/File.h>
+#include <kelgen/framework/files/File.h>
 #include <kelgen/persistence/CRC.h>
 
 #include <memory>

@@ -1,7 +1,7 @@
 // FileWatcher.h: brings the alarms of the library's watcher from its thread to the thread of a window.
 #pragma once
 
-#include <kelgen/framework/StringArray.h>
+#include <kelgen/framework/collections/StringArray.h>
 #include <kelgen/system/FileChangeEvent.h>
 #include <kelgen/window/MessageWindow.h>
 

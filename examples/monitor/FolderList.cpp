@@ -1,7 +1,7 @@
 // FolderList.cpp: listing a folder with the framework's search.
 #include "FolderList.h"
 
-#include <kelgen/framework/FileFind.h>
+#include <kelgen/framework/files/FileFind.h>
 
 #include <algorithm>
 

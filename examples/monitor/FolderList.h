@@ -1,7 +1,7 @@
 // FolderList.h: folders and what lies in them.
 #pragma once
 
-#include <kelgen/framework/String.h>
+#include <kelgen/framework/base/String.h>
 
 #include <vector>
 

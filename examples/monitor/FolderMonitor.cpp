@@ -1,7 +1,7 @@
 // FolderMonitor.cpp: folders and files to watch, the scan, and the start of the watch.
 #include "FolderMonitor.h"
 
-#include <kelgen/framework/Exceptions.h>
+#include <kelgen/framework/base/Exceptions.h>
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include "Scanner.h"
 #include "WatchedFile.h"
 
-#include <kelgen/framework/MapTypes.h>
+#include <kelgen/framework/collections/MapTypes.h>
 #include <kelgen/window/Timer.h>
 
 #include <memory>

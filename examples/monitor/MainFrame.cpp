@@ -6,8 +6,8 @@
 #include "SettingsDialog.h"
 #include "Texts.h"
 
-#include <kelgen/framework/CmdUI.h>
-#include <kelgen/framework/Menu.h>
+#include <kelgen/framework/program/CmdUI.h>
+#include <kelgen/framework/windows/Menu.h>
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include "Settings.h"
 
 #include <kelgen/app/FrameWnd.h>
-#include <kelgen/framework/Controls.h>
+#include <kelgen/framework/dialogs/Controls.h>
 
 class CMainFrame : public CKelGenFrameWnd
 {

@@ -3,7 +3,7 @@
 
 #include "Account.h"
 
-#include <kelgen/framework/MemFile.h>
+#include <kelgen/framework/files/MemFile.h>
 #include <kelgen/persistence/CRC.h>
 #include <kelgen/text/International.h>
 #include <kelgen/text/WArchive.h>

@@ -1,9 +1,9 @@
 // App.cpp: start-up, frames, idle work, messages to threads.
 #include <kelgen/app/App.h>
 
-#include <kelgen/framework/File.h>
-#include <kelgen/framework/ModuleState.h>
-#include <kelgen/framework/Wnd.h>
+#include <kelgen/framework/files/File.h>
+#include <kelgen/framework/program/ModuleState.h>
+#include <kelgen/framework/windows/Wnd.h>
 
 namespace {
 

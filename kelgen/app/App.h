@@ -4,9 +4,9 @@
 #include <kelgen/Export.h>
 #include <kelgen/app/AppInterface.h>
 #include <kelgen/app/WndArray.h>
-#include <kelgen/framework/Map.h>
-#include <kelgen/framework/Synchronization.h>
-#include <kelgen/framework/WinApp.h>
+#include <kelgen/framework/base/Synchronization.h>
+#include <kelgen/framework/collections/Map.h>
+#include <kelgen/framework/program/WinApp.h>
 #include <kelgen/property/AppIntegerMap.h>
 #include <kelgen/window/MessageHook.h>
 #include <kelgen/window/MessageWindow.h>

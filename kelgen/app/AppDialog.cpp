@@ -1,9 +1,9 @@
 // AppDialog.cpp: the self-deleting dialog, its menus, and the controls of 16-bit text.
 #include <kelgen/app/AppDialog.h>
 
-#include <kelgen/framework/DialogTemplate.h>
-#include <kelgen/framework/PopupUpdate.h>
-#include <kelgen/framework/ThreadState.h>
+#include <kelgen/framework/dialogs/internal/DialogTemplate.h>
+#include <kelgen/framework/windows/ThreadState.h>
+#include <kelgen/framework/windows/internal/PopupUpdate.h>
 
 CAppDialog::CAppDialog(UINT nIDTemplate, CWnd* pParent) : CDialog(nIDTemplate, pParent) {}
 

@@ -2,9 +2,9 @@
 #pragma once
 
 #include <kelgen/Export.h>
-#include <kelgen/framework/Controls.h>
-#include <kelgen/framework/Dialog.h>
-#include <kelgen/framework/ListCtrl.h>
+#include <kelgen/framework/dialogs/Controls.h>
+#include <kelgen/framework/dialogs/Dialog.h>
+#include <kelgen/framework/dialogs/ListCtrl.h>
 
 class CFrameWnd;
 class _AFX_THREAD_STATE;

@@ -2,8 +2,8 @@
 #include <kelgen/app/AppIniFile.h>
 
 #include <kelgen/app/AppInterface.h>
-#include <kelgen/framework/ModuleState.h>
-#include <kelgen/framework/WinApp.h>
+#include <kelgen/framework/program/ModuleState.h>
+#include <kelgen/framework/program/WinApp.h>
 
 namespace _kelgen {
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/Export.h>
-#include <kelgen/framework/String.h>
+#include <kelgen/framework/base/String.h>
 
 namespace _kelgen {
 

@@ -1,7 +1,7 @@
 // DDX.cpp: controls and members.
 #include <kelgen/app/DDX.h>
 
-#include <kelgen/framework/Controls.h>
+#include <kelgen/framework/dialogs/Controls.h>
 
 #include <algorithm>
 #include <cstdlib>

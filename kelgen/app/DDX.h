@@ -2,8 +2,8 @@
 #pragma once
 
 #include <kelgen/Export.h>
-#include <kelgen/framework/DataExchange.h>
-#include <kelgen/framework/StringArray.h>
+#include <kelgen/framework/collections/StringArray.h>
+#include <kelgen/framework/dialogs/DataExchange.h>
 #include <kelgen/text/StrArray.h>
 
 /// Routines for DoDataExchange. Each moves data to the control, or from it while saving; what does not pass ends the exchange by

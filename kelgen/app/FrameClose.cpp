@@ -1,9 +1,9 @@
 // FrameClose.cpp: what all frames of the library do: icons, the application's list, and closing.
 #include <kelgen/app/FrameWnd.h>
 
-#include <kelgen/framework/Document.h>
-#include <kelgen/framework/ModuleState.h>
-#include <kelgen/framework/View.h>
+#include <kelgen/framework/frames/Document.h>
+#include <kelgen/framework/frames/View.h>
+#include <kelgen/framework/program/ModuleState.h>
 
 namespace {
 

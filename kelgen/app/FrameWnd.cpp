@@ -1,8 +1,8 @@
 // FrameWnd.cpp: the three frame classes.
 #include <kelgen/app/FrameWnd.h>
 
-#include <kelgen/framework/DocTemplate.h>
-#include <kelgen/framework/ModuleState.h>
+#include <kelgen/framework/frames/DocTemplate.h>
+#include <kelgen/framework/program/ModuleState.h>
 
 #define KELGEN_FRAME_MESSAGES()                                                                                                            \
     ON_WM_CREATE()                                                                                                                         \

@@ -3,9 +3,9 @@
 
 #include <kelgen/Export.h>
 #include <kelgen/app/App.h>
-#include <kelgen/framework/FrameWnd.h>
-#include <kelgen/framework/MDIChildWnd.h>
-#include <kelgen/framework/MDIFrameWnd.h>
+#include <kelgen/framework/frames/FrameWnd.h>
+#include <kelgen/framework/frames/MDIChildWnd.h>
+#include <kelgen/framework/frames/MDIFrameWnd.h>
 #include <kelgen/window/WndInterface.h>
 
 /// What all frames of the library do: they join the application's list from WM_CREATE to WM_DESTROY, take icons from their resources,

@@ -4,7 +4,7 @@
 #include <kelgen/containers/ArrayMemory.h>
 #include <kelgen/containers/SafeArrayElements.h>
 #include <kelgen/containers/StdArrayInterface.h>
-#include <kelgen/framework/Array.h>
+#include <kelgen/framework/collections/Array.h>
 #include <kelgen/platform/support/Assert.h>
 
 #include <cstdint>
@@ -114,7 +114,7 @@ public:
     SAFEARRAY* CreateSafeArray(VARTYPE type) const;
     /// Frees what the initialised @p variant holds and gives it CreateSafeArray(type); leaves it empty when there is none.
     void SetSafeArray(VARTYPE type, VARIANT& variant) const;
-    /// A variant that holds such an array of the elements of @p array. Callers include kelgen/framework/OleVariant.h.
+    /// A variant that holds such an array of the elements of @p array. Callers include kelgen/framework/ole/OleVariant.h.
     template <class RESULT = COleVariant>
     static RESULT GetOleVariantArray(VARTYPE type, CBaseArray& array)
     {

@@ -4,7 +4,7 @@
 #include <kelgen/Export.h>
 #include <kelgen/containers/BaseComparable.h>
 #include <kelgen/containers/BaseComparableArray.h>
-#include <kelgen/framework/Map.h>
+#include <kelgen/framework/collections/Map.h>
 #include <kelgen/text/Str.h>
 
 class CBaseIdentifiable;

@@ -4,7 +4,7 @@
 #include <kelgen/Export.h>
 #include <kelgen/containers/BaseNumericArray.h>
 #include <kelgen/containers/FastArray.h>
-#include <kelgen/framework/String.h>
+#include <kelgen/framework/base/String.h>
 
 /// Integers; kept in descending order when they are added by SortAdd alone.
 ///

@@ -1,7 +1,7 @@
 // BaseMap.h: maps that can be copied, and the integer map.
 #pragma once
 
-#include <kelgen/framework/Map.h>
+#include <kelgen/framework/collections/Map.h>
 
 /// CMap with copying: a copy holds the same keys and values.
 template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE>

@@ -1,7 +1,7 @@
 // BaseMapPtrToPtr.cpp: counting by walking.
 #include <kelgen/containers/BaseMapPtrToPtr.h>
 
-#include <kelgen/framework/Wnd.h>
+#include <kelgen/framework/windows/Wnd.h>
 
 namespace {
 

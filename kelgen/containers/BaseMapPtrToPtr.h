@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/Export.h>
-#include <kelgen/framework/MapTypes.h>
+#include <kelgen/framework/collections/MapTypes.h>
 
 class CWnd;
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/Export.h>
-#include <kelgen/framework/ArrayTypes.h>
+#include <kelgen/framework/collections/ArrayTypes.h>
 
 class KELGEN_API CDWordStack : public CDWordArray
 {

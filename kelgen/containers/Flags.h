@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/containers/BaseArray.h>
-#include <kelgen/framework/String.h>
+#include <kelgen/framework/base/String.h>
 
 /// Flags that are set, in the order in which they were. @p FLAG is an enumeration.
 template <class FLAG>

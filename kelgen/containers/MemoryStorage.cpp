@@ -1,8 +1,8 @@
 // MemoryStorage.cpp: growth, and what follows it.
 #include <kelgen/containers/MemoryStorage.h>
 
-#include <kelgen/framework/Archive.h>
-#include <kelgen/framework/File.h>
+#include <kelgen/framework/files/Archive.h>
+#include <kelgen/framework/files/File.h>
 
 #include <cstdlib>
 #include <cstring>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include <kelgen/Export.h>
-#include <kelgen/framework/ArrayTypes.h>
-#include <kelgen/framework/Synchronization.h>
+#include <kelgen/framework/base/Synchronization.h>
+#include <kelgen/framework/collections/ArrayTypes.h>
 #include <kelgen/platform/Win32.h>
 
 class CArchive;

@@ -1,8 +1,8 @@
 // IniFile.cpp: reading an INI file line by line, and looking values up.
 #include <kelgen/persistence/IniFile.h>
 
-#include <kelgen/framework/Exceptions.h>
-#include <kelgen/framework/StdioFile.h>
+#include <kelgen/framework/base/Exceptions.h>
+#include <kelgen/framework/files/StdioFile.h>
 
 #include <memory>
 #include <string_view>

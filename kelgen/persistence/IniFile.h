@@ -2,10 +2,10 @@
 #pragma once
 
 #include <kelgen/Export.h>
-#include <kelgen/framework/Array.h>
-#include <kelgen/framework/ListTypes.h>
-#include <kelgen/framework/String.h>
-#include <kelgen/framework/StringArray.h>
+#include <kelgen/framework/base/String.h>
+#include <kelgen/framework/collections/Array.h>
+#include <kelgen/framework/collections/ListTypes.h>
+#include <kelgen/framework/collections/StringArray.h>
 
 namespace _kelgen {
 

@@ -3,7 +3,7 @@
 
 #include <kelgen/Export.h>
 #include <kelgen/containers/MemoryStorage.h>
-#include <kelgen/framework/File.h>
+#include <kelgen/framework/files/File.h>
 
 /// A file over the storage that it contains: what is written is in GetAllocation(), pointers kept in the container follow it.
 ///

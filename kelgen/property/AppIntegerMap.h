@@ -3,7 +3,7 @@
 
 #include <kelgen/Export.h>
 #include <kelgen/containers/BaseComparable.h>
-#include <kelgen/framework/Map.h>
+#include <kelgen/framework/collections/Map.h>
 
 #include <cstdint>
 

@@ -1,7 +1,7 @@
 // PropertySet.cpp: look-up, copies and reports of property sets.
 #include <kelgen/property/PropertySet.h>
 
-#include <kelgen/framework/Exceptions.h>
+#include <kelgen/framework/base/Exceptions.h>
 
 #include <string_view>
 

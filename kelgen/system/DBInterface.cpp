@@ -1,8 +1,8 @@
 // DBInterface.cpp: a setting is missing when it reads differently with two defaults.
 #include <kelgen/system/DBInterface.h>
 
-#include <kelgen/framework/ModuleState.h>
-#include <kelgen/framework/WinApp.h>
+#include <kelgen/framework/program/ModuleState.h>
+#include <kelgen/framework/program/WinApp.h>
 
 namespace {
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/Export.h>
-#include <kelgen/framework/String.h>
+#include <kelgen/framework/base/String.h>
 
 /// Saves and loads settings through the application object's profile functions. Precondition: there is an application object.
 class KELGEN_API CDBInterface

@@ -1,7 +1,7 @@
 // FileChangeEvent.cpp: the lists of watched files and folders, and starting and stopping.
 #include <kelgen/system/FileChangeEvent.h>
 
-#include <kelgen/framework/WinThread.h>
+#include <kelgen/framework/program/WinThread.h>
 #include <kelgen/system/FileTimes.h>
 #include <kelgen/system/FileWatchGate.h>
 

@@ -3,8 +3,8 @@
 
 #include <kelgen/Export.h>
 #include <kelgen/containers/BasePtrAllocArray.h>
-#include <kelgen/framework/OleDateTime.h>
-#include <kelgen/framework/Synchronization.h>
+#include <kelgen/framework/base/Synchronization.h>
+#include <kelgen/framework/ole/OleDateTime.h>
 #include <kelgen/text/StrArray.h>
 
 #include <atomic>

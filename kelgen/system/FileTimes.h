@@ -1,7 +1,7 @@
 // FileTimes.h: a file's times as the file watcher compares them. Internal to the library.
 #pragma once
 
-#include <kelgen/framework/OleDateTime.h>
+#include <kelgen/framework/ole/OleDateTime.h>
 
 namespace kelgen::detail {
 

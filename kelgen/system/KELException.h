@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/Export.h>
-#include <kelgen/framework/Exceptions.h>
+#include <kelgen/framework/base/Exceptions.h>
 
 /// An error with a code of the host's. Thrown by pointer; the catcher calls Delete().
 class KELGEN_API CKELException : public CException

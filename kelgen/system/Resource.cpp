@@ -1,7 +1,7 @@
 // Resource.cpp: finds, loads and copies resources.
 #include <kelgen/system/Resource.h>
 
-#include <kelgen/framework/ModuleState.h>
+#include <kelgen/framework/program/ModuleState.h>
 
 #include <cstring>
 

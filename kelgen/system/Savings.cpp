@@ -1,8 +1,8 @@
 // Savings.cpp: finds the application's savings.
 #include <kelgen/system/Savings.h>
 
-#include <kelgen/framework/ModuleState.h>
-#include <kelgen/framework/WinApp.h>
+#include <kelgen/framework/program/ModuleState.h>
+#include <kelgen/framework/program/WinApp.h>
 
 CSavings::~CSavings() = default;
 

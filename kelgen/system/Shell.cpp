@@ -1,7 +1,7 @@
 // Shell.cpp: tests and searches in the file system, comparison of paths, the root of file associations.
 #include <kelgen/system/Shell.h>
 
-#include <kelgen/framework/FileFind.h>
+#include <kelgen/framework/files/FileFind.h>
 #include <kelgen/text/StrArray.h>
 #include <kelgen/text/WStr.h>
 

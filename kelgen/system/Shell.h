@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/Export.h>
-#include <kelgen/framework/StringArray.h>
+#include <kelgen/framework/collections/StringArray.h>
 #include <kelgen/persistence/Registry.h>
 #include <kelgen/platform/Win32.h>
 

@@ -1,7 +1,7 @@
 // BSTR.cpp: system strings between each other and narrow text.
 #include <kelgen/text/BSTR.h>
 
-#include <kelgen/framework/OleException.h>
+#include <kelgen/framework/ole/OleException.h>
 
 #include <cstring>
 #include <utility>

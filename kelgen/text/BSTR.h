@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/Export.h>
-#include <kelgen/framework/String.h>
+#include <kelgen/framework/base/String.h>
 #include <kelgen/platform/Win32.h>
 
 /// Helpers for system strings; null is not the empty one. The owner of one frees it by SysFreeString.

@@ -3,7 +3,7 @@
 
 #include <kelgen/Export.h>
 #include <kelgen/containers/BaseArray.h>
-#include <kelgen/framework/String.h>
+#include <kelgen/framework/base/String.h>
 
 /// One pair of an integer and its text.
 class KELGEN_API CBaseIntegerTextItem

@@ -3,7 +3,7 @@
 
 #include <kelgen/Export.h>
 #include <kelgen/containers/MemoryStorage.h>
-#include <kelgen/framework/String.h>
+#include <kelgen/framework/base/String.h>
 #include <kelgen/text/WStr.h>
 
 /// Conversions, all static. In their names Ansi is the system's ANSI code page, OEM and String its OEM code page, Latin1 page

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/Export.h>
-#include <kelgen/framework/MapTypes.h>
+#include <kelgen/framework/collections/MapTypes.h>
 
 /// A map from variable names to values. A text names a variable as "$name" inside braces; the whole group in braces goes when its
 /// variable is empty.

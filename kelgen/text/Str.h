@@ -3,7 +3,7 @@
 
 #include <kelgen/Export.h>
 #include <kelgen/containers/BaseComparable.h>
-#include <kelgen/framework/String.h>
+#include <kelgen/framework/base/String.h>
 
 /// A CString that is a CBaseComparable: it compares by its text with other CStr, by class with everything else.
 ///

@@ -3,7 +3,7 @@
 
 #include <kelgen/Export.h>
 #include <kelgen/containers/StdArrayInterface.h>
-#include <kelgen/framework/StringArray.h>
+#include <kelgen/framework/collections/StringArray.h>
 #include <kelgen/platform/support/Assert.h>
 #include <kelgen/text/IntegerText.h>
 
@@ -140,7 +140,7 @@ public:
     /// Frees what the initialised @p variant holds and gives it an array of the entries (VT_BSTR). False for null and without
     /// memory.
     bool CreateSafeArray(VARIANT* variant) const;
-    /// A variant that holds such an array. Callers include kelgen/framework/OleVariant.h.
+    /// A variant that holds such an array. Callers include kelgen/framework/ole/OleVariant.h.
     [[nodiscard]] COleVariant CreateSafeArray() const;
 
 protected:

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/Export.h>
-#include <kelgen/framework/Archive.h>
+#include <kelgen/framework/files/Archive.h>
 #include <kelgen/text/WStr.h>
 
 /// An archive that also reads lines of 16-bit text, low byte first.

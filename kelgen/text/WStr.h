@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/Export.h>
-#include <kelgen/framework/CollectionHelpers.h>  // CopyElements, which assigns strings one by one
+#include <kelgen/framework/collections/CollectionHelpers.h>  // CopyElements, which assigns strings one by one
 #include <kelgen/platform/Win32.h>
 
 #include <atomic>

@@ -4,7 +4,7 @@
 #include <kelgen/Export.h>
 #include <kelgen/containers/FastArray.h>
 #include <kelgen/containers/PivotSort.h>
-#include <kelgen/framework/String.h>
+#include <kelgen/framework/base/String.h>
 #include <kelgen/text/WStr.h>
 
 #include <type_traits>

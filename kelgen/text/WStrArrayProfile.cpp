@@ -1,8 +1,8 @@
 // WStrArrayProfile.cpp: the entries as values of the application's profile.
 #include <kelgen/text/WStrArray.h>
 
-#include <kelgen/framework/ModuleState.h>
-#include <kelgen/framework/WinApp.h>
+#include <kelgen/framework/program/ModuleState.h>
+#include <kelgen/framework/program/WinApp.h>
 #include <kelgen/text/International.h>
 
 namespace {

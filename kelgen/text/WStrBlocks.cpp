@@ -1,7 +1,7 @@
 // WStrBlocks.cpp: the five pools, and what passes between them and the threads.
 #include <kelgen/text/WStrBlocks.h>
 
-#include <kelgen/framework/Exceptions.h>
+#include <kelgen/framework/base/Exceptions.h>
 #include <kelgen/platform/support/ThreadSlot.h>
 
 #include <climits>

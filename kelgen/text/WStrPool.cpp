@@ -1,7 +1,7 @@
 // WStrPool.cpp: chunks cut into blocks, in a chain of free ones.
 #include <kelgen/text/WStrPool.h>
 
-#include <kelgen/framework/Exceptions.h>
+#include <kelgen/framework/base/Exceptions.h>
 
 #include <cstdlib>
 #include <new>

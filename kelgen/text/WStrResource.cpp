@@ -1,7 +1,7 @@
 // WStrResource.cpp: string resources.
 #include <kelgen/text/WStr.h>
 
-#include <kelgen/framework/ModuleState.h>
+#include <kelgen/framework/program/ModuleState.h>
 #include <kelgen/text/ScanUnits.h>
 #include <kelgen/text/WStrBlocks.h>
 

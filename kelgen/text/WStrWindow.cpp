@@ -1,8 +1,8 @@
 // WStrWindow.cpp: texts of windows and menus.
 #include <kelgen/text/WStr.h>
 
-#include <kelgen/framework/Menu.h>
-#include <kelgen/framework/Wnd.h>
+#include <kelgen/framework/windows/Menu.h>
+#include <kelgen/framework/windows/Wnd.h>
 
 namespace {
 

@@ -1,9 +1,9 @@
 // MessageHook.cpp: from the platform's hook chains to windows and listeners.
 #include <kelgen/window/MessageHook.h>
 
-#include <kelgen/framework/ModuleState.h>
-#include <kelgen/framework/WinThread.h>
-#include <kelgen/framework/Wnd.h>
+#include <kelgen/framework/program/ModuleState.h>
+#include <kelgen/framework/program/WinThread.h>
+#include <kelgen/framework/windows/Wnd.h>
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include <kelgen/Export.h>
 #include <kelgen/containers/BaseArray.h>
-#include <kelgen/framework/Geometry.h>
+#include <kelgen/framework/base/Geometry.h>
 #include <kelgen/platform/Win32.h>
 #include <kelgen/window/ListWalk.h>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/Export.h>
-#include <kelgen/framework/Wnd.h>
+#include <kelgen/framework/windows/Wnd.h>
 #include <kelgen/window/Presence.h>
 
 class CMessageWindowListener;

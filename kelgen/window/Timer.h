@@ -2,8 +2,8 @@
 #pragma once
 
 #include <kelgen/Export.h>
-#include <kelgen/framework/Synchronization.h>
-#include <kelgen/framework/Wnd.h>
+#include <kelgen/framework/base/Synchronization.h>
+#include <kelgen/framework/windows/Wnd.h>
 #include <kelgen/window/WndInterface.h>
 
 namespace _kelgen {

@@ -1,7 +1,7 @@
 // WindowHook.cpp: chains of hooks, and the way of a message through them while they change.
 #include <kelgen/window/WindowHook.h>
 
-#include <kelgen/framework/CurrentMessage.h>
+#include <kelgen/framework/windows/internal/CurrentMessage.h>
 
 #include <mutex>
 

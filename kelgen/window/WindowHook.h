@@ -2,8 +2,8 @@
 #pragma once
 
 #include <kelgen/Export.h>
-#include <kelgen/framework/MapTypes.h>
-#include <kelgen/framework/Wnd.h>
+#include <kelgen/framework/collections/MapTypes.h>
+#include <kelgen/framework/windows/Wnd.h>
 
 #include <vector>
 

@@ -1,7 +1,7 @@
 // WndInterface.cpp: the stages of a message, and what hooks may do to them.
 #include <kelgen/window/WndInterface.h>
 
-#include <kelgen/framework/Wnd.h>
+#include <kelgen/framework/windows/Wnd.h>
 
 using kelgen::detail::PresenceWatch;
 

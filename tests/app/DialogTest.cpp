@@ -1,9 +1,9 @@
 // DialogTest.cpp: exchange routines against a dialog's controls, and dialogs that delete themselves.
 #include <kelgen/app/AppDialog.h>
 #include <kelgen/app/DDX.h>
-#include <kelgen/framework/DialogTemplate.h>
-#include <kelgen/framework/ModuleState.h>
-#include <kelgen/framework/ThreadState.h>
+#include <kelgen/framework/dialogs/internal/DialogTemplate.h>
+#include <kelgen/framework/program/ModuleState.h>
+#include <kelgen/framework/windows/ThreadState.h>
 
 #include "app/TestApp.h"
 #include "support/Random.h"

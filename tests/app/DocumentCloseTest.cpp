@@ -1,8 +1,8 @@
 // DocumentCloseTest.cpp: frames with documents: who is asked, what is closed, and what becomes of the application.
-#include <kelgen/framework/DocTemplate.h>
-#include <kelgen/framework/Document.h>
-#include <kelgen/framework/ModuleState.h>
-#include <kelgen/framework/View.h>
+#include <kelgen/framework/frames/DocTemplate.h>
+#include <kelgen/framework/frames/Document.h>
+#include <kelgen/framework/frames/View.h>
+#include <kelgen/framework/program/ModuleState.h>
 
 #include "app/TestApp.h"
 #include "framework/Traffic.h"

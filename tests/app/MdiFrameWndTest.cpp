@@ -1,7 +1,7 @@
 // MdiFrameWndTest.cpp: the library's MDI frames and children, and frame objects that go with a live window.
-#include <kelgen/framework/DocTemplate.h>
-#include <kelgen/framework/Document.h>
-#include <kelgen/framework/View.h>
+#include <kelgen/framework/frames/DocTemplate.h>
+#include <kelgen/framework/frames/Document.h>
+#include <kelgen/framework/frames/View.h>
 
 #include "app/TestApp.h"
 #include "framework/Traffic.h"

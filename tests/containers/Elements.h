@@ -1,8 +1,8 @@
 // Elements.h: what an array holds, for comparison and messages.
 #pragma once
 
-#include <kelgen/framework/Array.h>
-#include <kelgen/framework/String.h>
+#include <kelgen/framework/base/String.h>
+#include <kelgen/framework/collections/Array.h>
 
 #include "support/Random.h"
 

@@ -1,8 +1,8 @@
 // MemoryStorageTest.cpp: growth, pointers that follow, ownership, the lock, and whole files, good, short and too large.
 #include <kelgen/containers/MemoryStorage.h>
 
-#include <kelgen/framework/Archive.h>
-#include <kelgen/framework/File.h>
+#include <kelgen/framework/files/Archive.h>
+#include <kelgen/framework/files/File.h>
 
 #include "framework/Thrown.h"
 

@@ -1,7 +1,7 @@
 // SafeArrayTest.cpp: arrays to and from automation's arrays and variants.
 #include <kelgen/containers/BaseIntArray.h>
 #include <kelgen/containers/DWArray.h>
-#include <kelgen/framework/OleVariant.h>
+#include <kelgen/framework/ole/OleVariant.h>
 #include <kelgen/text/BSTR.h>
 
 #include "Elements.h"

@@ -1,10 +1,10 @@
 // ArchiveTest.cpp: the stored bytes, round trips, objects, and loading of damaged and hostile archives.
-#include <kelgen/framework/Archive.h>
-#include <kelgen/framework/ArrayTypes.h>
-#include <kelgen/framework/ListTypes.h>
-#include <kelgen/framework/MapTypes.h>
-#include <kelgen/framework/MemFile.h>
-#include <kelgen/framework/StringArray.h>
+#include <kelgen/framework/collections/ArrayTypes.h>
+#include <kelgen/framework/collections/ListTypes.h>
+#include <kelgen/framework/collections/MapTypes.h>
+#include <kelgen/framework/collections/StringArray.h>
+#include <kelgen/framework/files/Archive.h>
+#include <kelgen/framework/files/MemFile.h>
 
 #include "framework/Stored.h"
 #include "framework/Thrown.h"

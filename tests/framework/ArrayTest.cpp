@@ -1,7 +1,7 @@
 // ArrayTest.cpp: growth, bounds, element lifetimes, arguments from inside the array, and random changes against a vector.
-#include <kelgen/framework/Array.h>
-#include <kelgen/framework/ArrayTypes.h>
-#include <kelgen/framework/StringArray.h>
+#include <kelgen/framework/collections/Array.h>
+#include <kelgen/framework/collections/ArrayTypes.h>
+#include <kelgen/framework/collections/StringArray.h>
 
 #include "framework/Thrown.h"
 #include "support/Random.h"

@@ -1,5 +1,5 @@
 // DialogTest.cpp: dialogs out of templates in memory: how they end, also while they are created.
-#include <kelgen/framework/Dialog.h>
+#include <kelgen/framework/dialogs/Dialog.h>
 
 #include "Traffic.h"
 

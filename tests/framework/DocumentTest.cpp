@@ -1,7 +1,7 @@
 // DocumentTest.cpp: documents from new to closed, in one frame: the order of calls, questions, files, and refusals.
 #include "Notes.h"
 
-#include <kelgen/framework/Exceptions.h>
+#include <kelgen/framework/base/Exceptions.h>
 
 #include "support/Rows.h"
 #include "support/Scratch.h"

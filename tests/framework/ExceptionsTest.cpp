@@ -1,5 +1,5 @@
 // ExceptionsTest.cpp: throwing by pointer, ends of handlers, causes and texts.
-#include <kelgen/framework/Exceptions.h>
+#include <kelgen/framework/base/Exceptions.h>
 
 #include <cerrno>
 

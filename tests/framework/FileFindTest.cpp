@@ -1,5 +1,5 @@
 // FileFindTest.cpp: searches one entry ahead, and what is told of each entry.
-#include <kelgen/framework/FileFind.h>
+#include <kelgen/framework/files/FileFind.h>
 
 #include "framework/Thrown.h"
 #include "support/Failures.h"

@@ -1,6 +1,6 @@
 // FileTest.cpp: opening and sharing, positions, failures with their causes, status, and files in memory.
-#include <kelgen/framework/File.h>
-#include <kelgen/framework/MemFile.h>
+#include <kelgen/framework/files/File.h>
+#include <kelgen/framework/files/MemFile.h>
 
 #include "framework/Thrown.h"
 #include "support/Random.h"

@@ -1,7 +1,7 @@
 // FrameWndTest.cpp: frames: creation, commands and their update, keys, titles, views, idle time and modal state.
 #include "Notes.h"
 
-#include <kelgen/framework/Exceptions.h>
+#include <kelgen/framework/base/Exceptions.h>
 
 #include "support/Rows.h"
 

@@ -1,6 +1,6 @@
 // ListTest.cpp: order, positions and random changes against a standard list.
-#include <kelgen/framework/List.h>
-#include <kelgen/framework/ListTypes.h>
+#include <kelgen/framework/collections/List.h>
+#include <kelgen/framework/collections/ListTypes.h>
 
 #include "framework/Thrown.h"
 #include "support/Random.h"

@@ -1,6 +1,6 @@
 // MapTest.cpp: hashing, iteration order, entry lifetimes and random changes against a standard map.
-#include <kelgen/framework/Map.h>
-#include <kelgen/framework/MapTypes.h>
+#include <kelgen/framework/collections/Map.h>
+#include <kelgen/framework/collections/MapTypes.h>
 
 #include "framework/Thrown.h"
 #include "support/Random.h"

@@ -1,7 +1,7 @@
 // ModuleStateTest.cpp: whose state a thread works in, and in which order modules are asked for resources.
-#include <kelgen/framework/Exceptions.h>
-#include <kelgen/framework/ModuleState.h>
-#include <kelgen/framework/String.h>
+#include <kelgen/framework/base/Exceptions.h>
+#include <kelgen/framework/base/String.h>
+#include <kelgen/framework/program/ModuleState.h>
 
 #include "support/framework/ResourceLibrary.h"
 

@@ -1,8 +1,8 @@
 // Notes.cpp: the notes application.
 #include "Notes.h"
 
-#include <kelgen/framework/Archive.h>
-#include <kelgen/framework/Exceptions.h>
+#include <kelgen/framework/base/Exceptions.h>
+#include <kelgen/framework/files/Archive.h>
 
 namespace kelgen::test {
 

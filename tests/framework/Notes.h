@@ -1,12 +1,12 @@
 // Notes.h: an application of notes: its document, view, frames and questions record what happens to them.
 #pragma once
 
-#include <kelgen/framework/CmdUI.h>
-#include <kelgen/framework/DocManager.h>
-#include <kelgen/framework/DocTemplate.h>
-#include <kelgen/framework/Document.h>
-#include <kelgen/framework/MDIChildWnd.h>
-#include <kelgen/framework/View.h>
+#include <kelgen/framework/frames/DocManager.h>
+#include <kelgen/framework/frames/DocTemplate.h>
+#include <kelgen/framework/frames/Document.h>
+#include <kelgen/framework/frames/MDIChildWnd.h>
+#include <kelgen/framework/frames/View.h>
+#include <kelgen/framework/program/CmdUI.h>
 
 #include "Traffic.h"
 

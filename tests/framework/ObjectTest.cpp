@@ -1,6 +1,6 @@
 // ObjectTest.cpp: kinds, creation by record or name, and dumps.
-#include <kelgen/framework/Exceptions.h>
-#include <kelgen/framework/Object.h>
+#include <kelgen/framework/base/Exceptions.h>
+#include <kelgen/framework/base/Object.h>
 
 namespace {
 

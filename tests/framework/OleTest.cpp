@@ -1,5 +1,5 @@
 // OleTest.cpp: variants that own their values, and dates around day 0.
-#include <kelgen/framework/OleVariant.h>
+#include <kelgen/framework/ole/OleVariant.h>
 
 TEST(OleVariant, OwnsItsCopies)
 {

@@ -1,5 +1,5 @@
 // StdioFileTest.cpp: lines and translation of any bytes, against a slow model, and the buffer's positions.
-#include <kelgen/framework/StdioFile.h>
+#include <kelgen/framework/files/StdioFile.h>
 
 #include "framework/Thrown.h"
 #include "support/Random.h"

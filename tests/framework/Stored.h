@@ -1,8 +1,8 @@
 // Stored.h: what an archive makes of what is stored in it.
 #pragma once
 
-#include <kelgen/framework/Archive.h>
-#include <kelgen/framework/MemFile.h>
+#include <kelgen/framework/files/Archive.h>
+#include <kelgen/framework/files/MemFile.h>
 
 #include <string>
 

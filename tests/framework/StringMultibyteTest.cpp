@@ -1,5 +1,5 @@
 // StringMultibyteTest.cpp: CString in a page whose characters may have two bytes, the second of which may look like a letter or '\'.
-#include <kelgen/framework/String.h>
+#include <kelgen/framework/base/String.h>
 
 namespace {
 

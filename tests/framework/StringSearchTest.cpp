@@ -1,6 +1,6 @@
 // StringSearchTest.cpp: what CString's search, parts, changes and formatting give.
-#include <kelgen/framework/Exceptions.h>
-#include <kelgen/framework/String.h>
+#include <kelgen/framework/base/Exceptions.h>
+#include <kelgen/framework/base/String.h>
 
 namespace {
 

@@ -1,6 +1,6 @@
 // StringTest.cpp: sharing, locking and buffers of CString, and random use against the standard string.
-#include <kelgen/framework/Exceptions.h>
-#include <kelgen/framework/String.h>
+#include <kelgen/framework/base/Exceptions.h>
+#include <kelgen/framework/base/String.h>
 
 #include "support/Random.h"
 

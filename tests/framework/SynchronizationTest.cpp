@@ -1,6 +1,6 @@
 // SynchronizationTest.cpp: lock objects between threads, and scoped locking.
-#include <kelgen/framework/Exceptions.h>
-#include <kelgen/framework/Synchronization.h>
+#include <kelgen/framework/base/Exceptions.h>
+#include <kelgen/framework/base/Synchronization.h>
 
 #include <thread>
 

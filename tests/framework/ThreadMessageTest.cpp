@@ -1,5 +1,5 @@
 // ThreadMessageTest.cpp: threads with windows, their loops, idle work and filters; modal loops inside.
-#include <kelgen/framework/Exceptions.h>
+#include <kelgen/framework/base/Exceptions.h>
 
 #include "Traffic.h"
 #include "support/Threads.h"

@@ -1,7 +1,7 @@
 // Thrown.h: which framework exception a piece of code throws.
 #pragma once
 
-#include <kelgen/framework/Exceptions.h>
+#include <kelgen/framework/base/Exceptions.h>
 
 #include <string>
 

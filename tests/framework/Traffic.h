@@ -1,10 +1,10 @@
 // Traffic.h: what happens to windows, in order, as text.
 #pragma once
 
-#include <kelgen/framework/ModuleState.h>
-#include <kelgen/framework/ThreadState.h>
-#include <kelgen/framework/WinApp.h>
-#include <kelgen/framework/Wnd.h>
+#include <kelgen/framework/program/ModuleState.h>
+#include <kelgen/framework/program/WinApp.h>
+#include <kelgen/framework/windows/ThreadState.h>
+#include <kelgen/framework/windows/Wnd.h>
 
 #include <map>
 #include <sstream>

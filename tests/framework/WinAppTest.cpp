@@ -1,8 +1,8 @@
 // WinAppTest.cpp: the application object's names and its profile in both places; threads.
-#include <kelgen/framework/Exceptions.h>
-#include <kelgen/framework/ModuleState.h>
-#include <kelgen/framework/Synchronization.h>
-#include <kelgen/framework/WinApp.h>
+#include <kelgen/framework/base/Exceptions.h>
+#include <kelgen/framework/base/Synchronization.h>
+#include <kelgen/framework/program/ModuleState.h>
+#include <kelgen/framework/program/WinApp.h>
 
 #include "support/Scratch.h"
 

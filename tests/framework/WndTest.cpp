@@ -1,5 +1,5 @@
 // WndTest.cpp: windows and their objects from creation to end: order of calls, failures, handlers that throw, subclassing, maps.
-#include <kelgen/framework/Exceptions.h>
+#include <kelgen/framework/base/Exceptions.h>
 
 #include "Traffic.h"
 #include "support/Threads.h"

@@ -1,7 +1,7 @@
 // BufferedFileTest.cpp: the buffered file against the contract's arithmetic, what reaches the inner file, and its failures.
 #include <kelgen/persistence/BufferedFile.h>
 
-#include <kelgen/framework/MemFile.h>
+#include <kelgen/framework/files/MemFile.h>
 
 #include "framework/Thrown.h"
 #include "support/Random.h"

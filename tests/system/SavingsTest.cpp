@@ -1,6 +1,6 @@
 // SavingsTest.cpp: flags that write themselves out, settings in the profile, and the library's exception.
-#include <kelgen/framework/ModuleState.h>
-#include <kelgen/framework/WinApp.h>
+#include <kelgen/framework/program/ModuleState.h>
+#include <kelgen/framework/program/WinApp.h>
 #include <kelgen/system/DBInterface.h>
 #include <kelgen/system/KELException.h>
 #include <kelgen/system/Savings.h>

@@ -2,7 +2,7 @@
 #include <kelgen/text/StrArray.h>
 
 #include <kelgen/containers/BaseArray.h>
-#include <kelgen/framework/OleVariant.h>
+#include <kelgen/framework/ole/OleVariant.h>
 
 #include "support/Rows.h"
 

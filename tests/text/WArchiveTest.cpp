@@ -1,7 +1,7 @@
 // WArchiveTest.cpp: the stored bytes of strings, damaged and hostile records, and lines over every edge.
 #include <kelgen/text/WArchive.h>
 
-#include <kelgen/framework/MemFile.h>
+#include <kelgen/framework/files/MemFile.h>
 
 #include "framework/Stored.h"
 #include "framework/Thrown.h"

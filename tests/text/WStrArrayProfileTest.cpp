@@ -1,7 +1,7 @@
 // WStrArrayProfileTest.cpp: lists of 16-bit strings in the application's profile.
 #include <kelgen/text/WStrArray.h>
 
-#include <kelgen/framework/WinApp.h>
+#include <kelgen/framework/program/WinApp.h>
 
 #include "support/Scratch.h"
 #include "text/Units.h"

@@ -1,7 +1,7 @@
 // WStrWindowTest.cpp: strings of windows and menus.
 #include <kelgen/containers/BaseMapPtrToPtr.h>
-#include <kelgen/framework/Menu.h>
-#include <kelgen/framework/Wnd.h>
+#include <kelgen/framework/windows/Menu.h>
+#include <kelgen/framework/windows/Wnd.h>
 #include <kelgen/text/WStr.h>
 
 #include "text/Units.h"

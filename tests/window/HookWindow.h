@@ -1,7 +1,7 @@
 // HookWindow.h: a hidden window with hook chains, and hooks that write down what they see.
 #pragma once
 
-#include <kelgen/framework/Wnd.h>
+#include <kelgen/framework/windows/Wnd.h>
 #include <kelgen/window/WndInterface.h>
 
 #include <functional>

@@ -1,5 +1,5 @@
 // MessageHookTest.cpp: filtered messages on their way to windows, mouse events on their way to listeners.
-#include <kelgen/framework/WinThread.h>
+#include <kelgen/framework/program/WinThread.h>
 #include <kelgen/window/MessageHook.h>
 
 #include "window/HookWindow.h"

@@ -1,5 +1,5 @@
 // TimerTest.cpp: which timer events reach a callback, and who outlives whom.
-#include <kelgen/framework/WinThread.h>
+#include <kelgen/framework/program/WinThread.h>
 #include <kelgen/window/Timer.h>
 
 #include "window/HookWindow.h"

@@ -1,6 +1,6 @@
 // WindowHookTest.cpp: chains of hooks on a window of anybody's.
-#include <kelgen/framework/ModuleState.h>
-#include <kelgen/framework/ThreadState.h>
+#include <kelgen/framework/program/ModuleState.h>
+#include <kelgen/framework/windows/ThreadState.h>
 #include <kelgen/window/WindowHook.h>
 
 #include "window/HookWindow.h"

@@ -1,5 +1,5 @@
 // WndInterfaceTest.cpp: the stages of a message, and hooks that change them while they run.
-#include <kelgen/framework/ModuleState.h>
+#include <kelgen/framework/program/ModuleState.h>
 
 #include "window/HookWindow.h"
 

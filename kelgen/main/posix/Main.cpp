@@ -1,5 +1,5 @@
 // Main.cpp: the main function of a program that is an application object and nothing else.
-#include <kelgen/framework/WinApp.h>
+#include <kelgen/framework/program/WinApp.h>
 
 #include <cstring>
 

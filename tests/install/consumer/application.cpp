@@ -1,6 +1,6 @@
 // application.cpp: a host that is an application object: a hidden window answers a posted message and closes, which ends the program.
-#include <kelgen/framework/WinApp.h>
-#include <kelgen/framework/Wnd.h>
+#include <kelgen/framework/program/WinApp.h>
+#include <kelgen/framework/windows/Wnd.h>
 
 #include <cstdio>
 #include <string>

@@ -5,7 +5,7 @@
 #include "posix/registry/Processes.h"
 #include "support/Scratch.h"
 
-#include <kelgen/framework/String.h>
+#include <kelgen/framework/base/String.h>
 
 #include <poll.h>
 #include <sys/stat.h>

@@ -1,0 +1,23 @@
+// ArchiveObjects.h: the numbers by which an archive knows the objects and classes it has met.
+#pragma once
+
+#include <kelgen/framework/files/Archive.h>
+
+#include <unordered_map>
+#include <vector>
+
+/// Numbers count from 1 in the order of first meeting, objects and classes alike; 0 is the null object.
+struct CArchive::ObjectMaps
+{
+    /// A number's meaning when loading: an object, or a class with its stored schema.
+    struct Loaded
+    {
+        CObject* object;
+        CRuntimeClass* runtimeClass;
+        UINT schema;
+    };
+
+    std::unordered_map<const void*, DWORD> stored;
+    std::vector<Loaded> loaded{{nullptr, nullptr, 0}};
+    DWORD count = 1;
+};

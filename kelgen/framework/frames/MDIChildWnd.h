@@ -1,0 +1,52 @@
+// MDIChildWnd.h: documents' frames inside an MDI frame.
+#pragma once
+
+#include <kelgen/framework/frames/MDIFrameWnd.h>
+
+/// A frame that is a child of an MDI frame's client window. Its menu and accelerators are shown by the MDI frame while it is active.
+class KELGEN_FRAMEWORK_API CMDIChildWnd : public CFrameWnd
+{
+    DECLARE_DYNCREATE(CMDIChildWnd)
+
+public:
+    CMDIChildWnd();
+    ~CMDIChildWnd() override;
+
+    /// Creates the child in @p pParentWnd, null: the main window. FALSE when that is no MDI frame, and on failure: the object is then gone.
+    virtual BOOL Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle = WS_CHILD | WS_VISIBLE | WS_OVERLAPPEDWINDOW,
+                        const RECT& rect = rectDefault, CMDIFrameWnd* pParentWnd = nullptr, CCreateContext* pContext = nullptr);
+    /// As CFrameWnd::LoadFrame; menu and accelerators are those of the context's template when that is a CMultiDocTemplate.
+    BOOL LoadFrame(UINT nIDResource, DWORD dwDefaultStyle, CWnd* pParentWnd = nullptr, CCreateContext* pContext = nullptr) override;
+
+    /// The MDI frame around it; null when it is no child of one.
+    CMDIFrameWnd* GetMDIFrame();
+    void MDIDestroy();
+    void MDIActivate();
+    void MDIMaximize();
+    void MDIRestore();
+    /// Menu and accelerators while it is active, which stay the caller's.
+    void SetHandles(HMENU hMenu, HACCEL hAccel);
+
+    BOOL PreCreateWindow(CREATESTRUCTA& cs) override;
+    BOOL PreTranslateMessage(MSG* pMsg) override;
+    BOOL DestroyWindow() override;
+    void ActivateFrame(int nCmdShow = -1) override;
+    void OnUpdateFrameTitle(BOOL bAddToTitle) override;
+    /// Shows the child's menu in its MDI frame, or that frame's own when none becomes active.
+    virtual void OnUpdateFrameMenu(BOOL bActive, CWnd* pActivateWnd, HMENU hMenuAlt);
+    using CFrameWnd::OnUpdateFrameMenu;
+
+protected:
+    LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+    int OnCreate(LPCREATESTRUCTA lpCreateStruct);
+    BOOL OnNcCreate(LPCREATESTRUCTA lpCreateStruct);
+    void OnSize(UINT nType, int cx, int cy);
+    void OnMDIActivate(BOOL bActivate, CWnd* pActivateWnd, CWnd* pDeactivateWnd);
+    int OnMouseActivate(CWnd* pDesktopWnd, UINT nHitTest, UINT message);
+
+    HMENU m_hMenuShared = nullptr;  ///< The menu while active; not owned.
+    DWORD m_dwExStyle = 0;          ///< The extended style that PreCreateWindow asks for, which clients do not take.
+
+    DECLARE_MESSAGE_MAP()
+};

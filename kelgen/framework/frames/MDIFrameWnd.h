@@ -1,0 +1,68 @@
+// MDIFrameWnd.h: frames that hold documents' frames as children of an MDI client window.
+#pragma once
+
+#include <kelgen/framework/frames/FrameWnd.h>
+
+class CMDIChildWnd;
+
+/// A frame around an MDI client window, the parent of CMDIChildWnd frames.
+///
+/// Commands go to the active child first (and by it to its view and document), then the frame and the application. The frame's menu is
+/// that of the active child, if it has one; the client lists the children in the popup that GetWindowMenuPopup names.
+class KELGEN_FRAMEWORK_API CMDIFrameWnd : public CFrameWnd
+{
+    DECLARE_DYNCREATE(CMDIFrameWnd)
+
+public:
+    CMDIFrameWnd();
+    ~CMDIFrameWnd() override;
+
+    void MDIActivate(CWnd* pWndActivate);
+    /// The active child, or null. *@p pbMaximized, if given, tells whether it is maximised.
+    /// By contract: null also for a child that is no CMDIChildWnd or is hidden.
+    CMDIChildWnd* MDIGetActive(BOOL* pbMaximized = nullptr) const;
+    void MDIIconArrange();
+    void MDIMaximize(CWnd* pWnd);
+    void MDIRestore(CWnd* pWnd);
+    void MDINext();
+    void MDIPrev();
+    /// The menu before. A null window menu leaves the popup of the children where it is.
+    CMenu* MDISetMenu(CMenu* pFrameMenu, CMenu* pWindowMenu);
+    void MDITile();
+    void MDITile(int nType);
+    void MDICascade();
+    void MDICascade(int nType);
+
+    /// Creates the client window; @p pWindowMenu, which may be null, is the popup that lists the children.
+    virtual BOOL CreateClient(LPCREATESTRUCTA lpCreateStruct, CMenu* pWindowMenu);
+    /// The popup of a menu bar that lists the children: the last one with a command from ID_WINDOW_NEW to 0xE13F; null when there is
+    /// none.
+    virtual HMENU GetWindowMenuPopup(HMENU hMenuBar);
+    /// A new child of that class with those resources; the menu and accelerators are the caller's to keep. Null on failure.
+    CMDIChildWnd* CreateNewChild(CRuntimeClass* pClass, UINT nResource, HMENU hMenu = nullptr, HACCEL hAccel = nullptr);
+
+    BOOL LoadFrame(UINT nIDResource, DWORD dwDefaultStyle = WS_OVERLAPPEDWINDOW | FWS_ADDTOTITLE, CWnd* pParentWnd = nullptr,
+                   CCreateContext* pContext = nullptr) override;
+    BOOL OnCreateClient(LPCREATESTRUCTA lpcs, CCreateContext* pContext) override;
+    BOOL PreCreateWindow(CREATESTRUCTA& cs) override;
+    BOOL PreTranslateMessage(MSG* pMsg) override;
+    BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo) override;
+    void OnUpdateFrameTitle(BOOL bAddToTitle) override;
+    void OnUpdateFrameMenu(HMENU hMenuAlt) override;
+    void DelayUpdateFrameMenu(HMENU hMenuAlt) override;
+    CFrameWnd* GetActiveFrame() override;
+
+    HWND m_hWndMDIClient = nullptr;
+
+protected:
+    LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
+
+    void OnSize(UINT nType, int cx, int cy);
+    void OnUpdateMDIWindowCmd(CCmdUI* pCmdUI);
+    BOOL OnMDIWindowCmd(UINT nID);
+    void OnWindowNew();
+    LRESULT OnIdleUpdateCmdUI(WPARAM wParam, LPARAM lParam);
+
+    DECLARE_MESSAGE_MAP()
+};

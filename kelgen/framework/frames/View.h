@@ -1,0 +1,52 @@
+// View.h: views, the windows that show a document.
+#pragma once
+
+#include <kelgen/framework/frames/FrameWnd.h>
+
+class CDocument;
+
+/// A view of a document: a child window of a frame. It joins its document when it is created, and deletes itself when its window is
+/// gone.
+class KELGEN_FRAMEWORK_API CView : public CWnd
+{
+    DECLARE_DYNAMIC(CView)
+
+public:
+    ~CView() override;
+
+    /// Null for a view without one.
+    CDocument* GetDocument() const { return m_pDocument; }
+
+    /// Before the view is shown first. The base asks for a whole update.
+    virtual void OnInitialUpdate();
+    BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo) override;
+    BOOL PreCreateWindow(CREATESTRUCTA& cs) override;
+
+protected:
+    CView();
+
+    /// Before the device context is used; nothing by itself.
+    virtual void OnPrepareDC(CDC* pDC);
+    virtual void OnDraw(CDC* pDC) = 0;
+    /// The document changed: by @p pSender, null for all or anyone. The base paints the view anew.
+    virtual void OnUpdate(CView* pSender, LPARAM lHint, CObject* pHint);
+    /// The frame's active view changes. The base takes the focus when it becomes active in the active frame.
+    virtual void OnActivateView(BOOL bActivate, CView* pActivateView, CView* pDeactiveView);
+    /// The frame is activated or left while this is its active view.
+    virtual void OnActivateFrame(UINT nState, CFrameWnd* pFrameWnd);
+    void PostNcDestroy() override;
+
+    int OnCreate(LPCREATESTRUCTA lpcs);
+    void OnDestroy();
+    void OnPaint();
+    int OnMouseActivate(CWnd* pDesktopWnd, UINT nHitTest, UINT message);
+    LRESULT OnInitialUpdateMessage(WPARAM wParam, LPARAM lParam);
+
+    CDocument* m_pDocument = nullptr;
+
+    friend class CDocument;
+    friend class CFrameWnd;
+    friend class CMDIChildWnd;
+
+    DECLARE_MESSAGE_MAP()
+};
