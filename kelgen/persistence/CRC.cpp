@@ -1,8 +1,8 @@
 // CRC.cpp: the table path, and carry-less folding for long runs.
 #include <kelgen/persistence/CRC.h>
 
-#include <kelgen/persistence/CRCFold.h>
 #include <kelgen/persistence/MemoryStorage.h>
+#include <kelgen/persistence/internal/CRCFold.h>
 
 #include <utility>
 

@@ -2,8 +2,8 @@
 #include <kelgen/property/PropertyValue.h>
 
 #include <kelgen/property/Property.h>
-#include <kelgen/text/DecimalText.h>
 #include <kelgen/text/IntegerText.h>
+#include <kelgen/text/internal/DecimalText.h>
 
 namespace gen {
 

@@ -1,7 +1,7 @@
 // PropertyValueTrigger.cpp: conditions, reports, and the links between triggers and callbacks.
 #include <kelgen/property/PropertyValueTrigger.h>
 
-#include <kelgen/property/EmptyPlaces.h>
+#include <kelgen/property/internal/EmptyPlaces.h>
 
 namespace gen {
 

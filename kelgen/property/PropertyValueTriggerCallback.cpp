@@ -1,8 +1,8 @@
 // PropertyValueTriggerCallback.cpp: reports to callbacks, and a callback's end.
 #include <kelgen/property/PropertyValueTriggerCallback.h>
 
-#include <kelgen/property/EmptyPlaces.h>
 #include <kelgen/property/PropertyValueTrigger.h>
+#include <kelgen/property/internal/EmptyPlaces.h>
 
 namespace gen {
 

@@ -2,8 +2,8 @@
 #include <kelgen/system/FileChangeEvent.h>
 
 #include <kelgen/framework/program/WinThread.h>
-#include <kelgen/system/FileTimes.h>
-#include <kelgen/system/FileWatchGate.h>
+#include <kelgen/system/internal/FileTimes.h>
+#include <kelgen/system/internal/FileWatchGate.h>
 
 using kelgen::detail::FileWatchGate;
 

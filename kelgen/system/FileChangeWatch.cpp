@@ -1,8 +1,8 @@
 // FileChangeWatch.cpp: the watching thread of a CFileChangeEvent.
 #include <kelgen/system/FileChangeEvent.h>
 
-#include <kelgen/system/FileTimes.h>
-#include <kelgen/system/FileWatchGate.h>
+#include <kelgen/system/internal/FileTimes.h>
+#include <kelgen/system/internal/FileWatchGate.h>
 
 #include <utility>
 #include <vector>

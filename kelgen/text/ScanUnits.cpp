@@ -1,5 +1,5 @@
 // ScanUnits.cpp: compares eight units at once; the last step overlaps the one before instead of reading past the end.
-#include <kelgen/text/ScanUnits.h>
+#include <kelgen/text/internal/ScanUnits.h>
 
 #include <emmintrin.h>
 

@@ -1,7 +1,7 @@
 // WArchive.cpp: the records of strings, and lines.
 #include <kelgen/text/WArchive.h>
 
-#include <kelgen/text/ScanUnits.h>
+#include <kelgen/text/internal/ScanUnits.h>
 
 #include <algorithm>
 #include <climits>

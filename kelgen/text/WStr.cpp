@@ -1,8 +1,8 @@
 // WStr.cpp: making, assigning and appending strings, and their blocks.
 #include <kelgen/text/WStr.h>
 
-#include <kelgen/text/ScanUnits.h>
-#include <kelgen/text/WStrBlocks.h>
+#include <kelgen/text/internal/ScanUnits.h>
+#include <kelgen/text/internal/WStrBlocks.h>
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 // WStrArray.cpp: adding, searching, joining and sorting.
 #include <kelgen/text/WStrArray.h>
 
-#include <kelgen/text/ScanUnits.h>
-#include <kelgen/text/WStrBlocks.h>  // CopyUnits, AddLengths
 #include <kelgen/text/WStrTokenizer.h>
+#include <kelgen/text/internal/ScanUnits.h>
+#include <kelgen/text/internal/WStrBlocks.h>  // CopyUnits, AddLengths
 
 namespace {
 

@@ -1,5 +1,5 @@
 // WStrBlocks.cpp: the five pools, and what passes between them and the threads.
-#include <kelgen/text/WStrBlocks.h>
+#include <kelgen/text/internal/WStrBlocks.h>
 
 #include <kelgen/framework/base/Exceptions.h>
 #include <kelgen/platform/support/ThreadSlot.h>

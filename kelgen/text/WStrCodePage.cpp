@@ -2,7 +2,7 @@
 #include <kelgen/text/WStr.h>
 
 #include <kelgen/text/International.h>
-#include <kelgen/text/WStrBlocks.h>
+#include <kelgen/text/internal/WStrBlocks.h>
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 // WStrEdit.cpp: changing a string in place.
 #include <kelgen/text/WStr.h>
 
-#include <kelgen/text/ScanUnits.h>
-#include <kelgen/text/WStrBlocks.h>
+#include <kelgen/text/internal/ScanUnits.h>
+#include <kelgen/text/internal/WStrBlocks.h>
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // WStrFind.cpp: searching, parts and comparison.
 #include <kelgen/text/WStr.h>
 
-#include <kelgen/text/ScanUnits.h>
+#include <kelgen/text/internal/ScanUnits.h>
 
 #include <algorithm>
 

@@ -3,8 +3,8 @@
 
 #include <kelgen/platform/support/WideFormat.h>
 #include <kelgen/platform/support/printf/PrintfDirective.h>
-#include <kelgen/text/ScanUnits.h>
-#include <kelgen/text/WStrBlocks.h>
+#include <kelgen/text/internal/ScanUnits.h>
+#include <kelgen/text/internal/WStrBlocks.h>
 
 #include <algorithm>
 #include <climits>

@@ -1,5 +1,5 @@
 // WStrPool.cpp: chunks cut into blocks, in a chain of free ones.
-#include <kelgen/text/WStrPool.h>
+#include <kelgen/text/internal/WStrPool.h>
 
 #include <kelgen/framework/base/Exceptions.h>
 

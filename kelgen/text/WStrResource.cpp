@@ -2,8 +2,8 @@
 #include <kelgen/text/WStr.h>
 
 #include <kelgen/framework/program/ModuleState.h>
-#include <kelgen/text/ScanUnits.h>
-#include <kelgen/text/WStrBlocks.h>
+#include <kelgen/text/internal/ScanUnits.h>
+#include <kelgen/text/internal/WStrBlocks.h>
 
 using namespace kelgen::detail;
 

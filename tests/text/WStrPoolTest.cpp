@@ -1,5 +1,5 @@
 // WStrPoolTest.cpp: blocks are distinct, reused, and come 64 to a heap allocation.
-#include <kelgen/text/WStrPool.h>
+#include <kelgen/text/internal/WStrPool.h>
 
 #include <cstdint>
 #include <cstring>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <kelgen/text/WStr.h>
-#include <kelgen/text/WStrPool.h>
+#include <kelgen/text/internal/WStrPool.h>
 
 #include <array>
 #include <cstring>
