@@ -5,7 +5,6 @@
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/threads/api/Threads.h>
 #include <kelgen/platform/posix/user/api/WindowCalls.h>
-#include <kelgen/platform/posix/user/messages/ThreadQueue.h>
 #include <kelgen/platform/posix/user/objects/ClassTable.h>
 
 #include <array>
