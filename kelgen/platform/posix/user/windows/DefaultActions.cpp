@@ -9,12 +9,12 @@
 #include <kelgen/platform/posix/user/api/WindowCalls.h>
 #include <kelgen/platform/posix/user/api/WindowPositions.h>
 #include <kelgen/platform/posix/user/api/WindowTree.h>
-#include <kelgen/platform/posix/user/menus/MenuTracking.h>
 #include <kelgen/platform/posix/user/messages/HookChains.h>
 #include <kelgen/platform/posix/user/messages/Sends.h>
 #include <kelgen/platform/posix/user/objects/ClassTable.h>
 #include <kelgen/platform/posix/user/objects/WindowTable.h>
 #include <kelgen/platform/posix/user/windows/Focus.h>
+#include <kelgen/platform/posix/user/windows/MenuBarKey.h>
 #include <kelgen/platform/posix/user/windows/Positions.h>
 
 #include <algorithm>
