@@ -6,7 +6,7 @@
 #include <kelgen/platform/posix/user/dialogs/DialogState.h>
 #include <kelgen/platform/posix/user/messages/MessageText.h>
 #include <kelgen/platform/posix/user/objects/ClassTable.h>
-#include <kelgen/platform/posix/user/objects/Procedures.h>
+#include <kelgen/platform/posix/user/objects/ProcedureTable.h>
 
 using namespace kelgen::posix::user;
 

@@ -4,6 +4,7 @@
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/threads/api/Ticks.h>
+#include <kelgen/platform/posix/user/messages/CallProcedure.h>
 #include <kelgen/platform/posix/user/messages/ThreadQueue.h>
 #include <kelgen/platform/posix/user/objects/WindowObject.h>
 

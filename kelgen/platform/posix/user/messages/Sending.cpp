@@ -4,8 +4,8 @@
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/threads/api/Threads.h>
+#include <kelgen/platform/posix/user/messages/CallProcedure.h>
 #include <kelgen/platform/posix/user/messages/ThreadQueue.h>
-#include <kelgen/platform/posix/user/objects/Procedures.h>
 #include <kelgen/platform/posix/user/objects/WindowObject.h>
 
 namespace kelgen::posix::user {

@@ -5,7 +5,7 @@
 #include <kelgen/platform/posix/nls/api/LetterCase.h>
 #include <kelgen/platform/posix/user/api/Icons.h>
 #include <kelgen/platform/posix/user/objects/ClassRegistry.h>
-#include <kelgen/platform/posix/user/objects/Procedures.h>
+#include <kelgen/platform/posix/user/objects/ProcedureTable.h>
 
 #include <algorithm>
 #include <map>

@@ -21,7 +21,7 @@ struct Procedure
 {
     WNDPROC call;
     bool wide;
-    DWORD index;  // the cookie's, see ProcedureCookies.h
+    DWORD index;  // the cookie's, see ProcedureTable.h
 };
 
 /// A value that a host keeps with a window. An atom's name is "#number".
@@ -118,12 +118,5 @@ private:
 
     Window& m_window;
 };
-
-/// Calls the procedure of a window of the calling thread; texts in the message are converted when the caller speaks the other kind.
-/// 0 with ERROR_STACK_OVERFLOW, without a call, after 10 000 calls in each other or when less than 128 KB of stack are left.
-KELGEN_PLATFORM_API LRESULT CallProcedure(Window& window, UINT message, WPARAM wParam, LPARAM lParam, bool wideCaller);
-
-/// Calls @p procedure, a procedure or a cookie, as CallWindowProcA and CallWindowProcW do.
-KELGEN_PLATFORM_API LRESULT CallAnyProcedure(WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam, bool wideCaller);
 
 }  // namespace kelgen::posix::user

@@ -6,7 +6,7 @@
 #include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/user/objects/ClassTable.h>
 #include <kelgen/platform/posix/user/objects/ExtraBytes.h>
-#include <kelgen/platform/posix/user/objects/Procedures.h>
+#include <kelgen/platform/posix/user/objects/ProcedureTable.h>
 
 using namespace kelgen::posix;
 using namespace kelgen::posix::user;

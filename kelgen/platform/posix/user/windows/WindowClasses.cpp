@@ -6,7 +6,7 @@
 #include <kelgen/platform/posix/modules/ModuleTable.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/user/objects/ClassRegistry.h>
-#include <kelgen/platform/posix/user/objects/Procedures.h>
+#include <kelgen/platform/posix/user/objects/ProcedureTable.h>
 
 #include <algorithm>
 

@@ -7,7 +7,7 @@
 #include <kelgen/platform/posix/user/messages/InternalCalls.h>
 #include <kelgen/platform/posix/user/messages/Sends.h>
 #include <kelgen/platform/posix/user/objects/ExtraBytes.h>
-#include <kelgen/platform/posix/user/objects/Procedures.h>
+#include <kelgen/platform/posix/user/objects/ProcedureTable.h>
 #include <kelgen/platform/posix/user/objects/WindowTable.h>
 #include <kelgen/platform/posix/user/windows/Frames.h>
 

@@ -1,4 +1,4 @@
-// Procedures.h: window procedures with the kind of text that they take, and the cookies that stand for them.
+// ProcedureTable.h: window procedures with the kind of text that they take, and the cookies that stand for them.
 #pragma once
 
 #include <kelgen/platform/posix/user/objects/WindowObject.h>
@@ -13,8 +13,5 @@ WNDPROC ProcedureFor(const Procedure& procedure, bool wideCaller);
 
 /// The entry of a cookie; null for anything else. Takes no lock.
 const Procedure* CookieProcedure(WNDPROC value);
-
-/// Whether the calling thread has no room for one more procedure: too many are under way, or its stack is nearly used up.
-bool TooDeep();
 
 }  // namespace kelgen::posix::user

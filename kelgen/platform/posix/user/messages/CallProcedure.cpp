@@ -1,38 +1,21 @@
-// Procedures.cpp: the table of procedures, cookies, and calls with conversion and a limit to their depth.
-#include <kelgen/platform/posix/user/objects/Procedures.h>
+// CallProcedure.cpp: calls with conversion, by procedure or cookie, and the limit to their depth.
+#include <kelgen/platform/posix/user/messages/CallProcedure.h>
 
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/api/WindowCalls.h>
 #include <kelgen/platform/posix/user/messages/InternalCalls.h>
 #include <kelgen/platform/posix/user/messages/MessageText.h>
+#include <kelgen/platform/posix/user/objects/ProcedureTable.h>
 
 #include <pthread.h>
-
-#include <array>
-#include <map>
 
 namespace kelgen::posix::user {
 
 namespace {
 
-constexpr ULONG_PTR kCookieBase = 0xFFFF0000;
-constexpr DWORD kMaxProcedures = 0x4000;
 constexpr int kMaxDepth = 10000;
 constexpr std::size_t kStackReserve = 128 * 1024;
-
-struct Table
-{
-    std::map<std::pair<WNDPROC, bool>, DWORD> indices;  // under the desktop lock
-    std::array<std::atomic<const Procedure*>, kMaxProcedures> entries{};
-    DWORD count = 0;
-};
-
-Table& Procedures()
-{
-    static Table& table = *new Table;
-    return table;
-}
 
 struct CallStack
 {
@@ -76,41 +59,21 @@ LRESULT CallEntry(const Procedure& procedure, HWND window, UINT message, WPARAM 
     return CallConverted(procedure, window, message, wParam, lParam);
 }
 
-}  // namespace
-
-const Procedure* CookieProcedure(WNDPROC value)
+// Of a procedure or a cookie.
+LRESULT CallAnyProcedure(WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam, bool wideCaller)
 {
-    const auto bits = reinterpret_cast<ULONG_PTR>(value);
-    if (bits < kCookieBase || bits - kCookieBase >= kMaxProcedures)
-        return nullptr;
-    return Procedures().entries[bits - kCookieBase].load(std::memory_order_acquire);
-}
-
-const Procedure* ProcedureOf(WNDPROC procedure, bool wide)
-{
+    CallStack& stack = callStack;
+    if (IsTooDeep(stack))
+        return Fail(ERROR_STACK_OVERFLOW, LRESULT{0});
+    const DepthGuard guard(stack);
     if (const Procedure* entry = CookieProcedure(procedure))
-        return entry;
-    DesktopGuard guard;
-    Table& table = Procedures();
-    const auto [place, isNew] = table.indices.try_emplace({procedure, wide}, table.count);
-    if (isNew) {
-        const auto* entry = new Procedure{procedure, wide, place->second};
-        if (table.count == kMaxProcedures) {
-            // The table is full: the procedure works but has no cookie.
-            table.indices.erase(place);
-            return entry;
-        }
-        table.entries[table.count++].store(entry, std::memory_order_release);
-    }
-    return table.entries[place->second].load(std::memory_order_relaxed);
+        return CallEntry(*entry, window, message, wParam, lParam, wideCaller);
+    if (!procedure)
+        return 0;
+    return procedure(window, message, wParam, lParam);
 }
 
-WNDPROC ProcedureFor(const Procedure& procedure, bool wideCaller)
-{
-    if (procedure.wide == wideCaller || procedure.index >= kMaxProcedures)
-        return procedure.call;
-    return reinterpret_cast<WNDPROC>(kCookieBase + procedure.index);
-}
+}  // namespace
 
 bool TooDeep()
 {
@@ -130,19 +93,6 @@ LRESULT CallProcedure(Window& window, UINT message, WPARAM wParam, LPARAM lParam
     if (procedure.wide == wideCaller && procedure.call) [[likely]]
         return procedure.call(window.handle, message, wParam, lParam);
     return CallEntry(procedure, window.handle, message, wParam, lParam, wideCaller);
-}
-
-LRESULT CallAnyProcedure(WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam, bool wideCaller)
-{
-    CallStack& stack = callStack;
-    if (IsTooDeep(stack))
-        return Fail(ERROR_STACK_OVERFLOW, LRESULT{0});
-    const DepthGuard guard(stack);
-    if (const Procedure* entry = CookieProcedure(procedure))
-        return CallEntry(*entry, window, message, wParam, lParam, wideCaller);
-    if (!procedure)
-        return 0;
-    return procedure(window, message, wParam, lParam);
 }
 
 }  // namespace kelgen::posix::user
