@@ -4,7 +4,6 @@
 #include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/nls/api/LetterCase.h>
 #include <kelgen/platform/posix/user/api/Icons.h>
-#include <kelgen/platform/posix/user/objects/ClassRegistry.h>
 #include <kelgen/platform/posix/user/objects/ProcedureTable.h>
 
 #include <algorithm>

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace kelgen::posix::user {
@@ -46,7 +47,7 @@ struct SystemClass
 /// Adds a class to the system's own. Called from RegisterSystemClasses.
 void AddSystemClass(const SystemClass& systemClass);
 
-/// Adds all of the system's own classes; SystemClasses.cpp lists them.
+/// Adds all of the system's own classes. The only call upwards: SystemClasses.cpp, above all rooms, lists the controls that it adds.
 void RegisterSystemClasses();
 
 /// A class name as calls take it: text, or an atom.
@@ -62,6 +63,15 @@ ClassName NameOfClass(LPCWSTR name);
 HCURSOR CursorOf(WindowClass& windowClass);
 
 // These want the desktop lock.
+
+/// All registered classes; the system's own are there from the first call on.
+std::vector<std::shared_ptr<WindowClass>>& Classes();
+
+/// The atom of a class name; a new name gets one.
+ATOM AtomOf(const ClassName& name);
+
+/// The text in lower case.
+std::u16string WithoutCase(std::u16string_view text);
 
 /// The class for a window of @p module; null when there is none.
 std::shared_ptr<WindowClass> FindClass(const ClassName& name, HINSTANCE module);

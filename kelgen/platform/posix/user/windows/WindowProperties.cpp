@@ -4,7 +4,7 @@
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
-#include <kelgen/platform/posix/user/objects/ClassRegistry.h>
+#include <kelgen/platform/posix/user/objects/ClassTable.h>
 #include <kelgen/platform/posix/user/objects/WindowObject.h>
 
 #include <algorithm>

@@ -5,7 +5,7 @@
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/user/api/WindowCalls.h>
-#include <kelgen/platform/posix/user/objects/ClassRegistry.h>
+#include <kelgen/platform/posix/user/objects/ClassTable.h>
 #include <kelgen/platform/posix/user/objects/WindowTable.h>
 
 #include <optional>
