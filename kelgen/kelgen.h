@@ -36,13 +36,13 @@
 #include <kelgen/framework/ole/OleException.h>
 #include <kelgen/framework/ole/OleVariant.h>
 #include <kelgen/framework/program/CmdTarget.h>
-#include <kelgen/framework/program/CmdUI.h>
 #include <kelgen/framework/program/CommandLine.h>
 #include <kelgen/framework/program/MessageMap.h>
 #include <kelgen/framework/program/ModuleState.h>
 #include <kelgen/framework/program/StandardIds.h>
 #include <kelgen/framework/program/WinApp.h>
 #include <kelgen/framework/program/WinThread.h>
+#include <kelgen/framework/windows/CmdUI.h>
 #include <kelgen/framework/windows/DeviceContext.h>
 #include <kelgen/framework/windows/Menu.h>
 #include <kelgen/framework/windows/MessageMapWindows.h>

@@ -6,7 +6,7 @@
 #include "SettingsDialog.h"
 #include "Texts.h"
 
-#include <kelgen/framework/program/CmdUI.h>
+#include <kelgen/framework/windows/CmdUI.h>
 #include <kelgen/framework/windows/Menu.h>
 
 namespace {

@@ -1,6 +1,6 @@
 // MenuUpdateTest.cpp: what dialogs and frames do to a menu that is about to open, and handlers that change it under their hands.
 #include <kelgen/app/AppDialog.h>
-#include <kelgen/framework/program/CmdUI.h>
+#include <kelgen/framework/windows/CmdUI.h>
 
 #include "app/TestApp.h"
 #include "support/Random.h"

@@ -1,6 +1,6 @@
 // MenuTest.cpp: menus as objects, what update handlers do to their items, and rectangles.
 #include <kelgen/framework/base/Geometry.h>
-#include <kelgen/framework/program/CmdUI.h>
+#include <kelgen/framework/windows/CmdUI.h>
 
 #include "Traffic.h"
 

@@ -1,5 +1,5 @@
 // MessageMapTest.cpp: what handlers are given, which of several entries decides, and the ways of commands and notifications.
-#include <kelgen/framework/program/CmdUI.h>
+#include <kelgen/framework/windows/CmdUI.h>
 
 #include "Traffic.h"
 #include "support/Rows.h"

@@ -6,7 +6,7 @@
 #include <kelgen/framework/frames/Document.h>
 #include <kelgen/framework/frames/MDIChildWnd.h>
 #include <kelgen/framework/frames/View.h>
-#include <kelgen/framework/program/CmdUI.h>
+#include <kelgen/framework/windows/CmdUI.h>
 
 #include "Traffic.h"
 

@@ -4,9 +4,9 @@
 #include <kelgen/framework/frames/DocTemplate.h>
 #include <kelgen/framework/frames/Document.h>
 #include <kelgen/framework/frames/MDIChildWnd.h>
-#include <kelgen/framework/program/CmdUI.h>
 #include <kelgen/framework/program/ModuleState.h>
 #include <kelgen/framework/program/internal/StandardTexts.h>
+#include <kelgen/framework/windows/CmdUI.h>
 
 IMPLEMENT_DYNCREATE(CMDIFrameWnd, CFrameWnd)
 

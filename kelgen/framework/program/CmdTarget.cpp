@@ -1,7 +1,6 @@
 // CmdTarget.cpp: commands through message maps, and the hourglass.
 #include <kelgen/framework/program/CmdTarget.h>
 
-#include <kelgen/framework/program/CmdUI.h>
 #include <kelgen/framework/program/MessageMap.h>
 #include <kelgen/framework/program/ModuleState.h>
 #include <kelgen/framework/program/WinApp.h>
@@ -101,11 +100,4 @@ const AFX_MSGMAP_ENTRY* kelgen::detail::FindMessageEntry(const AFX_MSGMAP* map, 
 const AFX_MSGMAP_ENTRY* kelgen::detail::FindThreadEntry(const AFX_MSGMAP* map, UINT message)
 {
     return FindNumberedEntry(map, message, EntryKind::ThreadMessage, EntryKind::RegisteredThreadMessage);
-}
-
-bool kelgen::detail::TakeContinueRouting(CCmdUI& item)
-{
-    const bool goOn = item.m_bContinueRouting != FALSE;
-    item.m_bContinueRouting = FALSE;
-    return goOn;
 }

@@ -1,5 +1,5 @@
 // CmdUI.cpp: changes to the menu item or control that an update handler was given.
-#include <kelgen/framework/program/CmdUI.h>
+#include <kelgen/framework/windows/CmdUI.h>
 
 #include <kelgen/framework/program/CmdTarget.h>
 #include <kelgen/framework/windows/Menu.h>
@@ -72,6 +72,13 @@ BOOL CCmdUI::DoUpdate(CCmdTarget* pTarget, BOOL bDisableIfNoHndler)
         Enable(pTarget->OnCmdMsg(m_nID, CN_COMMAND, this, &handler));
     }
     return updated;
+}
+
+bool kelgen::detail::TakeContinueRouting(CCmdUI& item)
+{
+    const bool goOn = item.m_bContinueRouting != FALSE;
+    item.m_bContinueRouting = FALSE;
+    return goOn;
 }
 
 void kelgen::detail::TestCmdUI::Enable(BOOL bOn)

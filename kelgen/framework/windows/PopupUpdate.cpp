@@ -2,7 +2,7 @@
 #include <kelgen/framework/windows/internal/PopupUpdate.h>
 
 #include <kelgen/framework/program/CmdTarget.h>
-#include <kelgen/framework/program/CmdUI.h>
+#include <kelgen/framework/windows/CmdUI.h>
 #include <kelgen/framework/windows/Menu.h>
 #include <kelgen/framework/windows/ThreadState.h>
 

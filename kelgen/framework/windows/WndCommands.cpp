@@ -1,7 +1,7 @@
 // WndCommands.cpp: commands and notifications of controls, and the update of controls.
 #include <kelgen/framework/windows/Wnd.h>
 
-#include <kelgen/framework/program/CmdUI.h>
+#include <kelgen/framework/windows/CmdUI.h>
 #include <kelgen/framework/windows/ThreadState.h>
 
 namespace {
