@@ -1,11 +1,11 @@
 // PathNames.cpp: full, short and long forms, the current folder, searching.
 #include <kelgen/platform/posix/files/api/PathNames.h>
 
+#include <kelgen/platform/posix/base/ProgramFile.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/Paths.h>
 #include <kelgen/platform/posix/files/ShortNames.h>
-#include <kelgen/platform/posix/modules/ModuleTable.h>
 
 #include <unistd.h>
 
@@ -107,7 +107,7 @@ std::vector<std::string> SplitList(std::string_view list, char separator)
 
 std::vector<std::string> StandardSearchFolders()
 {
-    const std::string program = DriveForm(ModuleFile(nullptr).value_or("/"));
+    const std::string program = DriveForm(ProgramFile());
     std::vector<std::string> folders{program.substr(0, program.rfind('\\') + 1), ".", kSystemFolder, kWindowsFolder};
     // The system's own list: Linux paths, separated by colons.
     const char* path = std::getenv("PATH");

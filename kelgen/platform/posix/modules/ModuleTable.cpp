@@ -2,13 +2,13 @@
 #include <kelgen/platform/posix/modules/ModuleTable.h>
 
 #include <kelgen/platform/posix/base/Home.h>
+#include <kelgen/platform/posix/base/ProgramFile.h>
 #include <kelgen/platform/posix/modules/SystemModules.h>
 
 #include <dlfcn.h>
 #include <link.h>
 #include <unistd.h>
 
-#include <climits>
 #include <functional>
 
 namespace kelgen::posix {
@@ -24,13 +24,6 @@ const void* FirstByte(const dl_phdr_info& info)
         if (info.dlpi_phdr[i].p_type == PT_LOAD)
             return reinterpret_cast<const void*>(info.dlpi_addr + (info.dlpi_phdr[i].p_vaddr & pageMask));
     return nullptr;
-}
-
-std::string ProgramFile()
-{
-    char buffer[PATH_MAX];
-    const ssize_t length = readlink("/proc/self/exe", buffer, sizeof buffer);
-    return std::string(buffer, length > 0 ? static_cast<std::size_t>(length) : 0);
 }
 
 int VisitOne(dl_phdr_info* info, std::size_t, void* visitor)

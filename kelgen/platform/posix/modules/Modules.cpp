@@ -1,6 +1,7 @@
 // Modules.cpp: module handles, loading, procedures.
 #include <kelgen/platform/posix/modules/api/Modules.h>
 
+#include <kelgen/platform/posix/base/ProgramFile.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/Paths.h>
@@ -157,7 +158,7 @@ HMODULE Load(const std::string& name)
                 return module;
         }
     } else {
-        const std::string program = ModuleFile(nullptr).value_or("/");
+        const std::string program = ProgramFile();
         for (const std::string& folder : {program.substr(0, program.rfind('/') + 1), std::string("./"), std::string()})
             for (const std::string& file : FileNames(name))
                 if (const HMODULE module = LoadFile(folder + file, found))
