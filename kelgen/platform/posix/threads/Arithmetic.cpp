@@ -1,5 +1,5 @@
 // Arithmetic.cpp: MulDiv.
-#include <kelgen/platform/Win32.h>
+#include <kelgen/platform/posix/threads/api/Arithmetic.h>
 
 #include <limits>
 

@@ -1,10 +1,11 @@
 // LoadImage.cpp: icons, cursors and bitmaps from resources, files and the system.
 #include <kelgen/platform/posix/user/api/Icons.h>
 
-#include <kelgen/platform/posix/Kernel.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
+#include <kelgen/platform/posix/files/api/Files.h>
 #include <kelgen/platform/posix/resources/api/Resources.h>
+#include <kelgen/platform/posix/threads/api/CloseHandle.h>
 #include <kelgen/platform/posix/user/images/IconObjects.h>
 
 #include <algorithm>
