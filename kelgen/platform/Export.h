@@ -1,5 +1,6 @@
 // Export.h: how a symbol leaves or enters a shared library on each target. KELGEN_MODULE_LOCAL marks inline functions of which
-// every program and library has its own.
+// every program and library has its own. KELGEN_PLATFORM_API marks what the platform exports, KELGEN_PLATFORM_TESTED_API what it
+// exports to its tests alone: KELGEN_TESTED is defined when the tests are built.
 #pragma once
 
 #ifdef _WIN32
@@ -16,4 +17,10 @@
 #define KELGEN_PLATFORM_API KELGEN_EXPORT_SYMBOL
 #else
 #define KELGEN_PLATFORM_API KELGEN_IMPORT_SYMBOL
+#endif
+
+#ifdef KELGEN_TESTED
+#define KELGEN_PLATFORM_TESTED_API KELGEN_PLATFORM_API
+#else
+#define KELGEN_PLATFORM_TESTED_API
 #endif

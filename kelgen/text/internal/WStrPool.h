@@ -11,7 +11,7 @@
 ///
 /// Threads: any; a lock guards every call.
 /// Cost: one lock a call, and one heap allocation in nBlocksPerChunk blocks.
-class KELGEN_API CWStrBlockPool
+class KELGEN_TESTED_API CWStrBlockPool
 {
 public:
     /// A block that nobody holds.

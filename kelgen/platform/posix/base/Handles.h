@@ -11,7 +11,7 @@
 namespace kelgen::posix {
 
 /// What a handle stands for. Kinds of objects derive from it and are told apart by dynamic type.
-class KELGEN_PLATFORM_API HandleObject
+class KELGEN_PLATFORM_TESTED_API HandleObject
 {
 public:
     HandleObject() = default;
@@ -25,7 +25,7 @@ public:
 
 /// Maps handles to shared objects. Handles are multiples of four, as on the real platform, and never 0 or -1.
 /// Threads: every member locks; an object stays alive while a caller holds what Find returned, even when closed meanwhile.
-class KELGEN_PLATFORM_API HandleTable
+class KELGEN_PLATFORM_TESTED_API HandleTable
 {
 public:
     /// The process's only table.

@@ -9,9 +9,9 @@ namespace kelgen::posix {
 
 /// The home folder without a trailing slash: $KELGEN_HOME, else "kelgen" in the user's XDG data folder. Made with mode 0700,
 /// with its parents, when it is missing. Read from the environment at each call: tests change it.
-KELGEN_PLATFORM_API std::string HomeFolder();
+std::string HomeFolder();
 
 /// The folder that drive C stands for: drive_c in the home folder, made when it is missing.
-KELGEN_PLATFORM_API std::string DriveCFolder();
+KELGEN_PLATFORM_TESTED_API std::string DriveCFolder();
 
 }  // namespace kelgen::posix

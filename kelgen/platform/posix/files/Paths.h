@@ -13,11 +13,11 @@ namespace kelgen::posix {
 
 /// The full drive form of @p name by its text alone: "Z:\etc\passwd" for "/etc/passwd"; empty for an empty name. A network name
 /// "\\server\..." stays one, a device is "\\.\name".
-KELGEN_PLATFORM_API std::string FullPath(std::string_view name);
+std::string FullPath(std::string_view name);
 
 /// The drive form of a path of the file system: below drive C's folder "C:\...", else "Z:\...". A relative one is taken from the
 /// current folder.
-KELGEN_PLATFORM_API std::string DriveForm(std::string_view nativePath);
+KELGEN_PLATFORM_TESTED_API std::string DriveForm(std::string_view nativePath);
 
 /// A name that a call was given, resolved against the file system.
 struct ResolvedPath
@@ -32,20 +32,20 @@ struct ResolvedPath
 
 /// Looks @p name up part by part: the exact name, else one that differs only in case (the first in byte order), else a generated
 /// 8.3 name. Cost: one system call when every part is spelt exactly, else a walk and a listing for each folder with another spelling.
-KELGEN_PLATFORM_API ResolvedPath Resolve(std::string_view name);
+KELGEN_PLATFORM_TESTED_API ResolvedPath Resolve(std::string_view name);
 
 /// The existing path of the file system that @p name means, or nothing with the last error set; ERROR_PATH_NOT_FOUND for a
 /// file's name that ends in a slash.
-KELGEN_PLATFORM_API std::optional<std::string> ToNative(std::string_view name);
+std::optional<std::string> ToNative(std::string_view name);
 
 /// The existing folder that @p name means, or nothing with the last error set: ERROR_DIRECTORY for a file.
-KELGEN_PLATFORM_API std::optional<std::string> ToNativeFolder(std::string_view name);
+std::optional<std::string> ToNativeFolder(std::string_view name);
 
 /// The parts of a path between backslashes, empty ones left out.
 std::vector<std::string> SplitAtBackslashes(std::string_view path);
 
 /// The names in the folder @p native in byte order, without "." and ".."; empty when it cannot be read.
-KELGEN_PLATFORM_API std::vector<std::string> FolderEntries(const std::string& native);
+KELGEN_PLATFORM_TESTED_API std::vector<std::string> FolderEntries(const std::string& native);
 
 /// True when the file names differ at most in case (NameCase.h has the rule); bytes that are not UTF-8 must be equal.
 bool EqualNames(std::string_view left, std::string_view right);
@@ -54,7 +54,7 @@ bool EqualNames(std::string_view left, std::string_view right);
 int OrderOfNames(std::string_view left, std::string_view right);
 
 /// The current folder's drive form, without a final backslash unless it is a root.
-KELGEN_PLATFORM_API std::string CurrentFolder();
+std::string CurrentFolder();
 
 /// Stores @p text for a call that fills a buffer of @p size: its length, or the size that is needed, terminator included.
 DWORD StoreName(std::string_view text, LPSTR buffer, DWORD size);
@@ -62,7 +62,7 @@ DWORD StoreName(std::string_view text, LPWSTR buffer, DWORD size);
 
 /// UTF-8 of 16-bit text, and back. Bytes that are not UTF-8 become U+DC80 to U+DCFF, which become those bytes again: every name
 /// of the file system survives. Null and empty give empty text.
-KELGEN_PLATFORM_API std::string NarrowName(LPCWSTR wide);
-KELGEN_PLATFORM_API std::u16string WideName(std::string_view narrow);
+KELGEN_PLATFORM_TESTED_API std::string NarrowName(LPCWSTR wide);
+KELGEN_PLATFORM_TESTED_API std::u16string WideName(std::string_view narrow);
 
 }  // namespace kelgen::posix

@@ -15,7 +15,7 @@ bool IsShortName(std::string_view name);
 
 /// Generates 8.3 names for those entries of one folder that have none, all different. A name depends on its entry alone, unless
 /// two entries clash: then the later one in byte order takes the next free number.
-class KELGEN_PLATFORM_API ShortNames
+class KELGEN_PLATFORM_TESTED_API ShortNames
 {
 public:
     /// @p entries: all names of the folder in byte order. Cost: one hash an entry.

@@ -21,13 +21,13 @@ struct LoadedFile
 std::vector<LoadedFile> LoadedFiles();
 
 /// The module that holds @p address, or null.
-KELGEN_PLATFORM_API HMODULE ModuleOfAddress(const void* address);
+KELGEN_PLATFORM_TESTED_API HMODULE ModuleOfAddress(const void* address);
 
 /// The program's module. Cost: found once.
-KELGEN_PLATFORM_API HMODULE ProgramModule();
+HMODULE ProgramModule();
 
 /// The address of the first byte of @p module, null for the program; null when nothing is loaded there.
-KELGEN_PLATFORM_API const void* ModuleBase(HMODULE module);
+KELGEN_PLATFORM_TESTED_API const void* ModuleBase(HMODULE module);
 
 /// The Linux path of the file of @p module (null for the program), or nothing when it is no loaded module. The platform's own
 /// modules have a name in the system folder of drive C, where nothing lies.

@@ -14,7 +14,7 @@ namespace kelgen::posix {
 /// The lines of one file. The text is UTF-16 or UTF-8 when it starts with such a mark, else in the ANSI code page; a line ends
 /// with a line feed, which a carriage return may precede. Any bytes are harmless. Names ignore case and blanks around them; of
 /// several equal names the first counts.
-class KELGEN_PLATFORM_API ProfileText
+class KELGEN_PLATFORM_TESTED_API ProfileText
 {
 public:
     explicit ProfileText(std::string_view bytes = {});

@@ -14,13 +14,13 @@ namespace kelgen::posix {
 // gets too long for a file is replaced by "%~" and a hash. Names with a leading dot are the registry's own.
 
 /// The folder of the key @p name.
-KELGEN_PLATFORM_API std::string KeyFileName(std::u16string_view name);
+KELGEN_PLATFORM_TESTED_API std::string KeyFileName(std::u16string_view name);
 
 /// The file of the value @p name; "=" for the default value.
-KELGEN_PLATFORM_API std::string ValueFileName(std::u16string_view name);
+std::string ValueFileName(std::u16string_view name);
 
 /// The lower-cased name that @p fileName stands for; nothing when it is not one that KeyFileName makes or when it is a hash.
-KELGEN_PLATFORM_API std::optional<std::u16string> KeyNameOfFile(std::string_view fileName);
+KELGEN_PLATFORM_TESTED_API std::optional<std::u16string> KeyNameOfFile(std::string_view fileName);
 
 /// Keeps a folder's name with its case; lies in the folder unless the name is all lower case.
 inline constexpr const char* kNameFile = ".name";

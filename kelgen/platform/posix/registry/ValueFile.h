@@ -32,10 +32,10 @@ struct StoredValue
 inline constexpr std::size_t kLargestValue = 64 << 20;
 
 /// A new file with @p value in its first slot; the slots have room for values of some more size.
-KELGEN_PLATFORM_API std::string ValueFileBytes(const StoredValue& value);
+KELGEN_PLATFORM_TESTED_API std::string ValueFileBytes(const StoredValue& value);
 
 /// The value that @p bytes hold, or nothing when they are not such a file.
-KELGEN_PLATFORM_API std::optional<StoredValue> ParseValueFile(std::span<const BYTE> bytes);
+KELGEN_PLATFORM_TESTED_API std::optional<StoredValue> ParseValueFile(std::span<const BYTE> bytes);
 
 /// Reads the value from the file @p fileName in @p folder. 0, or an errno value: ENOENT also for a file that is damaged, not a
 /// value's or not that value's. Cost: three system calls for up to 4 KB.

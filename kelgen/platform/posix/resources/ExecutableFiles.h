@@ -11,6 +11,6 @@ namespace kelgen::posix {
 /// The version resource number 1 of a PE file (32 or 64 bit) or of an ELF file that kelgen_add_resources gave one, in the language
 /// that look-up without a language prefers, at most 64 KB of it. Nothing for any other file; any bytes are harmless.
 /// Source: the published PE and ELF formats; RESOURCEHEADER for the ELF section .kelgen.res.
-KELGEN_PLATFORM_API std::optional<std::vector<BYTE>> FindVersionResource(const ByteSource& file);
+KELGEN_PLATFORM_TESTED_API std::optional<std::vector<BYTE>> FindVersionResource(const ByteSource& file);
 
 }  // namespace kelgen::posix

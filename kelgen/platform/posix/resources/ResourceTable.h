@@ -39,7 +39,7 @@ std::u16string ResourceText(std::u16string text);
 /// What a .res file holds, ordered by type, name and language.
 /// Source: the RESOURCEHEADER format: data size, header size, type, name, version, flags, language, version, characteristics,
 /// data; every header and all data start at a multiple of 4.
-class KELGEN_PLATFORM_API ResourceTable
+class KELGEN_PLATFORM_TESTED_API ResourceTable
 {
 public:
     /// Takes every sound entry of @p bytes up to the first one whose sizes do not fit; the bytes are kept, not copied. Any bytes
@@ -58,6 +58,6 @@ private:
 
 /// The text number @p index of a string block: sixteen texts, each a count and that many units. Empty when the block ends before
 /// it. The units lie in @p block, at an even offset.
-KELGEN_PLATFORM_API std::u16string_view StringInBlock(std::span<const BYTE> block, unsigned index);
+KELGEN_PLATFORM_TESTED_API std::u16string_view StringInBlock(std::span<const BYTE> block, unsigned index);
 
 }  // namespace kelgen::posix

@@ -13,9 +13,9 @@ namespace kelgen::posix {
 // queries are not told it.
 
 /// The size of a block with room for the texts of @p resource.
-KELGEN_PLATFORM_API std::size_t VersionBlockSize(std::span<const BYTE> resource);
+KELGEN_PLATFORM_TESTED_API std::size_t VersionBlockSize(std::span<const BYTE> resource);
 
 /// Fills @p block; one that is smaller than VersionBlockSize holds what fits and has no room for texts.
-KELGEN_PLATFORM_API void FillVersionBlock(std::span<const BYTE> resource, std::span<BYTE> block);
+KELGEN_PLATFORM_TESTED_API void FillVersionBlock(std::span<const BYTE> resource, std::span<BYTE> block);
 
 }  // namespace kelgen::posix

@@ -1,7 +1,6 @@
 // Waits.h: objects that threads wait for, and the one wait that all waiting calls use.
 #pragma once
 
-#include <kelgen/platform/Export.h>
 #include <kelgen/platform/posix/base/Handles.h>
 #include <kelgen/platform/posix/base/api/Types.h>
 
@@ -15,11 +14,11 @@ namespace kelgen::posix {
 struct PendingWait;
 
 /// The lock over the state of all waitable objects and of all pending waits. Never held while a host's code runs.
-KELGEN_PLATFORM_API std::mutex& DispatcherLock();
+std::mutex& DispatcherLock();
 
 /// Something that is signalled or not. A thread that signals an object hands it to the pending waits in their order, so a
 /// waiter that came first is served first.
-class KELGEN_PLATFORM_API Waitable : public HandleObject
+class Waitable : public HandleObject
 {
 public:
     ~Waitable() override;
@@ -49,10 +48,10 @@ public:
 
 /// The waitable object of @p handle, also of the pseudo handles of the current process (never signalled) and thread; null for
 /// any other handle.
-KELGEN_PLATFORM_API std::shared_ptr<Waitable> FindWaitable(const void* handle);
+std::shared_ptr<Waitable> FindWaitable(const void* handle);
 
 /// Waits until one of @p objects is signalled, or @p all are at once, or @p milliseconds have passed.
 /// @return WAIT_OBJECT_0 or WAIT_ABANDONED_0 plus the object's index, or WAIT_TIMEOUT.
-KELGEN_PLATFORM_API DWORD WaitForObjects(std::span<const std::shared_ptr<Waitable>> objects, bool all, DWORD milliseconds);
+DWORD WaitForObjects(std::span<const std::shared_ptr<Waitable>> objects, bool all, DWORD milliseconds);
 
 }  // namespace kelgen::posix

@@ -1,7 +1,6 @@
 // HookChains.h: the hooks of one thread or of all, and calling them.
 #pragma once
 
-#include <kelgen/platform/Export.h>
 #include <kelgen/platform/posix/user/api/Hooks.h>
 
 #include <array>
@@ -49,7 +48,7 @@ private:
 };
 
 /// The chains of all threads' hooks.
-KELGEN_PLATFORM_API HookChains& GlobalHooks();
+HookChains& GlobalHooks();
 
 /// A run along the chain of one type: the thread's hooks, then those of all threads. Lives on the stack of who runs it.
 class HookCall
@@ -78,10 +77,10 @@ private:
 void TakeOutHooksOf(ThreadQueue& queue);
 
 /// Whether the calling thread has a hook of one of @p types.
-KELGEN_PLATFORM_API bool HasHooks(unsigned types);
+bool HasHooks(unsigned types);
 
 /// Runs the hooks of @p type; 0 when there is none.
-KELGEN_PLATFORM_API LRESULT CallHooks(int type, int code, WPARAM wParam, LPARAM lParam);
+LRESULT CallHooks(int type, int code, WPARAM wParam, LPARAM lParam);
 
 /// Runs the low-level hooks on the thread that has set the newest one. True when the event is swallowed.
 /// By contract: a thread that takes longer than 300 ms is not waited for, and CallNextHookEx reaches the hooks of the same thread.

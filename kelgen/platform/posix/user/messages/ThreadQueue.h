@@ -1,7 +1,6 @@
 // ThreadQueue.h: what waits for one thread: sent and posted messages, input, paint requests and timers; its hooks and its focus.
 #pragma once
 
-#include <kelgen/platform/Export.h>
 #include <kelgen/platform/posix/user/api/MessageCalls.h>
 #include <kelgen/platform/posix/user/messages/HookChains.h>
 #include <kelgen/platform/posix/user/messages/InputEvents.h>
@@ -40,7 +39,7 @@ struct MessageFilter
 /// One thread's queue.
 /// Threads: what says so is for all threads and takes the queue's lock; the rest belongs to the thread itself. Order of locks: the
 /// desktop's, a queue's, the dispatcher's. None is held while a procedure runs.
-struct KELGEN_PLATFORM_API ThreadQueue final : std::enable_shared_from_this<ThreadQueue>
+struct ThreadQueue final : std::enable_shared_from_this<ThreadQueue>
 {
     explicit ThreadQueue(DWORD id);
     ~ThreadQueue();
@@ -181,10 +180,10 @@ private:
 };
 
 /// The calling thread's queue, made at the first call.
-KELGEN_PLATFORM_API ThreadQueue& CurrentQueue();
+ThreadQueue& CurrentQueue();
 
 /// A thread's queue; null when it has none yet, or none any more. Threads: any.
-KELGEN_PLATFORM_API std::shared_ptr<ThreadQueue> FindQueue(DWORD thread);
+std::shared_ptr<ThreadQueue> FindQueue(DWORD thread);
 
 /// A thread's queue, made when it has none yet; null when there is no such thread. Threads: any.
 std::shared_ptr<ThreadQueue> EnsureQueue(DWORD thread);
@@ -197,10 +196,10 @@ void ForgetQueue(const ThreadQueue& queue);
 
 /// Sends to a window of the calling thread, with the thread's hooks around its procedure. @p wide: the kind of text in the message.
 /// @p ownSender: false when another thread has sent it.
-KELGEN_PLATFORM_API LRESULT SendToOwn(Window& window, UINT message, WPARAM wParam, LPARAM lParam, bool wide, bool ownSender = true);
+LRESULT SendToOwn(Window& window, UINT message, WPARAM wParam, LPARAM lParam, bool wide, bool ownSender = true);
 
 /// Sends to a window of any thread.
-KELGEN_PLATFORM_API LRESULT SendTo(HWND window, UINT message, WPARAM wParam, LPARAM lParam, bool wide);
+LRESULT SendTo(HWND window, UINT message, WPARAM wParam, LPARAM lParam, bool wide);
 
 /// Whether a message below WM_USER carries a pointer and so can only be sent.
 bool IsSentOnly(UINT message);

@@ -1,7 +1,6 @@
 // Desktop.h: what all windows of the process share: their lock, the two roots of the tree, and the size of the screen.
 #pragma once
 
-#include <kelgen/platform/Export.h>
 #include <kelgen/platform/posix/user/api/WindowTypes.h>
 
 #include <mutex>
@@ -13,7 +12,7 @@ struct Window;
 /// The lock over the tree of windows, the classes, lists of hooks, and what other threads read of a window. Never held while a
 /// window procedure, a hook or any other code of a host runs, nor while waiting. It comes before a queue's lock, which comes before
 /// the dispatcher lock.
-KELGEN_PLATFORM_API std::recursive_mutex& DesktopLock();
+std::recursive_mutex& DesktopLock();
 
 /// The lock while it lives.
 struct DesktopGuard

@@ -1,7 +1,6 @@
 // WindowObject.h: a window's state, finding it by its handle, and calling its procedure.
 #pragma once
 
-#include <kelgen/platform/Export.h>
 #include <kelgen/platform/posix/user/api/Messages.h>
 #include <kelgen/platform/posix/user/api/WindowTypes.h>
 #include <kelgen/platform/posix/user/objects/Desktop.h>
@@ -94,11 +93,11 @@ struct Window
 };
 
 /// The calling thread's window; null for a stale or forged handle and for another thread's window. Takes no lock.
-KELGEN_PLATFORM_API Window* OwnWindow(HWND handle);
+Window* OwnWindow(HWND handle);
 
 /// Any thread's window, also the two roots; null for a stale or forged handle. The desktop lock is held by the caller, and the
 /// window stays only while it is.
-KELGEN_PLATFORM_API Window* FindWindowLocked(HWND handle);
+Window* FindWindowLocked(HWND handle);
 
 /// Keeps a window of the calling thread from being freed.
 class WindowUse
