@@ -1,6 +1,7 @@
 # KelgenInstall.cmake: cmake --install gives headers, libraries, a CMake package and pkg-config files.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
+include(KelgenHeaders)
 
 install(TARGETS kelgen_platform kelgen_framework kelgen_kelgen kelgen_main EXPORT kelgen
   RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
@@ -9,10 +10,11 @@ install(TARGETS kelgen_platform kelgen_framework kelgen_kelgen kelgen_main EXPOR
 if(KELGEN_RUNTIME_DLLS)
   install(FILES ${KELGEN_RUNTIME_DLLS} DESTINATION "${CMAKE_INSTALL_BINDIR}")
 endif()
-install(DIRECTORY kelgen DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" FILES_MATCHING PATTERN "*.h"
-  REGEX "/platform/(posix|windows)$" EXCLUDE)
-install(DIRECTORY "kelgen/platform/${KELGEN_PLATFORM}" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/kelgen/platform"
-  FILES_MATCHING PATTERN "*.h")
+kelgen_public_headers(headers)
+foreach(header IN LISTS headers)
+  cmake_path(GET header PARENT_PATH folder)
+  install(FILES "${header}" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/${folder}")
+endforeach()
 
 set(package_folder "${CMAKE_INSTALL_LIBDIR}/cmake/kelgen")
 install(EXPORT kelgen NAMESPACE kelgen:: FILE kelgenTargets.cmake DESTINATION "${package_folder}")
