@@ -26,11 +26,13 @@ if(NOT WIN32)
 endif()
 
 add_library(kelgen_options INTERFACE)
-target_compile_options(kelgen_options INTERFACE
-  -Wall -Wextra -Werror -Wold-style-cast -Wcast-qual -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
-  "-ffile-prefix-map=${CMAKE_CURRENT_SOURCE_DIR}/=")
-# The identity classes have virtual operations and, by contract, no virtual destructor.
-target_compile_options(kelgen_options INTERFACE -Wno-non-virtual-dtor)
+target_compile_options(kelgen_options INTERFACE "-ffile-prefix-map=${CMAKE_CURRENT_SOURCE_DIR}/=")
+# Warnings are for those who work on kelgen: a project that has it as a part chooses its own.
+if(PROJECT_IS_TOP_LEVEL)
+  # The identity classes have virtual operations and, by contract, no virtual destructor: no -Wnon-virtual-dtor.
+  target_compile_options(kelgen_options INTERFACE
+    -Wall -Wextra -Werror -Wold-style-cast -Wcast-qual -Wshadow -Woverloaded-virtual)
+endif()
 if(KELGEN_TESTS)
   # What only the tests call is exported too (see platform/Export.h).
   target_compile_definitions(kelgen_options INTERFACE KELGEN_TESTED)
@@ -42,6 +44,19 @@ if(KELGEN_SANITIZE)
     # By contract some members are called through a null pointer.
     target_compile_options(kelgen_options INTERFACE -fno-sanitize-recover=undefined -fno-sanitize=null)
   endif()
+  if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
+    # Its sanitizers' calls are part of the program only: libraries take them from there.
+    target_link_options(kelgen_options INTERFACE LINKER:-z,undefs)
+  endif()
+endif()
+if(KELGEN_FUZZ)
+  target_compile_options(kelgen_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+set(KELGEN_VECTOR "auto" CACHE STRING "Vector code: auto for the processor's, plain for none")
+set_property(CACHE KELGEN_VECTOR PROPERTY STRINGS auto plain)
+if(KELGEN_VECTOR STREQUAL plain)
+  target_compile_definitions(kelgen_options INTERFACE KELGEN_VECTOR_PLAIN)
 endif()
 
 find_program(KELGEN_CCACHE ccache)

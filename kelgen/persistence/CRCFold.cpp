@@ -5,21 +5,21 @@
 // do eight pairs. What remains at the end is 128 bits, which three more multiplications and a division by multiplication bring down to the 32 of the register.
 #include <kelgen/persistence/internal/CRCFold.h>
 
-#include <cstdint>
-#include <immintrin.h>
+#include <kelgen/platform/support/Processor.h>
 
-#define KELGEN_FOLDS __attribute__((target("pclmul,ssse3,sse4.1")))
-#define KELGEN_FOLDS_PAIRS __attribute__((target("vpclmulqdq,avx2,pclmul")))
+#include <cstdint>
 
 namespace kelgen::detail {
 
 namespace {
 
+using namespace processor;
+
 constexpr size_t kBlock = 16;
 constexpr size_t kPair = 2 * kBlock;
 constexpr size_t kChains = 8;
 
-const bool foldsPairs = __builtin_cpu_supports("vpclmulqdq") && __builtin_cpu_supports("avx2");
+const bool foldsPairs = HasPairMultiplication();
 
 /// x^bits mod (x^32 + polynomial).
 constexpr std::uint32_t PowerOfX(int bits, std::uint32_t polynomial)
@@ -75,99 +75,77 @@ struct Constants
 /// Those of the shared table's polynomial: at program start 0.
 constinit Constants present(0);
 
-KELGEN_FOLDS inline __m128i Load(const unsigned char* data)
+KELGEN_MULTIPLIES inline Block Multipliers(const Distance& distance)
 {
-    const __m128i reversed = _mm_set_epi8(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15);
-    return _mm_shuffle_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(data)), reversed);
+    return MakeBlock(distance.high, distance.low);
 }
 
-KELGEN_FOLDS inline __m128i Multipliers(const Distance& distance)
+KELGEN_MULTIPLIES inline Block Fold(Block block, Block multipliers, Block onto)
 {
-    return _mm_set_epi64x(static_cast<long long>(distance.high), static_cast<long long>(distance.low));
+    return Xor(Xor(MultiplyLow(block, multipliers), MultiplyHigh(block, multipliers)), onto);
 }
 
-KELGEN_FOLDS inline __m128i Fold(__m128i block, __m128i multipliers, __m128i onto)
+KELGEN_MULTIPLIES inline Block Multiply(std::uint64_t a, std::uint64_t b)
 {
-    const __m128i low = _mm_clmulepi64_si128(block, multipliers, 0x00);
-    const __m128i high = _mm_clmulepi64_si128(block, multipliers, 0x11);
-    return _mm_xor_si128(_mm_xor_si128(low, high), onto);
-}
-
-KELGEN_FOLDS inline __m128i Multiply(std::uint64_t a, std::uint64_t b)
-{
-    return _mm_clmulepi64_si128(_mm_cvtsi64_si128(static_cast<long long>(a)), _mm_cvtsi64_si128(static_cast<long long>(b)), 0x00);
-}
-
-KELGEN_FOLDS inline std::uint64_t Low(__m128i value)
-{
-    return static_cast<std::uint64_t>(_mm_cvtsi128_si64(value));
-}
-
-KELGEN_FOLDS inline std::uint64_t High(__m128i value)
-{
-    return static_cast<std::uint64_t>(_mm_extract_epi64(value, 1));
+    return MultiplyLow(MakeBlock(0, a), MakeBlock(0, b));
 }
 
 /// block x^32 mod the polynomial: the register after the block.
-KELGEN_FOLDS inline std::uint32_t Reduce(__m128i block, const Constants& constants)
+KELGEN_MULTIPLIES inline std::uint32_t Reduce(Block block, const Constants& constants)
 {
     // 128 to 96 bits: high x^96 + low x^32.
-    const __m128i low32 = _mm_set_epi64x(static_cast<long long>(Low(block) >> 32), static_cast<long long>(Low(block) << 32));
-    const __m128i bits96 = _mm_xor_si128(Multiply(High(block), constants.x96), low32);
+    const Block low32 = MakeBlock(LowHalf(block) >> 32, LowHalf(block) << 32);
+    const Block bits96 = Xor(Multiply(HighHalf(block), constants.x96), low32);
     // 96 to 64 bits.
-    const std::uint64_t bits64 = Low(bits96) ^ Low(Multiply(High(bits96), constants.x64));
+    const std::uint64_t bits64 = LowHalf(bits96) ^ LowHalf(Multiply(HighHalf(bits96), constants.x64));
     // The quotient by the polynomial is exact: without carries a truncated product loses nothing that counts.
-    const std::uint64_t quotient = Low(_mm_srli_si128(Multiply(bits64 >> 32, constants.quotient), 4)) & 0xFFFFFFFF;
-    return static_cast<std::uint32_t>(bits64 ^ Low(Multiply(quotient, constants.divisor)));
+    const std::uint64_t quotient = LowHalf(Multiply(bits64 >> 32, constants.quotient)) >> 32;
+    return static_cast<std::uint32_t>(bits64 ^ LowHalf(Multiply(quotient, constants.divisor)));
 }
 
 /// Folds whole strides of eight blocks; data and size move past them.
-KELGEN_FOLDS __m128i FoldStrides(__m128i first, const unsigned char*& data, size_t& size, const Constants& constants)
+KELGEN_MULTIPLIES Block FoldStrides(Block first, const unsigned char*& data, size_t& size, const Constants& constants)
 {
-    __m128i chain[kChains];
+    Block chain[kChains];
     chain[0] = first;
     for (size_t i = 1; i < kChains; ++i)
-        chain[i] = Load(data + i * kBlock);
+        chain[i] = LoadBlock(data + i * kBlock);
     data += kChains * kBlock;
     size -= kChains * kBlock;
 
-    const __m128i by1024 = Multipliers(constants.by1024);
+    const Block by1024 = Multipliers(constants.by1024);
     for (; size >= kChains * kBlock; data += kChains * kBlock, size -= kChains * kBlock) {
         for (size_t i = 0; i < kChains; ++i)
-            chain[i] = Fold(chain[i], by1024, Load(data + i * kBlock));
+            chain[i] = Fold(chain[i], by1024, LoadBlock(data + i * kBlock));
     }
-    const __m128i by512 = Multipliers(constants.by512);
+    const Block by512 = Multipliers(constants.by512);
     for (int i = 0; i < 4; ++i)
         chain[i] = Fold(chain[i], by512, chain[i + 4]);
-    const __m128i by256 = Multipliers(constants.by256);
+    const Block by256 = Multipliers(constants.by256);
     for (int i = 0; i < 2; ++i)
         chain[i] = Fold(chain[i], by256, chain[i + 2]);
     return Fold(chain[0], Multipliers(constants.by128), chain[1]);
 }
 
-/// Two blocks, the earlier one in the low half.
-KELGEN_FOLDS_PAIRS inline __m256i LoadPair(const unsigned char* data)
+/// The register counts as 32 message bits that are added to the first ones.
+KELGEN_MULTIPLIES inline Block AtTheTop(std::uint32_t crc)
 {
-    const __m256i reversed = _mm256_broadcastsi128_si256(_mm_set_epi8(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15));
-    return _mm256_shuffle_epi8(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(data)), reversed);
+    return MakeBlock(std::uint64_t{crc} << 32, 0);
 }
 
-KELGEN_FOLDS_PAIRS inline __m256i FoldPair(__m256i pair, const Distance& distance, __m256i onto)
+KELGEN_MULTIPLIES_PAIRS inline BlockPair FoldPair(BlockPair pair, const Distance& distance, BlockPair onto)
 {
-    const __m256i multipliers = _mm256_set_epi64x(static_cast<long long>(distance.high), static_cast<long long>(distance.low),
-                                                  static_cast<long long>(distance.high), static_cast<long long>(distance.low));
-    const __m256i low = _mm256_clmulepi64_epi128(pair, multipliers, 0x00);
-    const __m256i high = _mm256_clmulepi64_epi128(pair, multipliers, 0x11);
-    return _mm256_xor_si256(_mm256_xor_si256(low, high), onto);
+    const BlockPair multipliers = MakePair(Multipliers(distance), Multipliers(distance));
+    return Xor(Xor(MultiplyLow(pair, multipliers), MultiplyHigh(pair, multipliers)), onto);
 }
 
 /// As FoldStrides for eight pairs, with the register still to be added to the first block.
-KELGEN_FOLDS_PAIRS __m128i FoldPairStrides(std::uint32_t crc, const unsigned char*& data, size_t& size, const Constants& constants)
+KELGEN_MULTIPLIES_PAIRS Block FoldPairStrides(std::uint32_t crc, const unsigned char*& data, size_t& size, const Constants& constants)
 {
-    __m256i chain[kChains];
+    BlockPair chain[kChains];
     for (size_t i = 0; i < kChains; ++i)
         chain[i] = LoadPair(data + i * kPair);
-    chain[0] = _mm256_xor_si256(chain[0], _mm256_set_epi32(0, 0, 0, 0, static_cast<int>(crc), 0, 0, 0));
+    chain[0] = Xor(chain[0], MakePair(AtTheTop(crc), MakeBlock(0, 0)));
     data += kChains * kPair;
     size -= kChains * kPair;
 
@@ -179,18 +157,17 @@ KELGEN_FOLDS_PAIRS __m128i FoldPairStrides(std::uint32_t crc, const unsigned cha
         chain[i] = FoldPair(chain[i], constants.by1024, chain[i + 4]);
     for (int i = 0; i < 2; ++i)
         chain[i] = FoldPair(chain[i], constants.by512, chain[i + 2]);
-    const __m256i pair = FoldPair(chain[0], constants.by256, chain[1]);
-    return Fold(_mm256_castsi256_si128(pair), Multipliers(constants.by128), _mm256_extracti128_si256(pair, 1));
+    const BlockPair pair = FoldPair(chain[0], constants.by256, chain[1]);
+    return Fold(FirstOfPair(pair), Multipliers(constants.by128), SecondOfPair(pair));
 }
 
-KELGEN_FOLDS std::uint32_t FoldBlocks(std::uint32_t crc, const unsigned char* data, size_t size, const Constants& constants)
+KELGEN_MULTIPLIES std::uint32_t FoldBlocks(std::uint32_t crc, const unsigned char* data, size_t size, const Constants& constants)
 {
-    // The register counts as 32 message bits that are added to the first ones.
-    __m128i block;
+    Block block;
     if (size >= kChains * kPair && foldsPairs) {
         block = FoldPairStrides(crc, data, size, constants);
     } else {
-        block = _mm_xor_si128(Load(data), _mm_set_epi32(static_cast<int>(crc), 0, 0, 0));
+        block = Xor(LoadBlock(data), AtTheTop(crc));
         if (size >= kChains * kBlock) {
             block = FoldStrides(block, data, size, constants);
         } else {
@@ -198,15 +175,15 @@ KELGEN_FOLDS std::uint32_t FoldBlocks(std::uint32_t crc, const unsigned char* da
             size -= kBlock;
         }
     }
-    const __m128i by128 = Multipliers(constants.by128);
+    const Block by128 = Multipliers(constants.by128);
     for (; size >= kBlock; data += kBlock, size -= kBlock)
-        block = Fold(block, by128, Load(data));
+        block = Fold(block, by128, LoadBlock(data));
     return Reduce(block, constants);
 }
 
 }  // namespace
 
-const bool canFold = __builtin_cpu_supports("pclmul") && __builtin_cpu_supports("sse4.1");
+const bool canFold = processor::HasMultiplication();
 
 void PrepareFold(DWORD polynomial)
 {

@@ -3,6 +3,10 @@
 // exports to its tests alone: KELGEN_TESTED is defined when the tests are built.
 #pragma once
 
+#if __cplusplus < 202002L
+#error "kelgen is C++20: compile with -std=c++20 (CMake: target_link_libraries with kelgen::kelgen sets it)"
+#endif
+
 #ifdef _WIN32
 #define KELGEN_EXPORT_SYMBOL __declspec(dllexport)
 #define KELGEN_IMPORT_SYMBOL __declspec(dllimport)

@@ -1,7 +1,7 @@
 // ScanUnits.cpp: compares eight units at once; the last step overlaps the one before instead of reading past the end.
 #include <kelgen/text/internal/ScanUnits.h>
 
-#include <emmintrin.h>
+#include <kelgen/platform/support/Processor.h>
 
 #include <bit>
 #include <cstring>
@@ -13,27 +13,19 @@ namespace {
 constexpr int kLane = 8;          // units in a register
 constexpr int kStep = 4 * kLane;  // units in a turn of the long loops
 
-__m128i Load(const unsigned short* at)
-{
-    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
-}
-
-__m128i Fill(unsigned short unit)
-{
-    return _mm_set1_epi16(static_cast<short>(unit));
-}
+using namespace processor;
 
 /// Two bits for each of the eight units that equal their pattern.
-unsigned Matches(const unsigned short* at, __m128i pattern)
+unsigned Matches(const unsigned short* at, Units pattern)
 {
-    return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi16(Load(at), pattern)));
+    return LaneMask(EqualUnits(LoadUnits(at), pattern));
 }
 
-bool AnyOf32(const unsigned short* at, __m128i pattern)
+bool AnyOf32(const unsigned short* at, Units pattern)
 {
-    const __m128i low = _mm_or_si128(_mm_cmpeq_epi16(Load(at), pattern), _mm_cmpeq_epi16(Load(at + kLane), pattern));
-    const __m128i high = _mm_or_si128(_mm_cmpeq_epi16(Load(at + 2 * kLane), pattern), _mm_cmpeq_epi16(Load(at + 3 * kLane), pattern));
-    return _mm_movemask_epi8(_mm_or_si128(low, high)) != 0;
+    const Units low = Or(EqualUnits(LoadUnits(at), pattern), EqualUnits(LoadUnits(at + kLane), pattern));
+    const Units high = Or(EqualUnits(LoadUnits(at + 2 * kLane), pattern), EqualUnits(LoadUnits(at + 3 * kLane), pattern));
+    return LaneMask(Or(low, high)) != 0;
 }
 
 int FirstOf(unsigned matches)
@@ -51,8 +43,8 @@ struct Sought
 {
     const unsigned short* units;
     int length;
-    __m128i first;
-    __m128i last;
+    Units first;
+    Units last;
 
     bool IsAt(const unsigned short* at) const
     {
@@ -84,7 +76,7 @@ int FindUnit(const unsigned short* text, int length, unsigned short unit)
         return -1;
     }
 
-    const __m128i pattern = Fill(unit);
+    const Units pattern = FillUnits(unit);
     int i = 0;
     while (length - i >= kStep && !AnyOf32(text + i, pattern))
         i += kStep;
@@ -107,7 +99,7 @@ int FindLastUnit(const unsigned short* text, int length, unsigned short unit)
         return -1;
     }
 
-    const __m128i pattern = Fill(unit);
+    const Units pattern = FillUnits(unit);
     int end = length;
     while (end >= kStep && !AnyOf32(text + end - kStep, pattern))
         end -= kStep;
@@ -131,7 +123,7 @@ int FindUnits(const unsigned short* text, int length, const unsigned short* soug
         return -1;
     }
 
-    const Sought target{sought, soughtLength, Fill(sought[0]), Fill(sought[soughtLength - 1])};
+    const Sought target{sought, soughtLength, FillUnits(sought[0]), FillUnits(sought[soughtLength - 1])};
     int i = 0;
     for (; places - i >= kLane; i += kLane)
         if (const int index = target.FindAmongEight(text + i); index >= 0)

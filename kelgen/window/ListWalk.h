@@ -48,8 +48,10 @@ class ListWalk
 public:
     using Element = std::remove_cvref_t<decltype(*std::declval<const LIST&>().GetData())>;
 
-// The destructor takes back what the compiler takes for a pointer that stays.
+// The destructor takes back what the compiler takes for a pointer that stays. Not every compiler has that warning.
 #pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wpragmas"
+#pragma GCC diagnostic ignored "-Wunknown-warning-option"
 #pragma GCC diagnostic ignored "-Wdangling-pointer"
     ListWalk(ListWalks<LIST>& walks, const LIST& list) : m_walks(&walks), m_list(list), m_outer(walks.m_innermost)
     {

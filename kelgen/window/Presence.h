@@ -23,8 +23,10 @@ private:
 class PresenceWatch
 {
 public:
-// The destructor takes back what the compiler takes for a pointer that stays.
+// The destructor takes back what the compiler takes for a pointer that stays. Not every compiler has that warning.
 #pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wpragmas"
+#pragma GCC diagnostic ignored "-Wunknown-warning-option"
 #pragma GCC diagnostic ignored "-Wdangling-pointer"
     explicit PresenceWatch(Presence& presence) : m_presence(&presence), m_outer(presence.m_innermost)
     {

@@ -16,6 +16,10 @@ struct CFileStatus
     char m_szFullName[MAX_PATH] = {};  ///< The full path.
 };
 
+// A given name, CFile::system, is also that of a function of the C library.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wshadow"
+
 /// A file of bytes, read and written without a buffer of its own.
 ///
 ///     CFile file("C:\\data.bin", CFile::modeRead | CFile::shareDenyWrite);
@@ -145,3 +149,5 @@ protected:
     BOOL m_bCloseOnDelete;
     CString m_strFileName;
 };
+
+#pragma GCC diagnostic pop

@@ -3,6 +3,10 @@
 
 #include <kelgen/framework/frames/MDIFrameWnd.h>
 
+// Its Create hides that of other frames.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+
 /// A frame that is a child of an MDI frame's client window. Its menu and accelerators are shown by the MDI frame while it is active.
 class KELGEN_FRAMEWORK_API CMDIChildWnd : public CFrameWnd
 {
@@ -50,3 +54,5 @@ protected:
 
     DECLARE_MESSAGE_MAP()
 };
+
+#pragma GCC diagnostic pop

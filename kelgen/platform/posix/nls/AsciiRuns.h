@@ -21,22 +21,20 @@ std::size_t NarrowRun(const WCHAR* wide, std::size_t length, char* text, bool la
 /// the block, all of which is overwritten.
 inline std::size_t WidenBlock(const char* text, WCHAR* wide)
 {
-    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
-    const __m128i zero = _mm_setzero_si128();
-    StoreUnits(wide, _mm_unpacklo_epi8(bytes, zero));
-    StoreUnits(wide + kBlockUnits, _mm_unpackhi_epi8(bytes, zero));
-    const unsigned others = static_cast<unsigned>(_mm_movemask_epi8(bytes));
-    return others == 0 ? kAsciiBlock : static_cast<std::size_t>(__builtin_ctz(others));
+    const Bytes bytes = LoadBytes(text);
+    StoreUnits(wide, WidenLow(bytes));
+    StoreUnits(wide + kBlockUnits, WidenHigh(bytes));
+    const unsigned others = HighBits(bytes);
+    return others == 0 ? kAsciiBlock : static_cast<std::size_t>(std::countr_zero(others));
 }
 
 /// Narrows the ASCII units that eight units start with and returns their number; @p text has room for eight bytes, all of which
 /// are overwritten.
 inline std::size_t NarrowHalfBlock(const WCHAR* wide, char* text)
 {
-    const __m128i units = LoadUnits(wide);
-    _mm_storel_epi64(reinterpret_cast<__m128i*>(text), _mm_packus_epi16(units, units));
-    const __m128i high = _mm_and_si128(units, Broadcast(0xFF80));
-    const unsigned others = LaneMask(_mm_cmpeq_epi16(high, _mm_setzero_si128())) ^ 0xFFFFu;
+    const Units units = LoadUnits(wide);
+    StoreHalf(text, Narrow(units, units));
+    const unsigned others = LaneMask(EqualUnits(And(units, FillUnits(0xFF80)), FillUnits(0))) ^ 0xFFFFu;
     return others == 0 ? std::size_t{kBlockUnits} : static_cast<std::size_t>(FirstLane(others));
 }
 

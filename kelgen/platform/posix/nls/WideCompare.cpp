@@ -4,8 +4,6 @@
 #include <kelgen/platform/posix/nls/RuntimeLocale.h>
 #include <kelgen/platform/posix/nls/Units.h>
 
-#include <immintrin.h>
-
 #include <algorithm>
 #include <limits>
 #include <string>
@@ -20,14 +18,14 @@ constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
 struct AsIs
 {
     static WCHAR Of(WCHAR unit) { return unit; }
-    static __m128i Of(__m128i units) { return units; }
+    static Units Of(Units units) { return units; }
 };
 
 // The units with A to Z lower-cased.
 struct Folded
 {
     static WCHAR Of(WCHAR unit) { return LowerAscii(unit); }
-    static __m128i Of(__m128i units) { return LowerAscii(units); }
+    static Units Of(Units units) { return LowerAscii(units); }
 };
 
 int Sign(int difference)
@@ -39,17 +37,13 @@ int Sign(int difference)
 // each text that it has not seen the end of.
 KELGEN_READS_WHOLE_BLOCKS KELGEN_WIDE_VECTORS std::size_t EqualWideRun(const WCHAR* left, const WCHAR* right, std::size_t limit)
 {
-    const __m256i zero = _mm256_setzero_si256();
     std::size_t done = 0;
     while (limit - done >= 32 && FitsInPage<64>(left + done) && FitsInPage<64>(right + done)) {
-        const auto* leftBlock = reinterpret_cast<const __m256i*>(left + done);
-        const auto* rightBlock = reinterpret_cast<const __m256i*>(right + done);
-        const __m256i first = _mm256_loadu_si256(leftBlock);
-        const __m256i second = _mm256_loadu_si256(leftBlock + 1);
-        const __m256i same = _mm256_and_si256(_mm256_cmpeq_epi16(first, _mm256_loadu_si256(rightBlock)),
-                                              _mm256_cmpeq_epi16(second, _mm256_loadu_si256(rightBlock + 1)));
-        const __m256i ends = _mm256_cmpeq_epi16(_mm256_min_epu16(first, second), zero);
-        if (_mm256_movemask_epi8(_mm256_andnot_si256(ends, same)) != -1)
+        const WideUnits first = LoadWideUnits(left + done);
+        const WideUnits second = LoadWideUnits(left + done + 16);
+        const WideUnits same = And(EqualUnits(first, LoadWideUnits(right + done)), EqualUnits(second, LoadWideUnits(right + done + 16)));
+        const WideUnits ends = EqualUnits(SmallerUnits(first, second), FillWideUnits(0));
+        if (LaneMask(Without(same, ends)) != 0xFFFFFFFF)
             break;
         done += 32;
     }
@@ -64,10 +58,10 @@ KELGEN_READS_WHOLE_BLOCKS int Difference(const WCHAR* left, const WCHAR* right, 
     std::size_t at = 0;
     while (at < limit) {
         if (limit - at >= std::size_t{kBlockUnits} && FitsInPage<16>(left + at) && FitsInPage<16>(right + at)) {
-            const __m128i units = PeekUnits(left + at);
-            const __m128i same = _mm_cmpeq_epi16(Form::Of(units), Form::Of(PeekUnits(right + at)));
-            const __m128i ends = _mm_cmpeq_epi16(units, _mm_setzero_si128());
-            const unsigned stops = LaneMask(_mm_andnot_si128(ends, same)) ^ 0xFFFFu;
+            const Units units = LoadUnits(left + at);
+            const Units same = EqualUnits(Form::Of(units), Form::Of(LoadUnits(right + at)));
+            const Units ends = EqualUnits(units, FillUnits(0));
+            const unsigned stops = LaneMask(Without(same, ends)) ^ 0xFFFFu;
             if (stops != 0) {
                 at += static_cast<std::size_t>(FirstLane(stops));
                 return Form::Of(left[at]) - Form::Of(right[at]);

@@ -3,8 +3,6 @@
 
 #include <kelgen/platform/posix/nls/Units.h>
 
-#include <immintrin.h>
-
 namespace kelgen::posix {
 
 namespace {
@@ -20,40 +18,40 @@ const WCHAR* AlignDown(const WCHAR* text, std::uintptr_t alignment)
 }
 
 // Lanes that are the sought unit or 0.
-__m128i Stops(__m128i units, __m128i sought)
+Units Stops(Units units, Units sought)
 {
-    return _mm_or_si128(_mm_cmpeq_epi16(units, sought), _mm_cmpeq_epi16(units, _mm_setzero_si128()));
+    return Or(EqualUnits(units, sought), EqualUnits(units, FillUnits(0)));
 }
 
 // Lanes of 0 where the unit is @p sought or 0.
-KELGEN_READS_WHOLE_BLOCKS KELGEN_WIDE_VECTORS inline __m256i WideStops(const __m256i* block, __m256i sought)
+KELGEN_READS_WHOLE_BLOCKS KELGEN_WIDE_VECTORS inline WideUnits WideStops(const WCHAR* block, WideUnits sought)
 {
-    const __m256i units = _mm256_load_si256(block);
-    return _mm256_min_epu16(units, _mm256_xor_si256(units, sought));
+    const WideUnits units = LoadWideUnits(block);
+    return SmallerUnits(units, Xor(units, sought));
 }
 
-KELGEN_WIDE_VECTORS inline unsigned ZeroLanes(__m256i lanes)
+KELGEN_WIDE_VECTORS inline unsigned ZeroLanes(WideUnits lanes)
 {
-    return static_cast<unsigned>(_mm256_movemask_epi8(_mm256_cmpeq_epi16(lanes, _mm256_setzero_si256())));
+    return LaneMask(EqualUnits(lanes, FillWideUnits(0)));
 }
 
 // FindUnitOrEnd from an address that is a multiple of 32.
-KELGEN_READS_WHOLE_BLOCKS KELGEN_WIDE_VECTORS const WCHAR* FindInWideBlocks(const WCHAR* text, WCHAR unit)
+KELGEN_READS_WHOLE_BLOCKS KELGEN_WIDE_VECTORS const WCHAR* FindInWideBlocks(const WCHAR* block, WCHAR unit)
 {
-    const __m256i sought = _mm256_set1_epi16(static_cast<short>(unit));
-    const auto* block = reinterpret_cast<const __m256i*>(text);
-    for (;; ++block) {
+    constexpr std::ptrdiff_t kWide = 2 * kBlockUnits;
+    const WideUnits sought = FillWideUnits(unit);
+    for (;; block += kWide) {
         // Four blocks a test while they start at a multiple of their size, so that they lie in one page.
         while (reinterpret_cast<std::uintptr_t>(block) % 128 == 0) {
-            const __m256i pair = _mm256_min_epu16(WideStops(block, sought), WideStops(block + 1, sought));
-            const __m256i next = _mm256_min_epu16(WideStops(block + 2, sought), WideStops(block + 3, sought));
-            if (ZeroLanes(_mm256_min_epu16(pair, next)) != 0)
+            const WideUnits pair = SmallerUnits(WideStops(block, sought), WideStops(block + kWide, sought));
+            const WideUnits next = SmallerUnits(WideStops(block + 2 * kWide, sought), WideStops(block + 3 * kWide, sought));
+            if (ZeroLanes(SmallerUnits(pair, next)) != 0)
                 break;
-            block += 4;
+            block += 4 * kWide;
         }
         const unsigned stops = ZeroLanes(WideStops(block, sought));
         if (stops != 0)
-            return reinterpret_cast<const WCHAR*>(block) + FirstLane(stops);
+            return block + FirstLane(stops);
     }
 }
 
@@ -67,9 +65,9 @@ KELGEN_READS_WHOLE_BLOCKS const WCHAR* FindUnitOrEnd(const WCHAR* text, WCHAR un
         return text;
     }
 
-    const __m128i sought = Broadcast(unit);
+    const Units sought = FillUnits(unit);
     const WCHAR* block = AlignDown(text, 16);
-    const unsigned first = LaneMask(Stops(_mm_load_si128(reinterpret_cast<const __m128i*>(block)), sought)) >> (2 * (text - block));
+    const unsigned first = LaneMask(Stops(LoadUnits(block), sought)) >> (2 * (text - block));
     if (first != 0)
         return text + FirstLane(first);
 
@@ -79,7 +77,7 @@ KELGEN_READS_WHOLE_BLOCKS const WCHAR* FindUnitOrEnd(const WCHAR* text, WCHAR un
         if (wide && blocks >= 2 && reinterpret_cast<std::uintptr_t>(block) % 32 == 0)
             return FindInWideBlocks(block, unit);
 
-        const unsigned mask = LaneMask(Stops(_mm_load_si128(reinterpret_cast<const __m128i*>(block)), sought));
+        const unsigned mask = LaneMask(Stops(LoadUnits(block), sought));
         if (mask != 0)
             return block + FirstLane(mask);
     }
@@ -128,18 +126,18 @@ bool StartsWith(const WCHAR* text, const WCHAR* start)
 class PairSearch
 {
 public:
-    explicit PairSearch(const WCHAR* sought) : m_sought(sought), m_first(Broadcast(sought[0])), m_second(Broadcast(sought[1])) {}
+    explicit PairSearch(const WCHAR* sought) : m_sought(sought), m_first(FillUnits(sought[0])), m_second(FillUnits(sought[1])) {}
 
     KELGEN_READS_WHOLE_BLOCKS const WCHAR* Find(const WCHAR* text) const
     {
         const WCHAR* block = AlignDown(text, 16);
         unsigned valid = 0xFFFFu << (2 * (text - block)) & 0xFFFFu;
         for (;; block += kBlockUnits, valid = 0xFFFF) {
-            const __m128i units = _mm_load_si128(reinterpret_cast<const __m128i*>(block));
-            const unsigned ends = LaneMask(_mm_cmpeq_epi16(units, _mm_setzero_si128())) & valid;
+            const Units units = LoadUnits(block);
+            const unsigned ends = LaneMask(EqualUnits(units, FillUnits(0))) & valid;
             // The last lane's successor lies in the next block: leave that lane to the full comparison.
-            const unsigned seconds = LaneMask(_mm_cmpeq_epi16(units, m_second)) >> 2 | 0xC000u;
-            unsigned starts = LaneMask(_mm_cmpeq_epi16(units, m_first)) & seconds & valid;
+            const unsigned seconds = LaneMask(EqualUnits(units, m_second)) >> 2 | 0xC000u;
+            unsigned starts = LaneMask(EqualUnits(units, m_first)) & seconds & valid;
             if (ends != 0)
                 starts &= (ends & (0u - ends)) - 1;
             while (starts != 0) {
@@ -155,8 +153,8 @@ public:
 
 private:
     const WCHAR* m_sought;
-    __m128i m_first;
-    __m128i m_second;
+    Units m_first;
+    Units m_second;
 };
 
 }  // namespace
@@ -175,7 +173,7 @@ KELGEN_READS_WHOLE_BLOCKS std::size_t wcsnlen(const WCHAR* text, std::size_t lim
     std::size_t length = 0;
     while (limit - length >= std::size_t{kBlockUnits}) {
         if (FitsInPage<16>(text + length)) {
-            const unsigned ends = LaneMask(_mm_cmpeq_epi16(PeekUnits(text + length), _mm_setzero_si128()));
+            const unsigned ends = LaneMask(EqualUnits(LoadUnits(text + length), FillUnits(0)));
             if (ends != 0)
                 return length + static_cast<std::size_t>(FirstLane(ends));
             length += kBlockUnits;
@@ -200,11 +198,11 @@ const WCHAR* wcschr(const WCHAR* text, WCHAR unit)
 const WCHAR* wcsrchr(const WCHAR* text, WCHAR unit)
 {
     const WCHAR* end = text + wcslen(text) + 1;
-    const __m128i sought = Broadcast(unit);
+    const Units sought = FillUnits(unit);
     while (end - text >= kBlockUnits) {
-        const unsigned mask = LaneMask(_mm_cmpeq_epi16(LoadUnits(end - kBlockUnits), sought));
+        const unsigned mask = LaneMask(EqualUnits(LoadUnits(end - kBlockUnits), sought));
         if (mask != 0)
-            return end - kBlockUnits + (31 - __builtin_clz(mask)) / 2;
+            return end - kBlockUnits + (31 - std::countl_zero(mask)) / 2;
         end -= kBlockUnits;
     }
     while (end != text) {

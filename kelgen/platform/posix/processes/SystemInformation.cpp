@@ -5,8 +5,8 @@
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/Paths.h>
 #include <kelgen/platform/posix/processes/api/Processes.h>
+#include <kelgen/platform/support/Processor.h>
 
-#include <cpuid.h>
 #include <pwd.h>
 #include <unistd.h>
 
@@ -116,23 +116,20 @@ BOOL GetUserNameA(LPSTR buffer, LPDWORD size)
 void GetSystemInfo(LPSYSTEM_INFO information)
 {
     const long processors = sysconf(_SC_NPROCESSORS_ONLN);
-    unsigned signature = 0;
-    unsigned unused = 0;
-    __get_cpuid(1, &signature, &unused, &unused, &unused);
-    const unsigned family = (signature >> 8) & 0xF;
+    const kelgen::processor::Identity processor = kelgen::processor::Identify();
 
     *information = {};
-    information->wProcessorArchitecture = PROCESSOR_ARCHITECTURE_AMD64;
+    information->wProcessorArchitecture = processor.architecture;
     information->dwPageSize = static_cast<DWORD>(sysconf(_SC_PAGESIZE));
     information->lpMinimumApplicationAddress = reinterpret_cast<LPVOID>(ULONG_PTR{0x10000});
     information->lpMaximumApplicationAddress = reinterpret_cast<LPVOID>(ULONG_PTR{0x7FFFFFFEFFFF});
     information->dwNumberOfProcessors = processors > 0 ? static_cast<DWORD>(processors) : 1;
     information->dwActiveProcessorMask =
         information->dwNumberOfProcessors >= 64 ? ~DWORD_PTR{0} : (DWORD_PTR{1} << information->dwNumberOfProcessors) - 1;
-    information->dwProcessorType = PROCESSOR_AMD_X8664;
+    information->dwProcessorType = processor.type;
     information->dwAllocationGranularity = 0x10000;
-    information->wProcessorLevel = static_cast<WORD>(family == 0xF ? family + ((signature >> 20) & 0xFF) : family);
-    information->wProcessorRevision = static_cast<WORD>(((signature >> 12) & 0xF0) << 8 | (signature & 0xFF));
+    information->wProcessorLevel = processor.level;
+    information->wProcessorRevision = processor.revision;
 }
 
 UINT SetErrorMode(UINT mode)

@@ -3,6 +3,7 @@
 
 #include <kelgen/platform/posix/threads/api/Threads.h>
 #include <kelgen/platform/support/Assert.h>
+#include <kelgen/platform/support/Processor.h>
 
 #include <atomic>
 #include <linux/futex.h>
@@ -42,7 +43,7 @@ void WaitUntilOwned(CRITICAL_SECTION* section)
     for (ULONG_PTR tries = section->SpinCount; tries > 0; --tries) {
         if (TakeFree(section))
             return;
-        __builtin_ia32_pause();
+        kelgen::processor::Pause();
     }
     while (StateOf(section).exchange(kContended, std::memory_order_acquire) != kFree)
         syscall(SYS_futex, &section->LockCount, FUTEX_WAIT_PRIVATE, kContended, nullptr, nullptr, 0);

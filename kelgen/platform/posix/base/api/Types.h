@@ -114,7 +114,7 @@ using LRESULT = LONG_PTR;
 #define IS_INTRESOURCE(r) ((reinterpret_cast<ULONG_PTR>(r) >> 16) == 0)
 
 union LARGE_INTEGER {
-    struct
+    __extension__ struct
     {
         DWORD LowPart;
         LONG HighPart;
@@ -128,7 +128,7 @@ union LARGE_INTEGER {
 };
 
 union ULARGE_INTEGER {
-    struct
+    __extension__ struct
     {
         DWORD LowPart;
         DWORD HighPart;

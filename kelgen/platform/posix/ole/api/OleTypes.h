@@ -61,7 +61,7 @@ struct IDispatch;
 
 /// A fixed-point number of ten-thousandths.
 union CY {
-    struct
+    __extension__ struct
     {
         DWORD Lo;
         LONG Hi;

@@ -13,7 +13,7 @@ struct tagVARIANT
     WORD wReserved1;
     WORD wReserved2;
     WORD wReserved3;
-    union {
+    __extension__ union {
         LONGLONG llVal;
         LONG lVal;
         BYTE bVal;
@@ -45,7 +45,7 @@ struct tagVARIANT
         BSTR* pbstrVal;
         SAFEARRAY** pparray;
         tagVARIANT* pvarVal;
-        struct
+        __extension__ struct
         {
             PVOID pvRecord;
             PVOID pRecInfo;

@@ -56,9 +56,9 @@ using LPOSVERSIONINFOEXA = OSVERSIONINFOEXA*;
 
 struct SYSTEM_INFO
 {
-    union {
+    __extension__ union {
         DWORD dwOemId;
-        struct
+        __extension__ struct
         {
             WORD wProcessorArchitecture;
             WORD wReserved;

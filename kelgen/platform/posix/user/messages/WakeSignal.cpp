@@ -3,6 +3,7 @@
 
 #include <kelgen/platform/posix/threads/api/Synchronization.h>
 #include <kelgen/platform/posix/threads/api/Ticks.h>
+#include <kelgen/platform/support/Processor.h>
 
 #include <climits>
 #include <ctime>
@@ -28,13 +29,6 @@ LONGLONG Nanoseconds()
     return now.tv_sec * 1'000'000'000LL + now.tv_nsec;
 }
 
-void Pause()
-{
-#ifdef __x86_64__
-    __builtin_ia32_pause();
-#endif
-}
-
 bool SpinUntilMoved(const std::atomic<WakeSignal::Ticket>& count, WakeSignal::Ticket seen)
 {
     const LONGLONG end = Nanoseconds() + kSpinNanoseconds;
@@ -42,7 +36,7 @@ bool SpinUntilMoved(const std::atomic<WakeSignal::Ticket>& count, WakeSignal::Ti
         for (int i = 0; i < 32; ++i) {
             if (count.load(std::memory_order_acquire) != seen)
                 return true;
-            Pause();
+            kelgen::processor::Pause();
         }
     } while (Nanoseconds() < end);
     return false;

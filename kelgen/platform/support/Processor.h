@@ -1,0 +1,39 @@
+// Processor.h: all that depends on the processor, in one form for each and one in plain C++ for the others.
+//
+// A form gives, in kelgen::processor:
+//   Units, Bytes          eight 16-bit values, sixteen 8-bit ones; WideUnits and WideBytes twice as many, when HasWideVectors()
+//   Load..., Store...     from and to any address
+//   FillUnits, FillBytes  one value in every lane
+//   EqualUnits, ...       all bits of a lane where the condition holds, else none
+//   LaneMask              two bits for each unit, set where its lane is; the first unit has the lowest
+//   Narrow, Widen...      between units below 0x100 and bytes
+//   Block, BlockPair      128 bits, or two times 128, for carry-less multiplication, when HasMultiplication()
+//   Pause                 tells the processor that this thread is waiting actively
+//   Identify              what the processor is
+// Functions whose names are overloaded for the wide types may be called from functions marked KELGEN_WIDE_VECTORS only, those on
+// blocks from KELGEN_MULTIPLIES, those on pairs of blocks from KELGEN_MULTIPLIES_PAIRS.
+#pragma once
+
+// A helper of these must not remain a function of its own: that would be checked by sanitizers where its caller is not.
+#define KELGEN_IN_CALLER inline __attribute__((always_inline))
+
+namespace kelgen::processor {
+
+/// What the system's information says about a processor, in the platform's numbers.
+struct Identity
+{
+    unsigned short architecture;
+    unsigned type;
+    unsigned short level;
+    unsigned short revision;
+};
+
+}  // namespace kelgen::processor
+
+#if defined(__x86_64__) && !defined(KELGEN_VECTOR_PLAIN)
+#include <kelgen/platform/support/processor/X86.h>
+#elif defined(__aarch64__) && !defined(KELGEN_VECTOR_PLAIN)
+#include <kelgen/platform/support/processor/Aarch64.h>
+#else
+#include <kelgen/platform/support/processor/Plain.h>
+#endif

@@ -1,0 +1,203 @@
+// Aarch64.h: NEON as every aarch64 processor has it; carry-less multiplication where the running one has it.
+#pragma once
+
+#include <kelgen/platform/support/Processor.h>
+
+#include <arm_neon.h>
+#include <cstdint>
+#include <sys/auxv.h>
+
+#define KELGEN_MULTIPLIES __attribute__((target("+crypto")))
+
+namespace kelgen::processor {
+
+using Units = uint16x8_t;
+using Bytes = uint8x16_t;
+using Block = uint64x2_t;
+
+inline bool HasMultiplication()
+{
+    constexpr unsigned long kMultipliesPolynomials = 1 << 4;
+    return (getauxval(AT_HWCAP) & kMultipliesPolynomials) != 0;
+}
+
+KELGEN_IN_CALLER void Pause()
+{
+    // As long as an x86 processor pauses, roughly: a yield takes no time on most of these.
+    asm volatile("isb" ::: "memory");
+}
+
+inline Identity Identify()
+{
+    return {.architecture = 12, .type = 0, .level = 8, .revision = 0};
+}
+
+KELGEN_IN_CALLER Units And(Units a, Units b)
+{
+    return vandq_u16(a, b);
+}
+
+KELGEN_IN_CALLER Units Or(Units a, Units b)
+{
+    return vorrq_u16(a, b);
+}
+
+KELGEN_IN_CALLER Units Xor(Units a, Units b)
+{
+    return veorq_u16(a, b);
+}
+
+/// The bits of @p a that are not in @p b.
+KELGEN_IN_CALLER Units Without(Units a, Units b)
+{
+    return vbicq_u16(a, b);
+}
+
+KELGEN_IN_CALLER bool IsZero(Units a)
+{
+    return vmaxvq_u16(a) == 0;
+}
+
+KELGEN_IN_CALLER Units LoadUnits(const void* from)
+{
+    // By bytes: a unit may lie at an odd address.
+    return vreinterpretq_u16_u8(vld1q_u8(static_cast<const std::uint8_t*>(from)));
+}
+
+KELGEN_IN_CALLER void StoreUnits(void* to, Units units)
+{
+    vst1q_u8(static_cast<std::uint8_t*>(to), vreinterpretq_u8_u16(units));
+}
+
+KELGEN_IN_CALLER Units FillUnits(std::uint16_t unit)
+{
+    return vdupq_n_u16(unit);
+}
+
+KELGEN_IN_CALLER Units EqualUnits(Units a, Units b)
+{
+    return vceqq_u16(a, b);
+}
+
+KELGEN_IN_CALLER Units SmallerUnits(Units a, Units b)
+{
+    return vminq_u16(a, b);
+}
+
+KELGEN_IN_CALLER Units Add(Units a, Units b)
+{
+    return vaddq_u16(a, b);
+}
+
+KELGEN_IN_CALLER Units Subtract(Units a, Units b)
+{
+    return vsubq_u16(a, b);
+}
+
+/// All bits where the unit lies from @p low to @p high.
+KELGEN_IN_CALLER Units InRange(Units units, std::uint16_t low, std::uint16_t high)
+{
+    return vcleq_u16(vsubq_u16(units, FillUnits(low)), FillUnits(static_cast<std::uint16_t>(high - low)));
+}
+
+KELGEN_IN_CALLER unsigned LaneMask(Units lanes)
+{
+    constexpr Units kBits = {3 << 0, 3 << 2, 3 << 4, 3 << 6, 3 << 8, 3 << 10, 3 << 12, 3 << 14};
+    return vaddvq_u16(vandq_u16(lanes, kBits));
+}
+
+KELGEN_IN_CALLER Bytes And(Bytes a, Bytes b)
+{
+    return vandq_u8(a, b);
+}
+
+KELGEN_IN_CALLER Bytes LoadBytes(const void* from)
+{
+    return vld1q_u8(static_cast<const std::uint8_t*>(from));
+}
+
+KELGEN_IN_CALLER void StoreBytes(void* to, Bytes bytes)
+{
+    vst1q_u8(static_cast<std::uint8_t*>(to), bytes);
+}
+
+/// Stores the first eight bytes.
+KELGEN_IN_CALLER void StoreHalf(void* to, Bytes bytes)
+{
+    vst1_u8(static_cast<std::uint8_t*>(to), vget_low_u8(bytes));
+}
+
+KELGEN_IN_CALLER Bytes FillBytes(std::uint8_t byte)
+{
+    return vdupq_n_u8(byte);
+}
+
+KELGEN_IN_CALLER Bytes EqualBytes(Bytes a, Bytes b)
+{
+    return vceqq_u8(a, b);
+}
+
+/// One bit for each byte: its highest.
+KELGEN_IN_CALLER unsigned HighBits(Bytes bytes)
+{
+    constexpr Bytes kBits = {1, 2, 4, 8, 16, 32, 64, 128, 1, 2, 4, 8, 16, 32, 64, 128};
+    const Bytes set = vandq_u8(vcgeq_u8(bytes, vdupq_n_u8(0x80)), kBits);
+    return unsigned{vaddv_u8(vget_low_u8(set))} | unsigned{vaddv_u8(vget_high_u8(set))} << 8;
+}
+
+KELGEN_IN_CALLER Bytes Narrow(Units first, Units second)
+{
+    return vcombine_u8(vmovn_u16(first), vmovn_u16(second));
+}
+
+KELGEN_IN_CALLER Units WidenLow(Bytes bytes)
+{
+    return vmovl_u8(vget_low_u8(bytes));
+}
+
+KELGEN_IN_CALLER Units WidenHigh(Bytes bytes)
+{
+    return vmovl_u8(vget_high_u8(bytes));
+}
+
+/// Sixteen bytes of which the first is the highest.
+KELGEN_MULTIPLIES KELGEN_IN_CALLER Block LoadBlock(const unsigned char* from)
+{
+    const Block halves = vreinterpretq_u64_u8(vrev64q_u8(vld1q_u8(from)));
+    return vextq_u64(halves, halves, 1);
+}
+
+KELGEN_MULTIPLIES KELGEN_IN_CALLER Block MakeBlock(std::uint64_t high, std::uint64_t low)
+{
+    return Block{low, high};
+}
+
+KELGEN_MULTIPLIES KELGEN_IN_CALLER std::uint64_t LowHalf(Block block)
+{
+    return vgetq_lane_u64(block, 0);
+}
+
+KELGEN_MULTIPLIES KELGEN_IN_CALLER std::uint64_t HighHalf(Block block)
+{
+    return vgetq_lane_u64(block, 1);
+}
+
+KELGEN_IN_CALLER Block Xor(Block a, Block b)
+{
+    return veorq_u64(a, b);
+}
+
+/// The product of the low halves, without carries; MultiplyHigh that of the high ones.
+KELGEN_MULTIPLIES KELGEN_IN_CALLER Block MultiplyLow(Block a, Block b)
+{
+    return vreinterpretq_u64_p128(vmull_p64(vgetq_lane_p64(vreinterpretq_p64_u64(a), 0), vgetq_lane_p64(vreinterpretq_p64_u64(b), 0)));
+}
+
+KELGEN_MULTIPLIES KELGEN_IN_CALLER Block MultiplyHigh(Block a, Block b)
+{
+    return vreinterpretq_u64_p128(vmull_high_p64(vreinterpretq_p64_u64(a), vreinterpretq_p64_u64(b)));
+}
+
+}  // namespace kelgen::processor
+
+#include <kelgen/platform/support/processor/Pairs.h>
