@@ -21,7 +21,12 @@ install(EXPORT kelgen NAMESPACE kelgen:: FILE kelgenTargets.cmake DESTINATION "$
 configure_package_config_file(cmake/kelgenConfig.cmake.in kelgenConfig.cmake INSTALL_DESTINATION "${package_folder}")
 write_basic_package_version_file(kelgenConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(FILES "${CMAKE_CURRENT_BINARY_DIR}/kelgenConfig.cmake" "${CMAKE_CURRENT_BINARY_DIR}/kelgenConfigVersion.cmake"
-  cmake/KelgenResources.cmake DESTINATION "${package_folder}")
+  cmake/KelgenResources.cmake cmake/KelgenRuntime.cmake DESTINATION "${package_folder}")
+if(WIN32)
+  # What a host needs to cross-compile and to run what it built.
+  install(FILES cmake/mingw64.cmake DESTINATION "${package_folder}")
+  install(PROGRAMS cmake/wine-run.sh cmake/wine-stop.sh DESTINATION "${package_folder}")
+endif()
 
 # Where libraries and headers lie is found from the file's own place, so an installed tree may be moved.
 file(RELATIVE_PATH pkgconfig_prefix "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")

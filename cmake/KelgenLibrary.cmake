@@ -1,5 +1,30 @@
 # KelgenLibrary.cmake: one function for the three shared libraries.
 
+# What changes when hosts have to be built again: the major version, before 1.0 the minor one, too. On Linux the libraries' SONAMEs
+# carry it, on Windows the names of the lower two and an import of every host: kelgen.dll keeps the name that hosts look it up by.
+set(KELGEN_INTERFACE_VERSION ${PROJECT_VERSION_MAJOR})
+if(PROJECT_VERSION_MAJOR EQUAL 0)
+  string(APPEND KELGEN_INTERFACE_VERSION ".${PROJECT_VERSION_MINOR}")
+endif()
+string(REPLACE "." "_" KELGEN_INTERFACE_SYMBOL "kelgen_interface_${KELGEN_INTERFACE_VERSION}")
+if(WIN32)
+  set(KELGEN_INTERFACE_LINK "-Wl,--undefined=__imp_${KELGEN_INTERFACE_SYMBOL}")
+endif()
+
+# Makes every program that links TARGET import a symbol that only libraries of this interface version export.
+function(_kelgen_export_interface target)
+  set(source "${CMAKE_CURRENT_BINARY_DIR}/Interface.cpp")
+  file(CONFIGURE OUTPUT "${source}" @ONLY CONTENT [=[
+// The interface version that hosts were built for.
+extern "C" {
+__declspec(dllexport) extern const int @KELGEN_INTERFACE_SYMBOL@;
+const int @KELGEN_INTERFACE_SYMBOL@ = 1;
+}
+]=])
+  target_sources(${target} PRIVATE "${source}")
+  target_link_options(${target} INTERFACE "${KELGEN_INTERFACE_LINK}")
+endfunction()
+
 # kelgen_add_library(NAME OUTPUT SYMBOL SOURCES... [DEPENDS targets...])
 # Makes the shared library kelgen::NAME. SYMBOL is defined while its own sources are compiled (see Export.h).
 function(kelgen_add_library name output symbol)
@@ -9,13 +34,18 @@ function(kelgen_add_library name output symbol)
   add_library(kelgen::${name} ALIAS ${target})
   if(WIN32)
     set_target_properties(${target} PROPERTIES PREFIX "")
+    if(output STREQUAL PROJECT_NAME)
+      _kelgen_export_interface(${target})
+    else()
+      set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_NAME "${output}-${KELGEN_INTERFACE_VERSION}")
+    endif()
   else()
     # The libraries find each other in an installed tree wherever it lies.
     set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
   endif()
   set_target_properties(${target} PROPERTIES
     OUTPUT_NAME ${output} EXPORT_NAME ${name}
-    VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} DEFINE_SYMBOL ${symbol})
+    VERSION ${PROJECT_VERSION} SOVERSION ${KELGEN_INTERFACE_VERSION} DEFINE_SYMBOL ${symbol})
   target_include_directories(${target} PUBLIC
     "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>" "$<INSTALL_INTERFACE:include>")
   target_compile_features(${target} PUBLIC cxx_std_20)

@@ -3,7 +3,10 @@
 # kelgen_add_version(TARGET DESCRIPTION)
 # Gives TARGET, a program or shared library, a version resource with the project's version and that description.
 function(kelgen_add_version target description)
-  get_target_property(name ${target} OUTPUT_NAME)
+  get_target_property(name ${target} RUNTIME_OUTPUT_NAME)
+  if(NOT name OR NOT WIN32)
+    get_target_property(name ${target} OUTPUT_NAME)
+  endif()
   if(NOT name)
     set(name ${target})
   endif()

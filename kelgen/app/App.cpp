@@ -18,6 +18,9 @@ CEvent& StartGate()
 
 CTrackable::~CTrackable() = default;
 
+const UINT CKelGenApp::APPM_LANGUAGE;
+const UINT CKelGenApp::WPARAM_LANGUAGE_UPDATE;
+
 IMPLEMENT_DYNAMIC(CKelGenApp, CWinApp)
 
 BEGIN_MESSAGE_MAP(CKelGenApp, CWinApp)

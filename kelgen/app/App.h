@@ -62,9 +62,9 @@ public:
     };
 
     /// Tells all windows that the language has changed.
-    static constexpr UINT APPM_LANGUAGE = 32885;
+    static const UINT APPM_LANGUAGE = 32885;
     /// The wParam of APPM_LANGUAGE: texts are to be loaded anew.
-    static constexpr UINT WPARAM_LANGUAGE_UPDATE = 1;
+    static const UINT WPARAM_LANGUAGE_UPDATE = 1;
 
     /// From the end of the constructor on, threads may forward messages.
     explicit CKelGenApp(const char* appName = nullptr);

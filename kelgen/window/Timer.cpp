@@ -13,6 +13,8 @@ constexpr LONG kOldestEvent = 1000;  // milliseconds
 
 CTimer::~CTimer() = default;
 
+const UINT CTimer::ID_HOVER;
+
 CTimerListener::~CTimerListener() = default;
 
 CTimerCallback::CTimerCallback(const CTimerCallback& other) : C000WndProcInterface(other), m_bEnabled(other.m_bEnabled)

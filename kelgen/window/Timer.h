@@ -14,7 +14,7 @@ class CTimerWnd;
 class KELGEN_API CTimer
 {
 public:
-    static constexpr UINT ID_HOVER = 16381;  ///< The timer that is reserved for hovering.
+    static const UINT ID_HOVER = 16381;  ///< The timer that is reserved for hovering.
 
     CTimer() = default;
     CTimer(const CTimer&) = default;

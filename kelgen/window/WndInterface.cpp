@@ -5,6 +5,8 @@
 
 using kelgen::detail::PresenceWatch;
 
+const UINT C000WndInterface::MESSAGE_WNDPOSCREATE;
+
 bool C000WndProcInterface::_000OnPosCreate()
 {
     return false;

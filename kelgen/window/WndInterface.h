@@ -62,7 +62,7 @@ class KELGEN_API C000WndInterface
 {
 public:
     /// Posted by the window to itself when it has been created.
-    static constexpr UINT MESSAGE_WNDPOSCREATE = 32780;
+    static const UINT MESSAGE_WNDPOSCREATE = 32780;
 
     enum E000Flag : DWORD
     {

@@ -25,6 +25,8 @@ ListedClasses& Listed()
 
 }  // namespace
 
+const UINT CRuntimeClass::kNoSchema;
+
 ClassListing::ClassListing(CRuntimeClass* runtimeClass) : m_class(runtimeClass)
 {
     const std::lock_guard lock(Listed().mutex);

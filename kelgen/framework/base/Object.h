@@ -11,7 +11,7 @@ class CObject;
 struct KELGEN_FRAMEWORK_API CRuntimeClass
 {
     /// m_wSchema of a class that archives cannot hold.
-    static constexpr UINT kNoSchema = 0xFFFF;
+    static const UINT kNoSchema = 0xFFFF;
 
     LPCSTR m_lpszClassName;
     int m_nObjectSize;
