@@ -21,7 +21,7 @@ struct Procedure
 {
     WNDPROC call;
     bool wide;
-    DWORD index;  // the cookie's, see ProcedureCookies.h
+    DWORD index;  // the cookie's, see Procedures.h
 };
 
 /// A value that a host keeps with a window. An atom's name is "#number".
