@@ -17,12 +17,14 @@ public:
     CCmdUI& operator=(const CCmdUI&) = delete;
     virtual ~CCmdUI();
 
-    /// Enables, or greys, the item. By contract: an item that opens a popup menu is left alone, but m_bEnableChanged is not set then.
+    /// Enables or greys the item, and sets m_bEnableChanged. By contract: an item that opens a popup menu is left alone, and
+    /// m_bEnableChanged is not set, since such an item has no command of its own.
     virtual void Enable(BOOL bOn = TRUE);
     /// 0 clears the check mark, 1 sets it, 2 is undetermined (a menu item shows the mark). A control that is no button is left alone.
     virtual void SetCheck(int nCheck = 1);
     /// SetCheck(bOn), with a dot as the mark of a menu item.
     virtual void SetRadio(BOOL bOn = TRUE);
+    /// Sets the item's or control's text. An item that opens a popup menu is left alone.
     virtual void SetText(LPCSTR lpszText);
 
     /// In a handler: the next target is asked too.
