@@ -34,13 +34,18 @@ public:
     /// the item is enabled exactly if a command handler exists. TRUE at once for ids 0 and 0xFFFF.
     BOOL DoUpdate(CCmdTarget* pTarget, BOOL bDisableIfNoHndler);
 
+    /// The command.
     UINT m_nID = 0;
     UINT m_nIndex = 0;  ///< The item's position.
+    /// The item's menu; null for a control.
     CMenu* m_pMenu = nullptr;
     CMenu* m_pSubMenu = nullptr;     ///< The popup menu that the item opens, if any.
     CMenu* m_pParentMenu = nullptr;  ///< The menu that m_pMenu belongs to, when that is a popup.
+    /// The control; null for a menu item.
     CWnd* m_pOther = nullptr;
+    /// Whether a handler enabled or greyed the item.
     BOOL m_bEnableChanged = FALSE;
+    /// What ContinueRouting set.
     BOOL m_bContinueRouting = FALSE;
     UINT m_nIndexMax = 0;  ///< The menu's item count; handlers that insert or remove items set it anew.
 };

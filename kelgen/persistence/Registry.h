@@ -34,7 +34,7 @@ public:
     CKey(HKEY parent, const char* subkey);
     CKey(const CKey&) = default;
     CKey& operator=(const CKey&) = default;
-    /// CloseKey.
+    /// Calls CloseKey.
     virtual ~CKey();
 
     /// Opens the existing key @p subkey of @p parent; true on success. By contract: a key already open is not closed first, and

@@ -96,7 +96,7 @@ struct Window
 /// The calling thread's window; null for a stale or forged handle and for another thread's window. Takes no lock.
 KELGEN_PLATFORM_API Window* OwnWindow(HWND handle);
 
-/// Any thread's window, also the two roots; null for a stale or forged handle. The desktop lock is held by the caller, and the
+/// Any thread's window, even the two roots; null for a stale or forged handle. The desktop lock is held by the caller, and the
 /// window stays only while it is.
 KELGEN_PLATFORM_API Window* FindWindowLocked(HWND handle);
 
