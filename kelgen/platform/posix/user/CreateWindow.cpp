@@ -205,7 +205,7 @@ HWND MakeWindow(const Char* className, typename Create<Char>::Struct create)
     if (HasHooks(HookChains::BitOf(WH_CBT))) {
         typename Create<Char>::Hook about{&create, HWND_TOP};
         if (CallHooks(WH_CBT, HCBT_CREATEWND, AsFirstParameter(handle), reinterpret_cast<LPARAM>(&about))) {
-            ForgetWindow(*window);
+            UnlistWindow(*window);
             return nullptr;
         }
     }

@@ -83,7 +83,7 @@ void SendNcDestroy(Window& window)
     window.queue->ForgetWindow(window.handle);
     Send(window, WM_NCDESTROY, 0, 0);
     if (!window.destroyed)
-        ForgetWindow(window);
+        UnlistWindow(window);
 }
 
 void DestroyOwned(const Window& window)
@@ -147,7 +147,7 @@ void SendParentNotify(const Window& window, UINT event)
     SendTo(parent, WM_PARENTNOTIFY, MAKEWPARAM(event, window.id), AsParameter(window.handle), true);
 }
 
-void ForgetWindow(Window& window)
+void UnlistWindow(Window& window)
 {
     ThreadQueue& queue = *window.queue;
     const HWND gone = window.handle;
@@ -185,7 +185,7 @@ void DestroyWindowsOf(ThreadQueue& queue)
             for (HWND child : ChildrenOf(*window))
                 Orphan(child);
             window->queue = &queue;
-            ForgetWindow(*window);
+            UnlistWindow(*window);
         }
     }
 }

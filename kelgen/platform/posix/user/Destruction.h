@@ -9,7 +9,7 @@ namespace kelgen::posix::user {
 void SendParentNotify(const Window& window, UINT event);
 
 /// Takes a window that its procedure does not know yet out of everything.
-void ForgetWindow(Window& window);
+void UnlistWindow(Window& window);
 
 /// Ends a window whose creation failed: WM_NCDESTROY, and it is gone. Nothing for one that was destroyed meanwhile.
 void AbandonCreation(Window& window);
