@@ -1,7 +1,7 @@
 // Arguments.cpp: switches, a folder or an INI file.
 #include "Arguments.h"
 
-#include "FolderList.h"
+#include "FolderEntries.h"
 
 void CMonitorArguments::ParseParam(LPCSTR param, BOOL isFlag, BOOL)
 {

@@ -39,7 +39,7 @@ bool CFolderMonitor::Begin(const CString& folder, bool withSubfolders, int fileL
     m_withSubfolders = withSubfolders;
     m_fileLimit = fileLimit;
     m_isFileLimitNoted = m_isFolderLimitNoted = false;
-    m_watcher = std::make_unique<CFileWatcher>(*this);
+    m_watcher = std::make_unique<CAlarmPoster>(*this);
     AddFolder(root, entries, EFileEvent::found);
 
     std::vector<CWatchedFile*> files;

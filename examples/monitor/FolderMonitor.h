@@ -1,8 +1,8 @@
 // FolderMonitor.h: keeps the files of a folder in view: a scan first, then the watcher's alarms and regular looks.
 #pragma once
 
-#include "FileWatcher.h"
-#include "FolderList.h"
+#include "AlarmPoster.h"
+#include "FolderEntries.h"
 #include "Scanner.h"
 #include "WatchedFile.h"
 
@@ -85,6 +85,6 @@ private:
     std::vector<CWatchedFile*> m_young;
     std::size_t m_nextLook = 0;
     CScanner m_scanner;
-    std::unique_ptr<CFileWatcher> m_watcher;
+    std::unique_ptr<CAlarmPoster> m_watcher;
     _kelgen::CTimerWnd* m_timer = nullptr;
 };

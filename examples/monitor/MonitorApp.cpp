@@ -6,7 +6,7 @@
 #include "Resource.h"
 #include "Texts.h"
 
-#include <kelgen/app/AppIniFile.h>
+#include <kelgen/persistence/IniFile.h>
 
 #include <algorithm>
 
@@ -100,9 +100,9 @@ bool CMonitorApp::ReadIni(CStrArray& complaints)
     GetIniFilePathName(path);
     if (path.IsEmpty())
         return true;
-    if (!m_arguments.m_iniPath.IsEmpty() && !_kelgen::CIniFile().LoadFile(path))
+    _kelgen::CIniFile ini;
+    if (!ini.LoadFile(path) && !m_arguments.m_iniPath.IsEmpty())
         return Fail(1, "cannot read the INI file " + path) != FALSE;
-    const _kelgen::CAppIniFile ini;
     m_settings.ReadIni(ini, FolderOf(path), complaints);
     return true;
 }

@@ -109,11 +109,7 @@ bool CSettings::Take(gen::CProperty& setting, CString text)
 
 void CSettings::ReadIni(const _kelgen::CIniFile& ini, const CString& iniFolder, CStrArray& complaints)
 {
-    const _kelgen::CIniSection* section = nullptr;
-    for (int i = 0; i < ini.GetSize() && !section; ++i) {
-        if (ini.GetAt(i)->GetName() == iniSection)
-            section = ini.GetAt(i);
-    }
+    const _kelgen::CIniSection* const section = ini.FindSection(iniSection);
     if (!section) {
         Complain(complaints, CString("the INI file has no section [") + iniSection + "]");
         return;
@@ -136,33 +132,29 @@ void CSettings::ReadIni(const _kelgen::CIniFile& ini, const CString& iniFolder, 
 
 bool CSettings::Load(CStrArray& complaints)
 {
-    CRegistryPropertyExchange exchange;
-    exchange.propertySet = this;
-    if (!exchange.key.OpenKey(HKEY_CURRENT_USER, registryKey))
+    const CRegistry::CKey key(HKEY_CURRENT_USER, registryKey);
+    if (!key.GetHandle())
         return false;
     bool isAny = false;
     for (int i = 0; i < GetPropertyCount(); ++i)
-        isAny |= LoadOne(exchange, PropertyAt(i), complaints);
+        isAny |= LoadOne(key, PropertyAt(i), complaints);
     return isAny;
 }
 
-/// Load() of the whole set would reset what the registry does not have, or not as a text.
-bool CSettings::LoadOne(CRegistryPropertyExchange& exchange, gen::CProperty& setting, CStrArray& complaints)
+/// An exchange's Load would reset what the registry does not have, or not as a text.
+bool CSettings::LoadOne(const CRegistry::CKey& key, gen::CProperty& setting, CStrArray& complaints)
 {
-    const CString before = setting.GetValue().GetValueString();
     const CString name = setting.GetName();
     CString text;
-    if (!exchange.key.QueryValue(name, text)) {
+    if (!key.QueryValue(name, text)) {
         DWORD type = 0;
-        if (::RegQueryValueExA(exchange.key.GetHandle(), name, nullptr, &type, nullptr, nullptr) == ERROR_SUCCESS)
+        if (::RegQueryValueExA(key.GetHandle(), name, nullptr, &type, nullptr, nullptr) == ERROR_SUCCESS)
             Complain(complaints, "the registry's " + name + " is no text");
         return false;
     }
-    exchange.Load(setting);
     if (Take(setting, text))
         return true;
     Complain(complaints, "the registry's " + name + " cannot be \"" + text + "\"");
-    setting.GetValue().SetValueString(before);
     return false;
 }
 
@@ -170,12 +162,7 @@ bool CSettings::Save()
 {
     CRegistryPropertyExchange exchange;
     exchange.propertySet = this;
-    // The exchange writes to a key that is there.
-    HKEY made = nullptr;
-    if (::RegCreateKeyA(HKEY_CURRENT_USER, registryKey, &made) != ERROR_SUCCESS)
-        return false;
-    ::RegCloseKey(made);
-    if (!exchange.key.OpenKey(HKEY_CURRENT_USER, registryKey))
+    if (!exchange.key.CreateKey(HKEY_CURRENT_USER, registryKey))
         return false;
     exchange.Write();
     CString written;

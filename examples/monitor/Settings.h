@@ -2,10 +2,9 @@
 #pragma once
 
 #include <kelgen/persistence/IniFile.h>
+#include <kelgen/persistence/Registry.h>
 #include <kelgen/property/PropertySet.h>
 #include <kelgen/text/StrArray.h>
-
-class CRegistryPropertyExchange;
 
 /// The settings. Listeners of the set hear of every assignment; Change() assigns only what differs.
 class CSettings : public gen::CPropertySet
@@ -44,5 +43,5 @@ public:
 
 private:
     bool Take(gen::CProperty& setting, CString text);
-    bool LoadOne(CRegistryPropertyExchange& exchange, gen::CProperty& setting, CStrArray& complaints);
+    bool LoadOne(const CRegistry::CKey& key, gen::CProperty& setting, CStrArray& complaints);
 };

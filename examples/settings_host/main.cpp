@@ -50,7 +50,7 @@ public:
 // ---- From the INI file to a property set
 
 // The first section that has a property; null when none has.
-const _kelgen::CIniSection* FindSection(const _kelgen::CIniFile& ini)
+const _kelgen::CIniSection* FirstWithProperties(const _kelgen::CIniFile& ini)
 {
     for (int i = 0; i < ini.GetSize(); ++i) {
         if (ini.GetAt(i)->GetPropertiesCount() > 0)
@@ -119,7 +119,7 @@ void AddSection(gen::CPropertySet& settings, const _kelgen::CIniSection& section
 
 void BuildSettings(gen::CPropertySet& settings, const _kelgen::CIniFile& ini)
 {
-    const _kelgen::CIniSection* section = FindSection(ini);
+    const _kelgen::CIniSection* section = FirstWithProperties(ini);
     account::Step(section != nullptr ? "Build the property set from section " + account::Quoted(section->GetName())
                                      : CString("No section has properties: only the run counter is kept"));
     AddSetting(settings, kRuns, "0");
@@ -128,16 +128,6 @@ void BuildSettings(gen::CPropertySet& settings, const _kelgen::CIniFile& ini)
 }
 
 // ---- To and from the registry
-
-bool OpenSettingsKey(CRegistry::CKey& key)
-{
-    // CKey opens what is there: the first run makes the key.
-    HKEY made = nullptr;
-    if (::RegCreateKeyA(HKEY_CURRENT_USER, kRegistryKey, &made) != ERROR_SUCCESS)
-        return false;
-    ::RegCloseKey(made);
-    return key.OpenKey(HKEY_CURRENT_USER, kRegistryKey);
-}
 
 void LoadKeptValues(CRegistryPropertyExchange& exchange)
 {
@@ -253,7 +243,7 @@ int main(int argc, char** argv)
 
     CRegistryPropertyExchange exchange;
     exchange.propertySet = &settings;
-    if (!OpenSettingsKey(exchange.key))
+    if (!exchange.key.CreateKey(HKEY_CURRENT_USER, kRegistryKey))
         return Fail("cannot open the registry key", kRegistryKey);
     LoadKeptValues(exchange);
 

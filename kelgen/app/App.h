@@ -43,6 +43,7 @@ class KELGEN_API CKelGenApp : public CWinApp,
     DECLARE_DYNAMIC(CKelGenApp)
 
 public:
+    /// A member function that a thread message calls.
     using Function = void (CTrackable::*)(UINT wParam, LPARAM lParam);
 
     /// A member function of an object.
@@ -81,10 +82,13 @@ public:
 
     /// Appends a frame, once.
     void AddFrame(CWnd* pFrame);
-    /// Removes a frame. When it was the main window the first remaining one takes its place.
-    /// By contract: the last frame to leave stays the main window's pointer. The library's frames take that back when they are deleted.
+    /// Removes a frame. If it was the main window, the first remaining one takes its place. By contract: the main window's pointer still
+    /// names the last frame after that has left, so that it can end the application; the library's frames take the pointer back when they
+    /// are deleted.
     void RemoveFrame(CWnd* pFrame);
+    /// The number of listed frames whose windows are visible.
     int GetVisibleFrameCount() const;
+    /// Does the same without counting @p pExcept.
     int GetVisibleFrameCountExcept(const CWnd* pExcept) const;
     /// Sends a message to all frames and all their descendants.
     virtual void SendMessageToWindows(UINT message, WPARAM wParam, LPARAM lParam);
@@ -97,15 +101,17 @@ public:
     /// Threads: any.
     void ForwardMessageToThread(DWORD threadId, UINT message);
 
-    /// The program's path, and its folder with the backslash; empty before InitInstance.
+    /// Stores the program's path; empty before InitInstance.
     void GetModuleFilePath(CString& path) const { path = m_strModuleFilePath; }
+    /// Stores the program's folder with the last backslash; empty before InitInstance.
     void GetModuleFolder(CString& folder) const { folder = m_strModuleFolder; }
-    /// Writes a resource to a file. False when there is no such resource. By contract: true when the file cannot be written.
+    /// Writes a resource to a file. False if there is no such resource. By contract: true even if the file cannot be written; hosts look
+    /// for the file.
     bool CreateFileFromRawResource(UINT id, const char* type, const char* path);
 
-    /// For hosts: what a hook on painting calls. 0.
+    /// For hosts: what a hook on painting calls. Returns 0.
     virtual LRESULT GetPaintMsgProc(int code, UINT wParam, LPARAM lParam);
-    /// Handles nothing.
+    /// Handles nothing: false.
     bool OnMessageWindowMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
 
     /// See gen::GetAppIntegerMap.

@@ -29,7 +29,7 @@ public:
     /// Create of that number, without a parent.
     virtual BOOL Create(UINT nIDTemplate);
     BOOL Create(UINT nIDTemplate, CWnd* pParent) { return Create(MAKEINTRESOURCEA(nIDTemplate), pParent); }
-    /// Creates the dialog; FALSE on failure, also for a missing or damaged resource, or when OnInitDialog ended it. Its number becomes the
+    /// Creates the dialog; FALSE on failure, even for a missing or damaged resource and if OnInitDialog ended it. Its number becomes the
     /// help identifier, if there is none.
     BOOL Create(LPCSTR lpszTemplateName, CWnd* pParent = nullptr) override;
 

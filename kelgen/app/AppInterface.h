@@ -26,7 +26,7 @@ public:
     /// The INI file's name without ".ini": the application's.
     virtual void GetIniFileTitle(CString& title);
 
-    /// Takes the name from the application's module path. True.
+    /// Takes the name from the application's module path. Returns true.
     bool InitAppInstance();
     /// The system's folder for temporary files, with a backslash at its end.
     void GetTempPathA(CString& path);

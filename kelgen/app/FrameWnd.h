@@ -19,7 +19,7 @@ class KELGEN_API CKelGenFrameWndInterface
 {
 public:
     /// After LoadFrame: gives the window a small (16 by 16) and a large (32 by 32) icon out of the resources of that number, where it has
-    /// none. True.
+    /// none. Returns true.
     virtual bool KelGenPosLoadFrame(UINT nIDResource, DWORD style, CWnd* pParent, CCreateContext* pContext);
     /// Out of the application's list.
     virtual void KelGenOnDestroy();
@@ -73,7 +73,7 @@ protected:
         if (!this->m_lpfnCloseProc || this->m_lpfnCloseProc(this))
             this->KelGenOnClose();
     }
-    /// For hosts to override. 0.
+    /// For hosts to override. Returns 0.
     virtual LRESULT OnAppLanguage(UINT, LPARAM) { return 0; }
 
     int Created(int result, LPCREATESTRUCTA pCreate) { return result == -1 || this->KelGenOnCreate(pCreate) == -1 ? -1 : 0; }

@@ -91,7 +91,7 @@ public:
     using CBaseComparableArray<TYPE, ARG_TYPE>::CBaseComparableArray;
 };
 
-/// Removal in one pass: kept elements move down over the holes. Closes the last hole when it ends, also by an exception of the
+/// Removal in one pass: kept elements move down over the holes. Closes the last hole when it ends, even by an exception of the
 /// elements' ==.
 template <class TYPE, class ARG_TYPE, class BASE>
 class CBaseComparableArray<TYPE, ARG_TYPE, BASE>::Compaction

@@ -123,7 +123,7 @@ public:
     void FullLoad(CArchive& ar);
 
     /// Holds a new copy of the storage of @p source, owned if @p source owns its own; forgets the kept pointers.
-    /// By contract: the storage held before is not deleted.
+    /// By contract: the storage held before is not deleted, since others may hold it.
     CMemoryStorageContainer& operator=(const CMemoryStorageContainer& source);
 
     /// Adds to the pointers that follow the block; true. There is no way to take one out.

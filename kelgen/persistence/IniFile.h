@@ -101,13 +101,14 @@ public:
     /// Deletes every section, first to last.
     void RemoveAll();
 
+    /// The first section named @p name, owned by the file; null when there is none.
+    const CIniSection* FindSection(const CString& name) const;
     /// CIniSection::GetPropertyValue(@p name) of the first section named @p section; "" when there is none.
     CString GetPropertyValue(const CString& section, const CString& name) const;
     /// Appends all plain values of the first section named @p section to @p out; nothing when there is none.
     void GetPropertyValue(const CString& section, CStringArray& out) const;
 
 private:
-    const CIniSection* FindSection(const CString& name) const;
     void RemoveFrom(int first);
 };
 

@@ -12,14 +12,14 @@
 ///     file.SeekToBegin();
 ///
 /// By contract: the position moves by reading, writing and the members below only; Seek is that of a closed file.
-/// Throws: CMemoryException when memory ends, also at 4 GB. Threads: one at a time.
+/// Throws: CMemoryException when memory ends, at 4 GB at the latest. Threads: one at a time.
 /// Cost: a write within the storage is a copy; beyond it the block grows by what is missing and 256 bytes.
 class KELGEN_API CMemoryFile : public CFile, public CMemoryStorageContainer
 {
 public:
     /// @p n bytes, which are undefined; below 0 no storage is made before the first write.
     CMemoryFile(int n = 0);
-    /// By contract: both arguments are ignored; the file is empty and without a storage.
+    /// By contract: both arguments are ignored, as there is nothing to open; the file is empty and without a storage.
     CMemoryFile(void* data, DWORD size);
     ~CMemoryFile() override;
 

@@ -62,6 +62,16 @@ bool CRegistry::CKey::OpenKey(HKEY parent, const char* subkey)
     return ::RegOpenKeyA(parent, subkey, &m_key) == ERROR_SUCCESS;
 }
 
+bool CRegistry::CKey::CreateKey(HKEY parent, const char* subkey)
+{
+    HKEY made = nullptr;
+    if (::RegCreateKeyA(parent, subkey, &made) != ERROR_SUCCESS)
+        return false;
+    CloseKey();
+    m_key = made;
+    return true;
+}
+
 void CRegistry::CKey::CloseKey()
 {
     if (m_key != nullptr && ::RegCloseKey(m_key) == ERROR_SUCCESS)

@@ -34,12 +34,15 @@ public:
     CKey(HKEY parent, const char* subkey);
     CKey(const CKey&) = default;
     CKey& operator=(const CKey&) = default;
-    /// CloseKey.
+    /// Calls CloseKey.
     virtual ~CKey();
 
     /// Opens the existing key @p subkey of @p parent; true on success. By contract: a key already open is not closed first, and
     /// its handle is lost even when this fails.
     bool OpenKey(HKEY parent, const char* subkey);
+    /// Opens the key @p subkey of @p parent, and first makes it, with those above it, if it is missing; true on success. A key already
+    /// open is closed then; on failure it stays open.
+    bool CreateKey(HKEY parent, const char* subkey);
     /// Closes the key; nothing when none is open. By contract: the handle stays when closing fails.
     void CloseKey();
     /// The open key's handle, null when none is open.

@@ -30,9 +30,9 @@ public:
     /// in the setter and once more after it; one without a loadable type reports once.
     void StrLoad(gen::CProperty& property);
 
-    /// StrWrite, unless suppressed.
+    /// Calls StrWrite, unless suppressed.
     void Write(gen::CProperty& property);
-    /// StrLoad, unless suppressed.
+    /// Calls StrLoad, unless suppressed.
     void Load(gen::CProperty& property);
     /// Writes every property of the set, in its order; nothing without a set or when suppressed.
     void Write();

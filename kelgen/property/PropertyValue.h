@@ -56,17 +56,17 @@ public:
 
     /// Copies type, number and text, never the owner, and reports once.
     CPropertyValue& operator=(const CPropertyValue& other);
-    /// SetValueInteger. By contract: reports twice.
+    /// Calls SetValueInteger. By contract: reports twice, see the class.
     CPropertyValue& operator=(int value);
-    /// SetValueInteger. By contract: reports twice.
+    /// Calls SetValueInteger. By contract: reports twice, see the class.
     CPropertyValue& operator=(short value);
-    /// SetValueInteger of 1 or 0. By contract: reports twice.
+    /// Calls SetValueInteger of 1 or 0. By contract: reports twice, see the class.
     CPropertyValue& operator=(bool value);
-    /// SetValueUnsignedInteger. By contract: reports twice.
+    /// Calls SetValueUnsignedInteger. By contract: reports twice, see the class.
     CPropertyValue& operator=(unsigned int value);
-    /// SetValueUnsignedInteger. By contract: reports twice.
+    /// Calls SetValueUnsignedInteger. By contract: reports twice, see the class.
     CPropertyValue& operator=(unsigned short value);
-    /// SetValueString. By contract: reports twice.
+    /// Calls SetValueString. By contract: reports twice, see the class.
     CPropertyValue& operator=(const char* text);
 
     EPropertyType GetType() const { return m_type; }

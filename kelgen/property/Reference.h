@@ -20,7 +20,7 @@ public:
 
     /// Counts one reference more.
     virtual void AddRef();
-    /// Counts one reference less and deletes the object when that was the only one. By contract: without a reference the count
+    /// Gives one reference back, and deletes the object if that was the last one. By contract: without a reference the count
     /// becomes negative and nothing is deleted.
     virtual void Release();
 
@@ -39,6 +39,6 @@ public:
     CReferenceInterface& operator=(const CReferenceInterface&) = default;
     virtual ~CReferenceInterface() = default;
 
-    /// Whether this pointer is null. By contract: may be called through a null pointer.
+    /// Whether this pointer is null. By contract: may be called through a null pointer, for which hosts use it.
     bool IsThisNull() const;
 };

@@ -123,7 +123,7 @@ protected:
     /// Called for each event; does nothing here. The thread takes up the next file when it returns.
     virtual void OnFileAlarm(EFileAlarm alarm, const char* path);
 
-    /// The thread's function; @p param is the watcher. 0.
+    /// The thread's function; @p param is the watcher. Returns 0.
     static UINT FileChangeWatch(void* param);
 
     CEvent m_event;

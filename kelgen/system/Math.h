@@ -15,7 +15,8 @@ public:
     /// 4 times the arc tangent of 1.
     double GetPi() const { return m_pi; }
 
-    /// 1 when @p n is a power of two of at least 2, else 0. By contract: 1 is none.
+    /// Returns 1 if @p n is a power of two of at least 2; 0 otherwise. By contract: 1 does not count as one, as hosts
+    /// look for a bit to shift.
     static int IsPowerOfTwo(unsigned n);
 
     /// The low @p bits bits of @p value in reverse order: bit 0 becomes bit @p bits - 1. 0 for no bits.

@@ -60,7 +60,7 @@ KELGEN_API DWORD GetProcessIDbyName(const char* exeName, DWORD& count);
 class KELGEN_API CFileAssociation : public CRegistry
 {
 public:
-    /// By contract: the handle stays open.
+    /// By contract: the handle stays open, for others that hold it.
     ~CFileAssociation() override;
 
     /// Opens HKEY_CLASSES_ROOT; true on success.

@@ -28,7 +28,7 @@ public:
     static bool CPToUnicode(DWORD cp, unsigned short* dst, int capacity, const char* src);
     /// By contract: the terminator is not counted, unlike in the other counts.
     static int CPToUnicodeCount(DWORD cp, const char* src);
-    /// Converts @p n bytes into @p n units. By contract: always true.
+    /// Converts @p n bytes into @p n units. By contract: always true, since each byte has a unit.
     static bool StringToUnicode(unsigned short* dst, int n, const char* src);
     static int StringToUnicodeCount(const char* src);
     /// Units outside the page become its default character.

@@ -292,7 +292,7 @@ public:
     /// - everything else: 0.
     /// By contract: text that is longer than the block keeps what the block holds ("%E" counts nothing, so that an empty string stays
     /// empty). A sum beyond 2 GB is replaced by the text's own length.
-    /// Throws: the memory exception, also for a text beyond 2 GB; the string is then as it was, or empty.
+    /// Throws: the memory exception, even for a text beyond 2 GB; the string is then as it was, or empty.
     /// Cost: one pass over the format and its texts before the formatting.
     void FormatV(const unsigned short* format, va_list args);
     void Format(const unsigned short* format, ...);

@@ -21,7 +21,8 @@ public:
     CCompletionReportSource& operator=(const CCompletionReportSource& other);
     virtual ~CCompletionReportSource();
 
-    /// Tells the listener, if any, of the progress so far. By contract: the argument does not count, the counters do.
+    /// Tells the listener, if any, of the progress so far. By contract: the counters say how much is done, whatever the
+    /// argument.
     virtual void ReportCompletion(double);
     /// The listener, owned by the host, or null. One that is destroyed is taken away.
     virtual void SetCompletionReportListener(CCompletionReportListener* pListener);

@@ -42,18 +42,18 @@ public:
 
     virtual ~CMessageFilterMainHook();
 
-    /// The process's only one.
+    /// The only one of the process.
     static CMessageFilterMainHook theMFMH;
-    /// Stores its address. 1.
+    /// Stores the address of theMFMH in *@p pp. Returns 1.
     static LONG AppGetMessageFilterMainHook(CMessageFilterMainHook** pp);
 
-    /// Installs the filter for the calling thread, once: 1, or 0 when that fails.
+    /// Installs the filter for the calling thread, once. Returns 1, even if it was installed before; 0 on failure.
     LONG MessageFilterHook();
-    /// Takes it away: 1, also when there was none, or 0 when that fails.
+    /// Removes the calling thread's filter. Returns 1, even if none was installed; 0 on failure.
     LONG MessageFilterUnhook();
-    /// Appends a window, also one that is listed already. 1.
+    /// Appends a window to the list, even one that is listed already. Returns 1.
     LONG MessageFilterHook(CMessageFilterWndHook* pHook);
-    /// Removes all entries of a window. 1.
+    /// Removes all entries of a window from the list. Returns 1, even if there were none.
     LONG MessageFilterUnhook(CMessageFilterWndHook* pHook);
 
     /// What the platform calls: the first listed window with the message's handle gets it, then the next hook in the chain of the thread
@@ -83,8 +83,11 @@ public:
     CMouseHookInterface(const CMouseHookInterface&) = default;
     CMouseHookInterface& operator=(const CMouseHookInterface&) = default;
     virtual ~CMouseHookInterface();
+    /// The left button was pressed.
     virtual void OnHookLButtonDown(UINT nFlags, CPoint point);
+    /// The mouse moved.
     virtual void OnHookMouseMove(UINT nFlags, CPoint point);
+    /// The left button was released.
     virtual void OnHookLButtonUp(UINT nFlags, CPoint point);
 };
 
@@ -107,16 +110,18 @@ public:
     /// Installs the hook for all threads; false on failure. By contract: the argument is not used, and a hook that this object has
     /// installed before stays.
     bool MouseHook(HINSTANCE);
-    /// Takes the hook away; false when there was none. By contract: pthemousehook and the listeners stay.
+    /// Removes the hook. False if none was installed. By contract: pthemousehook and the listeners stay, for a later MouseHook.
     bool MouseUnhook();
-    /// Appends a listener, once; false while the hook is not installed.
+    /// Appends a listener, once. False while the hook is not installed.
     bool MouseHook(CMouseHookInterface* pListener);
-    /// Removes a listener; false when it is not listed or the hook is not installed.
+    /// Removes a listener. False if it is not listed or the hook is not installed.
     bool MouseUnhook(CMouseHookInterface* pListener);
 
-    /// Tell the listeners in their order.
+    /// Tells the listeners, in their order, that the mouse moved.
     void MouseHookOnMouseMove(MOUSEHOOKSTRUCT* pEvent);
+    /// Tells the listeners, in their order, that the left button was pressed.
     void MouseHookOnLButtonDown(MOUSEHOOKSTRUCT* pEvent);
+    /// Tells the listeners, in their order, that the left button was released.
     void MouseHookOnLButtonUp(MOUSEHOOKSTRUCT* pEvent);
 
 protected:

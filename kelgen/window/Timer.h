@@ -22,6 +22,7 @@ public:
     virtual ~CTimer();
 };
 
+/// The base of what listens to timers.
 class KELGEN_API CTimerListener
 {
 public:
@@ -47,19 +48,20 @@ public:
     CTimerCallback& operator=(const CTimerCallback& other);
     ~CTimerCallback() override;
 
-    /// On WM_DESTROY of the window that this hook is on, the timer window falls silent. Never ends the chain.
-    /// By contract: does not call _000OnPosCreate, as the base does.
+    /// On WM_DESTROY of the window that this hook is on, the timer window falls silent. Never ends the chain. By contract: does not call
+    /// _000OnPosCreate, as the base does, since a timer has nothing to do then.
     bool _000BeforeWndProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
 
     /// @param nIDEvent The number that the timer was started with.
     virtual void OnTimerEvent(UINT nIDEvent) = 0;
 
-    /// Lets events through, or drops them, here and in the timer window. True.
+    /// Lets events through, or drops them, here and in the timer window. Returns true.
     bool Enable(bool b);
+    /// Whether events are let through.
     bool IsEnabled() const { return m_bEnabled; }
-    /// The window that Enable is to speak to; null for none. True.
+    /// Sets the window that Enable is to speak to; null for none. Returns true.
     bool SetTimerWindow(CTimerWnd* pWnd);
-    /// For an object that is a window of the library too: makes this a hook before its message processing. False when it is none.
+    /// For an object that is itself a window of the library: makes this a hook before its message processing. False if it is none.
     bool InstallTimerCallbackHook();
 
 protected:
@@ -86,10 +88,11 @@ public:
     using CWnd::Create;
     /// Creates the window, for @p pCallback. FALSE on failure.
     BOOL Create(CTimerCallback* pCallback);
-    /// The state before.
+    /// Lets events through, or drops them. Returns whether they were let through before.
     bool EnableTimer(bool b);
+    /// Whether events are let through.
     bool IsEnabled() const { return m_bTimerEnabled; }
-    /// Destroys the window and deletes this object; FALSE when there is no window.
+    /// Destroys the window and deletes this object. FALSE if there is no window.
     BOOL DestroyWindow() override;
 
 protected:

@@ -9,7 +9,7 @@
 
 namespace _kelgen {
 
-/// A hook on one window, also one of another module. All hooks of a window form a chain, the newest first; its procedure is replaced
+/// A hook on one window, even one of another module. All hooks of a window form a chain, the newest first; its procedure is replaced
 /// once, however many there are.
 ///
 ///     class CWatch : public _kelgen::CWindowHook
@@ -24,28 +24,32 @@ namespace _kelgen {
 ///
 /// Hooks may be attached, detached and destroyed while a message is under way; one that has gone takes no further part.
 /// A copy is not attached, though it shows the same window.
-/// By contract: the procedure that the window had comes back with the last hook, also when somebody else has replaced it meanwhile.
+/// By contract: the procedure that the window had comes back with the last hook, even if somebody else has replaced it meanwhile:
+/// whoever that was cannot be told.
 /// Threads: the window's own.
 class KELGEN_API CWindowHook
 {
 public:
     CWindowHook() = default;
     CWindowHook(const CWindowHook& other);
-    /// By contract: takes over which hook comes next, so assign only to a hook that is not attached.
+    /// By contract: takes over which hook comes next, member by member, so assign only to a hook that is not attached.
     CWindowHook& operator=(const CWindowHook& other);
 
     /// Detaches.
     virtual ~CWindowHook();
+    /// Whether the hook is attached to a window.
     virtual BOOL IsWindowHooked();
-    /// Attaches to a window, or with null detaches. 1.
-    /// By contract: a hook that is attached to another window is not detached from that first. Attach it once.
+    /// Attaches to a window; null detaches. Returns 1. By contract: a hook that is attached to another window is not detached from that
+    /// first, so attach it once.
     virtual BOOL HookWindow(HWND hWnd);
-    /// HookWindow of the object's handle; null detaches.
+    /// Attaches to the object's window; null detaches. Returns 1.
     virtual BOOL HookWindow(CWnd* pWnd);
 
+    /// The stage before: true ends the message's way there, with @p result. False by itself.
     virtual bool _WindowHookBeforeWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
+    /// The stage in the body, as the one before. False by itself.
     virtual bool _WindowHookWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
-    /// What it returns does not count.
+    /// The stage after. What it returns does not count; @p result does.
     virtual bool _WindowHookAfterWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
 
 private:

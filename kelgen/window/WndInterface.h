@@ -35,7 +35,9 @@ public:
         bool operator==(const CHook& other) const { return m_pfn == other.m_pfn && m_pObject == other.m_pObject; }
         bool operator!=(const CHook& other) const { return !(*this == other); }
 
+        /// The operation.
         Function m_pfn = nullptr;
+        /// The object that it is called on; not owned.
         C000WndProcInterface* m_pObject = nullptr;
     };
 
@@ -44,7 +46,9 @@ public:
     virtual ~C000WndProcInterface();
     /// MESSAGE_WNDPOSCREATE goes to _000OnPosCreate; false for all others.
     virtual bool _000BeforeWndProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
+    /// The stage in the body; false by itself.
     virtual bool _000WndProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
+    /// The stage after; false by itself.
     virtual bool _000AfterWndProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
 };
 
@@ -75,29 +79,30 @@ public:
     C000WndInterface(const C000WndInterface&) = default;
     C000WndInterface& operator=(const C000WndInterface&) = default;
 
-    /// The hooks before, then _000OnPosCreate for MESSAGE_WNDPOSCREATE.
+    /// Runs the hooks before, then _000OnPosCreate for MESSAGE_WNDPOSCREATE. True ends the message's way.
     virtual bool _000BeforeWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
-    /// The hooks in the body. By contract: true for WM_NCDESTROY.
+    /// Runs the hooks in the body. True ends the message's way. By contract: true for WM_NCDESTROY, which goes no further.
     virtual bool _000BodyWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
-    /// The hooks after. Unless one stopped WM_CREATE, sets the flag and posts MESSAGE_WNDPOSCREATE to the window. An override calls
-    /// this first and returns true if it did; true also when a hook has destroyed this object.
-    /// By contract: the result of WM_CREATE does not count; the flag is set also for one that refused.
+    /// Runs the hooks after. Unless one stopped WM_CREATE, sets the flag and posts MESSAGE_WNDPOSCREATE to the window. An override calls
+    /// this first and returns true if it did; true even when a hook has destroyed this object.
+    /// By contract: the result of WM_CREATE does not count, as it is not known here; the flag is set even for one that refused.
     virtual bool _000AfterWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
-    /// The whole way of a message: its result.
+    /// Sends a message its whole way and returns its result.
     virtual LRESULT _000WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
-    /// The window's own processing.
+    /// What the window itself does with a message.
     virtual LRESULT _000DefaultWindowProc(UINT message, WPARAM wParam, LPARAM lParam) = 0;
     /// Override to act once after creation; true ends the processing of the posted message.
     virtual bool _000OnPosCreate();
     virtual ~C000WndInterface();
 
+    /// Whether WM_CREATE has passed the hooks after it.
     bool _000IsWindowCreated() const { return (m_flags & E000FLAG_WNDCREATED) != 0; }
 
-    /// Appends a hook to a list, unless an equal one is in it.
+    /// Appends a hook to a list, unless an equal one is in it; one member for each list.
     void _000HookBeforeWndProc(const C000WndProcInterface::CHook& hook) { m_before.AddUnique(hook); }
     void _000HookWndProc(const C000WndProcInterface::CHook& hook) { m_body.AddUnique(hook); }
     void _000HookAfterWndProc(const C000WndProcInterface::CHook& hook) { m_after.AddUnique(hook); }
-    /// Removes a hook from a list; one that is not in it is ignored.
+    /// Removes a hook from a list; one that is not in it is ignored. One member for each list.
     void _000UnhookBeforeWndProc(const C000WndProcInterface::CHook& hook) { Unhook(m_before, hook); }
     void _000UnhookWndProc(const C000WndProcInterface::CHook& hook) { Unhook(m_body, hook); }
     void _000UnhookAfterWndProc(const C000WndProcInterface::CHook& hook) { Unhook(m_after, hook); }

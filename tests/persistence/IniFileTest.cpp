@@ -86,6 +86,10 @@ TEST(IniFile, LookUpTakesTheFirstMatch)
                                                       {"A", "name ", ""}})  // the first section of the name decides
         EXPECT_STREQ(value, ini.GetPropertyValue(section, property)) << section << "." << property;
 
+    EXPECT_EQ(ini.GetAt(0), ini.FindSection("A"));
+    EXPECT_EQ(ini.GetAt(1), ini.FindSection("a"));
+    EXPECT_EQ(nullptr, ini.FindSection("B"));
+
     CStringArray values;
     values.Add("zero");
     ini.GetPropertyValue("V", values);

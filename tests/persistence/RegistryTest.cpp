@@ -51,6 +51,25 @@ TEST(Registry, TextsOfAnyLengthComeBackFromNamedAndUnnamedValues)
     EXPECT_STREQ("default", out);
 }
 
+TEST(Registry, CreateKeyOpensWhatIsThereAndMakesWhatIsNot)
+{
+    const ScratchKey scratch;
+    CRegistry::CKey key;
+    ASSERT_TRUE(key.CreateKey(scratch, "new\\inner"));
+    ASSERT_TRUE(key.SetValue("text", "kept"));
+    const CRegistry::CKey first(key);
+
+    CString text;
+    ASSERT_TRUE(key.CreateKey(scratch, "NEW\\INNER"));
+    EXPECT_TRUE(key.QueryValue("text", text));
+    EXPECT_STREQ("kept", text);
+    EXPECT_FALSE(first.QueryValue("text", text)) << "the key that was open is closed";
+
+    const HKEY before = key.GetHandle();
+    EXPECT_FALSE(key.CreateKey(nullptr, "new"));
+    EXPECT_EQ(before, key.GetHandle());
+}
+
 TEST(Registry, DeleteKeyRemovesTheKeyItselfUnlessItHasSubkeys)
 {
     const ScratchKey scratch;

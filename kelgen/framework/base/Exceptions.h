@@ -137,6 +137,7 @@ public:
     BOOL GetErrorMessage(LPSTR text, UINT capacity, UINT* helpContext = nullptr) const override;
     void Dump(CDumpContext& context) const override;
 
+    /// Why, one of the class's causes.
     int m_cause;
     CString m_strFileName;
 };
@@ -182,6 +183,7 @@ public:
     BOOL GetErrorMessage(LPSTR text, UINT capacity, UINT* helpContext = nullptr) const override;
     void Dump(CDumpContext& context) const override;
 
+    /// Why, one of the class's causes.
     int m_cause;
     LONG m_lOsError;  ///< The platform's code, or -1.
     CString m_strFileName;

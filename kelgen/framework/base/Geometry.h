@@ -60,7 +60,7 @@ public:
     CPoint operator-(SIZE by) const { return CPoint(x - by.cx, y - by.cy); }
     CPoint operator+(POINT by) const { return CPoint(x + by.x, y + by.y); }
     CPoint operator-() const { return CPoint(-x, -y); }
-    /// By contract: the difference of two points is a size.
+    /// By contract: the difference of two points is a size, since it is no position.
     CSize operator-(POINT other) const { return CSize(x - other.x, y - other.y); }
     inline CRect operator+(const RECT* rect) const;
     inline CRect operator-(const RECT* rect) const;
@@ -71,7 +71,7 @@ public:
 class CRect : public RECT
 {
 public:
-    /// By contract: the default rectangle is zero.
+    /// By contract: the default rectangle is zero; hosts rely on its being cleared.
     CRect() : RECT{0, 0, 0, 0} {}
     CRect(int l, int t, int r, int b) : RECT{l, t, r, b} {}
     CRect(const RECT& rect) : RECT(rect) {}

@@ -13,7 +13,9 @@ struct KELGEN_FRAMEWORK_API CRuntimeClass
     /// m_wSchema of a class that archives cannot hold.
     static const UINT kNoSchema = 0xFFFF;
 
+    /// The class's name.
     LPCSTR m_lpszClassName;
+    /// Bytes of an object.
     int m_nObjectSize;
     UINT m_wSchema;                         ///< The version that archives store, or kNoSchema.
     CObject* (*m_pfnCreateObject)();        ///< Null for a class that cannot be created by its record.
@@ -48,6 +50,7 @@ public:
     CDumpContext& operator=(const CDumpContext&) = delete;
     virtual ~CDumpContext();
 
+    /// Writes a text; operators end here.
     virtual void OutputString(LPCSTR text);
 
     CDumpContext& operator<<(LPCSTR text);
@@ -63,6 +66,7 @@ public:
 class KELGEN_FRAMEWORK_API CObject
 {
 public:
+    /// The record of the object's own class.
     virtual CRuntimeClass* GetRuntimeClass() const;
     virtual ~CObject();
 
@@ -84,6 +88,7 @@ public:
     /// Nonzero when the object's class is @p runtimeClass or derived from it.
     BOOL IsKindOf(const CRuntimeClass* runtimeClass) const;
 
+    /// The record of this class.
     static CRuntimeClass* GetThisClass();
     static const CRuntimeClass classCObject;
 

@@ -17,15 +17,19 @@ public:
     explicit CSyncObject(LPCSTR name);
     ~CSyncObject() override;
 
+    /// The handle, so that an object serves where a call takes one.
     operator HANDLE() const { return m_hObject; }
 
-    /// Waits for the object. FALSE after @p timeout milliseconds.
-    /// By contract: FALSE also for a mutex whose owner ended, which the caller then owns.
+    /// Waits for the object. FALSE after @p timeout milliseconds. By contract: FALSE even for a mutex whose owner ended, which the caller
+    /// then owns, since what it guards may be half changed.
     virtual BOOL Lock(DWORD timeout = INFINITE);
+    /// Gives the object free. FALSE on failure.
     virtual BOOL Unlock() = 0;
-    /// By contract: TRUE, and nothing is done, except by semaphores.
+    /// Frees several places of a semaphore. By contract: other objects do nothing and return TRUE, so that locks need not ask for the
+    /// kind.
     virtual BOOL Unlock(LONG count, LPLONG previousCount = nullptr);
 
+    /// The platform's object; null for a critical section.
     HANDLE m_hObject = nullptr;
 
 protected:
@@ -76,12 +80,15 @@ public:
                     LPSECURITY_ATTRIBUTES security = nullptr);
     ~CEvent() override;
 
+    /// Signals the event. FALSE on failure.
     BOOL SetEvent();
+    /// Signals the event to those who wait at this moment, then takes the signal back. FALSE on failure.
     BOOL PulseEvent();
+    /// Takes the signal back. FALSE on failure.
     BOOL ResetEvent();
 
     using CSyncObject::Unlock;
-    /// By contract: TRUE, and nothing is done.
+    /// By contract: does nothing and returns TRUE, since an event is not owned.
     BOOL Unlock() override;
 };
 
@@ -96,12 +103,15 @@ public:
 
     operator CRITICAL_SECTION*() { return &m_sect; }
 
+    /// Waits for the lock. Returns TRUE.
     BOOL Lock();
-    /// By contract: @p timeout must be INFINITE; there is no timed wait.
+    /// Does the same. By contract: @p timeout must be INFINITE, since the platform has no timed wait for this lock.
     BOOL Lock(DWORD timeout) override;
     using CSyncObject::Unlock;
+    /// Gives the lock free. Returns TRUE.
     BOOL Unlock() override;
 
+    /// The platform's lock.
     CRITICAL_SECTION m_sect;
 };
 
@@ -117,11 +127,12 @@ public:
     CSingleLock(const CSingleLock&) = delete;
     CSingleLock& operator=(const CSingleLock&) = delete;
 
-    /// The object must not be locked by this lock already.
+    /// Waits for the object, which this lock must not hold already. FALSE after @p timeout milliseconds.
     BOOL Lock(DWORD timeout = INFINITE);
-    /// TRUE when the object is not locked by this lock any more.
+    /// Gives the object free. TRUE if this lock does not hold it any more.
     BOOL Unlock();
     BOOL Unlock(LONG count, LPLONG previousCount = nullptr);
+    /// Whether this lock holds the object.
     BOOL IsLocked() const { return m_bAcquired; }
 
 private:
@@ -142,10 +153,11 @@ public:
 
     /// The platform's wait result: WAIT_OBJECT_0 or WAIT_ABANDONED_0 plus an index, WAIT_TIMEOUT, WAIT_FAILED.
     DWORD Lock(DWORD timeout = INFINITE, BOOL waitForAll = TRUE);
-    /// Unlocks all that are held. TRUE.
+    /// Unlocks all that are held. Returns TRUE.
     BOOL Unlock();
     /// Frees @p count places of each held semaphore. TRUE when there was one.
     BOOL Unlock(LONG count, LPLONG previousCount = nullptr);
+    /// Whether this lock holds the object @p index.
     BOOL IsLocked(DWORD index) const;
 
 private:

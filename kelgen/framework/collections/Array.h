@@ -34,6 +34,7 @@ public:
     CArray() = default;
     ~CArray() override { Release(); }
 
+    /// The number of elements; GetCount is another name for it.
     int GetSize() const { return m_nSize; }
     int GetCount() const { return m_nSize; }
     bool IsEmpty() const { return m_nSize == 0; }
@@ -52,13 +53,14 @@ public:
     /// Destroys all elements and frees the block.
     void RemoveAll() { Release(); }
 
-    /// Element access by index, which must be inside [0, size).
+    /// The element at that index, which must be inside [0, size); ElementAt and the brackets are other names for it.
     const TYPE& GetAt(int nIndex) const { return m_pData[Checked(nIndex)]; }
     TYPE& GetAt(int nIndex) { return m_pData[Checked(nIndex)]; }
     const TYPE& ElementAt(int nIndex) const { return m_pData[Checked(nIndex)]; }
     TYPE& ElementAt(int nIndex) { return m_pData[Checked(nIndex)]; }
     const TYPE& operator[](int nIndex) const { return m_pData[Checked(nIndex)]; }
     TYPE& operator[](int nIndex) { return m_pData[Checked(nIndex)]; }
+    /// Assigns to the element at that index, which must be inside [0, size).
     void SetAt(int nIndex, ARG_TYPE newElement) { m_pData[Checked(nIndex)] = newElement; }
 
     /// The block; null when the array holds none.

@@ -26,12 +26,15 @@ public:
     explicit CList(int nBlockSize = 10) : m_nodes(nBlockSize) {}
     ~CList() override { RemoveAll(); }
 
+    /// The number of elements; GetSize is another name for it.
     int GetCount() const { return m_nCount; }
     int GetSize() const { return m_nCount; }
     bool IsEmpty() const { return m_nCount == 0; }
 
+    /// The first element; the list must not be empty.
     TYPE& GetHead() { return At(m_pNodeHead); }
     const TYPE& GetHead() const { return At(m_pNodeHead); }
+    /// The last element; the list must not be empty.
     TYPE& GetTail() { return At(m_pNodeTail); }
     const TYPE& GetTail() const { return At(m_pNodeTail); }
 
@@ -47,6 +50,7 @@ public:
     void AddHead(CList* pNewList);
     void AddTail(CList* pNewList);
 
+    /// Removes all elements and frees their memory.
     void RemoveAll();
 
     /// The first (last) position; null for an empty list.
@@ -59,12 +63,16 @@ public:
     TYPE& GetPrev(POSITION& rPosition) { return Step(rPosition, &CNode::pPrev); }
     const TYPE& GetPrev(POSITION& rPosition) const { return Step(rPosition, &CNode::pPrev); }
 
+    /// The element at that position.
     TYPE& GetAt(POSITION position) { return At(AsNode(position)); }
     const TYPE& GetAt(POSITION position) const { return At(AsNode(position)); }
+    /// Assigns to the element at that position.
     void SetAt(POSITION position, ARG_TYPE newElement) { GetAt(position) = static_cast<ARG_TYPE>(newElement); }
+    /// Removes the element at that position.
     void RemoveAt(POSITION position) { Unlink(Checked(AsNode(position))); }
 
-    /// Adds next to @p position and returns the new position. By contract a null position means the head (tail) of the list.
+    /// Adds before (InsertAfter: after) @p position and returns the new element's position. By contract: a null position stands for the
+    /// head (the tail), so that loops need not treat an empty list apart.
     POSITION InsertBefore(POSITION position, ARG_TYPE newElement);
     POSITION InsertAfter(POSITION position, ARG_TYPE newElement);
 

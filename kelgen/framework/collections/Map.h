@@ -43,9 +43,11 @@ public:
     explicit CMap(int nBlockSize = 10) : m_nodes(nBlockSize) {}
     ~CMap() override { RemoveAll(); }
 
+    /// The number of keys; GetSize is another name for it.
     int GetCount() const { return m_nCount; }
     int GetSize() const { return m_nCount; }
     bool IsEmpty() const { return m_nCount == 0; }
+    /// The number of the table's slots; 0 stands for one that is not made yet.
     UINT GetHashTableSize() const { return m_nHashTableSize; }
 
     /// Sets the number of buckets of an empty map and allocates them at once, or with the first entry.

@@ -52,15 +52,20 @@ public:
     CArchive(const CArchive&) = delete;
     CArchive& operator=(const CArchive&) = delete;
 
+    /// Whether values are loaded from the file.
     BOOL IsLoading() const { return (m_nMode & load) != 0; }
+    /// Whether values are stored to the file.
     BOOL IsStoring() const { return (m_nMode & load) == 0; }
+    /// Always FALSE: numbers lie low byte first, as they do in memory.
     BOOL IsByteSwapping() const { return FALSE; }
     /// Loading: nonzero when nothing is read ahead. Storing: nonzero when nothing waits for Flush.
     BOOL IsBufferEmpty() const { return IsLoading() ? m_nUnread == 0 : m_lpBufCur == m_lpBufStart; }
+    /// The file; null after Close and Abort.
     CFile* GetFile() const { return m_pFile; }
 
     /// The version of the object that is being loaded, for its Serialize to ask once; then -1.
     UINT GetObjectSchema();
+    /// Sets what GetObjectSchema will return.
     void SetObjectSchema(UINT nSchema) { m_nObjectSchema = nSchema; }
 
     /// Storing: writes the buffer to the file. Loading: drops what is read ahead and moves the file back to the next byte.
@@ -72,6 +77,7 @@ public:
 
     /// Loads up to @p nMax bytes and returns their number; fewer only at the end.
     UINT Read(void* lpBuf, UINT nMax);
+    /// Stores @p nMax bytes as they are.
     void Write(const void* lpBuf, UINT nMax);
 
     /// Stores the characters before the terminator.
@@ -85,6 +91,7 @@ public:
 
     /// A number of elements: two bytes below 0xFFFF, else 0xFFFF and four. Throws: the invalid-argument exception above 32 bits.
     void WriteCount(DWORD_PTR dwCount);
+    /// Loads what WriteCount stored.
     DWORD_PTR ReadCount();
 
     template <class T>
@@ -120,6 +127,8 @@ public:
     /// Gives @p pOb the next object number without storing or loading it: objects that the host makes itself, such as a document.
     void MapObject(const CObject* pOb);
 
+    /// Stores a class: its number if it was stored before, or else its schema and name. Throws: the not-supported exception when it has
+    /// no schema.
     void WriteClass(const CRuntimeClass* pClassRef);
     /// Loads a class reference and its stored schema. When an object's number comes instead it is set in @p pObTag and null
     /// returned. Throws: badIndex for an object's number when @p pObTag is null.
@@ -129,6 +138,7 @@ public:
 
     /// Sizes of the object maps, as hints: before the first object.
     void SetStoreParams(UINT nHashSize = 2053, UINT nBlockSize = 128);
+    /// Does the same for loading.
     void SetLoadParams(UINT nGrowBy = 1024);
 
     CDocument* m_pDocument = nullptr;  ///< The document that is being stored or loaded, if any.

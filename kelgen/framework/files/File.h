@@ -85,11 +85,13 @@ public:
     /// Closes a file that was opened by name. Errors are ignored: call Close to see them.
     ~CFile() override;
 
+    /// The handle, so that an object serves where a call takes a file.
     operator HANDLE() const { return m_hFile; }
 
     /// FALSE on failure, with the cause, error code and name in @p pError if given; nothing is thrown for it.
     virtual BOOL Open(LPCSTR lpszFileName, UINT nOpenFlags, CFileException* pError = nullptr);
 
+    /// The position, in bytes from the beginning.
     virtual ULONGLONG GetPosition() const;
     /// The full path, or the text given to SetFilePath; empty for a file without one.
     virtual CString GetFilePath() const { return m_strFileName; }
@@ -103,11 +105,14 @@ public:
     /// Moves the position, counted from the beginning, the current position or the end, and returns the new one.
     /// Throws: CFileException; a target before the beginning leaves the position.
     virtual ULONGLONG Seek(LONGLONG lOff, UINT nFrom);
+    /// Moves the position to the beginning.
     void SeekToBegin() { Seek(0, begin); }
+    /// Moves the position to the end and returns it: the length.
     ULONGLONG SeekToEnd() { return Seek(0, end); }
 
     /// Cuts or extends the file; the position becomes its end.
     virtual void SetLength(ULONGLONG dwNewLen);
+    /// The length in bytes.
     virtual ULONGLONG GetLength() const;
 
     /// Reads up to @p nCount bytes and returns their number; fewer only when the end comes before.
@@ -117,13 +122,14 @@ public:
 
     /// Keeps other openers out of a range, which may lie past the end.
     virtual void LockRange(ULONGLONG dwPos, ULONGLONG dwCount);
+    /// Frees a range that LockRange took, with the same numbers.
     virtual void UnlockRange(ULONGLONG dwPos, ULONGLONG dwCount);
 
     /// Forces what was written to the disk.
     virtual void Flush();
     /// Closes; a closed file stays so.
     virtual void Close();
-    /// Closes, whatever happens, and throws nothing.
+    /// Closes without an exception, even if the system reports an error.
     virtual void Abort();
 
     /// A new object of its own handle to the same open file: the two share one position.
@@ -137,9 +143,12 @@ public:
     /// with the time of last writing.
     static void SetStatus(LPCSTR lpszFileName, const CFileStatus& status);
 
+    /// Gives a file another name, in the same volume; a file of the new name must not exist.
     static void Rename(LPCSTR lpszOldName, LPCSTR lpszNewName);
+    /// Deletes a file.
     static void Remove(LPCSTR lpszFileName);
 
+    /// The handle; hFileNull while closed.
     HANDLE m_hFile;
 
 protected:

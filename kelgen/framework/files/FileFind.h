@@ -51,6 +51,7 @@ public:
     virtual BOOL MatchesMask(DWORD dwMask) const;
     /// Whether the entry stands for the folder itself or its parent.
     virtual BOOL IsDots() const;
+    /// The file's attributes, each by its name; as in MatchesMask.
     BOOL IsReadOnly() const { return MatchesMask(FILE_ATTRIBUTE_READONLY); }
     BOOL IsDirectory() const { return MatchesMask(FILE_ATTRIBUTE_DIRECTORY); }
     BOOL IsCompressed() const { return MatchesMask(FILE_ATTRIBUTE_COMPRESSED); }

@@ -20,7 +20,9 @@ public:
 
     /// Loads the template's resources and lists it, unless it is listed.
     virtual void AddDocTemplate(CDocTemplate* pTemplate);
+    /// Where GetNextDocTemplate begins; null when there are no templates.
     virtual POSITION GetFirstDocTemplatePosition() const;
+    /// The template at @p rPos, which moves on to the next one; null after the last.
     virtual CDocTemplate* GetNextDocTemplate(POSITION& rPos) const;
 
     /// A new document of the template that ChooseTemplate gives.
@@ -34,9 +36,13 @@ public:
     /// hosts that let the user choose override this.
     virtual CDocTemplate* ChooseTemplate();
 
+    /// Asks every template's documents to save their changes. FALSE at the first refusal.
     virtual BOOL SaveAllModified();
+    /// Closes every template's documents without asking. @p bEndSession: documents that lie in others stay.
     virtual void CloseAllDocuments(BOOL bEndSession);
+    /// The number of open documents of all templates.
     virtual int GetOpenDocumentCount();
+    /// Calls OnIdle of every template, when the thread idles.
     virtual void OnIdle();
 
 protected:

@@ -49,12 +49,16 @@ public:
 
     // The open documents.
 
+    /// Where GetNextDoc begins; null when no document is open.
     virtual POSITION GetFirstDocPosition() const = 0;
+    /// The document at @p rPos, which moves on to the next one; null after the last.
     virtual CDocument* GetNextDoc(POSITION& rPos) const = 0;
+    /// Lists an open document and makes this its template.
     virtual void AddDocument(CDocument* pDoc);
+    /// Takes a document off the list; it has no template then.
     virtual void RemoveDocument(CDocument* pDoc);
 
-    /// A new document of the kind's class, listed here; null, when the class cannot be made.
+    /// A new document of the kind's class, listed here; null if the class cannot be made.
     virtual CDocument* CreateNewDocument();
     /// A new frame with a view of @p pDoc, loaded with the kind's resources; null on failure. @p pOther is a frame that it is made after.
     virtual CFrameWnd* CreateNewFrame(CDocument* pDoc, CFrameWnd* pOther);
@@ -62,13 +66,16 @@ public:
     virtual void InitialUpdateFrame(CFrameWnd* pFrame, CDocument* pDoc, BOOL bMakeVisible = TRUE);
     /// Opens a file, null: makes a new document, with its frame. Null on failure; the user was told.
     virtual CDocument* OpenDocumentFile(LPCSTR lpszPathName, BOOL bMakeVisible = TRUE) = 0;
+    /// Gives a new document its title.
     virtual void SetDefaultTitle(CDocument* pDocument) = 0;
-    /// yesAlreadyOpen with the document that has the path; yesAttemptNative for the kind's extension, else yesAttemptForeign.
+    /// How well a file fits: yesAlreadyOpen, with the document, if one has the path; yesAttemptNative for the kind's extension; otherwise
+    /// yesAttemptForeign.
     virtual Confidence MatchDocType(LPCSTR lpszPathName, CDocument*& rpDocMatch);
-    /// SaveModified of each document, up to the first that refuses.
+    /// Calls SaveModified of each document. FALSE at the first refusal.
     virtual BOOL SaveAllModified();
-    /// OnCloseDocument of each. @p bEndSession: the platform's session ends.
+    /// Calls OnCloseDocument of each document. @p bEndSession: the platform's session ends.
     virtual void CloseAllDocuments(BOOL bEndSession);
+    /// Calls OnIdle of every open document, when the thread idles.
     virtual void OnIdle();
 
     BOOL m_bAutoDelete = TRUE;  ///< Whether the application deletes it at its end.
@@ -101,9 +108,9 @@ public:
     void RemoveDocument(CDocument* pDoc) override;
     POSITION GetFirstDocPosition() const override;
     CDocument* GetNextDoc(POSITION& rPos) const override;
-    /// A document that is open already is asked to save itself and then filled anew, in the main window. Null also when the user
-    /// cancels that. By contract: when loading it fails before its content was touched it stays as it was, else it becomes a new one.
-    /// The first frame becomes the main window of a thread without one.
+    /// A document that is open already is asked to save itself and then filled anew, in the main window. Null even when it
+    /// was the user who cancelled. By contract: when loading it fails before its content was touched it stays as it was, else it
+    /// becomes a new one. The first frame becomes the main window of a thread without one.
     CDocument* OpenDocumentFile(LPCSTR lpszPathName, BOOL bMakeVisible = TRUE) override;
     /// docName, else "Untitled".
     void SetDefaultTitle(CDocument* pDocument) override;
@@ -131,7 +138,9 @@ public:
     /// docName with the number of new documents so far; without a docName plainly "Untitled".
     void SetDefaultTitle(CDocument* pDocument) override;
 
+    /// The menu of all frames of the kind; null without one.
     HMENU m_hMenuShared = nullptr;
+    /// The accelerators of all frames of the kind; null without any.
     HACCEL m_hAccelTable = nullptr;
 
 protected:

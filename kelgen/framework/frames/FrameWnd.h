@@ -24,6 +24,7 @@ struct AFX_SIZEPARENTPARAMS
     HDWP hDWP;  ///< The list that a bar adds its position to.
     RECT rect;  ///< What is left of the frame's client area.
     SIZE sizeTotal;
+    /// Whether a bar is to fill the side that it lies on.
     BOOL bStretch;
 };
 
@@ -32,7 +33,9 @@ struct CCreateContext
 {
     CRuntimeClass* m_pNewViewClass = nullptr;  ///< The view to make.
     CDocument* m_pCurrentDoc = nullptr;        ///< The document that the view joins.
+    /// The template that makes them.
     CDocTemplate* m_pNewDocTemplate = nullptr;
+    /// A view that the new one is made after.
     CView* m_pLastView = nullptr;
     CFrameWnd* m_pCurrentFrame = nullptr;  ///< A frame that the new one is made after.
 };
@@ -70,7 +73,7 @@ public:
     CFrameWnd();
     ~CFrameWnd() override;
 
-    /// FALSE when there are accelerators already, or none of that name.
+    /// Loads the frame's accelerators by the resource's name. FALSE if it has some already, or there are none of that name.
     BOOL LoadAccelTable(LPCSTR lpszResourceName);
     /// Creates the window, with a menu when a name is given. FALSE on failure: the object is then gone.
     virtual BOOL Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle = WS_OVERLAPPEDWINDOW, const RECT& rect = rectDefault,
@@ -96,15 +99,16 @@ public:
 
     /// Shows and raises the frame; -1 shows it as it is, restored when minimised.
     virtual void ActivateFrame(int nCmdShow = -1);
-    /// Raises it, unless it is hidden, minimised, or shown minimised.
+    /// Raises the frame, unless it is hidden or minimised, or about to be by @p nCmdShow.
     void BringToTop(int nCmdShow);
     /// Makes the first view active when none is. With @p bMakeVisible sends WM_INITIALUPDATE to the views, shows the frame, and tells the
     /// view. Then the document, which may be null, counts its frames, and the title is set. By contract: the main window is shown by the
     /// application's m_nCmdShow, once.
     void InitialUpdateFrame(CDocument* pDoc, BOOL bMakeVisible);
 
-    /// The frame's own part of the title.
+    /// Sets the frame's own part of the title; OnUpdateFrameTitle shows it.
     void SetTitle(LPCSTR lpszTitle) { m_strTitle = lpszTitle; }
+    /// The frame's own part of the title.
     CString GetTitle() const { return m_strTitle; }
     /// Sets the window's text: "title - document:2" or, by FWS_PREFIXTITLE, "document:2 - title"; the title alone when
     /// @p bAddToTitle is FALSE. Without FWS_ADDTOTITLE nothing changes.
@@ -113,9 +117,11 @@ public:
     virtual void OnUpdateFrameMenu(HMENU hMenuAlt);
     /// The document's accelerators, else the frame's.
     virtual HACCEL GetDefaultAccelerator();
-    /// Update when the thread idles.
+    /// Calls OnUpdateFrameTitle when the thread idles next.
     void DelayUpdateFrameTitle() { m_nIdleFlags |= idleTitle; }
+    /// Calls OnUpdateFrameMenu when the thread idles next.
     virtual void DelayUpdateFrameMenu(HMENU hMenuAlt);
+    /// Calls RecalcLayout when the thread idles next.
     void DelayRecalcLayout(BOOL bNotify = TRUE) { m_nIdleFlags |= bNotify ? idleLayout | idleNotify : idleLayout; }
     /// Gives the first pane what bars leave of the client area.
     virtual void RecalcLayout(BOOL bNotify = TRUE);
@@ -123,6 +129,7 @@ public:
     virtual void GetMessageString(UINT nID, CString& rMessage) const;
     /// Shows a text in the status bar, if there is one.
     void SetMessageText(LPCSTR lpszText);
+    /// Does the same with a string resource.
     void SetMessageText(UINT nID);
     /// Whether the user is choosing from a menu.
     BOOL IsTracking() const { return m_nIDTracking != 0 && m_nIDTracking != AFX_IDS_IDLEMESSAGE; }
@@ -131,7 +138,9 @@ public:
     /// answer WM_DISABLEMODAL with nonzero. They are enabled again by as many calls of EndModalState. A disabled top-level frame does
     /// so by itself.
     virtual void BeginModalState();
+    /// Takes one BeginModalState back.
     virtual void EndModalState();
+    /// Whether a BeginModalState has not been taken back yet.
     BOOL InModalState() const { return m_cModalStack != 0; }
     /// Hides the windows that this frame owns, and shows again those that it hid.
     void ShowOwnedWindows(BOOL bShow);
@@ -143,12 +152,15 @@ public:
 
     using CloseProc = BOOL(CALLBACK*)(CFrameWnd* pFrameWnd);
 
+    /// Whether menu items of commands that nobody handles are greyed.
     BOOL m_bAutoMenuEnable = TRUE;
     CloseProc m_lpfnCloseProc = nullptr;  ///< Asked before all else when the frame is to close; FALSE keeps it.
     int m_nWindow = -1;                   ///< The number among the document's frames: -1 unknown, 0 the only one.
     HMENU m_hMenuDefault = nullptr;       ///< The menu that the frame was created with.
+    /// The frame's own accelerators, or null.
     HACCEL m_hAccelTable = nullptr;
     CRect m_rectBorder;  ///< What RecalcLayout leaves free around the client area.
+    /// The next of the thread's frames, see FirstFrame.
     CFrameWnd* m_pNextFrameWnd = nullptr;
 
     /// The first of the thread's frames, the latest; m_pNextFrameWnd leads on.
@@ -171,8 +183,9 @@ protected:
     int OnCreateHelper(LPCREATESTRUCTA lpcs, CCreateContext* pContext);
     /// Sets the window's text by the rules of OnUpdateFrameTitle; null means no document.
     void UpdateFrameTitleForDocument(LPCSTR lpszDocName);
-    /// Into the thread's list of frames, and out of it.
+    /// Adds this to the thread's list of frames.
     void AddFrameWnd();
+    /// Takes this off the thread's list of frames.
     void RemoveFrameWnd();
     CFrameWnd* ToFrameWnd() override { return this; }
     void PostNcDestroy() override;

@@ -16,17 +16,22 @@ public:
     CMDIChildWnd();
     ~CMDIChildWnd() override;
 
-    /// Creates the child in @p pParentWnd, null: the main window. FALSE when that is no MDI frame, and on failure: the object is then gone.
+    /// Creates the child in @p pParentWnd; null stands for the main window. FALSE if that is no MDI frame, and on failure: the object is
+    /// then gone.
     virtual BOOL Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle = WS_CHILD | WS_VISIBLE | WS_OVERLAPPEDWINDOW,
                         const RECT& rect = rectDefault, CMDIFrameWnd* pParentWnd = nullptr, CCreateContext* pContext = nullptr);
     /// As CFrameWnd::LoadFrame; menu and accelerators are those of the context's template when that is a CMultiDocTemplate.
     BOOL LoadFrame(UINT nIDResource, DWORD dwDefaultStyle, CWnd* pParentWnd = nullptr, CCreateContext* pContext = nullptr) override;
 
-    /// The MDI frame around it; null when it is no child of one.
+    /// The MDI frame around the child; null if it is in none.
     CMDIFrameWnd* GetMDIFrame();
+    /// Destroys the child.
     void MDIDestroy();
+    /// Activates the child.
     void MDIActivate();
+    /// Maximises the child.
     void MDIMaximize();
+    /// Restores the child.
     void MDIRestore();
     /// Menu and accelerators while it is active, which stay the caller's.
     void SetHandles(HMENU hMenu, HACCEL hAccel);

@@ -17,20 +17,31 @@ public:
     CMDIFrameWnd();
     ~CMDIFrameWnd() override;
 
+    /// Activates a child. Sends WM_MDIACTIVATE; each of the members below sends the message of its name to the client window.
     void MDIActivate(CWnd* pWndActivate);
-    /// The active child, or null. *@p pbMaximized, if given, tells whether it is maximised.
-    /// By contract: null also for a child that is no CMDIChildWnd or is hidden.
+    /// The active child, or null; *@p pbMaximized, if given, tells whether it is maximised. By contract: null even for an active child
+    /// that is no CMDIChildWnd or is hidden, since commands cannot be routed to it.
     CMDIChildWnd* MDIGetActive(BOOL* pbMaximized = nullptr) const;
+    /// Arranges the minimised children.
     void MDIIconArrange();
+    /// Maximises a child.
     void MDIMaximize(CWnd* pWnd);
+    /// Restores a child.
     void MDIRestore(CWnd* pWnd);
+    /// Activates the child after the active one.
     void MDINext();
+    /// Activates the child before the active one.
     void MDIPrev();
-    /// The menu before. A null window menu leaves the popup of the children where it is.
+    /// Gives the frame another menu and the list of children another popup. Returns the menu before. A null window menu leaves the popup
+    /// where it is.
     CMenu* MDISetMenu(CMenu* pFrameMenu, CMenu* pWindowMenu);
+    /// Lays the children side by side.
     void MDITile();
+    /// Does the same with MDITILE_ flags.
     void MDITile(int nType);
+    /// Lays the children one upon the other, each a little further.
     void MDICascade();
+    /// Does the same with MDITILE_ flags.
     void MDICascade(int nType);
 
     /// Creates the client window; @p pWindowMenu, which may be null, is the popup that lists the children.
@@ -52,6 +63,7 @@ public:
     void DelayUpdateFrameMenu(HMENU hMenuAlt) override;
     CFrameWnd* GetActiveFrame() override;
 
+    /// The client window; null before it is created.
     HWND m_hWndMDIClient = nullptr;
 
 protected:

@@ -14,10 +14,10 @@ class KELGEN_FRAMEWORK_API CView : public CWnd
 public:
     ~CView() override;
 
-    /// Null for a view without one.
+    /// The view's document; null for a view without one.
     CDocument* GetDocument() const { return m_pDocument; }
 
-    /// Before the view is shown first. The base asks for a whole update.
+    /// Called before the view is shown first. The base asks for a whole update.
     virtual void OnInitialUpdate();
     BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo) override;
     BOOL PreCreateWindow(CREATESTRUCTA& cs) override;
@@ -25,8 +25,9 @@ public:
 protected:
     CView();
 
-    /// Before the device context is used; nothing by itself.
+    /// Called before the device context is used. The base does nothing.
     virtual void OnPrepareDC(CDC* pDC);
+    /// Draws the document.
     virtual void OnDraw(CDC* pDC) = 0;
     /// The document changed: by @p pSender, null for all or anyone. The base paints the view anew.
     virtual void OnUpdate(CView* pSender, LPARAM lHint, CObject* pHint);

@@ -19,8 +19,10 @@ public:
     COleDateTimeSpan(double days) : m_span(days) {}
     COleDateTimeSpan(LONG days, int hours, int minutes, int seconds) : m_span(days + hours / 24.0 + minutes / 1440.0 + seconds / 86400.0) {}
 
+    /// Whether the span means anything. Nothing but SetStatus changes it.
     DateTimeSpanStatus GetStatus() const { return m_status; }
     void SetStatus(DateTimeSpanStatus status) { m_status = status; }
+    /// The whole span in one unit, with its fraction.
     double GetTotalDays() const { return m_span; }
     double GetTotalHours() const { return m_span * 24; }
     double GetTotalMinutes() const { return m_span * 24 * 60; }
@@ -31,7 +33,7 @@ public:
 };
 
 /// A date with time of day: days since 30 December 1899 and a status. Before that day the fraction counts away from zero.
-/// By contract: a default one is 0.0 and valid.
+/// By contract: a default one is 0.0 and valid, unlike one for a date that does not exist.
 class KELGEN_FRAMEWORK_API COleDateTime
 {
 public:
@@ -54,7 +56,9 @@ public:
     COleDateTime(const FILETIME& time);
     COleDateTime(int year, int month, int day, int hour, int minute, int second);
 
+    /// Whether the date means anything: error, valid, invalid or null.
     DateTimeStatus GetStatus() const { return m_status; }
+    /// Sets the status alone; the date stays.
     void SetStatus(DateTimeStatus status) { m_status = status; }
 
     /// Sets the date and time. @return 0, or 1 for a date that there is not: the status is invalid then.
@@ -76,15 +80,20 @@ public:
     CString Format(LPCSTR format) const;
 
     operator DATE() const { return m_dt; }
+    /// The date that much later.
     COleDateTime operator+(const COleDateTimeSpan& span) const;
+    /// The date that much before.
     COleDateTime operator-(const COleDateTimeSpan& span) const;
+    /// The time from @p other to this date; negative if @p other is later.
     COleDateTimeSpan operator-(const COleDateTime& other) const;
+    /// Whether both have the same status and the same date.
     bool operator==(const COleDateTime& other) const { return m_status == other.m_status && m_dt == other.m_dt; }
     bool operator<(const COleDateTime& other) const;
     bool operator>(const COleDateTime& other) const { return other < *this; }
     bool operator<=(const COleDateTime& other) const { return !(other < *this); }
     bool operator>=(const COleDateTime& other) const { return !(*this < other); }
 
+    /// Days since 30 December 1899.
     DATE m_dt = 0;
     DateTimeStatus m_status = valid;
 };

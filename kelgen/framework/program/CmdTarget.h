@@ -7,7 +7,7 @@ class CCmdTarget;
 class CCmdUI;
 struct AFX_MSGMAP_ENTRY;
 
-/// The notification codes of OnCmdMsg that are no control's.
+/// Codes of OnCmdMsg that no control sends: a command itself, and the question what state its items should show.
 constexpr UINT CN_COMMAND = 0;
 constexpr int CN_UPDATE_COMMAND_UI = -1;
 
@@ -48,12 +48,16 @@ public:
     /// Targets that know others override this and ask these too; the base asks the message maps from the most derived class on.
     virtual BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo);
 
-    /// Hourglass on, off, and on again after something else changed the cursor. Calls nest.
+    /// Shows the hourglass. Calls nest: it stays until as many calls of EndWaitCursor.
     void BeginWaitCursor();
+    /// Takes the hourglass of one BeginWaitCursor back.
     void EndWaitCursor();
+    /// Shows the hourglass again after a message box or dialog changed the cursor.
     void RestoreWaitCursor();
 
 protected:
+    /// The map of this class, for the maps of derived ones to lead to.
     static const AFX_MSGMAP* GetThisMessageMap();
+    /// The map of the object's own class. BEGIN_MESSAGE_MAP overrides it.
     virtual const AFX_MSGMAP* GetMessageMap() const;
 };

@@ -41,7 +41,9 @@ public:
     BOOL m_bShowSplash = TRUE;
     BOOL m_bRunEmbedded = FALSE;
     BOOL m_bRunAutomated = FALSE;
+    /// What the program was asked to do.
     Command m_nShellCommand = FileNew;
+    /// The file to open or print; empty for none. The next three say on which printer, with /pt.
     CString m_strFileName;
     CString m_strPrinterName;
     CString m_strDriverName;

@@ -108,7 +108,7 @@ struct AFX_EXTENSION_MODULE
     HMODULE hResource;
 };
 
-/// Fills @p extension at its first call. TRUE.
+/// Fills @p extension at its first call. Returns TRUE.
 KELGEN_FRAMEWORK_API BOOL AfxInitExtensionModule(AFX_EXTENSION_MODULE& extension, HMODULE module);
 /// Deletes the CDynLinkLibrary objects that were made for the extension, in the calling thread's module state or, with @p all,
 /// also in the program's.

@@ -12,7 +12,7 @@ class CDocTemplate;
 class CDocument;
 
 /// Prepares the framework for the program; the program's main function calls it once, before all else. Takes the instance handle
-/// over into the module state and, when there is an application object, sets its handles and names. TRUE.
+/// over into the module state and, when there is an application object, sets its handles and names. Returns TRUE.
 KELGEN_FRAMEWORK_API BOOL AfxWinInit(HINSTANCE instance, HINSTANCE previousInstance, LPSTR commandLine, int showCommand);
 
 /// A program from start to end: AfxWinInit, then the application object's InitApplication, InitInstance and Run. When InitInstance
@@ -42,7 +42,7 @@ public:
     BOOL InitInstance() override;
     /// Without a main window the program quits at once, unless automation keeps it.
     int Run() override;
-    /// Tells the user, too, except of WM_CREATE, WM_PAINT and user exceptions.
+    /// Does what the base does, and tells the user of exceptions other than his own, except during WM_CREATE and WM_PAINT.
     LRESULT ProcessWndProcException(CException* exception, const MSG* message) override;
 
     /// What AfxMessageBox does.
@@ -54,38 +54,43 @@ public:
     /// Passes the program's arguments to @p info, one by one.
     void ParseCommandLine(CCommandLineInfo& info);
 
-    /// From the module that has the resource; null when none has it.
+    /// A cursor from the module that has the resource; null if none has it.
     HCURSOR LoadCursor(LPCSTR resourceName) const;
+    /// Does the same with the resource's number.
     HCURSOR LoadCursor(UINT resourceId) const;
+    /// An icon from the module that has the resource; null if none has it.
     HICON LoadIcon(LPCSTR resourceName) const;
+    /// Does the same with the resource's number.
     HICON LoadIcon(UINT resourceId) const;
-    /// The system's own, by IDC_ or IDI_ name.
+    /// The system's own cursor of an IDC_ name; null if there is none.
     HCURSOR LoadStandardCursor(LPCSTR name) const;
+    /// The system's own icon of an IDI_ name; null if there is none.
     HICON LoadStandardIcon(LPCSTR name) const;
 
     /// Keeps the profile in the registry from now on; the profile's name becomes the application's.
     void SetRegistryKey(LPCSTR registryKey);
-    /// The text of a string resource. Throws: CInvalidArgException when there is none.
+    /// Does the same with the text of a string resource. Throws: CInvalidArgException when there is none.
     void SetRegistryKey(UINT registryKeyId);
 
-    /// The number, or @p fallback when there is none.
+    /// The number of a profile value; @p fallback if there is none.
     UINT GetProfileInt(LPCSTR section, LPCSTR entry, int fallback);
-    /// FALSE when it cannot be written; so do the other writers.
+    /// Stores a number. FALSE if it cannot be written; the other writers do the same.
     BOOL WriteProfileInt(LPCSTR section, LPCSTR entry, int value);
-    /// The text, or @p fallback (null: "") when there is none.
+    /// The text of a profile value; @p fallback (null stands for "") if there is none.
     CString GetProfileString(LPCSTR section, LPCSTR entry, LPCSTR fallback = nullptr);
-    /// A null @p value removes the entry, a null @p entry the section.
+    /// Stores a text. A null @p value removes the entry, a null @p entry the whole section.
     BOOL WriteProfileString(LPCSTR section, LPCSTR entry, LPCSTR value);
-    /// The bytes in a new array that the caller frees with delete[]. FALSE, null and 0 when there are none.
-    /// By contract: an initialization file holds two letters a byte, 'A' plus the low and then the high four bits.
+    /// The bytes of a profile value in a new array that the caller frees with delete[]. FALSE, null and 0 if there are none. By contract:
+    /// an initialization file holds two letters a byte, 'A' plus the low and then the high four bits, as other programs wrote them.
     BOOL GetProfileBinary(LPCSTR section, LPCSTR entry, BYTE** data, UINT* size);
+    /// Stores bytes.
     BOOL WriteProfileBinary(LPCSTR section, LPCSTR entry, BYTE* data, UINT size);
 
     /// The key of the application's profile, made when missing, for the caller to close; null when that fails.
     HKEY GetAppRegistryKey();
     /// The key of a section, as GetAppRegistryKey.
     HKEY GetSectionKey(LPCSTR section);
-    /// Removes the key @p keyName with all below it. An error code; ERROR_INVALID_PARAMETER for an empty name.
+    /// Removes the key @p keyName with all below it. Returns an error code; 0 on success, ERROR_INVALID_PARAMETER for an empty name.
     LONG DelRegTree(HKEY parent, const CString& keyName);
 
     /// Fills what has no value yet: instance handle, names of program, application, help file and profile.
@@ -95,14 +100,17 @@ public:
 
     /// Takes the template over, unless its m_bAutoDelete is cleared.
     void AddDocTemplate(CDocTemplate* pTemplate);
+    /// Where GetNextDocTemplate begins; null when there are no templates.
     POSITION GetFirstDocTemplatePosition() const;
+    /// The template at @p pos, which moves on to the next one; null after the last.
     CDocTemplate* GetNextDocTemplate(POSITION& pos) const;
-    /// Opens a file, or shows the document that has it open: null on failure; the user was told.
+    /// Opens a file, or shows the document that has it open. Null on failure, of which the user was told.
     virtual CDocument* OpenDocumentFile(LPCSTR lpszFileName);
+    /// The number of open documents of all templates.
     int GetOpenDocumentCount() const;
     /// Asks about every changed document; FALSE at the first refusal.
     virtual BOOL SaveAllModified();
-    /// Without asking. @p bEndSession: documents that lie in others stay.
+    /// Closes all documents without asking. With @p bEndSession those that lie in others stay.
     void CloseAllDocuments(BOOL bEndSession);
     /// Hides the main window and all that it owns, before documents close.
     void HideApplication();
@@ -117,21 +125,27 @@ public:
     /// window, sends that ID_FILE_PRINT_DIRECT, and gives FALSE; m_pCmdInfo names the printer. Registration calls Register or Unregister
     /// and gives FALSE.
     BOOL ProcessShellCommand(CCommandLineInfo& info);
-    /// The base has nothing to register; Unregister removes the application's profile from the registry.
+    /// Registers the application's kinds of files. The base has none; returns TRUE.
     virtual BOOL Register();
+    /// Removes the application's profile from the registry. TRUE on success.
     virtual BOOL Unregister();
 
     // Handlers for the application's message map; the base handles ID_APP_EXIT.
 
+    /// Makes a new document, see CDocManager::OnFileNew.
     void OnFileNew();
+    /// Asks for a file and opens it, see CDocManager::OnFileOpen.
     void OnFileOpen();
     /// Closes the main window.
     void OnAppExit();
 
     BOOL OnIdle(LONG count) override;
 
+    /// The program's module.
     HINSTANCE m_hInstance = nullptr;
+    /// The program's arguments as one text.
     LPSTR m_lpCmdLine = nullptr;
+    /// How the main window is to be shown first.
     int m_nCmdShow = -1;
     // Names may be replaced by others from _strdup; the old ones are freed with free, as these are at the end.
     LPCSTR m_pszAppName;
@@ -158,11 +172,13 @@ public:
     void Restore();
 };
 
-/// Whether automation clients hold the application: it must not end while the count of AfxOleLockApp is above 0.
+/// Counts an automation client that holds the application, which must not end while the count is above 0.
 KELGEN_FRAMEWORK_API void AfxOleLockApp();
-/// At 0 an application that the user does not control ends: its loop is told to quit.
+/// Counts a client less. At 0 an application that the user does not control ends: its loop is told to quit.
 KELGEN_FRAMEWORK_API void AfxOleUnlockApp();
+/// Whether no automation client holds the application.
 KELGEN_FRAMEWORK_API BOOL AfxOleCanExitApp();
 /// Whether the user, not an automation client, has the application in hand; TRUE at first.
 KELGEN_FRAMEWORK_API BOOL AfxOleGetUserCtrl();
+/// Sets what AfxOleGetUserCtrl returns.
 KELGEN_FRAMEWORK_API void AfxOleSetUserCtrl(BOOL userControl);

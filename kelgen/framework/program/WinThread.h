@@ -28,11 +28,11 @@ KELGEN_FRAMEWORK_API BOOL AfxIsIdleMessage(MSG* message);
 KELGEN_FRAMEWORK_API BOOL AfxPreTranslateMessage(MSG* message);
 /// The message that the calling thread's loop took last.
 KELGEN_FRAMEWORK_API MSG* AfxGetCurrentMessage();
-/// PostQuitMessage.
+/// Calls PostQuitMessage: the thread's loop ends with that exit code.
 KELGEN_FRAMEWORK_API void AfxPostQuitMessage(int exitCode);
 /// Prepares the calling thread for messages: menus' and dialogs' own loops ask its ProcessMessageFilter.
 KELGEN_FRAMEWORK_API void AfxInitThread();
-/// Ends that, and deletes the thread's temporary objects.
+/// Ends what AfxInitThread began, and deletes the thread's temporary objects.
 KELGEN_FRAMEWORK_API void AfxTermThread();
 
 /// A thread.
@@ -48,19 +48,24 @@ public:
     /// Starts the thread. FALSE when it cannot be started or has been already.
     BOOL CreateThread(DWORD flags = 0, UINT stackSize = 0, LPSECURITY_ATTRIBUTES security = nullptr);
 
+    /// The handle, so that an object serves where a call takes a thread.
     operator HANDLE() const { return m_hThread; }
+    /// The priority, a THREAD_PRIORITY_ number; THREAD_PRIORITY_ERROR_RETURN on failure.
     int GetThreadPriority() const;
+    /// Sets the priority. FALSE on failure.
     BOOL SetThreadPriority(int priority);
-    /// The suspend count before; 0xFFFFFFFF on failure.
+    /// Makes the thread wait until as many calls of ResumeThread. Returns the count before; 0xFFFFFFFF on failure.
     DWORD SuspendThread();
+    /// Takes one SuspendThread back. Returns the count before; 0xFFFFFFFF on failure.
     DWORD ResumeThread();
+    /// Puts a message without a window into the thread's queue. FALSE if the thread has none or it is full.
     BOOL PostThreadMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
     // What a thread with windows runs.
 
     /// FALSE ends the thread at once, by ExitInstance. The base gives FALSE: a class without windows has nothing to run.
     virtual BOOL InitInstance();
-    /// Handles messages until WM_QUIT, and calls OnIdle while there are none: ExitInstance's result.
+    /// Handles messages until WM_QUIT, and calls OnIdle while there are none. Returns ExitInstance's result.
     virtual int Run();
     /// The thread's exit code: the base gives that of WM_QUIT.
     virtual int ExitInstance();
@@ -81,18 +86,24 @@ public:
     /// The result of a window's message whose handler threw @p exception. The base fails WM_CREATE (-1), marks the window painted
     /// after WM_PAINT, and gives 0.
     virtual LRESULT ProcessWndProcException(CException* exception, const MSG* message);
-    /// m_pActiveWnd when an in-place window is active, else m_pMainWnd.
+    /// m_pActiveWnd if an in-place window is active, otherwise m_pMainWnd.
     virtual CWnd* GetMainWnd();
 
     /// Deletes the object when m_bAutoDelete is set.
     virtual void Delete();
 
     CWnd* m_pMainWnd = nullptr;  ///< Its end ends the thread's loop.
+    /// The main window of an application that works in another one's place; null for none.
     CWnd* m_pActiveWnd = nullptr;
+    /// Whether the object deletes itself when the thread ends.
     BOOL m_bAutoDelete = TRUE;
+    /// The handle; null before CreateThread.
     HANDLE m_hThread = nullptr;
+    /// The number; 0 before CreateThread.
     DWORD m_nThreadID = 0;
+    /// What m_pfnThreadProc is called with.
     LPVOID m_pThreadParams = nullptr;
+    /// The function of a worker; null for a thread with a message loop.
     AFX_THREADPROC m_pfnThreadProc = nullptr;
     MSG m_msgCur{};  ///< The message that the object's loop took last.
 

@@ -13,19 +13,24 @@ class KELGEN_FRAMEWORK_API CDC : public CObject
     DECLARE_DYNAMIC(CDC)
 
 public:
+    /// An object without a device context.
     CDC() = default;
     ~CDC() override;
 
-    /// Makes this the thread's permanent object of the handle; FALSE for null.
+    /// Makes this the thread's permanent object of the handle. FALSE for null.
     BOOL Attach(HDC hDC);
+    /// Parts the object from its handle and returns it; null if there was none.
     HDC Detach();
-    /// The thread's object of the handle: the permanent one, else a temporary one that lives until the thread idles. Null for null.
+    /// The thread's object of the handle: the permanent one, or else a temporary one that lives until the thread idles. Null for null.
     static CDC* FromHandle(HDC hDC);
+    /// Deletes the thread's temporary objects. The thread does it itself when it idles.
     static void DeleteTempMap();
-    /// Null also for a null object.
+    /// The handle; null if there is none, even when called through a null object (hosts do so).
     HDC GetSafeHdc() const { return reinterpret_cast<std::uintptr_t>(this) == 0 ? nullptr : m_hDC; }
+    /// The handle, so that an object serves where a call takes a device context.
     operator HDC() const { return m_hDC; }
 
+    /// The handle, or null.
     HDC m_hDC = nullptr;
 };
 
@@ -36,9 +41,11 @@ class KELGEN_FRAMEWORK_API CPaintDC : public CDC
     DECLARE_DYNAMIC(CPaintDC)
 
 public:
+    /// Calls BeginPaint.
     explicit CPaintDC(CWnd* pWnd);
     ~CPaintDC() override;
 
+    /// What BeginPaint told: the part to paint, and whether to erase it first.
     PAINTSTRUCT m_ps;
 
 protected:
@@ -52,6 +59,7 @@ class KELGEN_FRAMEWORK_API CClientDC : public CDC
     DECLARE_DYNAMIC(CClientDC)
 
 public:
+    /// Calls GetDC.
     explicit CClientDC(CWnd* pWnd);
     ~CClientDC() override;
 

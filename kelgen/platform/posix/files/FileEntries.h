@@ -42,7 +42,7 @@ std::optional<FileEntry> EntryOf(int file);
 /// Makes the attributes of the entry at @p native those of @p attributes that it can have. False and errno on failure.
 bool StoreAttributes(const std::string& native, DWORD attributes);
 
-/// The path under which the system finds the file open as @p file, also when that was opened without any access.
+/// The path under which the system finds the file open as @p file, even when that was opened without any access.
 std::string PathOfDescriptor(int file);
 
 }  // namespace kelgen::posix

@@ -83,6 +83,23 @@ LONGLONG MovePosition(HANDLE file, LONGLONG distance, DWORD method)
     return Fail(noPosition ? ERROR_INVALID_FUNCTION : ERROR_NEGATIVE_SEEK, LONGLONG{-1});
 }
 
+/// The file to read or write, at the position that @p overlapped names; null, with the last error, when that cannot be.
+std::shared_ptr<FileObject> BeginTransfer(HANDLE file, bool (FileObject::*mayDo)() const, LPDWORD done, const OVERLAPPED* overlapped)
+{
+    auto object = FindData(file);
+    if (done)
+        *done = 0;
+    if (!object)
+        return nullptr;
+    if (!((*object).*mayDo)())
+        return Fail(ERROR_ACCESS_DENIED, nullptr);
+    if (!done && !overlapped)
+        return Fail(ERROR_INVALID_PARAMETER, nullptr);
+    if (overlapped && !Reposition(object->Number(), *overlapped))
+        return Fail(ERROR_INVALID_PARAMETER, nullptr);
+    return object;
+}
+
 std::array<HANDLE, 3>& StandardHandles()
 {
     static std::array<HANDLE, 3> handles = [] {
@@ -102,17 +119,9 @@ std::array<HANDLE, 3>& StandardHandles()
 
 BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD done, LPOVERLAPPED overlapped)
 {
-    const auto object = FindData(file);
-    if (done)
-        *done = 0;
+    const auto object = BeginTransfer(file, &FileObject::MayRead, done, overlapped);
     if (!object)
         return FALSE;
-    if (!object->MayRead())
-        return Fail(ERROR_ACCESS_DENIED, FALSE);
-    if (!done && !overlapped)
-        return Fail(ERROR_INVALID_PARAMETER, FALSE);
-    if (overlapped && !Reposition(object->Number(), *overlapped))
-        return Fail(ERROR_INVALID_PARAMETER, FALSE);
 
     // The system reads at most 2 GB at once.
     DWORD count = 0;
@@ -132,17 +141,9 @@ BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD done, LPOVERLAPPED
 
 BOOL WriteFile(HANDLE file, LPCVOID buffer, DWORD size, LPDWORD done, LPOVERLAPPED overlapped)
 {
-    const auto object = FindData(file);
-    if (done)
-        *done = 0;
+    const auto object = BeginTransfer(file, &FileObject::MayWrite, done, overlapped);
     if (!object)
         return FALSE;
-    if (!object->MayWrite())
-        return Fail(ERROR_ACCESS_DENIED, FALSE);
-    if (!done && !overlapped)
-        return Fail(ERROR_INVALID_PARAMETER, FALSE);
-    if (overlapped && !Reposition(object->Number(), *overlapped))
-        return Fail(ERROR_INVALID_PARAMETER, FALSE);
 
     DWORD count = 0;
     const bool written = TransferAll(

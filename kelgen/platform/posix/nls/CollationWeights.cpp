@@ -81,6 +81,7 @@ constexpr SpecialLetter kSpecialLetters[] = {
     {0x0192, 'f', 0, kSpecialForm, 0},
     {0x2122, 't', 'm', 0, kRaised},
 };
+static_assert(std::ranges::is_sorted(kSpecialLetters, {}, &SpecialLetter::unit));
 
 // Letters that come right after another letter.
 struct FollowingLetter

@@ -125,6 +125,7 @@ constexpr LocaleFact kFacts[] = {
     {LOCALE_IDEFAULTMACCODEPAGE, "10000", 10000},
     {LOCALE_IDEFAULTEBCDICCODEPAGE, "037", 37},
 };
+static_assert(std::ranges::is_sorted(kFacts, {}, &LocaleFact::type));
 
 const LocaleFact* FactOf(LCTYPE type)
 {

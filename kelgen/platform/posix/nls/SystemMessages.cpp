@@ -81,6 +81,7 @@ constexpr Message kMessages[] = {
     {0x80004003, "Invalid pointer.\n"},
     {0x80004005, "Call failed.\n"},
 };
+static_assert(std::ranges::is_sorted(kMessages, {}, &Message::id));
 
 }  // namespace
 

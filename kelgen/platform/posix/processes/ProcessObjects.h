@@ -66,7 +66,7 @@ private:
     DWORD m_access;
 };
 
-/// The object of @p handle, also of the pseudo handle of this process; null for another kind.
+/// The object of @p handle, even of the pseudo handle of this process; null for another kind.
 std::shared_ptr<ProcessObject> FindProcessObject(HANDLE handle);
 
 /// The process with number @p id, or null when there is none.

@@ -19,7 +19,7 @@ bool ForEachEntry(int folder, const std::function<void(const std::string& name, 
 /// Whether @p folder holds the folder of a subkey.
 bool HoldsSubkeys(int folder);
 
-/// Removes the folder @p name in @p parent with everything in it, also what others add meanwhile.
+/// Removes the folder @p name in @p parent with everything in it, even what others add meanwhile.
 void RemoveTree(int parent, const std::string& name);
 
 /// Removes everything in @p folder except its name file and the files that others are writing.

@@ -24,7 +24,7 @@ public:
     /// The value with blanks around it and one pair of matching quotes taken off. Keys that start with ';' are found too.
     std::optional<std::u16string> Value(std::u16string_view section, std::u16string_view key) const;
 
-    /// The names of all sections but nameless ones, also those that come again.
+    /// The names of all sections but nameless ones, even those that come again.
     std::vector<std::u16string> Sections() const;
     /// The keys that have a value and are no comments; nothing when there is no such section.
     std::optional<std::vector<std::u16string>> Keys(std::u16string_view section) const;

@@ -37,7 +37,7 @@ KELGEN_PLATFORM_TESTED_API std::string ValueFileBytes(const StoredValue& value);
 /// The value that @p bytes hold, or nothing when they are not such a file.
 KELGEN_PLATFORM_TESTED_API std::optional<StoredValue> ParseValueFile(std::span<const BYTE> bytes);
 
-/// Reads the value from the file @p fileName in @p folder. 0, or an errno value: ENOENT also for a file that is damaged, not a
+/// Reads the value from the file @p fileName in @p folder. 0, or an errno value: ENOENT even for a file that is damaged, not a
 /// value's or not that value's. Cost: three system calls for up to 4 KB.
 int ReadValueFile(int folder, const std::string& fileName, StoredValue& value);
 

@@ -46,7 +46,7 @@ public:
     virtual std::shared_ptr<Waitable> WaitedFor() = 0;
 };
 
-/// The waitable object of @p handle, also of the pseudo handles of the current process (never signalled) and thread; null for
+/// The waitable object of @p handle, even of the pseudo handles of the current process (never signalled) and thread; null for
 /// any other handle.
 std::shared_ptr<Waitable> FindWaitable(const void* handle);
 

@@ -49,7 +49,7 @@ public:
         m_next = next;
     }
 
-    /// Units taken, also those that found no room.
+    /// Units taken, even those that found no room.
     std::size_t Length() const { return m_length; }
 
     /// What the runtime's bounded formatters return: the length when it fits, terminated when there is room for that too, else -1.

@@ -71,14 +71,14 @@ KELGEN_PLATFORM_API BOOL DeleteFileW(LPCWSTR name);
 KELGEN_PLATFORM_API BOOL MoveFileA(LPCSTR source, LPCSTR target);
 KELGEN_PLATFORM_API BOOL MoveFileW(LPCWSTR source, LPCWSTR target);
 /// MoveFileA, which has flag MOVEFILE_COPY_ALLOWED. MOVEFILE_REPLACE_EXISTING replaces a file (in one step on one file system) but
-/// no folder and no file that is open without FILE_SHARE_DELETE (ERROR_ACCESS_DENIED, also for a null @p target).
+/// no folder and no file that is open without FILE_SHARE_DELETE (ERROR_ACCESS_DENIED, even for a null @p target).
 ///
 /// By contract: a folder replaces a file.
 KELGEN_PLATFORM_API BOOL MoveFileExA(LPCSTR source, LPCSTR target, DWORD flags);
 KELGEN_PLATFORM_API BOOL MoveFileExW(LPCWSTR source, LPCWSTR target, DWORD flags);
 
 /// Copies a file with attributes and last-write time. FALSE with ERROR_FILE_EXISTS when @p target exists and @p failIfExists,
-/// ERROR_ACCESS_DENIED for a folder or a target that may not be written, ERROR_SHARING_VIOLATION, also for a file and itself.
+/// ERROR_ACCESS_DENIED for a folder or a target that may not be written, ERROR_SHARING_VIOLATION, even for a file and itself.
 KELGEN_PLATFORM_API BOOL CopyFileA(LPCSTR source, LPCSTR target, BOOL failIfExists);
 KELGEN_PLATFORM_API BOOL CopyFileW(LPCWSTR source, LPCWSTR target, BOOL failIfExists);
 

@@ -42,11 +42,11 @@ KELGEN_PLATFORM_API HMODULE LoadLibraryW(LPCWSTR name);
 KELGEN_PLATFORM_API HMODULE LoadLibraryExA(LPCSTR name, HANDLE reserved, DWORD flags);
 KELGEN_PLATFORM_API HMODULE LoadLibraryExW(LPCWSTR name, HANDLE reserved, DWORD flags);
 
-/// Gives a reference back; the last one unloads the library. TRUE also for modules that these calls did not load. FALSE with
+/// Gives a reference back; the last one unloads the library. TRUE even for modules that these calls did not load. FALSE with
 /// ERROR_MOD_NOT_FOUND for what is no module, ERROR_INVALID_HANDLE for null.
 KELGEN_PLATFORM_API BOOL FreeLibrary(HMODULE module);
 
-/// The exported procedure @p name, as its C name; null @p module means the program. Null with ERROR_PROC_NOT_FOUND (also for a number), ERROR_MOD_NOT_FOUND.
+/// The exported procedure @p name, as its C name; null @p module means the program. Null with ERROR_PROC_NOT_FOUND (even for a number), ERROR_MOD_NOT_FOUND.
 KELGEN_PLATFORM_API FARPROC GetProcAddress(HMODULE module, LPCSTR name);
 
 /// Does nothing and returns TRUE for a module: threads are not announced to libraries.

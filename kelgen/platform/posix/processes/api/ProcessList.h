@@ -55,7 +55,7 @@ KELGEN_PLATFORM_API HANDLE OpenProcess(DWORD access, BOOL inherit, DWORD id);
 /// The process's number; 0 with ERROR_INVALID_HANDLE.
 KELGEN_PLATFORM_API DWORD GetProcessId(HANDLE process);
 
-/// Stores as many numbers of running processes, in rising order, as @p size bytes hold, and the bytes used in @p used. TRUE.
+/// Stores as many numbers of running processes, in rising order, as @p size bytes hold, and the bytes used in @p used. Returns TRUE.
 KELGEN_PLATFORM_API BOOL EnumProcesses(LPDWORD ids, DWORD size, LPDWORD used);
 
 /// Stores as many modules as @p size bytes hold, the program first, and the bytes for all in @p needed. The handle needs

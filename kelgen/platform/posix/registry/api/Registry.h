@@ -145,7 +145,7 @@ KELGEN_PLATFORM_API LSTATUS RegEnumValueW(HKEY key, DWORD index, LPWSTR name, LP
                                           LPDWORD dataSize);
 
 /// Counts and longest lengths of what @p key holds; each may be null. Name lengths are in units without the terminator, the
-/// longest data in bytes as kept (text: two for each unit), also for the narrow form.
+/// longest data in bytes as kept (text: two for each unit), even for the narrow form.
 KELGEN_PLATFORM_API LSTATUS RegQueryInfoKeyA(HKEY key, LPSTR className, LPDWORD classSize, LPDWORD reserved, LPDWORD subkeys,
                                              LPDWORD longestSubkey, LPDWORD longestClass, LPDWORD values, LPDWORD longestValueName,
                                              LPDWORD longestValue, LPDWORD securityDescriptor, FILETIME* lastWrite);

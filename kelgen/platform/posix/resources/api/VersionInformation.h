@@ -37,7 +37,7 @@ struct VS_FIXEDFILEINFO
 
 /// The bytes that GetFileVersionInfoA fills for the file @p name: a PE file of either size, or an ELF file with resources of
 /// kelgen_add_resources. ".dll" is added to a name that names no file; a bare name may be a loaded module's. @p handle, which may
-/// be null, receives 0. 0 with ERROR_FILE_NOT_FOUND, ERROR_PATH_NOT_FOUND, ERROR_ACCESS_DENIED (also for a folder),
+/// be null, receives 0. 0 with ERROR_FILE_NOT_FOUND, ERROR_PATH_NOT_FOUND, ERROR_ACCESS_DENIED (even for a folder),
 /// ERROR_INVALID_PARAMETER (null), ERROR_BAD_PATHNAME (empty), or ERROR_RESOURCE_DATA_NOT_FOUND for any file without a version
 /// resource. The last error becomes 0 on success.
 KELGEN_PLATFORM_API DWORD GetFileVersionInfoSizeA(LPCSTR name, LPDWORD handle);

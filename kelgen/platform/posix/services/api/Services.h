@@ -161,7 +161,7 @@ struct SERVICE_TABLE_ENTRYW
 
 // Services are described in the registry below HKLM\SYSTEM\CurrentControlSet\Services, as on the real system. There is no manager
 // process: what a running service reports lies in the home folder's services/ for every process to read, and controls go to the
-// service's own socket there. Each service has a process of its own, also one of type SERVICE_WIN32_SHARE_PROCESS. Nothing starts by
+// service's own socket there. Each service has a process of its own, even one of type SERVICE_WIN32_SHARE_PROCESS. Nothing starts by
 // itself: automatic ones start when they are told to.
 // Failures set the last error: ERROR_INVALID_HANDLE for a handle that is closed or of another kind, ERROR_ACCESS_DENIED for one
 // without the right that the call needs, ERROR_INVALID_ADDRESS for a missing pointer. Service names ignore case and have 1 to 256

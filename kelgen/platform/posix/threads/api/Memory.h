@@ -70,7 +70,7 @@ KELGEN_PLATFORM_API HANDLE GetProcessHeap();
 KELGEN_PLATFORM_API LPVOID HeapAlloc(HANDLE heap, DWORD flags, SIZE_T size);
 /// Resizes a block and keeps its contents; null for null. HEAP_REALLOC_IN_PLACE_ONLY never grows it.
 KELGEN_PLATFORM_API LPVOID HeapReAlloc(HANDLE heap, DWORD flags, LPVOID block, SIZE_T size);
-/// TRUE, also for null.
+/// TRUE, even for null.
 KELGEN_PLATFORM_API BOOL HeapFree(HANDLE heap, DWORD flags, LPVOID block);
 /// The size that was asked for.
 KELGEN_PLATFORM_API SIZE_T HeapSize(HANDLE heap, DWORD flags, LPCVOID block);

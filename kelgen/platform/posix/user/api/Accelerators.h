@@ -34,7 +34,7 @@ KELGEN_PLATFORM_API int CopyAcceleratorTableW(HACCEL table, LPACCEL entries, int
 
 /// 1 when @p message is a key or character of @p table; @p window has then been sent the command with 1 in the high word: as
 /// WM_SYSCOMMAND when it stands in the window's system menu, else as WM_COMMAND. A command of the menus has WM_INITMENU and
-/// WM_INITMENUPOPUP sent first. 0 otherwise, also for a null window or message or for no table.
+/// WM_INITMENUPOPUP sent first. 0 otherwise, even for a null window or message or for no table.
 ///
 /// By contract: nothing follows, though the result is 1, when the menu's item is disabled, a window has the capture, or @p window
 /// is disabled or minimized; commands that are in no menu are sent all the same. Keys compare all of Shift, Ctrl and Alt,

@@ -71,7 +71,7 @@ using LPCDLGITEMTEMPLATE = const DLGITEMTEMPLATE*;
 
 /// A dialog with its controls from the dialog resource @p name: WM_INITDIALOG gets the control that is to have the focus and
 /// @p parameter; when the procedure returns TRUE for it, that control has the focus afterwards. With WS_VISIBLE the dialog is
-/// shown. Null and the last error: FindResourceA's for a missing template, CreateWindowExA's, also of a control unless the style
+/// shown. Null and the last error: FindResourceA's for a missing template, CreateWindowExA's, even of a control unless the style
 /// has DS_NOFAILCREATE; ERROR_INVALID_DATA for a damaged template.
 ///
 /// By contract: a dialog that destroys itself in WM_INITDIALOG is returned all the same.
@@ -120,9 +120,9 @@ KELGEN_PLATFORM_API HWND GetNextDlgTabItem(HWND dialog, HWND control, BOOL previ
 /// The same within the group that WS_GROUP starts, of all visible and enabled controls.
 KELGEN_PLATFORM_API HWND GetNextDlgGroupItem(HWND dialog, HWND control, BOOL previous);
 
-/// Sends BM_SETCHECK to a control; TRUE.
+/// Sends BM_SETCHECK to a control; returns TRUE.
 KELGEN_PLATFORM_API BOOL CheckDlgButton(HWND dialog, int id, UINT check);
-/// Checks @p chosen and clears the others from @p first to @p last; TRUE.
+/// Checks @p chosen and clears the others from @p first to @p last; returns TRUE.
 KELGEN_PLATFORM_API BOOL CheckRadioButton(HWND dialog, int first, int last, int chosen);
 /// What BM_GETCHECK of a control gives; 0 when there is none.
 KELGEN_PLATFORM_API UINT IsDlgButtonChecked(HWND dialog, int id);

@@ -149,7 +149,7 @@ KELGEN_PLATFORM_API HHOOK SetWindowsHookExW(int type, HOOKPROC procedure, HINSTA
 KELGEN_PLATFORM_API HHOOK SetWindowsHookA(int type, HOOKPROC procedure);
 KELGEN_PLATFORM_API HHOOK SetWindowsHookW(int type, HOOKPROC procedure);
 
-/// Takes a hook out of its chain, also from inside its own procedure. FALSE with last error 1404 for one that is gone, 87 for null.
+/// Takes a hook out of its chain, even from inside its own procedure. FALSE with last error 1404 for one that is gone, 87 for null.
 KELGEN_PLATFORM_API BOOL UnhookWindowsHookEx(HHOOK hook);
 
 /// Takes the newest hook of that type and procedure out of the calling thread's chain. FALSE with last error 87 when there is none.

@@ -269,7 +269,7 @@ KELGEN_PLATFORM_API HMENU GetSystemMenu(HWND window, BOOL revert);
 /// ERROR_INVALID_WINDOW_HANDLE, ERROR_POPUP_ALREADY_ACTIVE when a menu is open.
 KELGEN_PLATFORM_API BOOL TrackPopupMenuEx(HMENU menu, UINT flags, int x, int y, HWND window, LPTPMPARAMS parameters);
 KELGEN_PLATFORM_API BOOL TrackPopupMenu(HMENU menu, UINT flags, int x, int y, int reserved, HWND window, const RECT* rectangle);
-/// Ends the calling thread's open menu. TRUE.
+/// Ends the calling thread's open menu. Returns TRUE.
 KELGEN_PLATFORM_API BOOL EndMenu();
 
 using MENUITEMINFO = MENUITEMINFOA;

@@ -47,7 +47,7 @@ KELGEN_PLATFORM_API int MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UIN
 KELGEN_PLATFORM_API int MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);
 KELGEN_PLATFORM_API int MessageBoxExA(HWND owner, LPCSTR text, LPCSTR caption, UINT type, WORD language);
 KELGEN_PLATFORM_API int MessageBoxExW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type, WORD language);
-/// A sound, for which there is no device. TRUE.
+/// A sound, for which there is no device. Returns TRUE.
 KELGEN_PLATFORM_API BOOL MessageBeep(UINT type);
 
 #define MessageBox MessageBoxA

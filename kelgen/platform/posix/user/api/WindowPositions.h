@@ -39,7 +39,7 @@ KELGEN_PLATFORM_API BOOL GetWindowRect(HWND window, RECT* rectangle);
 /// The client area from 0, 0.
 KELGEN_PLATFORM_API BOOL GetClientRect(HWND window, RECT* rectangle);
 KELGEN_PLATFORM_API BOOL GetWindowInfo(HWND window, WINDOWINFO* info);
-/// The restored rectangle, also while minimised or maximised.
+/// The restored rectangle, even while minimised or maximised.
 KELGEN_PLATFORM_API BOOL GetWindowPlacement(HWND window, WINDOWPLACEMENT* placement);
 /// FALSE with ERROR_INVALID_PARAMETER when @p placement is null or its length is wrong.
 KELGEN_PLATFORM_API BOOL SetWindowPlacement(HWND window, const WINDOWPLACEMENT* placement);

@@ -28,7 +28,7 @@ void ShowList(HWND combo, ComboBoxState& state, bool isShown, bool chooses);
 /// Puts the text of the list's current item into the edit control.
 void TakeListText(HWND combo, ComboBoxState& state);
 
-/// A key, also one that the edit control passes on.
+/// A key, even one that the edit control passes on.
 void OnComboKey(HWND combo, ComboBoxState& state, UINT key);
 /// WM_COMMAND from the edit control or the list.
 void OnComboCommand(HWND combo, ComboBoxState& state, UINT code, HWND from);

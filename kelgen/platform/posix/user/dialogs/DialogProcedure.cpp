@@ -91,7 +91,7 @@ void NextControl(HWND dialog, WPARAM wParam, bool isHandle)
         control = GetNextDlgTabItem(dialog, focus, wParam != 0);
     }
     if (control)
-        MoveFocus(dialog, control);
+        FocusAndMarkDefault(dialog, control);
 }
 
 /// What is left of a message to a dialog after its procedure.
@@ -201,7 +201,7 @@ void FocusControl(HWND control)
     SetFocus(control);
 }
 
-void MoveFocus(HWND dialog, HWND control)
+void FocusAndMarkDefault(HWND dialog, HWND control)
 {
     FocusControl(control);
     if (DialogCode(control) & kPushButton) {

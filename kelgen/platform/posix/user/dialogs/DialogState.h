@@ -28,7 +28,7 @@ std::shared_ptr<DialogState> MakeDialogState(HWND dialog);
 void FocusControl(HWND control);
 
 /// FocusControl, and the focused push button becomes the default one; without one the dialog's own is it again.
-void MoveFocus(HWND dialog, HWND control);
+void FocusAndMarkDefault(HWND dialog, HWND control);
 
 /// The low 16 bits of WM_GETDLGCODE's answer; with the message that is asked about.
 UINT DialogCode(HWND control, const MSG* message = nullptr);

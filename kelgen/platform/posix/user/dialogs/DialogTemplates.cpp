@@ -20,27 +20,31 @@ TemplateName ReadName(TemplateReader& reader)
     return name;
 }
 
-template <class Part>
-void ReadPlace(TemplateReader& reader, Part& part)
+void ReadStyles(TemplateReader& reader, TemplateWindow& window, bool isExtended)
 {
-    part.x = reader.Short();
-    part.y = reader.Short();
-    part.width = reader.Short();
-    part.height = reader.Short();
+    if (isExtended) {
+        window.helpId = reader.Dword();
+        window.exStyle = reader.Dword();
+        window.style = reader.Dword();
+    } else {
+        window.style = reader.Dword();
+        window.exStyle = reader.Dword();
+    }
+}
+
+void ReadPlace(TemplateReader& reader, TemplateWindow& window)
+{
+    window.x = reader.Short();
+    window.y = reader.Short();
+    window.width = reader.Short();
+    window.height = reader.Short();
 }
 
 TemplateControl ReadControl(TemplateReader& reader, bool isExtended)
 {
     TemplateControl control;
     reader.AlignToDword();
-    if (isExtended) {
-        control.helpId = reader.Dword();
-        control.exStyle = reader.Dword();
-        control.style = reader.Dword();
-    } else {
-        control.style = reader.Dword();
-        control.exStyle = reader.Dword();
-    }
+    ReadStyles(reader, control, isExtended);
     ReadPlace(reader, control);
     control.id = isExtended ? reader.Dword() : reader.Word();
     control.className = ReadName(reader);
@@ -60,15 +64,9 @@ std::optional<DialogTemplate> ReadDialogTemplate(TemplateReader reader)
     DialogTemplate dialog;
     TemplateReader start = reader;
     const bool isExtended = start.Word() == 1 && start.Word() == 0xFFFF;
-    if (isExtended) {
+    if (isExtended)
         reader = start;
-        dialog.helpId = reader.Dword();
-        dialog.exStyle = reader.Dword();
-        dialog.style = reader.Dword();
-    } else {
-        dialog.style = reader.Dword();
-        dialog.exStyle = reader.Dword();
-    }
+    ReadStyles(reader, dialog, isExtended);
     const int count = reader.Word();
     ReadPlace(reader, dialog);
     dialog.menu = ReadName(reader);

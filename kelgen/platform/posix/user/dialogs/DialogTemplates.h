@@ -19,7 +19,8 @@ struct TemplateName
     bool IsEmpty() const { return text.empty() && number == 0; }
 };
 
-struct TemplateControl
+/// What a dialog and each of its controls begin with. Places are in the dialog's own units.
+struct TemplateWindow
 {
     DWORD style = 0;
     DWORD exStyle = 0;
@@ -28,21 +29,18 @@ struct TemplateControl
     int y = 0;
     int width = 0;
     int height = 0;
+};
+
+struct TemplateControl : TemplateWindow
+{
     DWORD id = 0;
     TemplateName className;
     TemplateName text;
     const BYTE* data = nullptr;  // starts with its size
 };
 
-struct DialogTemplate
+struct DialogTemplate : TemplateWindow
 {
-    DWORD style = 0;
-    DWORD exStyle = 0;
-    DWORD helpId = 0;
-    int x = 0;
-    int y = 0;
-    int width = 0;
-    int height = 0;
     TemplateName menu;
     TemplateName className;
     std::u16string title;

@@ -141,7 +141,7 @@ LRESULT CreateChild(HWND client, MdiClientState& state, const MDICREATESTRUCTW* 
     return IsWindow(child) ? reinterpret_cast<LRESULT>(child) : 0;
 }
 
-void Forget(HWND client, MdiClientState& state, HWND child)
+void ForgetChild(HWND client, MdiClientState& state, HWND child)
 {
     const auto found = std::ranges::find(state.children, child);
     if (found == state.children.end())
@@ -231,7 +231,7 @@ LRESULT CALLBACK MdiClientProcedure(HWND client, UINT message, WPARAM wParam, LP
         return CreateChild(client, state, reinterpret_cast<const MDICREATESTRUCTW*>(lParam));
     case WM_MDIDESTROY:
         if (std::ranges::find(state.children, child) != state.children.end()) {
-            Forget(client, state, child);
+            ForgetChild(client, state, child);
             DestroyWindow(child);
         }
         return 0;
@@ -275,7 +275,7 @@ LRESULT CALLBACK MdiClientProcedure(HWND client, UINT message, WPARAM wParam, LP
         break;
     case WM_PARENTNOTIFY:
         if (LOWORD(wParam) == WM_DESTROY)
-            Forget(client, state, reinterpret_cast<HWND>(lParam));
+            ForgetChild(client, state, reinterpret_cast<HWND>(lParam));
         return 0;
     case WM_SIZE:
         if (state.active && IsZoomed(state.active))
@@ -293,7 +293,7 @@ LRESULT CALLBACK MdiClientProcedure(HWND client, UINT message, WPARAM wParam, LP
 void MdiChildIsGone(HWND client, HWND child)
 {
     if (const auto state = StateOf(client))
-        Forget(client, *state, child);
+        ForgetChild(client, *state, child);
 }
 
 void MdiChildTextChanged(HWND client)

@@ -5,6 +5,8 @@
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/nls/api/Nls.h>
 #include <kelgen/platform/posix/threads/ThreadObjects.h>
+#include <kelgen/platform/posix/user/api/Controls.h>
+#include <kelgen/platform/posix/user/api/Messages.h>
 #include <kelgen/platform/posix/user/messages/ThreadQueue.h>
 #include <kelgen/platform/posix/user/objects/WindowObject.h>
 
@@ -15,12 +17,71 @@ namespace kelgen::posix::user {
 
 namespace {
 
-// In order. Texts, structures and places for results travel by these.
-constexpr std::array<unsigned short, 68> kSentOnly = {
-    0x001, 0x00C, 0x00D, 0x01A, 0x01B, 0x024, 0x02B, 0x02C, 0x02D, 0x039, 0x046, 0x047, 0x04A, 0x053, 0x07C, 0x07D,
-    0x081, 0x083, 0x087, 0x0B0, 0x0B2, 0x0B3, 0x0B4, 0x0C2, 0x0C4, 0x0CB, 0x0E3, 0x0E9, 0x0EA, 0x0EB, 0x140, 0x143,
-    0x145, 0x148, 0x14A, 0x14C, 0x14D, 0x152, 0x158, 0x180, 0x181, 0x189, 0x18C, 0x18D, 0x18F, 0x191, 0x192, 0x196,
-    0x198, 0x1A2, 0x213, 0x214, 0x216, 0x220, 0x229, 0x22A, 0x22B, 0x22D, 0x22E, 0x22F, 0x30C};
+// In order of the numbers. Texts, structures and places for results travel by these.
+constexpr auto kSentOnly = std::to_array<UINT>({
+    WM_CREATE,
+    WM_SETTEXT,
+    WM_GETTEXT,
+    WM_SETTINGCHANGE,
+    WM_DEVMODECHANGE,
+    WM_GETMINMAXINFO,
+    WM_DRAWITEM,
+    WM_MEASUREITEM,
+    WM_DELETEITEM,
+    WM_COMPAREITEM,
+    WM_WINDOWPOSCHANGING,
+    WM_WINDOWPOSCHANGED,
+    WM_COPYDATA,
+    WM_HELP,
+    WM_STYLECHANGING,
+    WM_STYLECHANGED,
+    WM_NCCREATE,
+    WM_NCCALCSIZE,
+    WM_GETDLGCODE,
+    EM_GETSEL,
+    EM_GETRECT,
+    EM_SETRECT,
+    EM_SETRECTNP,
+    EM_REPLACESEL,
+    EM_GETLINE,
+    EM_SETTABSTOPS,
+    SBM_GETRANGE,
+    SBM_SETSCROLLINFO,
+    SBM_GETSCROLLINFO,
+    SBM_GETSCROLLBARINFO,
+    CB_GETEDITSEL,
+    CB_ADDSTRING,
+    CB_DIR,
+    CB_GETLBTEXT,
+    CB_INSERTSTRING,
+    CB_FINDSTRING,
+    CB_SELECTSTRING,
+    CB_GETDROPPEDCONTROLRECT,
+    CB_FINDSTRINGEXACT,
+    LB_ADDSTRING,
+    LB_INSERTSTRING,
+    LB_GETTEXT,
+    LB_SELECTSTRING,
+    LB_DIR,
+    LB_FINDSTRING,
+    LB_GETSELITEMS,
+    LB_SETTABSTOPS,
+    LB_ADDFILE,
+    LB_GETITEMRECT,
+    LB_FINDSTRINGEXACT,
+    WM_NEXTMENU,
+    WM_SIZING,
+    WM_MOVING,
+    WM_MDICREATE,
+    WM_MDIGETACTIVE,
+    WM_DROPOBJECT,
+    WM_QUERYDROPOBJECT,
+    WM_DRAGLOOP,
+    WM_DRAGSELECT,
+    WM_DRAGMOVE,
+    WM_ASKCBFORMATNAME,
+});
+static_assert(std::ranges::is_sorted(kSentOnly));
 
 BOOL ResultOf(ThreadQueue::Posted posted, DWORD errorWhenEnded)
 {
@@ -72,7 +133,7 @@ bool IsBroadcast(HWND window)
 
 bool IsSentOnly(UINT message)
 {
-    return message < WM_USER && std::binary_search(kSentOnly.begin(), kSentOnly.end(), message);
+    return message < WM_USER && std::ranges::binary_search(kSentOnly, message);
 }
 
 std::vector<HWND> BroadcastTargets()

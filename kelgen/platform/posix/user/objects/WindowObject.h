@@ -95,7 +95,7 @@ struct Window
 /// The calling thread's window; null for a stale or forged handle and for another thread's window. Takes no lock.
 Window* OwnWindow(HWND handle);
 
-/// Any thread's window, also the two roots; null for a stale or forged handle. The desktop lock is held by the caller, and the
+/// Any thread's window, even the two roots; null for a stale or forged handle. The desktop lock is held by the caller, and the
 /// window stays only while it is.
 Window* FindWindowLocked(HWND handle);
 

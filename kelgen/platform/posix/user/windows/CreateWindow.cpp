@@ -205,7 +205,7 @@ HWND MakeWindow(const Char* className, typename Create<Char>::Struct create)
     if (HasHooks(HookChains::BitOf(WH_CBT))) {
         typename Create<Char>::Hook about{&create, HWND_TOP};
         if (CallHooks(WH_CBT, HCBT_CREATEWND, AsFirstParameter(handle), reinterpret_cast<LPARAM>(&about))) {
-            Forget(*window);
+            UnlistWindow(*window);
             return nullptr;
         }
     }
@@ -239,7 +239,7 @@ HWND MakeWindow(const Char* className, typename Create<Char>::Struct create)
         return nullptr;
     ApplyStartState(*window, start);
     if (!window->destroyed)
-        NotifyParent(*window, WM_CREATE);
+        SendParentNotify(*window, WM_CREATE);
     if (!window->destroyed && (create.style & WS_VISIBLE))
         Show(*window, SW_SHOW);
     return window->destroyed ? nullptr : handle;

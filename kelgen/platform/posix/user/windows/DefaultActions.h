@@ -5,7 +5,7 @@
 
 namespace kelgen::posix::user {
 
-/// Stores the window's text, null: the empty one. TRUE.
+/// Stores the window's text, null: the empty one. Returns TRUE.
 template <class Char>
 LRESULT TakeText(Window& window, const Char* text);
 

@@ -83,7 +83,7 @@ void SendNcDestroy(Window& window)
     window.queue->ForgetWindow(window.handle);
     Send(window, WM_NCDESTROY, 0, 0);
     if (!window.destroyed)
-        Forget(window);
+        UnlistWindow(window);
 }
 
 void DestroyOwned(const Window& window)
@@ -135,7 +135,7 @@ void HideBeforeEnd(Window& window)
 
 }  // namespace
 
-void NotifyParent(const Window& window, UINT event)
+void SendParentNotify(const Window& window, UINT event)
 {
     HWND parent = nullptr;
     {
@@ -147,7 +147,7 @@ void NotifyParent(const Window& window, UINT event)
     SendTo(parent, WM_PARENTNOTIFY, MAKEWPARAM(event, window.id), AsParameter(window.handle), true);
 }
 
-void Forget(Window& window)
+void UnlistWindow(Window& window)
 {
     ThreadQueue& queue = *window.queue;
     const HWND gone = window.handle;
@@ -185,7 +185,7 @@ void DestroyWindowsOf(ThreadQueue& queue)
             for (HWND child : ChildrenOf(*window))
                 Orphan(child);
             window->queue = &queue;
-            Forget(*window);
+            UnlistWindow(*window);
         }
     }
 }
@@ -210,7 +210,7 @@ BOOL DestroyWindow(HWND handle)
     if (window->destroyed)
         return TRUE;
     const DestructionMark mark(*window);
-    NotifyParent(*window, WM_DESTROY);
+    SendParentNotify(*window, WM_DESTROY);
     if (!window->destroyed)
         HideBeforeEnd(*window);
     if (!window->destroyed && !window->IsChild())

@@ -6,10 +6,10 @@
 namespace kelgen::posix::user {
 
 /// Tells the parent of a child, unless it has WS_EX_NOPARENTNOTIFY, by WM_PARENTNOTIFY that it comes or goes.
-void NotifyParent(const Window& window, UINT event);
+void SendParentNotify(const Window& window, UINT event);
 
 /// Takes a window that its procedure does not know yet out of everything.
-void Forget(Window& window);
+void UnlistWindow(Window& window);
 
 /// Ends a window whose creation failed: WM_NCDESTROY, and it is gone. Nothing for one that was destroyed meanwhile.
 void AbandonCreation(Window& window);

@@ -1,7 +1,7 @@
-// FileWatcher.cpp: a list of paths that two threads share, and the message that tells of it.
-#include "FileWatcher.h"
+// AlarmPoster.cpp: a list of paths that two threads share, and the message that tells of it.
+#include "AlarmPoster.h"
 
-void CFileWatcher::TakeAlarms(CStringArray& paths)
+void CAlarmPoster::TakeAlarms(CStringArray& paths)
 {
     CSingleLock lock(&m_lock, TRUE);
     paths.Copy(m_paths);
@@ -9,7 +9,7 @@ void CFileWatcher::TakeAlarms(CStringArray& paths)
 }
 
 /// On the watcher's thread. What kind of alarm it is does not count: whoever takes it looks at the file.
-void CFileWatcher::OnFileAlarm(EFileAlarm, const char* path)
+void CAlarmPoster::OnFileAlarm(EFileAlarm, const char* path)
 {
     CSingleLock lock(&m_lock, TRUE);
     m_paths.Add(path);

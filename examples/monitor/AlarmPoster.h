@@ -1,4 +1,4 @@
-// FileWatcher.h: brings the alarms of the library's watcher from its thread to the thread of a window.
+// AlarmPoster.h: brings the alarms of the library's watcher from its thread to the thread of a window.
 #pragma once
 
 #include <kelgen/framework/collections/StringArray.h>
@@ -7,14 +7,14 @@
 
 /// Tells a message window that files have changed, by posting: a sent message would wait for the window's thread, which waits for
 /// the alarm when it ends the watch.
-class CFileWatcher : public CFileChangeEvent
+class CAlarmPoster : public CFileChangeEvent
 {
 public:
     /// Comes when there is something to take.
     static constexpr UINT messageAlarm = WM_APP + 1;
 
-    explicit CFileWatcher(CMessageWindowListener& window) : m_window(window) {}
-    ~CFileWatcher() override { EndWatch(); }
+    explicit CAlarmPoster(CMessageWindowListener& window) : m_window(window) {}
+    ~CAlarmPoster() override { EndWatch(); }
 
     /// The paths of the alarms since the last call.
     void TakeAlarms(CStringArray& paths);

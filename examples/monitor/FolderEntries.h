@@ -1,4 +1,4 @@
-// FolderList.h: folders and what lies in them.
+// FolderEntries.h: folders and what lies in them.
 #pragma once
 
 #include <kelgen/framework/base/String.h>

@@ -1,4 +1,4 @@
-// FolderWatch.cpp: what a folder monitor does when the watcher alarms and when its timer fires.
+// FolderMonitorWatch.cpp: what a folder monitor does when the watcher alarms and when its timer fires.
 #include "FolderMonitor.h"
 
 #include <algorithm>
@@ -20,7 +20,7 @@ bool IsOver(ULONGLONG time)
 
 bool CFolderMonitor::OnMessageWindowMessage(UINT message, WPARAM, LPARAM, LRESULT& result)
 {
-    if (message != CFileWatcher::messageAlarm)
+    if (message != CAlarmPoster::messageAlarm)
         return false;
     LookAtAlarms();
     result = 0;

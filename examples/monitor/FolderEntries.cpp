@@ -1,5 +1,5 @@
-// FolderList.cpp: listing a folder with the framework's search.
-#include "FolderList.h"
+// FolderEntries.cpp: listing a folder with the framework's search.
+#include "FolderEntries.h"
 
 #include <kelgen/framework/files/FileFind.h>
 
