@@ -75,7 +75,7 @@ public:
 
     /// The first index from @p start on for which @p compare(element, value) is 0; -1 when there is none, or when @p start is at
     /// or past the end. A negative @p start throws.
-    int FindFirst(ARG_TYPE value, Compare compare, int start) const;
+    int FindFirst(ARG_TYPE value, Compare compare, int start) const { return FindFirstIn(m_nSize, value, compare, start); }
     /// The index of the element that lies at this very address, or -1. Equality plays no part.
     int FindFirst(const TYPE* element) const;
 
@@ -87,7 +87,7 @@ public:
     /// Sorts ascending by @p compare, which is asked compare(element j, element i) for every i < j; equal elements may change
     /// order.
     /// Cost: quadratic.
-    void BubbleSort(Compare compare);
+    void BubbleSort(Compare compare) { BubbleSortIn(m_nSize, compare); }
     /// Exchanges two elements by moving their bytes.
     void Swap(int i, int j);
 
@@ -97,10 +97,10 @@ public:
     /// of the form a - b searches a descending array, as SortAdd keeps it; and compare is called once more after the range is
     /// empty.
     /// Throws: the invalid-argument exception when the search leaves the array, which a bound past the end brings about.
-    bool SortFind(ARG_TYPE value, Compare compare, int& index) const;
+    bool SortFind(ARG_TYPE value, Compare compare, int& index) const { return SortFindIn(m_nSize, value, compare, index); }
     /// Inserts @p value into an array that SortAdd keeps sorted: before the first element equal to it.
     /// By contract: a compare of the form a - b keeps the array descending. The scans ask compare(value, element).
-    void SortAdd(ARG_TYPE value, Compare compare);
+    void SortAdd(ARG_TYPE value, Compare compare) { this->InsertAt(SortPlaceIn(m_nSize, value, compare), value); }
 
     /// Whether the object pointer itself is null: by contract this may be called through a null pointer.
     bool IsThisNull() const { return reinterpret_cast<std::uintptr_t>(this) == 0; }
@@ -111,7 +111,7 @@ public:
     virtual bool CopySafeArray(SAFEARRAY* array);
     /// A new automation array of @p type with the elements from index 0 on, which the caller destroys; null when elements of @p
     /// type have another size than TYPE, or without memory.
-    SAFEARRAY* CreateSafeArray(VARTYPE type) const;
+    SAFEARRAY* CreateSafeArray(VARTYPE type) const { return CreateSafeArrayOf(type, m_nSize); }
     /// Frees what the initialised @p variant holds and gives it CreateSafeArray(type); leaves it empty when there is none.
     void SetSafeArray(VARTYPE type, VARIANT& variant) const;
     /// A variant that holds such an array of the elements of @p array. Callers include kelgen/framework/ole/OleVariant.h.
@@ -130,6 +130,17 @@ public:
     void StdRemoveAll() override { CBaseArray::RemoveAll(false); }
 
 protected:
+    // The operations on the first @p size elements, which the compare function may change; every access is checked.
+    int FindFirstIn(const int& size, ARG_TYPE value, Compare compare, int start) const;
+    void BubbleSortIn(const int& size, Compare compare);
+    bool SortFindIn(const int& size, ARG_TYPE value, Compare compare, int& index) const;
+    /// Where SortAdd inserts.
+    int SortPlaceIn(const int& size, ARG_TYPE value, Compare compare) const;
+    SAFEARRAY* CreateSafeArrayOf(VARTYPE type, int count) const;
+    /// Calls @p add with every element of @p array.
+    template <class ADD>
+    static void ReadSafeArray(SAFEARRAY* array, ADD add);
+
     using CArray<TYPE, ARG_TYPE>::m_pData;
     using CArray<TYPE, ARG_TYPE>::m_nSize;
 };
@@ -163,12 +174,12 @@ void CBaseArray<TYPE, ARG_TYPE>::IncrementSize(int delta)
 }
 
 template <class TYPE, class ARG_TYPE>
-int CBaseArray<TYPE, ARG_TYPE>::FindFirst(ARG_TYPE value, Compare compare, int start) const
+int CBaseArray<TYPE, ARG_TYPE>::FindFirstIn(const int& size, ARG_TYPE value, Compare compare, int start) const
 {
     if (start < 0)
         AfxThrowInvalidArgException();
-    for (int i = start; i < m_nSize; ++i) {
-        if (compare(m_pData[i], value) == 0)
+    for (int i = start; i < size; ++i) {
+        if (compare(this->ElementAt(i), value) == 0)
             return i;
     }
     return -1;
@@ -201,12 +212,12 @@ void CBaseArray<TYPE, ARG_TYPE>::RemoveDuplicates(Compare compare)
 }
 
 template <class TYPE, class ARG_TYPE>
-void CBaseArray<TYPE, ARG_TYPE>::BubbleSort(Compare compare)
+void CBaseArray<TYPE, ARG_TYPE>::BubbleSortIn(const int& size, Compare compare)
 {
-    for (int i = 0; i < m_nSize; ++i) {
-        for (int j = i + 1; j < m_nSize; ++j) {
-            if (compare(m_pData[j], m_pData[i]) < 0)
-                kelgen::detail::ExchangeBytes(m_pData[i], m_pData[j]);
+    for (int i = 0; i < size; ++i) {
+        for (int j = i + 1; j < size; ++j) {
+            if (compare(this->ElementAt(j), this->ElementAt(i)) < 0)
+                kelgen::detail::ExchangeBytes(this->ElementAt(i), this->ElementAt(j));
         }
     }
 }
@@ -220,17 +231,19 @@ void CBaseArray<TYPE, ARG_TYPE>::Swap(int i, int j)
 }
 
 template <class TYPE, class ARG_TYPE>
-bool CBaseArray<TYPE, ARG_TYPE>::SortFind(ARG_TYPE value, Compare compare, int& index) const
+bool CBaseArray<TYPE, ARG_TYPE>::SortFindIn(const int& size, ARG_TYPE value, Compare compare, int& index) const
 {
-    if (m_nSize == 0) {
+    if (size == 0) {
         index = 0;
         return false;
     }
     // Wide sums: the lower bound is the caller's and may be any number.
     long long low = index;
-    long long high = m_nSize - 1;
+    long long high = size - 1;
     for (;;) {
         index = static_cast<int>((low + high) / 2);
+        if (index >= size)
+            AfxThrowInvalidArgException();
         const int order = compare(this->ElementAt(index), value);
         if (high < low)
             return false;
@@ -244,39 +257,46 @@ bool CBaseArray<TYPE, ARG_TYPE>::SortFind(ARG_TYPE value, Compare compare, int& 
 }
 
 template <class TYPE, class ARG_TYPE>
-void CBaseArray<TYPE, ARG_TYPE>::SortAdd(ARG_TYPE value, Compare compare)
+int CBaseArray<TYPE, ARG_TYPE>::SortPlaceIn(const int& size, ARG_TYPE value, Compare compare) const
 {
     int index = 0;
-    SortFind(value, compare, index);
-    while (index < m_nSize && compare(value, m_pData[index]) <= 0)
+    SortFindIn(size, value, compare, index);
+    while (index < size && compare(value, this->ElementAt(index)) <= 0)
         ++index;
-    if (index >= m_nSize)
-        index = m_nSize - 1;
-    while (index >= 0 && compare(value, m_pData[index]) >= 0)
+    if (index >= size)
+        index = size - 1;
+    while (index >= 0 && compare(value, this->ElementAt(index)) >= 0)
         --index;
-    this->InsertAt(index + 1, value);
+    return index + 1;
+}
+
+template <class TYPE, class ARG_TYPE>
+template <class ADD>
+void CBaseArray<TYPE, ARG_TYPE>::ReadSafeArray(SAFEARRAY* array, ADD add)
+{
+    if constexpr (std::is_trivially_copyable_v<TYPE> && std::is_default_constructible_v<TYPE>) {
+        const kelgen::detail::SafeArraySource source(array, sizeof(TYPE));
+        for (int i = 0; i < source.GetCount(); ++i) {
+            TYPE element{};
+            if (source.Read(i, &element))
+                add(element);
+        }
+    }
 }
 
 template <class TYPE, class ARG_TYPE>
 bool CBaseArray<TYPE, ARG_TYPE>::CopySafeArray(SAFEARRAY* array)
 {
     CBaseArray::RemoveAll(false);
-    if constexpr (std::is_trivially_copyable_v<TYPE> && std::is_default_constructible_v<TYPE>) {
-        const kelgen::detail::SafeArraySource source(array, sizeof(TYPE));
-        for (int i = 0; i < source.GetCount(); ++i) {
-            TYPE element{};
-            if (source.Read(i, &element))
-                this->Add(element);
-        }
-    }
+    ReadSafeArray(array, [this](TYPE& element) { this->Add(element); });
     return true;
 }
 
 template <class TYPE, class ARG_TYPE>
-SAFEARRAY* CBaseArray<TYPE, ARG_TYPE>::CreateSafeArray(VARTYPE type) const
+SAFEARRAY* CBaseArray<TYPE, ARG_TYPE>::CreateSafeArrayOf(VARTYPE type, int count) const
 {
     if constexpr (std::is_trivially_copyable_v<TYPE>)
-        return kelgen::detail::MakeSafeArray(type, m_pData, m_nSize, sizeof(TYPE));
+        return kelgen::detail::MakeSafeArray(type, m_pData, count, sizeof(TYPE));
     else
         return nullptr;
 }

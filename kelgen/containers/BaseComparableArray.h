@@ -189,7 +189,9 @@ bool CBaseComparableArray<TYPE, ARG_TYPE, BASE>::AddUnique(TYPE value)
 template <class TYPE, class ARG_TYPE, class BASE>
 void CBaseComparableArray<TYPE, ARG_TYPE, BASE>::AddUnique(const CBaseArray<TYPE, ARG_TYPE>& other)
 {
-    for (int i = 0; i < other.GetCount(); ++i)
+    // Counted first: of this array itself, elements that are not even equal to themselves would be added for ever.
+    const int count = other.GetCount();
+    for (int i = 0; i < count; ++i)
         AddUnique(other.GetData()[i]);
 }
 

@@ -2,8 +2,7 @@
 #include <kelgen/containers/BaseIntArray.h>
 
 #include <kelgen/text/StrTokenizer.h>
-
-#include <cstdlib>
+#include <kelgen/text/internal/DecimalText.h>
 
 int CBaseIntArray::IntCompare(const int& a, const int& b)
 {
@@ -27,7 +26,7 @@ void CBaseIntArray::AddString(const char* text, const char* separators, bool opt
     CString token;
     while (tokenizer.GetNextToken(token, separators, 0)) {
         if (!token.IsEmpty())
-            Add(std::atoi(token));
+            Add(kelgen::detail::ReadDecimal(token));
         else if (option)
             Add(emptyValue);
     }
@@ -35,9 +34,12 @@ void CBaseIntArray::AddString(const char* text, const char* separators, bool opt
 
 void CBaseIntArray::FormatString(CString& out, const char* format, const char* separator) const
 {
+    // Apart: format and separator may lie in the output.
+    CString text;
     for (int i = 0; i < GetSize(); ++i) {
         if (i > 0)
-            out.Append(separator);
-        out.AppendFormat(format, GetAt(i));
+            text.Append(separator);
+        text.AppendFormat(format, GetAt(i));
     }
+    out.Append(text);
 }

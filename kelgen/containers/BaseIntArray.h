@@ -28,11 +28,11 @@ public:
     /// An index of @p value in an array kept by SortAdd, or -1.
     int SortFind(int value) const;
 
-    /// Appends the numbers of a text split at the separator text @p separators (as CStrTokenizer does): atoi of every piece,
-    /// @p emptyValue for an empty one. Empty pieces are passed over unless @p option.
+    /// Appends the numbers of a text split at the separator text @p separators (as CStrTokenizer does): the decimal number that a piece
+    /// begins with (0 for none, the low 32 bits of a larger one), @p emptyValue for an empty one. Empty pieces are passed over unless @p option.
     void AddString(const char* text, const char* separators, bool option, int emptyValue);
 
-    /// Appends to @p out every number by @p format, a printf format for one int, with @p separator between them.
+    /// Appends to @p out every number by @p format, a printf format for one int, with @p separator between them. Both may lie in @p out.
     void FormatString(CString& out, const char* format, const char* separator) const;
 };
 

@@ -3,6 +3,8 @@
 
 #include <kelgen/containers/BaseArray.h>
 
+#include <algorithm>
+#include <climits>
 #include <cstdlib>
 #include <memory>
 
@@ -15,12 +17,14 @@
 ///     names.RemoveAll();   // GetSize() is 0; both slots keep their texts
 ///     names.Add("three");  // GetSize() is 1; assigned into the first slot
 ///
-/// By contract: the members here go by the used count; those of CBaseArray and CArray that are not replaced here (GetCount,
-/// IsEmpty, SetSize, FindFirst, Push, Pop and so on) go by the slots, and element access is checked against the slots.
+/// Every member speaks of the used elements; what is removed does not come back, but through EnsureSize. By contract, element access is
+/// checked against the slots alone, and through a reference to CArray or CBaseArray the non-virtual members speak of the slots.
 template <class TYPE, class ARG_TYPE = TYPE>
 class CFastArray : public CBaseArray<TYPE, ARG_TYPE>
 {
 public:
+    using typename CBaseArray<TYPE, ARG_TYPE>::Compare;
+
     CFastArray() = default;
     CFastArray(const CFastArray& other) : CBaseArray<TYPE, ARG_TYPE>() { Copy(other); }
     CFastArray& operator=(const CFastArray& other)
@@ -42,12 +46,59 @@ public:
 
     /// The used count.
     int GetSize() const { return m_nUsedCount; }
+    int GetCount() const { return m_nUsedCount; }
+    bool IsEmpty() const { return m_nUsedCount == 0; }
+    int GetUpperBound() const { return m_nUsedCount - 1; }
+
+    /// As CArray's; slots that come into use are value-initialised, those beyond are destroyed.
+    void SetSize(int n, int growBy = -1);
+    void IncrementSize(int delta);
+    /// Destroys the slots that are not in use and gives their memory back.
+    void FreeExtra();
 
     /// Appends, into the slot behind the used ones when there is one, and returns the new element's index.
     int Add(ARG_TYPE value);
     void StdAdd(ARG_TYPE value) override { CFastArray::Add(value); }
     int StdArrayGetSize() override { return m_nUsedCount; }
     void StdRemoveAll() override { CFastArray::RemoveAll(); }
+    void Push(ARG_TYPE value) { CFastArray::Add(value); }
+    /// Takes the last element out of use and returns it; its slot keeps its value.
+    TYPE Pop();
+    void SetAtGrow(int index, ARG_TYPE value);
+    /// Appends the used elements of @p other, which may be this array, or all slots of a plain array; returns the used count before.
+    int Append(const CFastArray& other);
+    int Append(const CArray<TYPE, ARG_TYPE>& other);
+    void InsertAt(int index, ARG_TYPE value, int count = 1);
+    void InsertAt(int index, CFastArray* other);
+    void InsertAt(int index, CArray<TYPE, ARG_TYPE>* other);
+
+    TYPE& FirstElement() { return m_pData[CheckedFirst()]; }
+    const TYPE& FirstElement() const { return m_pData[CheckedFirst()]; }
+    TYPE& LastElement() { return this->ElementAt(m_nUsedCount - 1); }
+    const TYPE& LastElement() const { return this->ElementAt(m_nUsedCount - 1); }
+
+    // As CBaseArray's, of the used elements.
+    int FindFirst(ARG_TYPE value, Compare compare, int start) const { return this->FindFirstIn(m_nUsedCount, value, compare, start); }
+    int FindFirst(const TYPE* element) const;
+    void AddUnique(ARG_TYPE value, Compare compare);
+    void RemoveDuplicates(Compare compare);
+    void BubbleSort(Compare compare) { this->BubbleSortIn(m_nUsedCount, compare); }
+    bool SortFind(ARG_TYPE value, Compare compare, int& index) const { return this->SortFindIn(m_nUsedCount, value, compare, index); }
+    void SortAdd(ARG_TYPE value, Compare compare) { CFastArray::InsertAt(this->SortPlaceIn(m_nUsedCount, value, compare), value); }
+
+    bool CopySafeArray(SAFEARRAY* array) override;
+    SAFEARRAY* CreateSafeArray(VARTYPE type) const { return this->CreateSafeArrayOf(type, Readable()); }
+    void SetSafeArray(VARTYPE type, VARIANT& variant) const;
+    template <class RESULT = COleVariant>
+    static RESULT GetOleVariantArray(VARTYPE type, CFastArray& array)
+    {
+        RESULT variant;
+        array.SetSafeArray(type, variant);
+        return variant;
+    }
+
+    /// Writes or reads the used count and the used elements, by SerializeElements.
+    void Serialize(CArchive& ar) override;
 
     /// The used count becomes 0; no element is destroyed.
     void RemoveAll() { m_nUsedCount = 0; }
@@ -69,6 +120,20 @@ protected:
     using CBaseArray<TYPE, ARG_TYPE>::m_nSize;
 
     int m_nUsedCount = 0;
+
+private:
+    int CheckedFirst() const
+    {
+        if (Readable() < 1)
+            AfxThrowInvalidArgException();
+        return 0;
+    }
+    /// The used elements that there are: slots can be taken away through the base.
+    int Readable() const { return std::min(m_nUsedCount, m_nSize); }
+    static int CheckedSize(long long size);
+    void Use(int n);
+    void OpenGap(int index, int count);
+    void InsertCopy(int index, const TYPE* elements, int count);
 };
 
 /// An array of arrays that keeps the inner arrays, and through them their elements, for reuse.
@@ -87,8 +152,200 @@ inline int CFastArray<TYPE, ARG_TYPE>::Add(ARG_TYPE value)
     if (static_cast<unsigned>(m_nUsedCount) < static_cast<unsigned>(m_nSize))
         m_pData[m_nUsedCount] = value;
     else
-        this->SetAtGrow(m_nUsedCount, value);
+        CArray<TYPE, ARG_TYPE>::SetAtGrow(m_nUsedCount, value);
     return m_nUsedCount++;
+}
+
+template <class TYPE, class ARG_TYPE>
+int CFastArray<TYPE, ARG_TYPE>::CheckedSize(long long size)
+{
+    if (size < 0 || size > INT_MAX)
+        AfxThrowInvalidArgException();
+    return static_cast<int>(size);
+}
+
+/// The used count becomes @p n; slots that come into use are value-initialised.
+template <class TYPE, class ARG_TYPE>
+void CFastArray<TYPE, ARG_TYPE>::Use(int n)
+{
+    const int kept = std::min(n, m_nSize);
+    if (n > m_nSize)
+        CArray<TYPE, ARG_TYPE>::SetSize(n);
+    for (int i = m_nUsedCount; i < kept; ++i)
+        m_pData[i] = TYPE();
+    m_nUsedCount = n;
+}
+
+template <class TYPE, class ARG_TYPE>
+void CFastArray<TYPE, ARG_TYPE>::SetSize(int n, int growBy)
+{
+    CheckedSize(n);
+    const int kept = std::min(n, m_nSize);
+    CArray<TYPE, ARG_TYPE>::SetSize(n, growBy);
+    for (int i = m_nUsedCount; i < kept; ++i)
+        m_pData[i] = TYPE();
+    m_nUsedCount = n;
+}
+
+template <class TYPE, class ARG_TYPE>
+void CFastArray<TYPE, ARG_TYPE>::IncrementSize(int delta)
+{
+    CFastArray::SetSize(CheckedSize(static_cast<long long>(m_nUsedCount) + delta));
+}
+
+template <class TYPE, class ARG_TYPE>
+void CFastArray<TYPE, ARG_TYPE>::FreeExtra()
+{
+    CFastArray::SetSize(m_nUsedCount);
+    CArray<TYPE, ARG_TYPE>::FreeExtra();
+}
+
+template <class TYPE, class ARG_TYPE>
+TYPE CFastArray<TYPE, ARG_TYPE>::Pop()
+{
+    TYPE last(CFastArray::LastElement());
+    --m_nUsedCount;
+    return last;
+}
+
+template <class TYPE, class ARG_TYPE>
+void CFastArray<TYPE, ARG_TYPE>::SetAtGrow(int index, ARG_TYPE value)
+{
+    if (index < m_nUsedCount) {
+        this->SetAt(index, value);
+        return;
+    }
+    TYPE held;
+    held = value;
+    Use(CheckedSize(index + 1LL));
+    m_pData[index] = held;
+}
+
+template <class TYPE, class ARG_TYPE>
+int CFastArray<TYPE, ARG_TYPE>::Append(const CFastArray& other)
+{
+    const int oldCount = m_nUsedCount;
+    const int added = other.Readable();
+    CheckedSize(static_cast<long long>(oldCount) + added);
+    for (int i = 0; i < added; ++i)
+        CFastArray::Add(other.m_pData[i]);
+    return oldCount;
+}
+
+template <class TYPE, class ARG_TYPE>
+int CFastArray<TYPE, ARG_TYPE>::Append(const CArray<TYPE, ARG_TYPE>& other)
+{
+    const int oldCount = m_nUsedCount;
+    const int added = other.GetCount();
+    CheckedSize(static_cast<long long>(oldCount) + added);
+    for (int i = 0; i < added; ++i)
+        CFastArray::Add(other.GetData()[i]);
+    return oldCount;
+}
+
+/// Moves @p count slots from behind the used ones to @p index; from there to the old end, elements move up. Past the end nothing moves.
+template <class TYPE, class ARG_TYPE>
+void CFastArray<TYPE, ARG_TYPE>::OpenGap(int index, int count)
+{
+    const int oldCount = m_nUsedCount;
+    Use(CheckedSize(static_cast<long long>(std::max(index, oldCount)) + count));
+    if (index >= oldCount)
+        return;
+    auto* const bytes = reinterpret_cast<unsigned char*>(m_pData);
+    const auto place = [bytes](int i) { return bytes + static_cast<std::size_t>(i) * sizeof(TYPE); };
+    std::rotate(place(index), place(oldCount), place(m_nUsedCount));
+}
+
+template <class TYPE, class ARG_TYPE>
+void CFastArray<TYPE, ARG_TYPE>::InsertAt(int index, ARG_TYPE value, int count)
+{
+    if (index < 0 || count <= 0)
+        AfxThrowInvalidArgException();
+    TYPE held;
+    held = value;
+    OpenGap(index, count);
+    for (int i = 0; i < count; ++i)
+        m_pData[index + i] = held;
+}
+
+template <class TYPE, class ARG_TYPE>
+void CFastArray<TYPE, ARG_TYPE>::InsertCopy(int index, const TYPE* elements, int count)
+{
+    if (index < 0)
+        AfxThrowInvalidArgException();
+    if (count == 0)
+        return;
+    // The elements may lie in this array.
+    CArray<TYPE, ARG_TYPE> copy;
+    copy.SetSize(count);
+    CopyElements<TYPE>(copy.GetData(), elements, count);
+    OpenGap(index, count);
+    CopyElements<TYPE>(m_pData + index, copy.GetData(), count);
+}
+
+template <class TYPE, class ARG_TYPE>
+void CFastArray<TYPE, ARG_TYPE>::InsertAt(int index, CFastArray* other)
+{
+    if (other == nullptr)
+        AfxThrowInvalidArgException();
+    InsertCopy(index, other->m_pData, other->Readable());
+}
+
+template <class TYPE, class ARG_TYPE>
+void CFastArray<TYPE, ARG_TYPE>::InsertAt(int index, CArray<TYPE, ARG_TYPE>* other)
+{
+    if (other == nullptr)
+        AfxThrowInvalidArgException();
+    InsertCopy(index, other->GetData(), other->GetCount());
+}
+
+template <class TYPE, class ARG_TYPE>
+int CFastArray<TYPE, ARG_TYPE>::FindFirst(const TYPE* element) const
+{
+    const int found = CBaseArray<TYPE, ARG_TYPE>::FindFirst(element);
+    return found < m_nUsedCount ? found : -1;
+}
+
+template <class TYPE, class ARG_TYPE>
+void CFastArray<TYPE, ARG_TYPE>::AddUnique(ARG_TYPE value, Compare compare)
+{
+    if (CFastArray::FindFirst(value, compare, 0) < 0)
+        CFastArray::Add(value);
+}
+
+template <class TYPE, class ARG_TYPE>
+void CFastArray<TYPE, ARG_TYPE>::RemoveDuplicates(Compare compare)
+{
+    for (int i = 0; i < m_nUsedCount; ++i) {
+        for (int found = i + 1; (found = CFastArray::FindFirst(this->ElementAt(i), compare, found)) >= 0;)
+            CFastArray::RemoveAt(found);
+    }
+}
+
+template <class TYPE, class ARG_TYPE>
+bool CFastArray<TYPE, ARG_TYPE>::CopySafeArray(SAFEARRAY* array)
+{
+    CFastArray::RemoveAll();
+    this->ReadSafeArray(array, [this](TYPE& element) { CFastArray::Add(element); });
+    return true;
+}
+
+template <class TYPE, class ARG_TYPE>
+void CFastArray<TYPE, ARG_TYPE>::SetSafeArray(VARTYPE type, VARIANT& variant) const
+{
+    kelgen::detail::StoreSafeArray(type, CFastArray::CreateSafeArray(type), variant);
+}
+
+template <class TYPE, class ARG_TYPE>
+void CFastArray<TYPE, ARG_TYPE>::Serialize(CArchive& ar)
+{
+    CObject::Serialize(ar);
+    // Elements without a form in an archive throw here, before the count is written.
+    SerializeElements<TYPE>(ar, m_pData, 0);
+    const int count = kelgen::detail::SerializeCount(ar, Readable());
+    if (!kelgen::detail::IsStoring(ar))
+        Use(count);
+    SerializeElements<TYPE>(ar, m_pData, count);
 }
 
 template <class TYPE, class ARG_TYPE>
@@ -118,7 +375,7 @@ void CFastArray<TYPE, ARG_TYPE>::EnsureSize(int n)
     if (n < 0)
         AfxThrowInvalidArgException();
     if (n > m_nSize)
-        this->SetSize(n);
+        CArray<TYPE, ARG_TYPE>::SetSize(n);
     m_nUsedCount = n;
 }
 

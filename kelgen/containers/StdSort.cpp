@@ -25,10 +25,10 @@ void CStdSort::BubbleSort(int* values, int count)
 void CStdSort::QuickSort(CBaseArray<DWORD, DWORD>& array, int (*compare)(DWORD, DWORD), void (*onSwap)(void* context, int i, int j),
                          void* context)
 {
-    DWORD* const elements = array.GetData();
-    const auto notAfter = [elements, compare](int i, int j) { return compare(elements[i], elements[j]) <= 0; };
-    const auto exchange = [elements, onSwap, context](int pivot, int cursor) {
-        std::swap(elements[cursor], elements[pivot]);
+    // Every access is checked: the functions are a host's and may reach the array.
+    const auto notAfter = [&array, compare](int i, int j) { return compare(array.GetAt(i), array.GetAt(j)) <= 0; };
+    const auto exchange = [&array, onSwap, context](int pivot, int cursor) {
+        std::swap(array.GetAt(cursor), array.GetAt(pivot));
         if (onSwap != nullptr)
             onSwap(context, cursor, pivot);
     };

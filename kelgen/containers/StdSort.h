@@ -22,8 +22,9 @@ public:
     ///     CStdSort::QuickSort(ids, CStdSort::DWordCompare, Follow, &names);
     ///
     /// @p onSwap, when not null, is called after each exchange with @p context and the two indices. Elements that compare equal
-    /// to the pivot, which is the first of its range, are never exchanged with it; others of equal value may change order. @p
-    /// compare must not change the array.
+    /// to the pivot, which is the first of its range, are never exchanged with it; others of equal value may change order. What the
+    /// functions do to the array is seen: elements beyond the first count are not sorted, and one that is gone throws the invalid-argument
+    /// exception.
     /// Cost: n log n comparisons on random input, quadratic on sorted input; no recursion.
     static void QuickSort(CBaseArray<DWORD, DWORD>& array, int (*compare)(DWORD, DWORD), void (*onSwap)(void* context, int i, int j),
                           void* context);

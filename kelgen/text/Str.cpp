@@ -1,7 +1,10 @@
 // Str.cpp: comparison across types and the text operations of CStr.
 #include <kelgen/text/Str.h>
 
+#include <kelgen/framework/base/Exceptions.h>
+
 #include <algorithm>
+#include <climits>
 #include <cstring>
 
 CStr::CStr() = default;
@@ -37,8 +40,20 @@ void CStr::AppendRepetition(const char* text, int n)
 {
     // A copy: the text may lie in this string, which moves as it grows.
     const CString piece(text);
-    for (int i = 0; i < n; ++i)
+    if (n <= 0 || piece.IsEmpty())
+        return;
+    const int count = piece.GetLength();
+    const long long length = GetLength() + static_cast<long long>(n) * count;
+    if (length > INT_MAX)
+        AfxThrowMemoryException();
+    if (n == 1) {
         Append(piece);
+        return;
+    }
+    char* end = GetBuffer(static_cast<int>(length)) + GetLength();
+    for (int i = 0; i < n; ++i, end += count)
+        std::memcpy(end, piece.GetString(), static_cast<std::size_t>(count));
+    ReleaseBuffer(static_cast<int>(length));
 }
 
 int CStr::ReverseFind(const char* sub, int nEnd) const

@@ -46,6 +46,7 @@ public:
     bool Copy(const char* p, int n);
 
     /// Appends @p text, which may lie in this text, @p n times; nothing when @p n is 0 or less.
+    /// Throws: the memory exception, and nothing has changed, when the text would be longer than a string can be.
     void AppendRepetition(const char* text, int n);
 
     /// The last index at which @p sub occurs and ends at or before @p nEnd, or -1. A negative @p nEnd stands for the length. An

@@ -130,6 +130,17 @@ CArchive& operator>>(CArchive& archive, CWStr& text)
     return archive;
 }
 
+template <>
+void SerializeElements<CWStr>(CArchive& ar, CWStr* pElements, int nCount)
+{
+    for (int i = 0; i < nCount; ++i) {
+        if (ar.IsStoring())
+            ar << pElements[i];
+        else
+            ar >> pElements[i];
+    }
+}
+
 CWArchive::CWArchive(CFile* pFile, UINT nMode, int nBufSize, void* lpBuf) : CArchive(pFile, nMode, nBufSize, lpBuf) {}
 
 CWArchive::~CWArchive() = default;

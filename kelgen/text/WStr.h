@@ -390,6 +390,9 @@ KELGEN_API CArchive& operator<<(CArchive& archive, const CWStr& text);
 /// Throws: as CArchive; endOfFile for a text that is cut, @p text is then empty. Cost: a wrong length allocates at most twice what is
 /// there.
 KELGEN_API CArchive& operator>>(CArchive& archive, CWStr& text);
+/// Strings as elements go in these records.
+template <>
+KELGEN_API void SerializeElements<CWStr>(CArchive& ar, CWStr* pElements, int nCount);
 
 /// Whether Compare gives 0. Cost: nothing for copies; the speed of memory for equal texts.
 inline bool operator==(const CWStr& left, const CWStr& right)

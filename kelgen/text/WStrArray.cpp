@@ -157,3 +157,10 @@ void CWStrArray::Sort(int (*pfnCompare)(const unsigned short*, const unsigned sh
 {
     Sort([pfnCompare](const unsigned short* left, const unsigned short* right) { return pfnCompare(left, right); });
 }
+
+template <>
+void SerializeElements<CWStrArray>(CArchive& ar, CWStrArray* pElements, int nCount)
+{
+    for (int i = 0; i < nCount; ++i)
+        pElements[i].Serialize(ar);
+}

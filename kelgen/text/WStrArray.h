@@ -76,6 +76,10 @@ private:
     void AddOwn(CWStr&& text);
 };
 
+/// String arrays as elements go one after the other, each with its count.
+template <>
+KELGEN_API void SerializeElements<CWStrArray>(CArchive& ar, CWStrArray* pElements, int nCount);
+
 template <class COMPARE>
 requires std::is_invocable_r_v<int, COMPARE&, const unsigned short*, const unsigned short*>
 void CWStrArray::Sort(COMPARE compare)

@@ -144,6 +144,10 @@ TEST(BaseComparableArray, AnArrayIsItsOwnArgument)
     EXPECT_TRUE(self == TextArray(CString("b")));
     EXPECT_EQ(1, self.Remove(self));
     EXPECT_EQ(0, self.GetSize());
+
+    CBaseComparableArray<double> numbers(2, 1.0, std::nan(""));
+    numbers.AddUnique(numbers);
+    EXPECT_EQ(3, numbers.GetSize()) << "what is no number is unequal even to itself";
 }
 
 TEST(BaseComparableArray, AThrowingComparisonLeavesAWholeArray)

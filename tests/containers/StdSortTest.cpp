@@ -74,6 +74,20 @@ TEST(StdSort, QuickSortSortsAndTheReportsKeepAnotherArrayInStep)
     }
 }
 
+TEST(StdSort, TheReportMayGrowTheArrayAndFindsACutOneRefused)
+{
+    Numbers numbers(4, 3u, 1u, 4u, 2u);
+    CStdSort::QuickSort(
+        numbers, CStdSort::DWordCompare, [](void* context, int, int) { static_cast<Numbers*>(context)->SetSize(10000); }, &numbers);
+    std::vector<DWORD> first = ElementsOf(numbers);
+    first.resize(4);
+    EXPECT_EQ((std::vector<DWORD>{1, 2, 3, 4}), first);
+
+    Numbers cut(3, 3u, 1u, 2u);
+    const auto cutShort = [](void* context, int, int) { static_cast<Numbers*>(context)->SetSize(0); };
+    EXPECT_THROW(CStdSort::QuickSort(cut, CStdSort::DWordCompare, cutShort, &cut), CInvalidArgException*);
+}
+
 TEST(StdSort, DoubleWordsAreUnsignedAndBubbleSortIsSigned)
 {
     EXPECT_EQ(1, CStdSort::DWordCompare(0x80000000u, 1));

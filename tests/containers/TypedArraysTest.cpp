@@ -33,6 +33,7 @@ TEST(BaseIntArray, TextBecomesNumbers)
              {"12x; -7;y", ";", false, {12, -7, 0}},
              {"1::2", "::", true, {1, 0}},  // the rest of a longer separator opens the next piece: ":2"
              {"", ";", true, {}},
+             {"4294967295;99999999999999999999", ";", true, {-1, 1661992959}},  // the low 32 bits
          }) {
         CBaseIntArray array(100);
         array.AddString(text, separator, keepEmpty, -9);
@@ -50,6 +51,10 @@ TEST(BaseIntArray, NumbersAreAppendedToText)
     CBaseIntArray().FormatString(out, "%d", ";");
     CBaseIntArray(7).FormatString(out, "%d", ";");
     EXPECT_EQ("numbers: <001>; <-02>; <300>7", out);
+
+    CString own = "%d";
+    CBaseIntArray(3, 1, 2, 3).FormatString(own, own, own);
+    EXPECT_EQ("%d1%d2%d3", own);
 }
 
 TEST(DWArray, ItemsAreFoundAndRemovedFromTheFront)

@@ -1,8 +1,11 @@
 // StrTest.cpp: the narrow string's own operations and the narrow tokenizer.
+#include <kelgen/framework/base/Exceptions.h>
 #include <kelgen/text/Str.h>
 #include <kelgen/text/StrTokenizer.h>
 
 #include "support/Rows.h"
+
+#include <climits>
 
 using kelgen::test::Table;
 
@@ -69,6 +72,9 @@ TEST(Str, AppendRepetitionRepeatsEvenItself)
     EXPECT_STREQ("<>---", text);
     text.AppendRepetition(text, 2);
     EXPECT_STREQ("<>---<>---<>---", text);
+    EXPECT_THROW(text.AppendRepetition("abc", INT_MAX), CMemoryException*);
+    EXPECT_STREQ("<>---<>---<>---", text);
+    EXPECT_GT(1000, text.GetAllocLength());
 }
 
 TEST(StrTokenizer, StepsOneByteIntoTheSeparator)

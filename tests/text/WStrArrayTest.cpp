@@ -2,6 +2,8 @@
 #include <kelgen/text/WStrArray.h>
 
 #include <kelgen/containers/Fast2DWStrArray.h>
+#include <kelgen/framework/files/Archive.h>
+#include <kelgen/framework/files/MemFile.h>
 #include <kelgen/text/WStrTokenizer.h>
 
 #include "support/Random.h"
@@ -145,7 +147,7 @@ TEST(WStrArray, OnlyUsedEntriesCount)
 
     const CWStrArray copy(array);
     EXPECT_EQ(TextsOf(array), TextsOf(copy));
-    EXPECT_EQ(3, copy.GetCount()) << "unused slots are copied";
+    EXPECT_EQ(3, (static_cast<const CArray<CWStr, const CWStr&>&>(copy).GetCount())) << "unused slots are copied";
     array = *&array;
     EXPECT_EQ(TextsOf(copy), TextsOf(array));
 }
@@ -164,6 +166,41 @@ TEST(WStrArray, Joins)
     EXPECT_EQ(u"x"s + u'\0' + u"y", Units(text));
     ArrayOf({u"", u""}).GetFormatString(text, u""_w);
     EXPECT_EQ(u"", Units(text));
+}
+
+TEST(WStrArray, ArchivesHoldTheUsedEntries)
+{
+    struct Plain
+    {
+        std::u16string text;
+    };
+    CMemFile file;
+    {
+        CArchive archive(&file, CArchive::store);
+        CWStrArray array = ArrayOf({u"one", u"", u"removed"});
+        array.RemoveAt(2);
+        array.Serialize(archive);
+        CFast2DWStrArray rows;
+        rows.Add(array);
+        rows.Add(CWStrArray());
+        rows.Serialize(archive);
+        CArray<Plain, const Plain&> formless;
+        formless.SetSize(3);
+        EXPECT_THROW(formless.Serialize(archive), CNotSupportedException*) << "before the count is written";
+    }
+    constexpr int kCount = 2;
+    constexpr int kRecords = 4 + 2 * 3 + 4;
+    EXPECT_EQ(2u * (kCount + kRecords) + 2 * kCount, file.GetLength());
+    file.SeekToBegin();
+    CArchive archive(&file, CArchive::load);
+    CWStrArray array = ArrayOf({u"a", u"b", u"c"});
+    array.Serialize(archive);
+    EXPECT_EQ(Texts({u"one", u""}), TextsOf(array));
+    CFast2DWStrArray rows;
+    rows.Serialize(archive);
+    ASSERT_EQ(2, rows.GetSize());
+    EXPECT_EQ(Texts({u"one", u""}), TextsOf(rows[0]));
+    EXPECT_EQ(0, rows[1].GetSize());
 }
 
 TEST(WStrArray, SortKeepsLockedBuffersAndUnusedEntriesInPlace)

@@ -312,6 +312,8 @@ template <class TYPE, class ARG_TYPE>
 void CArray<TYPE, ARG_TYPE>::Serialize(CArchive& ar)
 {
     CObject::Serialize(ar);
+    // Elements without a form in an archive throw here, before the count is written.
+    SerializeElements<TYPE>(ar, m_pData, 0);
     const int size = kelgen::detail::SerializeCount(ar, m_nSize);
     if (size != m_nSize)
         SetSize(size);

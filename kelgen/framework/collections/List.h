@@ -234,6 +234,8 @@ template <class TYPE, class ARG_TYPE>
 void CList<TYPE, ARG_TYPE>::Serialize(CArchive& ar)
 {
     CObject::Serialize(ar);
+    // Elements without a form in an archive throw here, before the count is written.
+    SerializeElements<TYPE>(ar, nullptr, 0);
     const int stored = kelgen::detail::SerializeCount(ar, m_nCount);
     if (kelgen::detail::IsStoring(ar)) {
         for (CNode* node = m_pNodeHead; node != nullptr; node = node->pNext)

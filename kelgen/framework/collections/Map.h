@@ -247,6 +247,9 @@ template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE>
 void CMap<KEY, ARG_KEY, VALUE, ARG_VALUE>::Serialize(CArchive& ar)
 {
     CObject::Serialize(ar);
+    // Keys and values without a form in an archive throw here, before the count is written.
+    SerializeElements<KEY>(ar, nullptr, 0);
+    SerializeElements<VALUE>(ar, nullptr, 0);
     const int stored = kelgen::detail::SerializeCount(ar, m_nCount);
     if (kelgen::detail::IsStoring(ar)) {
         for (CAssoc* assoc = FirstFrom(0); assoc != nullptr; assoc = After(assoc)) {
