@@ -21,6 +21,9 @@ template <class TYPE, class ARG_TYPE = TYPE>
 class CFastArray : public CBaseArray<TYPE, ARG_TYPE>
 {
 public:
+    /// Survives being moved bit by bit: see kelgen::is_movable_bitwise.
+    using MovableBitwise = CFastArray;
+
     CFastArray() = default;
     CFastArray(const CFastArray& other) : CBaseArray<TYPE, ARG_TYPE>() { Copy(other); }
     CFastArray& operator=(const CFastArray& other)
