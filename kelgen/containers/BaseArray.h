@@ -29,6 +29,9 @@ template <class TYPE, class ARG_TYPE = TYPE>
 class CBaseArray : public CArray<TYPE, ARG_TYPE>, public CStdArrayInterface<TYPE, ARG_TYPE>
 {
 public:
+    /// Survives being moved bit by bit: see kelgen::is_movable_bitwise.
+    using MovableBitwise = CBaseArray;
+
     /// Negative, zero or positive, as the first comes before the second, beside it, or after it.
     using Compare = int (*)(const TYPE&, const TYPE&);
 

@@ -18,6 +18,7 @@ template <class TYPE, class ARG_TYPE = TYPE, class BASE = CBaseArray<TYPE, ARG_T
 class CBaseComparableArray : public BASE
 {
 public:
+    using MovableBitwise = CBaseComparableArray;
     using BASE::BASE;
     CBaseComparableArray() = default;
     CBaseComparableArray(const CBaseComparableArray&) = default;

@@ -58,6 +58,8 @@ private:
 class KELGEN_API CBaseId : public CBaseIdBase
 {
 public:
+    using MovableBitwise = CBaseId;
+
     CBaseId() = default;
     explicit CBaseId(CBaseIdSeed& seed);
     CBaseId(const CBaseId&) = default;

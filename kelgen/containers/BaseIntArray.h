@@ -15,6 +15,7 @@
 class KELGEN_API CBaseIntArray : public CBaseNumericArray<int, const int>
 {
 public:
+    using MovableBitwise = CBaseIntArray;
     using CBaseNumericArray<int, const int>::CBaseNumericArray;
     using CBaseNumericArray<int, const int>::SortAdd;
     using CBaseNumericArray<int, const int>::SortFind;

@@ -10,6 +10,7 @@ template <class TYPE, class ARG_TYPE = TYPE, class BASE = CBaseArray<TYPE, ARG_T
 class CBaseNumericArray : public CBaseComparableArray<TYPE, ARG_TYPE, BASE>
 {
 public:
+    using MovableBitwise = CBaseNumericArray;
     using CBaseComparableArray<TYPE, ARG_TYPE, BASE>::CBaseComparableArray;
     using CBaseComparableArray<TYPE, ARG_TYPE, BASE>::operator=;
 

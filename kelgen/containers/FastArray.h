@@ -23,6 +23,8 @@ template <class TYPE, class ARG_TYPE = TYPE>
 class CFastArray : public CBaseArray<TYPE, ARG_TYPE>
 {
 public:
+    /// Survives being moved bit by bit: see kelgen::is_movable_bitwise.
+    using MovableBitwise = CFastArray;
     using typename CBaseArray<TYPE, ARG_TYPE>::Compare;
 
     CFastArray() = default;

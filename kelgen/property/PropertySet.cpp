@@ -4,6 +4,7 @@
 #include <kelgen/framework/base/Exceptions.h>
 
 #include <string_view>
+#include <utility>
 
 namespace gen {
 
@@ -22,6 +23,14 @@ CProperty* FindProperty(PROPERTIES& properties, int start, PREDICATE accepts)
             return property;
     }
     return nullptr;
+}
+
+bool CopyValue(const CProperty* property, CPropertyValue& value)
+{
+    if (property == nullptr)
+        return false;
+    value = property->GetValue();
+    return true;
 }
 
 }  // namespace
@@ -50,6 +59,12 @@ void CPropertySet::AddProperty(CProperty& property)
     m_properties.PtrAt(m_properties.GetCount() - 1)->m_set = this;
 }
 
+void CPropertySet::AddProperty(const CProperty& property)
+{
+    CProperty copy(property);
+    AddProperty(copy);
+}
+
 CProperty& CPropertySet::PropertyAt(int index)
 {
     return *m_properties.PtrAt(index);
@@ -73,6 +88,17 @@ CProperty* CPropertySet::FindFirst(int id, int start)
     return FindProperty(m_properties, start, [id](const CProperty& property) { return property.m_id == id; });
 }
 
+// The properties of a constant set are found by the same search; they leave as constants.
+const CProperty* CPropertySet::FindFirst(const char* name, int start) const
+{
+    return const_cast<CPropertySet*>(this)->FindFirst(name, start);
+}
+
+const CProperty* CPropertySet::FindFirst(int id, int start) const
+{
+    return const_cast<CPropertySet*>(this)->FindFirst(id, start);
+}
+
 void CPropertySet::Set(const char* name, const CPropertyValue& value)
 {
     if (CProperty* property = FindFirst(name, 0))
@@ -87,20 +113,22 @@ void CPropertySet::Set(int id, const CPropertyValue& value)
 
 bool CPropertySet::Get(const char* name, CPropertyValue& value)
 {
-    const CProperty* property = FindFirst(name, 0);
-    if (property == nullptr)
-        return false;
-    value = property->m_value;
-    return true;
+    return std::as_const(*this).Get(name, value);
 }
 
 bool CPropertySet::Get(int id, CPropertyValue& value)
 {
-    const CProperty* property = FindFirst(id, 0);
-    if (property == nullptr)
-        return false;
-    value = property->m_value;
-    return true;
+    return std::as_const(*this).Get(id, value);
+}
+
+bool CPropertySet::Get(const char* name, CPropertyValue& value) const
+{
+    return CopyValue(FindFirst(name, 0), value);
+}
+
+bool CPropertySet::Get(int id, CPropertyValue& value) const
+{
+    return CopyValue(FindFirst(id, 0), value);
 }
 
 void CPropertySet::Copy(int id, CPropertySet& source, int sourceId)

@@ -31,6 +31,7 @@ public:
 
     /// Appends a copy of @p property. Names and ids may occur more than once.
     void AddProperty(CProperty& property);
+    void AddProperty(const CProperty& property);
     int GetPropertyCount() const { return m_properties.GetCount(); }
     /// The property at @p index. Throws: the invalid-argument exception for an index outside [0, count).
     CProperty& PropertyAt(int index);
@@ -42,10 +43,14 @@ public:
     CProperty* FindFirst(const char* name, int start);
     /// The same by id.
     CProperty* FindFirst(int id, int start);
+    const CProperty* FindFirst(const char* name, int start) const;
+    const CProperty* FindFirst(int id, int start) const;
     /// The first property named @p name, null when there is none.
     CProperty* operator[](const char* name) { return FindFirst(name, 0); }
     /// The first property with @p id, null when there is none.
     CProperty* operator[](int id) { return FindFirst(id, 0); }
+    const CProperty* operator[](const char* name) const { return FindFirst(name, 0); }
+    const CProperty* operator[](int id) const { return FindFirst(id, 0); }
 
     /// Copies @p value, its type included, into the first property named @p name, and tells the listeners once. Nothing
     /// when there is none: no property is added.
@@ -55,6 +60,8 @@ public:
     /// and @p value as it was.
     bool Get(const char* name, CPropertyValue& value);
     bool Get(int id, CPropertyValue& value);
+    bool Get(const char* name, CPropertyValue& value) const;
+    bool Get(int id, CPropertyValue& value) const;
     /// Set(@p id, the value of @p source's first property with @p sourceId); nothing when there is none.
     void Copy(int id, CPropertySet& source, int sourceId);
 

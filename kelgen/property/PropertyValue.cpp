@@ -25,6 +25,11 @@ CPropertyValue::CPropertyValue(bool value) : m_type(eptBool), m_number(value ? 1
     OnChangeValue();
 }
 
+CPropertyValue::CPropertyValue(unsigned int value) : m_type(eptUnsignedInteger), m_number(value)
+{
+    OnChangeValue();
+}
+
 CPropertyValue::CPropertyValue(const CPropertyValue& other)
 {
     *this = other;

@@ -5,6 +5,8 @@
 #include <kelgen/framework/base/String.h>
 #include <kelgen/platform/Win32.h>
 
+#include <cstddef>
+
 class CBaseIntegerText;
 class CBaseTextArray;
 class CRegistryPropertyExchange;
@@ -43,14 +45,27 @@ enum EPropertyType : int
 class KELGEN_API CPropertyValue
 {
 public:
+    /// Survives being moved bit by bit: see kelgen::is_movable_bitwise.
+    using MovableBitwise = CPropertyValue;
+
     /// Type eptNone, number 0, empty text.
     CPropertyValue() = default;
     /// A value of type eptInteger.
     CPropertyValue(int value);
     /// A value of type eptString; null gives the empty text.
     CPropertyValue(const char* text);
+    CPropertyValue(const CString& text) : CPropertyValue(text.GetString()) {}
+    CPropertyValue(std::nullptr_t) : CPropertyValue(static_cast<const char*>(nullptr)) {}
     /// A value of type eptBool.
     CPropertyValue(bool value);
+    /// A value of type eptUnsignedInteger; of a number with more than 32 bits the low 32.
+    CPropertyValue(unsigned int value);
+    CPropertyValue(unsigned long value) : CPropertyValue(static_cast<unsigned int>(value)) {}
+    /// A value of type eptInteger; of a number with more than 32 bits the low 32.
+    CPropertyValue(long value) : CPropertyValue(static_cast<int>(value)) {}
+    /// 16-bit text, and any other pointer, does not compile: a value holds narrow text. Convert it with kelgen::NarrowFromUtf8 or
+    /// CInternational::UnicodeToAnsi.
+    CPropertyValue(const void*) = delete;
     /// Copies type, number and text; the copy has no owner.
     CPropertyValue(const CPropertyValue& other);
 
@@ -68,6 +83,13 @@ public:
     CPropertyValue& operator=(unsigned short value);
     /// Calls SetValueString. By contract: reports twice, see the class.
     CPropertyValue& operator=(const char* text);
+    CPropertyValue& operator=(const CString& text) { return *this = text.GetString(); }
+    CPropertyValue& operator=(std::nullptr_t) { return *this = static_cast<const char*>(nullptr); }
+    /// As the operators for 32 bits, with the low 32 of a longer number.
+    CPropertyValue& operator=(long value) { return *this = static_cast<int>(value); }
+    CPropertyValue& operator=(unsigned long value) { return *this = static_cast<unsigned int>(value); }
+    /// As for the constructor: no 16-bit text and no other pointer.
+    CPropertyValue& operator=(const void*) = delete;
 
     EPropertyType GetType() const { return m_type; }
     /// Makes @p type the type. By contract: converts nothing and reports nothing; number and text stay as they are, so the

@@ -28,6 +28,8 @@ public:
     class KELGEN_API CItem
     {
     public:
+        using MovableBitwise = CItem;
+
         CItem() = default;
         CItem(int itemId, CPropertySet* itemSet, const CPropertyValue& itemValue) : id(itemId), set(itemSet), value(itemValue) {}
         CItem(const CItem&) = default;

@@ -9,6 +9,8 @@
 class KELGEN_API CBaseIntegerTextItem
 {
 public:
+    using MovableBitwise = CBaseIntegerTextItem;
+
     /// The difference a - b, by 32-bit subtraction. By contract: it wraps for values far apart.
     static int IndexCompare(const CBaseIntegerTextItem& a, const CBaseIntegerTextItem& b);
     /// The order of the texts by CString::Compare.

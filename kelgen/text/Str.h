@@ -14,6 +14,8 @@
 class KELGEN_API CStr : public CString, public CBaseComparable
 {
 public:
+    using MovableBitwise = CStr;
+
     CStr();
     CStr(const CStr& other);
     virtual ~CStr();

@@ -36,6 +36,8 @@ protected:
 class KELGEN_API CStrArray : public CStringArray, public CBaseTextArray
 {
 public:
+    using MovableBitwise = CStrArray;
+
     CStrArray();
     /// One entry.
     CStrArray(const char* text);

@@ -6,9 +6,15 @@
 #include <kelgen/platform/Win32.h>
 
 #include <atomic>
+#include <climits>
+#include <compare>
+#include <concepts>
 #include <cstdarg>
 #include <cstdint>
 #include <cstring>
+#include <iosfwd>
+#include <string_view>
+#include <type_traits>
 
 class CArchive;
 class CMenu;
@@ -37,6 +43,17 @@ struct EmptyWStrBlock
 };
 extern KELGEN_API EmptyWStrBlock emptyWStrBlock;
 
+/// Text of the standard library in 16-bit units: a u"" literal, std::u16string, its views; and the platform's where its units have 16 bits.
+template <class TEXT>
+concept StandardWideText = std::is_convertible_v<const TEXT&, std::u16string_view> ||
+    (sizeof(wchar_t) == sizeof(unsigned short) && std::is_convertible_v<const TEXT&, std::wstring_view>);
+
+/// Text in other units, which must be converted and not only copied.
+template <class TEXT>
+concept OtherText = !StandardWideText<TEXT> && !std::is_convertible_v<const TEXT&, const unsigned short*> &&
+                    (std::is_convertible_v<const TEXT&, std::string_view> || std::is_convertible_v<const TEXT&, const char*> ||
+                     std::is_convertible_v<const TEXT&, std::wstring_view>);
+
 }  // namespace kelgen::detail
 
 /// A counted, terminated run of 16-bit units, which may hold zeros. The object is one pointer to the units of its block; it stays
@@ -57,6 +74,9 @@ extern KELGEN_API EmptyWStrBlock emptyWStrBlock;
 class KELGEN_API CWStr
 {
 public:
+    /// Survives being moved bit by bit: see kelgen::is_movable_bitwise.
+    using MovableBitwise = CWStr;
+
     /// The code page of the narrow texts given to SetRes. 0: the ANSI page.
     static DWORD m_dwResourceCP;
 
@@ -82,6 +102,24 @@ public:
 
     /// Exactly @p n units, zeros included.
     CWStr(const unsigned short* text, int n);
+
+    /// The units of a u"" literal up to its first 0, or all those of a std::u16string or view.
+    template <kelgen::detail::StandardWideText TEXT>
+    explicit CWStr(const TEXT& text) : CWStr()
+    {
+        if constexpr (std::is_convertible_v<const TEXT&, std::u16string_view>)
+            AssignView(std::u16string_view(text).data(), std::u16string_view(text).size());
+        else
+            AssignView(std::wstring_view(text).data(), std::wstring_view(text).size());
+    }
+
+    /// Text in other units does not compile: it has to be converted from the code page that it is in.
+    template <kelgen::detail::OtherText TEXT>
+    explicit CWStr(const TEXT&) : CWStr()
+    {
+        static_assert(!kelgen::detail::OtherText<TEXT>,
+                      "CWStr holds 16-bit text: write u\"...\"_w, or convert with kelgen::FromUtf8 or kelgen::FromCodePage (kelgen/std.h)");
+    }
 
     /// @p nRepeat units; empty when that is below 1. By contract: the first @p nRepeat bytes, not units, get the low byte of
     /// @p ch: half of the units read as that byte twice, and the others hold whatever the block held.
@@ -175,6 +213,9 @@ public:
     [[nodiscard]] int GetAllocLength() const noexcept { return GetData()->nAllocLength; }
     [[nodiscard]] bool IsEmpty() const noexcept { return GetLength() == 0; }
     operator const unsigned short*() const noexcept { return m_text; }
+    /// A text is neither true nor false: ask IsEmpty().
+    template <std::same_as<bool> RESULT>
+    operator RESULT() const = delete;
     /// The unit at @p index, which must be within the text or at its end.
     [[nodiscard]] unsigned short GetAt(int index) const
     {
@@ -298,11 +339,24 @@ public:
     void Format(const unsigned short* format, ...);
     /// The format is string resource @p id; one that is missing gives the empty text.
     void Format(UINT id, ...);
+    /// Objects cannot be printed: give a string's GetString(), or a number.
+    template <class... ARGUMENTS>
+    requires kelgen::detail::AnyObject<ARGUMENTS...>
+    void Format(const unsigned short*, const ARGUMENTS&...) = delete;
+    template <class... ARGUMENTS>
+    requires kelgen::detail::AnyObject<ARGUMENTS...>
+    void Format(UINT, const ARGUMENTS&...) = delete;
     /// Replaces the text by @p format with the arguments put in by the platform's FormatMessageW ("%1", "%2!d!").
     /// Throws: the memory exception whenever the platform fails, which it does for an empty result and a bad format too.
     void FormatMessageA(const unsigned short* format, ...);
     /// The format is string resource @p id.
     void FormatMessageA(UINT id, ...);
+    template <class... ARGUMENTS>
+    requires kelgen::detail::AnyObject<ARGUMENTS...>
+    void FormatMessageA(const unsigned short*, const ARGUMENTS&...) = delete;
+    template <class... ARGUMENTS>
+    requires kelgen::detail::AnyObject<ARGUMENTS...>
+    void FormatMessageA(UINT, const ARGUMENTS&...) = delete;
 
     // ---- From the platform ----
 
@@ -355,6 +409,17 @@ private:
             FreeData(block);
     }
     static unsigned short* NewText(int n, const unsigned short* text);
+
+    /// Throws: the memory exception for more than 2^31 - 1 units too.
+    template <class UNIT>
+    void AssignView(const UNIT* units, std::size_t count)
+    {
+        static_assert(sizeof(UNIT) == sizeof(unsigned short));
+        if (count > INT_MAX)
+            AfxThrowMemoryException();
+        if (count != 0)
+            AssignCopy(static_cast<int>(count), reinterpret_cast<const unsigned short*>(units));
+    }
 
     bool IsLocked() const noexcept { return m_text != EmptyText() && LoadCount(GetData()) < 0; }
     void CopyLocked(const CWStr& source);
@@ -411,3 +476,30 @@ inline bool operator==(const CWStr& left, const unsigned short* right)
 {
     return left.Compare(right) == 0;
 }
+
+/// The order of Compare: by unit value, up to the first 0 unit.
+inline std::weak_ordering operator<=>(const CWStr& left, const CWStr& right)
+{
+    return left.Compare(right) <=> 0;
+}
+inline std::weak_ordering operator<=>(const CWStr& left, const unsigned short* right)
+{
+    return left.Compare(right) <=> 0;
+}
+
+/// The same with a u"" literal or other terminated char16_t text.
+template <std::same_as<char16_t> UNIT>
+bool operator==(const CWStr& left, const UNIT* right)
+{
+    return left.Compare(reinterpret_cast<const unsigned short*>(right)) == 0;
+}
+template <std::same_as<char16_t> UNIT>
+std::weak_ordering operator<=>(const CWStr& left, const UNIT* right)
+{
+    return left.Compare(reinterpret_cast<const unsigned short*>(right)) <=> 0;
+}
+
+/// Writes the text in UTF-8, up to its end and with zeros inside; a lone surrogate becomes U+FFFD.
+KELGEN_API std::ostream& operator<<(std::ostream& stream, const CWStr& text);
+/// Does not compile: the standard library would write the address. Write CWStr(text).
+std::ostream& operator<<(std::ostream& stream, const unsigned short* text) = delete;

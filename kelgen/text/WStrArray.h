@@ -25,6 +25,9 @@
 class KELGEN_API CWStrArray : public CFastArray<CWStr, const CWStr&>
 {
 public:
+    /// Survives being moved bit by bit: see kelgen::is_movable_bitwise.
+    using MovableBitwise = CWStrArray;
+
     CWStrArray();
     /// All slots are copied, used or not. Assigned to itself, an array stays as it is.
     CWStrArray(const CWStrArray& other);

@@ -7,11 +7,16 @@
 #include <atomic>
 #include <concepts>
 #include <cstdarg>
+#include <type_traits>
 
 class CArchive;
 class CDumpContext;
 
 namespace kelgen::detail {
+
+/// Whether an argument of a format is an object, which no conversion prints.
+template <class... ARGUMENTS>
+concept AnyObject = (std::is_class_v<ARGUMENTS> || ...);
 
 /// What stands before a string's characters in its block.
 struct StringData
@@ -50,6 +55,9 @@ class KELGEN_FRAMEWORK_API CString
     using StringData = kelgen::detail::StringData;
 
 public:
+    /// Survives being moved bit by bit: see kelgen::is_movable_bitwise.
+    using MovableBitwise = CString;
+
     CString() noexcept : m_pszData(EmptyText()) {}
     CString(const CString& other) : m_pszData(Share(other)) {}
     CString(CString&& other) noexcept : m_pszData(other.m_pszData) { other.m_pszData = EmptyText(); }
@@ -195,9 +203,22 @@ public:
     void Format(LPCSTR format, ...);
     /// The format is a string resource. Throws: CInvalidArgException when there is none.
     void Format(UINT formatId, ...);
+    /// Objects cannot be printed: give a string's GetString(), or a number.
+    template <class... ARGUMENTS>
+    requires kelgen::detail::AnyObject<ARGUMENTS...>
+    void Format(LPCSTR, const ARGUMENTS&...) = delete;
+    template <class... ARGUMENTS>
+    requires kelgen::detail::AnyObject<ARGUMENTS...>
+    void Format(UINT, const ARGUMENTS&...) = delete;
     void FormatV(LPCSTR format, va_list arguments);
     void AppendFormat(LPCSTR format, ...);
     void AppendFormat(UINT formatId, ...);
+    template <class... ARGUMENTS>
+    requires kelgen::detail::AnyObject<ARGUMENTS...>
+    void AppendFormat(LPCSTR, const ARGUMENTS&...) = delete;
+    template <class... ARGUMENTS>
+    requires kelgen::detail::AnyObject<ARGUMENTS...>
+    void AppendFormat(UINT, const ARGUMENTS&...) = delete;
     void AppendFormatV(LPCSTR format, va_list arguments);
 
     /// Loads a string resource by AfxFindResourceHandle's order. FALSE, and the string unchanged, when there is none.

@@ -20,7 +20,7 @@
 ///     numbers.SetAtGrow(3, 9);  // 7, 0, 0, 9
 ///
 /// New elements are value-initialised: numbers and pointers are zero. Elements move bit-wise when the block grows and when
-/// others are inserted or removed, so a type that keeps its own address cannot be held. An argument may refer to an element
+/// others are inserted or removed, so a type that keeps its own address does not compile (kelgen::is_movable_bitwise). An argument may refer to an element
 /// of the same array. References and the block's address hold until the array grows, shrinks or is freed.
 /// Throws: the invalid-argument exception for an index outside [0, size), a negative size or count, and a capacity that
 /// 32 bits cannot hold; the memory exception when the block cannot be had. Nothing has changed then.
@@ -31,6 +31,9 @@ class CArray : public CObject
     static_assert(alignof(TYPE) <= alignof(std::max_align_t), "the block is aligned as malloc aligns");
 
 public:
+    /// Survives being moved bit by bit: see kelgen::is_movable_bitwise.
+    using MovableBitwise = CArray;
+
     CArray() = default;
     ~CArray() override { Release(); }
 
@@ -134,6 +137,7 @@ void CArray<TYPE, ARG_TYPE>::Release()
 template <class TYPE, class ARG_TYPE>
 void CArray<TYPE, ARG_TYPE>::Reserve(int newSize, int growBy)
 {
+    static_assert(kelgen::is_movable_bitwise<TYPE>, "arrays move their elements bit by bit: hold pointers to such objects, or a list");
     if (newSize <= m_nMaxSize)
         return;
 

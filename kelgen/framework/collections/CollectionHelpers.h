@@ -6,6 +6,7 @@
 #include <kelgen/framework/base/Object.h>
 #include <kelgen/framework/base/String.h>
 
+#include <concepts>
 #include <cstddef>
 #include <type_traits>
 
@@ -33,6 +34,22 @@ template <class CHARACTER>
 }
 
 }  // namespace kelgen::detail
+
+namespace kelgen {
+
+/// Whether an object of TYPE may be moved by copying its bytes and forgetting the old ones, as arrays move their elements: true for what
+/// is trivially copyable, and for classes that say so: the library's strings, arrays and property values. A class that keeps its own
+/// address, as std::string does, is none. A class that has only such members opts in:
+///
+///     struct Row { CString name; int size; };
+///     template <> constexpr bool kelgen::is_movable_bitwise<Row> = true;
+template <class TYPE>
+constexpr bool is_movable_bitwise = std::is_trivially_copyable_v<TYPE> || requires
+{
+    requires std::same_as<typename TYPE::MovableBitwise, TYPE>;
+};
+
+}  // namespace kelgen
 
 /// Assigns @p nCount elements of @p pSrc, first to last, to those of @p pDest.
 template <class TYPE>

@@ -8,4 +8,7 @@
 class KELGEN_FRAMEWORK_API CStringArray : public CArray<CString, const CString&>
 {
     DECLARE_SERIAL(CStringArray)
+
+public:
+    using MovableBitwise = CStringArray;
 };

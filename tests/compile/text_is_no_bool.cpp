@@ -1,0 +1,7 @@
+// says: deleted
+#include <kelgen/text/WStr.h>
+
+bool Check(const CWStr& text)
+{
+    return text;
+}

@@ -1,0 +1,5 @@
+// says: deleted
+#include <kelgen/property/PropertySet.h>
+#include <kelgen/text/WStr.h>
+
+const gen::CPropertyValue value(u"text"_w);

@@ -1,0 +1,8 @@
+// says: deleted
+#include <kelgen/property/PropertyValue.h>
+#include <kelgen/text/WStr.h>
+
+void Check(gen::CPropertyValue& value, const CWStr& text)
+{
+    value = text;
+}

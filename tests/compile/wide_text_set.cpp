@@ -1,0 +1,8 @@
+// says: deleted
+#include <kelgen/property/PropertySet.h>
+#include <kelgen/text/WStr.h>
+
+void Check(gen::CPropertySet& set)
+{
+    set.Set("title", u"text"_w);
+}
