@@ -1,5 +1,5 @@
 # The Windows target: mingw-w64 cross compiler with POSIX threads, programs run by Wine in a virtual display. An installed tree holds
-# this file, too, for hosts: --toolchain=PREFIX/lib/cmake/kelgen/mingw64.cmake.
+# this file, too, for hosts: --toolchain=, in lib/cmake/kelgen.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 

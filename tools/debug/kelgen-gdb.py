@@ -1,6 +1,6 @@
 # kelgen-gdb.py: shows the library's strings, containers, properties, memory blocks and dates in gdb as what they hold.
 #
-# Installed beside the library as NAME-gdb.py, where gdb finds it by itself once the folder is trusted ("add-auto-load-safe-path"); or
+# Installed beside the library under its name and -gdb.py, where gdb finds it by itself once the folder is trusted ("add-auto-load-safe-path"); or
 # by hand: "source kelgen-gdb.py".
 import datetime
 import re
