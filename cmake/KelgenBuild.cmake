@@ -31,8 +31,8 @@ target_compile_options(kelgen_options INTERFACE
   "-ffile-prefix-map=${CMAKE_CURRENT_SOURCE_DIR}/=")
 # The identity classes have virtual operations and, by contract, no virtual destructor.
 target_compile_options(kelgen_options INTERFACE -Wno-non-virtual-dtor)
-if(KELGEN_TESTS)
-  # What only the tests call is exported too (see platform/Export.h).
+if(KELGEN_TESTS OR KELGEN_FUZZ)
+  # What only tests and fuzz targets call is exported too (see platform/Export.h).
   target_compile_definitions(kelgen_options INTERFACE KELGEN_TESTED)
 endif()
 if(KELGEN_SANITIZE)
