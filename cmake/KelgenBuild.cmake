@@ -33,8 +33,8 @@ if(PROJECT_IS_TOP_LEVEL)
   target_compile_options(kelgen_options INTERFACE
     -Wall -Wextra -Werror -Wold-style-cast -Wcast-qual -Wshadow -Woverloaded-virtual)
 endif()
-if(KELGEN_TESTS)
-  # What only the tests call is exported too (see platform/Export.h).
+if(KELGEN_TESTS OR KELGEN_FUZZ)
+  # What only tests and fuzz targets call is exported too (see platform/Export.h).
   target_compile_definitions(kelgen_options INTERFACE KELGEN_TESTED)
 endif()
 if(KELGEN_SANITIZE)
