@@ -16,15 +16,15 @@ constexpr int kStep = 4 * kLane;  // units in a turn of the long loops
 using namespace processor;
 
 /// Two bits for each of the eight units that equal their pattern.
-unsigned Matches(const unsigned short* at, Units pattern)
+unsigned Matches(const unsigned short* at, UnitVector pattern)
 {
     return LaneMask(EqualUnits(LoadUnits(at), pattern));
 }
 
-bool AnyOf32(const unsigned short* at, Units pattern)
+bool AnyOf32(const unsigned short* at, UnitVector pattern)
 {
-    const Units low = Or(EqualUnits(LoadUnits(at), pattern), EqualUnits(LoadUnits(at + kLane), pattern));
-    const Units high = Or(EqualUnits(LoadUnits(at + 2 * kLane), pattern), EqualUnits(LoadUnits(at + 3 * kLane), pattern));
+    const UnitVector low = Or(EqualUnits(LoadUnits(at), pattern), EqualUnits(LoadUnits(at + kLane), pattern));
+    const UnitVector high = Or(EqualUnits(LoadUnits(at + 2 * kLane), pattern), EqualUnits(LoadUnits(at + 3 * kLane), pattern));
     return LaneMask(Or(low, high)) != 0;
 }
 
@@ -43,8 +43,8 @@ struct Sought
 {
     const unsigned short* units;
     int length;
-    Units first;
-    Units last;
+    UnitVector first;
+    UnitVector last;
 
     bool IsAt(const unsigned short* at) const
     {
@@ -76,7 +76,7 @@ int FindUnit(const unsigned short* text, int length, unsigned short unit)
         return -1;
     }
 
-    const Units pattern = FillUnits(unit);
+    const UnitVector pattern = FillUnits(unit);
     int i = 0;
     while (length - i >= kStep && !AnyOf32(text + i, pattern))
         i += kStep;
@@ -99,7 +99,7 @@ int FindLastUnit(const unsigned short* text, int length, unsigned short unit)
         return -1;
     }
 
-    const Units pattern = FillUnits(unit);
+    const UnitVector pattern = FillUnits(unit);
     int end = length;
     while (end >= kStep && !AnyOf32(text + end - kStep, pattern))
         end -= kStep;

@@ -1,7 +1,8 @@
 // Processor.h: all that depends on the processor, in one form for each and one in plain C++ for the others.
 //
 // A form gives, in kelgen::processor:
-//   Units, Bytes          eight 16-bit values, sixteen 8-bit ones; WideUnits and WideBytes twice as many, when HasWideVectors()
+//   UnitVector            eight 16-bit values; ByteVector sixteen 8-bit ones
+//   WideUnitVector        twice as many, when HasWideVectors(); so WideByteVector
 //   Load..., Store...     from and to any address
 //   FillUnits, FillBytes  one value in every lane
 //   EqualUnits, ...       all bits of a lane where the condition holds, else none

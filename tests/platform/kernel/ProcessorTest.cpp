@@ -80,7 +80,7 @@ Words ModelEqual(const Words& a, const Words& b)
 }
 
 // What the half of @p expected that ordinary vectors have looks like in memory.
-void ExpectLow(const Words& expected, Units units, const char* operation)
+void ExpectLow(const Words& expected, UnitVector units, const char* operation)
 {
     Words stored = expected;
     StoreUnits(stored.at.data(), units);
@@ -97,8 +97,8 @@ struct WideResults
 
 KELGEN_WIDE_VECTORS void RunWide(const Words& a, const Words& b, const Octets& octets, WideResults& results)
 {
-    const WideUnits x = LoadWideUnits(a.at.data());
-    const WideUnits y = LoadWideUnits(b.at.data());
+    const WideUnitVector x = LoadWideUnits(a.at.data());
+    const WideUnitVector y = LoadWideUnits(b.at.data());
     StoreUnits(results.bitAnd.at.data(), And(x, y));
     StoreUnits(results.bitOr.at.data(), Or(x, y));
     StoreUnits(results.bitXor.at.data(), Xor(x, y));
@@ -107,7 +107,7 @@ KELGEN_WIDE_VECTORS void RunWide(const Words& a, const Words& b, const Octets& o
     StoreUnits(results.smaller.at.data(), SmallerUnits(x, y));
     results.mask = LaneMask(EqualUnits(x, FillWideUnits(0x7F)));
     results.isZero = IsZero(And(x, y));
-    const WideBytes bytes = LoadWideBytes(octets.at.data());
+    const WideByteVector bytes = LoadWideBytes(octets.at.data());
     StoreUnits(results.widenedLow.at.data(), WidenLow(bytes));
     StoreUnits(results.widenedHigh.at.data(), WidenHigh(bytes));
     StoreBytes(results.narrowed.at.data(), Narrow(WidenLow(bytes), WidenHigh(bytes)));
@@ -148,8 +148,8 @@ TEST(Processor, UnitsEqualTheLaneWiseModel)
     for (int round = 0; round < kRounds; ++round) {
         const Words a = AnyWords(random);
         const Words b = AnyWords(random);
-        const Units x = LoadUnits(a.at.data());
-        const Units y = LoadUnits(b.at.data());
+        const UnitVector x = LoadUnits(a.at.data());
+        const UnitVector y = LoadUnits(b.at.data());
         const std::uint16_t low = a.at[8];
         const std::uint16_t high = std::max(low, b.at[8]);
         const auto expect = [](Words expected, const Words& rest) {
@@ -176,7 +176,7 @@ TEST(Processor, BytesEqualTheLaneWiseModel)
     Random random;
     for (int round = 0; round < kRounds; ++round) {
         const Octets octets = AnyOctets(random);
-        const Bytes bytes = LoadBytes(octets.at.data());
+        const ByteVector bytes = LoadBytes(octets.at.data());
         ASSERT_EQ(ModelHighBits(octets, 16), HighBits(bytes));
         std::array<std::uint16_t, 16> wide{};
         StoreUnits(wide.data(), WidenLow(bytes));

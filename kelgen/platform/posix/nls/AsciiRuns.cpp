@@ -16,8 +16,8 @@ KELGEN_WIDE_VECTORS std::size_t WidenWide(const char* text, std::size_t length, 
 {
     std::size_t done = 0;
     for (; length - done >= 32; done += 32) {
-        const WideBytes bytes = LoadWideBytes(text + done);
-        WideBytes others = bytes;
+        const WideByteVector bytes = LoadWideBytes(text + done);
+        WideByteVector others = bytes;
         if (latin1)
             others = EqualBytes(And(bytes, FillWideBytes(kUpperBits)), FillWideBytes(kControls));
         if (HighBits(others) != 0)
@@ -30,13 +30,13 @@ KELGEN_WIDE_VECTORS std::size_t WidenWide(const char* text, std::size_t length, 
 
 KELGEN_WIDE_VECTORS std::size_t NarrowWide(const WCHAR* wide, std::size_t length, char* text, bool latin1)
 {
-    const WideUnits above = FillWideUnits(latin1 ? kAboveLatin1 : kAboveAscii);
-    const WideUnits upperBits = FillWideUnits(kWideUpperBits);
-    const WideUnits controls = FillWideUnits(kControls);
+    const WideUnitVector above = FillWideUnits(latin1 ? kAboveLatin1 : kAboveAscii);
+    const WideUnitVector upperBits = FillWideUnits(kWideUpperBits);
+    const WideUnitVector controls = FillWideUnits(kControls);
     std::size_t done = 0;
     for (; length - done >= 32; done += 32) {
-        const WideUnits first = LoadWideUnits(wide + done);
-        const WideUnits second = LoadWideUnits(wide + done + 2 * kBlockUnits);
+        const WideUnitVector first = LoadWideUnits(wide + done);
+        const WideUnitVector second = LoadWideUnits(wide + done + 2 * kBlockUnits);
         if (!IsZero(And(Or(first, second), above)))
             break;
         if (!IsZero(Or(EqualUnits(And(first, upperBits), controls), EqualUnits(And(second, upperBits), controls))))
@@ -52,8 +52,8 @@ std::size_t WidenRun(const char* text, std::size_t length, WCHAR* wide, bool lat
 {
     std::size_t done = length >= 32 && HasWideVectors() ? WidenWide(text, length, wide, latin1) : 0;
     for (; length - done >= kAsciiBlock; done += kAsciiBlock) {
-        const Bytes bytes = LoadBytes(text + done);
-        Bytes others = bytes;
+        const ByteVector bytes = LoadBytes(text + done);
+        ByteVector others = bytes;
         if (latin1)
             others = EqualBytes(And(bytes, FillBytes(kUpperBits)), FillBytes(kControls));
         if (HighBits(others) != 0)
@@ -67,14 +67,14 @@ std::size_t WidenRun(const char* text, std::size_t length, WCHAR* wide, bool lat
 std::size_t NarrowRun(const WCHAR* wide, std::size_t length, char* text, bool latin1)
 {
     std::size_t done = length >= 32 && HasWideVectors() ? NarrowWide(wide, length, text, latin1) : 0;
-    const Units above = FillUnits(latin1 ? kAboveLatin1 : kAboveAscii);
-    const Units upperBits = FillUnits(kWideUpperBits);
-    const Units controls = FillUnits(kControls);
+    const UnitVector above = FillUnits(latin1 ? kAboveLatin1 : kAboveAscii);
+    const UnitVector upperBits = FillUnits(kWideUpperBits);
+    const UnitVector controls = FillUnits(kControls);
     for (; length - done >= kAsciiBlock; done += kAsciiBlock) {
-        const Units first = LoadUnits(wide + done);
-        const Units second = LoadUnits(wide + done + kBlockUnits);
-        const Units low = EqualUnits(And(Or(first, second), above), FillUnits(0));
-        const Units inControls = Or(EqualUnits(And(first, upperBits), controls), EqualUnits(And(second, upperBits), controls));
+        const UnitVector first = LoadUnits(wide + done);
+        const UnitVector second = LoadUnits(wide + done + kBlockUnits);
+        const UnitVector low = EqualUnits(And(Or(first, second), above), FillUnits(0));
+        const UnitVector inControls = Or(EqualUnits(And(first, upperBits), controls), EqualUnits(And(second, upperBits), controls));
         if (LaneMask(Without(low, inControls)) != 0xFFFFu)
             break;
         StoreBytes(text + done, Narrow(first, second));

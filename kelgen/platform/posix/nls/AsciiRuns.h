@@ -21,7 +21,7 @@ std::size_t NarrowRun(const WCHAR* wide, std::size_t length, char* text, bool la
 /// the block, all of which is overwritten.
 inline std::size_t WidenBlock(const char* text, WCHAR* wide)
 {
-    const Bytes bytes = LoadBytes(text);
+    const ByteVector bytes = LoadBytes(text);
     StoreUnits(wide, WidenLow(bytes));
     StoreUnits(wide + kBlockUnits, WidenHigh(bytes));
     const unsigned others = HighBits(bytes);
@@ -32,7 +32,7 @@ inline std::size_t WidenBlock(const char* text, WCHAR* wide)
 /// are overwritten.
 inline std::size_t NarrowHalfBlock(const WCHAR* wide, char* text)
 {
-    const Units units = LoadUnits(wide);
+    const UnitVector units = LoadUnits(wide);
     StoreHalf(text, Narrow(units, units));
     const unsigned others = LaneMask(EqualUnits(And(units, FillUnits(0xFF80)), FillUnits(0))) ^ 0xFFFFu;
     return others == 0 ? std::size_t{kBlockUnits} : static_cast<std::size_t>(FirstLane(others));

@@ -41,13 +41,13 @@ inline std::ptrdiff_t FirstLane(unsigned mask)
 }
 
 /// The units with A to Z turned into a to z.
-inline Units LowerAscii(Units units)
+inline UnitVector LowerAscii(UnitVector units)
 {
     return Add(units, And(InRange(units, 'A', 'Z'), FillUnits('a' - 'A')));
 }
 
 /// The units with a to z turned into A to Z.
-inline Units UpperAscii(Units units)
+inline UnitVector UpperAscii(UnitVector units)
 {
     return Subtract(units, And(InRange(units, 'a', 'z'), FillUnits('a' - 'A')));
 }

@@ -18,14 +18,14 @@ constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
 struct AsIs
 {
     static WCHAR Of(WCHAR unit) { return unit; }
-    static Units Of(Units units) { return units; }
+    static UnitVector Of(UnitVector units) { return units; }
 };
 
 // The units with A to Z lower-cased.
 struct Folded
 {
     static WCHAR Of(WCHAR unit) { return LowerAscii(unit); }
-    static Units Of(Units units) { return LowerAscii(units); }
+    static UnitVector Of(UnitVector units) { return LowerAscii(units); }
 };
 
 int Sign(int difference)
@@ -39,10 +39,11 @@ KELGEN_READS_WHOLE_BLOCKS KELGEN_WIDE_VECTORS std::size_t EqualWideRun(const WCH
 {
     std::size_t done = 0;
     while (limit - done >= 32 && FitsInPage<64>(left + done) && FitsInPage<64>(right + done)) {
-        const WideUnits first = LoadWideUnits(left + done);
-        const WideUnits second = LoadWideUnits(left + done + 16);
-        const WideUnits same = And(EqualUnits(first, LoadWideUnits(right + done)), EqualUnits(second, LoadWideUnits(right + done + 16)));
-        const WideUnits ends = EqualUnits(SmallerUnits(first, second), FillWideUnits(0));
+        const WideUnitVector first = LoadWideUnits(left + done);
+        const WideUnitVector second = LoadWideUnits(left + done + 16);
+        const WideUnitVector same =
+            And(EqualUnits(first, LoadWideUnits(right + done)), EqualUnits(second, LoadWideUnits(right + done + 16)));
+        const WideUnitVector ends = EqualUnits(SmallerUnits(first, second), FillWideUnits(0));
         if (LaneMask(Without(same, ends)) != 0xFFFFFFFF)
             break;
         done += 32;
@@ -58,9 +59,9 @@ KELGEN_READS_WHOLE_BLOCKS int Difference(const WCHAR* left, const WCHAR* right, 
     std::size_t at = 0;
     while (at < limit) {
         if (limit - at >= std::size_t{kBlockUnits} && FitsInPage<16>(left + at) && FitsInPage<16>(right + at)) {
-            const Units units = LoadUnits(left + at);
-            const Units same = EqualUnits(Form::Of(units), Form::Of(LoadUnits(right + at)));
-            const Units ends = EqualUnits(units, FillUnits(0));
+            const UnitVector units = LoadUnits(left + at);
+            const UnitVector same = EqualUnits(Form::Of(units), Form::Of(LoadUnits(right + at)));
+            const UnitVector ends = EqualUnits(units, FillUnits(0));
             const unsigned stops = LaneMask(Without(same, ends)) ^ 0xFFFFu;
             if (stops != 0) {
                 at += static_cast<std::size_t>(FirstLane(stops));

@@ -18,19 +18,19 @@ const WCHAR* AlignDown(const WCHAR* text, std::uintptr_t alignment)
 }
 
 // Lanes that are the sought unit or 0.
-Units Stops(Units units, Units sought)
+UnitVector Stops(UnitVector units, UnitVector sought)
 {
     return Or(EqualUnits(units, sought), EqualUnits(units, FillUnits(0)));
 }
 
 // Lanes of 0 where the unit is @p sought or 0.
-KELGEN_READS_WHOLE_BLOCKS KELGEN_WIDE_VECTORS inline WideUnits WideStops(const WCHAR* block, WideUnits sought)
+KELGEN_READS_WHOLE_BLOCKS KELGEN_WIDE_VECTORS inline WideUnitVector WideStops(const WCHAR* block, WideUnitVector sought)
 {
-    const WideUnits units = LoadWideUnits(block);
+    const WideUnitVector units = LoadWideUnits(block);
     return SmallerUnits(units, Xor(units, sought));
 }
 
-KELGEN_WIDE_VECTORS inline unsigned ZeroLanes(WideUnits lanes)
+KELGEN_WIDE_VECTORS inline unsigned ZeroLanes(WideUnitVector lanes)
 {
     return LaneMask(EqualUnits(lanes, FillWideUnits(0)));
 }
@@ -39,12 +39,12 @@ KELGEN_WIDE_VECTORS inline unsigned ZeroLanes(WideUnits lanes)
 KELGEN_READS_WHOLE_BLOCKS KELGEN_WIDE_VECTORS const WCHAR* FindInWideBlocks(const WCHAR* block, WCHAR unit)
 {
     constexpr std::ptrdiff_t kWide = 2 * kBlockUnits;
-    const WideUnits sought = FillWideUnits(unit);
+    const WideUnitVector sought = FillWideUnits(unit);
     for (;; block += kWide) {
         // Four blocks a test while they start at a multiple of their size, so that they lie in one page.
         while (reinterpret_cast<std::uintptr_t>(block) % 128 == 0) {
-            const WideUnits pair = SmallerUnits(WideStops(block, sought), WideStops(block + kWide, sought));
-            const WideUnits next = SmallerUnits(WideStops(block + 2 * kWide, sought), WideStops(block + 3 * kWide, sought));
+            const WideUnitVector pair = SmallerUnits(WideStops(block, sought), WideStops(block + kWide, sought));
+            const WideUnitVector next = SmallerUnits(WideStops(block + 2 * kWide, sought), WideStops(block + 3 * kWide, sought));
             if (ZeroLanes(SmallerUnits(pair, next)) != 0)
                 break;
             block += 4 * kWide;
@@ -65,7 +65,7 @@ KELGEN_READS_WHOLE_BLOCKS const WCHAR* FindUnitOrEnd(const WCHAR* text, WCHAR un
         return text;
     }
 
-    const Units sought = FillUnits(unit);
+    const UnitVector sought = FillUnits(unit);
     const WCHAR* block = AlignDown(text, 16);
     const unsigned first = LaneMask(Stops(LoadUnits(block), sought)) >> (2 * (text - block));
     if (first != 0)
@@ -133,7 +133,7 @@ public:
         const WCHAR* block = AlignDown(text, 16);
         unsigned valid = 0xFFFFu << (2 * (text - block)) & 0xFFFFu;
         for (;; block += kBlockUnits, valid = 0xFFFF) {
-            const Units units = LoadUnits(block);
+            const UnitVector units = LoadUnits(block);
             const unsigned ends = LaneMask(EqualUnits(units, FillUnits(0))) & valid;
             // The last lane's successor lies in the next block: leave that lane to the full comparison.
             const unsigned seconds = LaneMask(EqualUnits(units, m_second)) >> 2 | 0xC000u;
@@ -153,8 +153,8 @@ public:
 
 private:
     const WCHAR* m_sought;
-    Units m_first;
-    Units m_second;
+    UnitVector m_first;
+    UnitVector m_second;
 };
 
 }  // namespace
@@ -198,7 +198,7 @@ const WCHAR* wcschr(const WCHAR* text, WCHAR unit)
 const WCHAR* wcsrchr(const WCHAR* text, WCHAR unit)
 {
     const WCHAR* end = text + wcslen(text) + 1;
-    const Units sought = FillUnits(unit);
+    const UnitVector sought = FillUnits(unit);
     while (end - text >= kBlockUnits) {
         const unsigned mask = LaneMask(EqualUnits(LoadUnits(end - kBlockUnits), sought));
         if (mask != 0)

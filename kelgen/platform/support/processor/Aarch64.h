@@ -11,8 +11,8 @@
 
 namespace kelgen::processor {
 
-using Units = uint16x8_t;
-using Bytes = uint8x16_t;
+using UnitVector = uint16x8_t;
+using ByteVector = uint8x16_t;
 using Block = uint64x2_t;
 
 inline bool HasMultiplication()
@@ -32,130 +32,130 @@ inline Identity Identify()
     return {.architecture = 12, .type = 0, .level = 8, .revision = 0};
 }
 
-KELGEN_IN_CALLER Units And(Units a, Units b)
+KELGEN_IN_CALLER UnitVector And(UnitVector a, UnitVector b)
 {
     return vandq_u16(a, b);
 }
 
-KELGEN_IN_CALLER Units Or(Units a, Units b)
+KELGEN_IN_CALLER UnitVector Or(UnitVector a, UnitVector b)
 {
     return vorrq_u16(a, b);
 }
 
-KELGEN_IN_CALLER Units Xor(Units a, Units b)
+KELGEN_IN_CALLER UnitVector Xor(UnitVector a, UnitVector b)
 {
     return veorq_u16(a, b);
 }
 
 /// The bits of @p a that are not in @p b.
-KELGEN_IN_CALLER Units Without(Units a, Units b)
+KELGEN_IN_CALLER UnitVector Without(UnitVector a, UnitVector b)
 {
     return vbicq_u16(a, b);
 }
 
-KELGEN_IN_CALLER bool IsZero(Units a)
+KELGEN_IN_CALLER bool IsZero(UnitVector a)
 {
     return vmaxvq_u16(a) == 0;
 }
 
-KELGEN_IN_CALLER Units LoadUnits(const void* from)
+KELGEN_IN_CALLER UnitVector LoadUnits(const void* from)
 {
     // By bytes: a unit may lie at an odd address.
     return vreinterpretq_u16_u8(vld1q_u8(static_cast<const std::uint8_t*>(from)));
 }
 
-KELGEN_IN_CALLER void StoreUnits(void* to, Units units)
+KELGEN_IN_CALLER void StoreUnits(void* to, UnitVector units)
 {
     vst1q_u8(static_cast<std::uint8_t*>(to), vreinterpretq_u8_u16(units));
 }
 
-KELGEN_IN_CALLER Units FillUnits(std::uint16_t unit)
+KELGEN_IN_CALLER UnitVector FillUnits(std::uint16_t unit)
 {
     return vdupq_n_u16(unit);
 }
 
-KELGEN_IN_CALLER Units EqualUnits(Units a, Units b)
+KELGEN_IN_CALLER UnitVector EqualUnits(UnitVector a, UnitVector b)
 {
     return vceqq_u16(a, b);
 }
 
-KELGEN_IN_CALLER Units SmallerUnits(Units a, Units b)
+KELGEN_IN_CALLER UnitVector SmallerUnits(UnitVector a, UnitVector b)
 {
     return vminq_u16(a, b);
 }
 
-KELGEN_IN_CALLER Units Add(Units a, Units b)
+KELGEN_IN_CALLER UnitVector Add(UnitVector a, UnitVector b)
 {
     return vaddq_u16(a, b);
 }
 
-KELGEN_IN_CALLER Units Subtract(Units a, Units b)
+KELGEN_IN_CALLER UnitVector Subtract(UnitVector a, UnitVector b)
 {
     return vsubq_u16(a, b);
 }
 
 /// All bits where the unit lies from @p low to @p high.
-KELGEN_IN_CALLER Units InRange(Units units, std::uint16_t low, std::uint16_t high)
+KELGEN_IN_CALLER UnitVector InRange(UnitVector units, std::uint16_t low, std::uint16_t high)
 {
     return vcleq_u16(vsubq_u16(units, FillUnits(low)), FillUnits(static_cast<std::uint16_t>(high - low)));
 }
 
-KELGEN_IN_CALLER unsigned LaneMask(Units lanes)
+KELGEN_IN_CALLER unsigned LaneMask(UnitVector lanes)
 {
-    constexpr Units kBits = {3 << 0, 3 << 2, 3 << 4, 3 << 6, 3 << 8, 3 << 10, 3 << 12, 3 << 14};
+    constexpr UnitVector kBits = {3 << 0, 3 << 2, 3 << 4, 3 << 6, 3 << 8, 3 << 10, 3 << 12, 3 << 14};
     return vaddvq_u16(vandq_u16(lanes, kBits));
 }
 
-KELGEN_IN_CALLER Bytes And(Bytes a, Bytes b)
+KELGEN_IN_CALLER ByteVector And(ByteVector a, ByteVector b)
 {
     return vandq_u8(a, b);
 }
 
-KELGEN_IN_CALLER Bytes LoadBytes(const void* from)
+KELGEN_IN_CALLER ByteVector LoadBytes(const void* from)
 {
     return vld1q_u8(static_cast<const std::uint8_t*>(from));
 }
 
-KELGEN_IN_CALLER void StoreBytes(void* to, Bytes bytes)
+KELGEN_IN_CALLER void StoreBytes(void* to, ByteVector bytes)
 {
     vst1q_u8(static_cast<std::uint8_t*>(to), bytes);
 }
 
 /// Stores the first eight bytes.
-KELGEN_IN_CALLER void StoreHalf(void* to, Bytes bytes)
+KELGEN_IN_CALLER void StoreHalf(void* to, ByteVector bytes)
 {
     vst1_u8(static_cast<std::uint8_t*>(to), vget_low_u8(bytes));
 }
 
-KELGEN_IN_CALLER Bytes FillBytes(std::uint8_t byte)
+KELGEN_IN_CALLER ByteVector FillBytes(std::uint8_t byte)
 {
     return vdupq_n_u8(byte);
 }
 
-KELGEN_IN_CALLER Bytes EqualBytes(Bytes a, Bytes b)
+KELGEN_IN_CALLER ByteVector EqualBytes(ByteVector a, ByteVector b)
 {
     return vceqq_u8(a, b);
 }
 
 /// One bit for each byte: its highest.
-KELGEN_IN_CALLER unsigned HighBits(Bytes bytes)
+KELGEN_IN_CALLER unsigned HighBits(ByteVector bytes)
 {
-    constexpr Bytes kBits = {1, 2, 4, 8, 16, 32, 64, 128, 1, 2, 4, 8, 16, 32, 64, 128};
-    const Bytes set = vandq_u8(vcgeq_u8(bytes, vdupq_n_u8(0x80)), kBits);
+    constexpr ByteVector kBits = {1, 2, 4, 8, 16, 32, 64, 128, 1, 2, 4, 8, 16, 32, 64, 128};
+    const ByteVector set = vandq_u8(vcgeq_u8(bytes, vdupq_n_u8(0x80)), kBits);
     return unsigned{vaddv_u8(vget_low_u8(set))} | unsigned{vaddv_u8(vget_high_u8(set))} << 8;
 }
 
-KELGEN_IN_CALLER Bytes Narrow(Units first, Units second)
+KELGEN_IN_CALLER ByteVector Narrow(UnitVector first, UnitVector second)
 {
     return vcombine_u8(vmovn_u16(first), vmovn_u16(second));
 }
 
-KELGEN_IN_CALLER Units WidenLow(Bytes bytes)
+KELGEN_IN_CALLER UnitVector WidenLow(ByteVector bytes)
 {
     return vmovl_u8(vget_low_u8(bytes));
 }
 
-KELGEN_IN_CALLER Units WidenHigh(Bytes bytes)
+KELGEN_IN_CALLER UnitVector WidenHigh(ByteVector bytes)
 {
     return vmovl_u8(vget_high_u8(bytes));
 }

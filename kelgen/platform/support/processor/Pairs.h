@@ -18,8 +18,8 @@ struct Pair
     VECTOR second;
 };
 
-using WideUnits = Pair<Units>;
-using WideBytes = Pair<Bytes>;
+using WideUnitVector = Pair<UnitVector>;
+using WideByteVector = Pair<ByteVector>;
 using BlockPair = Pair<Block>;
 
 /// Two steps in one turn of a loop are worth their code everywhere.
@@ -57,79 +57,79 @@ KELGEN_IN_CALLER Pair<VECTOR> Without(const Pair<VECTOR>& a, const Pair<VECTOR>&
     return {Without(a.first, b.first), Without(a.second, b.second)};
 }
 
-KELGEN_IN_CALLER bool IsZero(const WideUnits& units)
+KELGEN_IN_CALLER bool IsZero(const WideUnitVector& units)
 {
     return IsZero(Or(units.first, units.second));
 }
 
-KELGEN_IN_CALLER WideUnits LoadWideUnits(const void* from)
+KELGEN_IN_CALLER WideUnitVector LoadWideUnits(const void* from)
 {
     return {LoadUnits(from), LoadUnits(static_cast<const std::byte*>(from) + 16)};
 }
 
-KELGEN_IN_CALLER void StoreUnits(void* to, const WideUnits& units)
+KELGEN_IN_CALLER void StoreUnits(void* to, const WideUnitVector& units)
 {
     StoreUnits(to, units.first);
     StoreUnits(static_cast<std::byte*>(to) + 16, units.second);
 }
 
-KELGEN_IN_CALLER WideUnits FillWideUnits(std::uint16_t unit)
+KELGEN_IN_CALLER WideUnitVector FillWideUnits(std::uint16_t unit)
 {
     return {FillUnits(unit), FillUnits(unit)};
 }
 
-KELGEN_IN_CALLER WideUnits EqualUnits(const WideUnits& a, const WideUnits& b)
+KELGEN_IN_CALLER WideUnitVector EqualUnits(const WideUnitVector& a, const WideUnitVector& b)
 {
     return {EqualUnits(a.first, b.first), EqualUnits(a.second, b.second)};
 }
 
-KELGEN_IN_CALLER WideUnits SmallerUnits(const WideUnits& a, const WideUnits& b)
+KELGEN_IN_CALLER WideUnitVector SmallerUnits(const WideUnitVector& a, const WideUnitVector& b)
 {
     return {SmallerUnits(a.first, b.first), SmallerUnits(a.second, b.second)};
 }
 
-KELGEN_IN_CALLER unsigned LaneMask(const WideUnits& lanes)
+KELGEN_IN_CALLER unsigned LaneMask(const WideUnitVector& lanes)
 {
     return LaneMask(lanes.first) | LaneMask(lanes.second) << 16;
 }
 
-KELGEN_IN_CALLER WideBytes LoadWideBytes(const void* from)
+KELGEN_IN_CALLER WideByteVector LoadWideBytes(const void* from)
 {
     return {LoadBytes(from), LoadBytes(static_cast<const std::byte*>(from) + 16)};
 }
 
-KELGEN_IN_CALLER void StoreBytes(void* to, const WideBytes& bytes)
+KELGEN_IN_CALLER void StoreBytes(void* to, const WideByteVector& bytes)
 {
     StoreBytes(to, bytes.first);
     StoreBytes(static_cast<std::byte*>(to) + 16, bytes.second);
 }
 
-KELGEN_IN_CALLER WideBytes FillWideBytes(std::uint8_t byte)
+KELGEN_IN_CALLER WideByteVector FillWideBytes(std::uint8_t byte)
 {
     return {FillBytes(byte), FillBytes(byte)};
 }
 
-KELGEN_IN_CALLER WideBytes EqualBytes(const WideBytes& a, const WideBytes& b)
+KELGEN_IN_CALLER WideByteVector EqualBytes(const WideByteVector& a, const WideByteVector& b)
 {
     return {EqualBytes(a.first, b.first), EqualBytes(a.second, b.second)};
 }
 
-KELGEN_IN_CALLER unsigned HighBits(const WideBytes& bytes)
+KELGEN_IN_CALLER unsigned HighBits(const WideByteVector& bytes)
 {
     return HighBits(bytes.first) | HighBits(bytes.second) << 16;
 }
 
-KELGEN_IN_CALLER WideBytes Narrow(const WideUnits& first, const WideUnits& second)
+KELGEN_IN_CALLER WideByteVector Narrow(const WideUnitVector& first, const WideUnitVector& second)
 {
     return {Narrow(first.first, first.second), Narrow(second.first, second.second)};
 }
 
-KELGEN_IN_CALLER WideUnits WidenLow(const WideBytes& bytes)
+KELGEN_IN_CALLER WideUnitVector WidenLow(const WideByteVector& bytes)
 {
     return {WidenLow(bytes.first), WidenHigh(bytes.first)};
 }
 
-KELGEN_IN_CALLER WideUnits WidenHigh(const WideBytes& bytes)
+KELGEN_IN_CALLER WideUnitVector WidenHigh(const WideByteVector& bytes)
 {
     return {WidenLow(bytes.second), WidenHigh(bytes.second)};
 }

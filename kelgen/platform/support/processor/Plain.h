@@ -18,8 +18,8 @@ struct Lanes
     LANE lane[kCount];
 };
 
-using Units = Lanes<std::uint16_t>;
-using Bytes = Lanes<std::uint8_t>;
+using UnitVector = Lanes<std::uint16_t>;
+using ByteVector = Lanes<std::uint8_t>;
 
 /// The lower half is lane 0.
 using Block = Lanes<std::uint64_t>;
@@ -95,7 +95,7 @@ KELGEN_IN_CALLER Lanes<LANE> Equal(const Lanes<LANE>& a, const Lanes<LANE>& b)
     return Map(a, b, [](LANE x, LANE y) { return x == y ? -1 : 0; });
 }
 
-KELGEN_IN_CALLER bool IsZero(const Units& units)
+KELGEN_IN_CALLER bool IsZero(const UnitVector& units)
 {
     unsigned all = 0;
     for (const std::uint16_t unit : units.lane)
@@ -103,48 +103,48 @@ KELGEN_IN_CALLER bool IsZero(const Units& units)
     return all == 0;
 }
 
-KELGEN_IN_CALLER Units LoadUnits(const void* from)
+KELGEN_IN_CALLER UnitVector LoadUnits(const void* from)
 {
     return Load<std::uint16_t>(from);
 }
 
-KELGEN_IN_CALLER void StoreUnits(void* to, const Units& units)
+KELGEN_IN_CALLER void StoreUnits(void* to, const UnitVector& units)
 {
     std::memcpy(to, units.lane, sizeof units.lane);
 }
 
-KELGEN_IN_CALLER Units FillUnits(std::uint16_t unit)
+KELGEN_IN_CALLER UnitVector FillUnits(std::uint16_t unit)
 {
     return Fill(unit);
 }
 
-KELGEN_IN_CALLER Units EqualUnits(const Units& a, const Units& b)
+KELGEN_IN_CALLER UnitVector EqualUnits(const UnitVector& a, const UnitVector& b)
 {
     return Equal(a, b);
 }
 
-KELGEN_IN_CALLER Units SmallerUnits(const Units& a, const Units& b)
+KELGEN_IN_CALLER UnitVector SmallerUnits(const UnitVector& a, const UnitVector& b)
 {
     return Map(a, b, [](unsigned x, unsigned y) { return x < y ? x : y; });
 }
 
-KELGEN_IN_CALLER Units Add(const Units& a, const Units& b)
+KELGEN_IN_CALLER UnitVector Add(const UnitVector& a, const UnitVector& b)
 {
     return Map(a, b, [](unsigned x, unsigned y) { return x + y; });
 }
 
-KELGEN_IN_CALLER Units Subtract(const Units& a, const Units& b)
+KELGEN_IN_CALLER UnitVector Subtract(const UnitVector& a, const UnitVector& b)
 {
     return Map(a, b, [](unsigned x, unsigned y) { return x - y; });
 }
 
 /// All bits where the unit lies from @p low to @p high.
-KELGEN_IN_CALLER Units InRange(const Units& units, std::uint16_t low, std::uint16_t high)
+KELGEN_IN_CALLER UnitVector InRange(const UnitVector& units, std::uint16_t low, std::uint16_t high)
 {
     return Map(units, units, [low, high](unsigned unit, unsigned) { return low <= unit && unit <= high ? -1 : 0; });
 }
 
-KELGEN_IN_CALLER unsigned LaneMask(const Units& lanes)
+KELGEN_IN_CALLER unsigned LaneMask(const UnitVector& lanes)
 {
     unsigned mask = 0;
     for (std::size_t i = 0; i < lanes.kCount; ++i)
@@ -152,34 +152,34 @@ KELGEN_IN_CALLER unsigned LaneMask(const Units& lanes)
     return mask;
 }
 
-KELGEN_IN_CALLER Bytes LoadBytes(const void* from)
+KELGEN_IN_CALLER ByteVector LoadBytes(const void* from)
 {
     return Load<std::uint8_t>(from);
 }
 
-KELGEN_IN_CALLER void StoreBytes(void* to, const Bytes& bytes)
+KELGEN_IN_CALLER void StoreBytes(void* to, const ByteVector& bytes)
 {
     std::memcpy(to, bytes.lane, sizeof bytes.lane);
 }
 
 /// Stores the first eight bytes.
-KELGEN_IN_CALLER void StoreHalf(void* to, const Bytes& bytes)
+KELGEN_IN_CALLER void StoreHalf(void* to, const ByteVector& bytes)
 {
     std::memcpy(to, bytes.lane, sizeof bytes.lane / 2);
 }
 
-KELGEN_IN_CALLER Bytes FillBytes(std::uint8_t byte)
+KELGEN_IN_CALLER ByteVector FillBytes(std::uint8_t byte)
 {
     return Fill(byte);
 }
 
-KELGEN_IN_CALLER Bytes EqualBytes(const Bytes& a, const Bytes& b)
+KELGEN_IN_CALLER ByteVector EqualBytes(const ByteVector& a, const ByteVector& b)
 {
     return Equal(a, b);
 }
 
 /// One bit for each byte: its highest.
-KELGEN_IN_CALLER unsigned HighBits(const Bytes& bytes)
+KELGEN_IN_CALLER unsigned HighBits(const ByteVector& bytes)
 {
     unsigned mask = 0;
     for (std::size_t i = 0; i < bytes.kCount; ++i)
@@ -187,9 +187,9 @@ KELGEN_IN_CALLER unsigned HighBits(const Bytes& bytes)
     return mask;
 }
 
-KELGEN_IN_CALLER Bytes Narrow(const Units& first, const Units& second)
+KELGEN_IN_CALLER ByteVector Narrow(const UnitVector& first, const UnitVector& second)
 {
-    Bytes result;
+    ByteVector result;
     for (std::size_t i = 0; i < first.kCount; ++i) {
         result.lane[i] = static_cast<std::uint8_t>(first.lane[i]);
         result.lane[first.kCount + i] = static_cast<std::uint8_t>(second.lane[i]);
@@ -197,17 +197,17 @@ KELGEN_IN_CALLER Bytes Narrow(const Units& first, const Units& second)
     return result;
 }
 
-KELGEN_IN_CALLER Units WidenLow(const Bytes& bytes)
+KELGEN_IN_CALLER UnitVector WidenLow(const ByteVector& bytes)
 {
-    Units result;
+    UnitVector result;
     for (std::size_t i = 0; i < result.kCount; ++i)
         result.lane[i] = bytes.lane[i];
     return result;
 }
 
-KELGEN_IN_CALLER Units WidenHigh(const Bytes& bytes)
+KELGEN_IN_CALLER UnitVector WidenHigh(const ByteVector& bytes)
 {
-    Units result;
+    UnitVector result;
     for (std::size_t i = 0; i < result.kCount; ++i)
         result.lane[i] = bytes.lane[result.kCount + i];
     return result;

@@ -13,10 +13,10 @@
 
 namespace kelgen::processor {
 
-using Units = __m128i;
-using Bytes = __m128i;
-using WideUnits = __m256i;
-using WideBytes = __m256i;
+using UnitVector = __m128i;
+using ByteVector = __m128i;
+using WideUnitVector = __m256i;
+using WideByteVector = __m256i;
 using Block = __m128i;
 using BlockPair = __m256i;
 
@@ -68,92 +68,92 @@ KELGEN_IN_CALLER __m128i Without(__m128i a, __m128i b)
     return _mm_andnot_si128(b, a);
 }
 
-KELGEN_IN_CALLER Units LoadUnits(const void* from)
+KELGEN_IN_CALLER UnitVector LoadUnits(const void* from)
 {
     return _mm_loadu_si128(static_cast<const __m128i*>(from));
 }
 
-KELGEN_IN_CALLER void StoreUnits(void* to, Units units)
+KELGEN_IN_CALLER void StoreUnits(void* to, UnitVector units)
 {
     _mm_storeu_si128(static_cast<__m128i*>(to), units);
 }
 
-KELGEN_IN_CALLER Units FillUnits(std::uint16_t unit)
+KELGEN_IN_CALLER UnitVector FillUnits(std::uint16_t unit)
 {
     return _mm_set1_epi16(static_cast<short>(unit));
 }
 
-KELGEN_IN_CALLER Units EqualUnits(Units a, Units b)
+KELGEN_IN_CALLER UnitVector EqualUnits(UnitVector a, UnitVector b)
 {
     return _mm_cmpeq_epi16(a, b);
 }
 
-KELGEN_IN_CALLER Units Add(Units a, Units b)
+KELGEN_IN_CALLER UnitVector Add(UnitVector a, UnitVector b)
 {
     return _mm_add_epi16(a, b);
 }
 
-KELGEN_IN_CALLER Units Subtract(Units a, Units b)
+KELGEN_IN_CALLER UnitVector Subtract(UnitVector a, UnitVector b)
 {
     return _mm_sub_epi16(a, b);
 }
 
 /// All bits where the unit lies from @p low to @p high.
-KELGEN_IN_CALLER Units InRange(Units units, std::uint16_t low, std::uint16_t high)
+KELGEN_IN_CALLER UnitVector InRange(UnitVector units, std::uint16_t low, std::uint16_t high)
 {
     // There is only a signed comparison: shift the range to the lowest numbers.
-    const Units shifted = _mm_add_epi16(units, FillUnits(static_cast<std::uint16_t>(0x8000 - low)));
+    const UnitVector shifted = _mm_add_epi16(units, FillUnits(static_cast<std::uint16_t>(0x8000 - low)));
     return _mm_cmplt_epi16(shifted, FillUnits(static_cast<std::uint16_t>(0x8000 + high - low + 1)));
 }
 
-KELGEN_IN_CALLER unsigned LaneMask(Units lanes)
+KELGEN_IN_CALLER unsigned LaneMask(UnitVector lanes)
 {
     return static_cast<unsigned>(_mm_movemask_epi8(lanes));
 }
 
-KELGEN_IN_CALLER Bytes LoadBytes(const void* from)
+KELGEN_IN_CALLER ByteVector LoadBytes(const void* from)
 {
     return _mm_loadu_si128(static_cast<const __m128i*>(from));
 }
 
-KELGEN_IN_CALLER void StoreBytes(void* to, Bytes bytes)
+KELGEN_IN_CALLER void StoreBytes(void* to, ByteVector bytes)
 {
     _mm_storeu_si128(static_cast<__m128i*>(to), bytes);
 }
 
 /// Stores the first eight bytes.
-KELGEN_IN_CALLER void StoreHalf(void* to, Bytes bytes)
+KELGEN_IN_CALLER void StoreHalf(void* to, ByteVector bytes)
 {
     _mm_storel_epi64(static_cast<__m128i*>(to), bytes);
 }
 
-KELGEN_IN_CALLER Bytes FillBytes(std::uint8_t byte)
+KELGEN_IN_CALLER ByteVector FillBytes(std::uint8_t byte)
 {
     return _mm_set1_epi8(static_cast<char>(byte));
 }
 
-KELGEN_IN_CALLER Bytes EqualBytes(Bytes a, Bytes b)
+KELGEN_IN_CALLER ByteVector EqualBytes(ByteVector a, ByteVector b)
 {
     return _mm_cmpeq_epi8(a, b);
 }
 
 /// One bit for each byte: its highest.
-KELGEN_IN_CALLER unsigned HighBits(Bytes bytes)
+KELGEN_IN_CALLER unsigned HighBits(ByteVector bytes)
 {
     return static_cast<unsigned>(_mm_movemask_epi8(bytes));
 }
 
-KELGEN_IN_CALLER Bytes Narrow(Units first, Units second)
+KELGEN_IN_CALLER ByteVector Narrow(UnitVector first, UnitVector second)
 {
     return _mm_packus_epi16(first, second);
 }
 
-KELGEN_IN_CALLER Units WidenLow(Bytes bytes)
+KELGEN_IN_CALLER UnitVector WidenLow(ByteVector bytes)
 {
     return _mm_unpacklo_epi8(bytes, _mm_setzero_si128());
 }
 
-KELGEN_IN_CALLER Units WidenHigh(Bytes bytes)
+KELGEN_IN_CALLER UnitVector WidenHigh(ByteVector bytes)
 {
     return _mm_unpackhi_epi8(bytes, _mm_setzero_si128());
 }
@@ -183,73 +183,73 @@ KELGEN_WIDE_VECTORS KELGEN_IN_CALLER bool IsZero(__m256i a)
     return _mm256_testz_si256(a, a) != 0;
 }
 
-KELGEN_WIDE_VECTORS KELGEN_IN_CALLER WideUnits LoadWideUnits(const void* from)
+KELGEN_WIDE_VECTORS KELGEN_IN_CALLER WideUnitVector LoadWideUnits(const void* from)
 {
     return _mm256_loadu_si256(static_cast<const __m256i*>(from));
 }
 
-KELGEN_WIDE_VECTORS KELGEN_IN_CALLER void StoreUnits(void* to, WideUnits units)
+KELGEN_WIDE_VECTORS KELGEN_IN_CALLER void StoreUnits(void* to, WideUnitVector units)
 {
     _mm256_storeu_si256(static_cast<__m256i*>(to), units);
 }
 
-KELGEN_WIDE_VECTORS KELGEN_IN_CALLER WideUnits FillWideUnits(std::uint16_t unit)
+KELGEN_WIDE_VECTORS KELGEN_IN_CALLER WideUnitVector FillWideUnits(std::uint16_t unit)
 {
     return _mm256_set1_epi16(static_cast<short>(unit));
 }
 
-KELGEN_WIDE_VECTORS KELGEN_IN_CALLER WideUnits EqualUnits(WideUnits a, WideUnits b)
+KELGEN_WIDE_VECTORS KELGEN_IN_CALLER WideUnitVector EqualUnits(WideUnitVector a, WideUnitVector b)
 {
     return _mm256_cmpeq_epi16(a, b);
 }
 
 /// The smaller of each two units, without sign.
-KELGEN_WIDE_VECTORS KELGEN_IN_CALLER WideUnits SmallerUnits(WideUnits a, WideUnits b)
+KELGEN_WIDE_VECTORS KELGEN_IN_CALLER WideUnitVector SmallerUnits(WideUnitVector a, WideUnitVector b)
 {
     return _mm256_min_epu16(a, b);
 }
 
-KELGEN_WIDE_VECTORS KELGEN_IN_CALLER unsigned LaneMask(WideUnits lanes)
+KELGEN_WIDE_VECTORS KELGEN_IN_CALLER unsigned LaneMask(WideUnitVector lanes)
 {
     return static_cast<unsigned>(_mm256_movemask_epi8(lanes));
 }
 
-KELGEN_WIDE_VECTORS KELGEN_IN_CALLER WideBytes LoadWideBytes(const void* from)
+KELGEN_WIDE_VECTORS KELGEN_IN_CALLER WideByteVector LoadWideBytes(const void* from)
 {
     return _mm256_loadu_si256(static_cast<const __m256i*>(from));
 }
 
-KELGEN_WIDE_VECTORS KELGEN_IN_CALLER void StoreBytes(void* to, WideBytes bytes)
+KELGEN_WIDE_VECTORS KELGEN_IN_CALLER void StoreBytes(void* to, WideByteVector bytes)
 {
     _mm256_storeu_si256(static_cast<__m256i*>(to), bytes);
 }
 
-KELGEN_WIDE_VECTORS KELGEN_IN_CALLER WideBytes FillWideBytes(std::uint8_t byte)
+KELGEN_WIDE_VECTORS KELGEN_IN_CALLER WideByteVector FillWideBytes(std::uint8_t byte)
 {
     return _mm256_set1_epi8(static_cast<char>(byte));
 }
 
-KELGEN_WIDE_VECTORS KELGEN_IN_CALLER WideBytes EqualBytes(WideBytes a, WideBytes b)
+KELGEN_WIDE_VECTORS KELGEN_IN_CALLER WideByteVector EqualBytes(WideByteVector a, WideByteVector b)
 {
     return _mm256_cmpeq_epi8(a, b);
 }
 
-KELGEN_WIDE_VECTORS KELGEN_IN_CALLER unsigned HighBits(WideBytes bytes)
+KELGEN_WIDE_VECTORS KELGEN_IN_CALLER unsigned HighBits(WideByteVector bytes)
 {
     return static_cast<unsigned>(_mm256_movemask_epi8(bytes));
 }
 
-KELGEN_WIDE_VECTORS KELGEN_IN_CALLER WideBytes Narrow(WideUnits first, WideUnits second)
+KELGEN_WIDE_VECTORS KELGEN_IN_CALLER WideByteVector Narrow(WideUnitVector first, WideUnitVector second)
 {
     return _mm256_permute4x64_epi64(_mm256_packus_epi16(first, second), 0xD8);
 }
 
-KELGEN_WIDE_VECTORS KELGEN_IN_CALLER WideUnits WidenLow(WideBytes bytes)
+KELGEN_WIDE_VECTORS KELGEN_IN_CALLER WideUnitVector WidenLow(WideByteVector bytes)
 {
     return _mm256_cvtepu8_epi16(_mm256_castsi256_si128(bytes));
 }
 
-KELGEN_WIDE_VECTORS KELGEN_IN_CALLER WideUnits WidenHigh(WideBytes bytes)
+KELGEN_WIDE_VECTORS KELGEN_IN_CALLER WideUnitVector WidenHigh(WideByteVector bytes)
 {
     return _mm256_cvtepu8_epi16(_mm256_extracti128_si256(bytes, 1));
 }
