@@ -2,6 +2,9 @@
 if(NOT WIN32 AND NOT KELGEN_SANITIZE)
   add_test(NAME install COMMAND "${CMAKE_CURRENT_SOURCE_DIR}/install/check-package" "${CMAKE_BINARY_DIR}" "${PROJECT_SOURCE_DIR}")
   set_tests_properties(install PROPERTIES TIMEOUT 120)
+  kelgen_label_test(install plain)
+  # What is installed.
+  add_custom_target(test_install DEPENDS kelgen_kelgen kelgen_main)
 endif()
 
 # A host that is an application object, in the build itself.
@@ -9,3 +12,4 @@ add_executable(test_application "${CMAKE_CURRENT_SOURCE_DIR}/install/consumer/ap
 target_link_libraries(test_application PRIVATE kelgen::main kelgen_options)
 add_test(NAME application COMMAND test_application "two words" WORKING_DIRECTORY "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
 set_tests_properties(application PROPERTIES TIMEOUT 60)
+kelgen_label_test(application plain)
