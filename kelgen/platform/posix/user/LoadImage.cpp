@@ -15,7 +15,7 @@ using namespace kelgen::posix::user;
 
 namespace {
 
-constexpr int kDefaultSize = 32;
+constexpr int kIconSize = 32;
 
 struct Wanted
 {
@@ -64,8 +64,8 @@ HANDLE LoadSystemImage(ULONG_PTR number, const Wanted& wanted)
         return Fail(ERROR_RESOURCE_TYPE_NOT_FOUND, HANDLE());
     IconObject icon;
     icon.isIcon = wanted.IsIcon();
-    icon.width = wanted.width ? wanted.width : kDefaultSize;
-    icon.height = wanted.height ? wanted.height : kDefaultSize;
+    icon.width = wanted.width ? wanted.width : kIconSize;
+    icon.height = wanted.height ? wanted.height : kIconSize;
     if (icon.isIcon) {
         icon.xHotspot = icon.width / 2;
         icon.yHotspot = icon.height / 2;
@@ -154,8 +154,8 @@ HANDLE Load(HMODULE module, const Char* name, Wanted wanted)
     if (wanted.type > IMAGE_CURSOR)
         return nullptr;
     if ((wanted.flags & LR_DEFAULTSIZE) && wanted.type != IMAGE_BITMAP) {
-        wanted.width = wanted.width ? wanted.width : kDefaultSize;
-        wanted.height = wanted.height ? wanted.height : kDefaultSize;
+        wanted.width = wanted.width ? wanted.width : kIconSize;
+        wanted.height = wanted.height ? wanted.height : kIconSize;
     }
     if ((wanted.flags & LR_LOADFROMFILE) && wanted.type != IMAGE_BITMAP)
         return LoadFromFile(name, wanted);
