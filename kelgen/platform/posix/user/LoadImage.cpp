@@ -17,7 +17,7 @@ namespace {
 
 constexpr int kIconSize = 32;
 
-struct Wanted
+struct WantedImage
 {
     UINT type;
     int width;
@@ -57,7 +57,7 @@ bool IsOfSystem(ULONG_PTR number, bool isIcon)
 }
 
 /// One of the system's images: they exist in any size, and the arrow points with its tip.
-HANDLE LoadSystemImage(ULONG_PTR number, const Wanted& wanted)
+HANDLE LoadSystemImage(ULONG_PTR number, const WantedImage& wanted)
 {
     constexpr ULONG_PTR kArrow = 32512;
     if (!IsOfSystem(number, wanted.IsIcon()))
@@ -85,7 +85,7 @@ TemplateReader ReaderOf(HMODULE module, HRSRC resource)
 }
 
 /// The size in a bitmap resource, which starts with its header.
-HANDLE LoadBitmapResource(HMODULE module, HRSRC resource, const Wanted& wanted)
+HANDLE LoadBitmapResource(HMODULE module, HRSRC resource, const WantedImage& wanted)
 {
     constexpr int kLargest = 32767;
     TemplateReader reader = ReaderOf(module, resource);
@@ -100,7 +100,7 @@ HANDLE LoadBitmapResource(HMODULE module, HRSRC resource, const Wanted& wanted)
 }
 
 template <class Char>
-HANDLE LoadFromResource(HMODULE module, const Char* name, const Wanted& wanted)
+HANDLE LoadFromResource(HMODULE module, const Char* name, const WantedImage& wanted)
 {
     const HRSRC group = FindResourceOf(module, name, kGroupTypes[wanted.type]);
     if (!group) {
@@ -126,7 +126,7 @@ HANDLE LoadFromResource(HMODULE module, const Char* name, const Wanted& wanted)
 }
 
 template <class Char>
-HANDLE LoadFromFile(const Char* name, const Wanted& wanted)
+HANDLE LoadFromFile(const Char* name, const WantedImage& wanted)
 {
     constexpr DWORD kLargest = 16 << 20;
     const HANDLE file = OpenFile(name);
@@ -149,7 +149,7 @@ HANDLE LoadFromFile(const Char* name, const Wanted& wanted)
 }
 
 template <class Char>
-HANDLE Load(HMODULE module, const Char* name, Wanted wanted)
+HANDLE Load(HMODULE module, const Char* name, WantedImage wanted)
 {
     if (wanted.type > IMAGE_CURSOR)
         return nullptr;
