@@ -55,4 +55,21 @@ function(kelgen_add_library name output symbol)
   target_link_options(${target} PRIVATE -Wl,--no-undefined)
   # Builds in two thirds of the time, on windows in a quarter. tools/check-headers sees that headers do not rely on it.
   target_precompile_headers(${target} PRIVATE <algorithm> <memory> <string> <vector> <kelgen/platform/Win32.h>)
+  if(KELGEN_UNITY)
+    _kelgen_unite(${target} ${ARG_SOURCES})
+  endif()
+endfunction()
+
+# Hands the sources to the compiler by eight: a build from nothing takes a third of the time, one after a change of a source longer.
+# Only sources of one folder come together, so that names in unnamed namespaces have to differ there only.
+function(_kelgen_unite target)
+  foreach(source IN LISTS ARGN)
+    cmake_path(GET source PARENT_PATH folder)
+    cmake_path(RELATIVE_PATH folder BASE_DIRECTORY "${PROJECT_SOURCE_DIR}")
+    string(REPLACE "/" "_" folder "${folder}")
+    math(EXPR count_${folder} "0${count_${folder}} + 1")
+    math(EXPR group "${count_${folder}} / 8")
+    set_source_files_properties("${source}" PROPERTIES UNITY_GROUP "${folder}_${group}")
+  endforeach()
+  set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
 endfunction()

@@ -4,15 +4,24 @@
 # Compiles each script and makes its resources part of TARGET, a program or shared library that links kelgen. The calls of the
 # platform find them by TARGET's module handle. The script sees TARGET's include folders and its own folder. DEPENDS names files
 # that the scripts include; a change of one compiles again.
-# On Linux the compiled script lies in the section .kelgen.res of the ELF file and is registered while the file is loaded.
+# On Linux the project's own compiler preprocesses the script, and <windows.h> is a header of ours with what scripts use of it:
+# windres is all that this takes of mingw-w64. The compiled script lies in the section .kelgen.res of the ELF file and is
+# registered while the file is loaded.
 function(kelgen_add_resources target)
   cmake_parse_arguments(ARG "" "" "DEPENDS" ${ARGN})
   find_program(KELGEN_WINDRES NAMES x86_64-w64-mingw32-windres windres DOC "The compiler for resource scripts")
   if(NOT KELGEN_WINDRES)
-    message(FATAL_ERROR "kelgen_add_resources(${target}) needs windres, the resource compiler of mingw-w64")
+    message(FATAL_ERROR "kelgen_add_resources(${target}) needs windres, the resource compiler of mingw-w64 (Debian: binutils-mingw-w64-x86-64)")
   endif()
   list(TRANSFORM ARG_DEPENDS REPLACE "^([^/].*)$" "${CMAKE_CURRENT_SOURCE_DIR}/\\1")
   set(folders "$<TARGET_PROPERTY:${target},INCLUDE_DIRECTORIES>")
+  set(preprocessor "")
+  if(NOT WIN32)
+    # The one folder that kelgen's own headers lie in, in the source tree or installed.
+    set(headers "$<FILTER:$<TARGET_PROPERTY:kelgen::platform,INTERFACE_INCLUDE_DIRECTORIES>,INCLUDE,.>")
+    set(preprocessor "--preprocessor=${CMAKE_CXX_COMPILER}" --preprocessor-arg=-E --preprocessor-arg=-xc
+      --preprocessor-arg=-DRC_INVOKED "-I${headers}" "-I${headers}/kelgen/platform/posix/resources/scripts")
+  endif()
   foreach(script IN LISTS ARG_UNPARSED_ARGUMENTS)
     cmake_path(ABSOLUTE_PATH script NORMALIZE)
     cmake_path(GET script PARENT_PATH script_folder)
@@ -29,7 +38,7 @@ function(kelgen_add_resources target)
       set(format res)
     endif()
     add_custom_command(OUTPUT "${compiled}"
-      COMMAND "${KELGEN_WINDRES}" -O ${format} "-I${script_folder}" "$<$<BOOL:${folders}>:-I$<JOIN:${folders},;-I>>"
+      COMMAND "${KELGEN_WINDRES}" -O ${format} ${preprocessor} "-I${script_folder}" "$<$<BOOL:${folders}>:-I$<JOIN:${folders},;-I>>"
         -i "${script}" -o "${compiled}"
       DEPENDS "${script}" ${ARG_DEPENDS} COMMENT "Compiling resources ${name} of ${target}" VERBATIM COMMAND_EXPAND_LISTS)
     if(WIN32)

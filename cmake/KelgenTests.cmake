@@ -15,8 +15,14 @@ function(kelgen_add_test_program folder)
     COMMAND test_${name} "--gtest_output=xml:$<$<BOOL:${WIN32}>:Z:>${PROJECT_BINARY_DIR}/reports/${name}.xml" --gtest_brief=1
     WORKING_DIRECTORY "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
   set_tests_properties(${name} PROPERTIES TIMEOUT 300)
-  # On windows these share one mouse, one focus and one foreground window.
-  if(WIN32 AND name MATCHES "^(app|framework|platform_user|text|window)$")
-    set_tests_properties(${name} PROPERTIES RESOURCE_LOCK desktop)
+endfunction()
+
+# kelgen_label_test(NAME LABEL...)
+# Says what is special about a test. "threads": the thread sanitizer runs it. "desktop": on windows it shares the one mouse, focus
+# and foreground window with the others so labelled, and they run one after the other. "plain": no GoogleTest program.
+function(kelgen_label_test name)
+  set_property(TEST ${name} APPEND PROPERTY LABELS ${ARGN})
+  if(WIN32 AND "desktop" IN_LIST ARGN)
+    set_property(TEST ${name} APPEND PROPERTY RESOURCE_LOCK desktop)
   endif()
 endfunction()

@@ -14,45 +14,99 @@ need_packages()
     done
     [ -n "$missing" ] || return 0
 
-    echo "Installing with apt-get:$missing"
-    as_root=""
+    echo "installing with apt-get:$missing" >&2
+    as_root="env"
     if [ "$(id -u)" != 0 ]; then
-        as_root="sudo"
+        as_root="sudo env"
     fi
-    export DEBIAN_FRONTEND=noninteractive
-    log="$(mktemp)"
+    install_log="$(mktemp)"
     # shellcheck disable=SC2086
-    if ! { $as_root apt-get update && $as_root apt-get install -y --no-install-recommends $missing; } >"$log" 2>&1; then
-        tail -n 20 "$log" >&2
-        echo "Could not install:$missing" >&2
+    if ! { $as_root apt-get update &&
+        $as_root DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends $missing; } >"$install_log" 2>&1; then
+        tail -n 20 "$install_log" >&2
+        echo "could not install:$missing" >&2
+        rm -f "$install_log"
         return 1
     fi
-    rm -f "$log"
+    rm -f "$install_log"
 }
 
-# need_native, need_windows: what building and running for that target takes.
+# What building and running takes: for Linux, for its tests, for Windows. windres compiles resources for both.
 need_native()
 {
-    need_packages g++=g++ cmake=cmake ninja=ninja-build ccache=ccache x86_64-w64-mingw32-windres=binutils-mingw-w64-x86-64 "$@"
+    need_packages g++=g++ cmake=cmake ninja=ninja-build x86_64-w64-mingw32-windres=binutils-mingw-w64-x86-64 "$@"
+}
+
+need_native_tests()
+{
+    need_native /usr/include/gtest/gtest.h=libgtest-dev /usr/src/googletest/CMakeLists.txt=googletest pkg-config=pkg-config "$@"
 }
 
 need_windows()
 {
-    need_packages cmake=cmake ninja=ninja-build ccache=ccache x86_64-w64-mingw32-g++-posix=g++-mingw-w64-x86-64-posix \
+    need_packages cmake=cmake ninja=ninja-build x86_64-w64-mingw32-g++-posix=g++-mingw-w64-x86-64-posix \
         x86_64-w64-mingw32-windres=binutils-mingw-w64-x86-64 wine=wine /usr/lib/wine/wine64=wine64 Xvfb=xvfb "$@"
 }
 
-# build PRESET [TARGET...]: configures once and builds; prints only what went wrong.
-build()
+need_windows_tests()
 {
-    preset="$1"
-    shift
+    need_windows /usr/src/googletest/CMakeLists.txt=googletest pkg-config=pkg-config "$@"
+}
+
+# configure PRESET: prints only what went wrong.
+configure()
+{
     build_log="$(mktemp)"
-    if ! cmake --preset "$preset" >"$build_log" 2>&1 ||
-        ! cmake --build --preset "$preset" ${1:+--target "$@"} >"$build_log" 2>&1; then
+    if ! cmake --preset "$1" >"$build_log" 2>&1; then
         cat "$build_log" >&2
         rm -f "$build_log"
         return 1
     fi
     rm -f "$build_log"
+}
+
+# build PRESET [TARGET...]: configures and builds. Tells how far it is, and prints the output of commands that fail.
+build()
+{
+    build_preset="$1"
+    shift
+    configure "$build_preset" || return 1
+    {
+        NINJA_STATUS='@%f %t ' ninja -C "build/$build_preset" "$@" 2>&1 && echo '@built' || echo '@failed'
+    } | show_progress
+}
+
+# show_progress: reads what ninja prints and tells it on the standard error output: one line that moves on a terminal, a line
+# every ten seconds else. Of the commands only what failed is shown. Fails if the build did.
+show_progress()
+{
+    failing=no
+    result=1
+    next=$(($(date +%s) + 10))
+    clear=""
+    [ ! -t 2 ] || clear="$(printf '\r\033[K')"
+    while IFS= read -r line; do
+        case "$line" in
+        @built) result=0 ;;
+        @failed) ;;
+        @[0-9]*)
+            failing=no
+            line="${line#@}"
+            line="building ${line%% *} of $(echo "$line" | cut -d ' ' -f 2)"
+            if [ -n "$clear" ]; then
+                printf '%s%s' "$clear" "$line" >&2
+            elif [ "$(date +%s)" -ge "$next" ]; then
+                echo "$line" >&2
+                next=$(($(date +%s) + 10))
+            fi
+            ;;
+        FAILED:* | ninja:\ error:*)
+            failing=yes
+            printf '%s%s\n' "$clear" "$line" >&2
+            ;;
+        *) [ $failing = no ] || printf '%s\n' "$line" >&2 ;;
+        esac
+    done
+    printf '%s' "$clear" >&2
+    return $result
 }

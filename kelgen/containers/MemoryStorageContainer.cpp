@@ -3,13 +3,13 @@
 
 namespace {
 
-constexpr DWORD kAddUp = 512;
+constexpr DWORD kUsualAddUp = 512;
 
 }  // namespace
 
 CMemoryStorageContainer::CMemoryStorageContainer(DWORD addUp) : m_addUp(addUp) {}
 
-CMemoryStorageContainer::CMemoryStorageContainer(void* data, DWORD size) : m_addUp(kAddUp)
+CMemoryStorageContainer::CMemoryStorageContainer(void* data, DWORD size) : m_addUp(kUsualAddUp)
 {
     static_cast<void>(data);
     static_cast<void>(size);

@@ -8,7 +8,7 @@ using kelgen::AsWide;
 
 namespace {
 
-constexpr UINT kLatin1 = 1252;
+constexpr UINT kWesternPage = 1252;
 constexpr UINT kShiftJis = 932;
 
 /// A zeroed buffer that only grows.
@@ -72,10 +72,10 @@ bool CInternational::AllocCh(int nBytes)
 
 bool CInternational::Latin1ToUnicode(CWStr& dst, const char* src, int n)
 {
-    const int count = MultiByteToWideChar(kLatin1, 0, src, n, nullptr, 0);
+    const int count = MultiByteToWideChar(kWesternPage, 0, src, n, nullptr, 0);
     if (!AllocWch(count + 1))
         return false;
-    ToScratch(kLatin1, src, n, count);
+    ToScratch(kWesternPage, src, n, count);
     wideScratch.units[count] = 0;
     dst = wideScratch.units;
     return true;
@@ -99,7 +99,7 @@ bool CInternational::StringToLatin1(char* dst, int n, const char* src)
 {
     if (!AllocWch(n))
         return false;
-    StringTo(kLatin1, dst, n, src);
+    StringTo(kWesternPage, dst, n, src);
     return true;
 }
 
@@ -116,7 +116,7 @@ int CInternational::StringToLatin1Count(const char* src)
     const int count = StringToUnicodeCount(src);
     if (!AllocWch(count))
         return 0;
-    return FromScratch(kLatin1, ToScratch(GetOEMCP(), src, -1, count), nullptr, 0);
+    return FromScratch(kWesternPage, ToScratch(GetOEMCP(), src, -1, count), nullptr, 0);
 }
 
 int CInternational::StringToShiftJisCount(const char* src)
@@ -147,8 +147,8 @@ bool ScratchToString(CString& dst, int units, const AllocNarrow& allocNarrow)
 
 bool CInternational::Latin1ToString(CString& dst, const char* src, int n)
 {
-    const int count = MultiByteToWideChar(kLatin1, 0, src, n, nullptr, 0);
-    return AllocWch(count) && ScratchToString(dst, ToScratch(kLatin1, src, n, count), AllocCh);
+    const int count = MultiByteToWideChar(kWesternPage, 0, src, n, nullptr, 0);
+    return AllocWch(count) && ScratchToString(dst, ToScratch(kWesternPage, src, n, count), AllocCh);
 }
 
 bool CInternational::ShiftJisToString(CString& dst, const char* src, int n)

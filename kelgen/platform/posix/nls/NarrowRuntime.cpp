@@ -29,7 +29,7 @@ char UpperByte(char byte)
 }
 
 // Compares the first @p count bytes of two texts. By contract bytes above 0x7F are negative here.
-int Compare(const char* left, const char* right, std::size_t count)
+int CompareBytes(const char* left, const char* right, std::size_t count)
 {
     if (count != 0 && (!left || !right))
         return kNoComparison;
@@ -46,12 +46,12 @@ int Compare(const char* left, const char* right, std::size_t count)
 
 int _stricmp(const char* left, const char* right)
 {
-    return Compare(left, right, std::numeric_limits<std::size_t>::max());
+    return CompareBytes(left, right, std::numeric_limits<std::size_t>::max());
 }
 
 int _strnicmp(const char* left, const char* right, std::size_t count)
 {
-    return Compare(left, right, count);
+    return CompareBytes(left, right, count);
 }
 
 int _stricoll(const char* left, const char* right)

@@ -7,13 +7,13 @@ namespace kelgen::posix {
 
 namespace {
 
-constexpr char kDigits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+constexpr char kBase64Digits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
 // The value of a base 64 digit, or -1.
 int DigitOf(char byte)
 {
-    const char* at = byte != 0 ? std::strchr(kDigits, byte) : nullptr;
-    return at ? static_cast<int>(at - kDigits) : -1;
+    const char* at = byte != 0 ? std::strchr(kBase64Digits, byte) : nullptr;
+    return at ? static_cast<int>(at - kBase64Digits) : -1;
 }
 
 // Characters that are never encoded.
@@ -105,10 +105,10 @@ Converted EncodeUtf7(Units from, ByteRoom to)
         for (; at < end && !IsDirect(*at) && *at != '+'; ++at) {
             bits = bits << 16 | *at;
             for (bitCount += 16; bitCount >= 6; bitCount -= 6)
-                writer.Put(kDigits[bits >> (bitCount - 6) & 0x3F]);
+                writer.Put(kBase64Digits[bits >> (bitCount - 6) & 0x3F]);
         }
         if (bitCount > 0)
-            writer.Put(kDigits[bits << (6 - bitCount) & 0x3F]);
+            writer.Put(kBase64Digits[bits << (6 - bitCount) & 0x3F]);
         writer.Put('-');
     }
     return writer.Result();

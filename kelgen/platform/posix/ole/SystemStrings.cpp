@@ -8,7 +8,7 @@
 namespace {
 
 // The block begins eight bytes before the text so that the text is aligned as a pointer is.
-constexpr size_t kPrefix = 8;
+constexpr size_t kLengthPrefix = 8;
 constexpr size_t kLength = 4;
 
 UINT* LengthOf(BSTR string)
@@ -20,14 +20,14 @@ BSTR Allocate(const void* bytes, size_t length)
 {
     if (length > 0x7FFFFFF0)
         return nullptr;
-    auto* const block = static_cast<char*>(std::malloc(kPrefix + length + sizeof(OLECHAR)));
+    auto* const block = static_cast<char*>(std::malloc(kLengthPrefix + length + sizeof(OLECHAR)));
     if (!block)
         return nullptr;
-    const BSTR string = reinterpret_cast<BSTR>(block + kPrefix);
+    const BSTR string = reinterpret_cast<BSTR>(block + kLengthPrefix);
     *LengthOf(string) = static_cast<UINT>(length);
     if (bytes)
         std::memcpy(string, bytes, length);
-    std::memset(block + kPrefix + length, 0, sizeof(OLECHAR));
+    std::memset(block + kLengthPrefix + length, 0, sizeof(OLECHAR));
     return string;
 }
 
@@ -73,7 +73,7 @@ INT SysReAllocStringLen(BSTR* string, const OLECHAR* text, UINT length)
 void SysFreeString(BSTR string)
 {
     if (string)
-        std::free(reinterpret_cast<char*>(string) - kPrefix);
+        std::free(reinterpret_cast<char*>(string) - kLengthPrefix);
 }
 
 UINT SysStringLen(BSTR string)

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <kelgen/platform/posix/user/api/Messages.h>
+#ifndef RC_INVOKED
 #include <kelgen/platform/posix/user/api/WindowTypes.h>
+#endif
 
 #define WC_BUTTONA "Button"
 #define WC_STATICA "Static"

@@ -1,8 +1,10 @@
 // Dialogs.h: dialogs from templates, their keyboard, and their buttons.
 #pragma once
 
+#ifndef RC_INVOKED
 #include <kelgen/platform/Export.h>
 #include <kelgen/platform/posix/user/api/WindowTypes.h>
+#endif
 
 // Dialog styles.
 #define DS_ABSALIGN 0x01
@@ -35,6 +37,8 @@
 #define IDCONTINUE 11
 
 #define WC_DIALOG (MAKEINTATOM(0x8002))
+
+#ifndef RC_INVOKED
 
 #pragma pack(push, 2)
 /// The start of a template of the first form; menu, class, title and, with DS_SETFONT, the font follow.
@@ -147,3 +151,5 @@ KELGEN_PLATFORM_API UINT IsDlgButtonChecked(HWND dialog, int id);
 #define CreateDialogIndirect CreateDialogIndirectA
 #define DialogBox DialogBoxA
 #define DialogBoxIndirect DialogBoxIndirectA
+
+#endif  // RC_INVOKED

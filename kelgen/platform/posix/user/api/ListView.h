@@ -1,8 +1,10 @@
 // ListView.h: the list view control: items with texts in columns.
 #pragma once
 
+#ifndef RC_INVOKED
 #include <kelgen/platform/Export.h>
 #include <kelgen/platform/posix/user/api/WindowTypes.h>
+#endif
 
 #define WC_LISTVIEWA "SysListView32"
 #define WC_LISTVIEW WC_LISTVIEWA
@@ -88,6 +90,8 @@
 #define LVN_INSERTITEM (0u - 102u)
 #define LVN_DELETEITEM (0u - 103u)
 #define LVN_DELETEALLITEMS (0u - 104u)
+
+#ifndef RC_INVOKED
 
 struct LVITEMA
 {
@@ -182,3 +186,5 @@ struct INITCOMMONCONTROLSEX
 /// Registers the controls that are not there from the start; here all are. FALSE for a record of another size.
 KELGEN_PLATFORM_API BOOL InitCommonControlsEx(const INITCOMMONCONTROLSEX* controls);
 KELGEN_PLATFORM_API void InitCommonControls();
+
+#endif  // RC_INVOKED

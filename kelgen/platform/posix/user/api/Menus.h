@@ -1,8 +1,10 @@
 // Menus.h: menus, their items, the menus of windows and the loop in which the user picks an item.
 #pragma once
 
+#ifndef RC_INVOKED
 #include <kelgen/platform/Export.h>
 #include <kelgen/platform/posix/user/api/WindowTypes.h>
+#endif
 
 // Flags of items.
 #define MF_INSERT 0x00000000
@@ -73,14 +75,14 @@
 #define MIM_HELPID 0x00000004
 #define MIM_MENUDATA 0x00000008
 #define MIM_STYLE 0x00000010
-#define MIM_APPLYTOSUBMENUS 0x80000000u
+#define MIM_APPLYTOSUBMENUS 0x80000000
 
 #define MNS_CHECKORBMP 0x04000000
 #define MNS_NOTIFYBYPOS 0x08000000
 #define MNS_AUTODISMISS 0x10000000
 #define MNS_DRAGDROP 0x20000000
 #define MNS_MODELESS 0x40000000
-#define MNS_NOCHECK 0x80000000u
+#define MNS_NOCHECK 0x80000000
 
 #define GMDI_USEDISABLED 0x0001
 #define GMDI_GOINTOPOPUPS 0x0002
@@ -104,6 +106,8 @@
 #define MNC_CLOSE 1
 #define MNC_EXECUTE 2
 #define MNC_SELECT 3
+
+#ifndef RC_INVOKED
 
 struct MENUITEMINFOA
 {
@@ -284,3 +288,5 @@ using LPCMENUITEMINFO = LPCMENUITEMINFOA;
 #define GetMenuString GetMenuStringA
 #define LoadMenu LoadMenuA
 #define LoadMenuIndirect LoadMenuIndirectA
+
+#endif  // RC_INVOKED

@@ -3,7 +3,7 @@
 
 // Window styles.
 #define WS_OVERLAPPED 0x00000000
-#define WS_POPUP 0x80000000u
+#define WS_POPUP 0x80000000
 #define WS_CHILD 0x40000000
 #define WS_MINIMIZE 0x20000000
 #define WS_VISIBLE 0x10000000
@@ -222,8 +222,8 @@
 #define TME_LEAVE 0x00000002
 #define TME_NONCLIENT 0x00000010
 #define TME_QUERY 0x40000000
-#define TME_CANCEL 0x80000000u
-#define HOVER_DEFAULT 0xFFFFFFFFu
+#define TME_CANCEL 0x80000000
+#define HOVER_DEFAULT 0xFFFFFFFF
 
 // Animation, of which there is none here.
 #define AW_HOR_POSITIVE 0x00000001

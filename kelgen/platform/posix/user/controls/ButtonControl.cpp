@@ -18,7 +18,7 @@ struct ButtonState
     HANDLE bitmap = nullptr;
 };
 
-UINT TypeOf(HWND button)
+UINT ButtonTypeOf(HWND button)
 {
     return StyleOf(button) & BS_TYPEMASK;
 }
@@ -80,7 +80,7 @@ void CheckInGroup(HWND button)
 /// What a click does before the parent hears of it.
 void CheckByClick(HWND button, const ButtonState& state)
 {
-    switch (TypeOf(button)) {
+    switch (ButtonTypeOf(button)) {
     case BS_AUTOCHECKBOX:
         SendMessageW(button, BM_SETCHECK, !(state.bits & BST_CHECKED), 0);
         break;
@@ -97,7 +97,7 @@ void CheckByClick(HWND button, const ButtonState& state)
 
 void SetCheck(HWND button, ButtonState& state, UINT check)
 {
-    const UINT type = TypeOf(button);
+    const UINT type = ButtonTypeOf(button);
     check = std::min(check, HighestCheck(type));
     // The Tab key goes to the checked one of a group.
     if (IsRadio(type))
@@ -140,7 +140,7 @@ LRESULT SetImage(ButtonState& state, WPARAM type, LPARAM image)
 
 LRESULT OnMouse(HWND button, ButtonState& state, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    const UINT type = TypeOf(button);
+    const UINT type = ButtonTypeOf(button);
     switch (message) {
     case WM_LBUTTONDBLCLK:
         if ((StyleOf(button) & BS_NOTIFY) || IsRadio(type) || type == BS_USERBUTTON || type == BS_OWNERDRAW) {
@@ -187,13 +187,13 @@ LRESULT CALLBACK ButtonProcedure(HWND button, UINT message, WPARAM wParam, LPARA
     ButtonState& state = *holder;
     switch (message) {
     case WM_CREATE:
-        if (TypeOf(button) == BS_USERBUTTON)
+        if (ButtonTypeOf(button) == BS_USERBUTTON)
             ChangeStyle(button, BS_TYPEMASK, BS_PUSHBUTTON);
         return 0;
     case WM_GETDLGCODE:
-        return static_cast<LRESULT>(CodeOf(TypeOf(button)));
+        return static_cast<LRESULT>(CodeOf(ButtonTypeOf(button)));
     case WM_NCHITTEST:
-        if (TypeOf(button) == BS_GROUPBOX)
+        if (ButtonTypeOf(button) == BS_GROUPBOX)
             return HTTRANSPARENT;
         break;
     case WM_LBUTTONDBLCLK:

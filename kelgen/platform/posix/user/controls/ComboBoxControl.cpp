@@ -16,7 +16,7 @@ constexpr int kListId = 1000;
 constexpr int kEditId = 1001;
 constexpr int kButtonWidth = 23;
 
-UINT TypeOf(HWND combo)
+UINT ComboTypeOf(HWND combo)
 {
     return StyleOf(combo) & 3;
 }
@@ -44,7 +44,7 @@ DWORD Translated(DWORD style, std::initializer_list<std::pair<DWORD, DWORD>> pai
 bool CreateParts(HWND combo, ComboBoxState& state, const CREATESTRUCTW& create)
 {
     const DWORD style = StyleOf(combo);
-    const bool isSimple = TypeOf(combo) == CBS_SIMPLE;
+    const bool isSimple = ComboTypeOf(combo) == CBS_SIMPLE;
     state.dropHeight = create.cy;
     state.dropWidth = create.cx;
     DWORD listStyle = LBS_NOTIFY | WS_BORDER | WS_CLIPSIBLINGS | (style & WS_VSCROLL) |
@@ -61,7 +61,7 @@ bool CreateParts(HWND combo, ComboBoxState& state, const CREATESTRUCTW& create)
                                  listStyle, 0, 0, create.cx, create.cy, combo, isSimple ? IdOf(kListId) : nullptr, create.hInstance, combo);
     if (!state.list)
         return false;
-    if (TypeOf(combo) == CBS_DROPDOWNLIST)
+    if (ComboTypeOf(combo) == CBS_DROPDOWNLIST)
         return true;
     const DWORD editStyle = WS_CHILD | WS_VISIBLE | ES_NOHIDESEL | ES_LEFT |
                             Translated(style, {{CBS_AUTOHSCROLL, ES_AUTOHSCROLL},
@@ -82,7 +82,7 @@ void Arrange(HWND combo, const ComboBoxState& state)
     GetWindowRect(combo, &window);
     const int width = window.right - window.left;
     const int height = state.itemHeight + 8;
-    const bool isSimple = TypeOf(combo) == CBS_SIMPLE;
+    const bool isSimple = ComboTypeOf(combo) == CBS_SIMPLE;
     if (!isSimple && window.bottom - window.top != height) {
         SetWindowPos(combo, nullptr, 0, 0, width, height, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOMOVE);
         return;
@@ -222,11 +222,11 @@ LRESULT ComboMessage(HWND combo, ComboBoxState& state, UINT message, WPARAM wPar
         SetEditText(state, reinterpret_cast<const WCHAR*>(u""));
         return TRUE;
     case CB_SHOWDROPDOWN:
-        if (TypeOf(combo) != CBS_SIMPLE && (wParam != 0) != state.isDropped)
+        if (ComboTypeOf(combo) != CBS_SIMPLE && (wParam != 0) != state.isDropped)
             ShowList(combo, state, wParam != 0, false);
         return TRUE;
     case CB_GETDROPPEDSTATE:
-        return state.isDropped || TypeOf(combo) == CBS_SIMPLE;
+        return state.isDropped || ComboTypeOf(combo) == CBS_SIMPLE;
     case CB_GETEDITSEL:
         return state.edit ? SendMessageW(state.edit, EM_GETSEL, wParam, lParam) : CB_ERR;
     case CB_SETEDITSEL:
@@ -247,9 +247,9 @@ LRESULT ComboMessage(HWND combo, ComboBoxState& state, UINT message, WPARAM wPar
     case CB_GETEXTENDEDUI:
         return state.hasExtendedKeys;
     case CB_GETDROPPEDWIDTH:
-        return TypeOf(combo) == CBS_SIMPLE ? CB_ERR : state.dropWidth;
+        return ComboTypeOf(combo) == CBS_SIMPLE ? CB_ERR : state.dropWidth;
     case CB_SETDROPPEDWIDTH:
-        if (TypeOf(combo) == CBS_SIMPLE)
+        if (ComboTypeOf(combo) == CBS_SIMPLE)
             return CB_ERR;
         state.dropWidth = std::max(state.dropWidth, static_cast<int>(wParam));
         return state.dropWidth;
@@ -356,7 +356,7 @@ LRESULT CALLBACK ComboBoxProcedure(HWND combo, UINT message, WPARAM wParam, LPAR
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
         SetFocus(combo);
-        if (TypeOf(combo) != CBS_SIMPLE)
+        if (ComboTypeOf(combo) != CBS_SIMPLE)
             ShowList(combo, state, !state.isDropped, false);
         return 0;
     case WM_COMPAREITEM:

@@ -190,7 +190,7 @@ LRESULT SelectString(HWND list, ListBoxState& state, int start, LPARAM text)
     return found;
 }
 
-int HeightOf(const ListBoxState& state, int index)
+int ItemHeight(const ListBoxState& state, int index)
 {
     return state.items[index].height ? state.items[index].height : state.itemHeight;
 }
@@ -202,10 +202,10 @@ LRESULT ItemRectangle(HWND list, const ListBoxState& state, int index, RECT* rec
     GetClientRect(list, rectangle);
     rectangle->top = 0;
     for (int i = state.items.top; i < index; ++i)
-        rectangle->top += HeightOf(state, i);
+        rectangle->top += ItemHeight(state, i);
     for (int i = index; i < state.items.top; ++i)
-        rectangle->top -= HeightOf(state, i);
-    rectangle->bottom = rectangle->top + HeightOf(state, index);
+        rectangle->top -= ItemHeight(state, i);
+    rectangle->bottom = rectangle->top + ItemHeight(state, index);
     return LB_OKAY;
 }
 
@@ -336,7 +336,7 @@ LRESULT ViewMessage(HWND list, ListBoxState& state, UINT message, WPARAM wParam,
         return MAKELONG(std::clamp(row, 0, std::max(items.Count() - 1, 0)), row < 0 || row >= items.Count());
     }
     case LB_GETITEMHEIGHT:
-        return items.Has(index) ? HeightOf(state, index) : state.itemHeight;
+        return items.Has(index) ? ItemHeight(state, index) : state.itemHeight;
     case LB_SETITEMHEIGHT:
         if (LOWORD(lParam) == 0)
             return LB_ERR;

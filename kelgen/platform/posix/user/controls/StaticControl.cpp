@@ -13,7 +13,7 @@ struct StaticState
     HANDLE image = nullptr;
 };
 
-UINT TypeOf(HWND label)
+UINT LabelTypeOf(HWND label)
 {
     return StyleOf(label) & SS_TYPEMASK;
 }
@@ -21,7 +21,7 @@ UINT TypeOf(HWND label)
 /// The kind of image that a label of this type shows, or -1.
 int ImageTypeOf(HWND label)
 {
-    switch (TypeOf(label)) {
+    switch (LabelTypeOf(label)) {
     case SS_ICON:
         return IMAGE_ICON;
     case SS_BITMAP:

@@ -13,14 +13,14 @@ using namespace kelgen::posix;
 
 namespace {
 
-DWORD StyleOf(HWND window)
+DWORD ControlStyle(HWND window)
 {
     return static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE));
 }
 
 bool IsUsable(HWND window)
 {
-    return (StyleOf(window) & (WS_VISIBLE | WS_DISABLED)) == WS_VISIBLE;
+    return (ControlStyle(window) & (WS_VISIBLE | WS_DISABLED)) == WS_VISIBLE;
 }
 
 /// The children of @p window in order; those with WS_EX_CONTROLPARENT stand for what is in them.
@@ -40,7 +40,7 @@ std::size_t IndexOf(const std::vector<HWND>& controls, HWND window)
 {
     while (window) {
         const auto found = std::ranges::find(controls, window);
-        if (found != controls.end() || !(StyleOf(window) & WS_CHILD))
+        if (found != controls.end() || !(ControlStyle(window) & WS_CHILD))
             return static_cast<std::size_t>(found - controls.begin());
         window = GetParent(window);
     }
@@ -51,10 +51,10 @@ std::size_t IndexOf(const std::vector<HWND>& controls, HWND window)
 std::vector<HWND> GroupOf(const std::vector<HWND>& controls, std::size_t index)
 {
     std::size_t first = index < controls.size() ? index : 0;
-    while (first > 0 && !(StyleOf(controls[first]) & WS_GROUP))
+    while (first > 0 && !(ControlStyle(controls[first]) & WS_GROUP))
         --first;
     std::size_t last = first + 1;
-    while (last < controls.size() && !(StyleOf(controls[last]) & WS_GROUP))
+    while (last < controls.size() && !(ControlStyle(controls[last]) & WS_GROUP))
         ++last;
     return {controls.begin() + static_cast<std::ptrdiff_t>(first), controls.begin() + static_cast<std::ptrdiff_t>(last)};
 }
@@ -82,7 +82,7 @@ HWND GetNextDlgTabItem(HWND dialog, HWND control, BOOL previous)
         return Fail(ERROR_INVALID_WINDOW_HANDLE, HWND());
     std::vector<HWND> controls;
     CollectControls(dialog, controls);
-    return NextOf(controls, control, previous != FALSE, [](HWND each) { return (StyleOf(each) & WS_TABSTOP) && IsUsable(each); });
+    return NextOf(controls, control, previous != FALSE, [](HWND each) { return (ControlStyle(each) & WS_TABSTOP) && IsUsable(each); });
 }
 
 HWND GetNextDlgGroupItem(HWND dialog, HWND control, BOOL previous)

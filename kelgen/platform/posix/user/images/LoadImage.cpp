@@ -16,9 +16,9 @@ using namespace kelgen::posix::user;
 
 namespace {
 
-constexpr int kDefaultSize = 32;
+constexpr int kIconSize = 32;
 
-struct Wanted
+struct WantedImage
 {
     UINT type;
     int width;
@@ -58,15 +58,15 @@ bool IsOfSystem(ULONG_PTR number, bool isIcon)
 }
 
 /// One of the system's images: they exist in any size, and the arrow points with its tip.
-HANDLE LoadSystemImage(ULONG_PTR number, const Wanted& wanted)
+HANDLE LoadSystemImage(ULONG_PTR number, const WantedImage& wanted)
 {
     constexpr ULONG_PTR kArrow = 32512;
     if (!IsOfSystem(number, wanted.IsIcon()))
         return Fail(ERROR_RESOURCE_TYPE_NOT_FOUND, HANDLE());
     IconObject icon;
     icon.isIcon = wanted.IsIcon();
-    icon.width = wanted.width ? wanted.width : kDefaultSize;
-    icon.height = wanted.height ? wanted.height : kDefaultSize;
+    icon.width = wanted.width ? wanted.width : kIconSize;
+    icon.height = wanted.height ? wanted.height : kIconSize;
     if (icon.isIcon) {
         icon.xHotspot = icon.width / 2;
         icon.yHotspot = icon.height / 2;
@@ -86,7 +86,7 @@ TemplateReader ReaderOf(HMODULE module, HRSRC resource)
 }
 
 /// The size in a bitmap resource, which starts with its header.
-HANDLE LoadBitmapResource(HMODULE module, HRSRC resource, const Wanted& wanted)
+HANDLE LoadBitmapResource(HMODULE module, HRSRC resource, const WantedImage& wanted)
 {
     constexpr int kLargest = 32767;
     TemplateReader reader = ReaderOf(module, resource);
@@ -101,7 +101,7 @@ HANDLE LoadBitmapResource(HMODULE module, HRSRC resource, const Wanted& wanted)
 }
 
 template <class Char>
-HANDLE LoadFromResource(HMODULE module, const Char* name, const Wanted& wanted)
+HANDLE LoadFromResource(HMODULE module, const Char* name, const WantedImage& wanted)
 {
     const HRSRC group = FindResourceOf(module, name, kGroupTypes[wanted.type]);
     if (!group) {
@@ -127,7 +127,7 @@ HANDLE LoadFromResource(HMODULE module, const Char* name, const Wanted& wanted)
 }
 
 template <class Char>
-HANDLE LoadFromFile(const Char* name, const Wanted& wanted)
+HANDLE LoadFromFile(const Char* name, const WantedImage& wanted)
 {
     constexpr DWORD kLargest = 16 << 20;
     const HANDLE file = OpenFile(name);
@@ -150,13 +150,13 @@ HANDLE LoadFromFile(const Char* name, const Wanted& wanted)
 }
 
 template <class Char>
-HANDLE Load(HMODULE module, const Char* name, Wanted wanted)
+HANDLE Load(HMODULE module, const Char* name, WantedImage wanted)
 {
     if (wanted.type > IMAGE_CURSOR)
         return nullptr;
     if ((wanted.flags & LR_DEFAULTSIZE) && wanted.type != IMAGE_BITMAP) {
-        wanted.width = wanted.width ? wanted.width : kDefaultSize;
-        wanted.height = wanted.height ? wanted.height : kDefaultSize;
+        wanted.width = wanted.width ? wanted.width : kIconSize;
+        wanted.height = wanted.height ? wanted.height : kIconSize;
     }
     if ((wanted.flags & LR_LOADFROMFILE) && wanted.type != IMAGE_BITMAP)
         return LoadFromFile(name, wanted);

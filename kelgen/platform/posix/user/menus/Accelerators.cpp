@@ -39,7 +39,7 @@ HACCEL Insert(Entries entries)
 }
 
 /// Entries of eight bytes, the last one marked. Source: the ACCELTABLEENTRY format.
-HACCEL Load(HINSTANCE module, HRSRC resource)
+HACCEL LoadTable(HINSTANCE module, HRSRC resource)
 {
     constexpr WORD kIsLast = 0x80;
     const auto* bytes = static_cast<const BYTE*>(LockResource(LoadResource(module, resource)));
@@ -89,12 +89,12 @@ HACCEL CreateAcceleratorTableW(LPACCEL entries, int count)
 
 HACCEL LoadAcceleratorsA(HINSTANCE module, LPCSTR name)
 {
-    return Load(module, FindResourceA(module, name, RT_ACCELERATOR));
+    return LoadTable(module, FindResourceA(module, name, RT_ACCELERATOR));
 }
 
 HACCEL LoadAcceleratorsW(HINSTANCE module, LPCWSTR name)
 {
-    return Load(module, FindResourceW(module, name, MAKEINTRESOURCEW(9)));
+    return LoadTable(module, FindResourceW(module, name, MAKEINTRESOURCEW(9)));
 }
 
 BOOL DestroyAcceleratorTable(HACCEL table)

@@ -10,7 +10,7 @@ using namespace kelgen::posix::user;
 namespace {
 
 // Deeper templates are taken for damaged ones.
-constexpr int kDeepest = 25;
+constexpr int kDeepestTemplate = 25;
 
 bool ReadItems(TemplateReader& reader, HMENU menu, int depth);
 bool ReadItemsEx(TemplateReader& reader, HMENU menu, int depth);
@@ -21,7 +21,7 @@ using ItemsReader = bool (*)(TemplateReader& reader, HMENU menu, int depth);
 HMENU ReadSubmenu(TemplateReader& reader, ItemsReader readItems, int depth)
 {
     const HMENU submenu = CreatePopupMenu();
-    if (submenu && depth < kDeepest && readItems(reader, submenu, depth + 1))
+    if (submenu && depth < kDeepestTemplate && readItems(reader, submenu, depth + 1))
         return submenu;
     DestroyMenu(submenu);
     return nullptr;
@@ -100,7 +100,7 @@ HMENU Read(TemplateReader reader)
     return nullptr;
 }
 
-HMENU Load(HINSTANCE module, HRSRC resource)
+HMENU LoadMenuResource(HINSTANCE module, HRSRC resource)
 {
     const auto* bytes = static_cast<const BYTE*>(LockResource(LoadResource(module, resource)));
     return bytes ? Read(TemplateReader(bytes, SizeofResource(module, resource))) : nullptr;
@@ -110,12 +110,12 @@ HMENU Load(HINSTANCE module, HRSRC resource)
 
 HMENU LoadMenuA(HINSTANCE module, LPCSTR name)
 {
-    return Load(module, FindResourceA(module, name, RT_MENU));
+    return LoadMenuResource(module, FindResourceA(module, name, RT_MENU));
 }
 
 HMENU LoadMenuW(HINSTANCE module, LPCWSTR name)
 {
-    return Load(module, FindResourceW(module, name, MAKEINTRESOURCEW(4)));
+    return LoadMenuResource(module, FindResourceW(module, name, MAKEINTRESOURCEW(4)));
 }
 
 HMENU LoadMenuIndirectA(LPCVOID menuTemplate)

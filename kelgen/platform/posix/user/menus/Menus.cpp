@@ -12,7 +12,7 @@ using namespace kelgen::posix::user;
 
 namespace {
 
-constexpr UINT kNone = 0xFFFFFFFF;
+constexpr UINT kNoItem = 0xFFFFFFFF;
 
 HMENU Create(bool isPopup)
 {
@@ -31,7 +31,7 @@ UINT ChangeState(HMENU menu, UINT item, UINT flags, UINT mask)
     const std::lock_guard lock(menus.mutex);
     const ItemPlace place = FindItem(menus, menu, item, flags);
     if (!place)
-        return kNone;
+        return kNoItem;
     const UINT before = place->state & mask;
     place->state = (place->state & ~mask) | (flags & mask);
     return before;
@@ -56,12 +56,12 @@ UINT DefaultItem(MenuTable& menus, HMENU menu, UINT byPosition, UINT flags, int 
 {
     const MenuObject* object = menus.table.Find(menu);
     if (!object || depth == 0)
-        return kNone;
+        return kNoItem;
     const auto item = std::ranges::find_if(object->items, [](const MenuItem& each) { return (each.state & MFS_DEFAULT) != 0; });
     if (item == object->items.end() || (item->IsDisabled() && !(flags & GMDI_USEDISABLED)))
-        return kNone;
+        return kNoItem;
     if (item->submenu && (flags & GMDI_GOINTOPOPUPS))
-        if (const UINT inside = DefaultItem(menus, item->submenu, byPosition, flags, depth - 1); inside != kNone)
+        if (const UINT inside = DefaultItem(menus, item->submenu, byPosition, flags, depth - 1); inside != kNoItem)
             return inside;
     return byPosition ? static_cast<UINT>(item - object->items.begin()) : item->id;
 }
@@ -85,7 +85,7 @@ void SetInfo(MenuTable& menus, MenuObject& menu, const MENUINFO& info, int depth
             SetInfo(menus, *submenu, info, depth - 1);
 }
 
-constexpr int kDeepest = 25;
+constexpr int kDeepestMenu = 25;
 
 }  // namespace
 
@@ -129,13 +129,13 @@ UINT GetMenuState(HMENU menu, UINT item, UINT flags)
     const std::lock_guard lock(menus.mutex);
     const ItemPlace place = FindItem(menus, menu, item, flags);
     if (!place)
-        return kNone;
+        return kNoItem;
     const UINT bits = place->type | place->state;
     if (!place->submenu)
         return bits;
     const MenuObject* submenu = menus.table.Find(place->submenu);
     if (!submenu)
-        return kNone;
+        return kNoItem;
     return static_cast<UINT>(submenu->items.size()) << 8 | ((bits | MF_POPUP) & 0xFF);
 }
 
@@ -151,7 +151,7 @@ BOOL EnableMenuItem(HMENU menu, UINT item, UINT flags)
 
 BOOL HiliteMenuItem(HWND, HMENU menu, UINT item, UINT flags)
 {
-    return ChangeState(menu, item, flags, MF_HILITE) != kNone;
+    return ChangeState(menu, item, flags, MF_HILITE) != kNoItem;
 }
 
 BOOL CheckMenuRadioItem(HMENU menu, UINT first, UINT last, UINT item, UINT flags)
@@ -189,8 +189,8 @@ UINT GetMenuItemID(HMENU menu, int position)
 {
     MenuItem item;
     if (position < 0 || !CopyItem(menu, static_cast<std::size_t>(position), item))
-        return kNone;
-    return item.submenu ? kNone : item.id;
+        return kNoItem;
+    return item.submenu ? kNoItem : item.id;
 }
 
 HMENU GetSubMenu(HMENU menu, int position)
@@ -214,7 +214,7 @@ BOOL SetMenuDefaultItem(HMENU menu, UINT item, UINT byPosition)
         if (!chosen && (byPosition ? i : object->items[i].id) == item)
             chosen = &object->items[i];
     }
-    if (item == kNone)
+    if (item == kNoItem)
         return TRUE;
     if (chosen)
         chosen->state |= MFS_DEFAULT;
@@ -225,7 +225,7 @@ UINT GetMenuDefaultItem(HMENU menu, UINT byPosition, UINT flags)
 {
     MenuTable& menus = MenuTable::Get();
     const std::lock_guard lock(menus.mutex);
-    return DefaultItem(menus, menu, byPosition, flags, kDeepest);
+    return DefaultItem(menus, menu, byPosition, flags, kDeepestMenu);
 }
 
 BOOL SetMenuInfo(HMENU menu, LPCMENUINFO info)
@@ -237,7 +237,7 @@ BOOL SetMenuInfo(HMENU menu, LPCMENUINFO info)
     MenuObject* object = menus.table.Find(menu);
     if (!object)
         return Fail(ERROR_INVALID_MENU_HANDLE, FALSE);
-    SetInfo(menus, *object, *info, kDeepest);
+    SetInfo(menus, *object, *info, kDeepestMenu);
     return TRUE;
 }
 

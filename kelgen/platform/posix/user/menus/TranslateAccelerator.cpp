@@ -40,7 +40,7 @@ bool FindCommand(HMENU menu, UINT command, CommandPlace& place, int depth = 0)
     return false;
 }
 
-bool IsDown(int key)
+bool IsKeyDown(int key)
 {
     return GetKeyState(key) < 0;
 }
@@ -50,7 +50,7 @@ bool Matches(const ACCEL& entry, const MSG& message)
     const bool isCharacter = message.message == WM_CHAR || message.message == WM_SYSCHAR;
     if (isCharacter == ((entry.fVirt & FVIRTKEY) != 0) || message.wParam != entry.key)
         return false;
-    const int modifiers = (IsDown(VK_SHIFT) ? FSHIFT : 0) | (IsDown(VK_CONTROL) ? FCONTROL : 0) | (IsDown(VK_MENU) ? FALT : 0);
+    const int modifiers = (IsKeyDown(VK_SHIFT) ? FSHIFT : 0) | (IsKeyDown(VK_CONTROL) ? FCONTROL : 0) | (IsKeyDown(VK_MENU) ? FALT : 0);
     // A character depends on Shift and Ctrl already.
     const int compared = isCharacter ? FALT : FSHIFT | FCONTROL | FALT;
     return ((modifiers ^ entry.fVirt) & compared) == 0;

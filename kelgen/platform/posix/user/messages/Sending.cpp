@@ -14,7 +14,7 @@ namespace {
 
 constexpr unsigned kProcedureHooks = HookChains::BitOf(WH_CALLWNDPROC) | HookChains::BitOf(WH_CALLWNDPROCRET);
 
-bool IsBroadcast(HWND window)
+bool IsSentToAll(HWND window)
 {
     return window == HWND_BROADCAST || window == HWND_TOPMOST;
 }
@@ -83,7 +83,7 @@ LRESULT SendTimeout(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UIN
 {
     LRESULT answer = 0;
     bool done = true;
-    if (IsBroadcast(window)) {
+    if (IsSentToAll(window)) {
         for (const HWND target : BroadcastTargets())
             SendWithin(target, message, wParam, lParam, wide, flags, milliseconds, answer);
         answer = 1;
@@ -100,7 +100,7 @@ BOOL SendWithoutWaiting(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
 {
     if (IsSentOnly(message))
         return Fail(ERROR_MESSAGE_SYNC_ONLY, FALSE);
-    if (IsBroadcast(window)) {
+    if (IsSentToAll(window)) {
         for (const HWND target : BroadcastTargets())
             SendWithoutWaiting(target, message, wParam, lParam, callback, data, wide);
         return TRUE;
@@ -150,7 +150,7 @@ LRESULT SendTo(HWND window, UINT message, WPARAM wParam, LPARAM lParam, bool wid
 {
     if (Window* own = OwnWindow(window))
         return SendToOwn(*own, message, wParam, lParam, wide);
-    if (IsBroadcast(window)) {
+    if (IsSentToAll(window)) {
         for (const HWND target : BroadcastTargets())
             SendTo(target, message, wParam, lParam, wide);
         return TRUE;

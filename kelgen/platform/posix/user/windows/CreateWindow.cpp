@@ -24,15 +24,15 @@ namespace {
 constexpr LONG kPopup = static_cast<LONG>(WS_POPUP);
 
 template <class Char>
-struct Create;
+struct CreateTypes;
 template <>
-struct Create<CHAR>
+struct CreateTypes<CHAR>
 {
     using Struct = CREATESTRUCTA;
     using Hook = CBT_CREATEWNDA;
 };
 template <>
-struct Create<WCHAR>
+struct CreateTypes<WCHAR>
 {
     using Struct = CREATESTRUCTW;
     using Hook = CBT_CREATEWNDW;
@@ -163,7 +163,7 @@ bool Introduce(Window& window, Struct& create, bool wide)
 }
 
 template <class Char>
-HWND MakeWindow(const Char* className, typename Create<Char>::Struct create)
+HWND MakeWindow(const Char* className, typename CreateTypes<Char>::Struct create)
 {
     constexpr bool kWide = sizeof(Char) == 2;
     const HINSTANCE module = create.hInstance ? create.hInstance : ProgramModule();
@@ -203,7 +203,7 @@ HWND MakeWindow(const Char* className, typename Create<Char>::Struct create)
     const HWND handle = window->handle;
     window->instance = create.hInstance;
     if (HasHooks(HookChains::BitOf(WH_CBT))) {
-        typename Create<Char>::Hook about{&create, HWND_TOP};
+        typename CreateTypes<Char>::Hook about{&create, HWND_TOP};
         if (CallHooks(WH_CBT, HCBT_CREATEWND, AsFirstParameter(handle), reinterpret_cast<LPARAM>(&about))) {
             UnlistWindow(*window);
             return nullptr;

@@ -17,7 +17,7 @@ namespace kelgen::posix::user {
 namespace {
 
 // Where the window is to be, its client area there, and what of it is new.
-struct Change
+struct PositionChange
 {
     WINDOWPOS position;
     RECT window;  // in the parent's coordinates
@@ -54,7 +54,7 @@ void Reduce(const Window& window, WINDOWPOS& position, const RECT& old)
 }
 
 // Asks the window for its new client area.
-RECT AskClient(Window& window, Change& change, const RECT& oldWindow, const RECT& oldClient)
+RECT AskClient(Window& window, PositionChange& change, const RECT& oldWindow, const RECT& oldClient)
 {
     NCCALCSIZE_PARAMS parameters{{change.window, oldWindow, oldClient}, nullptr};
     WINDOWPOS position = change.position;
@@ -69,7 +69,7 @@ RECT Moved(RECT area, POINT by)
     return area;
 }
 
-void Commit(Window& window, const Change& change, POINT origin)
+void Commit(Window& window, const PositionChange& change, POINT origin)
 {
     DesktopGuard guard;
     const POINT before{window.client.left, window.client.top};
@@ -104,7 +104,7 @@ bool TellsOfChange(UINT flags)
 bool SetPosition(Window& window, const WINDOWPOS& wanted)
 {
     const WindowUse use(window);
-    Change change{wanted, {}, {}};
+    PositionChange change{wanted, {}, {}};
     WINDOWPOS& position = change.position;
     position.hwnd = window.handle;
     if (!(position.flags & SWP_NOSENDCHANGING)) {

@@ -15,7 +15,7 @@ using namespace kelgen::posix::user;
 
 namespace {
 
-constexpr std::size_t kLongestName = 255;
+constexpr std::size_t kLongestClassName = 255;
 constexpr int kMostExtra = 0x10000;
 
 template <class Char>
@@ -26,7 +26,7 @@ ATOM Register(const auto& from, const Char* name, const Char* menu, HICON smallI
     const ClassName className = NameOfClass(name);
     if (className.text.empty() && className.atom == 0)
         return Fail(ERROR_INVALID_PARAMETER, ATOM{0});
-    if (className.text.size() > kLongestName)
+    if (className.text.size() > kLongestClassName)
         return Fail(ERROR_INSUFFICIENT_BUFFER, ATOM{0});
 
     auto added = std::make_shared<WindowClass>();

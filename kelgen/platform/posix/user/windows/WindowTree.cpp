@@ -14,7 +14,7 @@ using namespace kelgen::posix::user;
 
 namespace {
 
-constexpr LONG kPopup = static_cast<LONG>(WS_POPUP);
+constexpr LONG kPopupStyle = static_cast<LONG>(WS_POPUP);
 
 HWND HandleOf(const Window* window)
 {
@@ -29,7 +29,7 @@ HWND NoWindow()
 // GetParent, under the lock.
 HWND ParentLocked(const Window& window)
 {
-    if (window.style & kPopup)
+    if (window.style & kPopupStyle)
         return window.owner;
     return (window.style & WS_CHILD) ? HandleOf(window.parent) : nullptr;
 }
@@ -154,7 +154,7 @@ BOOL IsChild(HWND window, HWND child)
         return Fail(ERROR_INVALID_WINDOW_HANDLE, FALSE);
     const Window* above = FindWindowLocked(window);
     // A pop-up window is nobody's child, whatever it lies in.
-    while (above && below && (below->style & WS_CHILD) && !(below->style & kPopup)) {
+    while (above && below && (below->style & WS_CHILD) && !(below->style & kPopupStyle)) {
         below = below->parent;
         if (below == above)
             return !above->IsDesktopOrMessageRoot();

@@ -1,0 +1,1 @@
+kelgen_label_test(posix_user threads)

@@ -1,0 +1,1 @@
+kelgen_label_test(window threads desktop)
