@@ -22,6 +22,7 @@
 #include <kelgen/framework/FileFind.h>
 #include <kelgen/framework/FrameWnd.h>
 #include <kelgen/framework/Geometry.h>
+#include <kelgen/framework/LinkTable.h>
 #include <kelgen/framework/List.h>
 #include <kelgen/framework/ListCtrl.h>
 #include <kelgen/framework/ListTypes.h>
@@ -38,6 +39,7 @@
 #include <kelgen/framework/OleDateTime.h>
 #include <kelgen/framework/OleException.h>
 #include <kelgen/framework/OleVariant.h>
+#include <kelgen/framework/Presence.h>
 #include <kelgen/framework/PrivateMessages.h>
 #include <kelgen/framework/StandardIds.h>
 #include <kelgen/framework/StdioFile.h>
@@ -110,7 +112,6 @@
 #include <kelgen/window/CompletionReport.h>
 #include <kelgen/window/MessageHook.h>
 #include <kelgen/window/MessageWindow.h>
-#include <kelgen/window/Presence.h>
 #include <kelgen/window/Timer.h>
 #include <kelgen/window/WindowHook.h>
 #include <kelgen/window/WndInterface.h>

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <kelgen/framework/Object.h>
+#include <kelgen/framework/Presence.h>
 
 class CCmdTarget;
 class CCmdUI;
@@ -53,7 +54,13 @@ public:
     void EndWaitCursor();
     void RestoreWaitCursor();
 
+    /// For those who call handlers, and touch the object after that.
+    kelgen::detail::Presence& GetPresence() { return m_presence; }
+
 protected:
     static const AFX_MSGMAP* GetThisMessageMap();
     virtual const AFX_MSGMAP* GetMessageMap() const;
+
+private:
+    kelgen::detail::Presence m_presence;
 };

@@ -51,7 +51,7 @@ public:
     LONG MessageFilterHook();
     /// Takes it away: 1, also when there was none, or 0 when that fails.
     LONG MessageFilterUnhook();
-    /// Appends a window, also one that is listed already. 1.
+    /// Appends a window, also one that is listed already; null is ignored. 1.
     LONG MessageFilterHook(CMessageFilterWndHook* pHook);
     /// Removes all entries of a window. 1.
     LONG MessageFilterUnhook(CMessageFilterWndHook* pHook);
@@ -109,7 +109,7 @@ public:
     bool MouseHook(HINSTANCE);
     /// Takes the hook away; false when there was none. By contract: pthemousehook and the listeners stay.
     bool MouseUnhook();
-    /// Appends a listener, once; false while the hook is not installed.
+    /// Appends a listener, once; false while the hook is not installed, and for null.
     bool MouseHook(CMouseHookInterface* pListener);
     /// Removes a listener; false when it is not listed or the hook is not installed.
     bool MouseUnhook(CMouseHookInterface* pListener);
