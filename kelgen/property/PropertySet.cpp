@@ -2,12 +2,15 @@
 #include <kelgen/property/PropertySet.h>
 
 #include <kelgen/framework/Exceptions.h>
+#include <kelgen/framework/LinkTable.h>
 
 #include <string_view>
 
 namespace gen {
 
 namespace {
+
+using ListenerTable = kelgen::detail::LinkTable<CPropertySetListener, CPropertySet>;
 
 // The first property from start on that the predicate accepts; null when there is none.
 template <class PROPERTIES, class PREDICATE>
@@ -25,6 +28,32 @@ CProperty* FindProperty(PROPERTIES& properties, int start, PREDICATE accepts)
 }
 
 }  // namespace
+
+CPropertySetLink::CPropertySetLink(CPropertySet* set)
+{
+    if (set == nullptr)
+        return;
+    if (!set->m_place)
+        set->m_place = std::make_shared<CPropertySet*>(set);
+    m_place = set->m_place;
+}
+
+CPropertySet::~CPropertySet()
+{
+    if (m_hadListeners)
+        ListenerTable::Only().Remove(this);
+    if (m_place)
+        *m_place = nullptr;
+}
+
+void CPropertySet::AddListener(CPropertySetListener* listener)
+{
+    if (listener == nullptr)
+        return;
+    ListenerTable::Only().Add(listener, this);
+    m_hadListeners = true;
+    m_listeners.Add(listener);
+}
 
 CPropertySet::CPropertySet(const CPropertySet& other)
 {
