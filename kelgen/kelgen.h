@@ -7,6 +7,7 @@
 #include <kelgen/framework/base/Exceptions.h>
 #include <kelgen/framework/base/Geometry.h>
 #include <kelgen/framework/base/Object.h>
+#include <kelgen/framework/base/Presence.h>
 #include <kelgen/framework/base/String.h>
 #include <kelgen/framework/base/Synchronization.h>
 #include <kelgen/framework/collections/Array.h>
@@ -110,7 +111,6 @@
 #include <kelgen/window/CompletionReport.h>
 #include <kelgen/window/MessageHook.h>
 #include <kelgen/window/MessageWindow.h>
-#include <kelgen/window/Presence.h>
 #include <kelgen/window/Timer.h>
 #include <kelgen/window/WindowHook.h>
 #include <kelgen/window/WndInterface.h>

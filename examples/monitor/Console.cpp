@@ -43,8 +43,10 @@ void Event(const CWatchedFile& file, EFileEvent event)
     line.Format("%-8s%s", kEvents[static_cast<int>(event)], Printable(file.GetName()).GetString());
     if (event != EFileEvent::removed)
         line.AppendFormat(" %s %s", file.GetText(CWatchedFile::idSize).GetString(), file.GetText(CWatchedFile::idChecksum).GetString());
+    // A file that appears may have been written long before: moved, or renamed.
+    const bool isWrite = event == EFileEvent::changed || event == EFileEvent::written;
     int delay = 0;
-    if (event != EFileEvent::found && file.GetDelay(delay))
+    if (isWrite && file.GetDelay(delay))
         line.AppendFormat(" after %d ms", delay);
     Line(line);
 }

@@ -73,16 +73,13 @@ int CKelGenApp::ExitInstance()
 
 BOOL CKelGenApp::OnIdle(LONG lCount)
 {
-    // A handler may change the list at any time.
-    const CBaseObjectPtrArray<CWnd*>& frames = GetWndArray();
-    for (int i = 0; i < frames.GetSize(); ++i) {
-        CWnd* const frame = frames[i];
-        if (!frame || frame == m_pMainWnd || !frame->m_hWnd || !frame->IsWindowVisible())
-            continue;
+    ForEachFrame([this](CWnd* frame) {
+        if (frame == m_pMainWnd || !frame->m_hWnd || !frame->IsWindowVisible())
+            return;
         const HWND handle = frame->m_hWnd;
         AfxCallWndProc(frame, handle, WM_IDLEUPDATECMDUI, TRUE, 0);
         CWnd::SendMessageToDescendants(handle, WM_IDLEUPDATECMDUI, TRUE, 0, TRUE, TRUE);
-    }
+    });
     return CWinApp::OnIdle(lCount);
 }
 
@@ -100,11 +97,29 @@ BOOL CKelGenApp::PreTranslateMessage(MSG* pMsg)
         return TRUE;
     }
     CFunction function;
-    if (m_functions.Lookup(pMsg->message, function)) {
+    if (m_functions.Lookup(pMsg->message, function) && function.m_pObject && function.m_pfn) {
         (function.m_pObject->*function.m_pfn)(static_cast<UINT>(pMsg->wParam), pMsg->lParam);
         return TRUE;
     }
     return CWinApp::PreTranslateMessage(pMsg);
+}
+
+/// Calls @p visit with each frame; handlers may change the list at any time.
+template <class VISIT>
+void CKelGenApp::ForEachFrame(VISIT visit)
+{
+    kelgen::detail::ListWalk<Frames> walk(m_frameWalks, GetWndArray());
+    walk.Until([&](CWnd* frame) {
+        if (frame)
+            visit(frame);
+        return false;
+    });
+}
+
+/// The object has ended; a later one may lie at its place.
+void CKelGenApp::ForgetFrame(const CWnd* pFrame)
+{
+    m_frameWalks.Forget([&](const CWnd* frame) { return frame == pFrame; });
 }
 
 void CKelGenApp::AddFrame(CWnd* pFrame)
@@ -114,8 +129,11 @@ void CKelGenApp::AddFrame(CWnd* pFrame)
 
 void CKelGenApp::RemoveFrame(CWnd* pFrame)
 {
-    CBaseObjectPtrArray<CWnd*>& frames = GetWndArray();
-    frames.Remove(pFrame);
+    Frames& frames = GetWndArray();
+    for (int i = frames.GetUpperBound(); i >= 0; --i) {
+        if (frames[i] == pFrame)
+            m_frameWalks.Remove(frames, i);
+    }
     if (m_pMainWnd == pFrame && !frames.IsEmpty())
         m_pMainWnd = frames[0];
 }
@@ -127,7 +145,7 @@ int CKelGenApp::GetVisibleFrameCount() const
 
 int CKelGenApp::GetVisibleFrameCountExcept(const CWnd* pExcept) const
 {
-    const CBaseObjectPtrArray<CWnd*>& frames = GetWndArray();
+    const Frames& frames = GetWndArray();
     int count = 0;
     for (int i = 0; i < frames.GetSize(); ++i) {
         if (frames[i] && frames[i] != pExcept && ::IsWindowVisible(frames[i]->m_hWnd))
@@ -138,14 +156,13 @@ int CKelGenApp::GetVisibleFrameCountExcept(const CWnd* pExcept) const
 
 void CKelGenApp::SendMessageToWindows(UINT message, WPARAM wParam, LPARAM lParam)
 {
-    const CBaseObjectPtrArray<CWnd*>& frames = GetWndArray();
-    for (int i = 0; i < frames.GetSize(); ++i) {
-        const HWND handle = kelgen::detail::HandleOf(frames[i]);
+    ForEachFrame([&](const CWnd* frame) {
+        const HWND handle = frame->m_hWnd;
         if (!::IsWindow(handle))
-            continue;
+            return;
         ::SendMessageA(handle, message, wParam, lParam);
         CWnd::SendMessageToDescendants(handle, message, wParam, lParam, TRUE, FALSE);
-    }
+    });
 }
 
 void CKelGenApp::OnAppLanguage(UINT wParam, LPARAM lParam)

@@ -74,7 +74,9 @@ public:
     /// Parses the command line, creates the message window and finds the program's paths and name; FALSE when one of them fails.
     BOOL InitInstance() override;
     int ExitInstance() override;
-    /// Updates the controls of all visible frames but the main window, which the base updates.
+    /// Updates the controls of all visible frames but the main window, which the base updates. Handlers may add, remove and destroy
+    /// frames, here and in SendMessageToWindows: one that stays is told once, one that is added comes last, one that leaves is not told
+    /// any more.
     BOOL OnIdle(LONG lCount) override;
     /// Routes messages without a window: first those that are forwarded to a thread, then those that have a function; both end here.
     /// By contract: a message that is forwarded never reaches its function.
@@ -95,7 +97,7 @@ public:
     /// Passes APPM_LANGUAGE on to all windows.
     virtual void OnAppLanguage(UINT wParam, LPARAM lParam);
 
-    /// A thread message with that number calls @p fn of @p object, in place of what was set before.
+    /// A thread message with that number calls @p fn of @p object, in place of what was set before; null for either sets none.
     void AddFunction(UINT message, CTrackable* object, Function fn);
     /// A thread message with that number is posted to the thread @p threadId. Waits until the application object exists.
     /// Threads: any.
@@ -130,7 +132,15 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
+    friend class CKelGenFrameWndInterface;
+    using Frames = CBaseObjectPtrArray<CWnd*>;
+
+    template <class VISIT>
+    void ForEachFrame(VISIT visit);
+    void ForgetFrame(const CWnd* pFrame);
+
     CCriticalSection m_forwardsLock;
+    kelgen::detail::ListWalks<Frames> m_frameWalks;
 };
 
 namespace gen {

@@ -66,6 +66,8 @@ void CKelGenFrameWndInterface::LeaveApplication()
 {
     // A hook may have kept WM_DESTROY from the frame.
     CKelGenFrameWndInterface::KelGenOnDestroy();
+    if (CKelGenApp* const kelgenApp = gen::GetApp())
+        kelgenApp->ForgetFrame(KelGenGetFrameWnd());
     CWinApp* const app = AfxGetApp();
     if (app && app->m_pMainWnd == KelGenGetFrameWnd())
         app->m_pMainWnd = nullptr;

@@ -76,13 +76,13 @@ public:
     /// The store, owned by the host; null, the first one, writes nothing.
     void SetStore(CFlagsStore* store) { m_store = store; }
 
-protected:
+    /// Writes all entries, whatever flag is given; nothing without a store. A store that is taken away or replaced meanwhile gets no more,
+    /// and the new one the rest.
     void OnChangeSignalization(FLAG) override
     {
-        if (!m_store)
-            return;
-        m_store->WriteEntry(m_name + ".Count", this->GetCount());
-        for (int i = 0; i < this->GetCount(); ++i) {
+        if (m_store)
+            m_store->WriteEntry(m_name + ".Count", this->GetCount());
+        for (int i = 0; m_store && i < this->GetCount(); ++i) {
             CString entry;
             entry.Format("%s[%d]", static_cast<const char*>(m_name), i);
             m_store->WriteEntry(entry, static_cast<int>(this->GetAt(i)));

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <string_view>
+#include <typeinfo>
 
 namespace _kelgen {
 
@@ -159,13 +160,23 @@ bool CIniFile::LoadFile(const char* path)
     return true;
 }
 
-// Sections go in order, but the array gives them up at once: shifting the rest down after each would take the square of their
-// number.
+// The end of a plain section is seen by nobody: a run of them leaves the array at once, as shifting the rest down after each would take
+// the square of their number.
 void CIniFile::RemoveFrom(int first)
 {
-    for (int i = first; i < GetSize(); ++i)
-        delete GetAt(i);
-    SetSize(first);
+    while (GetSize() > first) {
+        int end = first;
+        while (end < GetSize() && typeid(*GetAt(end)) == typeid(CIniSection))
+            delete GetAt(end++);
+        if (end > first) {
+            RemoveAt(first, end - first);
+            continue;
+        }
+        CIniSection* const section = GetAt(first);
+        delete section;
+        if (GetSize() > first && GetAt(first) == section)
+            RemoveAt(first);
+    }
 }
 
 void CIniFile::RemoveAll()

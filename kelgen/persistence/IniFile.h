@@ -98,7 +98,7 @@ public:
     /// By contract: as in every text file, a byte 0x1A ends the file.
     bool LoadFile(const char* path);
 
-    /// Deletes every section, first to last.
+    /// Deletes every section, the first one until none is left: while a section of a derived class ends, the list begins with it.
     void RemoveAll();
 
     /// The first section named @p name, owned by the file; null when there is none.

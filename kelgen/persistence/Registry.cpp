@@ -34,17 +34,21 @@ bool CRegistry::RegQueryValueA(HKEY key, const char* name, CString& out)
         out = usual;
         return true;
     }
-    if (size > INT_MAX - 1)
-        return false;
-
+    // The value may grow, and become another, until it is asked for again.
     CString text;
-    char* const buffer = text.GetBuffer(static_cast<int>(size));
-    const bool read = ::RegQueryValueExA(key, name, nullptr, nullptr, AsBytes(buffer), &size) == ERROR_SUCCESS;
-    buffer[read ? size : 0] = '\0';
-    text.ReleaseBuffer();
-    if (read)
-        out = text;
-    return read;
+    for (;;) {
+        if (size > INT_MAX - 1)
+            return false;
+        char* const buffer = text.GetBuffer(static_cast<int>(size));
+        const LONG again = ::RegQueryValueExA(key, name, nullptr, &type, AsBytes(buffer), &size);
+        const bool read = again == ERROR_SUCCESS && type == REG_SZ;
+        buffer[read ? size : 0] = '\0';
+        text.ReleaseBuffer();
+        if (read)
+            out = text;
+        if (again != ERROR_MORE_DATA)
+            return read;
+    }
 }
 
 CRegistry::CKey::CKey(HKEY parent, const char* subkey)

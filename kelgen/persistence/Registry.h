@@ -12,7 +12,7 @@ public:
     virtual ~CRegistry() = default;
 
     /// Reads the REG_SZ value @p name of @p key into @p out, cut at its first zero; true. False, and @p out as it was, when there
-    /// is no such value, it has another type, or it changed its size while it was read.
+    /// is no such value or it has another type. A value that others write meanwhile is read as it was before or after.
     static bool RegQueryValueA(HKEY key, const char* name, CString& out);
 
     class CKey;

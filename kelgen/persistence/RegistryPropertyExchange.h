@@ -10,9 +10,12 @@
 ///
 ///     CRegistryPropertyExchange exchange;
 ///     exchange.propertySet = &settings;
-///     if (exchange.key.OpenKey(HKEY_CURRENT_USER, "Software\\Example"))
-///         exchange.Load();
+///     if (!exchange.key.OpenKey(HKEY_CURRENT_USER, "Software\\Example") || !exchange.TryLoad())
+///         ...  // nothing was loaded
 ///
+/// By contract: Load resets what it cannot read. Without an open key that is every property of the set; TryLoad leaves them alone then.
+///
+/// Listeners of the set may replace its properties, the set and this object's members while a property is loaded.
 /// A copy works on the same set and shares the key's handle.
 class KELGEN_API CRegistryPropertyExchange
 {
@@ -37,9 +40,16 @@ public:
     /// Writes every property of the set, in its order; nothing without a set or when suppressed.
     void Write();
     /// Loads every property of the set, in its order; nothing without a set or when suppressed.
+    /// By contract: without an open key resets every property to 0, false or "", as for missing values.
     void Load();
+    /// As Load, but false, and nothing changed, when the key cannot be read: it is not open, or has been closed or deleted. A value that
+    /// is missing resets its property here too.
+    bool TryLoad();
 
-    gen::CPropertySet* propertySet = nullptr;  ///< not owned
-    DWORD suppressed = 0;                      ///< not 0: Write and Load do nothing
-    CRegistry::CKey key;                       ///< holds the values; the host opens it
+    gen::CPropertySetLink propertySet;  ///< not owned; null when the set is destroyed
+    DWORD suppressed = 0;               ///< not 0: Write and Load do nothing
+    CRegistry::CKey key;                ///< holds the values; the host opens it
+
+private:
+    kelgen::detail::Presence m_presence;
 };

@@ -18,7 +18,10 @@ CProperty::CProperty(const CProperty& other) : CProperty()
 
 CProperty& CProperty::operator=(const CProperty& other)
 {
+    const kelgen::detail::PresenceWatch watch(m_presence);
     m_value = other.m_value;
+    if (watch.IsGone())
+        return *this;
     m_id = other.m_id;
     m_name = other.m_name;
     return *this;

@@ -1,6 +1,7 @@
 // Property.h: a numbered and named value that may belong to a property set.
 #pragma once
 
+#include <kelgen/framework/base/Presence.h>
 #include <kelgen/property/PropertyValue.h>
 
 namespace gen {
@@ -44,11 +45,15 @@ public:
 
 private:
     friend class CPropertySet;
+    friend class CPropertySetListenerArray;
+    friend class CPropertyValue;
+    friend class ::CRegistryPropertyExchange;
 
     int m_id;
     CString m_name;
     CPropertyValue m_value;
     CPropertySet* m_set = nullptr;
+    kelgen::detail::Presence m_presence;
 };
 
 }  // namespace gen

@@ -2,6 +2,7 @@
 #include <kelgen/property/PropertySet.h>
 
 #include <kelgen/framework/base/Exceptions.h>
+#include <kelgen/framework/base/internal/LinkTable.h>
 
 #include <string_view>
 #include <utility>
@@ -9,6 +10,8 @@
 namespace gen {
 
 namespace {
+
+using ListenerTable = kelgen::detail::LinkTable<CPropertySetListener, CPropertySet>;
 
 // The first property from start on that the predicate accepts; null when there is none.
 template <class PROPERTIES, class PREDICATE>
@@ -34,6 +37,32 @@ bool CopyValue(const CProperty* property, CPropertyValue& value)
 }
 
 }  // namespace
+
+CPropertySetLink::CPropertySetLink(CPropertySet* set)
+{
+    if (set == nullptr)
+        return;
+    if (!set->m_place)
+        set->m_place = std::make_shared<CPropertySet*>(set);
+    m_place = set->m_place;
+}
+
+CPropertySet::~CPropertySet()
+{
+    if (m_hadListeners)
+        ListenerTable::Only().Remove(this);
+    if (m_place)
+        *m_place = nullptr;
+}
+
+void CPropertySet::AddListener(CPropertySetListener* listener)
+{
+    if (listener == nullptr)
+        return;
+    ListenerTable::Only().Add(listener, this);
+    m_hadListeners = true;
+    m_listeners.Add(listener);
+}
 
 CPropertySet::CPropertySet(const CPropertySet& other)
 {

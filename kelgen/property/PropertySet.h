@@ -5,7 +5,25 @@
 #include <kelgen/property/Property.h>
 #include <kelgen/property/PropertySetListener.h>
 
+#include <memory>
+
 namespace gen {
+
+class CPropertySet;
+
+/// A pointer to a set, not owned, that becomes null when the set is destroyed.
+class KELGEN_API CPropertySetLink
+{
+public:
+    CPropertySetLink() = default;
+    CPropertySetLink(CPropertySet* set);
+
+    operator CPropertySet*() const { return m_place ? *m_place : nullptr; }
+    CPropertySet* operator->() const { return *this; }
+
+private:
+    std::shared_ptr<CPropertySet*> m_place;  ///< Shared by the set and all links to it.
+};
 
 /// Properties in the order in which they were added, owned by the set, and the listeners that are told of every assignment to
 /// any of them: at once, in the order of their registration, on the assigning thread, whether or not the value changed.
@@ -27,7 +45,7 @@ public:
     /// Deletes the properties and replaces them by copies of @p other's, which report to this set. Assignment to itself changes
     /// nothing. By contract: the listeners stay as they are and hear nothing of it.
     CPropertySet& operator=(const CPropertySet& other);
-    virtual ~CPropertySet() = default;
+    virtual ~CPropertySet();
 
     /// Appends a copy of @p property. Names and ids may occur more than once.
     void AddProperty(CProperty& property);
@@ -70,9 +88,9 @@ public:
     /// when it has fewer and all it has are equal.
     bool operator==(const CPropertySet& other) const;
 
-    /// Appends @p listener, which is told once for each time it was added. Not owned.
-    void AddListener(CPropertySetListener* listener) { m_listeners.Add(listener); }
-    /// Removes every occurrence of @p listener.
+    /// Appends @p listener, which is told once for each time it was added; null is ignored. Not owned.
+    void AddListener(CPropertySetListener* listener);
+    /// Removes every occurrence of @p listener; null has none.
     void RemoveListener(CPropertySetListener* listener) { m_listeners.Remove(listener); }
     /// Tells the listeners of every property in order, as if each had been assigned once.
     void PulsePropertyChange();
@@ -83,11 +101,14 @@ protected:
 
 private:
     friend class CProperty;
+    friend class CPropertySetLink;
 
     void AdoptProperties();
 
     CPropertySetListenerArray m_listeners;
     CBasePtrAllocArray<CProperty, CProperty&> m_properties;
+    std::shared_ptr<CPropertySet*> m_place;  ///< Where the links to this look; made for the first of them.
+    bool m_hadListeners = false;
 };
 
 /// Sets in order; not owned.

@@ -10,12 +10,19 @@ class CProperty;
 class CPropertySet;
 
 /// Told of every assignment to any property of the sets it was added to (CPropertySet::AddListener).
-/// A set does not own its listeners: a listener removes itself before it goes, or outlives the set.
+/// A set does not own its listeners; one that is destroyed leaves the sets. A copy listens to none.
 class KELGEN_API CPropertySetListener
 {
+public:
+    CPropertySetListener() = default;
+    CPropertySetListener(const CPropertySetListener&) {}
+    CPropertySetListener& operator=(const CPropertySetListener&) { return *this; }
+    ~CPropertySetListener();
+
 protected:
     /// @p property of @p set was assigned, changed or not. Runs inside the assignment, on the assigning thread; it may add and
-    /// remove listeners of the set, but must not end the set's or the property's life. The base does nothing.
+    /// remove listeners of the set. When it ends the property, by an assignment to the set for instance, or the set, nobody else is told.
+    /// The base does nothing.
     virtual void OnPropertyValueChange(CPropertySet* set, CProperty* property);
 
 private:

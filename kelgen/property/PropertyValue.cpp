@@ -10,6 +10,21 @@ namespace gen {
 using kelgen::detail::DecimalText;
 using kelgen::detail::ReadDecimal;
 
+/// @p set reports, and this does once more, unless a listener ends the property.
+template <class SET>
+void CPropertyValue::ReportTwice(SET set)
+{
+    if (m_owner == nullptr) {
+        set();
+        OnChangeValue();
+        return;
+    }
+    const kelgen::detail::PresenceWatch watch(m_owner->m_presence);
+    set();
+    if (!watch.IsGone())
+        OnChangeValue();
+}
+
 CPropertyValue::CPropertyValue(int value) : m_type(eptInteger), m_number(static_cast<DWORD>(value))
 {
     OnChangeValue();
@@ -46,8 +61,7 @@ CPropertyValue& CPropertyValue::operator=(const CPropertyValue& other)
 
 CPropertyValue& CPropertyValue::operator=(int value)
 {
-    SetValueInteger(value);
-    OnChangeValue();
+    ReportTwice([&] { SetValueInteger(value); });
     return *this;
 }
 
@@ -63,8 +77,7 @@ CPropertyValue& CPropertyValue::operator=(bool value)
 
 CPropertyValue& CPropertyValue::operator=(unsigned int value)
 {
-    SetValueUnsignedInteger(value);
-    OnChangeValue();
+    ReportTwice([&] { SetValueUnsignedInteger(value); });
     return *this;
 }
 
@@ -75,8 +88,7 @@ CPropertyValue& CPropertyValue::operator=(unsigned short value)
 
 CPropertyValue& CPropertyValue::operator=(const char* text)
 {
-    SetValueString(text);
-    OnChangeValue();
+    ReportTwice([&] { SetValueString(text); });
     return *this;
 }
 

@@ -136,6 +136,8 @@ private:
 
     int ConvertToInteger() const;
     void StoreInteger(unsigned int bits);
+    template <class SET>
+    void ReportTwice(SET set);
 
     CProperty* m_owner = nullptr;
     EPropertyType m_type = eptNone;

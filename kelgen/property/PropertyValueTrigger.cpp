@@ -58,6 +58,30 @@ bool CPropertyValueTrigger::CCondition::DoesMatch()
 
 CPropertyValueTrigger::CPropertyValueTrigger() : CBaseIdentifiable(kSeedName) {}
 
+CPropertyValueTrigger::CPropertyValueTrigger(const CPropertyValueTrigger& other)
+    : CPropertySetListener(other), CBaseIdentifiable(other), m_callbacks(other.m_callbacks), m_condition(other.m_condition)
+{
+    EnterTable();
+}
+
+CPropertyValueTrigger& CPropertyValueTrigger::operator=(const CPropertyValueTrigger& other)
+{
+    CBaseIdentifiable::operator=(other);
+    m_callbacks = other.m_callbacks;
+    m_condition = other.m_condition;
+    EnterTable();
+    return *this;
+}
+
+/// The callbacks do not list a copy, but are to leave it when they go.
+void CPropertyValueTrigger::EnterTable()
+{
+    for (int i = 0; i < m_callbacks.GetSize(); ++i) {
+        if (m_callbacks.GetAt(i) != nullptr)
+            detail::TriggersOfCallback::Only().Add(m_callbacks.GetAt(i), this);
+    }
+}
+
 CPropertyValueTrigger::~CPropertyValueTrigger()
 {
     m_condition.RemoveListener(this);
@@ -68,11 +92,10 @@ CPropertyValueTrigger::~CPropertyValueTrigger()
         else
             m_callbacks.RemoveAt(i);
     }
-    // Those keep their link, which must not lead into freed memory.
-    for (int i = 0; i < m_callbacks.GetSize(); ++i) {
-        if (CPropertyValueTriggerCallback* callback = m_callbacks.GetAt(i))
-            detail::EmptyPlaces(callback->m_triggers, this);
-    }
+    // The others keep their link, which must not lead into freed memory.
+    while (CPropertyValueTriggerCallback* const callback = detail::CallbacksOfTrigger::Only().Take(this))
+        detail::EmptyPlaces(callback->m_triggers, this);
+    detail::TriggersOfCallback::Only().Remove(this);
 }
 
 void CPropertyValueTrigger::SetSimpleCondition(CPropertySet* set, int id, CPropertyValue value)
@@ -88,12 +111,18 @@ void CPropertyValueTrigger::SetSimpleCondition(CPropertySet* set, int id, CPrope
 
 void CPropertyValueTrigger::AddCallback(CPropertyValueTriggerCallback* callback)
 {
+    if (callback == nullptr)
+        return;
     m_callbacks.Add(callback);
     callback->m_triggers.Add(this);
+    detail::TriggersOfCallback::Only().Add(callback, this);
+    detail::CallbacksOfTrigger::Only().Add(this, callback);
 }
 
 void CPropertyValueTrigger::RemoveCallback(CPropertyValueTriggerCallback* callback)
 {
+    if (callback == nullptr)
+        return;
     callback->m_triggers.RemoveFirst(this);
     m_callbacks.RemoveFirst(callback);
 }

@@ -18,8 +18,8 @@ namespace gen {
 ///
 /// By contract: every assignment is reported, not only a change of the result; an assignment that notifies twice reports twice.
 ///
-/// The trigger owns neither sets nor callbacks. The sets list it as a listener until it is destroyed or given another condition,
-/// and both of these reach into them: a watched set outlives the condition on it.
+/// The trigger owns neither sets nor callbacks. The sets list it as a listener until it is destroyed or given another condition. A set
+/// that is destroyed first is a null one in the condition from then on.
 /// Threads: construct on one thread at a time (CBaseIdentifiable); no locks otherwise.
 class KELGEN_API CPropertyValueTrigger : public CPropertySetListener, public CBaseIdentifiable
 {
@@ -43,8 +43,8 @@ public:
         void RemoveListener(CPropertySetListener* listener);
 
         int id = -1;
-        CPropertySet* set = nullptr;  ///< not owned
-        CPropertyValue value;         ///< has no owner
+        CPropertySetLink set;  ///< not owned; null when the set is destroyed
+        CPropertyValue value;  ///< has no owner
     };
 
     class KELGEN_API CItemArray : public CBaseArray<CItem, CItem&>
@@ -80,9 +80,10 @@ public:
 
     /// A new identifier; no callbacks, no items.
     CPropertyValueTrigger();
-    /// By contract: copies member by member, the identifier included; sets and callbacks know only the source.
-    CPropertyValueTrigger(const CPropertyValueTrigger&) = default;
-    CPropertyValueTrigger& operator=(const CPropertyValueTrigger&) = default;
+    /// By contract: copies member by member, the identifier included; sets and callbacks know only the source. So the sets go on
+    /// listing a trigger that is assigned to, which does not answer any more, and the callbacks do.
+    CPropertyValueTrigger(const CPropertyValueTrigger& other);
+    CPropertyValueTrigger& operator=(const CPropertyValueTrigger& other);
 
     /// Leaves the sets of all items, then detaches callbacks by a rising index. By contract: each detachment moves the next callback
     /// into the visited place, so every second one is passed over: of A, B, C, D, only A and C are detached. B and D keep their
@@ -97,9 +98,9 @@ public:
     /// The attached callbacks; null where one was destroyed while attached.
     const CPropertyValueTriggerCallbackPtrArray& GetCallbacks() const { return m_callbacks; }
 
-    /// Links this trigger and @p callback, which is told once for each time it was added.
+    /// Links this trigger and @p callback, which is told once for each time it was added; null is ignored.
     void AddCallback(CPropertyValueTriggerCallback* callback);
-    /// Undoes one AddCallback. Nothing when there was none.
+    /// Undoes one AddCallback. Nothing when there was none, and for null.
     void RemoveCallback(CPropertyValueTriggerCallback* callback);
 
     /// Reports the present truth of the condition to every callback.
@@ -109,6 +110,8 @@ public:
 
 private:
     friend class CPropertyValueTriggerCallback;
+
+    void EnterTable();
 
     CPropertyValueTriggerCallbackPtrArray m_callbacks;
     CCondition m_condition;

@@ -22,6 +22,27 @@ void CPropertyValueTriggerCallbackPtrArray::OnPropertyValueTrigger(const CBaseId
     }
 }
 
+CPropertyValueTriggerCallback::CPropertyValueTriggerCallback(const CPropertyValueTriggerCallback& other) : m_triggers(other.m_triggers)
+{
+    EnterTable();
+}
+
+CPropertyValueTriggerCallback& CPropertyValueTriggerCallback::operator=(const CPropertyValueTriggerCallback& other)
+{
+    m_triggers = other.m_triggers;
+    EnterTable();
+    return *this;
+}
+
+/// The triggers do not list a copy, but are to leave it when they go.
+void CPropertyValueTriggerCallback::EnterTable()
+{
+    for (int i = 0; i < m_triggers.GetSize(); ++i) {
+        if (m_triggers.GetAt(i) != nullptr)
+            detail::CallbacksOfTrigger::Only().Add(m_triggers.GetAt(i), this);
+    }
+}
+
 CPropertyValueTriggerCallback::~CPropertyValueTriggerCallback()
 {
     // The index rises although each removal shifts the rest down: every second trigger is passed over, by contract.
@@ -31,11 +52,10 @@ CPropertyValueTriggerCallback::~CPropertyValueTriggerCallback()
         else
             m_triggers.RemoveAt(i);
     }
-    // Those keep their link, which must not lead into freed memory.
-    for (int i = 0; i < m_triggers.GetSize(); ++i) {
-        if (CPropertyValueTrigger* trigger = m_triggers.GetAt(i))
-            detail::EmptyPlaces(trigger->m_callbacks, this);
-    }
+    // The others keep their link, which must not lead into freed memory.
+    while (CPropertyValueTrigger* const trigger = detail::TriggersOfCallback::Only().Take(this))
+        detail::EmptyPlaces(trigger->m_callbacks, this);
+    detail::CallbacksOfTrigger::Only().Remove(this);
 }
 
 void CPropertyValueTriggerCallback::OnPropertyValueTrigger(const CBaseId&, bool) {}

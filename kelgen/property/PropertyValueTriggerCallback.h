@@ -34,8 +34,8 @@ class KELGEN_API CPropertyValueTriggerCallback
 public:
     CPropertyValueTriggerCallback() = default;
     /// By contract: copies the list of triggers, but the triggers tell only the source.
-    CPropertyValueTriggerCallback(const CPropertyValueTriggerCallback&) = default;
-    CPropertyValueTriggerCallback& operator=(const CPropertyValueTriggerCallback&) = default;
+    CPropertyValueTriggerCallback(const CPropertyValueTriggerCallback& other);
+    CPropertyValueTriggerCallback& operator=(const CPropertyValueTriggerCallback& other);
 
     /// Detaches from its triggers by a rising index. By contract: each detachment moves the next trigger into the visited place, so
     /// every second one is passed over and keeps its link, as an empty place in its list. A host calls
@@ -53,6 +53,8 @@ public:
 
 private:
     friend class CPropertyValueTrigger;
+
+    void EnterTable();
 
     CPropertyValueTriggerPtrArray m_triggers;
 };

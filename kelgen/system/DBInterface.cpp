@@ -1,4 +1,4 @@
-// DBInterface.cpp: a setting is missing when it reads differently with two defaults.
+// DBInterface.cpp: a setting is missing when it reads as each of two defaults; other answers that differ are a writer's at the same time.
 #include <kelgen/system/DBInterface.h>
 
 #include <kelgen/framework/program/ModuleState.h>
@@ -15,10 +15,11 @@ bool Save(const char* section, const char* name, int value)
 
 bool Load(const char* section, const char* name, int& value)
 {
-    const UINT found = AfxGetApp()->GetProfileInt(section, name, 0);
-    if (found != AfxGetApp()->GetProfileInt(section, name, -1))
+    const int first = static_cast<int>(AfxGetApp()->GetProfileInt(section, name, 0));
+    const int second = static_cast<int>(AfxGetApp()->GetProfileInt(section, name, -1));
+    if (first == 0 && second == -1)
         return false;
-    value = static_cast<int>(found);
+    value = second;
     return true;
 }
 
@@ -43,10 +44,11 @@ bool CDBInterface::DBLoad(const char* name, int& value)
 
 bool CDBInterface::DBLoad(const char* name, CString& value)
 {
-    const CString found = AfxGetApp()->GetProfileString(m_section, name, "1");
-    if (found != AfxGetApp()->GetProfileString(m_section, name, "2"))
+    const CString first = AfxGetApp()->GetProfileString(m_section, name, "1");
+    const CString second = AfxGetApp()->GetProfileString(m_section, name, "2");
+    if (first == "1" && second == "2")
         return false;
-    value = found;
+    value = second;
     return true;
 }
 

@@ -25,7 +25,8 @@ int Find(const char* pattern, Takes takes, CStringArray* paths, CStringArray* na
 {
     CFileFind find;
     int count = 0;
-    for (BOOL more = find.FindFile(pattern); more;) {
+    // The finder takes null for all files.
+    for (BOOL more = find.FindFile(pattern ? pattern : ""); more;) {
         more = find.FindNextFile();
         if (!takes(find))
             continue;

@@ -4,7 +4,13 @@
 #include <kelgen/framework/windows/Menu.h>
 #include <kelgen/framework/windows/Wnd.h>
 
+#include <algorithm>
+#include <climits>
+
 namespace {
+
+// A window may say any length: no more room is made than its text turns out to need.
+constexpr int kFirstRoom = 1 << 14;
 
 /// Whether the system is of the family whose menus hold wide text.
 bool MenusAreWide()
@@ -26,14 +32,17 @@ int CWStr::_GetWindowTextLength(const CWnd* pWnd)
 
 int CWStr::_GetWindowText(const CWnd* pWnd)
 {
-    const int length = _GetWindowTextLength(pWnd);
+    const int length = std::min(_GetWindowTextLength(pWnd), INT_MAX - 1);
     if (length <= 0) {
         Empty();
         return 0;
     }
-    const int result = ::GetWindowTextW(pWnd->m_hWnd, kelgen::AsWide(GetBuffer(length)), length + 1);
-    ReleaseBuffer();
-    return result;
+    for (int room = std::min(length, kFirstRoom);; room = room > length / 2 ? length : 2 * room) {
+        const int result = ::GetWindowTextW(pWnd->m_hWnd, kelgen::AsWide(GetBuffer(room)), room + 1);
+        ReleaseBuffer();
+        if (result < room || room == length)
+            return result;
+    }
 }
 
 BOOL CWStr::_SetWindowText(const CWnd* pWnd) const

@@ -77,6 +77,8 @@ void CCompletionReportListener::ReportCompletionScriptStart()
 
 void CCompletionReportListener::ReportCompletionScriptAttachSource(CCompletionReportSource* p)
 {
+    if (!p)
+        return;
     p->SetCompletionReportListener(this);
     m_sources.Add(p);
     p->SetTaskId(static_cast<UINT>(m_sources.GetSize()));

@@ -32,8 +32,8 @@ public:
 protected:
     /// Starts at step 0. By contract: the progress within the step stays.
     void ReportCompletionFirstStep() { m_nStep = 0; }
-    /// Completes @p n steps.
-    void ReportCompletionNextStep(int n) { m_nStep += n; }
+    /// Completes @p n steps. A number of steps that no int holds wraps.
+    void ReportCompletionNextStep(int n) { m_nStep = static_cast<int>(static_cast<UINT>(m_nStep) + static_cast<UINT>(n)); }
     void ReportCompletionSetStepCount(int n) { m_nStepCount = n; }
     /// The part of the present step that is done.
     void ReportCompletionSetStepProgress(double d) { m_dStepProgress = d; }
@@ -70,7 +70,7 @@ public:
     /// Starts a script without tasks; those of the last one keep this listener.
     void ReportCompletionScriptStart();
 
-    /// Becomes the listener of @p p and gives it the next number. By contract: a task that is attached already is appended again and
+    /// Becomes the listener of @p p and gives it the next number; null is ignored. By contract: a task that is attached already is appended again and
     /// has the new number from then on.
     void ReportCompletionScriptAttachSource(CCompletionReportSource* p);
 

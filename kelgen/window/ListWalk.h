@@ -1,6 +1,8 @@
 // ListWalk.h: walking a list of objects that are called and may change the list, or destroy its owner, meanwhile.
 #pragma once
 
+#include <kelgen/framework/base/Presence.h>
+
 #include <algorithm>
 #include <type_traits>
 #include <utility>
@@ -13,64 +15,40 @@ class ListWalk;
 
 /// A member of the owner of one or more lists: the walks that are under way. A copy of the owner has walks of its own.
 template <class LIST>
-class ListWalks
+class ListWalks : public WatchList<ListWalk<LIST>>
 {
 public:
-    ListWalks() = default;
-    ListWalks(const ListWalks&) {}
-    ListWalks& operator=(const ListWalks&) { return *this; }
-    ~ListWalks()
-    {
-        for (ListWalk<LIST>* walk = m_innermost; walk; walk = walk->m_outer)
-            walk->OnOwnerGone();
-    }
-
     /// Takes the element at @p index out of the list; walks go on behind it.
     void Remove(LIST& list, int index)
     {
-        for (ListWalk<LIST>* walk = m_innermost; walk; walk = walk->m_outer) {
-            if (&walk->m_list == &list)
-                walk->OnRemove(index);
-        }
+        this->ForEach([&](ListWalk<LIST>& walk) {
+            if (&walk.m_list == &list)
+                walk.OnRemove(index);
+        });
         list.RemoveAt(index);
     }
 
-private:
-    friend class ListWalk<LIST>;
-    ListWalk<LIST>* m_innermost = nullptr;
+    /// The elements that @p isDead accepts are those of an object that has ended, none of which is in a list any more: one that equals
+    /// them later is another.
+    template <class PREDICATE>
+    void Forget(PREDICATE isDead)
+    {
+        this->ForEach([&](ListWalk<LIST>& walk) { std::erase_if(walk.m_hadItsTurn, isDead); });
+    }
 };
 
 /// One walk, on the stack. Each element that stays is given once, one that is added comes last, one that is taken out is not given any
 /// more, not even when it is added again after its turn.
 template <class LIST>
-class ListWalk
+class ListWalk : public Watch<ListWalk<LIST>>
 {
 public:
     using Element = std::remove_cvref_t<decltype(*std::declval<const LIST&>().GetData())>;
 
-// The destructor takes back what the compiler takes for a pointer that stays. Not every compiler has that warning.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wpragmas"
-#pragma GCC diagnostic ignored "-Wunknown-warning-option"
-#pragma GCC diagnostic ignored "-Wdangling-pointer"
-    ListWalk(ListWalks<LIST>& walks, const LIST& list) : m_walks(&walks), m_list(list), m_outer(walks.m_innermost)
-    {
-        walks.m_innermost = this;
-    }
-#pragma GCC diagnostic pop
-    ~ListWalk()
-    {
-        if (m_walks)
-            m_walks->m_innermost = m_outer;
-    }
-    ListWalk(const ListWalk&) = delete;
-    ListWalk& operator=(const ListWalk&) = delete;
+    ListWalk(ListWalks<LIST>& walks, const LIST& list) : Watch<ListWalk>(walks), m_list(list) {}
 
     /// The owner of the list has been destroyed.
-    bool OwnerIsGone() const
-    {
-        return m_walks == nullptr;
-    }
+    bool OwnerIsGone() const { return this->IsGone(); }
 
     /// Calls @p visit with each element until it returns true, or the owner is gone. Whether it returned true.
     template <class VISIT>
@@ -84,7 +62,7 @@ public:
                 return true;
             if (!m_disturbed) [[likely]]
                 continue;
-            if (!m_walks)
+            if (this->IsGone())
                 return false;
             next = FindNext();
         }
@@ -92,6 +70,8 @@ public:
     }
 
 private:
+    friend class Watch<ListWalk>;
+    friend class WatchList<ListWalk>;
     friend class ListWalks<LIST>;
 
     void OnRemove(int index)
@@ -103,11 +83,7 @@ private:
         m_disturbed = true;
     }
 
-    void OnOwnerGone()
-    {
-        m_walks = nullptr;
-        m_disturbed = true;
-    }
+    void OnGone() { m_disturbed = true; }
 
     int FindNext() const
     {
@@ -117,9 +93,7 @@ private:
         return next;
     }
 
-    ListWalks<LIST>* m_walks;
     const LIST& m_list;
-    ListWalk* const m_outer;
     int m_next = 0;
     bool m_disturbed = false;           ///< The list or its owner is not what it was.
     std::vector<Element> m_hadItsTurn;  ///< And was taken out since.

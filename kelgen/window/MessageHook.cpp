@@ -70,7 +70,8 @@ LONG CMessageFilterMainHook::MessageFilterUnhook()
 
 LONG CMessageFilterMainHook::MessageFilterHook(CMessageFilterWndHook* pHook)
 {
-    m_windows.Add(pHook);
+    if (pHook)
+        m_windows.Add(pHook);
     return 1;
 }
 
@@ -110,6 +111,7 @@ CMouseHookInterface::~CMouseHookInterface()
     for (CMouseHook* hook = CMouseHook::first; hook; hook = hook->m_next) {
         if (const int index = hook->Find(this); index >= 0)
             hook->m_walks.Remove(hook->m_listeners, index);
+        hook->m_walks.Forget([&](const CMouseHookInterface* listener) { return listener == this; });
     }
 }
 
@@ -158,7 +160,7 @@ bool CMouseHook::MouseUnhook()
 
 bool CMouseHook::MouseHook(CMouseHookInterface* pListener)
 {
-    if (!m_hHook)
+    if (!m_hHook || !pListener)
         return false;
     if (Find(pListener) < 0)
         m_listeners.Add(pListener);

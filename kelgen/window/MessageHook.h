@@ -51,7 +51,7 @@ public:
     LONG MessageFilterHook();
     /// Removes the calling thread's filter. Returns 1, even if none was installed; 0 on failure.
     LONG MessageFilterUnhook();
-    /// Appends a window to the list, even one that is listed already. Returns 1.
+    /// Appends a window to the list, even one that is listed already; null is ignored. Returns 1.
     LONG MessageFilterHook(CMessageFilterWndHook* pHook);
     /// Removes all entries of a window from the list. Returns 1, even if there were none.
     LONG MessageFilterUnhook(CMessageFilterWndHook* pHook);
@@ -112,7 +112,7 @@ public:
     bool MouseHook(HINSTANCE);
     /// Removes the hook. False if none was installed. By contract: pthemousehook and the listeners stay, for a later MouseHook.
     bool MouseUnhook();
-    /// Appends a listener, once. False while the hook is not installed.
+    /// Appends a listener, once. False while the hook is not installed, and for null.
     bool MouseHook(CMouseHookInterface* pListener);
     /// Removes a listener. False if it is not listed or the hook is not installed.
     bool MouseUnhook(CMouseHookInterface* pListener);

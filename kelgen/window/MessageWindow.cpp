@@ -3,12 +3,23 @@
 
 #include <new>
 
+CMessageWindow::CMessageWindow(CMessageWindowListener* pListener)
+{
+    CMessageWindow::MessageWindowSetListener(pListener);
+}
+
 CMessageWindow::~CMessageWindow() = default;
+
+void CMessageWindow::MessageWindowSetListener(CMessageWindowListener* pListener)
+{
+    m_pListener = pListener;
+    m_registration.MoveTo(pListener ? &pListener->m_listening : nullptr);
+}
 
 LRESULT CMessageWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (m_pListener) {
-        const kelgen::detail::PresenceWatch watch(m_presence);
+        const kelgen::detail::PresenceWatch watch(GetPresence());
         LRESULT result = 0;
         if (m_pListener->OnMessageWindowMessage(message, wParam, lParam, result) || watch.IsGone())
             return result;
@@ -24,6 +35,11 @@ BOOL CMessageWindow::PreTranslateMessage(MSG* pMsg)
 CMessageWindowListener::~CMessageWindowListener()
 {
     CMessageWindowListener::DestroyMessageWindow();
+    m_listening.ForEach([&](const CMessageWindow::Registration& registration) {
+        CMessageWindow& window = registration.m_window;
+        if (window.m_pListener == this)
+            window.m_pListener = nullptr;
+    });
 }
 
 bool CMessageWindowListener::CreateMessageWindow()

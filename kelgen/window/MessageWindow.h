@@ -2,28 +2,39 @@
 #pragma once
 
 #include <kelgen/Export.h>
+#include <kelgen/framework/base/Presence.h>
 #include <kelgen/framework/windows/Wnd.h>
-#include <kelgen/window/Presence.h>
 
 class CMessageWindowListener;
 
-/// The hidden window. Its listener sees every message first.
+/// The hidden window. Its listener sees every message first; one that is destroyed leaves it.
 class KELGEN_API CMessageWindow : public CWnd
 {
 public:
-    explicit CMessageWindow(CMessageWindowListener* pListener) : m_pListener(pListener) {}
+    explicit CMessageWindow(CMessageWindowListener* pListener);
     ~CMessageWindow() override;
 
-    void MessageWindowSetListener(CMessageWindowListener* pListener) { m_pListener = pListener; }
+    /// Null for none.
+    void MessageWindowSetListener(CMessageWindowListener* pListener);
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     BOOL PreTranslateMessage(MSG* pMsg) override;
 
 protected:
-    CMessageWindowListener* m_pListener;
+    CMessageWindowListener* m_pListener = nullptr;
 
 private:
-    kelgen::detail::Presence m_presence;
+    friend class CMessageWindowListener;
+
+    /// In the list of the listener that knows of this, which a derived class may have changed.
+    class Registration : public kelgen::detail::Watch<Registration>
+    {
+    public:
+        explicit Registration(CMessageWindow& window) : m_window(window) {}
+        CMessageWindow& m_window;
+    };
+
+    Registration m_registration{*this};
 };
 
 /// An object with a hidden window, through which others send and post messages to it. They are handled on the thread that created the
@@ -70,4 +81,8 @@ public:
 protected:
     CMessageWindow* m_pMessageWindow = nullptr;
     LPCSTR m_lpszClassName = nullptr;  ///< The window's class, from the first creation on.
+
+private:
+    friend class CMessageWindow;
+    kelgen::detail::WatchList<CMessageWindow::Registration> m_listening;  ///< The windows that it is the listener of.
 };

@@ -31,9 +31,13 @@ CTimerCallback& CTimerCallback::operator=(const CTimerCallback& other)
 
 CTimerCallback::~CTimerCallback()
 {
-    SetTimerWindow(nullptr);
-    while (m_pSources)
-        m_pSources->ForgetCallback();
+    while (Source* const source = m_sources.First()) {
+        CTimerWnd& window = source->m_window;
+        source->MoveTo(nullptr);
+        window.m_pCreatedFor = nullptr;
+        if (window.m_pCallback == this)
+            window.m_pCallback = nullptr;
+    }
 }
 
 bool CTimerCallback::_000BeforeWndProc(UINT message, WPARAM, LPARAM, LRESULT&)
@@ -53,18 +57,15 @@ bool CTimerCallback::Enable(bool b)
 
 bool CTimerCallback::SetTimerWindow(CTimerWnd* pWnd)
 {
-    if (m_pTimerWnd) {
-        CTimerCallback** link = &m_pTimerWnd->m_pUsers;
-        while (*link != this)
-            link = &(*link)->m_pNextUser;
-        *link = m_pNextUser;
-    }
     m_pTimerWnd = pWnd;
-    if (pWnd) {
-        m_pNextUser = pWnd->m_pUsers;
-        pWnd->m_pUsers = this;
-    }
+    m_user.MoveTo(pWnd ? &pWnd->m_users : nullptr);
     return true;
+}
+
+void CTimerCallback::ForgetWindow(const CTimerWnd* pWnd)
+{
+    if (m_pTimerWnd == pWnd)
+        m_pTimerWnd = nullptr;
 }
 
 bool CTimerCallback::InstallTimerCallbackHook()
@@ -85,30 +86,17 @@ END_MESSAGE_MAP()
 CTimerWnd::~CTimerWnd()
 {
     // Before the base destroys a window that is still there.
-    while (m_pUsers)
-        m_pUsers->SetTimerWindow(nullptr);
-    ForgetCallback();
-}
-
-void CTimerWnd::ForgetCallback()
-{
-    if (!m_pCallback)
-        return;
-    CTimerWnd** link = &m_pCallback->m_pSources;
-    while (*link != this)
-        link = &(*link)->m_pNextSource;
-    *link = m_pNextSource;
+    m_users.ForEach([this](const CTimerCallback::User& user) { user.m_callback.ForgetWindow(this); });
+    if (m_pCreatedFor)
+        m_pCreatedFor->ForgetWindow(this);
     m_pCallback = nullptr;
 }
 
 BOOL CTimerWnd::Create(CTimerCallback* pCallback)
 {
-    ForgetCallback();
     m_pCallback = pCallback;
-    if (pCallback) {
-        m_pNextSource = pCallback->m_pSources;
-        pCallback->m_pSources = this;
-    }
+    m_pCreatedFor = pCallback;
+    m_source.MoveTo(pCallback ? &pCallback->m_sources : nullptr);
     return CreateEx(0, AfxRegisterWndClass(0), "Timer Window", 0, CRect(0, 0, 0, 0), nullptr, 0);
 }
 
@@ -135,7 +123,8 @@ void CTimerWnd::OnTimer(UINT nIDEvent)
     try {
         m_pCallback->OnTimerEvent(nIDEvent);
     } catch (CException* e) {
-        e->Delete();
+        if (e)
+            e->Delete();
     } catch (abi::__forced_unwind&) {
         // No exception: the thread ends.
         throw;
@@ -145,7 +134,7 @@ void CTimerWnd::OnTimer(UINT nIDEvent)
 
 void CTimerWnd::OnDestroy()
 {
-    ForgetCallback();
+    m_pCallback = nullptr;
     CWnd::OnDestroy();
 }
 

@@ -70,8 +70,26 @@ protected:
 
 private:
     friend class CTimerWnd;
-    CTimerWnd* m_pSources = nullptr;  ///< The windows that were created for this callback.
-    CTimerCallback* m_pNextUser = nullptr;
+
+    /// In the list of the window that knows of this; m_pTimerWnd may be a derived class's.
+    class User : public kelgen::detail::Watch<User>
+    {
+    public:
+        explicit User(CTimerCallback& callback) : m_callback(callback) {}
+        CTimerCallback& m_callback;
+    };
+    /// A window in the list of the callback that it was created for.
+    class Source : public kelgen::detail::Watch<Source>
+    {
+    public:
+        explicit Source(CTimerWnd& window) : m_window(window) {}
+        CTimerWnd& m_window;
+    };
+
+    void ForgetWindow(const CTimerWnd* pWnd);
+
+    User m_user{*this};
+    kelgen::detail::WatchList<Source> m_sources;
 };
 
 /// The hidden window of timers. Made with new: it deletes itself when WM_CLOSE or its DestroyWindow ends it; a window that the platform
@@ -108,10 +126,10 @@ protected:
 
 private:
     friend class CTimerCallback;
-    void ForgetCallback();
 
-    CTimerCallback* m_pUsers = nullptr;  ///< The callbacks that know this window.
-    CTimerWnd* m_pNextSource = nullptr;
+    CTimerCallback* m_pCreatedFor = nullptr;  ///< While that lives.
+    CTimerCallback::Source m_source{*this};
+    kelgen::detail::WatchList<CTimerCallback::User> m_users;  ///< The callbacks that know this window.
 };
 
 }  // namespace _kelgen

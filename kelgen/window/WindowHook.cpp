@@ -18,66 +18,58 @@ std::mutex& MapLock()
 
 }  // namespace
 
-/// A message in a hook. When the hook leaves its chain the message goes on at the one that came next then.
-class CWindowHook::Step
+/// A message in a hook. When the hook is destroyed the message goes on at the one that came next then.
+class CWindowHook::Step : public kelgen::detail::Watch<Step>
 {
 public:
-    explicit Step(CWindowHook& hook) : m_window(hook.m_hWnd), m_procedure(hook.m_pOldWndProc) { Enter(&hook); }
-    ~Step()
+    explicit Step(CWindowHook& hook) : Watch(hook.m_steps), m_hook(&hook), m_window(hook.m_hWnd), m_procedure(hook.m_pOldWndProc)
     {
-        if (!m_hook)
+        if (m_procedure)
             return;
-        Step** link = &m_hook->m_steps;
-        while (*link != this)
-            link = &(*link)->m_other;
-        *link = m_other;
+        m_window = hook.m_leftWindow;
+        m_procedure = hook.m_leftProcedure;
     }
-    Step(const Step&) = delete;
-    Step& operator=(const Step&) = delete;
 
     bool HookIsGone() const { return m_hookIsGone; }
     CWindowHook* Next() const { return m_hookIsGone ? m_hook : m_hook->m_pNext; }
 
-    /// What the window had as its procedure before it was hooked. Nothing for a window that was destroyed under way.
+    /// What the window had as its procedure before it was hooked. Nothing for a window that was destroyed under way, and for one that
+    /// the message is not of.
     LRESULT CallWindow(UINT message, WPARAM wParam, LPARAM lParam) const
     {
-        if (m_hookIsGone && !::IsWindow(m_window))
+        const bool isAttached = m_procedure && !m_hookIsGone && m_hook->m_hWnd == m_window;
+        if (!isAttached && (!m_procedure || m_window != AfxGetThreadState()->m_lastSentMsg.hwnd || !::IsWindow(m_window)))
             return 0;
         return ::CallWindowProcA(m_procedure, m_window, message, wParam, lParam);
     }
 
-    static void MoveAll(CWindowHook& from)
+    void HookGoes(CWindowHook* next)
     {
-        while (Step* const step = from.m_steps) {
-            from.m_steps = step->m_other;
-            step->m_hookIsGone = true;
-            step->Enter(from.m_pNext);
-        }
+        m_hookIsGone = true;
+        m_hook = next;
+        MoveTo(next ? &next->m_steps : nullptr);
     }
 
 private:
-    void Enter(CWindowHook* hook)
-    {
-        m_hook = hook;
-        m_other = hook ? hook->m_steps : nullptr;
-        if (hook)
-            hook->m_steps = this;
-    }
-
-    const HWND m_window;
-    const WNDPROC m_procedure;
-    CWindowHook* m_hook = nullptr;
-    Step* m_other = nullptr;  ///< The next in the hook's list.
+    CWindowHook* m_hook;
+    HWND m_window;
+    WNDPROC m_procedure;
     bool m_hookIsGone = false;
 };
 
-CWindowHook::CWindowHook(const CWindowHook& other) : m_hWnd(other.m_hWnd), m_pOldWndProc(other.m_pOldWndProc), m_pNext(other.m_pNext) {}
+CWindowHook::CWindowHook() = default;
+
+CWindowHook::CWindowHook(const CWindowHook& other) : m_hWnd(other.m_hWnd), m_pOldWndProc(other.m_pOldWndProc), m_pNext(other.m_pNext)
+{
+    Follow();
+}
 
 CWindowHook& CWindowHook::operator=(const CWindowHook& other)
 {
     m_hWnd = other.m_hWnd;
     m_pOldWndProc = other.m_pOldWndProc;
     m_pNext = other.m_pNext;
+    Follow();
     return *this;
 }
 
@@ -87,7 +79,26 @@ CWindowHook::~CWindowHook()
         CWindowHookMap::theMap.Remove(this);
     if (m_places > 0)
         CWindowHookMap::theMap.Forget(this);
-    Step::MoveAll(*this);
+    HandOver();
+}
+
+/// A chain tells its hooks when the next one goes; a hook in no chain is told as one of that one's followers.
+void CWindowHook::Follow()
+{
+    m_following.MoveTo(m_places == 0 && m_pNext ? &m_pNext->m_followers : nullptr);
+}
+
+/// Whoever would come here goes on at the next hook.
+void CWindowHook::HandOver()
+{
+    CWindowHook* const next = m_pNext != this ? m_pNext : nullptr;
+    m_following.MoveTo(nullptr);
+    while (Step* const step = m_steps.First())
+        step->HookGoes(next);
+    while (Follower* const follower = m_followers.First()) {
+        follower->m_hook.m_pNext = next;
+        follower->MoveTo(next ? &next->m_followers : nullptr);
+    }
 }
 
 BOOL CWindowHook::IsWindowHooked()
@@ -101,6 +112,8 @@ BOOL CWindowHook::HookWindow(HWND hWnd)
         CWindowHookMap::theMap.Add(hWnd, this);
     } else if (m_hWnd) {
         CWindowHookMap::theMap.Remove(this);
+        m_leftWindow = m_hWnd;
+        m_leftProcedure = m_pOldWndProc;
         m_pOldWndProc = nullptr;
     }
     m_hWnd = hWnd;
@@ -144,9 +157,6 @@ LRESULT CWindowHook::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 
 LRESULT CWindowHook::Default()
 {
-    // A hook that has been detached does not hear of it when the next one goes.
-    if (!m_hWnd && m_pNext && !CWindowHookMap::theMap.IsInChain(m_pNext))
-        m_pNext = nullptr;
     const MSG current = AfxGetThreadState()->m_lastSentMsg;
     return WindowProc(current.message, current.wParam, current.lParam);
 }
@@ -157,6 +167,8 @@ CWindowHookMap::CWindowHookMap() : CMapPtrToPtr(10) {}
 
 void CWindowHookMap::Add(HWND hWnd, CWindowHook* hook)
 {
+    if (!hook)
+        return;
     CWindowHook* const head = Lookup(hWnd);
     // A second place in one chain would make it endless.
     for (const CWindowHook* other = head; other; other = other->m_pNext) {
@@ -166,6 +178,7 @@ void CWindowHookMap::Add(HWND hWnd, CWindowHook* hook)
     hook->m_pNext = head;
     SetHead(hWnd, hook);
     ++hook->m_places;
+    hook->Follow();
     if (head) {
         hook->m_pOldWndProc = head->m_pOldWndProc;
         return;
@@ -176,7 +189,7 @@ void CWindowHookMap::Add(HWND hWnd, CWindowHook* hook)
 
 void CWindowHookMap::Remove(CWindowHook* hook)
 {
-    if (Unlink(hook->m_hWnd, hook) && !Lookup(hook->m_hWnd))
+    if (hook && Unlink(hook->m_hWnd, hook) && !Lookup(hook->m_hWnd))
         ::SetWindowLongPtrA(hook->m_hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(hook->m_pOldWndProc));
 }
 
@@ -222,10 +235,10 @@ bool CWindowHookMap::Unlink(HWND hWnd, CWindowHook* hook)
             return false;
         newer->m_pNext = next;
     }
-    CWindowHook::Step::MoveAll(*hook);
     // In another window's chain nothing that comes after it is known.
     if (--hook->m_places > 0)
         hook->m_pNext = nullptr;
+    hook->Follow();
     return true;
 }
 
@@ -241,20 +254,6 @@ std::vector<HWND> CWindowHookMap::Windows() const
         windows.push_back(static_cast<HWND>(window));
     }
     return windows;
-}
-
-/// Whether there is such a hook in a chain of the calling thread's windows. It is not looked into.
-bool CWindowHookMap::IsInChain(const CWindowHook* hook) const
-{
-    for (const HWND window : Windows()) {
-        if (::GetWindowThreadProcessId(window, nullptr) != ::GetCurrentThreadId())
-            continue;
-        for (const CWindowHook* other = Lookup(window); other; other = other->m_pNext) {
-            if (other == hook)
-                return true;
-        }
-    }
-    return false;
 }
 
 /// Takes @p hook out of the chains of windows that it does not show any more.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <kelgen/Export.h>
+#include <kelgen/framework/base/Presence.h>
 #include <kelgen/framework/collections/MapTypes.h>
 #include <kelgen/framework/windows/Wnd.h>
 
@@ -22,7 +23,9 @@ namespace _kelgen {
 /// the procedure that the window had; the stages after come in the reverse order. True from a stage before or in the body ends the way
 /// there. WM_NCDESTROY is not shown to hooks: it detaches them all, and the window's procedure gets it.
 ///
-/// Hooks may be attached, detached and destroyed while a message is under way; one that has gone takes no further part.
+/// Hooks may be attached, detached and destroyed while a message is under way. One that has been destroyed takes no further part.
+/// By contract: one that has been detached and lives does: it gets its stages in the body and after, and the message goes on at the hook
+/// that came next when it was detached.
 /// A copy is not attached, though it shows the same window.
 /// By contract: the procedure that the window had comes back with the last hook, even if somebody else has replaced it meanwhile:
 /// whoever that was cannot be told.
@@ -30,7 +33,7 @@ namespace _kelgen {
 class KELGEN_API CWindowHook
 {
 public:
-    CWindowHook() = default;
+    CWindowHook();
     CWindowHook(const CWindowHook& other);
     /// By contract: takes over which hook comes next, member by member, so assign only to a hook that is not attached.
     CWindowHook& operator=(const CWindowHook& other);
@@ -56,7 +59,8 @@ private:
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
 
 protected:
-    /// Sends the thread's current message through this hook again, from its first stage on.
+    /// Sends the thread's current message through this hook again, from its first stage on. A hook that has been detached from that
+    /// message's window passes it on as if it still were attached.
     LRESULT Default();
 
     HWND m_hWnd = nullptr;
@@ -67,8 +71,23 @@ private:
     friend class CWindowHookMap;
     class Step;
 
-    Step* m_steps = nullptr;  ///< Messages that are in this hook now.
-    int m_places = 0;         ///< In how many chains it is.
+    /// In the list of the hook that a detached one shows as the next.
+    class Follower : public kelgen::detail::Watch<Follower>
+    {
+    public:
+        explicit Follower(CWindowHook& hook) : m_hook(hook) {}
+        CWindowHook& m_hook;
+    };
+
+    void Follow();
+    void HandOver();
+
+    kelgen::detail::WatchList<Step> m_steps;  ///< Messages that are in this hook now.
+    kelgen::detail::WatchList<Follower> m_followers;
+    Follower m_following{*this};
+    int m_places = 0;  ///< In how many chains it is.
+    HWND m_leftWindow = nullptr;
+    WNDPROC m_leftProcedure = nullptr;
 };
 
 /// The newest hook of each window.
@@ -77,9 +96,9 @@ class KELGEN_API CWindowHookMap : public CMapPtrToPtr
 public:
     CWindowHookMap();
 
-    /// Makes @p hook the newest of the window, and replaces the window's procedure for its first one.
+    /// Makes @p hook the newest of the window, and replaces the window's procedure for its first one. Null is ignored.
     void Add(HWND hWnd, CWindowHook* hook);
-    /// Takes @p hook out of its window's chain; with the last one the window gets its procedure back.
+    /// Takes @p hook out of its window's chain; with the last one the window gets its procedure back. Null is ignored.
     void Remove(CWindowHook* hook);
     /// Detaches all hooks of the window by HookWindow(NULL).
     void RemoveAll(HWND hWnd);
@@ -96,7 +115,6 @@ private:
     bool Unlink(HWND hWnd, CWindowHook* hook);
     void Forget(CWindowHook* hook);
     std::vector<HWND> Windows() const;
-    bool IsInChain(const CWindowHook* hook) const;
 
     static CWindowHookMap theMap;
 };

@@ -1,9 +1,16 @@
 // WndInterface.cpp: the stages of a message, and what hooks may do to them.
 #include <kelgen/window/WndInterface.h>
 
+#include <kelgen/framework/base/internal/LinkTable.h>
 #include <kelgen/framework/windows/Wnd.h>
 
 using kelgen::detail::PresenceWatch;
+
+namespace {
+
+using Table = kelgen::detail::LinkTable<C000WndProcInterface, C000WndInterface>;
+
+}  // namespace
 
 const UINT C000WndInterface::MESSAGE_WNDPOSCREATE;
 
@@ -12,7 +19,11 @@ bool C000WndProcInterface::_000OnPosCreate()
     return false;
 }
 
-C000WndProcInterface::~C000WndProcInterface() = default;
+C000WndProcInterface::~C000WndProcInterface()
+{
+    while (C000WndInterface* const window = Table::Only().Take(this))
+        window->Forget(this);
+}
 
 bool C000WndProcInterface::_000BeforeWndProc(UINT message, WPARAM, LPARAM, LRESULT&)
 {
@@ -29,7 +40,58 @@ bool C000WndProcInterface::_000AfterWndProc(UINT, WPARAM, LPARAM, LRESULT&)
     return false;
 }
 
-C000WndInterface::~C000WndInterface() = default;
+C000WndInterface::C000WndInterface(const C000WndInterface& other)
+    : m_flags(other.m_flags), m_before(other.m_before), m_body(other.m_body), m_after(other.m_after)
+{
+    EnterTable();
+}
+
+C000WndInterface& C000WndInterface::operator=(const C000WndInterface& other)
+{
+    m_flags = other.m_flags;
+    m_before = other.m_before;
+    m_body = other.m_body;
+    m_after = other.m_after;
+    EnterTable();
+    return *this;
+}
+
+C000WndInterface::~C000WndInterface()
+{
+    if (m_isInTable)
+        Table::Only().Remove(this);
+}
+
+void C000WndInterface::Hook(Hooks& hooks, const C000WndProcInterface::CHook& hook)
+{
+    if (!hook.m_pfn || !hook.m_pObject)
+        return;
+    Table::Only().Add(hook.m_pObject, this);
+    m_isInTable = true;
+    hooks.AddUnique(hook);
+}
+
+void C000WndInterface::EnterTable()
+{
+    for (const Hooks* hooks : {&m_before, &m_body, &m_after}) {
+        for (int i = 0; i < hooks->GetSize(); ++i) {
+            Table::Only().Add(hooks->GetAt(i).m_pObject, this);
+            m_isInTable = true;
+        }
+    }
+}
+
+/// @p object has ended; a later one may lie at its place.
+void C000WndInterface::Forget(const C000WndProcInterface* object)
+{
+    for (Hooks* hooks : {&m_before, &m_body, &m_after}) {
+        for (int i = hooks->GetUpperBound(); i >= 0; --i) {
+            if (hooks->GetAt(i).m_pObject == object)
+                m_walks.Remove(*hooks, i);
+        }
+    }
+    m_walks.Forget([&](const C000WndProcInterface::CHook& hook) { return hook.m_pObject == object; });
+}
 
 bool C000WndInterface::Run(const Hooks& hooks, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
 {

@@ -3,9 +3,9 @@
 
 #include <kelgen/Export.h>
 #include <kelgen/containers/BaseComparableArray.h>
+#include <kelgen/framework/base/Presence.h>
 #include <kelgen/platform/Win32.h>
 #include <kelgen/window/ListWalk.h>
-#include <kelgen/window/Presence.h>
 
 class CWnd;
 
@@ -19,7 +19,7 @@ class CWnd;
 ///     C000WndProcInterface::CHook hook(&C000WndProcInterface::_000BeforeWndProc, &watch);
 ///     frame._000HookBeforeWndProc(hook);
 ///
-/// The object must leave the window's lists before it goes.
+/// An object that is destroyed leaves the windows' lists. Threads: the windows' own; so for its destruction.
 class KELGEN_API C000WndProcInterface
 {
 public:
@@ -43,6 +43,7 @@ public:
 
     /// Called once the window is fully created and shown.
     virtual bool _000OnPosCreate();
+    /// Cost: a look into a table, which is locked for that.
     virtual ~C000WndProcInterface();
     /// MESSAGE_WNDPOSCREATE goes to _000OnPosCreate; false for all others.
     virtual bool _000BeforeWndProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
@@ -76,8 +77,8 @@ public:
 
     C000WndInterface() = default;
     /// The flags and the hooks.
-    C000WndInterface(const C000WndInterface&) = default;
-    C000WndInterface& operator=(const C000WndInterface&) = default;
+    C000WndInterface(const C000WndInterface& other);
+    C000WndInterface& operator=(const C000WndInterface& other);
 
     /// Runs the hooks before, then _000OnPosCreate for MESSAGE_WNDPOSCREATE. True ends the message's way.
     virtual bool _000BeforeWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
@@ -98,10 +99,10 @@ public:
     /// Whether WM_CREATE has passed the hooks after it.
     bool _000IsWindowCreated() const { return (m_flags & E000FLAG_WNDCREATED) != 0; }
 
-    /// Appends a hook to a list, unless an equal one is in it; one member for each list.
-    void _000HookBeforeWndProc(const C000WndProcInterface::CHook& hook) { m_before.AddUnique(hook); }
-    void _000HookWndProc(const C000WndProcInterface::CHook& hook) { m_body.AddUnique(hook); }
-    void _000HookAfterWndProc(const C000WndProcInterface::CHook& hook) { m_after.AddUnique(hook); }
+    /// Appends a hook to a list, unless an equal one is in it. One without a function or an object is ignored. One member for each list.
+    void _000HookBeforeWndProc(const C000WndProcInterface::CHook& hook) { Hook(m_before, hook); }
+    void _000HookWndProc(const C000WndProcInterface::CHook& hook) { Hook(m_body, hook); }
+    void _000HookAfterWndProc(const C000WndProcInterface::CHook& hook) { Hook(m_after, hook); }
     /// Removes a hook from a list; one that is not in it is ignored. One member for each list.
     void _000UnhookBeforeWndProc(const C000WndProcInterface::CHook& hook) { Unhook(m_before, hook); }
     void _000UnhookWndProc(const C000WndProcInterface::CHook& hook) { Unhook(m_body, hook); }
@@ -119,9 +120,15 @@ protected:
     Hooks m_after;
 
 private:
+    friend class C000WndProcInterface;
+
+    void Hook(Hooks& hooks, const C000WndProcInterface::CHook& hook);
+    void EnterTable();
+    void Forget(const C000WndProcInterface* object);
     bool Run(const Hooks& hooks, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
     void Unhook(Hooks& hooks, C000WndProcInterface::CHook hook);
 
+    bool m_isInTable = false;
     kelgen::detail::Presence m_presence;
     kelgen::detail::ListWalks<Hooks> m_walks;
 };

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <optional>
 
 using namespace kelgen::test;
 
@@ -29,11 +30,14 @@ class Child : public CWnd
 public:
     explicit Child(std::string name) : m_name(std::move(name)) {}
     bool CreateIn(CWnd& parent) { return CreateEx(0, AfxRegisterWndClass(0), "", WS_CHILD, CRect(0, 0, 9, 9), &parent, 1) != FALSE; }
+    std::function<void()> m_onNews;
 
 protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
     {
         Note(m_name, message);
+        if (message == kNews && m_onNews)
+            m_onNews();
         return CWnd::WindowProc(message, wParam, lParam);
     }
 
@@ -45,7 +49,7 @@ class Recorded : public TestFrame
 {
 public:
     explicit Recorded(std::string name) : m_name(std::move(name)) {}
-    std::function<void()> m_onIdle;
+    std::function<void()> m_onIdle, m_onNews;
 
 protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
@@ -53,6 +57,10 @@ protected:
         Note(m_name, message);
         if (message == WM_IDLEUPDATECMDUI && m_onIdle)
             std::exchange(m_onIdle, nullptr)();
+        if (message == kNews && m_onNews) {
+            std::exchange(m_onNews, nullptr)();
+            return 0;
+        }
         return TestFrame::WindowProc(message, wParam, lParam);
     }
 
@@ -150,6 +158,46 @@ TEST_F(AppFrames, MessagesReachAllWindowsOfAllFrames)
     EXPECT_EQ(1, m_side.m_languages);
     EXPECT_THROW(static_cast<void>(m_app.GetWndArray()[5]), CInvalidArgException*);
     EXPECT_THROW(static_cast<void>(m_app.GetWndArray()[-1]), CInvalidArgException*);
+}
+
+TEST(AppFrameWalk, FrameThatStaysIsToldOnceWhateverOthersDo)
+{
+    TestApp app;
+    std::optional<Recorded> a, b, c;
+    struct Row
+    {
+        const char* name;
+        std::optional<Recorded>* actor;
+        std::function<void()> act;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {"the frame itself ends", &a, [&] { a->DestroyWindow(); }, "a b c"},
+        {"itself, and it comes back", &a, [&] { EXPECT_TRUE(a->DestroyWindow() && a->CreateShown()); }, "a b c"},
+        {"with its object", &a, [&] { a.reset(); }, "a b c"},
+        {"an earlier one", &b, [&] { a->DestroyWindow(); }, "a b c"},
+        {"a later one", &a, [&] { b->DestroyWindow(); }, "a c"},
+        {"a new one at the place of an earlier one", &b, [&] { EXPECT_TRUE(a.emplace("new").CreateShown()); }, "a b c new"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_TRUE(a.emplace("a").CreateShown() && b.emplace("b").CreateShown() && c.emplace("c").CreateShown());
+        (*row.actor)->m_onNews = row.act;
+        Traffic::Take();
+        app.SendMessageToWindows(kNews, 1, 2);
+        EXPECT_EQ(row.expected, Traffic::Take());
+        a.reset();
+        b.reset();
+        c.reset();
+    }
+
+    Recorded parent("parent");
+    Child first("first"), second("second"), third("third");
+    ASSERT_TRUE(parent.CreateShown() && first.CreateIn(parent) && second.CreateIn(parent) && third.CreateIn(parent));
+    second.m_onNews = [&] { second.DestroyWindow(); };
+    Traffic::Take();
+    app.SendMessageToWindows(kNews, 1, 2);
+    EXPECT_EQ("parent first second third", Traffic::Take()) << "a child that ends itself";
 }
 
 TEST(AppInstance, NeedsItsMessageWindowAndIsTheLibrarysOwn)

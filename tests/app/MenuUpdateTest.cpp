@@ -182,6 +182,35 @@ TEST(MenuUpdate, HandlersMayRemoveAndInsertItems)
     });
 }
 
+TEST(MenuUpdate, HandlerMayDestroyTheWindowWithItsObject)
+{
+    TestApp app;
+    auto* const dialog = new AskedDialog(310, nullptr);
+    ASSERT_TRUE(dialog->Create(310));
+    const HWND window = dialog->m_hWnd;
+    const HMENU popup = Popup("2 3");
+    int asked = 0;
+    dialog->m_onItem = [&](const CCmdUI&) {
+        ++asked;
+        ::DestroyWindow(window);
+    };
+    ::SendMessageA(window, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(popup), 0);
+    EXPECT_EQ(1, asked);
+    EXPECT_FALSE(::IsWindow(window));
+    ::DestroyMenu(popup);
+
+    auto* const updated = new AskedDialog(310, nullptr);
+    ASSERT_TRUE(updated->Create(310));
+    ASSERT_NE(nullptr, ::GetTopWindow(updated->m_hWnd));
+    asked = 0;
+    updated->m_onItem = [&](const CCmdUI&) {
+        ++asked;
+        updated->DestroyWindow();
+    };
+    updated->UpdateDialogControls(updated, TRUE);
+    EXPECT_EQ(1, asked);
+}
+
 TEST(MenuUpdate, WhateverIsRemovedTheRestIsVisitedOnce)
 {
     Random random;

@@ -119,6 +119,39 @@ TEST(IniFile, LoadFileAppendsAndFailureKeepsTheModel)
     EXPECT_EQ("[A]\na=1\n", Dump(ini));
 }
 
+TEST(IniFile, SectionsEndOneByOneFromTheFirst)
+{
+    class Noting : public CIniSection
+    {
+    public:
+        Noting(const char* name, const CIniFile& ini, std::string& account) : CIniSection(name), m_ini(ini), m_account(account) {}
+        ~Noting() override
+        {
+            const CString last = m_ini.GetPropertyValue("last", "a");
+            m_account +=
+                std::to_string(m_ini.GetSize()) + GetName().GetString() + (m_ini.GetAt(0) == this ? "" : "?") + last.GetString() + " ";
+        }
+
+    private:
+        const CIniFile& m_ini;
+        std::string& m_account;
+    };
+    std::string account;
+    {
+        CIniFile ini;
+        for (const char* name : {"x", "plain", "y", "last"}) {
+            auto* const section = name == std::string("plain") ? new CIniSection(name) : new Noting(name, ini, account);
+            section->AddProperty("a", "1");
+            ini.Add(section);
+        }
+        ini.RemoveAll();
+        EXPECT_EQ("4x1 2y1 1last1 ", std::exchange(account, {}));
+        for (const char* name : {"1", "2", "3"})
+            ini.Add(new Noting(name, ini, account));
+    }
+    EXPECT_EQ("31 22 13 ", account);
+}
+
 TEST(IniFile, ValueIndicesAreChecked)
 {
     CIniSection section("S");

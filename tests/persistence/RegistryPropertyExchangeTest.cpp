@@ -5,6 +5,8 @@
 #include "property/Recorder.h"
 #include "support/Rows.h"
 
+#include <optional>
+
 using namespace gen;
 using namespace kelgen::test;
 
@@ -83,6 +85,66 @@ TEST_F(RegistryPropertyExchange, WholeSetsComeBackInOrderAndReportTwiceEach)
     EXPECT_EQ((Log{"set:b=7", "set:b=7", "set:none=", "set:a=text", "set:a=text", "set:b=0", "set:b=0", "set:none=", "set:a=", "set:a="}),
               log)
         << "what the key does not hold as text is reset";
+}
+
+TEST_F(RegistryPropertyExchange, TryLoadLeavesTheSetAloneWithoutAKey)
+{
+    Add("number", eptInteger, "7");
+    Add("missing", eptString, "text");
+    SetText(scratch, "number", "9");
+    CRegistryPropertyExchange closed(exchange);
+    closed.key = CRegistry::CKey();
+    EXPECT_FALSE(closed.TryLoad());
+    CRegistry::CKey other;
+    ASSERT_TRUE(other.OpenKey(HKEY_CURRENT_USER, scratch.Path().c_str()));
+    closed.key = other;
+    other.CloseKey();
+    EXPECT_FALSE(closed.TryLoad()) << "closed behind its back";
+    EXPECT_EQ(7, set["number"]->GetValue().GetValueInteger());
+    EXPECT_STREQ("text", set["missing"]->GetValue().GetValueString());
+
+    EXPECT_TRUE(exchange.TryLoad());
+    EXPECT_EQ(9, set["number"]->GetValue().GetValueInteger());
+    EXPECT_STREQ("", set["missing"]->GetValue().GetValueString()) << "a missing value is reset";
+    closed.Load();
+    EXPECT_EQ(0, set["number"]->GetValue().GetValueInteger()) << "Load resets all";
+}
+
+TEST_F(RegistryPropertyExchange, ListenersMayReplaceWhatIsLoaded)
+{
+    CPropertySet other;
+    for (const char* name : {"a", "b", "c"}) {
+        CProperty property(1, name, eptInteger);
+        other.AddProperty(property);
+        SetText(scratch, name, "5");
+    }
+    std::optional<CPropertySet> loaded;
+    struct Row
+    {
+        const char* name;
+        std::function<void()> act;
+        Log expected;
+    };
+    const Row rows[] = {
+        {"the properties", [&] { *loaded = other; }, {"x:a=5", "x:b=5", "x:b=5", "x:c=5", "x:c=5"}},
+        {"by fewer", [&] { *loaded = CPropertySet(); }, {"x:a=5"}},
+        {"the set", [&] { exchange.propertySet = nullptr; }, {"x:a=5", "x:a=5"}},
+        {"the set's life", [&] { loaded.reset(); }, {"x:a=5"}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        Log log;
+        Recorder recorder("x", log);
+        loaded.emplace(other);
+        loaded->AddListener(&recorder);
+        exchange.propertySet = &*loaded;
+        recorder.react = [&](CPropertySet&, CProperty&) {
+            recorder.react = nullptr;
+            row.act();
+        };
+        exchange.Load();
+        EXPECT_EQ(row.expected, log);
+    }
 }
 
 TEST_F(RegistryPropertyExchange, SuppressedOrWithoutASetItDoesNothing)

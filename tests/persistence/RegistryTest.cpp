@@ -4,6 +4,10 @@
 #include "platform/registry/RegistryFixture.h"
 #include "support/Rows.h"
 
+#include <algorithm>
+#include <atomic>
+#include <thread>
+
 using namespace kelgen::test;
 using namespace std::string_literals;
 
@@ -98,4 +102,27 @@ TEST(Registry, CopiesShareTheHandleAndAFailedOpeningLosesIt)
     EXPECT_NE(nullptr, copy.GetHandle()) << "closing failed";
     EXPECT_FALSE(copy.OpenKey(scratch, "missing"));
     EXPECT_EQ(nullptr, copy.GetHandle());
+}
+
+TEST(Registry, ValueThatOthersWriteIsNeverMissing)
+{
+    const ScratchKey scratch;
+    const std::string texts[] = {std::string(600, 'a'), std::string(3000, 'b'), std::string(20000, 'c')};
+    SetText(scratch, "value", texts[0]);
+    std::atomic<bool> stop = false;
+    std::thread writer([&] {
+        for (std::size_t i = 0; !stop; ++i)
+            SetText(scratch, "value", texts[i % 3]);
+    });
+    CRegistry::CKey key(HKEY_CURRENT_USER, scratch.Path().c_str());
+    int missing = 0, torn = 0;
+    for (int i = 0; i < 3000; ++i) {
+        CString out;
+        missing += !key.QueryValue("value", out);
+        torn += std::find(std::begin(texts), std::end(texts), std::string(out)) == std::end(texts);
+    }
+    stop = true;
+    writer.join();
+    EXPECT_EQ(0, missing);
+    EXPECT_EQ(0, torn);
 }

@@ -196,3 +196,30 @@ TEST_F(PropertySet, PulseTellsOfEveryPropertyInOrder)
         sets.Add(each);
     EXPECT_EQ((Log{"second:other=0", "first:width=0", "first:height=0", "first:width=0"}), Heard([&] { sets.PulsePropertyChange(); }));
 }
+
+TEST(PropertySetListener, EndOfListenerOrPropertyEndsTheLink)
+{
+    Log log;
+    CPropertySet set, other;
+    AddInteger(set, 1, "a");
+    AddInteger(other, 1, "a");
+    {
+        Recorder passing("passing", log);
+        const Recorder copy(passing);
+        set.AddListener(&passing);
+        other.AddListener(&passing);
+        set.AddListener(&passing);
+    }
+    set.Set("a", 1);
+    EXPECT_EQ(Log{}, log);
+
+    Recorder first("first", log), second("second", log);
+    set.AddListener(&first);
+    set.AddListener(&second);
+    first.react = [&](CPropertySet&, CProperty&) {
+        first.react = nullptr;
+        set = other;
+    };
+    set["a"]->GetValue() = 2;
+    EXPECT_EQ(Log{"first:a=2"}, log) << "nobody is told of a property that is gone";
+}

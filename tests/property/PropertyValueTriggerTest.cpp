@@ -192,3 +192,77 @@ TEST_F(PropertyValueTrigger, EverySecondTriggerKeepsItsLinkToADestroyedCallback)
         triggers[i].RemoveCallback(&callback);
     }
 }
+
+TEST_F(PropertyValueTrigger, CopiesAndAssignmentsLeaveNoDeadLinks)
+{
+    // Assigned to: the set still lists it, and its callback does.
+    {
+        auto trigger = std::make_unique<CPropertyValueTrigger>();
+        trigger->AddCallback(&callback);
+        trigger->SetSimpleCondition(&set, kWatched, 3);
+        *trigger = CPropertyValueTrigger();
+        set.Set(kWatched, 3);
+        EXPECT_EQ(Reports{}, callback.reports) << "the condition is the other's";
+        trigger.reset();
+        set.Set(kWatched, 5);
+        callback.Check();
+        EXPECT_EQ(Reports{}, callback.reports);
+    }
+    // A copy that outlives its source, the callback and the set.
+    auto dying = std::make_unique<CPropertySet>(set);
+    std::optional<Callback> told(std::in_place);
+    auto source = std::make_unique<CPropertyValueTrigger>();
+    source->AddCallback(&*told);
+    source->AddCallback(&callback);
+    source->SetSimpleCondition(dying.get(), kWatched, 5);
+    CPropertyValueTrigger copy(*source);
+    CPropertyValueTrigger assigned;
+    assigned = copy;
+    source.reset();
+    copy.Check();
+    EXPECT_EQ((Reports{true}), told->reports) << "a copy reports to the source's callbacks";
+    told.reset();
+    dying.reset();
+    copy.Check();
+    assigned.Check();
+    EXPECT_EQ((Reports{true, false, false}), callback.reports) << "a set that is gone matches nothing";
+    copy.SetSimpleCondition(&set, kWatched, 5);
+    set.Set(kWatched, 5);
+    EXPECT_EQ((Reports{true, false, false, true}), callback.reports);
+}
+
+TEST_F(PropertyValueTrigger, CopiedCallbacksOutliveTheirTriggers)
+{
+    auto trigger = std::make_unique<CPropertyValueTrigger>();
+    trigger->AddCallback(&callback);
+    Callback copy(callback), assigned;
+    assigned = callback;
+    copy.Check();
+    EXPECT_EQ(Reports{true}, callback.reports) << "the trigger tells the source alone";
+    EXPECT_EQ(Reports{}, copy.reports);
+    trigger.reset();
+    copy.Check();
+    assigned.Check();
+    EXPECT_EQ(nullptr, copy.GetTriggers().GetAt(0));
+}
+
+TEST_F(PropertyValueTrigger, SetMayEndBeforeItsTriggerAndNullIsNobody)
+{
+    CPropertyValueTrigger trigger;
+    trigger.AddCallback(nullptr);
+    trigger.RemoveCallback(nullptr);
+    EXPECT_EQ(0, trigger.GetCallbacks().GetSize());
+    trigger.AddCallback(&callback);
+    {
+        CPropertySet passing(set);
+        passing.AddListener(nullptr);
+        passing.RemoveListener(nullptr);
+        trigger.SetSimpleCondition(&passing, kWatched, 0);
+        passing.Set(kWatched, 0);
+    }
+    EXPECT_EQ(nullptr, trigger.GetCondition().items.GetAt(0).set);
+    trigger.Check();
+    EXPECT_EQ((Reports{true, false}), callback.reports);
+    trigger.SetSimpleCondition(&set, kWatched, 0);
+    trigger.RemoveCallback(&callback);
+}

@@ -5,6 +5,9 @@
 #include <kelgen/system/KELException.h>
 #include <kelgen/system/Savings.h>
 
+#include <atomic>
+#include <thread>
+
 enum CSavings::ESaveWhat : int
 {
     saveWindows = 3,
@@ -53,6 +56,59 @@ TEST(Savings, EachChangeWritesCountAndEntries)
     EXPECT_EQ("", store.written);
     flags.SetStore(nullptr);
     flags.Reset(CSavings::saveWindows);
+}
+
+TEST(Savings, StoreMayLeaveWhileItIsWrittenTo)
+{
+    App();
+    auto& flags = CSavings::AppGetSavings().SavingsSaveWhat();
+    class Leaving : public RecordingStore
+    {
+    public:
+        void WriteEntry(const char* name, int value) override
+        {
+            RecordingStore::WriteEntry(name, value);
+            if (--m_stays == 0)
+                CSavings::AppGetSavings().SavingsSaveWhat().SetStore(nullptr);
+        }
+        int m_stays = 0;
+    } store;
+    flags.SetName("Save");
+    flags.Set(CSavings::saveHistory);
+    flags.Set(CSavings::saveWindows);
+    for (const auto& [stays, expected] : {std::pair(1, "Save.Count=2 "), std::pair(2, "Save.Count=2 Save[0]=8 ")}) {
+        store.m_stays = stays;
+        flags.SetStore(&store);
+        flags.OnChangeSignalization(CSavings::saveHistory);
+        EXPECT_EQ(expected, std::exchange(store.written, {}));
+    }
+    flags.Reset(CSavings::saveHistory);
+    flags.Reset(CSavings::saveWindows);
+}
+
+TEST(DBInterface, ValueThatOthersWriteIsNeverMissing)
+{
+    HostApp& app = App();
+    CDBInterface settings;
+    settings.SetRegistrySection("Busy");
+    ASSERT_TRUE(settings.DBSave("number", 1) && settings.DBSave("text", CString("x")));
+    std::atomic<bool> stop = false;
+    std::thread writer([&] {
+        for (int i = 1; !stop; ++i) {
+            app.WriteProfileInt("Busy", "number", i % 1000 + 1);
+            app.WriteProfileString("Busy", "text", CString('x', i % 2000));
+        }
+    });
+    int missing = 0;
+    for (int i = 0; i < 2000; ++i) {
+        int number = 0;
+        CString text;
+        missing += !settings.DBLoad("number", number);
+        missing += !settings.DBLoad("text", text);
+    }
+    stop = true;
+    writer.join();
+    EXPECT_EQ(0, missing);
 }
 
 TEST(DBInterface, TellsMissingFromStoredDefaults)

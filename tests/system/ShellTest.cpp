@@ -131,6 +131,17 @@ TEST(Shell, MakesEveryFolderAlongThePath)
     EXPECT_TRUE(shell::mkdirp(nullptr));
 }
 
+TEST(Shell, NullCountsAsTheEmptyPath)
+{
+    const char* const none = nullptr;
+    EXPECT_FALSE(shell::file_exists(none));
+    EXPECT_FALSE(shell::is_dir(none));
+    EXPECT_TRUE(shell::mkdirp(none));
+    EXPECT_EQ(0, shell::fs_find(none, true, nullptr, nullptr, nullptr));
+    EXPECT_EQ(0, shell::dir_find(none, true, nullptr, nullptr, nullptr));
+    EXPECT_EQ(0, shell::file_find(none, nullptr, nullptr, nullptr));
+}
+
 TEST(Shell, PathsAreEqualAsSpeltOrByTheirShortForms)
 {
     const std::string native = Folder();

@@ -6,6 +6,8 @@
 
 #include "text/Units.h"
 
+#include <climits>
+
 using kelgen::test::Units;
 
 TEST(WStrWindow, TextsGoThroughAWindowUnchanged)
@@ -33,6 +35,25 @@ TEST(WStrWindow, TextsGoThroughAWindowUnchanged)
     EXPECT_EQ(0, map.GetWndVisibleCountExcept(&window));
     EXPECT_EQ(3, map.GetSize_());
     window.DestroyWindow();
+}
+
+TEST(WStrWindow, LengthThatAWindowSaysIsNotTrusted)
+{
+    class Boasting : public CWnd
+    {
+        LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
+        {
+            return message == WM_GETTEXTLENGTH ? INT_MAX : CWnd::WindowProc(message, wParam, lParam);
+        }
+    } window;
+    ASSERT_TRUE(window.CreateEx(0, AfxRegisterWndClass(0), "short", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr));
+    CWStr text;
+    EXPECT_EQ(5, text._GetWindowText(&window));
+    EXPECT_EQ(u"short", Units(text));
+    const std::string longText(50000, 'x');
+    window.SetWindowText(longText.c_str());
+    EXPECT_EQ(50000, text._GetWindowText(&window)) << "more than there is room for at first";
+    EXPECT_EQ(50000, text.GetLength());
 }
 
 TEST(WStrWindow, MenuTextsAreWide)

@@ -1,6 +1,7 @@
 // CompletionReportTest.cpp: progress by the counters, and the numbers of tasks.
 #include <kelgen/window/CompletionReport.h>
 
+#include <climits>
 #include <cmath>
 
 namespace {
@@ -45,6 +46,13 @@ TEST(CompletionReport, ProgressComesFromTheCounters)
     task.ReportCompletionFirstStep();
     task.ReportCompletion(0);
     EXPECT_EQ(0.125, recorder.progress);
+    task.ReportCompletionSetStepCount(1);
+    task.ReportCompletionSetStepProgress(0);
+    task.ReportCompletionNextStep(INT_MAX);
+    task.ReportCompletionNextStep(1);
+    task.ReportCompletion(0);
+    EXPECT_EQ(static_cast<double>(INT_MIN), recorder.progress) << "the counter wraps";
+    recorder.ReportCompletionScriptAttachSource(nullptr);
     task.ReportCompletionSetStepCount(0);
     task.ReportCompletion(0);
     EXPECT_TRUE(std::isnan(recorder.progress) || std::isinf(recorder.progress));

@@ -54,6 +54,26 @@ TEST(MessageWindow, LivesFromCreationToDestruction)
     EXPECT_EQ(nullptr, listener.GetMessageWindow());
 }
 
+TEST(MessageWindow, DestroyedListenerLeavesItsWindow)
+{
+    TestListener owner;
+    ASSERT_TRUE(owner.CreateMessageWindow());
+    CMessageWindow* window = nullptr;
+    owner.GetMessageWindow(window);
+    {
+        TestListener other;
+        window->MessageWindowSetListener(&other);
+        EXPECT_EQ(2, owner.SendMessageA(WM_APP, 1, 0));
+    }
+    EXPECT_EQ(0, owner.SendMessageA(WM_APP, 1, 0)) << "nobody listens";
+    {
+        TestListener other;
+        window->MessageWindowSetListener(&other);
+        window->MessageWindowSetListener(&owner);
+    }
+    EXPECT_EQ(2, owner.SendMessageA(WM_APP, 1, 0));
+}
+
 TEST(MessageWindow, FailedCreationIsTriedAgainWithTheSameObject)
 {
     TestListener listener;

@@ -116,9 +116,11 @@ TEST_F(Timer, WhatACallbackThrowsEndsInTheWindow)
     HandleEventOfAge(0);
     m_counter.m_act = [] { AfxThrowInvalidArgException(); };
     HandleEventOfAge(0);
+    m_counter.m_act = [] { throw static_cast<CException*>(nullptr); };
+    HandleEventOfAge(0);
     m_counter.m_act = nullptr;
     HandleEventOfAge(0);
-    EXPECT_EQ(3, m_counter.m_events);
+    EXPECT_EQ(4, m_counter.m_events);
 }
 
 TEST_F(Timer, ClosingEndsTheWindowForItsCallback)
@@ -138,6 +140,30 @@ TEST_F(Timer, ClosingEndsTheWindowForItsCallback)
     auto* const unborn = new CTimerWnd;
     EXPECT_FALSE(unborn->DestroyWindow()) << "there is nothing to destroy, and nothing is deleted";
     delete unborn;
+}
+
+TEST_F(Timer, DerivedCallbackMaySetItsWindowItself)
+{
+    class Own : public Counter
+    {
+    public:
+        using CTimerCallback::m_pTimerWnd;
+    };
+    auto* const window = new CTimerWnd;
+    Own own;
+    own.m_pTimerWnd = window;
+    ASSERT_TRUE(window->Create(&own));
+    own.Enable(false);
+    EXPECT_FALSE(window->IsEnabled());
+    own.SetTimerWindow(m_window);
+    own.m_pTimerWnd = window;
+    {
+        const Own copy(own);
+    }
+    window->SendMessage(WM_CLOSE);
+    EXPECT_EQ(nullptr, own.m_pTimerWnd);
+    own.m_pTimerWnd = m_window;
+    EXPECT_TRUE(own.SetTimerWindow(nullptr));
 }
 
 TEST_F(Timer, OneCallbackMayServeTwoWindows)

@@ -160,7 +160,7 @@ TEST_F(WindowHook, CurrentMessageIsSetAndComesBackEvenAfterAnException)
     EXPECT_EQ("before-old body-old window after-old", m_account.Take());
 }
 
-TEST_F(WindowHook, HooksMayLeaveWhileAMessageIsInThem)
+TEST_F(WindowHook, DetachedHookKeepsItsStagesAndItsWay)
 {
     struct Row
     {
@@ -168,24 +168,26 @@ TEST_F(WindowHook, HooksMayLeaveWhileAMessageIsInThem)
         std::function<void()> act;
         const char* expected;
     };
+    constexpr const char* kAllThree =
+        "before-new body-new before-middle body-middle before-old body-old window after-old after-middle after-new";
     const Row rows[] = {
-        {"itself", [this] { m_new.HookWindow(HWND{}); },
-         "before-new before-middle body-middle before-old body-old window after-old after-middle"},
+        {"itself", [this] { m_new.HookWindow(HWND{}); }, kAllThree},
         {"the next", [this] { m_middle.HookWindow(HWND{}); }, kWhole},
         {"itself and the next",
          [this] {
              m_new.HookWindow(HWND{});
              m_middle.HookWindow(HWND{});
          },
-         "before-new before-old body-old window after-old"},
+         kAllThree},
         {"all",
          [this] {
              m_old.HookWindow(HWND{});
              m_new.HookWindow(HWND{});
              m_middle.HookWindow(HWND{});
          },
-         "before-new window"},
-        {"the window", [this] { ::DestroyWindow(m_window); }, "before-new window-end"},
+         "before-new body-new before-middle body-middle window after-middle after-new"},
+        {"the window", [this] { ::DestroyWindow(m_window); },
+         "before-new window-end body-new before-middle body-middle before-old body-old after-old after-middle after-new"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -200,6 +202,52 @@ TEST_F(WindowHook, HooksMayLeaveWhileAMessageIsInThem)
         Send();
         EXPECT_EQ(row.expected, m_account.Take());
     }
+}
+
+TEST_F(WindowHook, HookThatIsDetachedInALaterStageKeepsTheRest)
+{
+    struct Row
+    {
+        const char* name;
+        std::function<bool(LRESULT&)> NotingWindowHook::*stage;
+        NotingWindowHook* actor;
+        NotingWindowHook* detached;
+    };
+    const Row rows[] = {
+        {"itself in the body", &NotingWindowHook::m_inBody, &m_new, &m_new},
+        {"the one that waits, before", &NotingWindowHook::m_inBefore, &m_old, &m_new},
+        {"the one that waits, after", &NotingWindowHook::m_inAfter, &m_old, &m_new},
+        {"itself, with nobody after it", &NotingWindowHook::m_inBefore, &m_old, &m_old},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        m_old.HookWindow(m_window);
+        m_new.HookWindow(m_window);
+        row.actor->*row.stage = [&](LRESULT&) {
+            row.detached->HookWindow(HWND{});
+            return false;
+        };
+        EXPECT_EQ(7, Send());
+        EXPECT_EQ(kWhole, m_account.Take());
+        row.actor->*row.stage = nullptr;
+        m_old.HookWindow(HWND{});
+        m_new.HookWindow(HWND{});
+    }
+
+    // A hook of its own: the window is reached without it, and Default still finds it while the message lasts.
+    m_old.HookWindow(m_window);
+    int rounds = 0;
+    m_old.m_inBefore = [&](LRESULT& result) {
+        if (++rounds > 1)
+            return false;
+        m_old.HookWindow(HWND{});
+        result = m_old.Default();
+        return true;
+    };
+    EXPECT_EQ(7, Send());
+    EXPECT_EQ("before-old before-old body-old window after-old", m_account.Take());
+    m_old.m_inBefore = nullptr;
+    EXPECT_EQ(0, m_old.Default()) << "no message of that window";
 }
 
 TEST_F(WindowHook, HookMayBeDestroyedInItsOwnCall)
@@ -236,7 +284,7 @@ TEST_F(WindowHook, DetachedHookPassesOnToLivingHooksOnly)
         };
         ::SendMessageA(window, WM_APP, 7, 0);
         EXPECT_EQ(lives ? "before-newer before-newer body-newer before-older body-older window after-older after-newer"
-                        : "before-newer before-newer body-newer after-newer",
+                        : "before-newer before-newer body-newer window after-newer",
                   m_account.Take());
         ::DestroyWindow(window);
         m_account.Take();

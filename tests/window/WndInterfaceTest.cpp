@@ -3,6 +3,9 @@
 
 #include "window/HookWindow.h"
 
+#include <cstddef>
+#include <new>
+
 using namespace kelgen::test;
 
 namespace {
@@ -131,6 +134,50 @@ TEST_F(WndInterface, HooksThatLeaveInPairsOrComeBackDisturbNoOther)
     m_a.m_act = nullptr;
     Send();
     EXPECT_EQ("body-b body-a default", m_account.Take());
+}
+
+TEST_F(WndInterface, DestroyedHookLeavesItsWindowsAndItsPlaceIsFree)
+{
+    HookWindow second(&m_account);
+    ASSERT_TRUE(second.CreateHidden());
+    {
+        NotingHook passing(m_account, "passing");
+        for (HookWindow* window : {m_window, &second}) {
+            window->_000HookBeforeWndProc(passing.Before());
+            window->_000HookWndProc(passing.Body());
+            window->_000HookAfterWndProc(passing.After());
+        }
+        second._000UnhookBeforeWndProc(passing.Before());
+        Send();
+        EXPECT_EQ("before-passing body-passing default after-passing", m_account.Take());
+    }
+    Send();
+    ::SendMessageA(second.m_hWnd, WM_APP, 7, 0);
+    EXPECT_EQ("default default", m_account.Take());
+
+    // In its own call, and with another at the same place at once; the window that is copied knows its hooks too.
+    alignas(NotingHook) std::byte place[sizeof(NotingHook)];
+    auto* const first = new (place) NotingHook(m_account, "first");
+    second._000HookWndProc(first->Body());
+    static_cast<C000WndInterface&>(*m_window) = second;
+    first->m_act = [&](LRESULT&) {
+        const auto last = std::move(first->m_act);
+        m_window->_000UnhookWndProc(first->Body());
+        first->~NotingHook();
+        m_window->_000HookWndProc((new (place) NotingHook(m_account, "second"))->Body());
+        return false;
+    };
+    Send();
+    EXPECT_EQ("body-first body-second default", m_account.Take());
+    std::launder(reinterpret_cast<NotingHook*>(place))->~NotingHook();
+    Send();
+    ::SendMessageA(second.m_hWnd, WM_APP, 7, 0);
+    EXPECT_EQ("default default", m_account.Take());
+
+    m_window->_000HookWndProc({});
+    m_window->_000HookWndProc({&C000WndProcInterface::_000WndProc, nullptr});
+    Send();
+    EXPECT_EQ("default", m_account.Take()) << "no hook at all";
 }
 
 TEST_F(WndInterface, WindowsObjectServesAgainAfterItsWindow)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <kelgen/framework/base/Object.h>
+#include <kelgen/framework/base/Presence.h>
 
 class CCmdTarget;
 class CCmdUI;
@@ -55,9 +56,15 @@ public:
     /// Shows the hourglass again after a message box or dialog changed the cursor.
     void RestoreWaitCursor();
 
+    /// For those who call handlers, and touch the object after that.
+    kelgen::detail::Presence& GetPresence() { return m_presence; }
+
 protected:
     /// The map of this class, for the maps of derived ones to lead to.
     static const AFX_MSGMAP* GetThisMessageMap();
     /// The map of the object's own class. BEGIN_MESSAGE_MAP overrides it.
     virtual const AFX_MSGMAP* GetMessageMap() const;
+
+private:
+    kelgen::detail::Presence m_presence;
 };

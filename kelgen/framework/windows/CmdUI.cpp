@@ -66,8 +66,9 @@ BOOL CCmdUI::DoUpdate(CCmdTarget* pTarget, BOOL bDisableIfNoHndler)
     if (m_nID == 0 || LOWORD(m_nID) == 0xFFFF)
         return TRUE;
     m_bEnableChanged = FALSE;
+    const kelgen::detail::PresenceWatch watch(pTarget->GetPresence());
     const BOOL updated = pTarget->OnCmdMsg(m_nID, CN_UPDATE_COMMAND_UI, this, nullptr);
-    if (bDisableIfNoHndler && !m_bEnableChanged) {
+    if (bDisableIfNoHndler && !m_bEnableChanged && !watch.IsGone()) {
         AFX_CMDHANDLERINFO handler{};
         Enable(pTarget->OnCmdMsg(m_nID, CN_COMMAND, this, &handler));
     }

@@ -31,7 +31,8 @@ public:
     void ContinueRouting() { m_bContinueRouting = TRUE; }
 
     /// Asks @p pTarget for an update; its answer. When no handler enabled or disabled the item and @p bDisableIfNoHndler is set,
-    /// the item is enabled exactly if a command handler exists. TRUE at once for ids 0 and 0xFFFF.
+    /// the item is enabled exactly if a command handler exists. TRUE at once for ids 0 and 0xFFFF. A handler may destroy the target,
+    /// which is left alone then.
     BOOL DoUpdate(CCmdTarget* pTarget, BOOL bDisableIfNoHndler);
 
     /// The command.

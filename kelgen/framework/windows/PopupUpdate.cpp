@@ -78,9 +78,12 @@ void kelgen::detail::UpdatePopupItems(CCmdTarget& target, CMenu& popup, HMENU ba
     item.m_pParentMenu = ParentOf(popup, bar);
     std::vector<UINT_PTR> items = ItemsOf(popup);
     item.m_nIndexMax = static_cast<UINT>(items.size());
+    const PresenceWatch watch(target.GetPresence());
     for (item.m_nIndex = 0; item.m_nIndex < item.m_nIndexMax; ++item.m_nIndex) {
         const UINT index = item.m_nIndex;
         UpdateItem(item, target, autoEnable);
+        if (watch.IsGone())
+            return;
         const UINT count = static_cast<UINT>(std::max(0, popup.GetMenuItemCount()));
         if (count == items.size())
             continue;

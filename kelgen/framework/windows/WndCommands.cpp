@@ -120,14 +120,24 @@ BOOL CWnd::ReflectChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESUL
 void CWnd::UpdateDialogControls(CCmdTarget* pTarget, BOOL bDisableIfNoHndler)
 {
     CCmdUI state;
+    const kelgen::detail::PresenceWatch watch(GetPresence());
+    const kelgen::detail::PresenceWatch targetWatch(pTarget->GetPresence());
+    const auto isOver = [&] { return watch.IsGone() || targetWatch.IsGone(); };
     for (HWND child = m_hWnd ? ::GetTopWindow(m_hWnd) : nullptr; child; child = ::GetWindow(child, GW_HWNDNEXT)) {
         state.m_nID = LOWORD(::GetDlgCtrlID(child));
         state.m_pOther = FromHandle(child);
         CWnd* const object = FromHandlePermanent(child);
-        if (object && object->OnCmdMsg(0, WithMessage(0xFFFF, WM_REFLECT_BASE + WM_COMMAND), &state, nullptr))
+        const bool isReflected = object && object->OnCmdMsg(0, WithMessage(0xFFFF, WM_REFLECT_BASE + WM_COMMAND), &state, nullptr);
+        if (isOver())
+            return;
+        if (isReflected)
             continue;
-        if (CWnd::OnCmdMsg(state.m_nID, CN_UPDATE_COMMAND_UI, &state, nullptr))
-            continue;
-        state.DoUpdate(pTarget, bDisableIfNoHndler && IsPushButton(child));
+        const bool isOwn = CWnd::OnCmdMsg(state.m_nID, CN_UPDATE_COMMAND_UI, &state, nullptr);
+        if (isOver())
+            return;
+        if (!isOwn)
+            state.DoUpdate(pTarget, bDisableIfNoHndler && IsPushButton(child));
+        if (isOver())
+            return;
     }
 }

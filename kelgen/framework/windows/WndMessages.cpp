@@ -131,13 +131,18 @@ void CWnd::SendMessageToDescendants(UINT message, WPARAM wParam, LPARAM lParam, 
 void CWnd::SendMessageToDescendants(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam, BOOL bDeep, BOOL bOnlyPerm)
 {
     // The platform takes null for the desktop.
-    for (HWND child = hWnd ? ::GetTopWindow(hWnd) : nullptr; child; child = ::GetWindow(child, GW_HWNDNEXT)) {
+    HWND next = nullptr;
+    for (HWND child = hWnd ? ::GetTopWindow(hWnd) : nullptr; child; child = next) {
+        next = ::GetWindow(child, GW_HWNDNEXT);
         if (!bOnlyPerm)
             ::SendMessageA(child, message, wParam, lParam);
         else if (CWnd* const object = FromHandlePermanent(child))
             AfxCallWndProc(object, object->m_hWnd, message, wParam, lParam);
         if (bDeep && ::GetTopWindow(child))
             SendMessageToDescendants(child, message, wParam, lParam, bDeep, bOnlyPerm);
+        // One that destroyed itself does not know who comes after it.
+        if (::GetParent(child) == hWnd)
+            next = ::GetWindow(child, GW_HWNDNEXT);
     }
 }
 
