@@ -5,8 +5,13 @@
 #include <kelgen/system/KELException.h>
 #include <kelgen/system/Savings.h>
 
+#include "support/Scratch.h"
+
 #include <atomic>
 #include <thread>
+#include <utility>
+
+using namespace kelgen::test;
 
 enum CSavings::ESaveWhat : int
 {
@@ -137,6 +142,28 @@ TEST(DBInterface, TellsMissingFromStoredDefaults)
     CDBInterface elsewhere;
     EXPECT_TRUE(elsewhere.DBGlobalLoad("number", number));
     EXPECT_EQ(5, number);
+}
+
+TEST(DBInterface, WorksInTheNamelessSectionOfAFile)
+{
+    HostApp& app = App();
+    const std::string file = ScratchFile("settings.ini");
+    const LPCSTR key = std::exchange(app.m_pszRegistryKey, nullptr), name = std::exchange(app.m_pszProfileName, file.c_str());
+    CDBInterface nameless, named;
+    named.SetRegistrySection("Section");
+    int number = 0;
+    CString text;
+    EXPECT_TRUE(named.DBSave("number", 1));
+    EXPECT_TRUE(nameless.DBSave("number", 3));
+    EXPECT_TRUE(nameless.DBSave("text", CString("t")));
+    EXPECT_TRUE(nameless.DBLoad("number", number));
+    EXPECT_EQ(3, number);
+    EXPECT_TRUE(nameless.DBLoad("text", text));
+    EXPECT_STREQ("t", text);
+    EXPECT_TRUE(named.DBLoad("number", number));
+    EXPECT_EQ(1, number);
+    app.m_pszRegistryKey = key;
+    app.m_pszProfileName = name;
 }
 
 TEST(KELException, CarriesItsCodeThroughTheFamily)

@@ -1,8 +1,6 @@
 // Presence.h: noticing from the stack that an object has gone while somebody else's code ran.
 #pragma once
 
-#include <kelgen/framework/Export.h>
-
 namespace kelgen::detail {
 
 template <class WATCH>

@@ -8,7 +8,7 @@ using namespace std::string_literals;
 namespace {
 
 const std::string kFile =
-    "; head\r\n"
+    "; head\r\npre=0\r\n"
     "[a]\r\nk=v\r\nempty=\r\nblank=   \r\nnoeq\r\n;c=1\r\n ; d=2\r\n"
     "q='x'\r\nq2=\"x'\r\nq3=\"\"\r\nq4=\"\r\nq5=\" a \"\r\nq6=\"a\" b\r\n"
     "  ind  =  z  \r\n=nokey\r\nk=second\r\ntab\t=\ty\t\r\ncom=v ; c\r\n"
@@ -63,6 +63,8 @@ TEST(ProfileValue, IsReadWithoutBlanksAndQuotes)
         {"BelowUnclosed", "b", "x", "-", "3"},
         {"IndentedSection", "ind", "k", "-", "4"},
         {"NamelessSection", "", "k", "-", "-"},
+        {"BeforeTheFirstSection", "", "pre", "-", "0"},
+        {"BlankSection", " ", "pre", "-", "0"},
         {"SectionAgain", "a", "z", "-", "-"},
         {"LastBracketCounts", "x]y", "k", "-", "6"},
         {"DefaultTrimmed", "a", "none", "  l t \t ", "  l t \t"},
@@ -94,9 +96,32 @@ TEST(Profile, ListsSectionsKeysAndEntries)
     };
     EXPECT_EQ("a|sp ace|b|ind|a|x]y|", strings(nullptr));
     EXPECT_EQ("k|empty|blank|q|q2|q3|q4|q5|q6|ind||k|tab|com|", strings("a"));
-    const auto entries =
-        ListOf(400, [&](LPSTR buffer, DWORD size) { return GetPrivateProfileSectionA("a", buffer, size, file.c_str()); }).second;
+    EXPECT_EQ("pre|", strings(""));
+    const auto entriesOf = [&](const char* section) {
+        return ListOf(400, [&](LPSTR buffer, DWORD size) { return GetPrivateProfileSectionA(section, buffer, size, file.c_str()); }).second;
+    };
+    const std::string entries = entriesOf("a");
     EXPECT_EQ("k=v|empty=|blank=|noeq|q='x'|q2=\"x'|q3=\"\"|q4=\"|q5=\" a \"|q6=\"a\" b|ind=z|=nokey|k=second|tab=y|com=v ; c|", entries);
+    EXPECT_EQ("pre=0|", entriesOf(""));
+    EXPECT_EQ("", entriesOf(" "));
+}
+
+TEST(Profile, LinesEndWithReturnsAndFeeds)
+{
+    const std::string file = ScratchFile("test.ini");
+    WriteBytes(file, "[s]\rx=4\r\ny=5\rz=6\n[t]\r\r\nu=1\r");
+    const auto list = [&](const char* section) {
+        return ListOf(50,
+                      [&](LPSTR buffer, DWORD size) { return GetPrivateProfileStringA(section, nullptr, "", buffer, size, file.c_str()); })
+            .second;
+    };
+    EXPECT_EQ("s|t|", list(nullptr));
+    EXPECT_EQ("x|y|z|", list("s"));
+    EXPECT_EQ(5u, GetPrivateProfileIntA("s", "y", 0, file.c_str()));
+    EXPECT_TRUE(WritePrivateProfileStringA("t", "v", "2", file.c_str()));
+    WritePrivateProfileStringA(nullptr, nullptr, nullptr, file.c_str());
+    EXPECT_EQ("u|v|", list("t"));
+    EXPECT_EQ(1u, GetPrivateProfileIntA("t", "u", 0, file.c_str()));
 }
 
 TEST(Profile, ListsAreCutToTwoLessThanTheSize)
@@ -195,6 +220,9 @@ TEST(ProfileWrite, ChangesOnlyThatEntry)
         {"MissingKey", "[s]\r\nk=1\r\n", "s", "n", nullptr, "[s]\r\nk=1\r\n"},
         {"MissingSection", "[s]\r\nk=1\r\n", "t", nullptr, nullptr, "[s]\r\nk=1\r\n"},
         {"NothingToRemove", "", "s", "k", nullptr, ""},
+        {"BeforeTheFirstSection", "[s]\r\nk=1\r\n", "", "x", "3", "x=3\r\n[s]\r\nk=1\r\n"},
+        {"ChangedBeforeTheFirst", "x=3\r\n[s]\r\nx=1\r\n", "", "x", "4", "x=4\r\n[s]\r\nx=1\r\n"},
+        {"NothingBeforeTheFirst", "x=3\r\ny\r\n[s]\r\nx=1\r\n", "", nullptr, nullptr, "[s]\r\nx=1\r\n"},
         {"Utf8Mark", "\xEF\xBB\xBF[s]\r\nk=1\r\n", "s", "k", "2", "\xEF\xBB\xBF[s]\r\nk=2\r\n"},
     };
     for (const WriteRow& row : rows) {

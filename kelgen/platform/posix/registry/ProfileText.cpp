@@ -111,13 +111,17 @@ std::string_view ProfileText::Mark() const
 
 std::size_t ProfileText::LineLength(std::string_view bytes) const
 {
-    if (m_encoding == Encoding::Ansi || m_encoding == Encoding::Utf8)
-        return std::min(bytes.find('\n'), bytes.size() - 1) + 1;
-
-    const std::size_t low = m_encoding == Encoding::Utf16LittleEndian ? 0 : 1;
-    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2)
-        if (bytes[i + low] == '\n' && bytes[i + 1 - low] == '\0')
-            return i + 2;
+    const std::size_t unit = m_encoding == Encoding::Ansi || m_encoding == Encoding::Utf8 ? 1 : 2;
+    const std::size_t low = m_encoding == Encoding::Utf16BigEndian ? 1 : 0;
+    const auto isUnit = [&](std::size_t at, char letter) {
+        return at + unit <= bytes.size() && bytes[at + low] == letter && (unit == 1 || bytes[at + 1 - low] == '\0');
+    };
+    for (std::size_t i = 0; i + unit <= bytes.size(); i += unit) {
+        if (isUnit(i, '\n'))
+            return i + unit;
+        if (isUnit(i, '\r'))
+            return isUnit(i + unit, '\n') ? i + 2 * unit : i + unit;
+    }
     return bytes.size();
 }
 
@@ -188,16 +192,11 @@ std::optional<ProfileText::Range> ProfileText::Find(std::u16string_view section)
 {
     section = Trimmed(section);
     if (section.empty())
-        return std::nullopt;
+        return Body(0);
     for (std::size_t i = 0; i < m_lines.size(); ++i)
         if (m_lines[i].isSection && EqualNames(m_lines[i].name, section))
             return Body(i + 1);
     return std::nullopt;
-}
-
-std::optional<ProfileText::Range> ProfileText::FindOrPrelude(std::u16string_view section) const
-{
-    return Trimmed(section).empty() ? Body(0) : Find(section);
 }
 
 std::optional<std::size_t> ProfileText::FindKey(Range range, std::u16string_view key) const
@@ -238,13 +237,17 @@ std::optional<std::vector<std::u16string>> ProfileText::Keys(std::u16string_view
     for (std::size_t i = range->begin; i < range->end; ++i)
         if (m_lines[i].value && !m_lines[i].name.starts_with(u';'))
             names.push_back(m_lines[i].name);
+    // Before the first section there may be no lines at all: then the section "" is missing.
+    if (range->begin == 0 && names.empty())
+        return std::nullopt;
     return names;
 }
 
 std::vector<std::u16string> ProfileText::Entries(std::u16string_view section) const
 {
     std::vector<std::u16string> entries;
-    const auto range = Find(section).value_or(Range{0, 0});
+    // By contract: here blanks name no section, where a single value's section may have them around its name.
+    const auto range = section.empty() || !Trimmed(section).empty() ? Find(section).value_or(Range{0, 0}) : Range{0, 0};
     for (std::size_t i = range.begin; i < range.end; ++i) {
         const Line& line = m_lines[i];
         if (line.name.starts_with(u';') || (line.name.empty() && !line.value))
@@ -260,8 +263,9 @@ void ProfileText::InsertLine(std::size_t position, Line line)
     if (position > 0) {
         std::string& previous = m_lines[position - 1].raw;
         previous.resize(previous.size() - previous.size() % Encode(u" ").size());
-        if (!Decode(previous).ends_with(u'\n'))
-            previous += Encode(kLineEnd);
+        const std::u16string text = Decode(previous);
+        if (!text.ends_with(u'\n'))
+            previous += Encode(text.ends_with(u'\r') ? kLineEnd.substr(1) : kLineEnd);
     }
     m_lines.insert(m_lines.begin() + static_cast<std::ptrdiff_t>(position), std::move(line));
 }
@@ -275,7 +279,7 @@ ProfileText::Range ProfileText::AppendSection(std::u16string_view section)
 bool ProfileText::SetValue(std::u16string_view section, std::u16string_view key, std::u16string_view value)
 {
     value = WithoutLeadingBlanks(value);
-    auto range = FindOrPrelude(section);
+    auto range = Find(section);
     if (!range)
         range = AppendSection(section);
     if (const auto position = FindKey(*range, key)) {
@@ -295,7 +299,7 @@ bool ProfileText::SetValue(std::u16string_view section, std::u16string_view key,
 
 bool ProfileText::RemoveKey(std::u16string_view section, std::u16string_view key)
 {
-    const auto range = FindOrPrelude(section);
+    const auto range = Find(section);
     const auto position = range ? FindKey(*range, key) : std::nullopt;
     if (!position)
         return false;
@@ -308,14 +312,16 @@ bool ProfileText::RemoveSection(std::u16string_view section)
     const auto range = Find(section);
     if (!range)
         return false;
+    // The lines before the first section have no line that names them.
+    const std::size_t first = range->begin - (range->begin > 0 ? 1 : 0);
     const auto begin = m_lines.begin();
-    m_lines.erase(begin + static_cast<std::ptrdiff_t>(range->begin - 1), begin + static_cast<std::ptrdiff_t>(range->end));
-    return true;
+    m_lines.erase(begin + static_cast<std::ptrdiff_t>(first), begin + static_cast<std::ptrdiff_t>(range->end));
+    return range->end > first;
 }
 
 bool ProfileText::ReplaceSection(std::u16string_view section, std::span<const std::u16string> entries)
 {
-    auto range = FindOrPrelude(section);
+    auto range = Find(section);
     if (!range && entries.empty())
         return false;
     if (!range)

@@ -12,8 +12,8 @@
 namespace kelgen::posix {
 
 /// The lines of one file. The text is UTF-16 or UTF-8 when it starts with such a mark, else in the ANSI code page; a line ends
-/// with a line feed, which a carriage return may precede. Any bytes are harmless. Names ignore case and blanks around them; of
-/// several equal names the first counts.
+/// with a line feed, a carriage return, or both in that order. Any bytes are harmless. Names ignore case and blanks around them; of
+/// several equal names the first counts. The section "" is what precedes the first one.
 class KELGEN_PLATFORM_TESTED_API ProfileText
 {
 public:
@@ -31,7 +31,7 @@ public:
     /// The lines but comments and blank ones, as "key=value" without blanks around either.
     std::vector<std::u16string> Entries(std::u16string_view section) const;
 
-    // Changes tell whether they changed anything. The section "" is what precedes the first one.
+    // Changes tell whether they changed anything.
 
     /// Sets the value; a new key goes behind the section's last line that is not blank, a new section to the end.
     bool SetValue(std::u16string_view section, std::u16string_view key, std::u16string_view value);
@@ -72,7 +72,6 @@ private:
     std::size_t LineLength(std::string_view bytes) const;
     Range Body(std::size_t begin) const;
     std::optional<Range> Find(std::u16string_view section) const;
-    std::optional<Range> FindOrPrelude(std::u16string_view section) const;
     std::optional<std::size_t> FindKey(Range range, std::u16string_view key) const;
     Range AppendSection(std::u16string_view section);
     void InsertLine(std::size_t position, Line line);
