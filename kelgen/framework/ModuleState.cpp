@@ -28,7 +28,7 @@ CRITICAL_SECTION* GlobalLock(int lock)
     return &locks.sections[lock];
 }
 
-thread_local AFX_MODULE_STATE* threadState = nullptr;
+thread_local AFX_MODULE_STATE* currentModule = nullptr;
 
 class GlobalLockScope
 {
@@ -87,13 +87,13 @@ AFX_MODULE_STATE* AfxGetAppModuleState()
 
 AFX_MODULE_STATE* AfxGetModuleState()
 {
-    return threadState ? threadState : AfxGetAppModuleState();
+    return currentModule ? currentModule : AfxGetAppModuleState();
 }
 
 AFX_MODULE_STATE* AfxSetModuleState(AFX_MODULE_STATE* state)
 {
-    AFX_MODULE_STATE* const previous = threadState;
-    threadState = state;
+    AFX_MODULE_STATE* const previous = currentModule;
+    currentModule = state;
     return previous;
 }
 
