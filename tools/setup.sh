@@ -1,4 +1,5 @@
 # setup.sh: sourced by run, test and bench. need_packages installs what is missing on a Debian 12; nothing else does.
+# shellcheck shell=sh
 
 # need_packages COMMAND-OR-FILE=PACKAGE...: installs the packages whose command or file is missing, after saying so.
 need_packages()

@@ -7,7 +7,7 @@ picture="${1-$here/docs/monitor.png}"
 . "$here/tools/setup.sh"
 need_windows import=imagemagick
 cd "$here"
-build windows monitor
+build run-windows monitor
 
 # A display of its own, where no other window covers this one.
 work="$(mktemp -d /tmp/kelgen.XXXX)"
@@ -33,7 +33,7 @@ mkdir "$work/project"
 cp examples/monitor/Monitor*.* examples/monitor/Folder*.* examples/monitor/monitor.ini "$work/project"
 printf '[Monitor]\nFolder=%s\nLanguage=English\nLeft=10\nTop=10\nWidth=770\nHeight=332\n' "Z:$work/project" >"$work/picture.ini"
 # Through its desktop Wine draws the windows' frames.
-cmake/wine-run.sh explorer /desktop=kelgen-picture,790x352 "Z:$here/build/windows/bin/monitor.exe" "Z:$work/picture.ini" \
+cmake/wine-run.sh explorer /desktop=kelgen-picture,790x352 "Z:$here/build/run-windows/bin/monitor.exe" "Z:$work/picture.ini" \
     >"$work/output" 2>&1 &
 session=$!
 

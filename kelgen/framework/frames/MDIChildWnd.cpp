@@ -18,7 +18,7 @@ END_MESSAGE_MAP()
 
 namespace {
 
-int Extent(LONG low, LONG high)
+int SizeBetween(LONG low, LONG high)
 {
     return static_cast<int>(static_cast<UINT>(high) - static_cast<UINT>(low));
 }
@@ -56,8 +56,8 @@ BOOL CMDIChildWnd::Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwS
     create.style = static_cast<LONG>(dwStyle);
     create.x = rect.left;
     create.y = rect.top;
-    create.cx = Extent(rect.left, rect.right);
-    create.cy = Extent(rect.top, rect.bottom);
+    create.cx = SizeBetween(rect.left, rect.right);
+    create.cy = SizeBetween(rect.top, rect.bottom);
     create.hInstance = AfxGetInstanceHandle();
     create.lpCreateParams = pContext;
     const HWND client = pParentWnd ? pParentWnd->m_hWndMDIClient : nullptr;

@@ -5,7 +5,7 @@
 
 namespace {
 
-WPARAM HandleOf(const CWnd* window)
+WPARAM MdiChildOf(const CWnd* window)
 {
     return reinterpret_cast<WPARAM>(kelgen::detail::HandleOf(window));
 }
@@ -27,7 +27,7 @@ CMDIChildWnd* CMDIFrameWnd::MDIGetActive(BOOL* pbMaximized) const
 
 void CMDIFrameWnd::MDIActivate(CWnd* pWndActivate)
 {
-    ::SendMessageA(m_hWndMDIClient, WM_MDIACTIVATE, HandleOf(pWndActivate), 0);
+    ::SendMessageA(m_hWndMDIClient, WM_MDIACTIVATE, MdiChildOf(pWndActivate), 0);
 }
 
 void CMDIFrameWnd::MDIIconArrange()
@@ -37,12 +37,12 @@ void CMDIFrameWnd::MDIIconArrange()
 
 void CMDIFrameWnd::MDIMaximize(CWnd* pWnd)
 {
-    ::SendMessageA(m_hWndMDIClient, WM_MDIMAXIMIZE, HandleOf(pWnd), 0);
+    ::SendMessageA(m_hWndMDIClient, WM_MDIMAXIMIZE, MdiChildOf(pWnd), 0);
 }
 
 void CMDIFrameWnd::MDIRestore(CWnd* pWnd)
 {
-    ::SendMessageA(m_hWndMDIClient, WM_MDIRESTORE, HandleOf(pWnd), 0);
+    ::SendMessageA(m_hWndMDIClient, WM_MDIRESTORE, MdiChildOf(pWnd), 0);
 }
 
 void CMDIFrameWnd::MDINext()
