@@ -74,7 +74,8 @@ void CMath::MinClip(double* v, double limit)
 int CMath::MidUpRound(double x)
 {
     const int whole = Truncated(x);
-    return x - whole >= 0.5 && whole < INT_MAX ? whole + 1 : whole;
+    // What fits no int is INT_MIN, whatever its distance from that.
+    return x < INT_MAX && x - whole >= 0.5 ? whole + 1 : whole;
 }
 
 CLogic::~CLogic() = default;

@@ -22,8 +22,9 @@ public:
     /// The low @p bits bits of @p value in reverse order: bit 0 becomes bit @p bits - 1. 0 for no bits.
     static unsigned ReverseBits(unsigned value, unsigned bits);
 
-    /// A random number from @p lo to @p hi, both included, truncated toward zero after 0.5 was added.
-    /// By contract: one number of the runtime's 15-bit generator, so that wide ranges have gaps.
+    /// A random number of the range from @p lo to @p hi, plus 0.5, truncated toward zero: both ends can occur where @p lo is 0 or more;
+    /// below 0, where that rounds toward zero, a negative @p lo comes hardly ever or never, and -1 may give 0.
+    /// By contract: one number of the runtime's 15-bit generator, so that wide ranges have gaps. The host's srand seeds it.
     int RandRange(int lo, int hi);
 
     /// The value at @p x on the line through (@p x0, @p y0) and (@p x1, @p y1), plus 0.5, truncated toward zero.

@@ -1,6 +1,8 @@
 // IntegerText.cpp: linear look-ups over virtual accessors, and directly over an array of pairs.
 #include <kelgen/text/IntegerText.h>
 
+#include <kelgen/text/ByteText.h>
+
 namespace {
 
 const char* OrEmpty(const char* text)
@@ -17,7 +19,7 @@ int CBaseIntegerTextItem::IndexCompare(const CBaseIntegerTextItem& a, const CBas
 
 int CBaseIntegerTextItem::StringCompare(const CBaseIntegerTextItem& a, const CBaseIntegerTextItem& b)
 {
-    return a.m_strItemText.Compare(b.m_strItemText);
+    return kelgen::detail::CompareBytes(a.m_strItemText, b.m_strItemText);
 }
 
 CBaseIntegerTextItemArray::~CBaseIntegerTextItemArray() = default;
@@ -28,7 +30,7 @@ int CBaseTextArray::FindFirstText(const char* text) const
 {
     const int count = GetTextCount();
     for (int i = 0; i < count; ++i) {
-        if (TextAt(i).Compare(OrEmpty(text)) == 0)
+        if (kelgen::detail::CompareBytes(TextAt(i), text) == 0)
             return i;
     }
     return -1;
@@ -77,7 +79,7 @@ int CBaseIntegerText::GetTextIndex(const char* text) const
 {
     const int count = GetTextCount();
     for (int i = 0; i < count; ++i) {
-        if (CBaseTextArray::TextAt(i).Compare(OrEmpty(text)) == 0)
+        if (kelgen::detail::CompareBytes(CBaseTextArray::TextAt(i), text) == 0)
             return i;
     }
     return -1;
@@ -133,7 +135,7 @@ int CIntegerText::GetTextIndex(const char* text) const
 {
     const char* const wanted = OrEmpty(text);
     for (int i = 0; i < m_items.GetSize(); ++i) {
-        if (m_items[i].m_strItemText.Compare(wanted) == 0)
+        if (kelgen::detail::CompareBytes(m_items[i].m_strItemText, wanted) == 0)
             return i;
     }
     return -1;

@@ -13,7 +13,7 @@ public:
 
     /// The difference a - b, by 32-bit subtraction. By contract: it wraps for values far apart.
     static int IndexCompare(const CBaseIntegerTextItem& a, const CBaseIntegerTextItem& b);
-    /// The order of the texts by CString::Compare.
+    /// The order of the texts by the values of their bytes.
     static int StringCompare(const CBaseIntegerTextItem& a, const CBaseIntegerTextItem& b);
 
     int m_nInteger = 0;
@@ -38,13 +38,14 @@ public:
     /// Sets @p text to the text at @p index. What an invalid index does is the derived class's matter.
     virtual void TextAt(int index, CString& text) const = 0;
     virtual int GetTextCount() const = 0;
-    /// The first index whose text equals @p text by CString::Compare, or -1.
+    /// The first index whose text has the very bytes of @p text, or -1.
     virtual int FindFirstText(const char* text) const;
 
     CString TextAt(int index) const;
 };
 
-/// A list of texts with an integer for each, searched both ways from the first entry on. Texts are compared by CString::Compare.
+/// A list of texts with an integer for each, searched both ways from the first entry on. Texts are compared
+/// by their bytes, in every code page.
 class KELGEN_API CBaseIntegerText : public CBaseTextArray
 {
 public:

@@ -125,9 +125,13 @@ int CInternational::UnicodeToLatin1Count(const unsigned short* src)
 bool CInternational::CPToUnicode(DWORD cp, CWStr& dst, const char* src)
 {
     const int needed = CPToUnicodeCount(cp, src) + 1;
-    const bool converted = CPToUnicode(cp, dst.GetBuffer(needed), needed, src);
+    unsigned short* const units = dst.GetBuffer(needed);
+    const int count = MultiByteToWideChar(cp, 0, src, -1, AsWide(units), needed);
+    // A character that is cut takes the terminator with it.
+    if (count > 0)
+        units[count] = 0;
     dst.ReleaseBuffer(-1);
-    return converted;
+    return count != 0;
 }
 
 bool CInternational::UnicodeToAnsi(CString& dst, const unsigned short* src)

@@ -2,6 +2,9 @@
 #include <kelgen/text/MapStrToStr.h>
 
 #include <kelgen/platform/support/Assert.h>
+#include <kelgen/text/ByteText.h>
+
+using namespace kelgen::detail;
 
 namespace {
 
@@ -9,13 +12,13 @@ namespace {
 bool ReplaceVariable(CString& text, const CString& variable, const CString& value)
 {
     int resume = 0;
-    for (int open = text.Find('{'); open >= 0; open = text.Find('{', resume)) {
-        const int close = text.Find('}', open);
+    for (int open = FindBytes(text, "{", 0); open >= 0; open = FindBytes(text, "{", resume)) {
+        const int close = FindBytes(text, "}", open);
         KELGEN_ASSERT(close >= 0);
         if (close < 0)
             return false;
 
-        const int at = text.Find(variable, open);
+        const int at = FindBytes(text, variable, open);
         if (at < 0 || at >= close || CMapStrToStr::IsVarChar(text[at + variable.GetLength()], false)) {
             resume = close + 1;
             continue;
@@ -23,7 +26,7 @@ bool ReplaceVariable(CString& text, const CString& variable, const CString& valu
         CString inner;
         if (!value.IsEmpty()) {
             inner = text.Mid(open + 1, close - open - 1);
-            inner.Replace(variable, value);
+            ReplaceBytes(inner, variable, value);
         }
         resume = open + inner.GetLength() + 1;
         text = text.Left(open) + inner + text.Mid(close + 1);
@@ -42,13 +45,13 @@ void CMapStrToStr::FormatString(CString& text) const
     CString name, value;
     for (POSITION position = GetStartPosition(); position != nullptr;) {
         GetNextAssoc(position, name, value);
-        text.Replace(name, value);
+        ReplaceBytes(text, name, value);
     }
 }
 
 void CMapStrToStr::ReplaceVars(CString& text) const
 {
-    if (text.Find('{') < 0)
+    if (FindBytes(text, "{", 0) < 0)
         return;
     CString name, value;
     for (POSITION position = GetStartPosition(); position != nullptr;) {

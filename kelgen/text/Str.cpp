@@ -2,6 +2,7 @@
 #include <kelgen/text/Str.h>
 
 #include <kelgen/framework/base/Exceptions.h>
+#include <kelgen/text/ByteText.h>
 
 #include <algorithm>
 #include <climits>
@@ -27,7 +28,7 @@ CString& CStr::operator=(const CString& other)
 int CStr::Compare(const CBaseComparable& other) const
 {
     const auto* const text = dynamic_cast<const CStr*>(&other);
-    return text != nullptr ? CString::Compare(*text) : CBaseComparable::Compare(other);
+    return text != nullptr ? kelgen::detail::CompareBytes(*this, *text) : CBaseComparable::Compare(other);
 }
 
 bool CStr::Copy(const char* p, int n)

@@ -11,6 +11,8 @@
 ///     text = CString("abxab");
 ///     text.ReverseFind("ab", -1);  // 3
 ///     text.ReverseFind("ab", 4);   // 0
+///
+/// The members of this class go by bytes, in every code page; those of CString go by the characters of the multibyte page.
 class KELGEN_API CStr : public CString, public CBaseComparable
 {
 public:

@@ -69,7 +69,7 @@ void CStrArray::AddNormal(const char* text)
 void CStrArray::AddUnique(const char* text)
 {
     for (int i = 0; i < GetSize(); ++i) {
-        if (GetAt(i).Compare(text) == 0)
+        if (Compare(GetAt(i), text) == 0)
             return;
     }
     AddNormal(text);

@@ -78,7 +78,7 @@ public:
     // ---- Adding and cleaning ----
 
     void AddNormal(const char* text);
-    /// Appends @p text unless an entry equals it by CString::Compare.
+    /// Appends @p text unless an entry has the very same bytes.
     void AddUnique(const char* text);
     /// Appends the pieces of @p text between separators, as CStrTokenizer finds them; empty ones only when @p bKeepEmpty is
     /// nonzero.
@@ -99,7 +99,7 @@ public:
 
     // ---- Searching and counting: an index, or -1 ----
 
-    /// The order by CString::Compare.
+    /// The order by the values of the bytes, in every code page.
     [[nodiscard]] static int Compare(const char* a, const char* b);
     /// The order without case.
     [[nodiscard]] static int CompareNoCase(const char* a, const char* b);

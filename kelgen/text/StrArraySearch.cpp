@@ -2,6 +2,7 @@
 #include <kelgen/text/StrArray.h>
 
 #include <kelgen/containers/PivotSort.h>
+#include <kelgen/text/ByteText.h>
 
 #include <algorithm>
 
@@ -16,8 +17,7 @@ const unsigned char* Bytes(const char* text)
 
 int CStrArray::Compare(const char* a, const char* b)
 {
-    // What CString::Compare does, without a string for the first text.
-    return _mbscmp(Bytes(a), Bytes(b));
+    return kelgen::detail::CompareBytes(a, b);
 }
 
 int CStrArray::CompareNoCase(const char* a, const char* b)

@@ -1,6 +1,8 @@
 // StrTokenizer.cpp: stepping from separator to separator.
 #include <kelgen/text/StrTokenizer.h>
 
+#include <kelgen/text/ByteText.h>
+
 #include <cstring>
 
 CStrTokenizer::CStrTokenizer() = default;
@@ -38,7 +40,7 @@ int CStrTokenizer::GetNextTokenPos(CString& token, const char* separator, int bW
 {
     const int length = m_strText.GetLength();
     const bool inside = m_nPos >= 0 && m_nPos <= length;
-    const int found = inside ? m_strText.Find(separator != nullptr ? separator : "", m_nPos) : -1;
+    const int found = inside ? kelgen::detail::FindBytes(m_strText, separator != nullptr ? separator : "", m_nPos) : -1;
     if (found >= 0) {
         token = m_strText.Mid(m_nPos, found - m_nPos + (bWithSeparator != 0 ? 1 : 0));
         return found + 1;

@@ -14,6 +14,7 @@
 /// A separator is a whole text, not a set of characters. By contract: after a token the position is one byte past the separator's
 /// start, so the rest of a longer separator opens the next token ("a::b" at "::" gives "a", ":b"). A separator at the very end is
 /// followed by no empty token. Nothing is quoted or escaped. An empty separator occurs at the position itself.
+/// All members go by bytes, in every code page: the second byte of a character can be a separator.
 class KELGEN_API CStrTokenizer
 {
 public:

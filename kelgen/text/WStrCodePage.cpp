@@ -18,6 +18,8 @@ void CWStr::SetRes(const char* text)
     AllocBeforeWrite(AddLengths(count, count));
     if (m_text == EmptyText())
         return;
+    // A character that is cut takes the terminator with it: what was there before must not show behind it.
+    std::fill_n(m_text, count + 1, static_cast<unsigned short>(0));
     CInternational::CPToUnicode(m_dwResourceCP, m_text, count + 1, text);
     SetLength(LengthToZero());
 }
@@ -33,6 +35,7 @@ void CWStr::SetOEM(const char* text)
     AllocBeforeWrite(AddLengths(count, count));
     if (m_text == EmptyText())
         return;
+    std::fill_n(m_text, count + 1, static_cast<unsigned short>(0));
     CInternational::OEMToUnicode(m_text, count + 1, text);
     SetLength(LengthToZero());
 }

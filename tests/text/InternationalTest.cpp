@@ -119,6 +119,9 @@ TEST(International, CPToUnicodeFillsTheStringAndReportsFailure)
              {65001, "\xC3\xA9\xF0\x9F\x98\x80", true, u"\x00E9\xD83D\xDE00"},
              {65001, "\xED\xA0\x80", true, u"\xFFFD\xFFFD"},
              {99999, "abc", false, u"\xFFFD\xFFFD"},  // unchanged
+             {65001, "abc\xF3", true, u"abc\xFFFD"},  // nothing of what was there before
+             {65001, "\xE3\x81", true, u"\xFFFD"},
+             {1361, "a\\b", true, u"a\\b"},
              {1252, "", true, u""},
          }) {
         EXPECT_EQ(done, CInternational::CPToUnicode(page, text, bytes)) << page;

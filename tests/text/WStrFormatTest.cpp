@@ -77,8 +77,8 @@ TEST(WStrFormat, RoomIsReservedByTheSum)
     EXPECT_EQ(0, Reserved(u"%y%k"));
     EXPECT_EQ(4, Reserved(u"%E%s", 1.0, u"text"_w)) << "counts nothing";
     EXPECT_EQ(4 + 3 + 4, Reserved(u"%lld|%s", 1LL, u"text"_w)) << "literals";
-    EXPECT_EQ(4 + 3 + 4, Reserved(u"%w%%d%s", 1, u"text"_w));
-    EXPECT_EQ(32 + 4, Reserved(u"%w%d%s", u"text"_w)) << "a conversion inside a conversion";
+    EXPECT_EQ(4 + 3 + 4, Reserved(u"%w%%d%s", u"text"_w));
+    EXPECT_EQ(32 + 4, Reserved(u"%w%d%s", 1, u"text"_w)) << "a conversion cut short takes nothing";
 }
 
 TEST(WStrFormat, RoomOfFixedNumbersIsThatOfTheirText)

@@ -2,6 +2,7 @@
 #include <kelgen/framework/base/String.h>
 
 #include <kelgen/framework/base/Exceptions.h>
+#include <kelgen/platform/support/WideFormat.h>
 
 #include <utility>
 
@@ -27,13 +28,13 @@ void CString::AppendFormatV(LPCSTR format, va_list arguments)
         AfxThrowInvalidArgException();
     va_list again;
     va_copy(again, arguments);
-    const int added = _vscprintf(format, arguments);
+    const int added = kelgen::FormatNarrow(nullptr, 0, format, arguments);
     if (added < 0) {
         va_end(again);
         AfxThrowInvalidArgException();
     }
     CString text;
-    _vsnprintf(text.GetBuffer(added), static_cast<std::size_t>(added) + 1, format, again);
+    kelgen::FormatNarrow(text.GetBuffer(added), static_cast<std::size_t>(added) + 1, format, again);
     va_end(again);
     text.ReleaseBufferSetLength(added);
     Append(text);

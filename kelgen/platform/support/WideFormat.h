@@ -1,4 +1,4 @@
-// WideFormat.h: the runtime's formatted output into 16-bit text, for formats that nobody has checked.
+// WideFormat.h: the runtime's formatted output, for formats that nobody has checked.
 #pragma once
 
 #include <kelgen/platform/Win32.h>
@@ -13,5 +13,8 @@ namespace kelgen {
 ///
 /// By contract: text that fits exactly is not terminated.
 KELGEN_PLATFORM_API int FormatWide(WCHAR* text, std::size_t capacity, const WCHAR* format, va_list arguments);
+
+/// The same over narrow text, as _vsnprintf; -1 also when a wide argument has no narrow form.
+KELGEN_PLATFORM_API int FormatNarrow(char* text, std::size_t capacity, const char* format, va_list arguments);
 
 }  // namespace kelgen

@@ -1,4 +1,4 @@
-// WideFormat.cpp: the system's runtime where it is sound, and our own formatter for numbers that overrun its buffers.
+// WideFormat.cpp: the system's runtime for what it is known to print well, and our own formatter for everything else.
 #include <kelgen/platform/support/WideFormat.h>
 
 #include <kelgen/platform/support/printf/PrintfFormatter.h>
@@ -9,16 +9,56 @@ namespace kelgen {
 
 namespace {
 
-// Integers of 20 to 24 digits in a wider field overrun a buffer of the runtime, and so do those of some hundred digits (300 were seen
-// to); floating-point numbers lose their digits to a precision below -1, and padding costs 5 ns a unit even when it is only counted.
+// Numbers that are wider, have a prefix or more digits overrun buffers of the runtime, and padding costs it 5 ns a unit even when it is
+// only counted.
+constexpr int kMostWidth = 16;
 constexpr int kMostDigits = 15;
+constexpr double kMostMagnitude = 1e15;
 constexpr int kMostPadding = 100000;
 
-/// Whether the runtime prints every conversion without harm.
-bool IsSound(const WCHAR* format, va_list arguments)
+bool IsWithin(int number, int most)
+{
+    return number >= -most && number <= most;
+}
+
+/// Whether the runtime is known to print @p directive well, whose floating-point argument is @p value.
+bool IsKnown(const PrintfDirective& directive, double value)
+{
+    if (directive.alternate || directive.sizeMarks > 1)
+        return false;
+    const bool hasSign = directive.plus || directive.blank;
+    const bool isNumber = IsWithin(directive.width, kMostWidth) && directive.precision >= -1 && directive.precision <= kMostDigits;
+    switch (directive.letter) {
+    case 'd':
+    case 'i':
+    case 'u':
+    case 'x':
+    case 'X':
+        return isNumber;
+    case 'e':
+    case 'E':
+    case 'f':
+    case 'g':
+    case 'G':
+        return isNumber && directive.sizeMarks == 0 && std::fabs(value) < kMostMagnitude;
+    case 's':
+    case 'S':
+        return !hasSign && directive.size != PrintfSize::Bits64 && IsWithin(directive.width, kMostPadding);
+    case 'c':
+    case 'C':
+        // A padded one is counted wrongly where it is cut.
+        return !hasSign && directive.size != PrintfSize::Bits64 && directive.width == 0 && directive.precision == -1;
+    default:
+        return false;
+    }
+}
+
+/// Whether the runtime prints every conversion well.
+template <class Unit>
+bool IsKnown(const Unit* format, va_list arguments)
 {
     VaListArguments list(arguments);
-    PrintfDirectiveReader<WCHAR, VaListArguments> reader(list);
+    PrintfDirectiveReader<Unit, VaListArguments> reader(list);
     while (*format) {
         if (*format++ != '%')
             continue;
@@ -28,8 +68,7 @@ bool IsSound(const WCHAR* format, va_list arguments)
         }
         PrintfDirective directive;
         format = reader.Read(format, directive);
-        if (directive.width > kMostPadding || directive.width < -kMostPadding)
-            return false;
+        double value = 0;
         switch (ArgumentOf(directive)) {
         case PrintfArgument::None:
             break;
@@ -40,35 +79,39 @@ bool IsSound(const WCHAR* format, va_list arguments)
             list.LongLong();
             break;
         case PrintfArgument::Double:
-            list.Double();
+            value = list.Double();
             break;
         case PrintfArgument::Pointer:
             list.Pointer();
             break;
         }
-        const bool isText = directive.letter == 's' || directive.letter == 'S';
-        if (!isText && (directive.precision > kMostDigits || directive.precision < -1))
+        if (!IsKnown(directive, value))
             return false;
     }
     return true;
 }
 
-int FormatByOwnRules(WCHAR* text, std::size_t capacity, const WCHAR* format, va_list arguments)
+template <class Unit>
+int FormatByOwnRules(Unit* text, std::size_t capacity, const Unit* format, va_list arguments)
 {
     VaListArguments list(arguments);
-    BoundedOutput<WCHAR> output(text, capacity);
-    PrintfFormatter(output, list).Format(format);
-    if (text)
-        return output.Finish();
-    return output.Length() > INT_MAX ? -1 : static_cast<int>(output.Length());
+    BoundedOutput<Unit> output(text, capacity);
+    const bool formatted = PrintfFormatter(output, list).Format(format);
+    const int length = text ? output.Finish() : output.Length() > INT_MAX ? -1 : static_cast<int>(output.Length());
+    return formatted ? length : -1;
 }
 
 }  // namespace
 
 int FormatWide(WCHAR* text, std::size_t capacity, const WCHAR* format, va_list arguments)
 {
-    return IsSound(format, arguments) ? _vsnwprintf(text, capacity, format, arguments)
+    return IsKnown(format, arguments) ? _vsnwprintf(text, capacity, format, arguments)
                                       : FormatByOwnRules(text, capacity, format, arguments);
+}
+
+int FormatNarrow(char* text, std::size_t capacity, const char* format, va_list arguments)
+{
+    return IsKnown(format, arguments) ? _vsnprintf(text, capacity, format, arguments) : FormatByOwnRules(text, capacity, format, arguments);
 }
 
 }  // namespace kelgen

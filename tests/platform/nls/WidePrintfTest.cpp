@@ -92,6 +92,26 @@ TEST(WidePrintf, GivesTheRealRuntimesText)
             EXPECT_EQ(text, Formatted(row.type, row.argument, format)) << format << " of " << row.argument;
 }
 
+TEST(WidePrintf, ReadsOddDirectivesAsTheRuntimeDoes)
+{
+    // The first argument is 8, the next one 2.
+    for (const auto& [format, text] : std::vector<std::pair<const char*, const char*>>{
+             {"%#.5o|%#o|", "00010|02|"},  // the precision's zero is the prefix
+             {"%#5o|%0#5o|", "  010|00002|"},
+             {"%5%.10d|", "0000000008|"},  // a further '%' begins a directive
+             {"%-%.10d|%+%d", "0000000008|2"},
+             {"%1%2%3%d|", "8|"},
+             {"%w%%d|%d|%5%%%d|", "%d|8|%2|"},
+             {"%I%d|%I3d|", "I8|I3d|"},  // 'I' alone is a letter
+             {"%Id|%5Id|", "8|    2|"},
+             {"%**d|%d", "*d|2"},
+             {"%5-d|%h5d|%.-5d|", "-d|5d|-5d|"},
+             {"%020p|%-20p|", "    0000000000000008|0000000000000002    |"},
+         })
+        EXPECT_EQ(text, Formatted(format, 8LL, 2LL)) << format;
+    EXPECT_EQ("|0|0|  |", Formatted("|%#o|%#.0o|%#2.0x|", 0, 0, 0));
+}
+
 TEST(WidePrintf, TakesItsArgumentsInOrder)
 {
     const auto wide = Widened("wide");

@@ -37,6 +37,25 @@ TEST(RegistryOpen, FindsSubkeyOrFails)
     }
 }
 
+TEST(RegistryOpen, LettersBeyondAsciiHaveTwoCases)
+{
+    // Of page 1252: S and Z with caron, OE, Y with diaeresis, thorn; the sharp s and the signs of multiplication and division have one.
+    for (const auto& [made, asked, status] : std::vector<std::tuple<const char*, const char*, LSTATUS>>{
+             {"\x8A\x8E\x8C", "\x9A\x9E\x9C", ERROR_SUCCESS},
+             {"\xFF\xFE\xE9", "\x9F\xDE\xC9", ERROR_SUCCESS},
+             {"\xD7", "\xF7", ERROR_FILE_NOT_FOUND},
+             {"\xDF", "SS", ERROR_FILE_NOT_FOUND},
+             {"\x83", "F", ERROR_FILE_NOT_FOUND},
+         }) {
+        SCOPED_TRACE(made);
+        const ScratchKey key;
+        MakeKey(key, made);
+        HKEY opened = nullptr;
+        EXPECT_EQ(status, RegOpenKeyExA(key, asked, 0, KEY_READ, &opened));
+        RegCloseKey(opened);
+    }
+}
+
 TEST(RegistryKey, EmptySubkeyGivesTheSameKeyOrANewHandle)
 {
     const ScratchKey key;

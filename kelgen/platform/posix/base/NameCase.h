@@ -1,50 +1,33 @@
-// NameCase.h: the case rule for names of registry keys and values and of resources. It is fixed, not a locale's: names on disk
-// are found by every process alike.
+// NameCase.h: the case rule for names of registry keys and values and of resources. It is that of CharUpper
+// and CharLower, fixed and not a locale's: names on disk are found by every process alike.
 #pragma once
+
+#include <kelgen/platform/posix/nls/Characters.h>
 
 #include <string_view>
 
 namespace kelgen::posix {
 
-/// The upper case of an ASCII, Latin-1, Greek or Cyrillic letter; any other unit as it is.
-constexpr char16_t UpperUnit(char16_t unit)
+/// The upper case of a letter; any other unit as it is.
+inline char16_t UpperUnit(char16_t unit)
 {
     if (unit < 0x80)
         return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - 32) : unit;
-    if (unit >= 0xE0 && unit <= 0xFE)
-        return unit == 0xF7 ? unit : static_cast<char16_t>(unit - 32);
-    if (unit == 0xFF)
-        return 0x178;
-    if (unit >= 0x3B1 && unit <= 0x3CB)
-        return unit == 0x3C2 ? u'\x3A3' : static_cast<char16_t>(unit - 32);
-    if (unit >= 0x430 && unit <= 0x44F)
-        return static_cast<char16_t>(unit - 32);
-    if (unit >= 0x450 && unit <= 0x45F)
-        return static_cast<char16_t>(unit - 80);
-    return unit;
+    return static_cast<char16_t>(Characters::Get().ToUpper(static_cast<WCHAR>(unit)));
 }
 
-/// The lower case of what UpperUnit maps, so that units of one letter have one lower case.
-constexpr char16_t LowerUnit(char16_t unit)
+/// The lower case of what UpperUnit maps, so that units of one letter have one lower case and those of two have two.
+inline char16_t LowerUnit(char16_t unit)
 {
     const char16_t upper = UpperUnit(unit);
     if (upper < 0x80)
         return upper >= u'A' && upper <= u'Z' ? static_cast<char16_t>(upper + 32) : upper;
-    if (upper >= 0xC0 && upper <= 0xDE)
-        return upper == 0xD7 ? upper : static_cast<char16_t>(upper + 32);
-    if (upper == 0x178)
-        return 0xFF;
-    if (upper >= 0x391 && upper <= 0x3AB)
-        return upper == 0x3A2 ? upper : static_cast<char16_t>(upper + 32);
-    if (upper >= 0x410 && upper <= 0x42F)
-        return static_cast<char16_t>(upper + 32);
-    if (upper >= 0x400 && upper <= 0x40F)
-        return static_cast<char16_t>(upper + 80);
-    return upper;
+    const auto lower = static_cast<char16_t>(Characters::Get().ToLower(static_cast<WCHAR>(upper)));
+    return UpperUnit(lower) == upper ? lower : upper;
 }
 
 /// Less than, equal to or greater than 0, as @p left orders against @p right by the values of lower-cased units.
-constexpr int CompareNames(std::u16string_view left, std::u16string_view right)
+inline int CompareNames(std::u16string_view left, std::u16string_view right)
 {
     for (std::size_t i = 0; i < left.size() && i < right.size(); ++i)
         if (const int difference = LowerUnit(left[i]) - LowerUnit(right[i]))

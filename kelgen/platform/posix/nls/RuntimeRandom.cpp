@@ -2,6 +2,7 @@
 #include <kelgen/platform/support/RuntimeRandom.h>
 
 #include <cstdint>
+#include <cstdlib>
 
 namespace {
 
@@ -18,4 +19,11 @@ int kelgen::RuntimeRand()
 void kelgen::RuntimeSeed(unsigned seed)
 {
     state = seed;
+}
+
+/// In the place of the C library's, so that a host's srand seeds both generators, as there is but one on Windows.
+extern "C" KELGEN_PLATFORM_API void srand(unsigned seed) noexcept
+{
+    kelgen::RuntimeSeed(seed);
+    srandom(seed);
 }

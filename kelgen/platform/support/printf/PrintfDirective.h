@@ -36,7 +36,8 @@ struct PrintfDirective
     int width = 0;
     int precision = -1;
     PrintfSize size = PrintfSize::None;
-    unsigned letter = 0;  ///< 0 at the end of the format.
+    int sizeMarks = 0;    ///< How many there were; the last one counts.
+    unsigned letter = 0;  ///< 0 at the end of the format, '%' where the next directive begins.
 };
 
 /// The kind of argument that the conversion takes behind its width and precision.
@@ -96,7 +97,7 @@ class PrintfDirectiveReader
 public:
     explicit PrintfDirectiveReader(Arguments& arguments) : m_arguments(arguments) {}
 
-    /// Where the format goes on: behind the letter, or at the format's end.
+    /// Where the format goes on: behind the letter, at a further '%', which begins a directive of its own, or at the format's end.
     const Unit* Read(const Unit* format, PrintfDirective& directive)
     {
         directive = {};
@@ -106,9 +107,9 @@ public:
             directive.precision = 0;
             format = ReadNumber(format + 1, directive.precision, directive.precisionIsArgument);
         }
-        format = ReadSize(format, directive.size);
+        format = ReadSize(format, directive);
         directive.letter = static_cast<unsigned>(*format);
-        return *format == 0 ? format : format + 1;
+        return *format == 0 || *format == '%' ? format : format + 1;
     }
 
 private:
@@ -151,9 +152,10 @@ private:
         return format;
     }
 
-    static const Unit* ReadSize(const Unit* format, PrintfSize& size)
+    static const Unit* ReadSize(const Unit* format, PrintfDirective& directive)
     {
-        for (;; ++format) {
+        PrintfSize& size = directive.size;
+        for (;; ++format, ++directive.sizeMarks) {
             switch (*format) {
             case 'h':
                 size = PrintfSize::Narrow;
@@ -174,12 +176,23 @@ private:
             case 'N':
                 break;
             case 'I':
+                if (!IsIntegerSize(format + 1))
+                    return format;
                 format = ReadInteger(format, size);
                 break;
             default:
                 return format;
             }
         }
+    }
+
+    /// Whether an 'I' before @p format is a size: before "64", "32" or the letter of an integer. Elsewhere it is a letter itself.
+    static bool IsIntegerSize(const Unit* format)
+    {
+        if ((format[0] == '6' && format[1] == '4') || (format[0] == '3' && format[1] == '2'))
+            return true;
+        const Unit letter = format[0];
+        return letter == 'd' || letter == 'i' || letter == 'o' || letter == 'u' || letter == 'x' || letter == 'X';
     }
 
     /// "I64", "I32", or "I" for the size of a pointer; returns its last unit.

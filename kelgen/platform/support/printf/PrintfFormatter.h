@@ -182,14 +182,15 @@ private:
                                                             : static_cast<unsigned>(m_arguments.Int());
         if (m_directive.size == PrintfSize::Narrow)
             value = static_cast<unsigned short>(value);
-        const bool prefixed = m_directive.alternate && value != 0;
-        Integer(value, base, capital, !prefixed || base == 10 ? "" : base == 8 ? "0" : capital ? "0X" : "0x");
+        const bool prefixed = m_directive.alternate && value != 0 && base == 16;
+        Integer(value, base, capital, !prefixed ? "" : capital ? "0X" : "0x");
     }
 
     void PointerValue()
     {
         const auto value = reinterpret_cast<std::uintptr_t>(m_arguments.Pointer());
         m_directive.precision = 2 * sizeof value;
+        m_directive.zero = false;
         Integer(value, 16, true, m_directive.alternate && value ? "0X" : "");
     }
 
@@ -203,6 +204,9 @@ private:
         Number number{prefix, 0, body, 0, {}};
         const auto wanted = static_cast<std::size_t>(m_directive.precision < 0 ? 1 : m_directive.precision);
         number.leadingZeros = wanted > body.size() ? wanted - body.size() : 0;
+        // The alternate form of octal has a leading zero, be it one of the precision's.
+        if (base == 8 && m_directive.alternate)
+            number.leadingZeros = std::max<std::size_t>(number.leadingZeros, 1);
         PutNumber(number);
     }
 
