@@ -1,4 +1,4 @@
-// What the machine itself can do: the floors under the other areas.
+// Limits.cpp: what the machine itself can do: the floors under the other areas.
 #include "Bench.h"
 
 #include <fcntl.h>
