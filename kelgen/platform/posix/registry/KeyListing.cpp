@@ -68,7 +68,7 @@ LSTATUS Key::Status(int error) const
 {
     if (error == ENOENT && IsDeleted())
         return ERROR_KEY_DELETED;
-    return static_cast<LSTATUS>(ErrorFromErrno(error));
+    return error == EUCLEAN ? ERROR_CANTREAD : static_cast<LSTATUS>(ErrorFromErrno(error));
 }
 
 LSTATUS Key::ReadValue(std::u16string_view name, StoredValue& value) const
