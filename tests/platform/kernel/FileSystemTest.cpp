@@ -2,6 +2,8 @@
 #include "support/Failures.h"
 #include "support/Scratch.h"
 
+#include <algorithm>
+
 using namespace kelgen::test;
 
 namespace {
@@ -51,6 +53,11 @@ private:
 TEST_F(FileSystem, AttributesComeAndGo)
 {
     const std::string file = At("file");
+    EXPECT_EQ(DWORD{FILE_ATTRIBUTE_ARCHIVE}, GetFileAttributesA(file.c_str())) << "whoever made it";
+    const std::string made = At("made");
+    CloseHandle(CreateFileA(made.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_HIDDEN, nullptr));
+    EXPECT_EQ(DWORD{FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_HIDDEN}, GetFileAttributesA(made.c_str()));
+    SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_NORMAL);
     const DWORD plain = GetFileAttributesA(file.c_str());
     EXPECT_TRUE(plain == FILE_ATTRIBUTE_NORMAL || plain == FILE_ATTRIBUTE_ARCHIVE) << plain;
     constexpr DWORD kSettable = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;

@@ -3,6 +3,7 @@
 #include <kelgen/platform/posix/kernel/Paths.h>
 #include <kelgen/platform/posix/kernel/ShortNames.h>
 
+#include "posix/registry/Processes.h"
 #include "support/Random.h"
 #include "support/Scratch.h"
 
@@ -11,7 +12,10 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <filesystem>
 #include <set>
+#include <vector>
 
 using namespace kelgen::posix;
 using namespace kelgen::test;
@@ -79,7 +83,6 @@ TEST(Attributes, LieWhereOtherProgramsFindThem)
 {
     const std::string file = ScratchFile("file");
     WriteBytes(file, "x");
-    EXPECT_EQ(DWORD{FILE_ATTRIBUTE_NORMAL}, GetFileAttributesA(file.c_str()));
     EXPECT_TRUE(SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_READONLY));
     char text[20] = "";
     EXPECT_EQ(3, getxattr(file.c_str(), "user.DOSATTRIB", text, sizeof text));
@@ -88,9 +91,35 @@ TEST(Attributes, LieWhereOtherProgramsFindThem)
     stat(file.c_str(), &status);
     EXPECT_EQ(0u, status.st_mode & 0222);
     EXPECT_TRUE(SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_NORMAL));
+    EXPECT_EQ(DWORD{FILE_ATTRIBUTE_NORMAL}, GetFileAttributesA(file.c_str()));
+    EXPECT_TRUE(SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_ARCHIVE));
     EXPECT_EQ(-1, getxattr(file.c_str(), "user.DOSATTRIB", text, sizeof text));
     setxattr(file.c_str(), "user.DOSATTRIB", "0x25", 4, 0);
     EXPECT_EQ(DWORD{FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE}, GetFileAttributesA(file.c_str()));
+}
+
+TEST(Attributes, ComeAndGoForTheirPlainOwner)
+{
+    const auto folder = ScratchFolder();
+    for (auto open = folder; open != std::filesystem::temp_directory_path(); open = open.parent_path())
+        ASSERT_EQ(0, chmod(open.c_str(), 0755));
+    const std::string file = (folder / "file").string();
+    WriteBytes(file, "x");
+    constexpr uid_t kNobody = 65534;
+    if (geteuid() == 0) {
+        ASSERT_EQ(0, chown(file.c_str(), kNobody, kNobody));
+    }
+    ChildProcess child([&] {
+        if (geteuid() == 0) {
+            ASSERT_EQ(0, setresuid(kNobody, kNobody, kNobody));
+        }
+        for (const DWORD set : {FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN, FILE_ATTRIBUTE_NORMAL, FILE_ATTRIBUTE_READONLY,
+                                FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_SYSTEM, FILE_ATTRIBUTE_HIDDEN, FILE_ATTRIBUTE_ARCHIVE}) {
+            EXPECT_TRUE(SetFileAttributesA(file.c_str(), set)) << set << ' ' << GetLastError();
+            EXPECT_EQ(set, GetFileAttributesA(file.c_str()));
+        }
+    });
+    EXPECT_TRUE(child.Wait());
 }
 
 TEST(Moving, MayChangeOnlyTheCase)
