@@ -122,6 +122,24 @@ TEST(Attributes, ComeAndGoForTheirPlainOwner)
     EXPECT_TRUE(child.Wait());
 }
 
+TEST(Copying, KeepsTheRightToRun)
+{
+    const std::string folder = ScratchFolder().string() + "/", program = folder + "program", other = folder + "other";
+    WriteBytes(program, "#!/bin/sh\n");
+    chmod(program.c_str(), 0755);
+    const mode_t mask = umask(0027);
+    EXPECT_TRUE(CopyFileA(program.c_str(), other.c_str(), TRUE)) << GetLastError();
+    umask(mask);
+    struct stat status;
+    stat(other.c_str(), &status);
+    EXPECT_EQ(0750u, status.st_mode & 0777) << "as far as the copy may be read";
+    const std::string moved = "/dev/shm/kelgen-test-" + std::to_string(getpid());
+    if (MoveFileA(program.c_str(), moved.c_str())) {
+        EXPECT_EQ(0, access(moved.c_str(), X_OK)) << "moved to another file system";
+        unlink(moved.c_str());
+    }
+}
+
 TEST(Moving, MayChangeOnlyTheCase)
 {
     const std::string folder = ScratchFolder().string() + "/";
