@@ -140,6 +140,30 @@ TEST(Copying, KeepsTheRightToRun)
     }
 }
 
+TEST(ProcessList, LeavesOutWhatHasNoProgram)
+{
+    std::vector<DWORD> ids(100000);
+    const auto isListed = [&](pid_t wanted) {
+        DWORD used = 0;
+        EXPECT_TRUE(EnumProcesses(ids.data(), static_cast<DWORD>(ids.size() * sizeof(DWORD)), &used));
+        return std::count(ids.begin(), ids.begin() + used / sizeof(DWORD), static_cast<DWORD>(wanted)) == 1;
+    };
+    const pid_t ended = fork();
+    if (ended == 0)
+        _exit(0);
+    siginfo_t information;
+    ASSERT_EQ(0, waitid(P_PID, static_cast<id_t>(ended), &information, WEXITED | WNOWAIT));
+    EXPECT_FALSE(isListed(ended)) << "nobody has asked for its end yet";
+    EXPECT_EQ(ended, waitpid(ended, nullptr, 0));
+    EXPECT_TRUE(isListed(getpid()));
+    EXPECT_TRUE(isListed(1)) << "a program of another user, perhaps";
+    // The kernel's thread number 2, where the system shows it, begets all others.
+    std::string parents = ReadBytes("/proc/2/stat");
+    if (parents.find("(kthreadd)") != std::string::npos) {
+        EXPECT_FALSE(isListed(2));
+    }
+}
+
 TEST(Moving, MayChangeOnlyTheCase)
 {
     const std::string folder = ScratchFolder().string() + "/";
