@@ -1,3 +1,4 @@
+// array_of_opted_in.cpp: elements that survive being moved bit by bit.
 // compiles
 #include <kelgen/containers/BaseArray.h>
 #include <kelgen/text/WStrArray.h>

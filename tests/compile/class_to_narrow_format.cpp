@@ -1,3 +1,4 @@
+// class_to_narrow_format.cpp: an object as an argument of a narrow format.
 // says: deleted
 #include <kelgen/framework/base/String.h>
 

@@ -1,3 +1,4 @@
+// class_to_wide_format.cpp: an object as an argument of a wide format.
 // says: deleted
 #include <kelgen/text/WStr.h>
 

@@ -1,3 +1,4 @@
+// std_string_as_wide.cpp: a std::string where 16-bit text is wanted.
 // says: CWStr holds 16-bit text
 #include <kelgen/text/WStr.h>
 

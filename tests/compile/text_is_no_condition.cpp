@@ -1,3 +1,4 @@
+// text_is_no_condition.cpp: a text as a condition.
 // says: deleted
 #include <kelgen/text/WStr.h>
 

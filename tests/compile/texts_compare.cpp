@@ -1,3 +1,4 @@
+// texts_compare.cpp: comparison with texts, literals and units, and construction from them.
 // compiles
 #include <kelgen/text/WStr.h>
 

@@ -1,3 +1,4 @@
+// units_to_stream.cpp: 16-bit units on a stream.
 // says: deleted
 #include <kelgen/text/WStr.h>
 

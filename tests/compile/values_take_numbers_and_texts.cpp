@@ -1,3 +1,4 @@
+// values_take_numbers_and_texts.cpp: what a property value can be made of.
 // compiles
 #include <kelgen/property/PropertySet.h>
 

@@ -1,3 +1,4 @@
+// wide_text_set.cpp: 16-bit text set in a property set.
 // says: deleted
 #include <kelgen/property/PropertySet.h>
 #include <kelgen/text/WStr.h>

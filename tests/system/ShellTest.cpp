@@ -40,6 +40,7 @@ TEST(Shell, AFileExistsByItsNormalBitAlone)
     const std::string folder = Folder();
     const std::string file = folder + "name with 'quotes' and blanks";
     WriteBytes(file, "x");
+    EXPECT_FALSE(shell::file_exists(file.c_str())) << "a new file is marked as archive";
     for (const DWORD attributes : {DWORD{FILE_ATTRIBUTE_NORMAL}, DWORD{FILE_ATTRIBUTE_HIDDEN}, DWORD{FILE_ATTRIBUTE_READONLY}}) {
         // A file system may keep none of these; what it then says is what counts.
         SetFileAttributesA(file.c_str(), attributes);

@@ -2,6 +2,8 @@
 #include "support/Failures.h"
 #include "support/Scratch.h"
 
+#include <algorithm>
+
 using namespace kelgen::test;
 
 namespace {
@@ -51,6 +53,11 @@ private:
 TEST_F(FileSystem, AttributesComeAndGo)
 {
     const std::string file = At("file");
+    EXPECT_EQ(DWORD{FILE_ATTRIBUTE_ARCHIVE}, GetFileAttributesA(file.c_str())) << "whoever made it";
+    const std::string made = At("made");
+    CloseHandle(CreateFileA(made.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_HIDDEN, nullptr));
+    EXPECT_EQ(DWORD{FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_HIDDEN}, GetFileAttributesA(made.c_str()));
+    SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_NORMAL);
     const DWORD plain = GetFileAttributesA(file.c_str());
     EXPECT_TRUE(plain == FILE_ATTRIBUTE_NORMAL || plain == FILE_ATTRIBUTE_ARCHIVE) << plain;
     constexpr DWORD kSettable = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
@@ -86,11 +93,41 @@ TEST_F(FileSystem, AttributesOfWhatIsNotThere)
                   {"sub\\.", "", 0},
                   {"SUB//INNER", "", 0},
                   {"none\\..\\file", "", 0},
+                  {"sub\\...\\", "", ERROR_INVALID_NAME},
+                  {"sub\\...\\inner", "", ERROR_INVALID_NAME},
+                  {"sub\\....\\", "", ERROR_FILE_NOT_FOUND},
+                  {"sub\\...", "", 0},
                   {"file ", "", 0}},
                  attributes);
     EXPECT_EQ(DWORD{FILE_ATTRIBUTE_DIRECTORY}, GetFileAttributesA("C:\\"));
     EXPECT_EQ(DWORD{FILE_ATTRIBUTE_DIRECTORY}, GetFileAttributesA("C:"));
     EXPECT_TRUE(FailedWith(ERROR_PATH_NOT_FOUND, INVALID_FILE_ATTRIBUTES == GetFileAttributesA("Q:\\")));
+}
+
+TEST_F(FileSystem, PrefixesStandBeforeWholePaths)
+{
+    std::string path = At("sub");
+    std::replace(path.begin(), path.end(), '/', '\\');
+    if (path[1] != ':')
+        path = "Z:" + path;
+    std::string slashed = path;
+    std::replace(slashed.begin(), slashed.end(), '\\', '/');
+    struct PrefixRow
+    {
+        std::string path;
+        DWORD attributes;
+    };
+    constexpr DWORD kFolder = FILE_ATTRIBUTE_DIRECTORY, kNone = INVALID_FILE_ATTRIBUTES;
+    const PrefixRow rows[] = {
+        {"\\\\.\\" + path, kFolder},       {"\\\\?\\" + path, kFolder},
+        {"\\??\\" + path, kFolder},        {"\\??\\" + path + "\\none", kNone},
+        {"//./" + slashed, kFolder},       {"//?/" + slashed, kFolder},
+        {"\\\\?\\" + slashed, kNone},      {"\\\\.\\" + path + ".", kFolder},
+        {"\\\\?\\" + path + ".", kNone},   {"\\\\?\\" + path + "\\..\\sub", kNone},
+        {"\\\\?\\" + path + "\\.", kNone}, {"\\\\.\\" + path + "\\..\\sub", kFolder},
+    };
+    for (const PrefixRow& row : rows)
+        EXPECT_EQ(row.attributes, GetFileAttributesA(row.path.c_str())) << row.path;
 }
 
 TEST_F(FileSystem, ExtendedAttributesHoldSizeAndTimes)

@@ -2,6 +2,8 @@
 #include "support/Failures.h"
 #include "support/Scratch.h"
 
+#include <algorithm>
+
 using namespace kelgen::test;
 
 namespace {
@@ -70,6 +72,90 @@ TEST(FindFile, PatternsSelectAndSort)
     EXPECT_EQ("error 3", Found(""));
     EXPECT_EQ("error 2", Found("C:\\"));
     EXPECT_EQ(0, Found("Z:\\*").rfind("..", 0) == 0) << "the root has no parent";
+}
+
+TEST(FindFile, WildCardsMatchNamesWithAndWithoutExtension)
+{
+    const std::string folder = ScratchFolder().string() + "/";
+    for (const char* name :
+         {"readme",    "readme.txt", "a",     "b.c",    "ab.cde", "abc",   "ab",           "a.b",          "c",        "c.txt",
+          "UPPER.TXT", "x1",         "x12",   "x.1",    "txt",    "n.t",   "nat",          "noext",        "data.bak", "old.1",
+          "f1.c",      "f2.c",       "f10.h", "make.h", "MAKE1",  "t.tar", "two.dots.txt", "data.txt.bak", ".hidden",  "letters.text"})
+        WriteBytes(folder + name, "");
+    struct Row
+    {
+        const char* pattern;
+        const char* found;
+    };
+    const Row rows[] = {
+        {"*", "(all)"},
+        {"*.*", "(all)"},
+        {"*.*.*", "(all)"},
+        {"*.", "(all)"},
+        {"readme", "readme"},
+        {"readme.", "readme"},
+        {"readme.*", "readme readme.txt"},
+        {"readme*.*", "readme readme.txt"},
+        {"readme?", ""},
+        {"readme.?\??", "readme.txt"},
+        {"readme*.txt", "readme.txt"},
+        {"c.*", "c c.txt"},
+        {"?.*", ". .. a a.b b.c c c.txt n.t t.tar x.1"},
+        {"?\?.*", ".. ab ab.cde f1.c f2.c x1"},
+        {"?\??.*", "a.b abc b.c f10.h n.t nat old.1 two.dots.txt txt x.1 x12"},
+        {"ab.*", "ab ab.cde"},
+        {"ab*", "ab ab.cde abc"},
+        {"ab*.*", "ab ab.cde abc"},
+        {"n*t.*", "n.t nat noext"},
+        {"n*t", "n.t nat noext"},
+        {"*.txt.*", "c.txt data.txt.bak readme.txt two.dots.txt UPPER.TXT"},
+        {"*.txt", "c.txt readme.txt two.dots.txt UPPER.TXT"},
+        {"*.t*", "c.txt data.txt.bak letters.text n.t readme.txt t.tar two.dots.txt UPPER.TXT"},
+        {"*t", "c.txt letters.text n.t nat noext readme.txt two.dots.txt txt UPPER.TXT"},
+        {"*t.*", "c.txt data.txt.bak letters.text n.t nat noext readme.txt t.tar two.dots.txt txt UPPER.TXT"},
+        {"t*", "t.tar two.dots.txt txt"},
+        {"*.?", ".. a.b b.c f1.c f10.h f2.c make.h n.t old.1 x.1"},
+        {"*.?\?", ""},
+        {"*.?\??\?", "letters.text"},
+        {"?.?", "a.b b.c n.t x.1"},
+        {"?\?", ".. ab x1"},
+        {"?\??", "a.b abc b.c n.t nat txt x.1 x12"},
+        {"?\?.?\?", ""},
+        {"a*", "a a.b ab ab.cde abc"},
+        {"*a", "a"},
+        {"a*b", "a.b ab"},
+        {"a?", "ab"},
+        {"a.?", "a.b"},
+        {"a.*", "a a.b"},
+        {"a.*.*", "a a.b"},
+        {"*.*.bak", "data.txt.bak"},
+        {"*.bak", "data.bak data.txt.bak"},
+        {"*.*.txt", "two.dots.txt"},
+        {"*.dots.*", "two.dots.txt"},
+        {"two*", "two.dots.txt"},
+        {"two.*.txt", "two.dots.txt"},
+        {"two.*.*", "two.dots.txt"},
+        {".*", ". .. .hidden"},
+        {".h*", ".hidden"},
+        {"*.h*", ".hidden f10.h make.h"},
+        {"f?.c", "f1.c f2.c"},
+        {"f*.c", "f1.c f2.c"},
+        {"f1*.*", "f1.c f10.h"},
+        {"f?\?.h", "f10.h"},
+        {"make*", "make.h MAKE1"},
+        {"make.*", "make.h"},
+        {"MAKE?.*", "MAKE1"},
+        {"*e.*", "ab.cde make.h readme readme.txt"},
+        {"*x*.*", "c.txt data.txt.bak letters.text noext readme.txt two.dots.txt txt UPPER.TXT x.1 x1 x12"},
+        {"?e*", "letters.text readme readme.txt"},
+    };
+    const std::string all = Found(folder + "*");
+    EXPECT_EQ(32, std::count(all.begin(), all.end(), ' '));
+    for (const Row& row : rows) {
+        std::string found = Found(folder + row.pattern);
+        found = found == all ? "(all)" : found == "error 2" ? "" : found.substr(0, found.size() - 1);
+        EXPECT_EQ(row.found, found) << row.pattern;
+    }
 }
 
 TEST(FindFile, EntriesTellWhatTheFileIs)

@@ -79,6 +79,17 @@ TEST(Services, LiveThroughAllStates)
               ReadBytes(service.report));
 }
 
+TEST(Services, TakeNoControlAfterAStop)
+{
+    const InstalledService service("ignore");
+    EXPECT_EQ("1", Start(service));
+    ASSERT_TRUE(service.Reaches(SERVICE_RUNNING));
+    EXPECT_EQ("1 in 4", Control(service, SERVICE_CONTROL_STOP));
+    for (const DWORD control : {DWORD{SERVICE_CONTROL_STOP}, DWORD{SERVICE_CONTROL_INTERROGATE}, DWORD{SERVICE_CONTROL_PAUSE}, DWORD{140}})
+        EXPECT_EQ("0 1061 in 4", Control(service, control)) << control;
+    EXPECT_EQ("control 1 for us\n", ReadBytes(service.report));
+}
+
 struct ServiceEnd
 {
     const char* name;

@@ -3,6 +3,7 @@
 #include <kelgen/platform/posix/files/Paths.h>
 #include <kelgen/platform/posix/files/ShortNames.h>
 
+#include "posix/registry/Processes.h"
 #include "support/Random.h"
 #include "support/Scratch.h"
 
@@ -11,7 +12,10 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <filesystem>
 #include <set>
+#include <vector>
 
 using namespace kelgen::posix;
 using namespace kelgen::test;
@@ -79,7 +83,6 @@ TEST(Attributes, LieWhereOtherProgramsFindThem)
 {
     const std::string file = ScratchFile("file");
     WriteBytes(file, "x");
-    EXPECT_EQ(DWORD{FILE_ATTRIBUTE_NORMAL}, GetFileAttributesA(file.c_str()));
     EXPECT_TRUE(SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_READONLY));
     char text[20] = "";
     EXPECT_EQ(3, getxattr(file.c_str(), "user.DOSATTRIB", text, sizeof text));
@@ -88,9 +91,77 @@ TEST(Attributes, LieWhereOtherProgramsFindThem)
     stat(file.c_str(), &status);
     EXPECT_EQ(0u, status.st_mode & 0222);
     EXPECT_TRUE(SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_NORMAL));
+    EXPECT_EQ(DWORD{FILE_ATTRIBUTE_NORMAL}, GetFileAttributesA(file.c_str()));
+    EXPECT_TRUE(SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_ARCHIVE));
     EXPECT_EQ(-1, getxattr(file.c_str(), "user.DOSATTRIB", text, sizeof text));
     setxattr(file.c_str(), "user.DOSATTRIB", "0x25", 4, 0);
     EXPECT_EQ(DWORD{FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE}, GetFileAttributesA(file.c_str()));
+}
+
+TEST(Attributes, ComeAndGoForTheirPlainOwner)
+{
+    const auto folder = ScratchFolder();
+    for (auto open = folder; open != std::filesystem::temp_directory_path(); open = open.parent_path())
+        ASSERT_EQ(0, chmod(open.c_str(), 0755));
+    const std::string file = (folder / "file").string();
+    WriteBytes(file, "x");
+    constexpr uid_t kNobody = 65534;
+    if (geteuid() == 0) {
+        ASSERT_EQ(0, chown(file.c_str(), kNobody, kNobody));
+    }
+    ChildProcess child([&] {
+        if (geteuid() == 0) {
+            ASSERT_EQ(0, setresuid(kNobody, kNobody, kNobody));
+        }
+        for (const DWORD set : {FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN, FILE_ATTRIBUTE_NORMAL, FILE_ATTRIBUTE_READONLY,
+                                FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_SYSTEM, FILE_ATTRIBUTE_HIDDEN, FILE_ATTRIBUTE_ARCHIVE}) {
+            EXPECT_TRUE(SetFileAttributesA(file.c_str(), set)) << set << ' ' << GetLastError();
+            EXPECT_EQ(set, GetFileAttributesA(file.c_str()));
+        }
+    });
+    EXPECT_TRUE(child.Wait());
+}
+
+TEST(Copying, KeepsTheRightToRun)
+{
+    const std::string folder = ScratchFolder().string() + "/", program = folder + "program", other = folder + "other";
+    WriteBytes(program, "#!/bin/sh\n");
+    chmod(program.c_str(), 0755);
+    const mode_t mask = umask(0027);
+    EXPECT_TRUE(CopyFileA(program.c_str(), other.c_str(), TRUE)) << GetLastError();
+    umask(mask);
+    struct stat status;
+    stat(other.c_str(), &status);
+    EXPECT_EQ(0750u, status.st_mode & 0777) << "as far as the copy may be read";
+    const std::string moved = "/dev/shm/kelgen-test-" + std::to_string(getpid());
+    if (MoveFileA(program.c_str(), moved.c_str())) {
+        EXPECT_EQ(0, access(moved.c_str(), X_OK)) << "moved to another file system";
+        unlink(moved.c_str());
+    }
+}
+
+TEST(ProcessList, LeavesOutWhatHasNoProgram)
+{
+    std::vector<DWORD> ids(100000);
+    const auto isListed = [&](pid_t wanted) {
+        DWORD used = 0;
+        EXPECT_TRUE(EnumProcesses(ids.data(), static_cast<DWORD>(ids.size() * sizeof(DWORD)), &used));
+        return std::count(ids.begin(), ids.begin() + used / sizeof(DWORD), static_cast<DWORD>(wanted)) == 1;
+    };
+    const pid_t ended = fork();
+    if (ended == 0)
+        _exit(0);
+    siginfo_t information;
+    ASSERT_EQ(0, waitid(P_PID, static_cast<id_t>(ended), &information, WEXITED | WNOWAIT));
+    EXPECT_FALSE(isListed(ended)) << "nobody has asked for its end yet";
+    EXPECT_EQ(ended, waitpid(ended, nullptr, 0));
+    EXPECT_TRUE(isListed(getpid()));
+    EXPECT_TRUE(isListed(1)) << "a program of another user, perhaps";
+    // The kernel's thread number 2, where the system shows it, begets all others.
+    std::string parents = ReadBytes("/proc/2/stat");
+    if (parents.find("(kthreadd)") != std::string::npos) {
+        EXPECT_FALSE(isListed(2));
+    }
 }
 
 TEST(Moving, MayChangeOnlyTheCase)

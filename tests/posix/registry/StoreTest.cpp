@@ -1,5 +1,5 @@
 // StoreTest.cpp: the registry's folders and files: names, foreign and damaged files, links between predefined keys.
-#include <kelgen/platform/posix/base/NameCase.h>
+#include <kelgen/platform/posix/nls/NameCase.h>
 #include <kelgen/platform/posix/registry/StoredNames.h>
 #include <kelgen/platform/posix/registry/ValueFile.h>
 
@@ -97,6 +97,10 @@ TEST(Store, ForeignAndDamagedFilesAreIgnored)
     // Slots of 4 GB in a file that is one hole.
     WriteBytes((folder / "huge=").string(), "KRV2\xFF\xFF\xFF\xFF");
     std::filesystem::resize_file(folder / "huge=", 0x1FFFFFFFF);
+    // A sound value whose slots are said to be of 256 MB.
+    std::string wide = good;
+    wide.replace(4, 4, std::string("\0\0\0\x10", 4));
+    WriteBytes((folder / "wide=").string(), wide);
     std::filesystem::create_directory(folder / "folder=");
     std::filesystem::create_directory(folder / "NotAKey");
     std::filesystem::create_directory(folder / "\xFF\xFE");
@@ -107,12 +111,16 @@ TEST(Store, ForeignAndDamagedFilesAreIgnored)
 
     EXPECT_EQ(std::vector<std::string>{"Good"}, ValuesOf(key));
     EXPECT_EQ(std::vector<std::string>{"sub"}, SubkeysOf(key));
-    for (const char* name : {"empty", "cut", "changed", "other", "huge", "folder", "link", "pipe", "note.txt"})
+    for (const char* name : {"empty", "other", "folder", "link", "pipe", "note.txt"})
         EXPECT_EQ(ERROR_FILE_NOT_FOUND, RegQueryValueExA(key, name, nullptr, nullptr, nullptr, nullptr)) << name;
-    for (const char* name : {"empty", "cut", "changed", "other", "huge", "link", "pipe"})
+    for (const char* name : {"cut", "changed", "huge", "wide"})
+        EXPECT_EQ(ERROR_CANTREAD, RegQueryValueExA(key, name, nullptr, nullptr, nullptr, nullptr)) << name;
+    for (const char* name : {"empty", "cut", "changed", "other", "huge", "wide", "link", "pipe"}) {
         EXPECT_EQ(ERROR_SUCCESS, SetText(key, name, "new")) << name;
+        EXPECT_EQ("new", GetText(key, name)) << name;
+        EXPECT_GT(10000u, std::filesystem::file_size(folder / (std::string(name) + '='))) << name;
+    }
     EXPECT_EQ("x", GetText(key, "good")) << "writing over the link left its target";
-    EXPECT_EQ("new", GetText(key, "huge"));
     EXPECT_EQ(ERROR_SUCCESS, RegDeleteKeyA(key, "Sub"));
     EXPECT_EQ(ERROR_SUCCESS, RegDeleteKeyA(key, ""));
     EXPECT_FALSE(std::filesystem::exists(folder));

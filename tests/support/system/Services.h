@@ -54,8 +54,11 @@ public:
         Open("stop");
         SERVICE_STATUS ignored;
         Eventually([this] { return State() != SERVICE_START_PENDING; });
+        const DWORD process = Status().dwProcessId;
         if (State() != SERVICE_STOPPED && ControlService(handle, 131, &ignored))
             Eventually([this] { return State() == SERVICE_STOPPED; });
+        else if (process != 0)
+            Kill(process);
         DeleteService(handle);
         CloseServiceHandle(handle);
         CloseServiceHandle(m_manager);
@@ -87,6 +90,14 @@ public:
     SC_HANDLE handle = nullptr;
 
 private:
+    /// Ends a service that takes no controls any more.
+    static void Kill(DWORD process)
+    {
+        const HANDLE opened = OpenProcess(PROCESS_TERMINATE, FALSE, process);
+        TerminateProcess(opened, 9);
+        CloseHandle(opened);
+    }
+
     SC_HANDLE m_manager;
 };
 

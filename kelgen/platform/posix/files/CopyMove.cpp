@@ -49,7 +49,19 @@ bool CopyBytes(int source, int target)
     }
 }
 
-// Copies source over target, attributes and last-write time too.
+// Lets those run the target who may run the source and read the target.
+void CopyRightToRun(int source, int target)
+{
+    struct stat from;
+    struct stat to;
+    if (fstat(source, &from) != 0 || fstat(target, &to) != 0)
+        return;
+    const mode_t runs = from.st_mode & (S_IXUSR | S_IXGRP | S_IXOTH) & ((to.st_mode & (S_IRUSR | S_IRGRP | S_IROTH)) >> 2);
+    if ((to.st_mode | runs) != to.st_mode)
+        fchmod(target, (to.st_mode | runs) & 07777);
+}
+
+// Copies source over target, attributes, last-write time and the right to run too.
 BOOL CopyTo(std::string_view source, std::string_view target, bool failIfExists)
 {
     constexpr DWORD kShare = FILE_SHARE_READ | FILE_SHARE_WRITE;
@@ -70,6 +82,7 @@ BOOL CopyTo(std::string_view source, std::string_view target, bool failIfExists)
         unlink(targetPath.c_str());
         return Fail(error, FALSE);
     }
+    CopyRightToRun(from->Number(), to->Number());
     if (entry) {
         const timespec times[] = {{.tv_sec = 0, .tv_nsec = UTIME_OMIT}, ToUnixTime(entry->lastWrite)};
         futimens(to->Number(), times);

@@ -1,5 +1,5 @@
 // FileEntries.cpp: attributes, times and sizes. READONLY is the missing write permission of a file; HIDDEN, SYSTEM and ARCHIVE are
-// kept as text ("0x22") in the extended attribute user.DOSATTRIB.
+// kept as text ("0x22") in the extended attribute user.DOSATTRIB. A file without it has ARCHIVE, as every new one, whoever made it.
 #include <kelgen/platform/posix/files/FileEntries.h>
 
 #include <kelgen/platform/posix/files/UnixTimes.h>
@@ -22,12 +22,13 @@ constexpr const char* kAttributesName = "user.DOSATTRIB";
 constexpr DWORD kKeptAttributes = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE;
 constexpr mode_t kWritePermissions = S_IWUSR | S_IWGRP | S_IWOTH;
 
-DWORD KeptAttributes(const char* path)
+// What the file keeps, or nothing.
+std::optional<DWORD> KeptAttributes(const char* path)
 {
     char text[32];
     const ssize_t length = getxattr(path, kAttributesName, text, sizeof text - 1);
     if (length < 3 || text[0] != '0' || text[1] != 'x')
-        return 0;
+        return std::nullopt;
 
     text[length] = 0;
     return static_cast<DWORD>(std::strtoul(text, nullptr, 16)) & kKeptAttributes;
@@ -37,7 +38,7 @@ DWORD AttributesOf(const struct statx& status, const char* path)
 {
     if (S_ISCHR(status.stx_mode))
         return FILE_ATTRIBUTE_ARCHIVE;
-    DWORD attributes = KeptAttributes(path);
+    DWORD attributes = KeptAttributes(path).value_or(FILE_ATTRIBUTE_ARCHIVE);
     if (S_ISDIR(status.stx_mode))
         return FILE_ATTRIBUTE_DIRECTORY | (attributes & ~DWORD{FILE_ATTRIBUTE_ARCHIVE});
 
@@ -63,6 +64,21 @@ FileEntry EntryFrom(const struct statx& status, const char* path)
     entry.volume = static_cast<DWORD>(makedev(status.stx_dev_major, status.stx_dev_minor));
     entry.links = status.stx_nlink;
     return entry;
+}
+
+// Keeps these attributes, or none. A file system without extended attributes loses ARCHIVE and NORMAL alone in silence.
+bool KeepAttributes(const char* path, std::optional<DWORD> kept)
+{
+    if (KeptAttributes(path) == kept)
+        return true;
+    if (!kept)
+        return removexattr(path, kAttributesName) == 0 || errno == ENODATA || errno == ENOTSUP;
+
+    char text[16];
+    const int length = std::snprintf(text, sizeof text, "0x%x", *kept ? *kept : FILE_ATTRIBUTE_NORMAL);
+    if (setxattr(path, kAttributesName, text, static_cast<std::size_t>(length), 0) == 0)
+        return true;
+    return errno == ENOTSUP && (*kept & ~DWORD{FILE_ATTRIBUTE_ARCHIVE}) == 0;
 }
 
 constexpr unsigned kWanted = STATX_BASIC_STATS | STATX_BTIME;
@@ -91,34 +107,26 @@ bool StoreAttributes(const std::string& native, DWORD attributes)
     struct stat status;
     if (stat(native.c_str(), &status) != 0)
         return false;
-
-    const bool isFolder = S_ISDIR(status.st_mode);
-    const DWORD kept = attributes & (isFolder ? kKeptAttributes & ~DWORD{FILE_ATTRIBUTE_ARCHIVE} : kKeptAttributes);
-    if (kept) {
-        char text[16];
-        const int length = std::snprintf(text, sizeof text, "0x%x", kept);
-        // A read-only file takes no extended attributes from its plain owner.
-        const bool locked = !isFolder && (status.st_mode & kWritePermissions) == 0;
-        if (locked)
-            chmod(native.c_str(), (status.st_mode | S_IWUSR) & 07777);
-        const bool stored = setxattr(native.c_str(), kAttributesName, text, static_cast<std::size_t>(length), 0) == 0;
-        const int cause = errno;
-        if (locked)
-            chmod(native.c_str(), status.st_mode & 07777);
-        errno = cause;
-        if (!stored)
-            return false;
-    } else if (KeptAttributes(native.c_str()) && removexattr(native.c_str(), kAttributesName) != 0) {
-        return false;
+    if (S_ISDIR(status.st_mode)) {
+        const DWORD kept = attributes & kKeptAttributes & ~DWORD{FILE_ATTRIBUTE_ARCHIVE};
+        return KeepAttributes(native.c_str(), kept ? std::optional(kept) : std::nullopt);
     }
-    if (isFolder)
-        return true;
 
-    const bool readOnly = (attributes & FILE_ATTRIBUTE_READONLY) != 0;
-    if (readOnly == ((status.st_mode & kWritePermissions) == 0))
-        return true;
-    const mode_t mode = readOnly ? status.st_mode & ~kWritePermissions : status.st_mode | S_IWUSR;
-    return chmod(native.c_str(), mode & 07777) == 0;
+    // A read-only file takes and loses no extended attributes: its plain owner makes it writable first.
+    const mode_t mode = status.st_mode & 07777;
+    const bool wasReadOnly = (mode & kWritePermissions) == 0;
+    if (wasReadOnly && chmod(native.c_str(), mode | S_IWUSR) != 0)
+        return false;
+    const DWORD kept = attributes & kKeptAttributes;
+    const bool stored = KeepAttributes(native.c_str(), kept == FILE_ATTRIBUTE_ARCHIVE ? std::nullopt : std::optional(kept));
+    const int cause = errno;
+    const bool readOnly = stored ? (attributes & FILE_ATTRIBUTE_READONLY) != 0 : wasReadOnly;
+    const mode_t writable = wasReadOnly ? mode | S_IWUSR : mode;
+    const mode_t wanted = readOnly ? mode & ~kWritePermissions : writable;
+    const bool changed = wanted == writable || chmod(native.c_str(), wanted) == 0;
+    if (!stored)
+        errno = cause;
+    return stored && changed;
 }
 
 std::string PathOfDescriptor(int file)

@@ -78,9 +78,8 @@ Descriptor MakeFile(const std::string& native, DWORD access, DWORD attributes, i
     const int wanted = AccessFlags(access, false);
     const int flags = (wanted & O_PATH ? O_RDONLY : wanted) | extra | O_CREAT | O_EXCL;
     Descriptor made = OpenPath(native, flags, readOnly ? 0444 : 0666);
-    const DWORD others = attributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE);
-    if (made && others)
-        StoreAttributes(native, attributes);  // a file system without them takes none
+    if (made && (attributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)))
+        StoreAttributes(native, attributes | FILE_ATTRIBUTE_ARCHIVE);  // a file system without them takes none
     return made;
 }
 

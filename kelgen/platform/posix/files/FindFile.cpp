@@ -2,12 +2,12 @@
 #include <kelgen/platform/posix/files/api/FindFile.h>
 
 #include <kelgen/platform/posix/base/Handles.h>
-#include <kelgen/platform/posix/base/NameCase.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/FileEntries.h>
 #include <kelgen/platform/posix/files/Paths.h>
 #include <kelgen/platform/posix/files/ShortNames.h>
+#include <kelgen/platform/posix/nls/NameCase.h>
 
 #include <algorithm>
 
@@ -53,6 +53,16 @@ private:
     std::size_t m_next = 0;
 };
 
+// True when the rest of a pattern matches the end of a name: stars do, and so does each dot before a star, because "*.*" and
+// "name.*" mean names without an extension too.
+bool MatchesEnd(std::u16string_view rest)
+{
+    for (std::size_t i = 0; i < rest.size(); ++i)
+        if (rest[i] != u'*' && (rest[i] != u'.' || !rest.substr(i + 1).starts_with(u'*')))
+            return false;
+    return true;
+}
+
 // True when name matches pattern; both upper-cased.
 bool Matches(std::u16string_view pattern, std::u16string_view name)
 {
@@ -75,7 +85,7 @@ bool Matches(std::u16string_view pattern, std::u16string_view name)
             return false;
         }
     }
-    return pattern.find_first_not_of(u'*', p) == std::u16string_view::npos;
+    return MatchesEnd(pattern.substr(p));
 }
 
 std::u16string UpperName(std::string_view name)

@@ -2,10 +2,10 @@
 #include <kelgen/platform/posix/files/Paths.h>
 
 #include <kelgen/platform/posix/base/Home.h>
-#include <kelgen/platform/posix/base/NameCase.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/ShortNames.h>
+#include <kelgen/platform/posix/nls/NameCase.h>
 
 #include <dirent.h>
 #include <sys/stat.h>
@@ -45,10 +45,17 @@ Place PlaceOfDevice(std::string_view device)
 Place PlaceOf(std::string_view name)
 {
     Place place;
-    // After "\\?\" the name is taken as it stands: dots and blanks at its end count.
-    const bool verbatim = name.starts_with("\\\\?\\");
-    const std::string full = verbatim ? std::string(name.substr(4)) : FullPath(name);
-    if (full.starts_with("\\\\.\\"))
+    // After "\\?\" and "\??\" the name is taken as it stands: dots and blanks at its end count, and slashes are no separators.
+    const bool verbatim = name.starts_with("\\\\?\\") || name.starts_with("\\??\\");
+    std::string full = verbatim ? std::string(name.substr(4)) : FullPath(name);
+    if (verbatim && full.find('/') != std::string::npos) {
+        place.error = ERROR_FILE_NOT_FOUND;
+        return place;
+    }
+    const bool marked = full.starts_with("\\\\.\\") || full.starts_with("\\\\?\\");
+    if (marked && full.size() > 6 && full[5] == ':' && full[6] == '\\')
+        full.erase(0, 4);
+    else if (full.starts_with("\\\\.\\"))
         return PlaceOfDevice(std::string_view(full).substr(4));
     if (full.size() < 3 || full[1] != ':') {
         place.error = ERROR_PATH_NOT_FOUND;
@@ -57,6 +64,11 @@ Place PlaceOf(std::string_view name)
 
     place.parts = SplitAtBackslashes(std::string_view(full).substr(2));
     place.endsInSlash = full.size() > 3 && full.back() == '\\';
+    // Such a part comes from behind a prefix or from "...\", and leads nowhere.
+    if (std::ranges::any_of(place.parts, [](const std::string& part) { return part == "." || part == ".."; })) {
+        place.error = ERROR_INVALID_NAME;
+        return place;
+    }
     switch (full[0]) {
     case 'C':
     case 'c':

@@ -57,10 +57,32 @@ std::string ContentsOf(const std::string& name)
     for (ssize_t got = 1; file && got > 0;) {
         const std::size_t size = contents.size();
         contents.resize(size + kPiece);
-        got = read(file.Get(), contents.data() + size, kPiece);
+        do {
+            got = read(file.Get(), contents.data() + size, kPiece);
+        } while (got < 0 && errno == EINTR);
         contents.resize(size + static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
     }
     return contents;
+}
+
+// False for the kernel's own threads and for processes that have ended and wait for their parent to ask.
+bool HasProgram(DWORD id)
+{
+    const std::string stat = ContentsOf(FileOf(id, "stat"));
+    const std::size_t close = stat.rfind(')');
+    if (close == std::string::npos)
+        return false;
+    std::istringstream rest(stat.substr(close + 1));
+    std::string state;
+    rest >> state;
+    constexpr int kBetweenStateAndFlags = 5;
+    std::string skipped;
+    for (int i = 0; i < kBetweenStateAndFlags; ++i)
+        rest >> skipped;
+    unsigned long flags = 0;
+    rest >> flags;
+    constexpr unsigned long kKernelThread = 0x00200000;
+    return state != "Z" && state != "X" && (flags & kKernelThread) == 0;
 }
 
 ULONG_PTR TakeHex(std::string_view& line)
@@ -91,9 +113,13 @@ Mapping ParseMapping(std::string_view line)
 std::vector<DWORD> RunningProcesses()
 {
     std::vector<DWORD> ids;
-    for (const std::string& entry : FolderEntries("/proc"))
-        if (entry.find_first_not_of("0123456789") == std::string::npos)
-            ids.push_back(static_cast<DWORD>(std::stoul(entry)));
+    for (const std::string& entry : FolderEntries("/proc")) {
+        if (entry.find_first_not_of("0123456789") != std::string::npos)
+            continue;
+        const auto id = static_cast<DWORD>(std::stoul(entry));
+        if (HasProgram(id))
+            ids.push_back(id);
+    }
     std::sort(ids.begin(), ids.end());
     return ids;
 }

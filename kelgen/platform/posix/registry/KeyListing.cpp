@@ -1,7 +1,7 @@
 // KeyListing.cpp: an open key's own members: its state, its values, and the list of what it holds.
-#include <kelgen/platform/posix/base/NameCase.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
+#include <kelgen/platform/posix/nls/NameCase.h>
 #include <kelgen/platform/posix/registry/Folders.h>
 #include <kelgen/platform/posix/registry/KeyStore.h>
 #include <kelgen/platform/posix/registry/StoredNames.h>
@@ -68,7 +68,7 @@ LSTATUS Key::Status(int error) const
 {
     if (error == ENOENT && IsDeleted())
         return ERROR_KEY_DELETED;
-    return static_cast<LSTATUS>(ErrorFromErrno(error));
+    return error == EUCLEAN ? ERROR_CANTREAD : static_cast<LSTATUS>(ErrorFromErrno(error));
 }
 
 LSTATUS Key::ReadValue(std::u16string_view name, StoredValue& value) const

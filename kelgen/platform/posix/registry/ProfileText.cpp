@@ -1,8 +1,8 @@
 // ProfileText.cpp: parses, searches and edits the lines of initialization files.
 #include <kelgen/platform/posix/registry/ProfileText.h>
 
-#include <kelgen/platform/posix/base/NameCase.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
+#include <kelgen/platform/posix/nls/NameCase.h>
 #include <kelgen/platform/posix/nls/api/CodePages.h>
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // StoredNames.cpp: encodes and decodes the names of the registry's files.
 #include <kelgen/platform/posix/registry/StoredNames.h>
 
-#include <kelgen/platform/posix/base/NameCase.h>
+#include <kelgen/platform/posix/nls/NameCase.h>
 
 #include <unistd.h>
 

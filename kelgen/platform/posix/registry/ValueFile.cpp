@@ -37,7 +37,8 @@ constexpr std::array<char, 4> kMagic = {'K', 'R', 'V', '2'};
 constexpr std::size_t kFirstRead = 4096;
 /// Both slots of most values' files lie in one page, which one call reads.
 constexpr DWORD kSmallSlot = (kFirstRead - sizeof(Preamble)) / 2;
-constexpr std::size_t kLargestFile = sizeof(Preamble) + 2 * std::bit_ceil(kLargestValue + sizeof(SlotHeader));
+constexpr std::size_t kLargestSlot = std::bit_ceil(kLargestValue + sizeof(SlotHeader));
+constexpr std::size_t kLargestFile = sizeof(Preamble) + 2 * kLargestSlot;
 
 /// FNV-1a.
 std::uint64_t Checksum(std::span<const BYTE> bytes)
@@ -97,7 +98,9 @@ SlotState StateOf(std::span<const BYTE> bytes)
 {
     SlotState state;
     Preamble preamble;
-    if (!Take(bytes, preamble) || preamble.magic != kMagic || preamble.slotSize < sizeof(SlotHeader))
+    if (!Take(bytes, preamble) || preamble.magic != kMagic)
+        return state;
+    if (preamble.slotSize < sizeof(SlotHeader) || preamble.slotSize > kLargestSlot)
         return state;
     state.slotSize = preamble.slotSize;
     bytes = bytes.subspan(sizeof preamble);
@@ -126,34 +129,47 @@ StoredValue ValueOf(std::span<const BYTE> slot)
     return value;
 }
 
-/// The bytes of an open file: up to a page of them in @p page, more in @p whole. Nothing, with errno, when it cannot be read.
+/// As many bytes of the file as it gives; fewer than asked for only at its end. Nothing, with errno, when it cannot be read.
+std::optional<std::size_t> ReadFully(int file, std::span<BYTE> bytes)
+{
+    std::size_t have = 0;
+    while (have < bytes.size()) {
+        const ssize_t count = pread(file, bytes.data() + have, bytes.size() - have, static_cast<off_t>(have));
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            return std::nullopt;
+        if (count == 0)
+            break;
+        have += static_cast<std::size_t>(count);
+    }
+    return have;
+}
+
+/// The bytes of an open file: up to a page of them in @p page, more in @p whole. Nothing, with errno, when it cannot be read
+/// (EUCLEAN: it is larger than any value's).
 std::optional<std::span<const BYTE>> ReadBytes(int file, std::array<BYTE, kFirstRead>& page, std::vector<BYTE>& whole)
 {
-    ssize_t count;
-    do {
-        count = pread(file, page.data(), page.size(), 0);
-    } while (count < 0 && errno == EINTR);
-    if (count < 0)
+    const auto count = ReadFully(file, page);
+    if (!count)
         return std::nullopt;
-    const auto first = std::span<const BYTE>(page).first(static_cast<std::size_t>(count));
+    const auto first = std::span<const BYTE>(page).first(*count);
     Preamble preamble;
     if (first.size() < kFirstRead || !Take(first, preamble) || preamble.magic != kMagic || preamble.slotSize <= kSmallSlot)
         return first;
 
     struct stat state;
-    if (fstat(file, &state) != 0 || !S_ISREG(state.st_mode) || static_cast<std::size_t>(state.st_size) > kLargestFile)
-        return std::span<const BYTE>();
-    whole.resize(static_cast<std::size_t>(state.st_size));
-    std::size_t have = 0;
-    while (have < whole.size()) {
-        count = pread(file, whole.data() + have, whole.size() - have, static_cast<off_t>(have));
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            break;
-        have += static_cast<std::size_t>(count);
+    if (fstat(file, &state) != 0)
+        return std::nullopt;
+    if (!S_ISREG(state.st_mode) || static_cast<std::size_t>(state.st_size) > kLargestFile) {
+        errno = EUCLEAN;
+        return std::nullopt;
     }
-    return std::span<const BYTE>(whole).first(have);
+    whole.resize(static_cast<std::size_t>(state.st_size));
+    const auto have = ReadFully(file, whole);
+    if (!have)
+        return std::nullopt;
+    return std::span<const BYTE>(whole).first(*have);
 }
 
 bool WriteFully(int file, std::string_view bytes)
@@ -250,6 +266,7 @@ int ReadValueFile(int folder, const std::string& fileName, StoredValue& value)
 
     std::array<BYTE, kFirstRead> page;
     std::vector<BYTE> whole;
+    int error = 0;
     for (const bool isLocked : {false, true}) {
         // Both slots may be caught in the middle of writes; then no writer is let in for a second look.
         if (isLocked)
@@ -262,8 +279,10 @@ int ReadValueFile(int folder, const std::string& fileName, StoredValue& value)
             value = std::move(*found);
             return 0;
         }
+        // A writer that was killed before its first byte leaves an empty file; one of another name's value was copied there.
+        error = found || bytes->empty() ? ENOENT : EUCLEAN;
     }
-    return ENOENT;
+    return error;
 }
 
 int WriteValueFile(int folder, const std::string& fileName, StoredValue value)

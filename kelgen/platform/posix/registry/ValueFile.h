@@ -37,8 +37,8 @@ KELGEN_PLATFORM_TESTED_API std::string ValueFileBytes(const StoredValue& value);
 /// The value that @p bytes hold, or nothing when they are not such a file.
 KELGEN_PLATFORM_TESTED_API std::optional<StoredValue> ParseValueFile(std::span<const BYTE> bytes);
 
-/// Reads the value from the file @p fileName in @p folder. 0, or an errno value: ENOENT even for a file that is damaged, not a
-/// value's or not that value's. Cost: three system calls for up to 4 KB.
+/// Reads the value from the file @p fileName in @p folder. 0, or an errno value: EUCLEAN for a file that is damaged or not a
+/// value's, ENOENT even for one that is empty or another value's. Cost: four system calls for up to 4 KB.
 int ReadValueFile(int folder, const std::string& fileName, StoredValue& value);
 
 /// Writes the value to the file @p fileName in @p folder, which keeps its name's case when it holds one. 0, or an errno value.

@@ -1,7 +1,7 @@
 // ResourceTable.cpp: parses compiled resource files, trusting no offset.
 #include <kelgen/platform/posix/resources/ResourceTable.h>
 
-#include <kelgen/platform/posix/base/NameCase.h>
+#include <kelgen/platform/posix/nls/NameCase.h>
 
 #include <algorithm>
 #include <optional>

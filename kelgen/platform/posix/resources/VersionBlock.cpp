@@ -1,10 +1,10 @@
 // VersionBlock.cpp: VerQueryValueA, VerQueryValueW, and the blocks that they look into.
 #include <kelgen/platform/posix/resources/VersionBlock.h>
 
-#include <kelgen/platform/posix/base/NameCase.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
+#include <kelgen/platform/posix/nls/NameCase.h>
 #include <kelgen/platform/posix/resources/api/VersionInformation.h>
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 // ServiceDispatcher.cpp: the side of the service process: dispatcher, control handlers and reports.
 #include <kelgen/platform/posix/services/api/Services.h>
 
-#include <kelgen/platform/posix/base/NameCase.h>
 #include <kelgen/platform/posix/files/Paths.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
+#include <kelgen/platform/posix/nls/NameCase.h>
 #include <kelgen/platform/posix/processes/RunningProcesses.h>
 #include <kelgen/platform/posix/processes/api/Processes.h>
 #include <kelgen/platform/posix/services/ServiceObjects.h>
@@ -92,9 +92,13 @@ private:
             const std::lock_guard lock(m_mutex);
             handler = m_handler;
         }
-        const DWORD error = handler ? ERROR_SUCCESS : ERROR_SERVICE_CANNOT_ACCEPT_CTRL;
-        if (handler)
+        // By contract: nothing reaches a service that was asked to stop, even when it goes on running.
+        const bool takes = handler && !m_isStopping;
+        const DWORD error = takes ? ERROR_SUCCESS : ERROR_SERVICE_CANNOT_ACCEPT_CTRL;
+        if (takes) {
             handler(control);
+            m_isStopping = control == SERVICE_CONTROL_STOP;
+        }
         SendBytes(connection.Get(), {reinterpret_cast<const char*>(&error), sizeof error});
     }
 
@@ -105,6 +109,7 @@ private:
     std::mutex m_mutex;
     Descriptor m_channel;
     Handler m_handler;
+    bool m_isStopping = false;  // the dispatcher's thread alone looks at it
     const DWORD m_process;
     const ULONGLONG m_processStart;
 };

@@ -1,9 +1,9 @@
 // ServiceManager.cpp: connections to the manager; installing, opening, listing and removing services.
 #include <kelgen/platform/posix/services/api/Services.h>
 
-#include <kelgen/platform/posix/base/NameCase.h>
 #include <kelgen/platform/posix/files/Paths.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
+#include <kelgen/platform/posix/nls/NameCase.h>
 #include <kelgen/platform/posix/services/ServiceObjects.h>
 #include <kelgen/platform/posix/services/ServiceSettings.h>
 

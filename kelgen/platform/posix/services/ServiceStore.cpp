@@ -1,8 +1,8 @@
 // ServiceStore.cpp: a key for each service with the values that the real system has there.
 #include <kelgen/platform/posix/services/ServiceStore.h>
 
-#include <kelgen/platform/posix/base/NameCase.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/nls/NameCase.h>
 #include <kelgen/platform/posix/registry/api/Registry.h>
 #include <kelgen/platform/posix/services/ServiceRecords.h>
 

@@ -1,7 +1,7 @@
 // ListItems.cpp: inserting, removing and finding items.
 #include <kelgen/platform/posix/user/controls/ListItems.h>
 
-#include <kelgen/platform/posix/base/NameCase.h>
+#include <kelgen/platform/posix/nls/NameCase.h>
 #include <kelgen/platform/posix/nls/api/Locale.h>
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // DialogKeys.cpp: what keys do in a dialog.
 #include <kelgen/platform/posix/user/api/Dialogs.h>
 
-#include <kelgen/platform/posix/base/NameCase.h>
+#include <kelgen/platform/posix/nls/NameCase.h>
 #include <kelgen/platform/posix/user/api/Controls.h>
 #include <kelgen/platform/posix/user/api/User.h>
 #include <kelgen/platform/posix/user/dialogs/DialogState.h>

@@ -1,9 +1,9 @@
 // MessageNames.cpp: numbers of messages that are known by name.
 #include <kelgen/platform/posix/user/api/MessageCalls.h>
 
-#include <kelgen/platform/posix/base/NameCase.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
+#include <kelgen/platform/posix/nls/NameCase.h>
 #include <kelgen/platform/posix/nls/api/Nls.h>
 
 #include <map>

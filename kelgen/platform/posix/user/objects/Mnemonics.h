@@ -1,9 +1,9 @@
 // Mnemonics.h: the underlined letters in texts of menus and controls.
 #pragma once
 
-#include <kelgen/platform/posix/base/NameCase.h>
 #include <kelgen/platform/posix/base/api/Types.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
+#include <kelgen/platform/posix/nls/NameCase.h>
 
 #include <string_view>
 
