@@ -129,6 +129,24 @@ TEST_F(MdiFrames, ChildrenTakeMenuAndAcceleratorsFromTheirTemplate)
     EXPECT_TRUE(m_app.GetWndArray().IsEmpty()) << "the children go with it";
 }
 
+TEST_F(MdiFrames, FrameMayEndBeforeItsShownChildren)
+{
+    for (const DWORD state : {DWORD{0}, DWORD{WS_MAXIMIZE}, DWORD{WS_MINIMIZE}}) {
+        SCOPED_TRACE(state);
+        ShownDesk desk;
+        ASSERT_TRUE(desk.CreateShown());
+        Sheet first, second;
+        for (Sheet* sheet : {&first, &second}) {
+            ASSERT_TRUE(sheet->LoadFrame(300, WS_OVERLAPPEDWINDOW | WS_VISIBLE | state, &desk));
+            EXPECT_TRUE(sheet->IsWindowVisible());
+        }
+        EXPECT_TRUE(desk.DestroyWindow());
+        EXPECT_TRUE(m_app.GetWndArray().IsEmpty());
+        EXPECT_FALSE(::IsWindow(first.m_hWnd));
+        EXPECT_FALSE(::IsWindow(second.m_hWnd));
+    }
+}
+
 TEST_F(MdiFrames, ChildrenThatFailAndChildrenWithoutParent)
 {
     Desk desk;
