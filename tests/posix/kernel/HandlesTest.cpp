@@ -1,12 +1,17 @@
-// HandlesTest.cpp: a table that is full.
+// HandlesTest.cpp: a table that is full, and how late numbers come again.
 #include <kelgen/platform/posix/base/Handles.h>
 
 using namespace kelgen::posix;
 
+namespace {
+
+struct Object : HandleObject
+{};
+
+}  // namespace
+
 TEST(Handles, FailBeyondAMillion)
 {
-    struct Object : HandleObject
-    {};
     HandleTable table;
     const auto object = std::make_shared<Object>();
     HANDLE last = nullptr;
@@ -24,4 +29,17 @@ TEST(Handles, FailBeyondAMillion)
     EXPECT_NE(nullptr, next);
     EXPECT_NE(last, next);
     EXPECT_EQ(nullptr, table.Find<Object>(last));
+}
+
+TEST(Handles, NumbersOfClosedOnesComeLate)
+{
+    HandleTable table;
+    const auto object = std::make_shared<Object>();
+    const HANDLE closed = table.Insert(object);
+    EXPECT_EQ(object, table.Remove(closed));
+    for (int i = 0; i < 1 << 20; ++i) {
+        const HANDLE other = table.Insert(object);
+        ASSERT_NE(closed, other) << i;
+        table.Remove(other);
+    }
 }

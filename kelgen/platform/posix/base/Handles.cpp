@@ -11,7 +11,10 @@ namespace {
 constexpr int kIndexBits = 20;
 constexpr ULONG_PTR kIndexMask = (ULONG_PTR{1} << kIndexBits) - 1;
 // Handles must fit 31 bits: code keeps them in 32-bit fields.
-constexpr DWORD kGenerationMask = (1u << 9) - 1;
+constexpr int kGenerationBits = 9;
+constexpr DWORD kGenerationMask = (1u << kGenerationBits) - 1;
+// A slot is used again when so many others are free: a closed handle's number comes back after all of its slot's generations.
+constexpr std::size_t kRest = std::size_t{1} << (kIndexBits - kGenerationBits);
 
 }  // namespace
 
@@ -27,14 +30,14 @@ HandleTable& HandleTable::Get()
 HANDLE HandleTable::Insert(std::shared_ptr<HandleObject> object, HANDLE failure)
 {
     const std::lock_guard lock(m_mutex);
-    if (m_free.empty()) {
-        if (m_slots.size() == kIndexMask)
-            return Fail(ERROR_NO_SYSTEM_RESOURCES, failure);
-        m_free.push_back(static_cast<DWORD>(m_slots.size()));
+    if (m_free.size() <= kRest && m_slots.size() < kIndexMask) {
+        m_free.push_front(static_cast<DWORD>(m_slots.size()));
         m_slots.emplace_back();
     }
-    const DWORD index = m_free.back();
-    m_free.pop_back();
+    if (m_free.empty())
+        return Fail(ERROR_NO_SYSTEM_RESOURCES, failure);
+    const DWORD index = m_free.front();
+    m_free.pop_front();
     Slot& slot = m_slots[index];
     slot.object = std::move(object);
     const ULONG_PTR value = (ULONG_PTR{slot.generation} << kIndexBits) | (index + 1);

@@ -4,6 +4,7 @@
 #include <kelgen/platform/Export.h>
 #include <kelgen/platform/posix/base/api/Types.h>
 
+#include <deque>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -23,7 +24,8 @@ public:
     virtual bool ClosesByCloseHandle() const { return true; }
 };
 
-/// Maps handles to shared objects. Handles are multiples of four, as on the real platform, and never 0 or -1.
+/// Maps handles to shared objects. Handles are multiples of four, as on the real platform, and never 0 or -1. The number of a
+/// closed one comes again after 2^20 others at the earliest, unless nearly a million are open.
 /// Threads: every member locks; an object stays alive while a caller holds what Find returned, even when closed meanwhile.
 class KELGEN_PLATFORM_TESTED_API HandleTable
 {
@@ -58,7 +60,7 @@ private:
 
     std::mutex m_mutex;
     std::vector<Slot> m_slots;
-    std::vector<DWORD> m_free;
+    std::deque<DWORD> m_free;  // the longest free one first
 };
 
 /// The process's handle table.

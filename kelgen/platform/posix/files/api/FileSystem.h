@@ -45,15 +45,18 @@ using LPWIN32_FILE_ATTRIBUTE_DATA = WIN32_FILE_ATTRIBUTE_DATA*;
 // Names in every call: a drive form (C: is the home's drive_c, Z: the root of the file system), a plain Linux absolute path, or
 // relative to the current folder; slashes either way; trailing dots and blanks dropped; the exact name first, else one that
 // differs only in case, else a generated 8.3 name. Missing: ERROR_FILE_NOT_FOUND for the last name, ERROR_PATH_NOT_FOUND for a
-// folder before it or an empty name. Threads: any.
+// folder before it or an empty name. Before a drive form may stand "\\.\", "\\?\" or "\??\"; after the last two the name is taken as it
+// stands. "nul" and "con" are devices; "aux", "prn", "com1" and "lpt1" are missing: there are none. Short names carry a number made of
+// the name, so "LONGDI~1" finds nothing. A name whose bytes are no UTF-8 is found in other case by its ASCII letters only. Threads: any.
 
-/// The attributes, or INVALID_FILE_ATTRIBUTES: 0x10 for a folder, 0x80 for a plain file, or what SetFileAttributesA gave.
+/// The attributes, or INVALID_FILE_ATTRIBUTES: 0x10 for a folder, 0x20 for a file, or what SetFileAttributesA gave.
 /// READONLY is the file's missing write permission. A name that ends in a slash means a folder (ERROR_PATH_NOT_FOUND for a file).
 KELGEN_PLATFORM_API DWORD GetFileAttributesA(LPCSTR name);
 KELGEN_PLATFORM_API DWORD GetFileAttributesW(LPCWSTR name);
 
-/// Gives the file or folder these attributes; 0 and NORMAL leave a plain file. READONLY takes the write permission away; the
-/// others are kept in the extended attribute user.DOSATTRIB. FALSE with ERROR_NOT_SUPPORTED where the file system has none.
+/// Gives the file or folder these attributes; 0 and NORMAL leave a plain file (0x80). READONLY takes the write permission away; the
+/// others are kept in the extended attribute user.DOSATTRIB. Where the file system has none, FALSE with ERROR_NOT_SUPPORTED for HIDDEN
+/// and SYSTEM.
 KELGEN_PLATFORM_API BOOL SetFileAttributesA(LPCSTR name, DWORD attributes);
 KELGEN_PLATFORM_API BOOL SetFileAttributesW(LPCWSTR name, DWORD attributes);
 

@@ -208,8 +208,9 @@ KELGEN_PLATFORM_API BOOL StartServiceA(SC_HANDLE service, DWORD count, LPCSTR* a
 KELGEN_PLATFORM_API BOOL StartServiceW(SC_HANDLE service, DWORD count, LPCWSTR* arguments);
 
 /// Sends @p control and stores the state once the service's handler has returned. FALSE with ERROR_INVALID_PARAMETER for an unknown
-/// control, ERROR_SERVICE_NOT_ACTIVE, ERROR_SERVICE_CANNOT_ACCEPT_CTRL while a start or stop is pending,
-/// ERROR_INVALID_SERVICE_CONTROL for one that the service does not accept, ERROR_SERVICE_REQUEST_TIMEOUT after thirty seconds.
+/// control, ERROR_SERVICE_NOT_ACTIVE, ERROR_SERVICE_CANNOT_ACCEPT_CTRL while a start or stop is pending
+/// and after a stop that the service ignored, ERROR_INVALID_SERVICE_CONTROL for one that the service does not accept,
+/// ERROR_SERVICE_REQUEST_TIMEOUT after thirty seconds.
 /// By contract: the handler's result is not reported.
 KELGEN_PLATFORM_API BOOL ControlService(SC_HANDLE service, DWORD control, LPSERVICE_STATUS status);
 
