@@ -14,7 +14,9 @@ public:
     /// The order of the texts by CString::Compare.
     static int StringCompare(const CBaseIntegerTextItem& a, const CBaseIntegerTextItem& b);
 
+    /// The integer.
     int m_nInteger = 0;
+    /// The text that belongs to it.
     CString m_strItemText;
 };
 
@@ -35,10 +37,12 @@ public:
 
     /// Sets @p text to the text at @p index. What an invalid index does is the derived class's matter.
     virtual void TextAt(int index, CString& text) const = 0;
+    /// The number of texts.
     virtual int GetTextCount() const = 0;
     /// The first index whose text equals @p text by CString::Compare, or -1.
     virtual int FindFirstText(const char* text) const;
 
+    /// The text at @p index.
     CString TextAt(int index) const;
 };
 
@@ -58,6 +62,7 @@ public:
     virtual int GetTextIndex(const char* text) const;
     /// The first index with that integer, or -1.
     virtual int GetIntegerIndex(int value) const;
+    /// The integer at @p index. What an invalid index does is the derived class's matter.
     virtual int IntegerAt(int index) const = 0;
 };
 
