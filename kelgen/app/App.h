@@ -79,7 +79,7 @@ public:
     /// any more.
     BOOL OnIdle(LONG lCount) override;
     /// Routes messages without a window: first those that are forwarded to a thread, then those that have a function; both end here.
-    /// By contract: a message that is forwarded never reaches its function.
+    /// By contract: a message that is forwarded never reaches its function, since it is the other thread's now.
     BOOL PreTranslateMessage(MSG* pMsg) override;
 
     /// Appends a frame, once.

@@ -65,14 +65,17 @@ public:
     /// Destroys all elements. The block is freed when @p release is true, else kept with its capacity.
     void RemoveAll(bool release);
 
+    /// Appends @p value; with Pop the array is a stack.
     void Push(ARG_TYPE value) { this->Add(value); }
     /// Removes the last element and returns it.
     TYPE Pop();
     /// SetSize(size + @p delta).
     void IncrementSize(int delta);
 
+    /// The first element. Throws: the invalid-argument exception when the array is empty.
     TYPE& FirstElement() { return this->ElementAt(0); }
     const TYPE& FirstElement() const { return this->ElementAt(0); }
+    /// The last element. Throws: the invalid-argument exception when the array is empty.
     TYPE& LastElement() { return this->ElementAt(m_nSize - 1); }
     const TYPE& LastElement() const { return this->ElementAt(m_nSize - 1); }
 

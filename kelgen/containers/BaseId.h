@@ -109,6 +109,7 @@ public:
     CBaseIdentifiable(const CBaseIdentifiable&) = default;
     CBaseIdentifiable& operator=(const CBaseIdentifiable&) = default;
 
+    /// A copy of the identifier.
     CBaseId GetId() const { return m_id; }
     /// The identifier inside this object.
     CBaseId* GetPtrId() { return &m_id; }

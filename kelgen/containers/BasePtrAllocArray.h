@@ -24,6 +24,7 @@ public:
     /// The element itself; the array keeps it. Throws: the invalid-argument exception for an index outside [0, count).
     TYPE* PtrAt(int index) const { return m_pointers.GetAt(index); }
 
+    /// The number of elements; GetSize is another name for it.
     int GetCount() const { return m_pointers.GetSize(); }
     int GetSize() const { return m_pointers.GetSize(); }
 

@@ -9,6 +9,7 @@ class KELGEN_API CDWArray : public CBaseNumericArray<DWORD, const DWORD>
 public:
     using CBaseNumericArray<DWORD, const DWORD>::CBaseNumericArray;
 
+    /// Whether an element equals @p value.
     bool HasItem(DWORD value) const { return FindItem(value) >= 0; }
     /// The first index of @p value, or -1.
     int FindItem(DWORD value) const;

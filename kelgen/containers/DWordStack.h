@@ -7,6 +7,7 @@
 class KELGEN_API CDWordStack : public CDWordArray
 {
 public:
+    /// Puts @p value on the stack.
     void Push(DWORD value) { Add(value); }
     /// Removes the last number and returns it. Throws: the invalid-argument exception when empty.
     DWORD Pop();

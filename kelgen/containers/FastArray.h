@@ -105,7 +105,8 @@ public:
     /// The used count becomes 0; no element is destroyed.
     void RemoveAll() { m_nUsedCount = 0; }
 
-    /// Assigns each later used element one place down. By contract: the vacated last slot keeps its value.
+    /// Assigns each later used element one place down. By contract: the vacated last slot keeps its
+    /// value, for the element that takes it next.
     void RemoveAt(int index);
 
     /// Exchanges by assignment through a temporary.

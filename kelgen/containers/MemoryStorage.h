@@ -31,6 +31,7 @@ public:
     /// Sets every member but the lock as the first constructor does. By contract: a block that it has is not freed.
     void Construct(CMemoryStorageContainer* container);
 
+    /// The number of bytes in use.
     DWORD GetStorageSize() const { return m_size; }
     /// The block; null when the size is 0 or the block is closed.
     unsigned char* GetAllocation() const { return IsEnabled() && m_size != 0 ? m_block : nullptr; }
@@ -53,9 +54,11 @@ public:
     /// Hands the block over, for the caller to free(); the storage is as constructed, with the same container.
     unsigned char* DetachStorage();
 
-    /// Enters and leaves the storage's lock. By contract: the locked flag does not follow.
+    /// Enters the storage's lock. By contract: the locked flag does not follow, since nothing here switches it.
     void Lock() { m_lock.Lock(); }
+    /// Leaves the storage's lock.
     void Unlock() { m_lock.Unlock(); }
+    /// The locked flag.
     bool IsLocked() const { return m_locked; }
     /// Whether the block is open.
     bool IsEnabled() const { return !m_lockEnforced || m_locked; }

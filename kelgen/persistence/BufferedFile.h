@@ -36,10 +36,14 @@ public:
     /// Closes an inner file that was opened by path. By contract: what was collected is dropped: call Close or Flush before.
     ~CBufferedFile() override;
 
+    /// Sets how many bytes are read ahead.
     void SetReadBufferSize(UINT size);
+    /// Sets how many bytes are collected before they are sent out.
     void SetWriteBufferSize(UINT size);
 
+    /// Reads up to @p n bytes and returns their number, within the arithmetic above.
     UINT Read(void* buf, UINT n) override;
+    /// Collects or sends out @p n bytes.
     void Write(const void* buf, UINT n) override;
 
     /// A target within what was read ahead is only noted; else Flush, then the inner file's Seek, with its result. By contract: the
@@ -51,7 +55,7 @@ public:
     void Close() override;
 
     ULONGLONG GetPosition() const override { return m_position; }
-    /// The inner file's. By contract: without what was collected.
+    /// The inner file's length. By contract: what was collected does not count, since the inner file does not have it yet.
     ULONGLONG GetLength() const override;
     /// Names this file only, not the inner one.
     void SetFilePath(LPCSTR path) override;

@@ -18,7 +18,9 @@ public:
     CIniProperty& operator=(const CIniProperty&) = default;
     virtual ~CIniProperty() = default;
 
+    /// What stands before the first "=".
     CString GetName() const { return m_name; }
+    /// What stands after the first "=".
     CString GetValue() const { return m_value; }
 
 private:
@@ -37,11 +39,14 @@ public:
     CIniSection& operator=(const CIniSection&) = delete;
     virtual ~CIniSection();
 
+    /// The section's name.
     CString GetName() const { return m_name; }
+    /// Gives the section another name.
     void SetName(CString name) { m_name = name; }
 
     /// Appends a plain value.
     void AddValue(CString value);
+    /// The number of plain values.
     int GetValuesCount() const;
     /// The plain value at @p index. Throws: the invalid-argument exception for an index outside [0, count).
     /// Cost: one step a value before it; GetPropertyValue(out) reads them all in one walk.
@@ -49,6 +54,7 @@ public:
 
     /// Appends a property; a name may occur more than once.
     void AddProperty(CString name, CString value);
+    /// The number of properties.
     int GetPropertiesCount() const;
     /// The property at @p index, owned by the section. Throws: the invalid-argument exception for an index outside [0, count).
     CIniProperty* GetPropertyAt(int index) const;

@@ -33,6 +33,7 @@ public:
     ULONGLONG GetPosition() const override { return m_position; }
     /// The storage's size: at most 32 bits.
     ULONGLONG GetLength() const override { return GetStorageSize_(); }
+    /// Moves the position to 0.
     void SeekToBegin() { m_position = 0; }
 
     /// Sets the size. By contract: the position stays, even behind the end.

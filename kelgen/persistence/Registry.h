@@ -30,7 +30,7 @@ class KELGEN_API CRegistry::CKey
 {
 public:
     CKey() = default;
-    /// Opens the existing key @p subkey of @p parent. By contract: a failure leaves the key closed and is not reported.
+    /// Opens the existing key @p subkey of @p parent. By contract: a failure leaves the key closed and is not reported; GetHandle tells.
     CKey(HKEY parent, const char* subkey);
     CKey(const CKey&) = default;
     CKey& operator=(const CKey&) = default;
@@ -43,12 +43,12 @@ public:
     /// Opens the key @p subkey of @p parent, and first makes it, with those above it, if it is missing; true on success. A key already
     /// open is closed then; on failure it stays open.
     bool CreateKey(HKEY parent, const char* subkey);
-    /// Closes the key; nothing when none is open. By contract: the handle stays when closing fails.
+    /// Closes the key; does nothing if none is open. By contract: the handle stays when closing fails, so that it can be tried again.
     void CloseKey();
     /// The open key's handle, null when none is open.
     HKEY GetHandle() const { return m_key; }
 
-    /// CRegistry::RegQueryValueA on this key.
+    /// Calls CRegistry::RegQueryValueA on this key.
     bool QueryValue(const char* name, CString& out) const;
     /// Stores @p text, terminator included, as the REG_SZ value @p name; true on success. Null fails.
     bool SetValue(const char* name, const char* text);

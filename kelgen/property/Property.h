@@ -29,12 +29,18 @@ public:
     /// Id, name (by case) and value are equal. By contract: this property's value decides how the two compare, so the relation
     /// is not symmetric when the types differ.
     bool operator==(const CProperty& other) const;
+    /// Whether id, name or value differ.
     bool operator!=(const CProperty& other) const { return !(*this == other); }
 
+    /// The number by which a set finds the property.
     int GetId() const { return m_id; }
+    /// Sets the number. Reports nothing.
     void SetId(int id) { m_id = id; }
+    /// The name by which a set finds the property, and under which the registry keeps it.
     const CString& GetName() const { return m_name; }
+    /// Sets the name. Reports nothing.
     void SetName(const char* name) { m_name = name; }
+    /// The value. Assigning to it reports to the set.
     CPropertyValue& GetValue() { return m_value; }
     const CPropertyValue& GetValue() const { return m_value; }
     /// The set that holds this property, null when none does.

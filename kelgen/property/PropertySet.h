@@ -50,6 +50,7 @@ public:
     /// Appends a copy of @p property. Names and ids may occur more than once.
     void AddProperty(CProperty& property);
     void AddProperty(const CProperty& property);
+    /// The number of properties.
     int GetPropertyCount() const { return m_properties.GetCount(); }
     /// The property at @p index. Throws: the invalid-argument exception for an index outside [0, count).
     CProperty& PropertyAt(int index);
@@ -59,7 +60,7 @@ public:
     /// The first property at or after @p start named @p name (by case); null when there is none or @p start is past the end.
     /// Throws: the invalid-argument exception for a negative @p start. Cost: one comparison a property.
     CProperty* FindFirst(const char* name, int start);
-    /// The same by id.
+    /// Does the same by id.
     CProperty* FindFirst(int id, int start);
     const CProperty* FindFirst(const char* name, int start) const;
     const CProperty* FindFirst(int id, int start) const;
@@ -70,22 +71,24 @@ public:
     const CProperty* operator[](const char* name) const { return FindFirst(name, 0); }
     const CProperty* operator[](int id) const { return FindFirst(id, 0); }
 
-    /// Copies @p value, its type included, into the first property named @p name, and tells the listeners once. Nothing
-    /// when there is none: no property is added.
+    /// Copies @p value, its type included, into the first property named @p name, and tells the listeners once. Nothing happens if there
+    /// is none: no property is added.
     void Set(const char* name, const CPropertyValue& value);
+    /// Does the same by id.
     void Set(int id, const CPropertyValue& value);
-    /// Copies the value of the first property named @p name into @p value, which reports to its own owner; true. Else false,
-    /// and @p value as it was.
+    /// Copies the value of the first property named @p name into @p value, which reports to its own owner. True on success; false, and @p
+    /// value as it was, if there is none.
     bool Get(const char* name, CPropertyValue& value);
+    /// Does the same by id.
     bool Get(int id, CPropertyValue& value);
     bool Get(const char* name, CPropertyValue& value) const;
     bool Get(int id, CPropertyValue& value) const;
     /// Set(@p id, the value of @p source's first property with @p sourceId); nothing when there is none.
     void Copy(int id, CPropertySet& source, int sourceId);
 
-    /// Each property of this set equals the one of @p other at the same index: id, name and value.
-    /// By contract: only this set's properties are walked, so @p other may have more. Throws: the invalid-argument exception
-    /// when it has fewer and all it has are equal.
+    /// Whether each property of this set equals the one of @p other at the same index: id, name and value. By contract: only this set's
+    /// properties are walked, so @p other may have more. Throws: the invalid-argument exception when it has fewer and all it has are
+    /// equal.
     bool operator==(const CPropertySet& other) const;
 
     /// Appends @p listener, which is told once for each time it was added; null is ignored. Not owned.

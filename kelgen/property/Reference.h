@@ -13,7 +13,7 @@ class KELGEN_API CReference
 {
 public:
     CReference() = default;
-    /// By contract: a copy takes over the count of @p other, it does not start with 0.
+    /// By contract: a copy takes over the count of @p other instead of starting with 0, as all members are copied.
     CReference(const CReference& other) = default;
     CReference& operator=(const CReference& other) = default;
     virtual ~CReference() = default;

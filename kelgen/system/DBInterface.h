@@ -13,12 +13,15 @@ public:
     /// The section of DBSave and DBLoad; empty at first.
     void SetRegistrySection(const char* section) { m_section = section; }
 
-    /// True when the setting was written; so do the other saves.
+    /// Stores a number. True on success; the other saves do the same.
     bool DBSave(const char* name, int value);
+    /// Stores a text.
     bool DBSave(const char* name, CString value);
 
-    /// True with the setting in @p value; false when it is missing, and @p value stays. So do the other loads.
+    /// Loads a number into @p value. True on success; false, and @p value as it was, if the setting is missing. The other loads do the
+    /// same.
     bool DBLoad(const char* name, int& value);
+    /// Loads a text.
     bool DBLoad(const char* name, CString& value);
 
     /// DBSave in the section "Global".

@@ -113,6 +113,7 @@ public:
     /// Tells the thread to end and does not wait for it; nothing when not watching.
     void StopWatch();
 
+    /// Whether the watch has been started, and not stopped since.
     bool IsWatching() const { return m_bWatching; }
 
 protected:

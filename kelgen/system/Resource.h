@@ -25,7 +25,7 @@ public:
     static bool LoadResource(CMemoryStorage& out, HINSTANCE module, unsigned id, const char* type);
     static bool LoadResource(CMemoryStorage& out, unsigned id, const char* type);
 
-    /// By contract: the text ends at the resource's first zero.
+    /// By contract: the text ends at the resource's first zero, as texts do that tools end by one.
     static bool LoadResource(CString& out, HINSTANCE module, unsigned id, const char* type);
     /// By contract: the text is as long as the resource, and is zeros from the resource's first zero on.
     static bool LoadResource(CString& out, unsigned id, const char* type);

@@ -20,7 +20,9 @@ public:
     /// An entry of the resource's list of translations.
     struct TRANSLATION
     {
+        /// The language's number; 1033 is American English.
         WORD language;
+        /// The code page of the texts; 1200 is UTF-16.
         WORD codePage;
     };
 
@@ -35,27 +37,35 @@ public:
 
     /// The fixed part, which lives as long as what is loaded.
     VS_FIXEDFILEINFO* GetFixedFileInfo() const { return m_fixedInfo; }
+    /// Which bits of GetFileFlags mean anything. This member and the next five read the fixed part: 0 while nothing is loaded.
     DWORD GetFileFlagsMask() const { return Fixed().dwFileFlagsMask; }
+    /// VS_FF_ bits: a debug build, a pre-release and so on.
     DWORD GetFileFlags() const { return Fixed().dwFileFlags; }
+    /// The system that the file was made for, a VOS_ number.
     DWORD GetOS() const { return Fixed().dwFileOS; }
+    /// Whether it is a program, a library and so on, a VFT_ number.
     DWORD GetFileType() const { return Fixed().dwFileType; }
+    /// The kind of driver or font, a VFT2_ number; 0 for others.
     DWORD GetFileSubType() const { return Fixed().dwFileSubtype; }
+    /// When the file was made, as its maker noted it; mostly 0.
     FILETIME GetCreationTime() const { return {Fixed().dwFileDateLS, Fixed().dwFileDateMS}; }
     /// The four parts of the version, 16 bits each: 1.2.3.4 is 0x0001000200030004.
     ULONGLONG GetFileVersion() const { return Joined(Fixed().dwFileVersionMS, Fixed().dwFileVersionLS); }
+    /// The same four parts of the product's version.
     ULONGLONG GetProductVersion() const { return Joined(Fixed().dwProductVersionMS, Fixed().dwProductVersionLS); }
 
     /// The text @p key (case does not count) of the current translation, in the ANSI code page up to its first zero; empty when
     /// there is none.
     CString GetValue(const CString& key) const;
 
+    /// The texts of the standard keys, each by GetValue with the key of the member's name.
     CString GetCompanyName() const { return GetValue("CompanyName"); }
     CString GetFileDescription() const { return GetValue("FileDescription"); }
     CString GetFileVersionAsString() const { return GetValue("FileVersion"); }
     CString GetInternalName() const { return GetValue("InternalName"); }
     CString GetLegalCopyright() const { return GetValue("LegalCopyright"); }
     CString GetOriginalFilename() const { return GetValue("OriginalFilename"); }
-    /// By contract: the key is spelt with a small n.
+    /// By contract: the key is spelt with a small n, which makes no difference, as keys ignore case.
     CString GetProductName() const { return GetValue("Productname"); }
     CString GetProductVersionAsString() const { return GetValue("ProductVersion"); }
     CString GetComments() const { return GetValue("Comments"); }
@@ -63,6 +73,7 @@ public:
     CString GetPrivateBuild() const { return GetValue("PrivateBuild"); }
     CString GetSpecialBuild() const { return GetValue("SpecialBuild"); }
 
+    /// The number of translations; 0 while nothing is loaded.
     int GetNumberOfTranslations() const { return m_translationCount; }
     /// The translation @p i, in what is loaded. By contract: @p i, from 0 to GetNumberOfTranslations() - 1, is not tested.
     TRANSLATION* GetTranslation(int i) const;
@@ -99,6 +110,7 @@ public:
     /// The only object, filled by GetVersionExA at the first call.
     static COSVersionInfo& Get();
 
+    /// Whether the running system is of exactly that version.
     bool IsWin31() const;
     bool IsWin95() const;
     bool IsWin98() const;
@@ -108,11 +120,12 @@ public:
     /// By contract: 5.1 only, and so not 5.2, which IsWinXPOrGreater covers.
     bool IsWinXP() const;
 
-    /// By contract: these three are about that family alone and so false on every later system.
+    /// By contract: these three are about that family alone and so false on every later system, which is of the other family.
     bool IsWin95OrGreater() const;
     bool IsWin98OrGreater() const;
     bool IsWinMEOrGreater() const;
 
+    /// Whether the running system is of that version or a later one.
     bool IsWinNT4OrGreater() const;
     bool IsWin2KOrGreater() const;
     bool IsWinXPOrGreater() const;

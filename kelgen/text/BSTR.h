@@ -13,7 +13,7 @@ public:
     static void Copy(BSTR& dst, BSTR src);
     /// Converts by the ANSI code page, up to the first 0 unit; empty for null.
     static void Copy(CString& dst, BSTR src);
-    /// Converts by the ANSI code page, up to the first 0. By contract: what @p dst held is not freed.
+    /// Converts by the ANSI code page, up to the first 0. By contract: what @p dst held is not freed, since it may hold nothing valid.
     /// Throws: COleException with E_OUTOFMEMORY without memory.
     static void Copy(BSTR& dst, const CString& src);
 

@@ -16,7 +16,9 @@ public:
     /// The order of the texts by the values of their bytes.
     static int StringCompare(const CBaseIntegerTextItem& a, const CBaseIntegerTextItem& b);
 
+    /// The integer.
     int m_nInteger = 0;
+    /// The text that belongs to it.
     CString m_strItemText;
 };
 
@@ -37,10 +39,12 @@ public:
 
     /// Sets @p text to the text at @p index. What an invalid index does is the derived class's matter.
     virtual void TextAt(int index, CString& text) const = 0;
+    /// The number of texts.
     virtual int GetTextCount() const = 0;
     /// The first index whose text has the very bytes of @p text, or -1.
     virtual int FindFirstText(const char* text) const;
 
+    /// The text at @p index.
     CString TextAt(int index) const;
 };
 
@@ -61,6 +65,7 @@ public:
     virtual int GetTextIndex(const char* text) const;
     /// The first index with that integer, or -1.
     virtual int GetIntegerIndex(int value) const;
+    /// The integer at @p index. What an invalid index does is the derived class's matter.
     virtual int IntegerAt(int index) const = 0;
 };
 

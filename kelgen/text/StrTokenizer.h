@@ -26,7 +26,9 @@ public:
     CStrTokenizer& operator=(const CStrTokenizer& other);
     virtual ~CStrTokenizer();
 
+    /// Begins again with the same text.
     void Restart() { m_nPos = 0; }
+    /// Begins with another text.
     void Restart(CString& text);
     /// The position becomes @p n, whatever it is. Before the text it finds no separator, and the whole text is the next token.
     void SetCurrentPos(int n) { m_nPos = n; }

@@ -209,8 +209,11 @@ public:
 
     // ---- Reading. Searches end at the first 0 unit at or after their start; -1: not found; a start below 0 counts as 0 ----
 
+    /// The number of units before the terminator.
     [[nodiscard]] int GetLength() const noexcept { return GetData()->nLength; }
+    /// The number of units that the block has room for before the terminator.
     [[nodiscard]] int GetAllocLength() const noexcept { return GetData()->nAllocLength; }
+    /// Whether the length is 0.
     [[nodiscard]] bool IsEmpty() const noexcept { return GetLength() == 0; }
     operator const unsigned short*() const noexcept { return m_text; }
     /// A text is neither true nor false: ask IsEmpty().
@@ -234,7 +237,9 @@ public:
     [[nodiscard]] int Find(const unsigned short* sub) const { return Find(sub, 0); }
     /// By contract: starts at the length itself, where the empty text is found; -1 beyond it.
     [[nodiscard]] int Find(const unsigned short* sub, int nStart) const;
+    /// The position of the last @p ch; -1 if there is none.
     [[nodiscard]] int ReverseFind(unsigned short ch) const;
+    /// The position of the first unit that is in @p set; -1 if there is none.
     [[nodiscard]] int FindOneOf(const unsigned short* set) const;
     /// The leading run of units that are in @p set.
     [[nodiscard]] CWStr SpanIncluding(const unsigned short* set) const;
@@ -363,9 +368,9 @@ public:
     /// Loads string resource @p id; true when it has text. Looks in the current resource module, the extension libraries, the
     /// language module, then the system modules.
     bool LoadStringA(UINT id);
-    /// Converts from code page m_dwResourceCP. By contract: reserves twice the length.
+    /// Converts from code page m_dwResourceCP. By contract: reserves twice the length, which is always enough.
     void SetRes(const char* text);
-    /// Converts from the OEM code page. By contract: reserves twice the length.
+    /// Converts from the OEM code page. By contract: reserves twice the length, which is always enough.
     void SetOEM(const char* text);
     /// Converts @p n bytes from code page 1252; -1: up to the terminator. The text ends at the first 0. False when memory ends.
     bool Copy(const char* text, int n);

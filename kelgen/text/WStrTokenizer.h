@@ -27,6 +27,7 @@ public:
     CWStrTokenizer& operator=(const CWStrTokenizer& other);
     virtual ~CWStrTokenizer();
 
+    /// Begins again with the same text.
     void Restart() { m_nPos = 0; }
     /// Takes @p text, from its start.
     void Restart(CWStr& text);

@@ -37,7 +37,7 @@ protected:
     void ReportCompletionSetStepCount(int n) { m_nStepCount = n; }
     /// The part of the present step that is done.
     void ReportCompletionSetStepProgress(double d) { m_dStepProgress = d; }
-    /// The part of all steps that is done. By contract: with a count of 0 infinite or no number.
+    /// The part of all steps that is done. By contract: infinite or no number with a count of 0, which is not looked at.
     double ReportCompletionGetProgress();
 
     UINT m_nTaskId = 0;

@@ -58,7 +58,7 @@ public:
 /// A message runs through the hooks before, those in the body, the window's own processing, and the hooks after, each list in the order
 /// of registration; the first hook that returns true ends its stage. Handling before or in the body ends the whole.
 ///
-/// By contract: WM_NCDESTROY goes no further than the body.
+/// By contract: WM_NCDESTROY goes no further than the body, so that the framework does not delete the object.
 ///
 /// Hooks may be added and removed, and the window destroyed with its object, while a message is under way: a removed hook is not called
 /// any more, an added one comes last, and each other one is called once. Threads: the window's own.
