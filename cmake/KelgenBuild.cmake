@@ -25,6 +25,9 @@ if(NOT WIN32)
   string(APPEND CMAKE_CXX_FLAGS_RELEASE " -fno-semantic-interposition -fno-plt")
   set(CMAKE_SHARED_LINKER_FLAGS_RELEASE "-Wl,-Bsymbolic-functions")
 endif()
+# The shipped code, with what a debugger needs.
+set(CMAKE_CXX_FLAGS_RELWITHDEBINFO "${CMAKE_CXX_FLAGS_RELEASE} -g")
+set(CMAKE_SHARED_LINKER_FLAGS_RELWITHDEBINFO "${CMAKE_SHARED_LINKER_FLAGS_RELEASE}")
 
 add_library(kelgen_options INTERFACE)
 target_compile_options(kelgen_options INTERFACE "-ffile-prefix-map=${CMAKE_CURRENT_SOURCE_DIR}/=")

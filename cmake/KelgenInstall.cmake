@@ -28,6 +28,14 @@ if(WIN32)
   install(PROGRAMS cmake/wine-run.sh cmake/wine-stop.sh DESTINATION "${package_folder}")
 endif()
 
+# How debuggers show the library's values. gdb looks beside a library for a file of its name; all printers are in one.
+if(WIN32)
+  install(FILES tools/debug/kelgen.natvis DESTINATION "${CMAKE_INSTALL_DATADIR}/kelgen")
+else()
+  install(FILES tools/debug/kelgen-gdb.py DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+    RENAME "${CMAKE_SHARED_LIBRARY_PREFIX}kelgen${CMAKE_SHARED_LIBRARY_SUFFIX}.${PROJECT_VERSION}-gdb.py")
+endif()
+
 # Where libraries and headers lie is found from the file's own place, so an installed tree may be moved.
 file(RELATIVE_PATH pkgconfig_prefix "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
 if(WIN32)
