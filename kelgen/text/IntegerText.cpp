@@ -1,7 +1,7 @@
 // IntegerText.cpp: linear look-ups over virtual accessors, and directly over an array of pairs.
 #include <kelgen/text/IntegerText.h>
 
-#include <kelgen/text/ByteText.h>
+#include <kelgen/text/internal/ByteText.h>
 
 namespace {
 

@@ -2,7 +2,7 @@
 #include <kelgen/text/MapStrToStr.h>
 
 #include <kelgen/platform/support/Assert.h>
-#include <kelgen/text/ByteText.h>
+#include <kelgen/text/internal/ByteText.h>
 
 using namespace kelgen::detail;
 

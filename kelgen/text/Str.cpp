@@ -2,7 +2,7 @@
 #include <kelgen/text/Str.h>
 
 #include <kelgen/framework/base/Exceptions.h>
-#include <kelgen/text/ByteText.h>
+#include <kelgen/text/internal/ByteText.h>
 
 #include <algorithm>
 #include <climits>

@@ -2,7 +2,7 @@
 #include <kelgen/text/StrArray.h>
 
 #include <kelgen/containers/PivotSort.h>
-#include <kelgen/text/ByteText.h>
+#include <kelgen/text/internal/ByteText.h>
 
 #include <algorithm>
 

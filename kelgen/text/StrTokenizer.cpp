@@ -1,7 +1,7 @@
 // StrTokenizer.cpp: stepping from separator to separator.
 #include <kelgen/text/StrTokenizer.h>
 
-#include <kelgen/text/ByteText.h>
+#include <kelgen/text/internal/ByteText.h>
 
 #include <cstring>
 

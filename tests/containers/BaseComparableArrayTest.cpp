@@ -40,6 +40,8 @@ void FindEqualsTheObviousSearch(NUMBER)
 
 struct Faulty
 {
+    using MovableBitwise = Faulty;
+
     CString text;
 
     bool operator==(const Faulty& other) const

@@ -34,6 +34,8 @@ using Ints = OpenArray<int>;
 /// Counts living objects and survives being moved bit by bit.
 struct Counted
 {
+    using MovableBitwise = Counted;
+
     Counted() { ++living; }
     Counted(const Counted& other) : value(other.value) { ++living; }
     Counted& operator=(const Counted&) = default;

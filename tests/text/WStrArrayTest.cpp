@@ -172,7 +172,8 @@ TEST(WStrArray, ArchivesHoldTheUsedEntries)
 {
     struct Plain
     {
-        std::u16string text;
+        using MovableBitwise = Plain;
+        CWStr text;
     };
     CMemFile file;
     {
