@@ -40,6 +40,13 @@ int ByUnits(const unsigned short* left, const unsigned short* right)
     return wcscmp(kelgen::AsWide(left), kelgen::AsWide(right));
 }
 
+/// What has no form in an archive.
+struct Plain
+{
+    using MovableBitwise = Plain;
+    CWStr text;
+};
+
 }  // namespace
 
 TEST(WStrTokenizer, StepsOneUnitPastTheSeparatorsStart)
@@ -170,11 +177,6 @@ TEST(WStrArray, Joins)
 
 TEST(WStrArray, ArchivesHoldTheUsedEntries)
 {
-    struct Plain
-    {
-        using MovableBitwise = Plain;
-        CWStr text;
-    };
     CMemFile file;
     {
         CArchive archive(&file, CArchive::store);
