@@ -21,7 +21,7 @@ public:
         kSpace = 16,
     };
 
-    static const Characters& Get();
+    KELGEN_PLATFORM_TESTED_API static const Characters& Get();
 
     WCHAR ToUpper(WCHAR unit) const { return m_upper[unit]; }
     WCHAR ToLower(WCHAR unit) const { return m_lower[unit]; }
