@@ -159,7 +159,7 @@ class PropertySet:
     """gen::CPropertySet"""
 
     def __init__(self, value):
-        self.properties = value["m_properties"]
+        self.properties = value["m_properties"]["m_pointers"]
 
     def to_string(self):
         return f"set of {int(self.properties['m_nSize'])} properties"
