@@ -1,11 +1,14 @@
 // App.cpp: start-up, frames, idle work, messages to threads.
 #include <kelgen/app/App.h>
 
+#include <kelgen/framework/base/internal/LinkTable.h>
 #include <kelgen/framework/files/File.h>
 #include <kelgen/framework/program/ModuleState.h>
 #include <kelgen/framework/windows/Wnd.h>
 
 namespace {
+
+using ListenerTable = kelgen::detail::LinkTable<CTrackable, CKelGenApp>;
 
 /// Opens when there is an application object.
 CEvent& StartGate()
@@ -16,7 +19,11 @@ CEvent& StartGate()
 
 }  // namespace
 
-CTrackable::~CTrackable() = default;
+CTrackable::~CTrackable()
+{
+    while (CKelGenApp* const app = ListenerTable::Only().Take(this))
+        app->ForgetFunctions(this);
+}
 
 const UINT CKelGenApp::APPM_LANGUAGE;
 const UINT CKelGenApp::WPARAM_LANGUAGE_UPDATE;
@@ -45,7 +52,10 @@ CKelGenApp::CKelGenApp(const char* appName) : CWinApp(appName)
     StartGate().SetEvent();
 }
 
-CKelGenApp::~CKelGenApp() = default;
+CKelGenApp::~CKelGenApp()
+{
+    ListenerTable::Only().Remove(this);
+}
 
 BOOL CKelGenApp::InitInstance()
 {
@@ -176,6 +186,21 @@ void CKelGenApp::AddFunction(UINT message, CTrackable* object, Function fn)
     function.m_pObject = object;
     function.m_pfn = fn;
     m_functions.SetAt(message, function);
+    if (object)
+        ListenerTable::Only().Add(object, this);
+}
+
+/// @p object has ended; a later one may lie at its place.
+void CKelGenApp::ForgetFunctions(const CTrackable* object)
+{
+    POSITION position = m_functions.GetStartPosition();
+    while (position) {
+        UINT message = 0;
+        CFunction function;
+        m_functions.GetNextAssoc(position, message, function);
+        if (function.m_pObject == object)
+            m_functions.RemoveKey(message);
+    }
 }
 
 void CKelGenApp::ForwardMessageToThread(DWORD threadId, UINT message)

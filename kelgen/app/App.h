@@ -11,7 +11,7 @@
 #include <kelgen/window/MessageHook.h>
 #include <kelgen/window/MessageWindow.h>
 
-/// An object whose member functions take thread messages; see CKelGenApp::AddFunction.
+/// An object whose member functions take thread messages; see CKelGenApp::AddFunction. Its end takes it out of the application's table.
 class KELGEN_API CTrackable
 {
 public:
@@ -133,11 +133,13 @@ protected:
 
 private:
     friend class CKelGenFrameWndInterface;
+    friend class CTrackable;
     using Frames = CBaseObjectPtrArray<CWnd*>;
 
     template <class VISIT>
     void ForEachFrame(VISIT visit);
     void ForgetFrame(const CWnd* pFrame);
+    void ForgetFunctions(const CTrackable* object);
 
     CCriticalSection m_forwardsLock;
     kelgen::detail::ListWalks<Frames> m_frameWalks;

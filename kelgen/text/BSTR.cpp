@@ -2,6 +2,7 @@
 #include <kelgen/text/BSTR.h>
 
 #include <kelgen/framework/ole/OleException.h>
+#include <kelgen/framework/ole/internal/NarrowToSystem.h>
 
 #include <cstring>
 #include <utility>
@@ -37,12 +38,9 @@ void CBSTR::Copy(CString& dst, BSTR src)
 
 void CBSTR::Copy(BSTR& dst, const CString& src)
 {
-    const int size = MultiByteToWideChar(CP_ACP, 0, src, -1, nullptr, 0);
-    const BSTR converted = SysAllocStringLen(nullptr, size > 0 ? static_cast<UINT>(size) - 1 : 0);
+    const BSTR converted = kelgen::detail::NewSystemString(src);
     if (!converted)
         ThrowOutOfMemory();
-    if (size > 0)
-        MultiByteToWideChar(CP_ACP, 0, src, -1, converted, size);
     dst = converted;
 }
 

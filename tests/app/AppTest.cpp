@@ -141,6 +141,20 @@ TEST_F(App, ThreadMessagesAreForwardedBeforeFunctionsSeeThem)
     EXPECT_EQ(9, message.lParam);
 }
 
+TEST_F(App, ObjectsThatEndLeaveTheFunctionTable)
+{
+    Tracked stays;
+    m_app.AddFunction(WM_APP + 1, &stays, Handler());
+    auto ends = std::make_unique<Tracked>();
+    for (UINT message = WM_APP + 2; message < WM_APP + 40; ++message)
+        m_app.AddFunction(message, ends.get(), Handler());
+    m_app.AddFunction(WM_APP + 9, &stays, Handler());
+    ends.reset();
+    for (UINT message = WM_APP + 1; message < WM_APP + 40; ++message)
+        EXPECT_EQ(message == WM_APP + 1 || message == WM_APP + 9, Route(m_app, message, 1, 2) != FALSE) << message;
+    EXPECT_EQ(6u, stays.m_sum);
+}
+
 TEST_F(App, RawResourcesBecomeFiles)
 {
     const std::string path = ScratchFile("raw");

@@ -120,12 +120,78 @@ TEST(VersionInfo, DamagedResourcesAreHarmless)
         {"half a fixed part", resource(kFixed.substr(0, 20), {TextNode(u"X", u"y")}, ""), 0, 0, ""},
         {"cut in the fixed part", sound.substr(0, 60), 0, 0, ""},
         {"claims a longer value", with(sound, 2, 60000), 0, 0, ""},
+        {"claims to end in the fixed part", with(sound, 0, 60), 1, 0, ""},
+        {"claims two units more", with(sound, 0, static_cast<unsigned>(sound.size()) + 4), 0, 0, ""},
+        {"lacks its last units", sound.substr(0, sound.size() - 4), 0, 0, ""},
+        {"fixed part as text", with(sound, 4, 2), 1, 0, ""},
     };
     for (const Row& row : rows) {
         CVersionInfo version;
         EXPECT_EQ(row.loaded, version.Load(Write(row.resource).c_str())) << row.name;
         EXPECT_EQ(row.translations, version.GetNumberOfTranslations()) << row.name;
         EXPECT_STREQ(row.x, version.GetValue("X")) << row.name;
+    }
+}
+
+TEST(VersionInfo, EveryTypeButZeroIsTextAndLengthsMayCountBytes)
+{
+    struct Row
+    {
+        const char* name;
+        VersionNode x;
+        const char* text;
+    };
+    std::vector<Row> rows = {
+        {"bytes", {u"X", 0, Units(std::u16string(u"yz\0", 3)), {}}, "y"},
+        {"bytes counted", {u"X", 1, Units(std::u16string(u"yz\0", 3)), {}, 6}, "yz"},
+        {"more than the bytes that follow", {u"X", 1, Units(std::u16string(u"yzabc\0", 6)), {}, 13}, ""},
+        {"no terminator, bytes counted", {u"X", 1, Units(u"yz"), {}, 4}, "yz??"},
+        {"one unit without terminator, bytes counted", {u"X", 1, Units(u"y"), {}, 2}, "y?"},
+    };
+    for (const WORD type : {2, 4, 0x100, 0x7FFF, 0x8000, 0x8001, 0xFFFF})
+        rows.push_back({"another type", {u"X", type, Units(std::u16string(u"yz\0", 3)), {}, 3}, "yz"});
+    for (const Row& row : rows) {
+        CVersionInfo version;
+        EXPECT_EQ(1, version.Load(Write(VersionResource(kFixed, {{u"000004e4", {TextNode(u"Z", u"z"), row.x}}}, "")).c_str())) << row.name;
+        EXPECT_STREQ(row.text, version.GetValue("X")) << row.name << ' ' << row.x.type;
+        EXPECT_STREQ("z", version.GetValue("Z")) << row.name << ' ' << row.x.type;
+    }
+}
+
+TEST(VersionInfo, FilesThatAreCutInTheResourceEndInZeros)
+{
+    const std::string resource =
+        VersionResource(kFixed, {{u"000004e4", {TextNode(u"X", u"abcd"), TextNode(u"Z", u"z")}}}, Translation(0, 1252));
+    const std::size_t text = resource.find(Units(u"abcd"));
+    struct Row
+    {
+        const char* name;
+        std::size_t left;
+        int loaded;
+        ULONGLONG version;
+        const char* x;
+        int translations;
+    };
+    const Row rows[] = {
+        {"before the resource", 0, 0, 0, "", 0},
+        {"in the key of the root", 12, 1, 0, "", 0},
+        {"behind the file's version", 52, 1, 0x0001000200000000, "", 0},
+        {"before a text's key", text - 8, 1, 0x0001000200030004, "", 0},
+        {"in a text", text + 4, 1, 0x0001000200030004, "ab", 0},
+        {"in the translation", resource.size() - 1, 1, 0x0001000200030004, "", 1},
+        {"behind the resource", resource.size(), 1, 0x0001000200030004, "abcd", 1},
+    };
+    for (const bool is64Bit : {true, false}) {
+        const std::string whole = Image{is64Bit, {{16, 1, 0x409, resource}}}.Bytes();
+        const std::string path = ScratchFile("cut.dll");
+        for (const Row& row : rows) {
+            WriteBytes(path, whole.substr(0, whole.find(resource) + row.left));
+            CVersionInfo version;
+            EXPECT_EQ(row.loaded, version.Load(path.c_str())) << row.name;
+            EXPECT_EQ(row.version, version.GetFileVersion()) << row.name;
+            EXPECT_STREQ(row.x, version.GetValue("X")) << row.name;
+            EXPECT_EQ(row.translations, version.GetNumberOfTranslations()) << row.name;
+        }
     }
 }
 
@@ -147,6 +213,8 @@ TEST(VersionInfo, DamagedLengthsEndASearchAndNothingElse)
         {"ends in its key", {entry(u"AB", 9), entry(u"X", -1)}, ""},
         {"longer than its table", {entry(u"AB", 0xFFFF), entry(u"X", -1)}, ""},
         {"longer than the resource", {entry(u"X", 0xFFFF)}, "y"},
+        {"found with no length", {entry(u"X", 0)}, "y"},
+        {"found though shorter than its head", {entry(u"X", 2)}, "y"},
         {"deep", {{u"AB", 1, "", {{u"X", 1, "", {entry(u"X", -1)}}}}, entry(u"X", -1)}, "y"},
     };
     for (const Row& row : rows) {

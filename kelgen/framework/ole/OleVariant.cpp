@@ -1,21 +1,11 @@
 // OleVariant.cpp: values into variants, deep copies, and comparison by type.
 #include <kelgen/framework/ole/OleVariant.h>
 
+#include <kelgen/framework/ole/internal/NarrowToSystem.h>
+
 #include <cstring>
 
 namespace {
-
-/// The text's units by the ANSI code page.
-BSTR NewSystemString(LPCSTR text)
-{
-    const int size = MultiByteToWideChar(CP_ACP, 0, text, -1, nullptr, 0);
-    const BSTR string = SysAllocStringLen(nullptr, static_cast<UINT>(size > 0 ? size - 1 : 0));
-    if (!string)
-        AfxThrowMemoryException();
-    if (size > 0)
-        MultiByteToWideChar(CP_ACP, 0, text, -1, string, size);
-    return string;
-}
 
 size_t ValueSize(VARTYPE type)
 {
@@ -55,7 +45,9 @@ COleVariant::COleVariant(LPCSTR text)
     VariantInit(this);
     if (!text)
         return;
-    bstrVal = NewSystemString(text);
+    bstrVal = kelgen::detail::NewSystemString(text);
+    if (!bstrVal)
+        AfxThrowMemoryException();
     vt = VT_BSTR;
 }
 

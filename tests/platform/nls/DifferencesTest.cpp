@@ -11,3 +11,16 @@ TEST(Differences, InsertWithOnlyASizePrintsNothing)
     EXPECT_EQ(kelgen::test::isOurPlatform ? 0u : 1u, length);
     EXPECT_STREQ(kelgen::test::isOurPlatform ? "" : "z", text);
 }
+
+TEST(Differences, LeadByteAtTheEndEndsTheText)
+{
+    const int before = _getmbcp();
+    ASSERT_EQ(0, _setmbcp(932));
+    const auto order = [](const char* left, const char* right) {
+        return _mbscmp(reinterpret_cast<const unsigned char*>(left), reinterpret_cast<const unsigned char*>(right));
+    };
+    EXPECT_EQ(kelgen::test::isOurPlatform ? 0 : 1, order("\x81", ""));
+    EXPECT_EQ(kelgen::test::isOurPlatform ? 0 : -1, order("a", "a\x81"));
+    EXPECT_EQ(-1, order("\x81", "\x81\x40"));
+    _setmbcp(before);
+}

@@ -24,7 +24,8 @@ protected:
         const std::string resource =
             VersionResource(FixedInfo(1, 2, 3, 4), {{u"040904e4", {TextNode(u"ProductName", u"text")}}}, Number(0x04E40409, 4));
         m_sound = Image{GetParam().is64Bit, {{16, 1, 0x409, resource}}}.Bytes();
-        m_resourceEnd = m_sound.find(resource) + resource.size();
+        m_resourceStart = m_sound.find(resource);
+        m_resourceEnd = m_resourceStart + resource.size();
         ASSERT_EQ(1, Load(m_sound));
     }
 
@@ -41,16 +42,25 @@ protected:
     }
 
     std::string m_sound;
+    std::size_t m_resourceStart = 0;
     std::size_t m_resourceEnd = 0;
     const std::string m_path = ScratchFile("image.dll");
 };
 
 }  // namespace
 
-TEST_P(VersionFiles, LoadOnlyWhole)
+TEST_P(VersionFiles, LoadFromTheLengthOfTheirFixedPartOn)
 {
     for (std::size_t size = 0; size < m_resourceEnd; size += size < 0x80 || size % 0x80 > 0x60 ? 4 : 16)
-        ASSERT_EQ(0, Load(m_sound.substr(0, size))) << size;
+        ASSERT_EQ(size >= m_resourceStart + 4 ? 1 : 0, Load(m_sound.substr(0, size))) << size;
+}
+
+TEST_P(VersionFiles, HaveNoResourceThatLeadsOutOfItsSection)
+{
+    const std::size_t sizeAt = m_resourceStart - 12;
+    const DWORD room = 0x1000 - static_cast<DWORD>(m_resourceStart - kImageSectionOffset);
+    for (const auto& [size, loaded] : {std::pair(room, 1), {room + 1, 0}, {0x7FFFFFFFu, 0}, {0xFFFFFFFFu, 0}})
+        EXPECT_EQ(loaded, Load(std::string(m_sound).replace(sizeAt, 4, Number(size, 4)))) << size;
 }
 
 TEST_P(VersionFiles, MayHoldAnyNumberAnywhere)

@@ -23,15 +23,17 @@ struct Found
     WORD language;
     ULONGLONG offset;
     ULONGLONG size;
+    ULONGLONG inFile;  // what the file has of it at most; the rest is zeros
 };
 
 std::optional<std::vector<BYTE>> Load(const ByteSource& file, const std::vector<Found>& found)
 {
     const Found* chosen = ChooseLanguage(found, 0, [](const Found& each) { return each.language; });
-    if (!chosen || !file.Holds(chosen->offset, chosen->size))
+    if (!chosen || chosen->offset > file.Size())
         return std::nullopt;
     std::vector<BYTE> bytes(static_cast<std::size_t>(std::min(chosen->size, kLongestResource)));
-    if (!file.Read(chosen->offset, bytes))
+    const ULONGLONG inFile = std::min({ULONGLONG{bytes.size()}, chosen->inFile, file.Size() - chosen->offset});
+    if (!file.Read(chosen->offset, std::span(bytes).first(static_cast<std::size_t>(inFile))))
         return std::nullopt;
     return bytes;
 }
@@ -109,9 +111,14 @@ public:
         std::vector<Found> found;
         for (const PeResourceEntry& language : Entries(directory)) {
             const auto data = language.target & kSubdirectory ? std::nullopt : ReadAt<PeDataEntry>(language.target);
-            const auto offset = data ? OffsetOf(data->address) : std::nullopt;
-            if (offset)
-                found.push_back({LOWORD(language.id), *offset, data->size});
+            const PeSection* const section = data ? SectionOf(data->address) : nullptr;
+            if (!section)
+                continue;
+            const DWORD start = data->address - section->address;
+            // A loaded section ends in zeros: behind its bytes, and in the place of those that a cut file lacks.
+            const ULONGLONG pages = (ULONGLONG{section->fileSize} + kPage - 1) / kPage * kPage;
+            if (data->size <= pages - start)
+                found.push_back({LOWORD(language.id), ULONGLONG{section->fileOffset} + start, data->size, section->fileSize - start});
         }
         return found;
     }
@@ -122,6 +129,7 @@ private:
     static constexpr DWORD kResourceDirectory = 2;
     // The loader's own limit; every address is looked for in all sections.
     static constexpr WORD kMostSections = 96;
+    static constexpr ULONGLONG kPage = 0x1000;
 
     bool ReadHeaders()
     {
@@ -147,13 +155,19 @@ private:
         return true;
     }
 
+    /// The section with the byte at @p address of the loaded file, or null.
+    const PeSection* SectionOf(ULONGLONG address) const
+    {
+        const auto section = std::ranges::find_if(
+            m_sections, [address](const PeSection& each) { return address >= each.address && address - each.address < each.fileSize; });
+        return section == m_sections.end() ? nullptr : &*section;
+    }
+
     /// Where the byte at @p address of the loaded file lies in the file.
     std::optional<ULONGLONG> OffsetOf(ULONGLONG address) const
     {
-        for (const PeSection& section : m_sections)
-            if (address >= section.address && address - section.address < section.fileSize)
-                return section.fileOffset + (address - section.address);
-        return std::nullopt;
+        const PeSection* const section = SectionOf(address);
+        return section ? std::optional(section->fileOffset + (address - section->address)) : std::nullopt;
     }
 
     template <class Value>
@@ -215,7 +229,7 @@ std::vector<Found> VersionsOfSection(const ByteSource& file, ULONGLONG offset, U
             break;
         if (header->typeMark == kNumberMark && header->type == kVersionType && header->nameMark == kNumberMark &&
             header->name == kVersionName)
-            found.push_back({header->language, offset + header->headerSize, header->dataSize});
+            found.push_back({header->language, offset + header->headerSize, header->dataSize, header->dataSize});
         offset += std::min((whole + kAlignment - 1) / kAlignment * kAlignment, end - offset);
     }
     std::ranges::stable_sort(found, {}, &Found::language);

@@ -20,8 +20,11 @@ namespace {
 constexpr std::size_t kHeaderSize = 6;
 constexpr std::size_t kTypeOffset = 4;
 constexpr WORD kText = 1;
+// In the root's type: narrow texts have room behind the resource.
 constexpr WORD kHasRoom = 0x8000;
 constexpr std::size_t kBytesForUnit = 3;
+// Right behind the resource, before that room; a text that counts too much at the end of a resource reads it.
+constexpr std::string_view kMark = "FE2X";
 
 constexpr std::size_t Aligned(std::size_t offset)
 {
@@ -39,32 +42,44 @@ void PutWord(BYTE* bytes, WORD word)
     bytes[1] = HIBYTE(word);
 }
 
+/// The bytes of @p block that may be read: the resource and its room.
+std::size_t Readable(const BYTE* block)
+{
+    const std::size_t length = WordAt(block);
+    const bool hasRoom = length >= kHeaderSize && (WordAt(block + kTypeOffset) & kHasRoom);
+    return hasRoom ? Aligned(length) + kBytesForUnit * (length / 2 + 1) : length;
+}
+
 /// One node: its lengths and type, its key, its value, its children. All offsets are the block's.
 /// Source: the VS_VERSIONINFO format: length, value's length (in units for texts), type, key, value, children; value and children
 /// start at multiples of 4.
 struct Node
 {
-    WORD type;
+    bool isText;
+    WORD length;
     WORD valueLength;
     std::u16string key;
     std::size_t value;
     std::size_t children;
     std::size_t end;
 
-    std::size_t ValueBytes() const { return type == kText ? std::size_t{valueLength} * 2 : valueLength; }
+    std::size_t ValueBytes() const { return isText ? std::size_t{valueLength} * 2 : valueLength; }
 };
 
-/// The node at @p offset, or nothing when its head and key do not lie before @p limit.
+/// The node at @p offset, or nothing when its head and key do not lie before the resource's end @p limit. By contract: they may go
+/// beyond its own length, which only says where the next node begins; every type but 0 is text.
 std::optional<Node> ReadNode(const BYTE* block, std::size_t offset, std::size_t limit)
 {
     if (offset > limit || limit - offset < kHeaderSize)
         return std::nullopt;
     const BYTE* const bytes = block + offset;
     Node node;
-    node.end = std::min(offset + WordAt(bytes), limit);
+    node.length = WordAt(bytes);
+    node.end = std::min(offset + node.length, limit);
     node.valueLength = WordAt(bytes + 2);
-    node.type = static_cast<WORD>(WordAt(bytes + kTypeOffset) & ~kHasRoom);
-    for (std::size_t at = offset + kHeaderSize; at + 2 <= node.end; at += 2) {
+    const WORD type = WordAt(bytes + kTypeOffset);
+    node.isText = (offset == 0 ? type & ~kHasRoom : type) != 0;
+    for (std::size_t at = offset + kHeaderSize; at + 2 <= limit; at += 2) {
         const WORD unit = WordAt(block + at);
         if (unit == 0) {
             node.value = Aligned(at + 2);
@@ -78,12 +93,14 @@ std::optional<Node> ReadNode(const BYTE* block, std::size_t offset, std::size_t 
 
 std::optional<Node> FindChild(const BYTE* block, const Node& parent, std::u16string_view key)
 {
-    // A node that was read is longer than its head: the loop moves on.
     std::size_t at = parent.children;
-    while (const auto child = ReadNode(block, at, parent.end)) {
-        if (CompareNames(child->key, key) == 0)
+    while (at < parent.end) {
+        auto child = ReadNode(block, at, WordAt(block));
+        if (!child || CompareNames(child->key, key) == 0)
             return child;
-        at = Aligned(child->end);
+        if (child->length == 0)
+            break;
+        at += Aligned(child->length);
     }
     return std::nullopt;
 }
@@ -108,7 +125,7 @@ std::optional<Node> Query(LPCVOID block, std::u16string_view path, UINT* length)
     if (!block)
         return std::nullopt;
     auto node = FindNode(static_cast<const BYTE*>(block), path);
-    if (node && node->type != kText && node->value + node->ValueBytes() > WordAt(static_cast<const BYTE*>(block)))
+    if (node && !node->isText && node->value + node->ValueBytes() > Readable(static_cast<const BYTE*>(block)))
         node.reset();
     return node ? node : Fail(ERROR_RESOURCE_TYPE_NOT_FOUND, node);
 }
@@ -127,14 +144,15 @@ DWORD ErrorOfText(const BYTE* block, const Node& node)
 {
     if (node.valueLength == 0)
         return ERROR_INVALID_PARAMETER;
-    return node.value + node.ValueBytes() > WordAt(block) ? ERROR_INSUFFICIENT_BUFFER : 0;
+    // By contract: counted in bytes, since many writers do.
+    return node.value + node.valueLength > WordAt(block) ? ERROR_INSUFFICIENT_BUFFER : 0;
 }
 
 }  // namespace
 
 std::size_t VersionBlockSize(std::span<const BYTE> resource)
 {
-    return Aligned(resource.size()) + kBytesForUnit * (resource.size() / 2 + 1);
+    return Aligned(resource.size()) + std::max(kMark.size(), kBytesForUnit * (resource.size() / 2 + 1));
 }
 
 void FillVersionBlock(std::span<const BYTE> resource, std::span<BYTE> block)
@@ -145,12 +163,19 @@ void FillVersionBlock(std::span<const BYTE> resource, std::span<BYTE> block)
     const auto rest = block.subspan(size);
     std::ranges::fill(rest.first(std::min(rest.size(), whole - size)), BYTE{0});
 
-    if (block.size() >= sizeof(WORD))
-        PutWord(block.data(), static_cast<WORD>(std::min<std::size_t>(WordAt(block.data()), size)));
-    if (block.size() >= kHeaderSize) {
-        const WORD type = static_cast<WORD>(WordAt(block.data() + kTypeOffset) & ~kHasRoom);
-        PutWord(block.data() + kTypeOffset, static_cast<WORD>(type | (block.size() >= whole ? kHasRoom : 0)));
+    if (block.size() >= sizeof(WORD)) {
+        // A resource that claims more than there is has no root; up to a unit more counts as its padding.
+        const std::size_t claimed = WordAt(block.data());
+        PutWord(block.data(), claimed > resource.size() + 2 ? WORD{0} : static_cast<WORD>(std::min(claimed, size)));
     }
+    if (block.size() < kHeaderSize)
+        return;
+    const WORD type = WordAt(block.data() + kTypeOffset);
+    const WORD plain = type == kHasRoom ? kText : static_cast<WORD>(type & ~kHasRoom);
+    PutWord(block.data() + kTypeOffset, static_cast<WORD>(plain | (block.size() >= whole ? kHasRoom : 0)));
+    const std::size_t length = WordAt(block.data());
+    if (block.size() >= whole && length >= kHeaderSize)
+        std::ranges::copy(kMark, block.begin() + static_cast<std::ptrdiff_t>(length));
 }
 
 }  // namespace kelgen::posix
@@ -164,7 +189,7 @@ BOOL VerQueryValueA(LPCVOID block, LPCSTR path, LPVOID* value, UINT* length)
         return FALSE;
     // Callers fill the block themselves: it is never constant.
     BYTE* const bytes = const_cast<BYTE*>(static_cast<const BYTE*>(block));
-    if (node->type != kText)
+    if (!node->isText)
         return Give(bytes + node->value, node->valueLength, value, length);
     if (!(WordAt(bytes + kTypeOffset) & kHasRoom))
         return Fail(ERROR_INSUFFICIENT_BUFFER, FALSE);
@@ -177,7 +202,8 @@ BOOL VerQueryValueA(LPCVOID block, LPCSTR path, LPVOID* value, UINT* length)
     }
     std::u16string text(node->valueLength, 0);
     std::memcpy(text.data(), bytes + node->value, node->ValueBytes());
-    const std::string narrow = AnsiText(text);
+    std::string narrow = AnsiText(text);
+    narrow.resize(std::min(narrow.size(), static_cast<std::size_t>(bytes + Readable(bytes) - room) - 1));
     std::memcpy(room, narrow.c_str(), narrow.size() + 1);
     return Give(room, narrow.size(), value, length);
 }
@@ -190,6 +216,6 @@ BOOL VerQueryValueW(LPCVOID block, LPCWSTR path, LPVOID* value, UINT* length)
     BYTE* const bytes = const_cast<BYTE*>(static_cast<const BYTE*>(block));
     const std::size_t size = WordAt(bytes);
     const std::size_t start = std::min(node->value, size);
-    const std::size_t unit = node->type == kText ? 2 : 1;
+    const std::size_t unit = node->isText ? 2 : 1;
     return Give(bytes + start, std::min<std::size_t>(node->valueLength, (size - start) / unit), value, length);
 }
