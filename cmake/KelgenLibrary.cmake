@@ -40,8 +40,9 @@ function(kelgen_add_library name output symbol)
       set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_NAME "${output}-${KELGEN_INTERFACE_VERSION}")
     endif()
   else()
-    # The libraries find each other in an installed tree wherever it lies.
-    set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
+    # The libraries find each other in a tree wherever it lies. In the build tree too: the room that CMake would leave there for
+    # another path is empty names, by which the loader means the current folder.
+    set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN" BUILD_WITH_INSTALL_RPATH ON)
   endif()
   set_target_properties(${target} PROPERTIES
     OUTPUT_NAME ${output} EXPORT_NAME ${name}

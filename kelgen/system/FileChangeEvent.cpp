@@ -120,11 +120,19 @@ void CFileChangeEvent::StartWatch()
             return;
         ++m_generation;
     }
-    m_event.ResetEvent();
-    m_gate->Expect();
-    if (!AfxBeginThread(FileChangeWatch, this)) {
+    // No thread comes in when none was started, or the destructor would wait for it for ever.
+    const auto giveUp = [this] {
         m_gate->ExpectNoMore();
         m_bWatching = false;
+    };
+    m_gate->Expect();
+    try {
+        m_event.ResetEvent();
+        if (!AfxBeginThread(FileChangeWatch, this))
+            giveUp();
+    } catch (...) {
+        giveUp();
+        throw;
     }
 }
 

@@ -377,6 +377,15 @@ void LoadOne(CArchive& archive)
     archive >> value;
 }
 
+/// @p count nodes, each inside the one before.
+std::string Nested(int count)
+{
+    std::string bytes = "\xFF\xFF\x03\0\x09\0CTestNode\0\0\0\0"s;
+    for (int i = 1; i < count; ++i)
+        bytes += "\x01\x80\0\0\0\0"s;
+    return bytes + "\0\0"s;
+}
+
 template <class COLLECTION>
 void LoadCollection(CArchive& archive)
 {
@@ -433,12 +442,33 @@ TEST(Archive, DamagedOneThrowsItsCauseAndLeavesNothingBehind)
         {"other class", "\xFF\xFF\0\0\x0A\0CByteArray\0\0"s, LoadOne<CTestNode*>, CArchiveException::badClass},
         {"base instead of derived", "\xFF\xFF\x03\0\x09\0CTestNode\0\0\0\0\0\0"s, LoadOne<CTestLeaf*>, CArchiveException::badClass},
         {"other schema", "\xFF\xFF\x02\0\x09\0CTestLeaf\0\0\0\0\0\0"s, LoadOne<CTestLeaf*>, CArchiveException::badSchema},
+        {"one inside too many", Nested(2049), LoadOne<CTestNode*>, CArchiveException::badIndex},
+        {"deeper than any stack", Nested(1'000'000), LoadOne<CTestNode*>, CArchiveException::badIndex},
         {"short object", "\xFF\xFF\x03\0\x09\0CTestNode\0\0"s, LoadOne<CTestNode*>, CArchiveException::endOfFile},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(Cause(row.cause), Load(row.bytes + std::string(row.more, 'C'), row.load)) << row.name;
         EXPECT_TRUE(CTestNode::living.empty()) << row.name;
     }
+}
+
+TEST(Archive, ObjectsLieInsideEachOtherUpToTheBoundBothWays)
+{
+    const std::string whole = Nested(2048);
+    CTestNode* first = nullptr;
+    CTestNode* second = nullptr;
+    EXPECT_EQ("", Load(whole + "\x01\x80" + whole.substr(15), [&](CArchive& archive) { archive >> first >> second; }))
+        << "what is loaded inside nothing counts anew";
+    std::vector<std::unique_ptr<CTestNode>> nodes;
+    for (CTestNode* node : {second, first})
+        for (; node; node = node->next)
+            nodes.emplace_back(node);
+    ASSERT_EQ(4096u, nodes.size());
+    EXPECT_EQ(whole, Stored([&](CArchive& archive) { archive << first; }));
+
+    CTestNode outer;
+    outer.next = first;
+    Stored([&](CArchive& archive) { EXPECT_EQ(Cause(CArchiveException::badIndex), Thrown([&] { archive << &outer; })); });
 }
 
 TEST(Archive, VersionableClassLoadsOtherSchemas)

@@ -118,10 +118,10 @@ public:
     friend KELGEN_FRAMEWORK_API CArchive& operator>>(CArchive& ar, CObject*& pOb);
 
     /// Stores the object, or its number when it was stored before; null is an object too.
-    /// Throws: the not-supported exception when its class has no schema.
+    /// Throws: the not-supported exception when its class has no schema; badIndex for an object inside 2048 others.
     void WriteObject(const CObject* pOb);
     /// Loads the next object, which is created by its class's record unless it was loaded before. Its class must be
-    /// @p pClassRefRequested, if given, or derived from it. An object whose Serialize throws is deleted.
+    /// @p pClassRefRequested, if given, or derived from it. An object whose Serialize throws is deleted. Throws: badIndex as WriteObject.
     CObject* ReadObject(const CRuntimeClass* pClassRefRequested);
 
     /// Gives @p pOb the next object number without storing or loading it: objects that the host makes itself, such as a document.

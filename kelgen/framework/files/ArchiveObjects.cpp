@@ -11,6 +11,7 @@ constexpr WORD kClassFlag = 0x8000;
 constexpr WORD kBigTag = 0x7FFF;  // a number of 32 bits follows
 constexpr DWORD kBigClassFlag = 0x80000000u;
 constexpr DWORD kMostNumbers = 0x3FFFFFFE;
+constexpr UINT kDeepest = 2048;  // each level takes some of the stack
 
 }  // namespace
 
@@ -33,6 +34,28 @@ DWORD CArchive::NextNumber()
         Throw(CArchiveException::badIndex);
     return maps.count++;
 }
+
+/// One object more inside the others. The maps go when the archive is closed in the middle.
+class CArchive::ObjectMaps::Level
+{
+public:
+    explicit Level(CArchive& archive) : m_archive(archive)
+    {
+        if (archive.Maps().depth >= kDeepest)
+            archive.Throw(CArchiveException::badIndex);
+        ++archive.Maps().depth;
+    }
+    ~Level()
+    {
+        if (m_archive.m_maps && m_archive.m_maps->depth > 0)
+            --m_archive.m_maps->depth;
+    }
+    Level(const Level&) = delete;
+    Level& operator=(const Level&) = delete;
+
+private:
+    CArchive& m_archive;
+};
 
 void CArchive::SetStoreParams(UINT nHashSize, UINT)
 {
@@ -70,6 +93,7 @@ void CArchive::WriteObject(const CObject* pOb)
         return;
     }
 
+    const ObjectMaps::Level level(*this);
     WriteClass(pOb->GetRuntimeClass());
     MapObject(pOb);
     const_cast<CObject*>(pOb)->Serialize(*this);
@@ -157,6 +181,7 @@ CObject* CArchive::ReadObject(const CRuntimeClass* pClassRefRequested)
 
     if (runtimeClass->m_pfnCreateObject == nullptr)
         Throw(CArchiveException::badClass);
+    const ObjectMaps::Level level(*this);
     std::unique_ptr<CObject> object(runtimeClass->CreateObject());
     if (!object)
         AfxThrowMemoryException();

@@ -2,9 +2,13 @@
 #include <kelgen/platform/posix/modules/ModuleTable.h>
 
 #include "support/Failures.h"
+#include "support/Scratch.h"
 
 #include <dlfcn.h>
 #include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
 
 using namespace kelgen::test;
 
@@ -19,6 +23,16 @@ struct VariableGuard
     ~VariableGuard() { unsetenv(name); }
     const char* name;
 };
+
+// The module's file as the system spells it.
+std::string FileOf(HMODULE module)
+{
+    char file[1024] = "";
+    GetModuleFileNameA(module, file, sizeof file);
+    std::string path = file;
+    std::replace(path.begin(), path.end(), '\\', '/');
+    return path.starts_with("Z:") ? path.substr(2) : path;
+}
 
 }  // namespace
 
@@ -62,6 +76,40 @@ TEST(Modules, LoadingAndFreeingCountReferences)
     EXPECT_TRUE(FreeLibrary(library));
     EXPECT_EQ(nullptr, GetModuleHandleA("libanl.so.1"));
     EXPECT_FALSE(FreeLibrary(library));
+}
+
+TEST(Modules, TheCurrentFolderIsNotSearched)
+{
+    const HMODULE system = LoadLibraryA("libanl.so.1");
+    ASSERT_NE(nullptr, system);
+    const std::string file = FileOf(system);
+    FreeLibrary(system);
+    const auto folder = ScratchFolder();
+    for (const char* name : {"libanl.so.1", "planted", "libplanted.so", "planted.dll", "planted.so"})
+        std::filesystem::copy_file(file, folder / name);
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(folder);
+    const struct
+    {
+        std::string name, file;
+    } rows[] = {
+        {"libanl.so.1", std::filesystem::canonical(file).string()},
+        {"planted", ""},
+        {"planted.dll", ""},
+        {"libplanted.so", ""},
+        {"./planted.dll", (folder / "planted.dll").string()},
+        {".\\planted", (folder / "planted").string()},
+        {(folder / "libanl.so.1").string(), (folder / "libanl.so.1").string()},
+    };
+    for (const auto& row : rows) {
+        const HMODULE module = LoadLibraryA(row.name.c_str());
+        EXPECT_EQ(row.file.empty(), !module) << row.name;
+        if (!module)
+            continue;
+        EXPECT_EQ(row.file, std::filesystem::canonical(FileOf(module)).string()) << row.name;
+        EXPECT_TRUE(FreeLibrary(module));
+    }
+    std::filesystem::current_path(before);
 }
 
 TEST(OsVersion, IsWhatTheEnvironmentSays)

@@ -128,3 +128,23 @@ TEST(Queue, TakesTenThousandPostedMessages)
     EXPECT_TRUE(PostMessageA(window, WM_USER, 0, 0));
     Drain();
 }
+
+TEST(Queue, ThreadTimersEndWithTheirNumbers)
+{
+    std::vector<UINT_PTR> results;
+    const auto thread = StartThread([&]() -> DWORD {
+        for (int i = 256; i <= 32767; ++i)
+            SetTimer(nullptr, 0, 100000, nullptr);
+        for (int i = 0; i < 2; ++i) {
+            SetLastError(0);
+            results.push_back(SetTimer(nullptr, 0, 100000, nullptr));
+            results.push_back(GetLastError());
+            results.push_back(SetTimer(nullptr, 300, 100000, nullptr));
+            KillTimer(nullptr, 5000);
+            results.push_back(SetTimer(nullptr, 0, 100000, nullptr));
+        }
+        return 0;
+    });
+    ASSERT_EQ(DWORD{WAIT_OBJECT_0}, WaitForSingleObject(thread.get(), kDeadline));
+    EXPECT_EQ((std::vector<UINT_PTR>{0, 1158, 300, 5000, 0, 1158, 300, 5000}), results);
+}

@@ -17,7 +17,10 @@ struct CArchive::ObjectMaps
         UINT schema;
     };
 
+    class Level;
+
     std::unordered_map<const void*, DWORD> stored;
     std::vector<Loaded> loaded{{nullptr, nullptr, 0}};
     DWORD count = 1;
+    UINT depth = 0;  // of the objects that are being stored or loaded inside each other
 };

@@ -158,8 +158,9 @@ HMODULE Load(const std::string& name)
                 return module;
         }
     } else {
+        // Never the current folder: whoever can write there would choose what a program loads.
         const std::string program = ProgramFile();
-        for (const std::string& folder : {program.substr(0, program.rfind('/') + 1), std::string("./"), std::string()})
+        for (const std::string& folder : {program.substr(0, program.rfind('/') + 1), std::string()})
             for (const std::string& file : FileNames(name))
                 if (const HMODULE module = LoadFile(folder + file, found))
                     return module;

@@ -34,8 +34,8 @@ KELGEN_PLATFORM_API DWORD GetModuleFileNameA(HMODULE module, LPSTR buffer, DWORD
 KELGEN_PLATFORM_API DWORD GetModuleFileNameW(HMODULE module, LPWSTR buffer, DWORD size);
 
 /// Loads a shared library, or takes one more reference to a loaded one. A name without a path is looked for beside the program,
-/// then in the current folder, then where the system's loader looks. Null with ERROR_MOD_NOT_FOUND, or ERROR_BAD_EXE_FORMAT for a
-/// file that is none.
+/// then where the system's loader looks, and never in the current folder; one with a path is found from there. Null with
+/// ERROR_MOD_NOT_FOUND, or ERROR_BAD_EXE_FORMAT for a file that is none.
 KELGEN_PLATFORM_API HMODULE LoadLibraryA(LPCSTR name);
 KELGEN_PLATFORM_API HMODULE LoadLibraryW(LPCWSTR name);
 /// LoadLibraryA; @p flags and @p reserved change nothing: data files are loaded like any other.

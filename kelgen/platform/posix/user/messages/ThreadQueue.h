@@ -89,7 +89,7 @@ struct ThreadQueue final : std::enable_shared_from_this<ThreadQueue>
     /// Takes back a message that has not begun to run.
     void Withdraw(const SentMessage& message);
     void AddInput(const InputEvent& event);
-    /// Starts a timer; @return its id, a new one when there is no window and no such timer.
+    /// Starts a timer; @return its id, a new one when there is no window and no such timer, 0 when none is free.
     UINT_PTR StartTimer(HWND window, UINT_PTR id, DWORD period, TIMERPROC procedure);
     bool StopTimer(HWND window, UINT_PTR id);
     void Wake() { m_signal.Raise(); }

@@ -65,10 +65,12 @@ TimerTable::Timer* TimerTable::Find(HWND window, UINT_PTR id)
 
 UINT_PTR TimerTable::NewThreadTimerId()
 {
-    do
+    for (UINT_PTR tried = kLastThreadId; tried <= kFirstThreadId; ++tried) {
         m_lastThreadId = m_lastThreadId > kLastThreadId ? m_lastThreadId - 1 : kFirstThreadId;
-    while (FindSlot(nullptr, m_lastThreadId) != kNone);
-    return m_lastThreadId;
+        if (FindSlot(nullptr, m_lastThreadId) == kNone)
+            return m_lastThreadId;
+    }
+    return 0;
 }
 
 ULONGLONG TimerTable::FirstDue() const

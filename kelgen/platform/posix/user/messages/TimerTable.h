@@ -39,7 +39,7 @@ public:
     /// The timer, or null. Valid until the next start or stop.
     Timer* Find(HWND window, UINT_PTR id);
 
-    /// An id that no timer without window has: 32767 first, then downwards.
+    /// An id that no timer without window has: 32767 first, then downwards to 256. 0 when all are taken.
     UINT_PTR NewThreadTimerId();
 
     /// When the first is due; the largest value when there is none.

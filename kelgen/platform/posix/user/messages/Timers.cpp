@@ -13,6 +13,9 @@ using namespace kelgen::posix::user;
 
 namespace {
 
+// The code of a lack of window manager handles.
+constexpr DWORD kNoMoreUserHandles = 1158;
+
 // Runs @p act on the queue of the window's thread; null: the caller's. A bad window fails.
 template <class Act>
 auto WithQueueOf(HWND handle, const Act& act) -> decltype(act(CurrentQueue()))
@@ -35,6 +38,8 @@ UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedu
     const UINT period = std::clamp(milliseconds, USER_TIMER_MINIMUM, USER_TIMER_MAXIMUM);
     return WithQueueOf(window, [&](ThreadQueue& queue) -> UINT_PTR {
         const UINT_PTR started = queue.StartTimer(window, id, period, procedure);
+        if (!window && !started)
+            return Fail(kNoMoreUserHandles, UINT_PTR{0});
         // By contract: 0 is a window's timer like any other, but the result must not look like a failure.
         return started ? started : 1;
     });
