@@ -175,9 +175,9 @@ KELGEN_PLATFORM_API SC_HANDLE OpenSCManagerA(LPCSTR machine, LPCSTR database, DW
 KELGEN_PLATFORM_API SC_HANDLE OpenSCManagerW(LPCWSTR machine, LPCWSTR database, DWORD access);
 
 /// Installs a service and opens it. @p path is a command line and kept as it is: the caller quotes a program whose path has blanks, for
-/// without quotes the first of `C:\A`, `C:\A.exe`, `C:\A B.exe` that is there is what `C:\A B.exe` starts. @p dependencies is a list of texts with an empty one at its end; the password is ignored. A null
-/// account is "LocalSystem". Null with ERROR_SERVICE_EXISTS, ERROR_DUPLICATE_SERVICE_NAME for another service's display name,
-/// ERROR_SERVICE_MARKED_FOR_DELETE, ERROR_INVALID_PARAMETER.
+/// without quotes the first of `C:\A`, `C:\A.exe`, `C:\A B.exe` that is there is what `C:\A B.exe` starts. @p dependencies is a list of
+/// texts with an empty one at its end; the password is ignored. A null account is "LocalSystem". Null with ERROR_SERVICE_EXISTS,
+/// ERROR_DUPLICATE_SERVICE_NAME for another service's display name, ERROR_SERVICE_MARKED_FOR_DELETE, ERROR_INVALID_PARAMETER.
 KELGEN_PLATFORM_API SC_HANDLE CreateServiceA(SC_HANDLE manager, LPCSTR name, LPCSTR displayName, DWORD access, DWORD type, DWORD start,
                                              DWORD errorControl, LPCSTR path, LPCSTR group, LPDWORD tag, LPCSTR dependencies,
                                              LPCSTR account, LPCSTR password);
