@@ -1,6 +1,7 @@
 // Characters.h: case mapping and classes by one look-up, independent of any locale.
 #pragma once
 
+#include <kelgen/platform/Export.h>
 #include <kelgen/platform/posix/base/api/Types.h>
 
 #include <array>
