@@ -22,6 +22,14 @@ thread_local int allocationsLeft = -1;
     throw std::bad_alloc();
 }
 
+// The sanitizer's own form would hand out memory that the operators below may not free.
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    if (allocationsLeft >= 0 && allocationsLeft-- == 0)
+        return nullptr;
+    return std::malloc(size ? size : 1);
+}
+
 [[gnu::noinline]] void operator delete(void* memory) noexcept
 {
     std::free(memory);
