@@ -13,7 +13,14 @@ thread_local CWinThread* currentThread = nullptr;
 
 CWinThread* Started(CWinThread* thread, int priority, UINT stackSize, DWORD flags, LPSECURITY_ATTRIBUTES security)
 {
-    if (!thread->CreateThread(flags | CREATE_SUSPENDED, stackSize, security)) {
+    bool isCreated = false;
+    try {
+        isCreated = thread->CreateThread(flags | CREATE_SUSPENDED, stackSize, security) != FALSE;
+    } catch (...) {
+        thread->Delete();
+        throw;
+    }
+    if (!isCreated) {
         thread->Delete();
         return nullptr;
     }
