@@ -43,3 +43,30 @@ TEST(Handles, NumbersOfClosedOnesComeLate)
         table.Remove(other);
     }
 }
+
+TEST(Slots, AreTakenOnceThoughAnEarlierTakingFailed)
+{
+    static bool fails = false;
+    struct Place
+    {
+        Place()
+        {
+            if (fails)
+                throw std::bad_alloc();
+        }
+        Place(Place&&) noexcept {}
+    };
+    Slots<Place> slots;
+    EXPECT_EQ(0u, slots.Take(1, 4).value());
+    fails = true;
+    EXPECT_THROW(slots.Take(1, 4), std::bad_alloc);
+    fails = false;
+    EXPECT_EQ(1u, slots.Take(1, 4).value());
+    EXPECT_EQ(2u, slots.Take(1, 4).value());
+    slots.GiveBack(1);
+    slots.GiveBack(0);
+    EXPECT_EQ(1u, slots.Take(1, 4).value()) << "two rest, and the first that was given back comes first";
+    EXPECT_EQ(3u, slots.Take(1, 4).value());
+    EXPECT_EQ(0u, slots.Take(1, 4).value());
+    EXPECT_EQ(std::nullopt, slots.Take(1, 4));
+}

@@ -30,48 +30,42 @@ HandleTable& HandleTable::Get()
 HANDLE HandleTable::Insert(std::shared_ptr<HandleObject> object, HANDLE failure)
 {
     const std::lock_guard lock(m_mutex);
-    if (m_free.size() <= kRest && m_slots.size() < kIndexMask) {
-        m_free.push_front(static_cast<DWORD>(m_slots.size()));
-        m_slots.emplace_back();
-    }
-    if (m_free.empty())
+    const std::optional<std::size_t> index = m_slots.Take(kRest, kIndexMask);
+    if (!index)
         return Fail(ERROR_NO_SYSTEM_RESOURCES, failure);
-    const DWORD index = m_free.front();
-    m_free.pop_front();
-    Slot& slot = m_slots[index];
-    slot.object = std::move(object);
-    const ULONG_PTR value = (ULONG_PTR{slot.generation} << kIndexBits) | (index + 1);
+    Entry& entry = m_slots[*index];
+    entry.object = std::move(object);
+    const ULONG_PTR value = (ULONG_PTR{entry.generation} << kIndexBits) | (*index + 1);
     return reinterpret_cast<HANDLE>(value << 2);
 }
 
-HandleTable::Slot* HandleTable::SlotOf(const void* handle)
+std::optional<std::size_t> HandleTable::SlotOf(const void* handle) const
 {
     const ULONG_PTR value = reinterpret_cast<ULONG_PTR>(handle);
     const ULONG_PTR index = ((value >> 2) & kIndexMask) - 1;
-    if (value % 4 != 0 || index >= m_slots.size())
-        return nullptr;
-
-    Slot& slot = m_slots[index];
-    return slot.object && slot.generation == value >> (2 + kIndexBits) ? &slot : nullptr;
+    if (value % 4 != 0 || index >= m_slots.Count())
+        return std::nullopt;
+    const Entry& entry = m_slots[index];
+    return entry.object && entry.generation == value >> (2 + kIndexBits) ? std::optional(index) : std::nullopt;
 }
 
 std::shared_ptr<HandleObject> HandleTable::FindAny(const void* handle)
 {
     const std::lock_guard lock(m_mutex);
-    const Slot* slot = SlotOf(handle);
-    return slot ? slot->object : nullptr;
+    const std::optional<std::size_t> index = SlotOf(handle);
+    return index ? m_slots[*index].object : nullptr;
 }
 
 std::shared_ptr<HandleObject> HandleTable::Remove(const void* handle)
 {
     const std::lock_guard lock(m_mutex);
-    Slot* slot = SlotOf(handle);
-    if (!slot)
+    const std::optional<std::size_t> index = SlotOf(handle);
+    if (!index)
         return nullptr;
-
-    slot->generation = (slot->generation + 1) & kGenerationMask;
-    m_free.push_back(static_cast<DWORD>(slot - m_slots.data()));
-    return std::move(slot->object);
+    Entry& entry = m_slots[*index];
+    entry.generation = (entry.generation + 1) & kGenerationMask;
+    m_slots.GiveBack(*index);
+    return std::move(entry.object);
 }
 
 }  // namespace kelgen::posix

@@ -2,12 +2,12 @@
 #pragma once
 
 #include <kelgen/platform/Export.h>
+#include <kelgen/platform/posix/base/Slots.h>
 #include <kelgen/platform/posix/base/api/Types.h>
 
-#include <deque>
 #include <memory>
 #include <mutex>
-#include <vector>
+#include <optional>
 
 namespace kelgen::posix {
 
@@ -50,17 +50,16 @@ public:
     std::shared_ptr<HandleObject> Remove(const void* handle);
 
 private:
-    struct Slot
+    struct Entry
     {
         std::shared_ptr<HandleObject> object;
         DWORD generation = 0;
     };
 
-    Slot* SlotOf(const void* handle);
+    std::optional<std::size_t> SlotOf(const void* handle) const;
 
     std::mutex m_mutex;
-    std::vector<Slot> m_slots;
-    std::deque<DWORD> m_free;  // the longest free one first
+    Slots<Entry> m_slots;
 };
 
 /// The process's handle table.

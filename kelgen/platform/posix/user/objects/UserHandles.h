@@ -1,11 +1,11 @@
 // UserHandles.h: tables of the handles of menus, icons, accelerator tables and bitmaps, checked by generation.
 #pragma once
 
+#include <kelgen/platform/posix/base/Slots.h>
 #include <kelgen/platform/posix/base/api/Types.h>
 
-#include <deque>
 #include <memory>
-#include <vector>
+#include <optional>
 
 namespace kelgen::posix::user {
 
@@ -28,35 +28,30 @@ public:
     /// The handle of @p object from now on; null when all slots are taken.
     Handle Insert(std::unique_ptr<Object> object)
     {
-        if (m_free.empty()) {
-            if (m_slots.size() == kMostSlots)
-                return nullptr;
-            m_free.push_back(m_slots.size());
-            m_slots.emplace_back();
-        }
-        const std::size_t index = m_free.front();
-        m_free.pop_front();
-        Slot& slot = m_slots[index];
-        slot.object = std::move(object);
-        slot.generation = static_cast<WORD>(slot.generation == 0x7FFF ? 1 : slot.generation + 1);
-        return reinterpret_cast<Handle>(static_cast<std::uintptr_t>(slot.generation) << 16 | (kFirst + kStep * index));
+        const std::optional<std::size_t> index = m_slots.Take(0, kMostSlots);
+        if (!index)
+            return nullptr;
+        Entry& entry = m_slots[*index];
+        entry.object = std::move(object);
+        entry.generation = static_cast<WORD>(entry.generation == 0x7FFF ? 1 : entry.generation + 1);
+        return reinterpret_cast<Handle>(static_cast<std::uintptr_t>(entry.generation) << 16 | (kFirst + kStep * *index));
     }
 
     /// The object of @p handle, or null.
     Object* Find(const void* handle) const
     {
-        const Slot* slot = SlotOf(handle);
-        return slot ? slot->object.get() : nullptr;
+        const std::optional<std::size_t> index = SlotOf(handle);
+        return index ? m_slots[*index].object.get() : nullptr;
     }
 
     /// Takes @p handle out of the table and returns its object, or null.
     std::unique_ptr<Object> Remove(const void* handle)
     {
-        Slot* slot = const_cast<Slot*>(SlotOf(handle));
-        if (!slot)
+        const std::optional<std::size_t> index = SlotOf(handle);
+        if (!index)
             return nullptr;
-        m_free.push_back(static_cast<std::size_t>(slot - m_slots.data()));
-        return std::move(slot->object);
+        m_slots.GiveBack(*index);
+        return std::move(m_slots[*index].object);
     }
 
 private:
@@ -64,25 +59,27 @@ private:
     static constexpr std::size_t kStep = 8;
     static constexpr std::size_t kMostSlots = (0x10000 - kFirst) / kStep;
 
-    struct Slot
+    struct Entry
     {
         std::unique_ptr<Object> object;
         WORD generation = 0;
     };
 
-    const Slot* SlotOf(const void* handle) const
+    std::optional<std::size_t> SlotOf(const void* handle) const
     {
         const auto value = reinterpret_cast<std::uintptr_t>(handle);
         const std::size_t low = value & 0xFFFF;
-        if (low < kFirst || (low - kFirst) % kStep != 0 || (low - kFirst) / kStep >= m_slots.size())
-            return nullptr;
-        const Slot& slot = m_slots[(low - kFirst) / kStep];
-        return slot.object && value >> 16 == slot.generation ? &slot : nullptr;
+        if (low < kFirst || (low - kFirst) % kStep != 0)
+            return std::nullopt;
+        const std::size_t index = (low - kFirst) / kStep;
+        if (index >= m_slots.Count())
+            return std::nullopt;
+        const Entry& entry = m_slots[index];
+        return entry.object && value >> 16 == entry.generation ? std::optional(index) : std::nullopt;
     }
 
-    std::vector<Slot> m_slots;
-    // First in, first out: a freed handle's slot stays unused as long as possible.
-    std::deque<std::size_t> m_free;
+    // A freed handle's slot stays unused as long as possible.
+    Slots<Entry> m_slots;
 };
 
 }  // namespace kelgen::posix::user
