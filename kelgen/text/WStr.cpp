@@ -5,6 +5,7 @@
 #include <kelgen/text/internal/WStrBlocks.h>
 
 #include <algorithm>
+#include <climits>
 
 using namespace kelgen::detail;
 
@@ -15,6 +16,16 @@ constinit EmptyWStrBlock emptyWStrBlock = {{-1, 0, 0}, 0};
 }  // namespace kelgen::detail
 
 DWORD CWStr::m_dwResourceCP = CP_ACP;
+
+namespace {
+
+/// Whether a text of @p length units, longer than @p block's capacity, fits into the room behind it.
+bool HasRoomBehind(const CWStrData& block, long long length)
+{
+    return block.nAllocLength > kLongestClass && length <= INT_MAX && static_cast<std::size_t>(length) <= HeapRoom(block.nAllocLength);
+}
+
+}  // namespace
 
 /// The units of a new block that holds a copy of @p n units.
 unsigned short* CWStr::NewText(int n, const unsigned short* text)
@@ -169,6 +180,16 @@ void CWStr::ConcatInPlace(int n, const unsigned short* text)
         return;
     }
 
+    // The result is that of a new block. A locked one is left alone: its lock would end with it.
+    if (LoadCount(block) == 1 && HasRoomBehind(*block, static_cast<long long>(length) + n)) {
+        if (n == 1)
+            m_text[length] = *text;
+        else
+            MoveUnits(m_text + length, text, n);
+        block->nAllocLength = length + n;
+        SetLength(length + n);
+        return;
+    }
     unsigned short* const old = m_text;
     ConcatCopy(length, old, n, text);
     ReleaseText(old);

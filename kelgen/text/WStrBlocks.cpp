@@ -110,7 +110,7 @@ void ReturnToPool(void* block, std::size_t blockClass) noexcept
 
 void* TakeFromHeap(int length)
 {
-    void* const block = std::malloc(sizeof(CWStrData) + (static_cast<std::size_t>(length) + 1) * sizeof(unsigned short));
+    void* const block = std::malloc(sizeof(CWStrData) + (HeapRoom(length) + 1) * sizeof(unsigned short));
     if (!block)
         AfxThrowMemoryException();
     return block;

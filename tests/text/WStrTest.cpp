@@ -103,6 +103,31 @@ TEST(WStr, CapacityIsThatOfTheClass)
     }
 }
 
+TEST(WStr, AppendingToALongTextLooksLikeANewBlockOfThatLength)
+{
+    CWStr text = Letters(500);
+    CWStr longest;
+    for (int length = 501; length <= 5000; ++length) {
+        text += static_cast<unsigned short>('a' + length % 26);
+        ASSERT_EQ(length <= 512 ? 512 : length, text.GetAllocLength());
+        ASSERT_EQ(0, text.GetData()->data()[length]);
+        if (length % 16 == 0)
+            longest = text;
+    }
+    EXPECT_EQ(4992, longest.GetLength()) << "a sharer keeps what it had";
+    for (int i = 500; i < 5000; ++i)
+        ASSERT_EQ('a' + (i + 1) % 26, text[i]);
+
+    CWStr itself = Letters(1100);
+    itself.ConcatInPlace(30, itself.GetData()->data() + 1070);
+    EXPECT_EQ(Units(Letters(1100)) + Units(Letters(1100)).substr(1070), Units(itself)) << "from its own end";
+
+    CWStr locked = Letters(1100);
+    locked.LockBuffer();
+    locked += static_cast<unsigned short>('x');
+    EXPECT_EQ(1, locked.GetData()->nRefCount) << "the new block is not locked";
+}
+
 TEST(WStr, CopiesAndWholePartsShareUntilOneIsWritten)
 {
     const CWStr original(u"abc"_w);

@@ -5,6 +5,7 @@
 #include <kelgen/text/internal/WStrPool.h>
 
 #include <array>
+#include <bit>
 #include <cstring>
 #include <new>
 
@@ -40,9 +41,21 @@ extern constinit thread_local ThreadBlocks* threadBlocks [[gnu::tls_model("initi
 void* TakeFromPool(std::size_t blockClass);
 /// Takes back a block when the thread can keep no more of that class.
 void ReturnToPool(void* block, std::size_t blockClass) noexcept;
-/// A block of the general heap for @p length units. Throws: the framework's memory exception.
+/// A block of the general heap for @p length units and as many more as HeapRoom() says. Throws: the framework's memory exception.
 void* TakeFromHeap(int length);
 void ReturnToHeap(void* block) noexcept;
+
+/// The longest text that has a block of a class.
+constexpr int kLongestClass = 512;
+
+/// The units, without the terminator, that lie behind a block of the general heap whose capacity is @p capacity: up to an eighth
+/// more, so that a text which grows by single units is copied seldom. The capacity says nothing of them.
+constexpr std::size_t HeapRoom(int capacity)
+{
+    const std::size_t units = static_cast<std::size_t>(capacity);
+    const std::size_t step = std::bit_floor(units) / 8;
+    return (units + step - 1) / step * step;
+}
 
 inline void* TakeBlock(std::size_t blockClass)
 {
@@ -76,7 +89,7 @@ inline CWStrData* NewWStrBlock(int length)
 {
     void* memory;
     int capacity = length;
-    if (length > 512) {
+    if (length > kLongestClass) {
         memory = TakeFromHeap(length);
     } else {
         const std::size_t blockClass = length <= 8 ? 0 : length <= 64 ? 1 : length <= 128 ? 2 : length <= 256 ? 3 : 4;
