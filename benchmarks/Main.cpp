@@ -3,13 +3,16 @@
 
 #include <kelgen/platform/Win32.h>
 
+#include <cstdlib>
 #include <thread>
 
 int main(int argc, char** argv)
 {
     setenv("LC_ALL", "C.UTF-8", 1);
     setenv("KELGEN_HOME", bench::scratch("home").c_str(), 1);
-    std::thread([] {}).join();  // libc's single-thread shortcuts are off for every peer alike
+    // libc's single-thread shortcuts are off for every peer alike, or on for all.
+    if (!std::getenv("KELGEN_BENCH_ONE_THREAD"))
+        std::thread([] {}).join();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;

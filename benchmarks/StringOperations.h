@@ -161,6 +161,18 @@ void AppendUnit64(State& st)
 }
 
 template <class P>
+void AppendUnits(State& st)  // one at a time
+{
+    const typename P::Unit u = 'x';
+    for (auto _ : st) {
+        StringOf<P> s;
+        for (int i = 0; i < st.range(0); ++i)
+            P::append(s, u);
+        DoNotOptimize(s);
+    }
+}
+
+template <class P>
 void AppendText10(State& st)
 {
     const auto t = text<StringOf<P>>(letters(20));
@@ -363,6 +375,7 @@ void FindNoCase1000(State& st)  // absent, same length as the others
     ROW("String", CopyAssign, "CopyAssign", ->Arg(5)->Arg(40)->Arg(2000))                                                                  \
     ROW("String", CopyWrite, "CopyWrite", ->Arg(5)->Arg(40)->Arg(200)->Arg(2000))                                                          \
     ROW("String", AppendUnit64, "AppendUnit64")                                                                                            \
+    ROW("String", AppendUnits, "AppendUnits", ->Arg(10000)->Arg(1000000))                                                                  \
     ROW("String", AppendText10, "AppendText10")                                                                                            \
     ROW("String", FindText, "FindText4096")                                                                                                \
     ROW("String", FindUnit, "FindUnit4096")                                                                                                \

@@ -12,7 +12,9 @@ int main(int argc, char** argv)
 {
     setenv("LC_ALL", "C.UTF-8", 1);
     setenv("XDG_CONFIG_HOME", bench::scratch("config").c_str(), 1);
-    std::thread([] {}).join();  // libc's single-thread shortcuts are off for every peer alike
+    // libc's single-thread shortcuts are off for every peer alike, or on for all.
+    if (!std::getenv("KELGEN_BENCH_ONE_THREAD"))
+        std::thread([] {}).join();
     QCoreApplication app(argc, argv);
     wxInitializer wx;
     benchmark::Initialize(&argc, argv);

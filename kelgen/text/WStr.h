@@ -4,6 +4,7 @@
 #include <kelgen/Export.h>
 #include <kelgen/framework/collections/CollectionHelpers.h>  // CopyElements, which assigns strings one by one
 #include <kelgen/platform/Win32.h>
+#include <kelgen/platform/support/SharedCount.h>
 
 #include <atomic>
 #include <climits>
@@ -402,7 +403,7 @@ private:
     {
         if (LoadCount(block) < 0)
             return false;
-        std::atomic_ref<LONG>(block->nRefCount).fetch_add(1, std::memory_order_relaxed);
+        kelgen::detail::ChangeCount(std::atomic_ref<LONG>(block->nRefCount), 1, std::memory_order_relaxed);
         return true;
     }
     [[gnu::always_inline]] static void ReleaseText(unsigned short* text) noexcept
@@ -410,7 +411,7 @@ private:
         CWStrData* const block = reinterpret_cast<CWStrData*>(text) - 1;
         // No look at the count first: even a sole owner's decrement costs no more than that load after a copy's increment. A
         // locked string's count falls below 0.
-        if (text != EmptyText() && --std::atomic_ref<LONG>(block->nRefCount) <= 0)
+        if (text != EmptyText() && kelgen::detail::ChangeCount(std::atomic_ref<LONG>(block->nRefCount), -1) <= 0)
             FreeData(block);
     }
     static unsigned short* NewText(int n, const unsigned short* text);

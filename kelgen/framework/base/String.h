@@ -3,6 +3,7 @@
 
 #include <kelgen/framework/base/Export.h>
 #include <kelgen/platform/Win32.h>
+#include <kelgen/platform/support/SharedCount.h>
 
 #include <atomic>
 #include <concepts>
@@ -297,7 +298,7 @@ private:
             return EmptyText();
         if (other.Data()->m_references.load(std::memory_order_relaxed) < 0)
             return NewBlock(other.m_pszData, other.GetLength(), other.GetLength());
-        other.Data()->m_references.fetch_add(1, std::memory_order_relaxed);
+        kelgen::detail::ChangeCount(other.Data()->m_references, 1, std::memory_order_relaxed);
         return other.m_pszData;
     }
 
@@ -307,7 +308,7 @@ private:
             return;
         // The only owner needs no atomic subtraction.
         if (DataOf(text)->m_references.load(std::memory_order_acquire) <= 1 ||
-            DataOf(text)->m_references.fetch_sub(1, std::memory_order_acq_rel) <= 1)
+            kelgen::detail::ChangeCount(DataOf(text)->m_references, -1) <= 0)
             FreeBlock(text);
     }
 
