@@ -71,7 +71,13 @@ CPropertySet::CPropertySet(const CPropertySet& other)
 
 CPropertySet& CPropertySet::operator=(const CPropertySet& other)
 {
-    m_properties = other.m_properties;
+    try {
+        m_properties = other.m_properties;
+    } catch (...) {
+        // Those that were copied stay.
+        AdoptProperties();
+        throw;
+    }
     AdoptProperties();
     return *this;
 }

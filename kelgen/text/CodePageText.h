@@ -12,7 +12,7 @@ namespace kelgen {
 
 /// The text in code page @p page, zeros inside included. Units that the page lacks become its default character; a lone surrogate becomes
 /// U+FFFD in UTF-8. Empty for an unknown page.
-/// Throws: std::bad_alloc; the memory exception for results beyond 2^31 - 1 bytes. Cost: one pass of the platform's converter for text
+/// Throws: the memory exception, also for results beyond 2^31 - 1 bytes. Cost: one pass of the platform's converter for text
 /// that is mostly ASCII, else two.
 [[nodiscard]] KELGEN_API std::string ToCodePage(const CWStr& text, DWORD page);
 

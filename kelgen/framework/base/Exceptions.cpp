@@ -1,6 +1,8 @@
 // Exceptions.cpp: the exceptions' causes and texts, those that are kept ready, and the end of a handler by macro.
 #include <kelgen/framework/base/Exceptions.h>
 
+#include <kelgen/platform/support/MemoryHandler.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
@@ -286,6 +288,19 @@ void AfxThrowMemoryException()
 {
     ThrowReady<CMemoryException>();
 }
+
+namespace {
+
+// As long as this library is loaded, new throws the memory exception, in hosts too.
+struct MemoryThrower
+{
+    MemoryThrower() { kelgen::SetMemoryThrower(AfxThrowMemoryException); }
+    ~MemoryThrower() { kelgen::SetMemoryThrower(nullptr); }
+};
+
+const MemoryThrower memoryThrower;
+
+}  // namespace
 
 void AfxThrowNotSupportedException()
 {

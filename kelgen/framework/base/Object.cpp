@@ -1,6 +1,8 @@
 // Object.cpp: kinds, creation by record, and the list of classes that archives know by name.
 #include <kelgen/framework/base/Object.h>
 
+#include <kelgen/framework/base/Exceptions.h>
+
 #include <cstdio>
 #include <cstring>
 #include <mutex>
@@ -50,6 +52,9 @@ CObject* CRuntimeClass::CreateObject()
         return nullptr;
     try {
         return m_pfnCreateObject();
+    } catch (CMemoryException* e) {
+        e->Delete();
+        return nullptr;
     } catch (const std::bad_alloc&) {
         return nullptr;
     }

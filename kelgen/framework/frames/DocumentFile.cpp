@@ -40,6 +40,9 @@ public:
 
     void Close() override
     {
+        // Renamed before its bytes are on the disk it might come out of a crash of the system empty.
+        if (!m_copy.IsEmpty())
+            Flush();
         CFile::Close();
         const CString copy = std::exchange(m_copy, {});
         if (copy.IsEmpty() || ::MoveFileExA(copy, m_target, MOVEFILE_REPLACE_EXISTING))

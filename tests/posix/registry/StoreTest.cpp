@@ -3,7 +3,7 @@
 #include <kelgen/platform/posix/registry/StoredNames.h>
 #include <kelgen/platform/posix/registry/ValueFile.h>
 
-#include "platform/registry/RegistryFixture.h"
+#include "posix/registry/KeyFolder.h"
 #include "support/Random.h"
 #include "support/Scratch.h"
 
@@ -16,13 +16,6 @@ using namespace kelgen::posix;
 using namespace kelgen::test;
 
 namespace {
-
-std::filesystem::path FolderOf(const ScratchKey& key)
-{
-    std::string path = key.Path();
-    std::ranges::transform(path, path.begin(), [](char c) { return c == '\\' ? '/' : static_cast<char>(std::tolower(c)); });
-    return std::filesystem::path(std::getenv("KELGEN_HOME")) / "registry/hkey_current_user" / path;
-}
 
 std::u16string RandomName(Random& random)
 {

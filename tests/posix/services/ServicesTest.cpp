@@ -2,9 +2,41 @@
 #include "support/system/Services.h"
 #include "support/Failures.h"
 
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
 using namespace kelgen::test;
 
 namespace {
+
+/// A client of the service's socket, which is none of ours.
+class Client
+{
+public:
+    explicit Client(const InstalledService& service) : m_socket(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0))
+    {
+        const std::string path = std::string(std::getenv("KELGEN_HOME")) + "/services/" + service.name + "/control";
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        path.copy(address.sun_path, sizeof address.sun_path - 1);
+        EXPECT_EQ(0, connect(m_socket, reinterpret_cast<const sockaddr*>(&address), sizeof address)) << path;
+    }
+    ~Client() { close(m_socket); }
+    Client(const Client&) = delete;
+    Client& operator=(const Client&) = delete;
+
+    /// How many bytes answer these ones.
+    ssize_t Ask(std::string_view bytes) const
+    {
+        send(m_socket, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+        char answer[16];
+        return recv(m_socket, answer, sizeof answer, 0);
+    }
+
+private:
+    int m_socket;
+};
 
 std::string StateAndExitCode(const InstalledService& service)
 {
@@ -61,4 +93,29 @@ TEST(Services, LieInTheRegistry)
     EXPECT_EQ(ERROR_SUCCESS, RegQueryValueExA(key, "Start", nullptr, nullptr, reinterpret_cast<LPBYTE>(&start), &size));
     EXPECT_EQ(SERVICE_DEMAND_START, start);
     RegCloseKey(key);
+}
+
+TEST(Services, SilentClientsHoldUpNobody)
+{
+    const InstalledService service("run");
+    ASSERT_TRUE(StartServiceA(service.handle, 0, nullptr));
+    ASSERT_TRUE(service.Reaches(SERVICE_RUNNING));
+    const Client first(service), second(service), third(service), fourth(service);
+    SERVICE_STATUS status = {};
+    EXPECT_TRUE(ControlService(service.handle, 200, &status)) << GetLastError();
+}
+
+TEST(Services, TakeKnownControlsOnly)
+{
+    const InstalledService service("run");
+    ASSERT_TRUE(StartServiceA(service.handle, 0, nullptr));
+    ASSERT_TRUE(service.Reaches(SERVICE_RUNNING));
+    for (const auto& [name, bytes] : std::vector<std::pair<const char*, std::string>>{
+             {"unknown", {77, 0, 0, 0}},
+             {"too large", {1, 1, 0, 0}},
+             {"cut", {1, 0}},
+         })
+        EXPECT_LE(Client(service).Ask(bytes), 0) << name;
+    EXPECT_EQ(4, Client(service).Ask({"\xC8\0\0\0", 4}));
+    EXPECT_EQ(std::string::npos, ReadBytes(service.report).find("control 77"));
 }

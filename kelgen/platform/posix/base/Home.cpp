@@ -5,13 +5,16 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <atomic>
+#include <cstdio>
 #include <cstdlib>
 
 namespace {
 
 std::string Environment(const char* name)
 {
-    const char* value = std::getenv(name);
+    // Programs with more rights than their user take nothing from that user's environment.
+    const char* value = secure_getenv(name);
     return value ? value : "";
 }
 
@@ -21,10 +24,13 @@ std::string UserDataFolder()
         return data;
     std::string home = Environment("HOME");
     if (home.empty()) {
-        const passwd* user = getpwuid(getuid());
-        home = user ? user->pw_dir : "/tmp";
+        passwd record{};
+        passwd* user = nullptr;
+        char buffer[4096];
+        if (getpwuid_r(geteuid(), &record, buffer, sizeof buffer, &user) == 0 && user)
+            home = user->pw_dir;
     }
-    return home + "/.local/share";
+    return home.empty() ? home : home + "/.local/share";
 }
 
 void MakeFolders(const std::string& path)
@@ -41,16 +47,38 @@ std::string MadeFolder(std::string path)
     return path;
 }
 
+/// Says once why there is no home folder. The result is a path below which nothing can be.
+std::string Refused(const std::string& reason)
+{
+    static std::atomic_flag said;
+    if (!said.test_and_set())
+        std::fprintf(stderr, "kelgen: no home folder: %s\n", reason.c_str());
+    return "/dev/null/kelgen";
+}
+
 }  // namespace
 
 std::string kelgen::posix::HomeFolder()
 {
     std::string home = Environment("KELGEN_HOME");
-    if (home.empty())
-        home = UserDataFolder() + "/kelgen";
+    if (home.empty()) {
+        home = UserDataFolder();
+        if (home.empty())
+            return Refused("there is none: neither HOME nor KELGEN_HOME is set");
+        home += "/kelgen";
+    }
     while (home.size() > 1 && home.back() == '/')
         home.pop_back();
-    return MadeFolder(std::move(home));
+    home = MadeFolder(std::move(home));
+
+    struct stat state;
+    if (stat(home.c_str(), &state) != 0)
+        return home;  // whoever uses it learns why
+    if (state.st_uid != geteuid())
+        return Refused(home + " is another user's");
+    if (state.st_mode & (S_IWGRP | S_IWOTH))
+        return Refused(home + " can be written by others: chmod go-w");
+    return home;
 }
 
 std::string kelgen::posix::DriveCFolder()

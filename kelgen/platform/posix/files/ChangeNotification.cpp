@@ -1,6 +1,7 @@
 // ChangeNotification.cpp: opens, re-arms and closes notifications by handle.
 #include <kelgen/platform/posix/files/api/ChangeNotification.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/FolderWatches.h>
@@ -30,12 +31,12 @@ HANDLE Open(std::string_view path, BOOL subtree, DWORD filter)
 
 HANDLE FindFirstChangeNotificationA(LPCSTR path, BOOL subtree, DWORD filter)
 {
-    return Open(path ? path : "", subtree, filter);
+    return OrNoMemory<HANDLE>(INVALID_HANDLE_VALUE, [&]() -> HANDLE { return Open(path ? path : "", subtree, filter); });
 }
 
 HANDLE FindFirstChangeNotificationW(LPCWSTR path, BOOL subtree, DWORD filter)
 {
-    return Open(NarrowName(path), subtree, filter);
+    return OrNoMemory<HANDLE>(INVALID_HANDLE_VALUE, [&]() -> HANDLE { return Open(NarrowName(path), subtree, filter); });
 }
 
 BOOL FindNextChangeNotification(HANDLE notification)

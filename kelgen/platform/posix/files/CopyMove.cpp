@@ -1,6 +1,7 @@
 // CopyMove.cpp: moving and copying files.
 #include <kelgen/platform/posix/files/api/FileSystem.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/AccessRights.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
@@ -146,32 +147,35 @@ BOOL MoveTo(std::string_view sourceName, std::string_view targetName, DWORD flag
 
 BOOL MoveFileExA(LPCSTR source, LPCSTR target, DWORD flags)
 {
-    if (!target)
-        return Fail(ERROR_ACCESS_DENIED, FALSE);
-    return MoveTo(source ? source : "", target, flags);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        if (!target)
+            return Fail(ERROR_ACCESS_DENIED, FALSE);
+        return MoveTo(source ? source : "", target, flags);
+    });
 }
 
 BOOL MoveFileExW(LPCWSTR source, LPCWSTR target, DWORD flags)
 {
-    return MoveFileExA(NarrowName(source).c_str(), target ? NarrowName(target).c_str() : nullptr, flags);
+    return OrNoMemory<BOOL>(
+        FALSE, [&]() -> BOOL { return MoveFileExA(NarrowName(source).c_str(), target ? NarrowName(target).c_str() : nullptr, flags); });
 }
 
 BOOL MoveFileA(LPCSTR source, LPCSTR target)
 {
-    return MoveFileExA(source, target ? target : "", MOVEFILE_COPY_ALLOWED);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return MoveFileExA(source, target ? target : "", MOVEFILE_COPY_ALLOWED); });
 }
 
 BOOL MoveFileW(LPCWSTR source, LPCWSTR target)
 {
-    return MoveFileA(NarrowName(source).c_str(), NarrowName(target).c_str());
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return MoveFileA(NarrowName(source).c_str(), NarrowName(target).c_str()); });
 }
 
 BOOL CopyFileA(LPCSTR source, LPCSTR target, BOOL failIfExists)
 {
-    return CopyTo(source ? source : "", target ? target : "", failIfExists != FALSE);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return CopyTo(source ? source : "", target ? target : "", failIfExists != FALSE); });
 }
 
 BOOL CopyFileW(LPCWSTR source, LPCWSTR target, BOOL failIfExists)
 {
-    return CopyTo(NarrowName(source), NarrowName(target), failIfExists != FALSE);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return CopyTo(NarrowName(source), NarrowName(target), failIfExists != FALSE); });
 }

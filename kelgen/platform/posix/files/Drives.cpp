@@ -1,6 +1,7 @@
 // Drives.cpp: what is known of drives and their volumes.
 #include <kelgen/platform/posix/files/api/PathNames.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/FileEntries.h>
@@ -28,56 +29,62 @@ std::string CurrentDrive()
 
 UINT GetDriveTypeA(LPCSTR root)
 {
-    const ResolvedPath path = Resolve(root ? root : CurrentDrive());
-    return path.exists && path.isFolder ? DRIVE_FIXED : DRIVE_NO_ROOT_DIR;
+    return OrNoMemory<UINT>(UINT{DRIVE_UNKNOWN}, [&]() -> UINT {
+        const ResolvedPath path = Resolve(root ? root : CurrentDrive());
+        return path.exists && path.isFolder ? DRIVE_FIXED : DRIVE_NO_ROOT_DIR;
+    });
 }
 
 DWORD GetLogicalDrives()
 {
-    return 1u << ('C' - 'A') | 1u << ('Z' - 'A');
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return 1u << ('C' - 'A') | 1u << ('Z' - 'A'); });
 }
 
 BOOL GetVolumeInformationA(LPCSTR root, LPSTR name, DWORD nameSize, LPDWORD serialNumber, LPDWORD longestComponent, LPDWORD flags,
                            LPSTR fileSystem, DWORD fileSystemSize)
 {
-    const std::string path = root ? root : CurrentDrive();
-    const std::string full = FullPath(path);
-    if (full.size() != 3) {
-        const bool asFolder = !path.empty() && (path.back() == '\\' || path.back() == '/');
-        return Fail(asFolder ? ERROR_DIR_NOT_ROOT : ERROR_INVALID_NAME, FALSE);
-    }
-    const auto native = ToNativeFolder(full);
-    const auto entry = native ? EntryAt(*native) : std::nullopt;
-    if (!entry)
-        return FALSE;
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        const std::string path = root ? root : CurrentDrive();
+        const std::string full = FullPath(path);
+        if (full.size() != 3) {
+            const bool asFolder = !path.empty() && (path.back() == '\\' || path.back() == '/');
+            return Fail(asFolder ? ERROR_DIR_NOT_ROOT : ERROR_INVALID_NAME, FALSE);
+        }
+        const auto native = ToNativeFolder(full);
+        const auto entry = native ? EntryAt(*native) : std::nullopt;
+        if (!entry)
+            return FALSE;
 
-    if (name && StoreName("", name, nameSize) >= nameSize)
-        return Fail(ERROR_BAD_LENGTH, FALSE);
-    if (fileSystem && StoreName("NTFS", fileSystem, fileSystemSize) >= fileSystemSize)
-        return Fail(ERROR_BAD_LENGTH, FALSE);
-    if (serialNumber)
-        *serialNumber = entry->volume;
-    if (longestComponent)
-        *longestComponent = kLongestName;
-    if (flags)
-        *flags = kCaseSensitiveSearch | kCasePreserved | kUnicodeOnDisk;
-    return TRUE;
+        if (name && StoreName("", name, nameSize) >= nameSize)
+            return Fail(ERROR_BAD_LENGTH, FALSE);
+        if (fileSystem && StoreName("NTFS", fileSystem, fileSystemSize) >= fileSystemSize)
+            return Fail(ERROR_BAD_LENGTH, FALSE);
+        if (serialNumber)
+            *serialNumber = entry->volume;
+        if (longestComponent)
+            *longestComponent = kLongestName;
+        if (flags)
+            *flags = kCaseSensitiveSearch | kCasePreserved | kUnicodeOnDisk;
+        return TRUE;
+    });
 }
 
 BOOL GetDiskFreeSpaceExA(LPCSTR folder, ULARGE_INTEGER* available, ULARGE_INTEGER* total, ULARGE_INTEGER* free)
 {
-    const auto native = ToNativeFolder(folder ? folder : ".");
-    if (!native)
-        return FALSE;
-    struct statvfs volume;
-    if (statvfs(native->c_str(), &volume) != 0)
-        return Fail(ErrorFromErrno(errno), FALSE);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        const auto native = ToNativeFolder(folder ? folder : ".");
+        if (!native)
+            return FALSE;
+        struct statvfs volume;
+        if (statvfs(native->c_str(), &volume) != 0)
+            return Fail(ErrorFromErrno(errno), FALSE);
 
-    if (available)
-        available->QuadPart = ULONGLONG{volume.f_bavail} * volume.f_frsize;
-    if (total)
-        total->QuadPart = ULONGLONG{volume.f_blocks} * volume.f_frsize;
-    if (free)
-        free->QuadPart = ULONGLONG{volume.f_bfree} * volume.f_frsize;
-    return TRUE;
+        if (available)
+            available->QuadPart = ULONGLONG{volume.f_bavail} * volume.f_frsize;
+        if (total)
+            total->QuadPart = ULONGLONG{volume.f_blocks} * volume.f_frsize;
+        if (free)
+            free->QuadPart = ULONGLONG{volume.f_bfree} * volume.f_frsize;
+        return TRUE;
+    });
 }

@@ -1,6 +1,7 @@
 // DuplicateHandle.cpp: second handles.
 #include <kelgen/platform/posix/files/api/DuplicateHandle.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/FileObjects.h>
@@ -32,19 +33,21 @@ std::shared_ptr<HandleObject> WithAccess(std::shared_ptr<HandleObject> object, D
 
 BOOL DuplicateHandle(HANDLE sourceProcess, HANDLE source, HANDLE targetProcess, LPHANDLE target, DWORD access, BOOL, DWORD options)
 {
-    if (sourceProcess != GetCurrentProcess() || targetProcess != GetCurrentProcess())
-        return Fail(ERROR_INVALID_HANDLE, FALSE);
-    auto object = ObjectOf(source);
-    if (!object)
-        return Fail(ERROR_INVALID_HANDLE, FALSE);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        if (sourceProcess != GetCurrentProcess() || targetProcess != GetCurrentProcess())
+            return Fail(ERROR_INVALID_HANDLE, FALSE);
+        auto object = ObjectOf(source);
+        if (!object)
+            return Fail(ERROR_INVALID_HANDLE, FALSE);
 
-    if (target) {
-        const bool same = (options & DUPLICATE_SAME_ACCESS) != 0;
-        *target = Handles().Insert(same ? std::move(object) : WithAccess(std::move(object), access));
-        if (!*target)
-            return FALSE;
-    }
-    if (options & DUPLICATE_CLOSE_SOURCE)
-        CloseHandle(source);
-    return TRUE;
+        if (target) {
+            const bool same = (options & DUPLICATE_SAME_ACCESS) != 0;
+            *target = Handles().Insert(same ? std::move(object) : WithAccess(std::move(object), access));
+            if (!*target)
+                return FALSE;
+        }
+        if (options & DUPLICATE_CLOSE_SOURCE)
+            CloseHandle(source);
+        return TRUE;
+    });
 }

@@ -1,6 +1,7 @@
 // FileLocks.cpp: LockFile, UnlockFile.
 #include <kelgen/platform/posix/files/api/Files.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/FileObjects.h>
@@ -61,33 +62,37 @@ std::shared_ptr<FileObject> FindLockable(HANDLE file)
 
 BOOL LockFile(HANDLE file, DWORD offsetLow, DWORD offsetHigh, DWORD sizeLow, DWORD sizeHigh)
 {
-    const auto object = FindLockable(file);
-    if (!object)
-        return FALSE;
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        const auto object = FindLockable(file);
+        if (!object)
+            return FALSE;
 
-    const LockedRange range = RangeOf(offsetLow, offsetHigh, sizeLow, sizeHigh);
-    const std::lock_guard guard(object->File().locksMutex);
-    auto& locks = object->File().locks;
-    const bool ours = std::any_of(locks.begin(), locks.end(), [&](const LockedRange& other) { return Overlap(range, other); });
-    if (ours || !ChangeLock(*object, range, true))
-        return Fail(ERROR_LOCK_VIOLATION, FALSE);
-    locks.push_back(range);
-    return TRUE;
+        const LockedRange range = RangeOf(offsetLow, offsetHigh, sizeLow, sizeHigh);
+        const std::lock_guard guard(object->File().locksMutex);
+        auto& locks = object->File().locks;
+        const bool ours = std::any_of(locks.begin(), locks.end(), [&](const LockedRange& other) { return Overlap(range, other); });
+        if (ours || !ChangeLock(*object, range, true))
+            return Fail(ERROR_LOCK_VIOLATION, FALSE);
+        locks.push_back(range);
+        return TRUE;
+    });
 }
 
 BOOL UnlockFile(HANDLE file, DWORD offsetLow, DWORD offsetHigh, DWORD sizeLow, DWORD sizeHigh)
 {
-    const auto object = FindLockable(file);
-    if (!object)
-        return FALSE;
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        const auto object = FindLockable(file);
+        if (!object)
+            return FALSE;
 
-    const LockedRange range = RangeOf(offsetLow, offsetHigh, sizeLow, sizeHigh);
-    const std::lock_guard guard(object->File().locksMutex);
-    auto& locks = object->File().locks;
-    const auto found = std::find(locks.begin(), locks.end(), range);
-    if (found == locks.end())
-        return Fail(ERROR_LOCK_VIOLATION, FALSE);
-    locks.erase(found);
-    ChangeLock(*object, range, false);
-    return TRUE;
+        const LockedRange range = RangeOf(offsetLow, offsetHigh, sizeLow, sizeHigh);
+        const std::lock_guard guard(object->File().locksMutex);
+        auto& locks = object->File().locks;
+        const auto found = std::find(locks.begin(), locks.end(), range);
+        if (found == locks.end())
+            return Fail(ERROR_LOCK_VIOLATION, FALSE);
+        locks.erase(found);
+        ChangeLock(*object, range, false);
+        return TRUE;
+    });
 }

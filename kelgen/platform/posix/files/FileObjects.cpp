@@ -1,6 +1,8 @@
 // FileObjects.cpp: opening files; CreateFileA, CreateFileW.
 #include <kelgen/platform/posix/files/FileObjects.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
+#include <kelgen/platform/posix/base/Retry.h>
 #include <kelgen/platform/posix/base/api/AccessRights.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
@@ -86,7 +88,7 @@ Descriptor MakeFile(const std::string& native, DWORD access, DWORD attributes, i
 bool Empty(int file, const std::string& native)
 {
     // The handle itself may lack the right to write.
-    return ftruncate(file, 0) == 0 || truncate(native.c_str(), 0) == 0;
+    return Retry([&] { return ftruncate(file, 0); }) == 0 || Retry([&] { return truncate(native.c_str(), 0); }) == 0;
 }
 
 bool IsPlainFile(int file)
@@ -179,12 +181,16 @@ using namespace kelgen::posix;
 
 HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES, DWORD disposition, DWORD attributes, HANDLE)
 {
-    auto file = OpenFileObject(name ? name : "", access, share, disposition, attributes);
-    return file ? Handles().Insert(std::move(file), INVALID_HANDLE_VALUE) : INVALID_HANDLE_VALUE;
+    return OrNoMemory<HANDLE>(INVALID_HANDLE_VALUE, [&]() -> HANDLE {
+        auto file = OpenFileObject(name ? name : "", access, share, disposition, attributes);
+        return file ? Handles().Insert(std::move(file), INVALID_HANDLE_VALUE) : INVALID_HANDLE_VALUE;
+    });
 }
 
 HANDLE CreateFileW(LPCWSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security, DWORD disposition, DWORD attributes,
                    HANDLE templateFile)
 {
-    return CreateFileA(NarrowName(name).c_str(), access, share, security, disposition, attributes, templateFile);
+    return OrNoMemory<HANDLE>(INVALID_HANDLE_VALUE, [&]() -> HANDLE {
+        return CreateFileA(NarrowName(name).c_str(), access, share, security, disposition, attributes, templateFile);
+    });
 }

@@ -1,6 +1,7 @@
 // FileSystem.cpp: attributes, deleting, folders.
 #include <kelgen/platform/posix/files/api/FileSystem.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/FileEntries.h>
@@ -109,60 +110,60 @@ BOOL RemoveFolderAt(std::string_view name)
 
 DWORD GetFileAttributesA(LPCSTR name)
 {
-    return AttributesAt(Text(name));
+    return OrNoMemory<DWORD>(INVALID_FILE_ATTRIBUTES, [&]() -> DWORD { return AttributesAt(Text(name)); });
 }
 
 DWORD GetFileAttributesW(LPCWSTR name)
 {
-    return AttributesAt(NarrowName(name));
+    return OrNoMemory<DWORD>(INVALID_FILE_ATTRIBUTES, [&]() -> DWORD { return AttributesAt(NarrowName(name)); });
 }
 
 BOOL SetFileAttributesA(LPCSTR name, DWORD attributes)
 {
-    return SetAttributesAt(Text(name), attributes);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return SetAttributesAt(Text(name), attributes); });
 }
 
 BOOL SetFileAttributesW(LPCWSTR name, DWORD attributes)
 {
-    return SetAttributesAt(NarrowName(name), attributes);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return SetAttributesAt(NarrowName(name), attributes); });
 }
 
 BOOL GetFileAttributesExA(LPCSTR name, GET_FILEEX_INFO_LEVELS level, LPVOID data)
 {
-    return FillAttributesAt(Text(name), level, data);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return FillAttributesAt(Text(name), level, data); });
 }
 
 BOOL GetFileAttributesExW(LPCWSTR name, GET_FILEEX_INFO_LEVELS level, LPVOID data)
 {
-    return FillAttributesAt(NarrowName(name), level, data);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return FillAttributesAt(NarrowName(name), level, data); });
 }
 
 BOOL DeleteFileA(LPCSTR name)
 {
-    return DeleteAt(Text(name));
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return DeleteAt(Text(name)); });
 }
 
 BOOL DeleteFileW(LPCWSTR name)
 {
-    return DeleteAt(NarrowName(name));
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return DeleteAt(NarrowName(name)); });
 }
 
 BOOL CreateDirectoryA(LPCSTR name, LPSECURITY_ATTRIBUTES)
 {
-    return MakeFolderAt(Text(name));
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return MakeFolderAt(Text(name)); });
 }
 
 BOOL CreateDirectoryW(LPCWSTR name, LPSECURITY_ATTRIBUTES)
 {
-    return MakeFolderAt(NarrowName(name));
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return MakeFolderAt(NarrowName(name)); });
 }
 
 BOOL RemoveDirectoryA(LPCSTR name)
 {
-    return RemoveFolderAt(Text(name));
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return RemoveFolderAt(Text(name)); });
 }
 
 BOOL RemoveDirectoryW(LPCWSTR name)
 {
-    return RemoveFolderAt(NarrowName(name));
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return RemoveFolderAt(NarrowName(name)); });
 }

@@ -1,6 +1,7 @@
 // FileTimes.cpp: times of open files, and calendar times.
 #include <kelgen/platform/posix/files/api/FileTimes.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/FileEntries.h>
@@ -71,33 +72,37 @@ timespec TimeToSet(const FILETIME* time)
 
 BOOL GetFileTime(HANDLE file, LPFILETIME creation, LPFILETIME lastAccess, LPFILETIME lastWrite)
 {
-    const auto object = Handles().Find<FileObject>(file);
-    if (!object)
-        return Fail(ERROR_INVALID_HANDLE, FALSE);
-    const auto entry = EntryOf(object->Number());
-    if (!entry)
-        return Fail(ErrorFromErrno(errno), FALSE);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        const auto object = Handles().Find<FileObject>(file);
+        if (!object)
+            return Fail(ERROR_INVALID_HANDLE, FALSE);
+        const auto entry = EntryOf(object->Number());
+        if (!entry)
+            return Fail(ErrorFromErrno(errno), FALSE);
 
-    if (creation)
-        *creation = entry->creation;
-    if (lastAccess)
-        *lastAccess = entry->lastAccess;
-    if (lastWrite)
-        *lastWrite = entry->lastWrite;
-    return TRUE;
+        if (creation)
+            *creation = entry->creation;
+        if (lastAccess)
+            *lastAccess = entry->lastAccess;
+        if (lastWrite)
+            *lastWrite = entry->lastWrite;
+        return TRUE;
+    });
 }
 
 BOOL SetFileTime(HANDLE file, const FILETIME*, const FILETIME* lastAccess, const FILETIME* lastWrite)
 {
-    const auto object = Handles().Find<FileObject>(file);
-    if (!object)
-        return Fail(ERROR_INVALID_HANDLE, FALSE);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        const auto object = Handles().Find<FileObject>(file);
+        if (!object)
+            return Fail(ERROR_INVALID_HANDLE, FALSE);
 
-    // By its path: a descriptor without access to the data cannot change times itself.
-    const timespec times[] = {TimeToSet(lastAccess), TimeToSet(lastWrite)};
-    if (utimensat(AT_FDCWD, PathOfDescriptor(object->Number()).c_str(), times, 0) != 0)
-        return Fail(ErrorFromErrno(errno), FALSE);
-    return TRUE;
+        // By its path: a descriptor without access to the data cannot change times itself.
+        const timespec times[] = {TimeToSet(lastAccess), TimeToSet(lastWrite)};
+        if (utimensat(AT_FDCWD, PathOfDescriptor(object->Number()).c_str(), times, 0) != 0)
+            return Fail(ErrorFromErrno(errno), FALSE);
+        return TRUE;
+    });
 }
 
 LONG CompareFileTime(const FILETIME* left, const FILETIME* right)

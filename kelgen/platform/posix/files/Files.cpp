@@ -1,6 +1,7 @@
 // Files.cpp: reading, writing, positions and sizes of open files; the standard ones.
 #include <kelgen/platform/posix/files/api/Files.h>
 
+#include <kelgen/platform/posix/base/Retry.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/FileEntries.h>
@@ -163,7 +164,7 @@ BOOL FlushFileBuffers(HANDLE file)
     if (!object->MayWrite())
         return Fail(ERROR_ACCESS_DENIED, FALSE);
     // Pipes and terminals hold nothing back.
-    if (fsync(object->Number()) != 0 && errno != EINVAL)
+    if (Retry([&] { return fsync(object->Number()); }) != 0 && errno != EINVAL)
         return Fail(ErrorFromErrno(errno), FALSE);
     return TRUE;
 }
@@ -201,7 +202,7 @@ BOOL SetEndOfFile(HANDLE file)
         return Fail(ERROR_INVALID_HANDLE, FALSE);
 
     const off_t position = lseek(object->Number(), 0, SEEK_CUR);
-    if (position < 0 || ftruncate(object->Number(), position) != 0)
+    if (position < 0 || Retry([&] { return ftruncate(object->Number(), position); }) != 0)
         return Fail(ErrorFromErrno(errno), FALSE);
     return TRUE;
 }

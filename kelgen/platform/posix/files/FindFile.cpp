@@ -2,6 +2,7 @@
 #include <kelgen/platform/posix/files/api/FindFile.h>
 
 #include <kelgen/platform/posix/base/Handles.h>
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/FileEntries.h>
@@ -201,22 +202,22 @@ BOOL FindNext(HANDLE handle, Data* data)
 
 HANDLE FindFirstFileA(LPCSTR pattern, LPWIN32_FIND_DATAA data)
 {
-    return FindFirst(pattern ? pattern : "", data);
+    return OrNoMemory<HANDLE>(INVALID_HANDLE_VALUE, [&]() -> HANDLE { return FindFirst(pattern ? pattern : "", data); });
 }
 
 HANDLE FindFirstFileW(LPCWSTR pattern, LPWIN32_FIND_DATAW data)
 {
-    return FindFirst(NarrowName(pattern), data);
+    return OrNoMemory<HANDLE>(INVALID_HANDLE_VALUE, [&]() -> HANDLE { return FindFirst(NarrowName(pattern), data); });
 }
 
 BOOL FindNextFileA(HANDLE find, LPWIN32_FIND_DATAA data)
 {
-    return FindNext(find, data);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return FindNext(find, data); });
 }
 
 BOOL FindNextFileW(HANDLE find, LPWIN32_FIND_DATAW data)
 {
-    return FindNext(find, data);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return FindNext(find, data); });
 }
 
 BOOL FindClose(HANDLE find)

@@ -1,6 +1,7 @@
 // FolderWatches.cpp: opening and releasing notifications, and the kernel's events.
 #include <kelgen/platform/posix/files/FolderWatches.h>
 
+#include <kelgen/platform/posix/base/Retry.h>
 #include <kelgen/platform/posix/files/Paths.h>
 #include <kelgen/platform/posix/files/api/ChangeNotification.h>
 #include <kelgen/platform/posix/threads/DescriptorEvents.h>
@@ -212,7 +213,7 @@ void FolderWatches::Release(ChangeNotification& notification)
 void FolderWatches::ReadEvents()
 {
     alignas(inotify_event) char buffer[64 * (sizeof(inotify_event) + NAME_MAX + 1)];
-    for (ssize_t size; (size = read(m_queue.Get(), buffer, sizeof buffer)) > 0;) {
+    for (ssize_t size; (size = Retry([&] { return read(m_queue.Get(), buffer, sizeof buffer); })) > 0;) {
         for (const char* at = buffer; at < buffer + size;) {
             const auto& event = *reinterpret_cast<const inotify_event*>(at);
             at += sizeof event;

@@ -1,6 +1,7 @@
 // PathNames.cpp: full, short and long forms, the current folder, searching.
 #include <kelgen/platform/posix/files/api/PathNames.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/ProgramFile.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
@@ -128,89 +129,91 @@ std::optional<std::string> ExistingIn(const std::string& folder, const std::stri
 
 DWORD GetFullPathNameA(LPCSTR name, DWORD size, LPSTR buffer, LPSTR* filePart)
 {
-    return FullName(name ? name : "", size, buffer, filePart);
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return FullName(name ? name : "", size, buffer, filePart); });
 }
 
 DWORD GetFullPathNameW(LPCWSTR name, DWORD size, LPWSTR buffer, LPWSTR* filePart)
 {
-    return FullName(NarrowName(name), size, buffer, filePart);
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return FullName(NarrowName(name), size, buffer, filePart); });
 }
 
 DWORD GetShortPathNameA(LPCSTR name, LPSTR buffer, DWORD size)
 {
-    return RespeltName(name ? name : "", buffer, size, true);
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return RespeltName(name ? name : "", buffer, size, true); });
 }
 
 DWORD GetShortPathNameW(LPCWSTR name, LPWSTR buffer, DWORD size)
 {
-    return RespeltName(NarrowName(name), buffer, size, true);
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return RespeltName(NarrowName(name), buffer, size, true); });
 }
 
 DWORD GetLongPathNameA(LPCSTR name, LPSTR buffer, DWORD size)
 {
-    return RespeltName(name ? name : "", buffer, size, false);
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return RespeltName(name ? name : "", buffer, size, false); });
 }
 
 DWORD GetLongPathNameW(LPCWSTR name, LPWSTR buffer, DWORD size)
 {
-    return RespeltName(NarrowName(name), buffer, size, false);
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return RespeltName(NarrowName(name), buffer, size, false); });
 }
 
 DWORD GetCurrentDirectoryA(DWORD size, LPSTR buffer)
 {
-    return StoreName(CurrentFolder(), buffer, size);
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return StoreName(CurrentFolder(), buffer, size); });
 }
 
 DWORD GetCurrentDirectoryW(DWORD size, LPWSTR buffer)
 {
-    return StoreName(CurrentFolder(), buffer, size);
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return StoreName(CurrentFolder(), buffer, size); });
 }
 
 BOOL SetCurrentDirectoryA(LPCSTR name)
 {
-    return ChangeFolder(name ? name : "");
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return ChangeFolder(name ? name : ""); });
 }
 
 BOOL SetCurrentDirectoryW(LPCWSTR name)
 {
-    return ChangeFolder(NarrowName(name));
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return ChangeFolder(NarrowName(name)); });
 }
 
 DWORD SearchPathA(LPCSTR path, LPCSTR name, LPCSTR extension, DWORD size, LPSTR buffer, LPSTR* filePart)
 {
-    if (!name || !*name)
-        return Fail(ERROR_INVALID_PARAMETER, DWORD{0});
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD {
+        if (!name || !*name)
+            return Fail(ERROR_INVALID_PARAMETER, DWORD{0});
 
-    const std::string wanted = name;
-    const std::string lastPart = wanted.substr(wanted.find_last_of("/\\") + 1);
-    const std::string appended = extension && lastPart.find('.') == std::string::npos ? extension : "";
-    const bool hasFolder = wanted.find_first_of("/\\:") != std::string::npos;
-    const std::vector<std::string> folders = hasFolder ? std::vector<std::string>{""}
-                                             : path    ? SplitList(path, ';')
-                                                       : StandardSearchFolders();
-    for (const std::string& folder : folders) {
-        if (const auto found = ExistingIn(folder, wanted + appended))
-            return FullName(*found, size, buffer, filePart);
-    }
-    return Fail(ERROR_FILE_NOT_FOUND, DWORD{0});
+        const std::string wanted = name;
+        const std::string lastPart = wanted.substr(wanted.find_last_of("/\\") + 1);
+        const std::string appended = extension && lastPart.find('.') == std::string::npos ? extension : "";
+        const bool hasFolder = wanted.find_first_of("/\\:") != std::string::npos;
+        const std::vector<std::string> folders = hasFolder ? std::vector<std::string>{""}
+                                                 : path    ? SplitList(path, ';')
+                                                           : StandardSearchFolders();
+        for (const std::string& folder : folders) {
+            if (const auto found = ExistingIn(folder, wanted + appended))
+                return FullName(*found, size, buffer, filePart);
+        }
+        return Fail(ERROR_FILE_NOT_FOUND, DWORD{0});
+    });
 }
 
 UINT GetWindowsDirectoryA(LPSTR buffer, UINT size)
 {
-    return StoreName(kWindowsFolder, buffer, size);
+    return OrNoMemory(UINT{0}, [&]() -> UINT { return StoreName(kWindowsFolder, buffer, size); });
 }
 
 UINT GetWindowsDirectoryW(LPWSTR buffer, UINT size)
 {
-    return StoreName(kWindowsFolder, buffer, size);
+    return OrNoMemory(UINT{0}, [&]() -> UINT { return StoreName(kWindowsFolder, buffer, size); });
 }
 
 UINT GetSystemDirectoryA(LPSTR buffer, UINT size)
 {
-    return StoreName(kSystemFolder, buffer, size);
+    return OrNoMemory(UINT{0}, [&]() -> UINT { return StoreName(kSystemFolder, buffer, size); });
 }
 
 UINT GetSystemDirectoryW(LPWSTR buffer, UINT size)
 {
-    return StoreName(kSystemFolder, buffer, size);
+    return OrNoMemory(UINT{0}, [&]() -> UINT { return StoreName(kSystemFolder, buffer, size); });
 }

@@ -14,6 +14,7 @@
 #include <cerrno>
 #include <cstring>
 #include <memory>
+#include <new>
 
 namespace kelgen::posix {
 
@@ -103,6 +104,15 @@ struct FolderCloser
 };
 using OwnedFolder = std::unique_ptr<DIR, FolderCloser>;
 
+// Null for what is no folder or cannot be listed.
+OwnedFolder OpenToList(const std::string& native)
+{
+    OwnedFolder folder(opendir(native.c_str()));
+    if (!folder && errno == ENOMEM)
+        throw std::bad_alloc();
+    return folder;
+}
+
 // Calls visit with the name of each entry but "." and "..".
 template <class Visit>
 void ForEachEntry(DIR* folder, Visit visit)
@@ -134,7 +144,7 @@ std::string SpellingIn(DIR* folder, const std::string& native, const std::string
 // As SpellingIn; empty also when the folder cannot be read.
 std::string OtherSpelling(const std::string& native, const std::string& part)
 {
-    const OwnedFolder folder(opendir(native.c_str()));
+    const OwnedFolder folder = OpenToList(native);
     return folder ? SpellingIn(folder.get(), native, part) : std::string();
 }
 
@@ -147,7 +157,7 @@ bool WalkLast(const Place& place, ResolvedPath& result)
     const std::size_t slash = result.native.rfind('/');
     const std::string path = result.native.substr(0, slash);
     const std::string native = path.empty() ? "/" : path;
-    const OwnedFolder folder(opendir(native.c_str()));
+    const OwnedFolder folder = OpenToList(native);
     if (!folder)
         return false;
 
@@ -274,7 +284,7 @@ std::optional<std::string> ToNativeFolder(std::string_view name)
 std::vector<std::string> FolderEntries(const std::string& native)
 {
     std::vector<std::string> entries;
-    const OwnedFolder folder(opendir(native.c_str()));
+    const OwnedFolder folder = OpenToList(native);
     if (folder)
         ForEachEntry(folder.get(), [&entries](const char* name) { entries.emplace_back(name); });
     std::sort(entries.begin(), entries.end());

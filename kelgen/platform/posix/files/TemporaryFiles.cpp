@@ -1,6 +1,7 @@
 // TemporaryFiles.cpp: the folder for temporary files, and names in it.
 #include <kelgen/platform/posix/files/api/FileSystem.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/AccessRights.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
@@ -23,7 +24,7 @@ constexpr std::size_t kPrefixLength = 3;
 std::string TemporaryFolder()
 {
     for (const char* variable : {"TMP", "TEMP", "TMPDIR"}) {
-        const char* value = std::getenv(variable);
+        const char* value = secure_getenv(variable);
         std::string folder = FullPath(value ? value : "");
         if (folder.empty())
             continue;
@@ -82,20 +83,20 @@ UINT StoreTemporaryName(const std::string& folder, const std::string& prefix, UI
 
 DWORD GetTempPathA(DWORD size, LPSTR buffer)
 {
-    return StoreName(TemporaryFolder(), buffer, size);
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return StoreName(TemporaryFolder(), buffer, size); });
 }
 
 DWORD GetTempPathW(DWORD size, LPWSTR buffer)
 {
-    return StoreName(TemporaryFolder(), buffer, size);
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return StoreName(TemporaryFolder(), buffer, size); });
 }
 
 UINT GetTempFileNameA(LPCSTR folder, LPCSTR prefix, UINT unique, LPSTR buffer)
 {
-    return StoreTemporaryName(folder ? folder : "", prefix ? prefix : "", unique, buffer);
+    return OrNoMemory(UINT{0}, [&]() -> UINT { return StoreTemporaryName(folder ? folder : "", prefix ? prefix : "", unique, buffer); });
 }
 
 UINT GetTempFileNameW(LPCWSTR folder, LPCWSTR prefix, UINT unique, LPWSTR buffer)
 {
-    return StoreTemporaryName(NarrowName(folder), NarrowName(prefix), unique, buffer);
+    return OrNoMemory(UINT{0}, [&]() -> UINT { return StoreTemporaryName(NarrowName(folder), NarrowName(prefix), unique, buffer); });
 }

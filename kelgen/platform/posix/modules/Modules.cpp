@@ -1,6 +1,7 @@
 // Modules.cpp: module handles, loading, procedures.
 #include <kelgen/platform/posix/modules/api/Modules.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/ProgramFile.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
@@ -217,57 +218,63 @@ FARPROC ProcedureOf(HMODULE module, const char* name)
 
 HMODULE GetModuleHandleA(LPCSTR name)
 {
-    const HMODULE module = name ? FindModule(name) : ProgramModule();
-    return module ? module : Fail(ERROR_MOD_NOT_FOUND, module);
+    return OrNoMemory(HMODULE{}, [&]() -> HMODULE {
+        const HMODULE module = name ? FindModule(name) : ProgramModule();
+        return module ? module : Fail(ERROR_MOD_NOT_FOUND, module);
+    });
 }
 
 HMODULE GetModuleHandleW(LPCWSTR name)
 {
-    return GetModuleHandleA(name ? NarrowName(name).c_str() : nullptr);
+    return OrNoMemory(HMODULE{}, [&]() -> HMODULE { return GetModuleHandleA(name ? NarrowName(name).c_str() : nullptr); });
 }
 
 BOOL GetModuleHandleExA(DWORD flags, LPCSTR name, HMODULE* module)
 {
-    if (flags & GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS)
-        return StoreModule(flags, ModuleOfAddress(name), module);
-    return StoreModule(flags, name ? FindModule(name) : ProgramModule(), module);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        if (flags & GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS)
+            return StoreModule(flags, ModuleOfAddress(name), module);
+        return StoreModule(flags, name ? FindModule(name) : ProgramModule(), module);
+    });
 }
 
 BOOL GetModuleHandleExW(DWORD flags, LPCWSTR name, HMODULE* module)
 {
-    if (flags & GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS)
-        return StoreModule(flags, ModuleOfAddress(name), module);
-    return StoreModule(flags, name ? FindModule(NarrowName(name)) : ProgramModule(), module);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        if (flags & GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS)
+            return StoreModule(flags, ModuleOfAddress(name), module);
+        return StoreModule(flags, name ? FindModule(NarrowName(name)) : ProgramModule(), module);
+    });
 }
 
 DWORD GetModuleFileNameA(HMODULE module, LPSTR buffer, DWORD size)
 {
-    return StoreModuleFile(module, buffer, size);
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return StoreModuleFile(module, buffer, size); });
 }
 
 DWORD GetModuleFileNameW(HMODULE module, LPWSTR buffer, DWORD size)
 {
-    return StoreModuleFile(module, buffer, size);
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return StoreModuleFile(module, buffer, size); });
 }
 
 HMODULE LoadLibraryA(LPCSTR name)
 {
-    return Load(name ? name : "");
+    return OrNoMemory(HMODULE{}, [&]() -> HMODULE { return Load(name ? name : ""); });
 }
 
 HMODULE LoadLibraryW(LPCWSTR name)
 {
-    return Load(NarrowName(name));
+    return OrNoMemory(HMODULE{}, [&]() -> HMODULE { return Load(NarrowName(name)); });
 }
 
 HMODULE LoadLibraryExA(LPCSTR name, HANDLE, DWORD)
 {
-    return LoadLibraryA(name);
+    return OrNoMemory(HMODULE{}, [&]() -> HMODULE { return LoadLibraryA(name); });
 }
 
 HMODULE LoadLibraryExW(LPCWSTR name, HANDLE, DWORD)
 {
-    return LoadLibraryW(name);
+    return OrNoMemory(HMODULE{}, [&]() -> HMODULE { return LoadLibraryW(name); });
 }
 
 BOOL FreeLibrary(HMODULE module)
@@ -295,15 +302,17 @@ BOOL FreeLibrary(HMODULE module)
 
 FARPROC GetProcAddress(HMODULE module, LPCSTR name)
 {
-    if (!module)
-        module = ProgramModule();
-    if (!IsModule(module))
-        return Fail(ERROR_MOD_NOT_FOUND, FARPROC{});
-    if (IS_INTRESOURCE(name))
-        return Fail(ERROR_PROC_NOT_FOUND, FARPROC{});
+    return OrNoMemory(FARPROC{}, [&]() -> FARPROC {
+        if (!module)
+            module = ProgramModule();
+        if (!IsModule(module))
+            return Fail(ERROR_MOD_NOT_FOUND, FARPROC{});
+        if (IS_INTRESOURCE(name))
+            return Fail(ERROR_PROC_NOT_FOUND, FARPROC{});
 
-    const FARPROC procedure = NameOfSystemModule(module) ? SystemProcedure(name) : ProcedureOf(module, name);
-    return procedure ? procedure : Fail(ERROR_PROC_NOT_FOUND, FARPROC{});
+        const FARPROC procedure = NameOfSystemModule(module) ? SystemProcedure(name) : ProcedureOf(module, name);
+        return procedure ? procedure : Fail(ERROR_PROC_NOT_FOUND, FARPROC{});
+    });
 }
 
 BOOL DisableThreadLibraryCalls(HMODULE module)

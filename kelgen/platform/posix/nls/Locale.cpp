@@ -1,6 +1,7 @@
 // Locale.cpp: the one locale of the process.
 #include <kelgen/platform/posix/nls/api/Locale.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/nls/LocaleNumbers.h>
@@ -202,10 +203,10 @@ LANGID GetUserDefaultUILanguage()
 
 int GetLocaleInfoA(LCID locale, LCTYPE type, LPSTR data, int capacity)
 {
-    return Answer(locale, type, data, capacity);
+    return OrNoMemory(int{0}, [&]() -> int { return Answer(locale, type, data, capacity); });
 }
 
 int GetLocaleInfoW(LCID locale, LCTYPE type, LPWSTR data, int capacity)
 {
-    return Answer(locale, type, data, capacity);
+    return OrNoMemory(int{0}, [&]() -> int { return Answer(locale, type, data, capacity); });
 }

@@ -1,6 +1,7 @@
 // MessageFormat.cpp: FormatMessageW and FormatMessageA over one formatter.
 #include <kelgen/platform/posix/nls/api/MessageFormat.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/nls/SystemMessages.h>
@@ -242,10 +243,10 @@ DWORD FormatMessageOf(DWORD flags, LPCVOID source, DWORD id, Unit* text, DWORD s
 
 DWORD FormatMessageW(DWORD flags, LPCVOID source, DWORD id, DWORD, LPWSTR text, DWORD size, va_list* arguments)
 {
-    return FormatMessageOf(flags, source, id, text, size, arguments);
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return FormatMessageOf(flags, source, id, text, size, arguments); });
 }
 
 DWORD FormatMessageA(DWORD flags, LPCVOID source, DWORD id, DWORD, LPSTR text, DWORD size, va_list* arguments)
 {
-    return FormatMessageOf(flags, source, id, text, size, arguments);
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return FormatMessageOf(flags, source, id, text, size, arguments); });
 }

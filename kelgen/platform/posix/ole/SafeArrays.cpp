@@ -1,6 +1,7 @@
 // SafeArrays.cpp: a descriptor with its bounds, behind a hidden word for the element type.
 #include <kelgen/platform/posix/ole/api/SafeArrays.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/ole/ElementTypes.h>
 
 #include <algorithm>
@@ -112,28 +113,32 @@ HRESULT Find(SAFEARRAY* array, const LONG* indices, void** element)
 
 SAFEARRAY* SafeArrayCreate(VARTYPE type, UINT dimensions, SAFEARRAYBOUND* bounds)
 {
-    size_t count = 0;
-    const size_t size = ElementSize(type);
-    if (!bounds || dimensions == 0 || dimensions > 0xFFFF || size == 0 || !CountElements(bounds, dimensions, size, count))
-        return nullptr;
+    return OrNoMemory(static_cast<SAFEARRAY*>(nullptr), [&]() -> SAFEARRAY* {
+        size_t count = 0;
+        const size_t size = ElementSize(type);
+        if (!bounds || dimensions == 0 || dimensions > 0xFFFF || size == 0 || !CountElements(bounds, dimensions, size, count))
+            return nullptr;
 
-    SAFEARRAY* const array = AllocateDescriptor(type, dimensions);
-    if (!array)
-        return nullptr;
-    for (UINT dimension = 1; dimension <= dimensions; ++dimension)
-        BoundOf(array, dimension) = bounds[dimension - 1];
-    array->pvData = std::calloc(count ? count : 1, size);
-    if (!array->pvData) {
-        FreeDescriptor(array);
-        return nullptr;
-    }
-    return array;
+        SAFEARRAY* const array = AllocateDescriptor(type, dimensions);
+        if (!array)
+            return nullptr;
+        for (UINT dimension = 1; dimension <= dimensions; ++dimension)
+            BoundOf(array, dimension) = bounds[dimension - 1];
+        array->pvData = std::calloc(count ? count : 1, size);
+        if (!array->pvData) {
+            FreeDescriptor(array);
+            return nullptr;
+        }
+        return array;
+    });
 }
 
 SAFEARRAY* SafeArrayCreateVector(VARTYPE type, LONG lowerBound, ULONG count)
 {
-    SAFEARRAYBOUND bound{count, lowerBound};
-    return SafeArrayCreate(type, 1, &bound);
+    return OrNoMemory(static_cast<SAFEARRAY*>(nullptr), [&]() -> SAFEARRAY* {
+        SAFEARRAYBOUND bound{count, lowerBound};
+        return SafeArrayCreate(type, 1, &bound);
+    });
 }
 
 HRESULT SafeArrayDestroy(SAFEARRAY* array)

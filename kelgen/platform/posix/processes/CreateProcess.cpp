@@ -1,6 +1,7 @@
 // CreateProcess.cpp: starts programs, tells their exit codes and ends them.
 #include <kelgen/platform/posix/processes/api/Processes.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/FileObjects.h>
@@ -98,13 +99,16 @@ BOOL Start(const Request& request, ProgramStart& start, PROCESS_INFORMATION* inf
     const auto process = StartProgram(start);
     if (!process)
         return FALSE;
-    const auto insert = [&process] { return Handles().Insert(std::make_shared<ProcessObject>(process, PROCESS_ALL_ACCESS)); };
+    const auto insert = [&process] {
+        return OrNoMemory(HANDLE{}, [&process] { return Handles().Insert(std::make_shared<ProcessObject>(process, PROCESS_ALL_ACCESS)); });
+    };
     const HANDLE opened = insert();
     const HANDLE thread = opened ? insert() : nullptr;
     if (!thread) {
+        const DWORD error = GetLastError();
         Handles().Remove(opened);
-        process->Kill(ERROR_NO_SYSTEM_RESOURCES);
-        return Fail(ERROR_NO_SYSTEM_RESOURCES, FALSE);
+        OrNoMemory(false, [&process, error] { return process->Kill(error); });
+        return Fail(error, FALSE);
     }
     *information = {opened, thread, process->Id(), process->Id()};
     return TRUE;
@@ -128,23 +132,27 @@ BOOL Start(const Request& request, BOOL inherit, DWORD flags, const KelgenStartu
 BOOL CreateProcessA(LPCSTR program, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES, BOOL inherit, DWORD flags,
                     LPVOID environment, LPCSTR folder, LPSTARTUPINFOA startup, LPPROCESS_INFORMATION information)
 {
-    Request request{{}, commandLine ? commandLine : "", {}, environment, (flags & CREATE_UNICODE_ENVIRONMENT) != 0};
-    if (program)
-        request.program = program;
-    if (folder)
-        request.folder = folder;
-    return Start(request, inherit, flags, startup, information);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        Request request{{}, commandLine ? commandLine : "", {}, environment, (flags & CREATE_UNICODE_ENVIRONMENT) != 0};
+        if (program)
+            request.program = program;
+        if (folder)
+            request.folder = folder;
+        return Start(request, inherit, flags, startup, information);
+    });
 }
 
 BOOL CreateProcessW(LPCWSTR program, LPWSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES, BOOL inherit, DWORD flags,
                     LPVOID environment, LPCWSTR folder, LPSTARTUPINFOW startup, LPPROCESS_INFORMATION information)
 {
-    Request request{{}, NarrowName(commandLine), {}, environment, (flags & CREATE_UNICODE_ENVIRONMENT) != 0};
-    if (program)
-        request.program = NarrowName(program);
-    if (folder)
-        request.folder = NarrowName(folder);
-    return Start(request, inherit, flags, startup, information);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        Request request{{}, NarrowName(commandLine), {}, environment, (flags & CREATE_UNICODE_ENVIRONMENT) != 0};
+        if (program)
+            request.program = NarrowName(program);
+        if (folder)
+            request.folder = NarrowName(folder);
+        return Start(request, inherit, flags, startup, information);
+    });
 }
 
 BOOL GetExitCodeProcess(HANDLE process, LPDWORD exitCode)

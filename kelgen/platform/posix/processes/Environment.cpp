@@ -1,6 +1,7 @@
 // Environment.cpp: environment variables and the command line.
 #include <kelgen/platform/posix/processes/api/Environment.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/Paths.h>
@@ -105,32 +106,36 @@ std::string BuildCommandLine()
 
 DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR buffer, DWORD size)
 {
-    return StoreValue(name ? name : "", buffer, size);
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return StoreValue(name ? name : "", buffer, size); });
 }
 
 DWORD GetEnvironmentVariableW(LPCWSTR name, LPWSTR buffer, DWORD size)
 {
-    return StoreValue(NarrowName(name), buffer, size);
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return StoreValue(NarrowName(name), buffer, size); });
 }
 
 BOOL SetEnvironmentVariableA(LPCSTR name, LPCSTR value)
 {
-    return name ? SetValue(name, value) : Fail(ERROR_ENVVAR_NOT_FOUND, FALSE);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return name ? SetValue(name, value) : Fail(ERROR_ENVVAR_NOT_FOUND, FALSE); });
 }
 
 BOOL SetEnvironmentVariableW(LPCWSTR name, LPCWSTR value)
 {
-    return name ? SetValue(NarrowName(name), value ? NarrowName(value).c_str() : nullptr) : Fail(ERROR_ENVVAR_NOT_FOUND, FALSE);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        return name ? SetValue(NarrowName(name), value ? NarrowName(value).c_str() : nullptr) : Fail(ERROR_ENVVAR_NOT_FOUND, FALSE);
+    });
 }
 
 DWORD ExpandEnvironmentStringsA(LPCSTR text, LPSTR buffer, DWORD size)
 {
-    const std::string expanded = Expanded(text ? text : "");
-    const DWORD needed = static_cast<DWORD>(expanded.size() + 1);
-    if (needed > size)
-        return Fail(ERROR_INSUFFICIENT_BUFFER, needed);
-    StoreName(expanded, buffer, size);
-    return needed;
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD {
+        const std::string expanded = Expanded(text ? text : "");
+        const DWORD needed = static_cast<DWORD>(expanded.size() + 1);
+        if (needed > size)
+            return Fail(ERROR_INSUFFICIENT_BUFFER, needed);
+        StoreName(expanded, buffer, size);
+        return needed;
+    });
 }
 
 LPSTR GetCommandLineA()

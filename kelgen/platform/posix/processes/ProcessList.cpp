@@ -2,6 +2,7 @@
 #include <kelgen/platform/posix/processes/api/ProcessList.h>
 
 #include <kelgen/platform/posix/base/Handles.h>
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/Paths.h>
@@ -67,12 +68,14 @@ DWORD StoreUnterminated(const std::string& name, LPSTR buffer, DWORD size)
 
 HANDLE OpenProcess(DWORD access, BOOL, DWORD id)
 {
-    const auto process = id == 0 ? nullptr : FindProcessById(id);
-    if (!process)
-        return Fail(ERROR_INVALID_PARAMETER, HANDLE{});
-    if ((access & PROCESS_VM_READ) && !MayLookInto(id))
-        return Fail(ERROR_ACCESS_DENIED, HANDLE{});
-    return Handles().Insert(std::make_shared<ProcessObject>(process, access));
+    return OrNoMemory(HANDLE{}, [&]() -> HANDLE {
+        const auto process = id == 0 ? nullptr : FindProcessById(id);
+        if (!process)
+            return Fail(ERROR_INVALID_PARAMETER, HANDLE{});
+        if ((access & PROCESS_VM_READ) && !MayLookInto(id))
+            return Fail(ERROR_ACCESS_DENIED, HANDLE{});
+        return Handles().Insert(std::make_shared<ProcessObject>(process, access));
+    });
 }
 
 DWORD GetProcessId(HANDLE process)
@@ -83,42 +86,50 @@ DWORD GetProcessId(HANDLE process)
 
 BOOL EnumProcesses(LPDWORD ids, DWORD size, LPDWORD used)
 {
-    const std::vector<DWORD> running = RunningProcesses();
-    const std::size_t count = std::min(running.size(), size / sizeof(DWORD));
-    std::copy_n(running.begin(), count, ids);
-    *used = static_cast<DWORD>(count * sizeof(DWORD));
-    return TRUE;
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        const std::vector<DWORD> running = RunningProcesses();
+        const std::size_t count = std::min(running.size(), size / sizeof(DWORD));
+        std::copy_n(running.begin(), count, ids);
+        *used = static_cast<DWORD>(count * sizeof(DWORD));
+        return TRUE;
+    });
 }
 
 BOOL EnumProcessModules(HANDLE process, HMODULE* modules, DWORD size, LPDWORD needed)
 {
-    const auto object = FindProcess(process);
-    if (!MayListModules(object.get()))
-        return FALSE;
-    const std::lock_guard lock(object->listMutex);
-    object->listed = ModulesOfProcess(object->Id());
-    const auto& found = object->listed;
-    if (found.empty())
-        return Fail(ERROR_PARTIAL_COPY, FALSE);
-    const std::size_t count = std::min(found.size(), size / sizeof(HMODULE));
-    for (std::size_t i = 0; i < count; ++i)
-        modules[i] = reinterpret_cast<HMODULE>(found[i].base);
-    *needed = static_cast<DWORD>(found.size() * sizeof(HMODULE));
-    return TRUE;
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        const auto object = FindProcess(process);
+        if (!MayListModules(object.get()))
+            return FALSE;
+        const std::lock_guard lock(object->listMutex);
+        object->listed = ModulesOfProcess(object->Id());
+        const auto& found = object->listed;
+        if (found.empty())
+            return Fail(ERROR_PARTIAL_COPY, FALSE);
+        const std::size_t count = std::min(found.size(), size / sizeof(HMODULE));
+        for (std::size_t i = 0; i < count; ++i)
+            modules[i] = reinterpret_cast<HMODULE>(found[i].base);
+        *needed = static_cast<DWORD>(found.size() * sizeof(HMODULE));
+        return TRUE;
+    });
 }
 
 DWORD GetModuleBaseNameA(HANDLE process, HMODULE module, LPSTR buffer, DWORD size)
 {
-    if (size == 0)
-        return Fail(ERROR_INVALID_PARAMETER, 0u);
-    const std::string path = PathOf(process, module);
-    return path.empty() ? 0 : StoreUnterminated(path.substr(path.rfind('/') + 1), buffer, size);
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD {
+        if (size == 0)
+            return Fail(ERROR_INVALID_PARAMETER, 0u);
+        const std::string path = PathOf(process, module);
+        return path.empty() ? 0 : StoreUnterminated(path.substr(path.rfind('/') + 1), buffer, size);
+    });
 }
 
 DWORD GetModuleFileNameExA(HANDLE process, HMODULE module, LPSTR buffer, DWORD size)
 {
-    if (size == 0)
-        return Fail(ERROR_INVALID_PARAMETER, 0u);
-    const std::string path = PathOf(process, module);
-    return path.empty() ? 0 : StoreUnterminated(DriveForm(path), buffer, size);
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD {
+        if (size == 0)
+            return Fail(ERROR_INVALID_PARAMETER, 0u);
+        const std::string path = PathOf(process, module);
+        return path.empty() ? 0 : StoreUnterminated(DriveForm(path), buffer, size);
+    });
 }

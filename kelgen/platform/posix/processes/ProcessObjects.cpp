@@ -1,6 +1,7 @@
 // ProcessObjects.cpp: processes as waitable objects over the kernel's process descriptors, and starting them.
 #include <kelgen/platform/posix/processes/ProcessObjects.h>
 
+#include <kelgen/platform/posix/base/Retry.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/processes/RunningProcesses.h>
@@ -11,6 +12,7 @@
 
 #include <csignal>
 #include <map>
+#include <new>
 #include <spawn.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -48,6 +50,7 @@ public:
     void Add(const std::shared_ptr<Process>& process, ULONGLONG start)
     {
         const std::lock_guard lock(m_mutex);
+        std::erase_if(m_processes, [](const auto& known) { return known.second.expired(); });
         m_processes[{process->Id(), start}] = process;
     }
 
@@ -91,9 +94,9 @@ void Process::WatchEnd()
         // The number may be another process's by now.
         if (!descriptor || (!m_isChild && !IsRunning()))
             return End(0);
-        const int number = descriptor.Release();
-        if (!DescriptorEvents::Get().Watch(number, [self = shared_from_this(), number] { self->Reap(number); }))
-            close(number);
+        const int number = descriptor.Get();
+        if (DescriptorEvents::Get().Watch(number, [self = shared_from_this(), number] { self->Reap(number); }))
+            descriptor.Release();
     });
 }
 
@@ -101,7 +104,7 @@ void Process::Reap(int descriptor)
 {
     siginfo_t end{};
     if (m_isChild)
-        waitid(kByDescriptor, static_cast<id_t>(descriptor), &end, WEXITED);
+        Retry([&] { return waitid(kByDescriptor, static_cast<id_t>(descriptor), &end, WEXITED); });
     DescriptorEvents::Get().Forget(descriptor);
     close(descriptor);
     End(m_killed ? m_killedWith.load() : end.si_pid != 0 ? CodeOf(end) : 0);
@@ -190,15 +193,20 @@ public:
     {
         posix_spawn_file_actions_init(&actions);
         posix_spawnattr_init(&attributes);
+        bool done = true;
         for (int i = 0; i < 3; ++i)
             if (start.files[i] >= 0)
-                posix_spawn_file_actions_adddup2(&actions, start.files[i], i);
+                done &= posix_spawn_file_actions_adddup2(&actions, start.files[i], i) == 0;
         if (start.extraFile >= 0)
-            posix_spawn_file_actions_adddup2(&actions, start.extraFile, 3);
+            done &= posix_spawn_file_actions_adddup2(&actions, start.extraFile, 3) == 0;
         if (start.apart)
-            posix_spawn_file_actions_addclosefrom_np(&actions, start.extraFile >= 0 ? 4 : 3);
+            done &= posix_spawn_file_actions_addclosefrom_np(&actions, start.extraFile >= 0 ? 4 : 3) == 0;
         if (!start.folder.empty())
-            posix_spawn_file_actions_addchdir_np(&actions, start.folder.c_str());
+            done &= posix_spawn_file_actions_addchdir_np(&actions, start.folder.c_str()) == 0;
+        if (!done) {
+            Destroy();
+            throw std::bad_alloc();
+        }
 
         sigset_t all;
         sigset_t none;
@@ -211,14 +219,17 @@ public:
     }
     SpawnActions(const SpawnActions&) = delete;
     SpawnActions& operator=(const SpawnActions&) = delete;
-    ~SpawnActions()
+    ~SpawnActions() { Destroy(); }
+
+    posix_spawn_file_actions_t actions;
+    posix_spawnattr_t attributes;
+
+private:
+    void Destroy()
     {
         posix_spawn_file_actions_destroy(&actions);
         posix_spawnattr_destroy(&attributes);
     }
-
-    posix_spawn_file_actions_t actions;
-    posix_spawnattr_t attributes;
 };
 
 }  // namespace
@@ -227,18 +238,25 @@ std::shared_ptr<Process> StartProgram(const ProgramStart& start)
 {
     const SpawnActions spawn(start);
     pid_t id = 0;
-    const int error = posix_spawn(&id, start.program.c_str(), &spawn.actions, &spawn.attributes, Pointers(start.arguments).data(),
-                                  Pointers(start.environment).data());
+    const std::vector<char*> arguments = Pointers(start.arguments);
+    const std::vector<char*> environment = Pointers(start.environment);
+    const int error = posix_spawn(&id, start.program.c_str(), &spawn.actions, &spawn.attributes, arguments.data(), environment.data());
     if (error != 0)
         return Fail(StartError(error, start.program), std::shared_ptr<Process>());
 
     // Not waited for yet, so the number is still its own even when it has ended; then it has no start, and needs none.
-    const DWORD number = static_cast<DWORD>(id);
-    const ULONGLONG started = StartOfProcess(number).value_or(0);
-    const auto process = std::make_shared<Process>(number, started, true);
-    ProcessTable::Get().Add(process, started);
-    process->WatchEnd();
-    return process;
+    try {
+        const DWORD number = static_cast<DWORD>(id);
+        const ULONGLONG started = StartOfProcess(number).value_or(0);
+        const auto process = std::make_shared<Process>(number, started, true);
+        ProcessTable::Get().Add(process, started);
+        process->WatchEnd();
+        return process;
+    } catch (const std::bad_alloc&) {
+        kill(id, SIGKILL);
+        Retry([id] { return waitpid(id, nullptr, 0); });
+        throw;
+    }
 }
 
 }  // namespace kelgen::posix

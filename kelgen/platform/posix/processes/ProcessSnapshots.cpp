@@ -2,6 +2,7 @@
 #include <kelgen/platform/posix/processes/api/ProcessList.h>
 
 #include <kelgen/platform/posix/base/Handles.h>
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/Paths.h>
@@ -96,22 +97,24 @@ BOOL Step(HANDLE snapshot, Entry* entry, bool first)
 
 HANDLE CreateToolhelp32Snapshot(DWORD flags, DWORD id)
 {
-    if ((flags & TH32CS_SNAPALL) == 0)
-        return Fail(ERROR_CALL_NOT_IMPLEMENTED, INVALID_HANDLE_VALUE);
+    return OrNoMemory<HANDLE>(INVALID_HANDLE_VALUE, [&]() -> HANDLE {
+        if ((flags & TH32CS_SNAPALL) == 0)
+            return Fail(ERROR_CALL_NOT_IMPLEMENTED, INVALID_HANDLE_VALUE);
 
-    auto snapshot = std::make_shared<SnapshotObject>();
-    if (flags & TH32CS_SNAPMODULE) {
-        if (id == 0)
-            id = GetCurrentProcessId();
-        if (!FactsOfProcess(id))
-            return Fail(ERROR_INVALID_PARAMETER, INVALID_HANDLE_VALUE);
-        if (!MayLookInto(id))
-            return Fail(ERROR_ACCESS_DENIED, INVALID_HANDLE_VALUE);
-        snapshot->modules.entries = ModuleEntries(id);
-    }
-    if (flags & TH32CS_SNAPPROCESS)
-        snapshot->processes.entries = ProcessEntries();
-    return Handles().Insert(std::move(snapshot), INVALID_HANDLE_VALUE);
+        auto snapshot = std::make_shared<SnapshotObject>();
+        if (flags & TH32CS_SNAPMODULE) {
+            if (id == 0)
+                id = GetCurrentProcessId();
+            if (!FactsOfProcess(id))
+                return Fail(ERROR_INVALID_PARAMETER, INVALID_HANDLE_VALUE);
+            if (!MayLookInto(id))
+                return Fail(ERROR_ACCESS_DENIED, INVALID_HANDLE_VALUE);
+            snapshot->modules.entries = ModuleEntries(id);
+        }
+        if (flags & TH32CS_SNAPPROCESS)
+            snapshot->processes.entries = ProcessEntries();
+        return Handles().Insert(std::move(snapshot), INVALID_HANDLE_VALUE);
+    });
 }
 
 BOOL Process32First(HANDLE snapshot, LPPROCESSENTRY32 entry)

@@ -1,6 +1,7 @@
 // SystemInformation.cpp: version, names, processors; error mode and debugging.
 #include <kelgen/platform/posix/processes/api/Environment.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/Paths.h>
@@ -31,7 +32,7 @@ struct Version
 
 Version RunningVersion()
 {
-    const char* const given = std::getenv("KELGEN_OSVERSION");
+    const char* const given = secure_getenv("KELGEN_OSVERSION");
     Version version{.build = 0, .servicePack = 0};
     if (given && std::sscanf(given, "%u,%u,%u", &version.platform, &version.major, &version.minor) == 3)
         return version;
@@ -107,10 +108,12 @@ BOOL GetComputerNameA(LPSTR buffer, LPDWORD size)
 
 BOOL GetUserNameA(LPSTR buffer, LPDWORD size)
 {
-    if (!StoreSized(UserName(), buffer, *size))
-        return Fail(ERROR_INSUFFICIENT_BUFFER, FALSE);
-    ++*size;
-    return TRUE;
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        if (!StoreSized(UserName(), buffer, *size))
+            return Fail(ERROR_INSUFFICIENT_BUFFER, FALSE);
+        ++*size;
+        return TRUE;
+    });
 }
 
 void GetSystemInfo(LPSYSTEM_INFO information)

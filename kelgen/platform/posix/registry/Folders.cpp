@@ -1,16 +1,21 @@
 // Folders.cpp: opens, walks and removes the registry's folders.
 #include <kelgen/platform/posix/registry/Folders.h>
 
+#include <kelgen/platform/posix/base/Retry.h>
 #include <kelgen/platform/posix/registry/StoredNames.h>
 #include <kelgen/platform/posix/registry/ValueFile.h>
 
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <memory>
+#include <new>
 #include <vector>
 
 namespace kelgen::posix {
@@ -30,6 +35,46 @@ bool IsFolder(int parent, const dirent& entry)
     return fstatat(parent, entry.d_name, &state, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(state.st_mode);
 }
 
+/// What the kernel lists of a folder in one call.
+struct Listing
+{
+    alignas(std::uint64_t) char bytes[2048];
+};
+
+struct ListedEntry
+{
+    std::uint64_t number;
+    std::int64_t offset;
+    unsigned short size;
+    unsigned char type;
+    char name[1];
+};
+
+/// RemoveTree with no more memory than a stack has: what is taken out of sight goes, even when there is no other.
+void RemoveTreeWithoutMemory(int parent, const char* name)
+{
+    // A process that has the key open may add a file while this runs: empty it again then, but not for ever.
+    constexpr int kAttempts = 100;
+    const Descriptor folder(openat(parent, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    for (int attempt = 0; folder && attempt < kAttempts; ++attempt) {
+        lseek(folder.Get(), 0, SEEK_SET);
+        Listing listing;
+        for (long size; (size = syscall(SYS_getdents64, folder.Get(), listing.bytes, sizeof listing.bytes)) > 0;) {
+            for (const char* at = listing.bytes; at < listing.bytes + size;) {
+                const auto& entry = *reinterpret_cast<const ListedEntry*>(at);
+                const char* const found = at + offsetof(ListedEntry, name);
+                at += entry.size;
+                if (std::strcmp(found, ".") == 0 || std::strcmp(found, "..") == 0)
+                    continue;
+                if (unlinkat(folder.Get(), found, 0) != 0 && (errno == EISDIR || errno == EPERM))
+                    RemoveTreeWithoutMemory(folder.Get(), found);
+            }
+        }
+        if (unlinkat(parent, name, AT_REMOVEDIR) == 0 || errno != ENOTEMPTY)
+            return;
+    }
+}
+
 }  // namespace
 
 Descriptor OpenFolder(int parent, const std::string& name)
@@ -43,6 +88,8 @@ bool ForEachEntry(int folder, const std::function<void(const std::string& name, 
     if (!own)
         return false;
     const std::unique_ptr<DIR, CloseStream> stream(fdopendir(own.Get()));
+    if (!stream && errno == ENOMEM)
+        throw std::bad_alloc();
     if (!stream)
         return false;
     own.Release();
@@ -80,22 +127,7 @@ void EmptyFolder(int folder)
 
 void RemoveTree(int parent, const std::string& name)
 {
-    // A process that has the key open may add a file while this runs: empty it again then, but not for ever.
-    constexpr int kAttempts = 100;
-    const Descriptor folder = OpenFolder(parent, name);
-    for (int attempt = 0; folder && attempt < kAttempts; ++attempt) {
-        std::vector<std::string> folders;
-        ForEachEntry(folder.Get(), [&](const std::string& entry, bool isFolder) {
-            if (isFolder)
-                folders.push_back(entry);
-            else
-                unlinkat(folder.Get(), entry.c_str(), 0);
-        });
-        for (const std::string& entry : folders)
-            RemoveTree(folder.Get(), entry);
-        if (unlinkat(parent, name.c_str(), AT_REMOVEDIR) == 0 || errno != ENOTEMPTY)
-            return;
-    }
+    RemoveTreeWithoutMemory(parent, name.c_str());
 }
 
 int WriteNameFile(int folder, std::u16string_view name)
@@ -110,9 +142,8 @@ std::u16string ReadKeyName(int parent, const std::string& fileName)
     const std::string nameFile = fileName + '/' + kNameFile;
     const Descriptor file(openat(parent, nameFile.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     if (file) {
-        std::array<char, 1024> bytes;
-        const ssize_t size = read(file.Get(), bytes.data(), bytes.size());
-        std::u16string name(size > 0 ? static_cast<std::size_t>(size) / sizeof(char16_t) : 0, u'\0');
+        std::array<unsigned char, 1024> bytes;
+        std::u16string name(ReadFully(file.Get(), bytes).value_or(0) / sizeof(char16_t), u'\0');
         std::memcpy(name.data(), bytes.data(), name.size() * sizeof(char16_t));
         if (!name.empty() && KeyFileName(name) == fileName)
             return name;

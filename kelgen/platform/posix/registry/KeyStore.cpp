@@ -2,6 +2,7 @@
 #include <kelgen/platform/posix/registry/KeyStore.h>
 
 #include <kelgen/platform/posix/base/Home.h>
+#include <kelgen/platform/posix/base/Retry.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/registry/Folders.h>
@@ -11,6 +12,7 @@
 #include <sys/file.h>
 
 #include <algorithm>
+#include <new>
 
 namespace kelgen::posix {
 
@@ -50,8 +52,8 @@ class StoreLock
 public:
     explicit StoreLock(int operation) : m_folder(OpenFolder(AT_FDCWD, RegistryFolder()))
     {
-        while (m_folder && flock(m_folder.Get(), operation) != 0 && errno == EINTR) {
-        }
+        if (m_folder)
+            Retry([&] { return flock(m_folder.Get(), operation); });
     }
 
 private:
@@ -129,7 +131,13 @@ int MakeKeyFolder(int parent, std::u16string_view name, const std::string& folde
     if (mkdirat(parent, scratch.c_str(), 0700) != 0)
         return errno;
     const Descriptor made = OpenFolder(parent, scratch);
-    int error = !made ? errno : WriteNameFile(made.Get(), name);
+    int error = 0;
+    try {
+        error = !made ? errno : WriteNameFile(made.Get(), name);
+    } catch (const std::bad_alloc&) {
+        RemoveTree(parent, scratch);
+        throw;
+    }
     if (error == 0 && renameat2(parent, scratch.c_str(), parent, folder.c_str(), RENAME_NOREPLACE) != 0)
         error = errno;
     if (error == EINVAL) {

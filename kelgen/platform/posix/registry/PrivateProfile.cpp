@@ -1,6 +1,7 @@
 // PrivateProfile.cpp: the profile calls over files' texts.
 #include <kelgen/platform/posix/registry/api/PrivateProfile.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/Paths.h>
@@ -146,37 +147,41 @@ UINT GetPrivateProfileIntW(LPCWSTR section, LPCWSTR key, INT fallback, LPCWSTR f
 
 BOOL WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value, LPCSTR file)
 {
-    return WriteString(section, key, value, kelgen::posix::ProfilePath(file));
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return WriteString(section, key, value, kelgen::posix::ProfilePath(file)); });
 }
 
 BOOL WritePrivateProfileStringW(LPCWSTR section, LPCWSTR key, LPCWSTR value, LPCWSTR file)
 {
-    return WriteString(section, key, value, ProfilePath(file));
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return WriteString(section, key, value, ProfilePath(file)); });
 }
 
 DWORD GetPrivateProfileSectionA(LPCSTR section, LPSTR buffer, DWORD size, LPCSTR file)
 {
-    if (!section || !buffer || size == 0)
-        return 0;
-    const ProfileText text = ReadProfile(kelgen::posix::ProfilePath(file));
-    return GiveNames(text.Entries(WideText(section)), buffer, size, ERROR_INSUFFICIENT_BUFFER);
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD {
+        if (!section || !buffer || size == 0)
+            return 0;
+        const ProfileText text = ReadProfile(kelgen::posix::ProfilePath(file));
+        return GiveNames(text.Entries(WideText(section)), buffer, size, ERROR_INSUFFICIENT_BUFFER);
+    });
 }
 
 BOOL WritePrivateProfileSectionA(LPCSTR section, LPCSTR lines, LPCSTR file)
 {
-    if (!section)
-        return Fail(ERROR_FILE_NOT_FOUND, FALSE);
-    Names entries;
-    for (LPCSTR line = lines; line && *line; line += std::string_view(line).size() + 1)
-        entries.push_back(WideText(line));
-    return ChangeProfile(kelgen::posix::ProfilePath(file), [&](ProfileText& text) {
-        return lines ? text.ReplaceSection(WideText(section), entries) : text.RemoveSection(WideText(section));
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        if (!section)
+            return Fail(ERROR_FILE_NOT_FOUND, FALSE);
+        Names entries;
+        for (LPCSTR line = lines; line && *line; line += std::string_view(line).size() + 1)
+            entries.push_back(WideText(line));
+        return ChangeProfile(kelgen::posix::ProfilePath(file), [&](ProfileText& text) {
+            return lines ? text.ReplaceSection(WideText(section), entries) : text.RemoveSection(WideText(section));
+        });
     });
 }
 
 DWORD GetPrivateProfileSectionNamesA(LPSTR buffer, DWORD size, LPCSTR file)
 {
-    return GetPrivateProfileStringA(nullptr, nullptr, nullptr, buffer, size, file);
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return GetPrivateProfileStringA(nullptr, nullptr, nullptr, buffer, size, file); });
 }
 
 DWORD GetProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR buffer, DWORD size)
@@ -191,5 +196,5 @@ UINT GetProfileIntA(LPCSTR section, LPCSTR key, INT fallback)
 
 BOOL WriteProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value)
 {
-    return WritePrivateProfileStringA(section, key, value, nullptr);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return WritePrivateProfileStringA(section, key, value, nullptr); });
 }

@@ -3,6 +3,7 @@
 
 #include <kelgen/platform/posix/base/Descriptor.h>
 #include <kelgen/platform/posix/base/Home.h>
+#include <kelgen/platform/posix/base/Retry.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/Paths.h>
@@ -10,7 +11,9 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 
+#include <algorithm>
 #include <array>
 #include <climits>
 #include <cstdio>
@@ -22,23 +25,25 @@ namespace {
 
 constexpr const char* kWindowsFolder = "C:\\windows";
 
-/// The whole file; false, with errno, when it cannot be read.
-bool ReadWhole(const std::string& path, std::string& bytes)
+/// The whole of an open file; false, with errno, when it cannot be read.
+bool ReadWhole(const Descriptor& file, std::string& bytes)
 {
-    const Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     if (!file)
         return false;
     std::array<char, 16384> part;
     for (;;) {
-        const ssize_t count = read(file.Get(), part.data(), part.size());
-        if (count < 0 && errno == EINTR)
-            continue;
+        const ssize_t count = Retry([&] { return read(file.Get(), part.data(), part.size()); });
         if (count < 0)
             return false;
         if (count == 0)
             return true;
         bytes.append(part.data(), static_cast<std::size_t>(count));
     }
+}
+
+Descriptor OpenToRead(const std::string& path)
+{
+    return Descriptor(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
 }
 
 /// Why a file cannot be opened. A folder in its place, or in the way to it, is told apart from a missing file.
@@ -57,50 +62,136 @@ std::string FollowLinks(const std::string& path)
     return realpath(path.c_str(), target.data()) ? std::string(target.data()) : path;
 }
 
-/// Excludes other writers of files in the same folder until destruction. The lock is the folder's: nothing is left behind, and a
-/// killed process holds nothing.
-class FolderLock
+/// The file beside a profile that takes its place when it is written. Who has it locked is the only writer: nobody else but its owner can
+/// open it, so that no stranger's lock is in the way, and a killed process leaves nothing locked. What it leaves is used by the next.
+class Successor
 {
 public:
-    explicit FolderLock(const std::string& folder) : m_folder(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+    explicit Successor(const std::string& path) : m_path(path)
     {
-        while (m_folder && flock(m_folder.Get(), LOCK_EX) != 0 && errno == EINTR) {
+        const std::size_t slash = path.rfind('/');
+        m_name = path.substr(0, slash + 1) + '.' + path.substr(slash + 1) + ".new";
+        while (!TakeOnce()) {
         }
     }
+    ~Successor()
+    {
+        if (m_file)
+            unlink(m_name.c_str());
+    }
+    Successor(const Successor&) = delete;
+    Successor& operator=(const Successor&) = delete;
 
-    explicit operator bool() const { return static_cast<bool>(m_folder); }
+    explicit operator bool() const { return static_cast<bool>(m_file); }
+
+    /// Replaces the profile; false with errno, and then it is as it was.
+    bool Replace(const std::string& bytes)
+    {
+        // A new one gets the rights that any file gets in its folder.
+        Descriptor old(Retry([&] { return open(m_path.c_str(), O_RDONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666); }));
+        const bool isNew = static_cast<bool>(old);
+        if (!isNew)
+            old = OpenToRead(m_path);
+        if (old && ReplaceOpen(old.Get(), bytes))
+            return true;
+        const int error = errno;
+        if (isNew)
+            unlink(m_path.c_str());
+        errno = error;
+        return false;
+    }
 
 private:
-    Descriptor m_folder;
-};
-
-/// Replaces @p path; its folder is locked, so the scratch file's name is free, or a killed process's.
-bool Replace(const std::string& path, const std::string& bytes)
-{
-    struct stat old;
-    const mode_t mode = stat(path.c_str(), &old) == 0 ? old.st_mode & 07777 : 0666;
-    const std::size_t slash = path.rfind('/');
-    const std::string scratch = path.substr(0, slash + 1) + '.' + path.substr(slash + 1) + ".new";
-    unlink(scratch.c_str());
-    Descriptor file(open(scratch.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
-    if (!file)
-        return false;
-    if (mode != 0666)
-        fchmod(file.Get(), mode);
-    std::string_view rest = bytes;
-    while (!rest.empty()) {
-        const ssize_t written = write(file.Get(), rest.data(), rest.size());
-        if (written < 0 && errno != EINTR)
-            break;
-        rest.remove_prefix(static_cast<std::size_t>(std::max(written, ssize_t{0})));
+    /// True when it is open and locked, or cannot be, with errno.
+    bool TakeOnce()
+    {
+        m_file = Descriptor(Retry([&] { return open(m_name.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600); }));
+        if (!m_file && errno == EACCES && IsStrangers()) {
+            // Another user's is there as long as that one writes, or for good when it was killed.
+            usleep(1000);
+            if (--m_patience > 0)
+                return false;
+            return unlink(m_name.c_str()) != 0;
+        }
+        if (!m_file || Retry([&] { return flock(m_file.Get(), LOCK_EX); }) != 0)
+            return true;
+        // It may have become the profile, or have gone, before it was locked.
+        struct stat own;
+        struct stat there;
+        return fstat(m_file.Get(), &own) == 0 && lstat(m_name.c_str(), &there) == 0 && own.st_ino == there.st_ino &&
+               own.st_dev == there.st_dev;
     }
-    if (rest.empty() && close(file.Release()) == 0 && rename(scratch.c_str(), path.c_str()) == 0)
+
+    bool ReplaceOpen(int old, const std::string& bytes)
+    {
+        struct stat state;
+        if (fstat(old, &state) != 0)
+            return false;
+        // By contract: a read-only one stays as it is, even for a user who may write everything.
+        if ((state.st_mode & 0222) == 0 || access(m_path.c_str(), W_OK) != 0) {
+            errno = EACCES;
+            return false;
+        }
+        if (!Fill(bytes))
+            return false;
+        return Resemble(old, state) ? Rename() : Overwrite(bytes);
+    }
+
+    bool IsStrangers() const
+    {
+        struct stat state;
+        const bool is = lstat(m_name.c_str(), &state) == 0 && state.st_uid != geteuid();
+        errno = EACCES;
+        return is;
+    }
+
+    bool Fill(const std::string& bytes) const
+    {
+        return Retry([&] { return ftruncate(m_file.Get(), 0); }) == 0 && WriteFully(m_file.Get(), bytes) &&
+               Retry([&] { return fsync(m_file.Get()); }) == 0;
+    }
+
+    /// Gives it the owner, the mode and the extended attributes, access lists among them, of @p old. False when it may not.
+    bool Resemble(int old, const struct stat& state) const
+    {
+        if (fchown(m_file.Get(), state.st_uid, state.st_gid) != 0)
+            return false;
+        std::string names(static_cast<std::size_t>(std::max<ssize_t>(flistxattr(old, nullptr, 0), 0)), '\0');
+        names.resize(static_cast<std::size_t>(std::max<ssize_t>(flistxattr(old, names.data(), names.size()), 0)));
+        for (std::size_t begin = 0; begin < names.size(); begin = names.find('\0', begin) + 1) {
+            const char* const name = names.c_str() + begin;
+            std::string value(static_cast<std::size_t>(std::max<ssize_t>(fgetxattr(old, name, nullptr, 0), 0)), '\0');
+            // What the system keeps for itself it gives to each file.
+            const bool isKept = fgetxattr(old, name, value.data(), value.size()) == static_cast<ssize_t>(value.size()) &&
+                                fsetxattr(m_file.Get(), name, value.data(), value.size(), 0) == 0;
+            if (!isKept && !std::string_view(name).starts_with("security."))
+                return false;
+        }
+        return fchmod(m_file.Get(), state.st_mode & 07777) == 0;
+    }
+
+    bool Rename()
+    {
+        if (rename(m_name.c_str(), m_path.c_str()) != 0)
+            return false;
+        m_file.Close();
         return true;
-    const int error = errno;
-    unlink(scratch.c_str());
-    errno = error;
-    return false;
-}
+    }
+
+    /// For a file that no other can stand in for, such as another user's.
+    bool Overwrite(const std::string& bytes) const
+    {
+        const Descriptor file(Retry([&] { return open(m_path.c_str(), O_WRONLY | O_CLOEXEC); }));
+        return file && WriteFully(file.Get(), bytes) &&
+               Retry([&] { return ftruncate(file.Get(), static_cast<off_t>(bytes.size())); }) == 0 &&
+               Retry([&] { return fsync(file.Get()); }) == 0;
+    }
+
+    std::string m_path;
+    std::string m_name;
+    Descriptor m_file;
+    int m_patience = 1000;
+};
 
 }  // namespace
 
@@ -126,7 +217,7 @@ ProfileText ReadProfile(const std::string& path)
     std::string bytes;
     if (path.empty())
         return ProfileText();
-    if (!ReadWhole(path, bytes))
+    if (!ReadWhole(OpenToRead(path), bytes))
         return Fail(ErrorOfPath(path), ProfileText());
     SetLastError(ERROR_SUCCESS);
     return ProfileText(bytes);
@@ -137,17 +228,18 @@ BOOL ChangeProfile(const std::string& path, const std::function<bool(ProfileText
     if (path.empty())
         return FALSE;
     const std::string target = FollowLinks(path);
-    const FolderLock lock(target.substr(0, target.rfind('/') + 1));
-    if (!lock)
+    Successor successor(target);
+    if (!successor)
         return Fail(ErrorOfPath(target), FALSE);
 
     std::string bytes;
-    if (!ReadWhole(target, bytes) && errno != ENOENT)
+    const Descriptor old = OpenToRead(target);
+    if (!ReadWhole(old, bytes) && (old || errno != ENOENT))
         return Fail(ErrorOfPath(target), FALSE);
     ProfileText text(bytes);
     if (!change(text))
         return TRUE;
-    return Replace(target, text.Bytes()) ? TRUE : Fail(ErrorOfPath(target), FALSE);
+    return successor.Replace(text.Bytes()) ? TRUE : Fail(ErrorOfPath(target), FALSE);
 }
 
 }  // namespace kelgen::posix

@@ -1,6 +1,7 @@
 // RegistryEnumeration.cpp: numbered subkeys and values, and a key's counts.
 #include <kelgen/platform/posix/registry/api/Registry.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/registry/Folders.h>
@@ -191,48 +192,54 @@ LSTATUS QueryInfo(HKEY handle, Char* className, LPDWORD classSize, LPDWORD subke
 
 LSTATUS RegEnumKeyA(HKEY key, DWORD index, LPSTR name, DWORD size)
 {
-    return EnumerateKey<CHAR>(key, index, name, &size, nullptr, nullptr, nullptr, nullptr);
+    return StatusOrNoMemory([&]() -> LSTATUS { return EnumerateKey<CHAR>(key, index, name, &size, nullptr, nullptr, nullptr, nullptr); });
 }
 
 LSTATUS RegEnumKeyW(HKEY key, DWORD index, LPWSTR name, DWORD size)
 {
-    return EnumerateKey<WCHAR>(key, index, name, &size, nullptr, nullptr, nullptr, nullptr);
+    return StatusOrNoMemory([&]() -> LSTATUS { return EnumerateKey<WCHAR>(key, index, name, &size, nullptr, nullptr, nullptr, nullptr); });
 }
 
 LSTATUS RegEnumKeyExA(HKEY key, DWORD index, LPSTR name, LPDWORD size, LPDWORD reserved, LPSTR className, LPDWORD classSize,
                       FILETIME* lastWrite)
 {
-    return EnumerateKey<CHAR>(key, index, name, size, reserved, className, classSize, lastWrite);
+    return StatusOrNoMemory(
+        [&]() -> LSTATUS { return EnumerateKey<CHAR>(key, index, name, size, reserved, className, classSize, lastWrite); });
 }
 
 LSTATUS RegEnumKeyExW(HKEY key, DWORD index, LPWSTR name, LPDWORD size, LPDWORD reserved, LPWSTR className, LPDWORD classSize,
                       FILETIME* lastWrite)
 {
-    return EnumerateKey<WCHAR>(key, index, name, size, reserved, className, classSize, lastWrite);
+    return StatusOrNoMemory(
+        [&]() -> LSTATUS { return EnumerateKey<WCHAR>(key, index, name, size, reserved, className, classSize, lastWrite); });
 }
 
 LSTATUS RegEnumValueA(HKEY key, DWORD index, LPSTR name, LPDWORD nameSize, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD dataSize)
 {
-    return EnumerateValue<CHAR>(key, index, name, nameSize, reserved, type, data, dataSize);
+    return StatusOrNoMemory([&]() -> LSTATUS { return EnumerateValue<CHAR>(key, index, name, nameSize, reserved, type, data, dataSize); });
 }
 
 LSTATUS RegEnumValueW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameSize, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD dataSize)
 {
-    return EnumerateValue<WCHAR>(key, index, name, nameSize, reserved, type, data, dataSize);
+    return StatusOrNoMemory([&]() -> LSTATUS { return EnumerateValue<WCHAR>(key, index, name, nameSize, reserved, type, data, dataSize); });
 }
 
 LSTATUS RegQueryInfoKeyA(HKEY key, LPSTR className, LPDWORD classSize, LPDWORD, LPDWORD subkeys, LPDWORD longestSubkey,
                          LPDWORD longestClass, LPDWORD values, LPDWORD longestValueName, LPDWORD longestValue, LPDWORD securityDescriptor,
                          FILETIME* lastWrite)
 {
-    return QueryInfo(key, className, classSize, subkeys, longestSubkey, longestClass, values, longestValueName, longestValue,
-                     securityDescriptor, lastWrite);
+    return StatusOrNoMemory([&]() -> LSTATUS {
+        return QueryInfo(key, className, classSize, subkeys, longestSubkey, longestClass, values, longestValueName, longestValue,
+                         securityDescriptor, lastWrite);
+    });
 }
 
 LSTATUS RegQueryInfoKeyW(HKEY key, LPWSTR className, LPDWORD classSize, LPDWORD, LPDWORD subkeys, LPDWORD longestSubkey,
                          LPDWORD longestClass, LPDWORD values, LPDWORD longestValueName, LPDWORD longestValue, LPDWORD securityDescriptor,
                          FILETIME* lastWrite)
 {
-    return QueryInfo(key, className, classSize, subkeys, longestSubkey, longestClass, values, longestValueName, longestValue,
-                     securityDescriptor, lastWrite);
+    return StatusOrNoMemory([&]() -> LSTATUS {
+        return QueryInfo(key, className, classSize, subkeys, longestSubkey, longestClass, values, longestValueName, longestValue,
+                         securityDescriptor, lastWrite);
+    });
 }

@@ -1,6 +1,7 @@
 // RegistryValues.cpp: reads, writes and removes values.
 #include <kelgen/platform/posix/registry/api/Registry.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/registry/KeyStore.h>
@@ -138,50 +139,50 @@ LSTATUS SetDefaultValue(HKEY handle, std::u16string_view subkey, DWORD type, con
 
 LSTATUS RegQueryValueExA(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size)
 {
-    return QueryValue<CHAR>(key, WideText(name), reserved, type, data, size);
+    return StatusOrNoMemory([&]() -> LSTATUS { return QueryValue<CHAR>(key, WideText(name), reserved, type, data, size); });
 }
 
 LSTATUS RegQueryValueExW(HKEY key, LPCWSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size)
 {
-    return QueryValue<WCHAR>(key, WideText(name), reserved, type, data, size);
+    return StatusOrNoMemory([&]() -> LSTATUS { return QueryValue<WCHAR>(key, WideText(name), reserved, type, data, size); });
 }
 
 LSTATUS RegQueryValueA(HKEY key, LPCSTR subkey, LPSTR data, PLONG size)
 {
-    return QueryDefaultValue(key, WideText(subkey), data, size);
+    return StatusOrNoMemory([&]() -> LSTATUS { return QueryDefaultValue(key, WideText(subkey), data, size); });
 }
 
 LSTATUS RegQueryValueW(HKEY key, LPCWSTR subkey, LPWSTR data, PLONG size)
 {
-    return QueryDefaultValue(key, WideText(subkey), data, size);
+    return StatusOrNoMemory([&]() -> LSTATUS { return QueryDefaultValue(key, WideText(subkey), data, size); });
 }
 
 LSTATUS RegSetValueExA(HKEY key, LPCSTR name, DWORD, DWORD type, const BYTE* data, DWORD size)
 {
-    return SetValue<CHAR>(key, WideText(name), type, data, size);
+    return StatusOrNoMemory([&]() -> LSTATUS { return SetValue<CHAR>(key, WideText(name), type, data, size); });
 }
 
 LSTATUS RegSetValueExW(HKEY key, LPCWSTR name, DWORD, DWORD type, const BYTE* data, DWORD size)
 {
-    return SetValue<WCHAR>(key, WideText(name), type, data, size);
+    return StatusOrNoMemory([&]() -> LSTATUS { return SetValue<WCHAR>(key, WideText(name), type, data, size); });
 }
 
 LSTATUS RegSetValueA(HKEY key, LPCSTR subkey, DWORD type, LPCSTR data, DWORD)
 {
-    return SetDefaultValue(key, WideText(subkey), type, data);
+    return StatusOrNoMemory([&]() -> LSTATUS { return SetDefaultValue(key, WideText(subkey), type, data); });
 }
 
 LSTATUS RegSetValueW(HKEY key, LPCWSTR subkey, DWORD type, LPCWSTR data, DWORD)
 {
-    return SetDefaultValue(key, WideText(subkey), type, data);
+    return StatusOrNoMemory([&]() -> LSTATUS { return SetDefaultValue(key, WideText(subkey), type, data); });
 }
 
 LSTATUS RegDeleteValueA(HKEY key, LPCSTR name)
 {
-    return DeleteValue(key, WideText(name));
+    return StatusOrNoMemory([&]() -> LSTATUS { return DeleteValue(key, WideText(name)); });
 }
 
 LSTATUS RegDeleteValueW(HKEY key, LPCWSTR name)
 {
-    return DeleteValue(key, WideText(name));
+    return StatusOrNoMemory([&]() -> LSTATUS { return DeleteValue(key, WideText(name)); });
 }

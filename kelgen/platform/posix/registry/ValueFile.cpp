@@ -2,6 +2,7 @@
 #include <kelgen/platform/posix/registry/ValueFile.h>
 
 #include <kelgen/platform/posix/base/Descriptor.h>
+#include <kelgen/platform/posix/base/Retry.h>
 #include <kelgen/platform/posix/registry/StoredNames.h>
 
 #include <fcntl.h>
@@ -35,6 +36,8 @@ struct SlotHeader
 
 constexpr std::array<char, 4> kMagic = {'K', 'R', 'V', '2'};
 constexpr std::size_t kFirstRead = 4096;
+/// What a disk writes as a whole, at the least.
+constexpr std::size_t kSector = 512;
 /// Both slots of most values' files lie in one page, which one call reads.
 constexpr DWORD kSmallSlot = (kFirstRead - sizeof(Preamble)) / 2;
 constexpr std::size_t kLargestSlot = std::bit_ceil(kLargestValue + sizeof(SlotHeader));
@@ -129,28 +132,11 @@ StoredValue ValueOf(std::span<const BYTE> slot)
     return value;
 }
 
-/// As many bytes of the file as it gives; fewer than asked for only at its end. Nothing, with errno, when it cannot be read.
-std::optional<std::size_t> ReadFully(int file, std::span<BYTE> bytes)
-{
-    std::size_t have = 0;
-    while (have < bytes.size()) {
-        const ssize_t count = pread(file, bytes.data() + have, bytes.size() - have, static_cast<off_t>(have));
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            return std::nullopt;
-        if (count == 0)
-            break;
-        have += static_cast<std::size_t>(count);
-    }
-    return have;
-}
-
 /// The bytes of an open file: up to a page of them in @p page, more in @p whole. Nothing, with errno, when it cannot be read
 /// (EUCLEAN: it is larger than any value's).
 std::optional<std::span<const BYTE>> ReadBytes(int file, std::array<BYTE, kFirstRead>& page, std::vector<BYTE>& whole)
 {
-    const auto count = ReadFully(file, page);
+    const auto count = ReadFullyAt(file, page, 0);
     if (!count)
         return std::nullopt;
     const auto first = std::span<const BYTE>(page).first(*count);
@@ -166,44 +152,23 @@ std::optional<std::span<const BYTE>> ReadBytes(int file, std::array<BYTE, kFirst
         return std::nullopt;
     }
     whole.resize(static_cast<std::size_t>(state.st_size));
-    const auto have = ReadFully(file, whole);
+    const auto have = ReadFullyAt(file, whole, 0);
     if (!have)
         return std::nullopt;
     return std::span<const BYTE>(whole).first(*have);
 }
 
-bool WriteFully(int file, std::string_view bytes)
-{
-    while (!bytes.empty()) {
-        const ssize_t written = write(file, bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written < 0)
-            return false;
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-}
-
-/// Writes all of @p bytes at @p position; a part that was written first does no harm in a slot that does not count.
-bool WriteFullyAt(int file, std::string_view bytes, off_t position)
-{
-    while (!bytes.empty()) {
-        const ssize_t written = pwrite(file, bytes.data(), bytes.size(), position);
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written < 0)
-            return false;
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-        position += written;
-    }
-    return true;
-}
-
 void Lock(int file, int operation)
 {
-    while (flock(file, operation) != 0 && errno == EINTR) {
-    }
+    Retry([&] { return flock(file, operation); });
+}
+
+/// A slot that does not count is overwritten: a power cut leaves any of its sectors old or new. While it is one sector that does no
+/// harm; else the other slot has to be on the disk first. False with errno.
+bool SaveOtherSlot(int file, off_t position, std::size_t size)
+{
+    const bool isOneSector = static_cast<std::size_t>(position) % kSector + size <= kSector;
+    return isOneSector || Retry([&] { return fdatasync(file); }) == 0;
 }
 
 /// Writes the value into the slot that does not count. False when that cannot be: no value's file yet, or a slot too small;
@@ -228,12 +193,14 @@ bool WriteInPlace(int folder, const std::string& fileName, StoredValue& value, i
         value.name = std::move(old.name);
     const std::string slot = SlotBytes(value, state.sequence + 1);
     bool written = false;
-    if (bytes->empty() && slot.size() <= kSmallSlot)
+    if (bytes->empty() && slot.size() <= kSmallSlot) {
         written = WriteFullyAt(file.Get(), ValueFileBytes(value), 0);
-    else if (slot.size() <= state.slotSize)
-        written = WriteFullyAt(file.Get(), slot, static_cast<off_t>(sizeof(Preamble) + (state.isSecond ? 0 : state.slotSize)));
-    else
+    } else if (slot.size() <= state.slotSize) {
+        const off_t position = static_cast<off_t>(sizeof(Preamble) + (state.isSecond ? 0 : state.slotSize));
+        written = SaveOtherSlot(file.Get(), position, slot.size()) && WriteFullyAt(file.Get(), slot, position);
+    } else {
         return false;
+    }
     error = written ? 0 : errno;
     return true;
 }
@@ -306,7 +273,8 @@ int ReplaceFile(int folder, const std::string& fileName, std::string_view bytes)
     if (!file)
         return errno;
 
-    bool good = WriteFully(file.Get(), bytes);
+    // Renamed before its bytes are on the disk it might come out of a power cut empty.
+    bool good = WriteFully(file.Get(), bytes) && Retry([&] { return fsync(file.Get()); }) == 0;
     const int closed = close(file.Release());
     good = good && closed == 0 && renameat(folder, scratch.c_str(), folder, fileName.c_str()) == 0;
     if (good)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <kelgen/platform/posix/base/Descriptor.h>
+#include <kelgen/platform/posix/base/Retry.h>
 #include <kelgen/platform/posix/base/api/Types.h>
 
 #include <cstring>
@@ -90,8 +91,7 @@ private:
 
     std::size_t ReadFile(ULONGLONG offset, std::span<BYTE> target) const
     {
-        const ssize_t count = pread(m_file.Get(), target.data(), target.size(), static_cast<off_t>(offset));
-        return count > 0 ? static_cast<std::size_t>(count) : 0;
+        return ReadFullyAt(m_file.Get(), target, static_cast<off_t>(offset)).value_or(0);
     }
 
     Descriptor m_file;

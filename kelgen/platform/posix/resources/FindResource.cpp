@@ -2,6 +2,7 @@
 // the enumerations of resources.
 #include <kelgen/platform/posix/resources/api/Resources.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/modules/ModuleTable.h>
@@ -133,22 +134,22 @@ void Collect(std::set<Member>& values, std::span<const ResourceEntry> entries, M
 
 HRSRC FindResourceA(HMODULE module, LPCSTR name, LPCSTR type)
 {
-    return FindResourceOf(module, type, name, 0);
+    return OrNoMemory(HRSRC{}, [&]() -> HRSRC { return FindResourceOf(module, type, name, 0); });
 }
 
 HRSRC FindResourceW(HMODULE module, LPCWSTR name, LPCWSTR type)
 {
-    return FindResourceOf(module, type, name, 0);
+    return OrNoMemory(HRSRC{}, [&]() -> HRSRC { return FindResourceOf(module, type, name, 0); });
 }
 
 HRSRC FindResourceExA(HMODULE module, LPCSTR type, LPCSTR name, WORD language)
 {
-    return FindResourceOf(module, type, name, language);
+    return OrNoMemory(HRSRC{}, [&]() -> HRSRC { return FindResourceOf(module, type, name, language); });
 }
 
 HRSRC FindResourceExW(HMODULE module, LPCWSTR type, LPCWSTR name, WORD language)
 {
-    return FindResourceOf(module, type, name, language);
+    return OrNoMemory(HRSRC{}, [&]() -> HRSRC { return FindResourceOf(module, type, name, language); });
 }
 
 HGLOBAL LoadResource(HMODULE, HRSRC resource)
@@ -175,37 +176,41 @@ BOOL FreeResource(HGLOBAL)
 
 int LoadStringA(HINSTANCE module, UINT id, LPSTR buffer, int size)
 {
-    if (size <= 0)
-        return -1;
-    buffer[0] = 0;
-    auto text = FindString(module, id);
-    if (!text)
-        return 0;
+    return OrNoMemory(int{0}, [&]() -> int {
+        if (size <= 0)
+            return -1;
+        buffer[0] = 0;
+        auto text = FindString(module, id);
+        if (!text)
+            return 0;
 
-    // No unit takes less than a byte.
-    *text = text->substr(0, static_cast<std::size_t>(size - 1));
-    std::string narrow = AnsiText(*text);
-    while (narrow.size() >= static_cast<std::size_t>(size)) {
-        // Whole characters only.
-        text->remove_suffix(1);
-        narrow = AnsiText(*text);
-    }
-    *std::ranges::copy(narrow, buffer).out = 0;
-    return static_cast<int>(narrow.size());
+        // No unit takes less than a byte.
+        *text = text->substr(0, static_cast<std::size_t>(size - 1));
+        std::string narrow = AnsiText(*text);
+        while (narrow.size() >= static_cast<std::size_t>(size)) {
+            // Whole characters only.
+            text->remove_suffix(1);
+            narrow = AnsiText(*text);
+        }
+        *std::ranges::copy(narrow, buffer).out = 0;
+        return static_cast<int>(narrow.size());
+    });
 }
 
 int LoadStringW(HINSTANCE module, UINT id, LPWSTR buffer, int size)
 {
-    const auto text = FindString(module, id);
-    if (!text || size < 0)
-        return 0;
-    if (size == 0) {
-        *reinterpret_cast<LPCWSTR*>(buffer) = reinterpret_cast<LPCWSTR>(text->data());
-        return static_cast<int>(text->size());
-    }
-    const auto part = text->substr(0, static_cast<std::size_t>(size - 1));
-    *std::ranges::copy(part, buffer).out = 0;
-    return static_cast<int>(part.size());
+    return OrNoMemory(int{0}, [&]() -> int {
+        const auto text = FindString(module, id);
+        if (!text || size < 0)
+            return 0;
+        if (size == 0) {
+            *reinterpret_cast<LPCWSTR*>(buffer) = reinterpret_cast<LPCWSTR>(text->data());
+            return static_cast<int>(text->size());
+        }
+        const auto part = text->substr(0, static_cast<std::size_t>(size - 1));
+        *std::ranges::copy(part, buffer).out = 0;
+        return static_cast<int>(part.size());
+    });
 }
 
 BOOL EnumResourceTypesA(HMODULE module, ENUMRESTYPEPROCA callback, LONG_PTR parameter)

@@ -1,6 +1,7 @@
 // VersionBlock.cpp: VerQueryValueA, VerQueryValueW, and the blocks that they look into.
 #include <kelgen/platform/posix/resources/VersionBlock.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
@@ -184,38 +185,42 @@ using namespace kelgen::posix;
 
 BOOL VerQueryValueA(LPCVOID block, LPCSTR path, LPVOID* value, UINT* length)
 {
-    const auto node = Query(block, WideText(path), length);
-    if (!node)
-        return FALSE;
-    // Callers fill the block themselves: it is never constant.
-    BYTE* const bytes = const_cast<BYTE*>(static_cast<const BYTE*>(block));
-    if (!node->isText)
-        return Give(bytes + node->value, node->valueLength, value, length);
-    if (!(WordAt(bytes + kTypeOffset) & kHasRoom))
-        return Fail(ERROR_INSUFFICIENT_BUFFER, FALSE);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        const auto node = Query(block, WideText(path), length);
+        if (!node)
+            return FALSE;
+        // Callers fill the block themselves: it is never constant.
+        BYTE* const bytes = const_cast<BYTE*>(static_cast<const BYTE*>(block));
+        if (!node->isText)
+            return Give(bytes + node->value, node->valueLength, value, length);
+        if (!(WordAt(bytes + kTypeOffset) & kHasRoom))
+            return Fail(ERROR_INSUFFICIENT_BUFFER, FALSE);
 
-    const std::size_t size = WordAt(bytes);
-    BYTE* const room = bytes + Aligned(size) + kBytesForUnit * (std::min(node->value, size) / 2);
-    if (const DWORD error = ErrorOfText(bytes, *node)) {
-        *room = 0;
-        return Fail(error, Give(room, 0, value, length));
-    }
-    std::u16string text(node->valueLength, 0);
-    std::memcpy(text.data(), bytes + node->value, node->ValueBytes());
-    std::string narrow = AnsiText(text);
-    narrow.resize(std::min(narrow.size(), static_cast<std::size_t>(bytes + Readable(bytes) - room) - 1));
-    std::memcpy(room, narrow.c_str(), narrow.size() + 1);
-    return Give(room, narrow.size(), value, length);
+        const std::size_t size = WordAt(bytes);
+        BYTE* const room = bytes + Aligned(size) + kBytesForUnit * (std::min(node->value, size) / 2);
+        if (const DWORD error = ErrorOfText(bytes, *node)) {
+            *room = 0;
+            return Fail(error, Give(room, 0, value, length));
+        }
+        std::u16string text(node->valueLength, 0);
+        std::memcpy(text.data(), bytes + node->value, node->ValueBytes());
+        std::string narrow = AnsiText(text);
+        narrow.resize(std::min(narrow.size(), static_cast<std::size_t>(bytes + Readable(bytes) - room) - 1));
+        std::memcpy(room, narrow.c_str(), narrow.size() + 1);
+        return Give(room, narrow.size(), value, length);
+    });
 }
 
 BOOL VerQueryValueW(LPCVOID block, LPCWSTR path, LPVOID* value, UINT* length)
 {
-    const auto node = Query(block, WideText(path), length);
-    if (!node)
-        return FALSE;
-    BYTE* const bytes = const_cast<BYTE*>(static_cast<const BYTE*>(block));
-    const std::size_t size = WordAt(bytes);
-    const std::size_t start = std::min(node->value, size);
-    const std::size_t unit = node->isText ? 2 : 1;
-    return Give(bytes + start, std::min<std::size_t>(node->valueLength, (size - start) / unit), value, length);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        const auto node = Query(block, WideText(path), length);
+        if (!node)
+            return FALSE;
+        BYTE* const bytes = const_cast<BYTE*>(static_cast<const BYTE*>(block));
+        const std::size_t size = WordAt(bytes);
+        const std::size_t start = std::min(node->value, size);
+        const std::size_t unit = node->isText ? 2 : 1;
+        return Give(bytes + start, std::min<std::size_t>(node->valueLength, (size - start) / unit), value, length);
+    });
 }

@@ -1,6 +1,7 @@
 // VersionInformation.cpp: GetFileVersionInfoSizeA, GetFileVersionInfoA and their wide forms.
 #include <kelgen/platform/posix/resources/api/VersionInformation.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/Paths.h>
@@ -85,20 +86,20 @@ BOOL Fill(const std::string& name, DWORD size, LPVOID data)
 
 DWORD GetFileVersionInfoSizeA(LPCSTR name, LPDWORD handle)
 {
-    return name ? BlockSize(name, handle) : Fail(ERROR_INVALID_PARAMETER, 0u);
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return name ? BlockSize(name, handle) : Fail(ERROR_INVALID_PARAMETER, 0u); });
 }
 
 DWORD GetFileVersionInfoSizeW(LPCWSTR name, LPDWORD handle)
 {
-    return name ? BlockSize(NarrowName(name), handle) : Fail(ERROR_INVALID_PARAMETER, 0u);
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return name ? BlockSize(NarrowName(name), handle) : Fail(ERROR_INVALID_PARAMETER, 0u); });
 }
 
 BOOL GetFileVersionInfoA(LPCSTR name, DWORD, DWORD size, LPVOID data)
 {
-    return Fill(name ? name : "", size, data);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return Fill(name ? name : "", size, data); });
 }
 
 BOOL GetFileVersionInfoW(LPCWSTR name, DWORD, DWORD size, LPVOID data)
 {
-    return Fill(NarrowName(name), size, data);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return Fill(NarrowName(name), size, data); });
 }

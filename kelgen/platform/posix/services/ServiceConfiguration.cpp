@@ -1,6 +1,7 @@
 // ServiceConfiguration.cpp: reads and changes how services are installed.
 #include <kelgen/platform/posix/services/api/Services.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/services/ServiceObjects.h>
 #include <kelgen/platform/posix/services/ServiceSettings.h>
 
@@ -109,22 +110,26 @@ BOOL Change(SC_HANDLE service, const ServiceSettings& settings)
 
 BOOL QueryServiceConfigA(SC_HANDLE service, LPQUERY_SERVICE_CONFIGA configuration, DWORD size, LPDWORD needed)
 {
-    return Query<CHAR>(service, configuration, size, needed);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return Query<CHAR>(service, configuration, size, needed); });
 }
 
 BOOL QueryServiceConfigW(SC_HANDLE service, LPQUERY_SERVICE_CONFIGW configuration, DWORD size, LPDWORD needed)
 {
-    return Query<WCHAR>(service, configuration, size, needed);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return Query<WCHAR>(service, configuration, size, needed); });
 }
 
 BOOL ChangeServiceConfigA(SC_HANDLE service, DWORD type, DWORD start, DWORD errorControl, LPCSTR path, LPCSTR group, LPDWORD,
                           LPCSTR dependencies, LPCSTR account, LPCSTR, LPCSTR displayName)
 {
-    return Change(service, SettingsOf(type, start, errorControl, path, group, dependencies, account, displayName));
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        return Change(service, SettingsOf(type, start, errorControl, path, group, dependencies, account, displayName));
+    });
 }
 
 BOOL ChangeServiceConfigW(SC_HANDLE service, DWORD type, DWORD start, DWORD errorControl, LPCWSTR path, LPCWSTR group, LPDWORD,
                           LPCWSTR dependencies, LPCWSTR account, LPCWSTR, LPCWSTR displayName)
 {
-    return Change(service, SettingsOf(type, start, errorControl, path, group, dependencies, account, displayName));
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        return Change(service, SettingsOf(type, start, errorControl, path, group, dependencies, account, displayName));
+    });
 }

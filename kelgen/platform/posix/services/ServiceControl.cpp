@@ -2,6 +2,7 @@
 #include <kelgen/platform/posix/services/api/Services.h>
 
 #include <kelgen/platform/posix/base/Home.h>
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/files/Paths.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/processes/CommandLines.h>
@@ -178,72 +179,81 @@ DWORD Send(const ServiceFolder& folder, DWORD control)
 
 BOOL QueryServiceStatus(SC_HANDLE service, LPSERVICE_STATUS status)
 {
-    const auto object = FindFor<ServiceObject>(service, SERVICE_QUERY_STATUS);
-    if (!object)
-        return FALSE;
-    if (!status)
-        return Fail(ERROR_INVALID_ADDRESS, FALSE);
-    *status = object->Record().status;
-    return TRUE;
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        const auto object = FindFor<ServiceObject>(service, SERVICE_QUERY_STATUS);
+        if (!object)
+            return FALSE;
+        if (!status)
+            return Fail(ERROR_INVALID_ADDRESS, FALSE);
+        *status = object->Record().status;
+        return TRUE;
+    });
 }
 
 BOOL QueryServiceStatusEx(SC_HANDLE service, SC_STATUS_TYPE level, LPBYTE buffer, DWORD size, LPDWORD needed)
 {
-    const auto object = FindFor<ServiceObject>(service, SERVICE_QUERY_STATUS);
-    if (!object)
-        return FALSE;
-    if (level != SC_STATUS_PROCESS_INFO)
-        return Fail(ERROR_INVALID_LEVEL, FALSE);
-    if (!needed)
-        return Fail(ERROR_INVALID_ADDRESS, FALSE);
-    *needed = sizeof(SERVICE_STATUS_PROCESS);
-    if (!buffer || size < sizeof(SERVICE_STATUS_PROCESS))
-        return Fail(ERROR_INSUFFICIENT_BUFFER, FALSE);
-    const ServiceRecord record = object->Record();
-    const SERVICE_STATUS& status = record.status;
-    *reinterpret_cast<SERVICE_STATUS_PROCESS*>(buffer) = {status.dwServiceType,
-                                                          status.dwCurrentState,
-                                                          status.dwControlsAccepted,
-                                                          status.dwWin32ExitCode,
-                                                          status.dwServiceSpecificExitCode,
-                                                          status.dwCheckPoint,
-                                                          status.dwWaitHint,
-                                                          record.IsStopped() ? 0 : record.process,
-                                                          0};
-    return TRUE;
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        const auto object = FindFor<ServiceObject>(service, SERVICE_QUERY_STATUS);
+        if (!object)
+            return FALSE;
+        if (level != SC_STATUS_PROCESS_INFO)
+            return Fail(ERROR_INVALID_LEVEL, FALSE);
+        if (!needed)
+            return Fail(ERROR_INVALID_ADDRESS, FALSE);
+        *needed = sizeof(SERVICE_STATUS_PROCESS);
+        if (!buffer || size < sizeof(SERVICE_STATUS_PROCESS))
+            return Fail(ERROR_INSUFFICIENT_BUFFER, FALSE);
+        const ServiceRecord record = object->Record();
+        const SERVICE_STATUS& status = record.status;
+        *reinterpret_cast<SERVICE_STATUS_PROCESS*>(buffer) = {status.dwServiceType,
+                                                              status.dwCurrentState,
+                                                              status.dwControlsAccepted,
+                                                              status.dwWin32ExitCode,
+                                                              status.dwServiceSpecificExitCode,
+                                                              status.dwCheckPoint,
+                                                              status.dwWaitHint,
+                                                              record.IsStopped() ? 0 : record.process,
+                                                              0};
+        return TRUE;
+    });
 }
 
 BOOL StartServiceA(SC_HANDLE service, DWORD count, LPCSTR* arguments)
 {
-    return Start(service, std::vector<std::string>(arguments, arguments + (arguments ? count : 0)));
+    return OrNoMemory<BOOL>(
+        FALSE, [&]() -> BOOL { return Start(service, std::vector<std::string>(arguments, arguments + (arguments ? count : 0))); });
 }
 
 BOOL StartServiceW(SC_HANDLE service, DWORD count, LPCWSTR* arguments)
 {
-    std::vector<std::string> texts;
-    for (DWORD i = 0; arguments && i < count; ++i)
-        texts.push_back(NarrowName(arguments[i]));
-    return Start(service, texts);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        std::vector<std::string> texts;
+        for (DWORD i = 0; arguments && i < count; ++i)
+            texts.push_back(NarrowName(arguments[i]));
+        return Start(service, texts);
+    });
 }
 
 BOOL ControlService(SC_HANDLE service, DWORD control, LPSERVICE_STATUS status)
 {
-    const auto needs = NeedsOf(control);
-    const auto object = FindFor<ServiceObject>(service, needs ? needs->right : 0);
-    if (!object)
-        return FALSE;
-    if (!needs)
-        return Fail(ERROR_INVALID_PARAMETER, FALSE);
-    if (!status)
-        return Fail(ERROR_INVALID_ADDRESS, FALSE);
-    *status = object->Record().status;
-    if (const DWORD refusal = Refusal(*status, control, needs->accepted))
-        return Fail(refusal, FALSE);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        const auto needs = NeedsOf(control);
+        const auto object = FindFor<ServiceObject>(service, needs ? needs->right : 0);
+        if (!object)
+            return FALSE;
+        if (!needs)
+            return Fail(ERROR_INVALID_PARAMETER, FALSE);
+        if (!status)
+            return Fail(ERROR_INVALID_ADDRESS, FALSE);
+        *status = object->Record().status;
+        if (const DWORD refusal = Refusal(*status, control, needs->accepted))
+            return Fail(refusal, FALSE);
 
-    DWORD error = Send(object->Folder(), control);
-    *status = object->Record().status;
-    // It may have stopped meanwhile, before it took the control.
-    if (error == ERROR_SERVICE_REQUEST_TIMEOUT && status->dwCurrentState == SERVICE_STOPPED)
-        error = control == SERVICE_CONTROL_STOP ? ERROR_SUCCESS : ERROR_SERVICE_NOT_ACTIVE;
-    return error == ERROR_SUCCESS ? TRUE : Fail(error, FALSE);
+        DWORD error = Send(object->Folder(), control);
+        *status = object->Record().status;
+        // It may have stopped meanwhile, before it took the control.
+        if (error == ERROR_SERVICE_REQUEST_TIMEOUT && status->dwCurrentState == SERVICE_STOPPED)
+            error = control == SERVICE_CONTROL_STOP ? ERROR_SUCCESS : ERROR_SERVICE_NOT_ACTIVE;
+        return error == ERROR_SUCCESS ? TRUE : Fail(error, FALSE);
+    });
 }

@@ -1,6 +1,8 @@
 // ServiceDispatcher.cpp: the side of the service process: dispatcher, control handlers and reports.
 #include <kelgen/platform/posix/services/api/Services.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
+#include <kelgen/platform/posix/base/Retry.h>
 #include <kelgen/platform/posix/files/Paths.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/nls/NameCase.h>
@@ -27,6 +29,14 @@ namespace {
 constexpr ULONGLONG kMessageMilliseconds = 10000;
 
 using Handler = std::function<DWORD(DWORD)>;
+
+/// Whether the other end of a socket is the service's own user, or the system's.
+bool IsOfUser(int socket)
+{
+    ucred peer{};
+    socklen_t size = sizeof peer;
+    return getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 && (peer.uid == geteuid() || peer.uid == 0);
+}
 
 /// The service that this process runs.
 class RunningService
@@ -69,13 +79,30 @@ public:
     /// Takes controls until the service has reported its stop.
     void TakeControls()
     {
-        pollfd wanted[] = {{m_stopped.Get(), POLLIN, 0}, {m_listener.Get(), POLLIN, 0}};
+        // A client that says nothing waits aside, until it is the eldest of too many.
+        constexpr std::size_t kMostClients = 64;
+        std::vector<Descriptor> clients;
         for (;;) {
-            if (poll(wanted, 2, -1) < 0)
+            std::vector<pollfd> wanted = {{m_stopped.Get(), POLLIN, 0}, {m_listener.Get(), POLLIN, 0}};
+            for (const Descriptor& client : clients)
+                wanted.push_back({client.Get(), POLLIN, 0});
+            if (Retry([&] { return poll(wanted.data(), wanted.size(), -1); }) < 0)
                 continue;
             if (wanted[0].revents)
                 break;
-            TakeControl(Descriptor(accept4(m_listener.Get(), nullptr, nullptr, SOCK_CLOEXEC)));
+            for (std::size_t i = clients.size(); i-- > 0;) {
+                if (!wanted[i + 2].revents)
+                    continue;
+                TakeControl(clients[i]);
+                clients.erase(clients.begin() + static_cast<std::ptrdiff_t>(i));
+            }
+            if (!wanted[1].revents)
+                continue;
+            Descriptor client(Retry([&] { return accept4(m_listener.Get(), nullptr, nullptr, SOCK_CLOEXEC); }));
+            if (client && IsOfUser(client.Get()))
+                clients.push_back(std::move(client));
+            if (clients.size() > kMostClients)
+                clients.erase(clients.begin());
         }
         const ServiceLock lock = LockServices();
         RemoveIfDue(m_start.name);
@@ -85,7 +112,8 @@ private:
     void TakeControl(const Descriptor& connection)
     {
         DWORD control = 0;
-        if (!ReceiveBytes(connection.Get(), &control, sizeof control, GetTickCount64() + kMessageMilliseconds))
+        const ssize_t received = Retry([&] { return recv(connection.Get(), &control, sizeof control, MSG_DONTWAIT); });
+        if (received != static_cast<ssize_t>(sizeof control) || !IsControl(control))
             return;
         Handler handler;
         {
@@ -126,7 +154,7 @@ std::atomic<bool> dispatcherCalled = false;
 // The service that this process was started for; null with the last error.
 RunningService* ConnectToStarter()
 {
-    const bool isService = std::getenv(kServiceMark) != nullptr;
+    const bool isService = secure_getenv(kServiceMark) != nullptr;
     // Programs that the service starts are no services.
     unsetenv(kServiceMark);
     if (!isService || fcntl(kStartChannel, F_SETFD, FD_CLOEXEC) != 0)
@@ -242,30 +270,32 @@ BOOL StartServiceCtrlDispatcherW(const SERVICE_TABLE_ENTRYW* table)
 
 SERVICE_STATUS_HANDLE RegisterServiceCtrlHandlerA(LPCSTR, LPHANDLER_FUNCTION handler)
 {
-    return Register(Plain(handler));
+    return OrNoMemory(SERVICE_STATUS_HANDLE{}, [&]() -> SERVICE_STATUS_HANDLE { return Register(Plain(handler)); });
 }
 
 SERVICE_STATUS_HANDLE RegisterServiceCtrlHandlerW(LPCWSTR, LPHANDLER_FUNCTION handler)
 {
-    return Register(Plain(handler));
+    return OrNoMemory(SERVICE_STATUS_HANDLE{}, [&]() -> SERVICE_STATUS_HANDLE { return Register(Plain(handler)); });
 }
 
 SERVICE_STATUS_HANDLE RegisterServiceCtrlHandlerExA(LPCSTR, LPHANDLER_FUNCTION_EX handler, LPVOID context)
 {
-    return Register(Extended(handler, context));
+    return OrNoMemory(SERVICE_STATUS_HANDLE{}, [&]() -> SERVICE_STATUS_HANDLE { return Register(Extended(handler, context)); });
 }
 
 SERVICE_STATUS_HANDLE RegisterServiceCtrlHandlerExW(LPCWSTR, LPHANDLER_FUNCTION_EX handler, LPVOID context)
 {
-    return Register(Extended(handler, context));
+    return OrNoMemory(SERVICE_STATUS_HANDLE{}, [&]() -> SERVICE_STATUS_HANDLE { return Register(Extended(handler, context)); });
 }
 
 BOOL SetServiceStatus(SERVICE_STATUS_HANDLE service, LPSERVICE_STATUS status)
 {
-    if (!runningService || !Handles().Find<StatusObject>(service))
-        return Fail(ERROR_INVALID_HANDLE, FALSE);
-    if (!status)
-        return Fail(ERROR_INVALID_ADDRESS, FALSE);
-    const DWORD error = runningService.load()->Report(*status);
-    return error == ERROR_SUCCESS ? TRUE : Fail(error, FALSE);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        if (!runningService || !Handles().Find<StatusObject>(service))
+            return Fail(ERROR_INVALID_HANDLE, FALSE);
+        if (!status)
+            return Fail(ERROR_INVALID_ADDRESS, FALSE);
+        const DWORD error = runningService.load()->Report(*status);
+        return error == ERROR_SUCCESS ? TRUE : Fail(error, FALSE);
+    });
 }

@@ -1,6 +1,7 @@
 // ServiceManager.cpp: connections to the manager; installing, opening, listing and removing services.
 #include <kelgen/platform/posix/services/api/Services.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/files/Paths.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/nls/NameCase.h>
@@ -73,9 +74,13 @@ SC_HANDLE Create(SC_HANDLE handle, std::u16string name, DWORD access, const Serv
         return Fail(ERROR_INVALID_PARAMETER, SC_HANDLE{});
     if (IsDisplayNameTaken(name, configuration.displayName))
         return Fail(ERROR_DUPLICATE_SERVICE_NAME, SC_HANDLE{});
+    NewServiceKey key(name);
     if (const LONG status = StoreService(name, configuration))
         return Fail(static_cast<DWORD>(status), SC_HANDLE{});
-    return InsertService(std::move(name), access);
+    const SC_HANDLE service = InsertService(std::move(name), access);
+    if (service)
+        key.Keep();
+    return service;
 }
 
 SC_HANDLE Open(SC_HANDLE handle, std::u16string name, DWORD access)
@@ -124,53 +129,64 @@ char* CopyBefore(char* end, const std::string& text)
 
 SC_HANDLE OpenSCManagerA(LPCSTR, LPCSTR database, DWORD access)
 {
-    return OpenManager(WideText(database), access);
+    return OrNoMemory(SC_HANDLE{}, [&]() -> SC_HANDLE { return OpenManager(WideText(database), access); });
 }
 
 SC_HANDLE OpenSCManagerW(LPCWSTR, LPCWSTR database, DWORD access)
 {
-    return OpenManager(WideText(database), access);
+    return OrNoMemory(SC_HANDLE{}, [&]() -> SC_HANDLE { return OpenManager(WideText(database), access); });
 }
 
 SC_HANDLE CreateServiceA(SC_HANDLE manager, LPCSTR name, LPCSTR displayName, DWORD access, DWORD type, DWORD start, DWORD errorControl,
                          LPCSTR path, LPCSTR group, LPDWORD, LPCSTR dependencies, LPCSTR account, LPCSTR)
 {
-    if (!name || !path)
-        return Fail(ERROR_INVALID_ADDRESS, SC_HANDLE{});
-    return Create(manager, WideText(name), access, SettingsOf(type, start, errorControl, path, group, dependencies, account, displayName));
+    return OrNoMemory(SC_HANDLE{}, [&]() -> SC_HANDLE {
+        if (!name || !path)
+            return Fail(ERROR_INVALID_ADDRESS, SC_HANDLE{});
+        return Create(manager, WideText(name), access,
+                      SettingsOf(type, start, errorControl, path, group, dependencies, account, displayName));
+    });
 }
 
 SC_HANDLE CreateServiceW(SC_HANDLE manager, LPCWSTR name, LPCWSTR displayName, DWORD access, DWORD type, DWORD start, DWORD errorControl,
                          LPCWSTR path, LPCWSTR group, LPDWORD, LPCWSTR dependencies, LPCWSTR account, LPCWSTR)
 {
-    if (!name || !path)
-        return Fail(ERROR_INVALID_ADDRESS, SC_HANDLE{});
-    return Create(manager, std::u16string(WideText(name)), access,
-                  SettingsOf(type, start, errorControl, path, group, dependencies, account, displayName));
+    return OrNoMemory(SC_HANDLE{}, [&]() -> SC_HANDLE {
+        if (!name || !path)
+            return Fail(ERROR_INVALID_ADDRESS, SC_HANDLE{});
+        return Create(manager, std::u16string(WideText(name)), access,
+                      SettingsOf(type, start, errorControl, path, group, dependencies, account, displayName));
+    });
 }
 
 SC_HANDLE OpenServiceA(SC_HANDLE manager, LPCSTR name, DWORD access)
 {
-    return name ? Open(manager, WideText(name), access) : Fail(ERROR_INVALID_ADDRESS, SC_HANDLE{});
+    return OrNoMemory(SC_HANDLE{}, [&]() -> SC_HANDLE {
+        return name ? Open(manager, WideText(name), access) : Fail(ERROR_INVALID_ADDRESS, SC_HANDLE{});
+    });
 }
 
 SC_HANDLE OpenServiceW(SC_HANDLE manager, LPCWSTR name, DWORD access)
 {
-    return name ? Open(manager, std::u16string(WideText(name)), access) : Fail(ERROR_INVALID_ADDRESS, SC_HANDLE{});
+    return OrNoMemory(SC_HANDLE{}, [&]() -> SC_HANDLE {
+        return name ? Open(manager, std::u16string(WideText(name)), access) : Fail(ERROR_INVALID_ADDRESS, SC_HANDLE{});
+    });
 }
 
 BOOL DeleteService(SC_HANDLE service)
 {
-    const auto object = FindFor<ServiceObject>(service, DELETE);
-    if (!object)
-        return FALSE;
-    const ServiceLock lock = LockServices();
-    ServiceConfiguration configuration = object->Configuration();
-    if (configuration.isDeleted || configuration.type == 0)
-        return Fail(ERROR_SERVICE_MARKED_FOR_DELETE, FALSE);
-    configuration.isDeleted = true;
-    const LONG status = StoreService(object->Name(), configuration);
-    return status == ERROR_SUCCESS ? TRUE : Fail(static_cast<DWORD>(status), FALSE);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        const auto object = FindFor<ServiceObject>(service, DELETE);
+        if (!object)
+            return FALSE;
+        const ServiceLock lock = LockServices();
+        ServiceConfiguration configuration = object->Configuration();
+        if (configuration.isDeleted || configuration.type == 0)
+            return Fail(ERROR_SERVICE_MARKED_FOR_DELETE, FALSE);
+        configuration.isDeleted = true;
+        const LONG status = StoreService(object->Name(), configuration);
+        return status == ERROR_SUCCESS ? TRUE : Fail(static_cast<DWORD>(status), FALSE);
+    });
 }
 
 BOOL CloseServiceHandle(SC_HANDLE handle)
@@ -181,10 +197,14 @@ BOOL CloseServiceHandle(SC_HANDLE handle)
     if (!Handles().Remove(handle))
         return Fail(ERROR_INVALID_HANDLE, FALSE);
     if (service) {
-        const std::u16string name = service->Name();
-        service.reset();
-        const ServiceLock lock = LockServices();
-        RemoveIfDue(name);
+        // Without memory it stays until somebody asks for it.
+        OrNoMemory(false, [&service] {
+            const std::u16string name = service->Name();
+            service.reset();
+            const ServiceLock lock = LockServices();
+            RemoveIfDue(name);
+            return true;
+        });
     }
     return TRUE;
 }
@@ -192,28 +212,30 @@ BOOL CloseServiceHandle(SC_HANDLE handle)
 BOOL EnumServicesStatusA(SC_HANDLE manager, DWORD types, DWORD states, LPENUM_SERVICE_STATUSA services, DWORD size, LPDWORD needed,
                          LPDWORD count, LPDWORD resume)
 {
-    if (!FindFor<ManagerObject>(manager, SC_MANAGER_ENUMERATE_SERVICE))
-        return FALSE;
-    if (!needed || !count)
-        return Fail(ERROR_INVALID_ADDRESS, FALSE);
-    if ((types & (SERVICE_WIN32 | SERVICE_DRIVER)) == 0 || states == 0 || (states & ~SERVICE_STATE_ALL))
-        return Fail(ERROR_INVALID_PARAMETER, FALSE);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        if (!FindFor<ManagerObject>(manager, SC_MANAGER_ENUMERATE_SERVICE))
+            return FALSE;
+        if (!needed || !count)
+            return Fail(ERROR_INVALID_ADDRESS, FALSE);
+        if ((types & (SERVICE_WIN32 | SERVICE_DRIVER)) == 0 || states == 0 || (states & ~SERVICE_STATE_ALL))
+            return Fail(ERROR_INVALID_PARAMETER, FALSE);
 
-    const std::vector<ListedService> listed = List(types, states);
-    std::size_t at = std::min<std::size_t>(resume ? *resume : 0, listed.size());
-    char* end = reinterpret_cast<char*>(services) + size;
-    std::size_t room = services ? size : 0;
-    for (*count = 0; at < listed.size() && listed[at].Size() <= room; ++at, ++*count) {
-        ENUM_SERVICE_STATUSA& entry = services[*count];
-        entry.lpServiceName = end = CopyBefore(end, listed[at].name);
-        entry.lpDisplayName = end = CopyBefore(end, listed[at].displayName);
-        entry.ServiceStatus = listed[at].status;
-        room -= listed[at].Size();
-    }
-    *needed = 0;
-    for (std::size_t i = at; i < listed.size(); ++i)
-        *needed += static_cast<DWORD>(listed[i].Size());
-    if (resume)
-        *resume = at < listed.size() ? static_cast<DWORD>(at) : 0;
-    return at == listed.size() ? TRUE : Fail(ERROR_MORE_DATA, FALSE);
+        const std::vector<ListedService> listed = List(types, states);
+        std::size_t at = std::min<std::size_t>(resume ? *resume : 0, listed.size());
+        char* end = reinterpret_cast<char*>(services) + size;
+        std::size_t room = services ? size : 0;
+        for (*count = 0; at < listed.size() && listed[at].Size() <= room; ++at, ++*count) {
+            ENUM_SERVICE_STATUSA& entry = services[*count];
+            entry.lpServiceName = end = CopyBefore(end, listed[at].name);
+            entry.lpDisplayName = end = CopyBefore(end, listed[at].displayName);
+            entry.ServiceStatus = listed[at].status;
+            room -= listed[at].Size();
+        }
+        *needed = 0;
+        for (std::size_t i = at; i < listed.size(); ++i)
+            *needed += static_cast<DWORD>(listed[i].Size());
+        if (resume)
+            *resume = at < listed.size() ? static_cast<DWORD>(at) : 0;
+        return at == listed.size() ? TRUE : Fail(ERROR_MORE_DATA, FALSE);
+    });
 }

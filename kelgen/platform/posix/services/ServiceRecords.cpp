@@ -2,6 +2,7 @@
 #include <kelgen/platform/posix/services/ServiceRecords.h>
 
 #include <kelgen/platform/posix/base/Home.h>
+#include <kelgen/platform/posix/base/Retry.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/processes/RunningProcesses.h>
 #include <kelgen/platform/posix/registry/StoredNames.h>
@@ -15,6 +16,7 @@
 #include <sys/un.h>
 
 #include <algorithm>
+#include <climits>
 #include <cstring>
 
 namespace kelgen::posix {
@@ -58,17 +60,18 @@ Descriptor NewSocket()
 ServiceRecord ReadRecord(int file)
 {
     ServiceRecord record;
-    if (pread(file, &record, sizeof record, 0) != static_cast<ssize_t>(sizeof record))
-        return ServiceRecord();
-    return record;
+    const bool isWhole = ReadFullyAt(file, {reinterpret_cast<unsigned char*>(&record), sizeof record}, 0) == sizeof record;
+    return isWhole ? record : ServiceRecord();
 }
 
 // Polls one descriptor for reading until the deadline.
 bool WaitForBytes(int socket, ULONGLONG deadline)
 {
-    const ULONGLONG now = GetTickCount64();
-    pollfd wanted{socket, POLLIN, 0};
-    return now < deadline && poll(&wanted, 1, static_cast<int>(deadline - now)) > 0;
+    return Retry([&] {
+               const ULONGLONG now = GetTickCount64();
+               pollfd wanted{socket, POLLIN, 0};
+               return now < deadline ? poll(&wanted, 1, static_cast<int>(std::min<ULONGLONG>(deadline - now, INT_MAX))) : 0;
+           }) > 0;
 }
 
 }  // namespace
@@ -88,7 +91,7 @@ ServiceRecord ServiceFolder::Read(DWORD type) const
     ServiceRecord record;
     {
         const Descriptor file = Open(kRecordFile);
-        flock(file.Get(), LOCK_SH);
+        Retry([&] { return flock(file.Get(), LOCK_SH); });
         record = ReadRecord(file.Get());
     }
     if (record.status.dwCurrentState == 0) {
@@ -104,8 +107,8 @@ ServiceRecord ServiceFolder::Read(DWORD type) const
 bool ServiceFolder::Write(const ServiceRecord& record, const std::function<bool(const ServiceRecord&)>& mayReplace) const
 {
     const Descriptor file = Open(kRecordFile);
-    flock(file.Get(), LOCK_EX);
-    return mayReplace(ReadRecord(file.Get())) && pwrite(file.Get(), &record, sizeof record, 0) == static_cast<ssize_t>(sizeof record);
+    Retry([&] { return flock(file.Get(), LOCK_EX); });
+    return mayReplace(ReadRecord(file.Get())) && WriteFullyAt(file.Get(), {reinterpret_cast<const char*>(&record), sizeof record}, 0);
 }
 
 Descriptor ServiceFolder::Listen() const
@@ -124,25 +127,22 @@ Descriptor ServiceFolder::Connect() const
 {
     const SocketAddress address(m_path);
     Descriptor connection = NewSocket();
-    if (connect(connection.Get(), address.Get(), sizeof(sockaddr_un)) != 0)
+    if (Retry([&] { return connect(connection.Get(), address.Get(), sizeof(sockaddr_un)); }) != 0)
         return Descriptor();
     return connection;
 }
 
 void ServiceFolder::Remove() const
 {
+    const Descriptor folder(open(m_path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
     for (const char* file : kFiles)
-        unlink((m_path + '/' + file).c_str());
+        unlinkat(folder.Get(), file, 0);
     rmdir(m_path.c_str());
 }
 
 ServiceLock::ServiceLock(Descriptor file, bool alone, bool wait)
 {
-    int result;
-    do
-        result = flock(file.Get(), (alone ? LOCK_EX : LOCK_SH) | (wait ? 0 : LOCK_NB));
-    while (result != 0 && errno == EINTR);
-    if (result == 0)
+    if (Retry([&] { return flock(file.Get(), (alone ? LOCK_EX : LOCK_SH) | (wait ? 0 : LOCK_NB)); }) == 0)
         m_file = std::move(file);
 }
 
@@ -154,10 +154,10 @@ ServiceLock LockServices()
 bool SendBytes(int socket, std::string_view bytes)
 {
     while (!bytes.empty()) {
-        const ssize_t sent = send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-        if (sent < 0 && errno != EINTR)
+        const ssize_t sent = Retry([&] { return send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL); });
+        if (sent < 0)
             return false;
-        bytes.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(sent, 0)));
+        bytes.remove_prefix(static_cast<std::size_t>(sent));
     }
     return true;
 }
@@ -168,7 +168,7 @@ bool ReceiveBytes(int socket, void* bytes, std::size_t size, ULONGLONG deadline)
     while (size > 0) {
         if (!WaitForBytes(socket, deadline))
             return false;
-        const ssize_t received = recv(socket, at, size, 0);
+        const ssize_t received = Retry([&] { return recv(socket, at, size, 0); });
         if (received <= 0)
             return false;
         at += received;

@@ -40,7 +40,7 @@ public:
     Descriptor Listen() const;
     Descriptor Connect() const;
 
-    /// Removes the folder with its files.
+    /// Removes the folder with its files; takes no memory.
     void Remove() const;
 
 private:

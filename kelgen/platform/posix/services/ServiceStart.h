@@ -2,6 +2,7 @@
 #pragma once
 
 #include <kelgen/platform/posix/base/api/Types.h>
+#include <kelgen/platform/posix/services/api/Services.h>
 
 #include <optional>
 #include <string>
@@ -16,6 +17,21 @@ inline constexpr const char* kServiceMark = "KELGEN_SERVICE";
 /// The descriptor of the channel to the starter in such a process. The starter sends a StartMessage; the service a byte when it
 /// reports its first state.
 inline constexpr int kStartChannel = 3;
+
+/// Whether a service may be sent @p control at all.
+constexpr bool IsControl(DWORD control)
+{
+    switch (control) {
+    case SERVICE_CONTROL_STOP:
+    case SERVICE_CONTROL_PAUSE:
+    case SERVICE_CONTROL_CONTINUE:
+    case SERVICE_CONTROL_INTERROGATE:
+    case SERVICE_CONTROL_PARAMCHANGE:
+        return true;
+    default:
+        return control >= 128 && control <= 255;
+    }
+}
 
 /// A service's name, which stays 16-bit text, and its arguments, in the bytes of the narrow calls.
 struct StartArguments

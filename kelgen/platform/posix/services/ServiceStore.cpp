@@ -3,6 +3,8 @@
 
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/nls/NameCase.h>
+#include <kelgen/platform/posix/registry/Folders.h>
+#include <kelgen/platform/posix/registry/StoredNames.h>
 #include <kelgen/platform/posix/registry/api/Registry.h>
 #include <kelgen/platform/posix/services/ServiceRecords.h>
 
@@ -123,6 +125,25 @@ std::optional<ServiceConfiguration> LoadService(std::u16string_view name)
     if (!configuration.dependencies.empty())
         configuration.dependencies.pop_back();  // the end of the list
     return configuration;
+}
+
+NewServiceKey::NewServiceKey(std::u16string_view name) : m_folder(KeyFileName(name))
+{
+    bool made = false;
+    const auto machine = FindKey(HKEY_LOCAL_MACHINE);
+    std::shared_ptr<Key> existing;
+    if (machine && OpenSubkey(*machine, KeyPath(name), 0, existing, nullptr) != ERROR_SUCCESS)
+        OpenSubkey(*machine, kServicesKey, 0, m_services, &made);
+    // Last, for it makes the folder.
+    m_files.emplace(name);
+}
+
+NewServiceKey::~NewServiceKey()
+{
+    if (!m_services)
+        return;
+    RemoveTree(m_services->Folder(), m_folder);
+    m_files->Remove();
 }
 
 LONG StoreService(std::u16string_view name, const ServiceConfiguration& configuration)

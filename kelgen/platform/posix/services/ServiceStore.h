@@ -2,7 +2,10 @@
 #pragma once
 
 #include <kelgen/platform/posix/base/api/Types.h>
+#include <kelgen/platform/posix/registry/KeyStore.h>
+#include <kelgen/platform/posix/services/ServiceRecords.h>
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,6 +29,23 @@ struct ServiceConfiguration
 
 /// The description of the service @p name; nothing when there is none.
 std::optional<ServiceConfiguration> LoadService(std::u16string_view name);
+
+/// Removes the key and the files of a new service on destruction, unless Keep was called: it takes no memory then. A key that was there before stays.
+class NewServiceKey
+{
+public:
+    explicit NewServiceKey(std::u16string_view name);
+    ~NewServiceKey();
+    NewServiceKey(const NewServiceKey&) = delete;
+    NewServiceKey& operator=(const NewServiceKey&) = delete;
+
+    void Keep() { m_services = nullptr; }
+
+private:
+    std::shared_ptr<Key> m_services;
+    std::string m_folder;
+    std::optional<ServiceFolder> m_files;
+};
 
 /// Stores the description; an error code.
 LONG StoreService(std::u16string_view name, const ServiceConfiguration& configuration);

@@ -2,6 +2,7 @@
 #include <kelgen/platform/posix/threads/DescriptorEvents.h>
 
 #include <csignal>
+#include <exception>
 #include <sys/epoll.h>
 #include <thread>
 
@@ -23,7 +24,12 @@ DescriptorEvents::DescriptorEvents() : m_queue(epoll_create1(EPOLL_CLOEXEC))
     sigset_t before;
     sigfillset(&all);
     pthread_sigmask(SIG_SETMASK, &all, &before);
-    std::thread([this] { Run(); }).detach();
+    try {
+        std::thread([this] { Run(); }).detach();
+    } catch (const std::exception&) {
+        // Nothing can be watched then: no thread, or no memory for one.
+        m_queue = Descriptor();
+    }
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 

@@ -1,6 +1,7 @@
 // Memory.cpp: blocks by handle, and the heap.
 #include <kelgen/platform/posix/threads/api/Memory.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 
@@ -41,8 +42,15 @@ public:
         const HGLOBAL handle = block.isFixed ? block.data : std::malloc(1);
         if (!handle)
             return nullptr;
-        m_blocks.emplace(handle, block);
-        SetData(handle, block.data);
+        try {
+            m_blocks.emplace(handle, block);
+            SetData(handle, block.data);
+        } catch (const std::bad_alloc&) {
+            m_blocks.erase(handle);
+            if (!block.isFixed)
+                std::free(handle);
+            return nullptr;
+        }
         return handle;
     }
 
@@ -154,7 +162,11 @@ HGLOBAL GlobalAlloc(UINT flags, SIZE_T size)
 
     BlockTable& table = BlockTable::Get();
     const std::lock_guard lock(table.mutex);
-    return table.Insert({data, size, isFixed, 0});
+    const MemoryMode own(true);
+    const HGLOBAL handle = table.Insert({data, size, isFixed, 0});
+    if (!handle)
+        std::free(data);
+    return handle ? handle : Fail(ERROR_NOT_ENOUGH_MEMORY, HGLOBAL{});
 }
 
 HGLOBAL GlobalReAlloc(HGLOBAL memory, SIZE_T size, UINT flags)

@@ -1,6 +1,7 @@
 // Synchronization.cpp: events, mutexes and semaphores, and their names.
 #include <kelgen/platform/posix/threads/api/Synchronization.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/threads/ThreadObjects.h>
@@ -192,8 +193,10 @@ BOOL WithObject(HANDLE handle, Act act)
 
 HANDLE CreateEventA(LPSECURITY_ATTRIBUTES, BOOL manualReset, BOOL initialState, LPCSTR name)
 {
-    return ObjectNames::Get().CreateOrOpen<Event>(name,
-                                                  [=] { return std::make_shared<Event>(manualReset != FALSE, initialState != FALSE); });
+    return OrNoMemory(HANDLE{}, [&]() -> HANDLE {
+        return ObjectNames::Get().CreateOrOpen<Event>(name,
+                                                      [=] { return std::make_shared<Event>(manualReset != FALSE, initialState != FALSE); });
+    });
 }
 
 HANDLE OpenEventA(DWORD, BOOL, LPCSTR name)
@@ -218,11 +221,13 @@ BOOL PulseEvent(HANDLE event)
 
 HANDLE CreateMutexA(LPSECURITY_ATTRIBUTES, BOOL initialOwner, LPCSTR name)
 {
-    return ObjectNames::Get().CreateOrOpen<Mutex>(name, [=] {
-        const auto mutex = std::make_shared<Mutex>();
-        if (initialOwner)
-            WaitForObjects(std::array<std::shared_ptr<Waitable>, 1>{mutex}, false, 0);
-        return mutex;
+    return OrNoMemory(HANDLE{}, [&]() -> HANDLE {
+        return ObjectNames::Get().CreateOrOpen<Mutex>(name, [=] {
+            const auto mutex = std::make_shared<Mutex>();
+            if (initialOwner)
+                WaitForObjects(std::array<std::shared_ptr<Waitable>, 1>{mutex}, false, 0);
+            return mutex;
+        });
     });
 }
 
@@ -241,9 +246,11 @@ BOOL ReleaseMutex(HANDLE mutex)
 
 HANDLE CreateSemaphoreA(LPSECURITY_ATTRIBUTES, LONG initial, LONG maximum, LPCSTR name)
 {
-    if (initial < 0 || maximum <= 0 || initial > maximum)
-        return Fail(ERROR_INVALID_PARAMETER, HANDLE{});
-    return ObjectNames::Get().CreateOrOpen<Semaphore>(name, [=] { return std::make_shared<Semaphore>(initial, maximum); });
+    return OrNoMemory(HANDLE{}, [&]() -> HANDLE {
+        if (initial < 0 || maximum <= 0 || initial > maximum)
+            return Fail(ERROR_INVALID_PARAMETER, HANDLE{});
+        return ObjectNames::Get().CreateOrOpen<Semaphore>(name, [=] { return std::make_shared<Semaphore>(initial, maximum); });
+    });
 }
 
 BOOL ReleaseSemaphore(HANDLE semaphore, LONG count, LPLONG previous)

@@ -1,6 +1,7 @@
 // Threads.cpp: threads over the system's, each with an object that outlives it as long as handles do.
 #include <kelgen/platform/posix/threads/api/Threads.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/threads/ThreadObjects.h>
@@ -96,9 +97,9 @@ pthread_key_t ThreadKey()
     return key;
 }
 
-void Adopt(const ThreadPointer& object)
+void Adopt(std::unique_ptr<ThreadPointer> object)
 {
-    pthread_setspecific(ThreadKey(), new ThreadPointer(object));
+    pthread_setspecific(ThreadKey(), object.release());
 }
 
 ThreadPointer Current()
@@ -109,7 +110,7 @@ ThreadPointer Current()
     auto object = std::make_shared<ThreadObject>();
     object->id = GetCurrentThreadId();
     object->begun = true;
-    Adopt(object);
+    Adopt(std::make_unique<ThreadPointer>(object));
     const std::lock_guard lock(DispatcherLock());
     EndedThreads().erase(object->id);
     return object;
@@ -122,16 +123,17 @@ ThreadPointer FindThread(HANDLE handle)
 
 struct StartRecord
 {
-    ThreadPointer object;
+    std::unique_ptr<ThreadPointer> object;  // the new thread's own
     LPTHREAD_START_ROUTINE start;
     LPVOID argument;
 };
 
 void* RunThread(void* value)
 {
-    const StartRecord record = *std::unique_ptr<StartRecord>(static_cast<StartRecord*>(value));
-    ThreadObject& object = *record.object;
-    Adopt(record.object);
+    StartRecord record = std::move(*std::unique_ptr<StartRecord>(static_cast<StartRecord*>(value)));
+    const ThreadPointer owned = *record.object;
+    ThreadObject& object = *owned;
+    Adopt(std::move(record.object));
     {
         std::unique_lock lock(DispatcherLock());
         object.id = GetCurrentThreadId();
@@ -197,24 +199,27 @@ using namespace kelgen::posix;
 
 HANDLE CreateThread(LPSECURITY_ATTRIBUTES, SIZE_T stackSize, LPTHREAD_START_ROUTINE start, LPVOID argument, DWORD flags, LPDWORD id)
 {
-    const auto object = std::make_shared<ThreadObject>();
-    object->suspendCount = (flags & CREATE_SUSPENDED) ? 1 : 0;
-    // The handle first: a thread that runs cannot be taken back.
-    const HANDLE handle = Handles().Insert(object);
-    if (!handle)
-        return nullptr;
-    if (!StartDetached(std::make_unique<StartRecord>(object, start, argument), stackSize)) {
-        Handles().Remove(handle);
-        return Fail(ERROR_NOT_ENOUGH_MEMORY, HANDLE{});
-    }
+    return OrNoMemory(HANDLE{}, [&]() -> HANDLE {
+        const auto object = std::make_shared<ThreadObject>();
+        object->suspendCount = (flags & CREATE_SUSPENDED) ? 1 : 0;
+        auto record = std::make_unique<StartRecord>(std::make_unique<ThreadPointer>(object), start, argument);
+        // The handle first: a thread that runs cannot be taken back.
+        const HANDLE handle = Handles().Insert(object);
+        if (!handle)
+            return nullptr;
+        if (!StartDetached(std::move(record), stackSize)) {
+            Handles().Remove(handle);
+            return Fail(ERROR_NOT_ENOUGH_MEMORY, HANDLE{});
+        }
 
-    {
-        std::unique_lock lock(DispatcherLock());
-        object->changed.wait(lock, [&object] { return object->id != 0; });
-        if (id)
-            *id = object->id;
-    }
-    return handle;
+        {
+            std::unique_lock lock(DispatcherLock());
+            object->changed.wait(lock, [&object] { return object->id != 0; });
+            if (id)
+                *id = object->id;
+        }
+        return handle;
+    });
 }
 
 UINT_PTR _beginthreadex(void* security, unsigned stackSize, unsigned (*start)(void*), void* argument, unsigned flags, unsigned* id)

@@ -1,6 +1,7 @@
 // Waits.cpp: pending waits in the order of their coming; whoever signals an object satisfies them on the waiters' behalf.
 #include <kelgen/platform/posix/threads/Waits.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/threads/ThreadObjects.h>
@@ -137,19 +138,21 @@ using namespace kelgen::posix;
 
 DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds)
 {
-    return WaitForMultipleObjects(1, &handle, FALSE, milliseconds);
+    return OrNoMemory<DWORD>(WAIT_FAILED, [&]() -> DWORD { return WaitForMultipleObjects(1, &handle, FALSE, milliseconds); });
 }
 
 DWORD WaitForMultipleObjects(DWORD count, const HANDLE* handles, BOOL all, DWORD milliseconds)
 {
-    if (count == 0 || count > MAXIMUM_WAIT_OBJECTS)
-        return Fail(ERROR_INVALID_PARAMETER, WAIT_FAILED);
+    return OrNoMemory<DWORD>(WAIT_FAILED, [&]() -> DWORD {
+        if (count == 0 || count > MAXIMUM_WAIT_OBJECTS)
+            return Fail(ERROR_INVALID_PARAMETER, WAIT_FAILED);
 
-    std::array<std::shared_ptr<Waitable>, MAXIMUM_WAIT_OBJECTS> found;
-    for (DWORD i = 0; i < count; ++i) {
-        found[i] = FindWaitable(handles[i]);
-        if (!found[i])
-            return Fail(ERROR_INVALID_HANDLE, WAIT_FAILED);
-    }
-    return WaitForObjects(std::span(found.data(), count), all != FALSE, milliseconds);
+        std::array<std::shared_ptr<Waitable>, MAXIMUM_WAIT_OBJECTS> found;
+        for (DWORD i = 0; i < count; ++i) {
+            found[i] = FindWaitable(handles[i]);
+            if (!found[i])
+                return Fail(ERROR_INVALID_HANDLE, WAIT_FAILED);
+        }
+        return WaitForObjects(std::span(found.data(), count), all != FALSE, milliseconds);
+    });
 }

@@ -1,6 +1,7 @@
 // CreateDialog.cpp: dialogs and their controls from templates.
 #include <kelgen/platform/posix/user/dialogs/CreateDialog.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
@@ -156,44 +157,48 @@ void Initialize(HWND dialog, DialogState& state, DWORD style, LPARAM parameter)
     }
 }
 
-}  // namespace
-
-namespace kelgen::posix::user {
-
-HWND CreateDialogWindow(TemplateReader reader, const DialogCreation& creation)
+struct MenuDestroyer
 {
-    const auto parsed = ReadDialogTemplate(reader);
-    if (!parsed)
-        return Fail(ERROR_INVALID_DATA, HWND());
-    const DialogTemplate& dialog = *parsed;
+    using pointer = HMENU;
+    void operator()(HMENU menu) const
+    {
+        const DWORD error = GetLastError();
+        DestroyMenu(menu);
+        SetLastError(error);
+    }
+};
 
-    DialogState sizes;
+/// The dialog's window, without its controls. It owns its menu.
+HWND CreateFrame(const DialogTemplate& dialog, const DialogCreation& creation, DialogState& sizes, DWORD& style)
+{
     if (dialog.style & DS_SETFONT)
         SetFontSize(sizes, dialog.points);
-    DWORD style = (dialog.style | DS_3DLOOK) & ~static_cast<DWORD>(WS_VISIBLE);
+    style = (dialog.style | DS_3DLOOK) & ~static_cast<DWORD>(WS_VISIBLE);
     DWORD exStyle = dialog.exStyle | WS_EX_CONTROLPARENT;
     if (style & DS_MODALFRAME)
         exStyle |= WS_EX_DLGMODALFRAME;
     if (style & DS_CONTROL)
         style &= ~static_cast<DWORD>(WS_CAPTION | WS_SYSMENU);
-    const HMENU menu = LoadDialogMenu(creation.module, dialog.menu);
+    std::unique_ptr<HMENU, MenuDestroyer> menu(LoadDialogMenu(creation.module, dialog.menu));
     const bool hasClass = !dialog.className.IsEmpty();
     const std::u16string className =
         hasClass ? dialog.className.number ? u"#" + WideText(std::to_string(dialog.className.number).c_str()) : dialog.className.text
                  : u"#32770";
     const HWND window =
         Create({exStyle, className, dialog.title, style, WindowPlace(dialog, sizes, style, exStyle, creation.owner, menu != nullptr),
-                creation.owner, menu, creation.module, nullptr},
+                creation.owner, menu.get(), creation.module, nullptr},
                creation.wide);
-    if (!window) {
-        const DWORD error = GetLastError();
-        DestroyMenu(menu);
-        return Fail(error, HWND());
-    }
+    if (window)
+        menu.release();
+    return window;
+}
 
+/// Fills the dialog; false with the last error.
+bool Fill(HWND window, const DialogTemplate& dialog, const DialogCreation& creation, const DialogState& sizes, DWORD style)
+{
     const auto state = MakeDialogState(window);
     if (!state)
-        return nullptr;
+        return false;
     state->baseWidth = sizes.baseWidth;
     state->baseHeight = sizes.baseHeight;
     state->hasWideProcedure = creation.wide;
@@ -207,15 +212,37 @@ HWND CreateDialogWindow(TemplateReader reader, const DialogCreation& creation)
     for (const TemplateControl& control : dialog.controls) {
         if (CreateControl(control, window, *state, style, creation.module, creation.wide))
             continue;
-        const DWORD error = GetLastError();
-        DestroyWindow(window);
-        return Fail(error, HWND());
+        return false;
     }
     if (creation.procedure)
         Initialize(window, *state, style, creation.parameter);
     if ((dialog.style & WS_VISIBLE) && IsWindow(window) && !state->hasEnded && !(GetWindowLongA(window, GWL_STYLE) & WS_VISIBLE))
         ShowWindow(window, SW_SHOWNORMAL);
-    return window;
+    return true;
+}
+
+}  // namespace
+
+namespace kelgen::posix::user {
+
+HWND CreateDialogWindow(TemplateReader reader, const DialogCreation& creation)
+{
+    HWND window = nullptr;
+    const HWND filled = OrNoMemory(HWND(), [&]() -> HWND {
+        const auto dialog = ReadDialogTemplate(reader);
+        if (!dialog)
+            return Fail(ERROR_INVALID_DATA, HWND());
+        DialogState sizes;
+        DWORD style = 0;
+        window = CreateFrame(*dialog, creation, sizes, style);
+        return window && Fill(window, *dialog, creation, sizes, style) ? window : nullptr;
+    });
+    if (!filled && window) {
+        const DWORD error = GetLastError();
+        DestroyWindow(window);
+        SetLastError(error);
+    }
+    return filled;
 }
 
 }  // namespace kelgen::posix::user

@@ -1,6 +1,7 @@
 // DialogProcedure.cpp: the window procedure of dialogs, their focus and their default button.
 #include <kelgen/platform/posix/user/api/Dialogs.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/user/api/Controls.h>
 #include <kelgen/platform/posix/user/api/User.h>
 #include <kelgen/platform/posix/user/dialogs/DialogState.h>
@@ -8,6 +9,7 @@
 #include <kelgen/platform/posix/user/objects/ClassTable.h>
 #include <kelgen/platform/posix/user/objects/ProcedureTable.h>
 
+using namespace kelgen::posix;
 using namespace kelgen::posix::user;
 
 namespace {
@@ -144,6 +146,7 @@ LRESULT CallDialogProcedure(HWND dialog, const DialogState& state, UINT message,
     const auto procedure = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(dialog, DWLP_DLGPROC));
     if (!procedure)
         return 0;
+    const MemoryMode ofHost(false);
     if (wide == state.hasWideProcedure || !CarriesText(message))
         return procedure(dialog, message, wParam, lParam);
     return CallConverted(*ProcedureOf(procedure, state.hasWideProcedure), dialog, message, wParam, lParam);
@@ -217,10 +220,10 @@ void FocusAndMarkDefault(HWND dialog, HWND control)
 
 LRESULT DefDlgProcA(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    return DialogProcedure(dialog, message, wParam, lParam, false);
+    return OrNoMemory(LRESULT{0}, [&] { return DialogProcedure(dialog, message, wParam, lParam, false); });
 }
 
 LRESULT DefDlgProcW(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    return DialogProcedure(dialog, message, wParam, lParam, true);
+    return OrNoMemory(LRESULT{0}, [&] { return DialogProcedure(dialog, message, wParam, lParam, true); });
 }

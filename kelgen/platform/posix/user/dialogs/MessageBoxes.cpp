@@ -64,7 +64,7 @@ std::span<const Button> ButtonsOf(UINT type)
 
 int AnswerOf(std::span<const Button> buttons, UINT type)
 {
-    if (const char* name = std::getenv("KELGEN_MESSAGEBOX"))
+    if (const char* name = secure_getenv("KELGEN_MESSAGEBOX"))
         for (const Button& button : buttons)
             if (strcasecmp(button.name, name) == 0)
                 return button.id;

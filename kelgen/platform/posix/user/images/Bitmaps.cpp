@@ -1,6 +1,7 @@
 // Bitmaps.cpp: bitmaps, which have a size and no pixels.
 #include <kelgen/platform/posix/user/api/Icons.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/objects/UserHandles.h>
@@ -28,19 +29,21 @@ struct BitmapTable
 
 HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bitsPerPixel, const void*)
 {
-    constexpr int kLargest = 0x7FFFFF;
-    if (width < 0 || height < 0 || width > kLargest || height > kLargest || planes > 32 || bitsPerPixel > 32)
-        return Fail(ERROR_INVALID_PARAMETER, HBITMAP());
-    // By contract: a bitmap without a size is one black-and-white pixel.
-    if (width == 0 || height == 0) {
-        width = height = 1;
-        planes = bitsPerPixel = 1;
-    }
-    const int rowBytes = (width * static_cast<int>(bitsPerPixel) + 15) / 16 * 2;
-    const BITMAP bitmap = {0, width, height, rowBytes, static_cast<WORD>(planes), static_cast<WORD>(bitsPerPixel), nullptr};
-    BitmapTable& bitmaps = BitmapTable::Get();
-    const std::lock_guard lock(bitmaps.mutex);
-    return bitmaps.table.Insert(std::make_unique<BITMAP>(bitmap));
+    return OrNoMemory(HBITMAP{}, [&]() -> HBITMAP {
+        constexpr int kLargest = 0x7FFFFF;
+        if (width < 0 || height < 0 || width > kLargest || height > kLargest || planes > 32 || bitsPerPixel > 32)
+            return Fail(ERROR_INVALID_PARAMETER, HBITMAP());
+        // By contract: a bitmap without a size is one black-and-white pixel.
+        if (width == 0 || height == 0) {
+            width = height = 1;
+            planes = bitsPerPixel = 1;
+        }
+        const int rowBytes = (width * static_cast<int>(bitsPerPixel) + 15) / 16 * 2;
+        const BITMAP bitmap = {0, width, height, rowBytes, static_cast<WORD>(planes), static_cast<WORD>(bitsPerPixel), nullptr};
+        BitmapTable& bitmaps = BitmapTable::Get();
+        const std::lock_guard lock(bitmaps.mutex);
+        return bitmaps.table.Insert(std::make_unique<BITMAP>(bitmap));
+    });
 }
 
 int GetObjectA(HANDLE object, int size, LPVOID buffer)

@@ -1,6 +1,7 @@
 // Icons.cpp: the table of icons and cursors; making, copying and asking them.
 #include <kelgen/platform/posix/user/api/Icons.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/images/IconObjects.h>
@@ -108,37 +109,41 @@ BOOL DestroyCursor(HCURSOR cursor)
 
 HICON CopyIcon(HICON icon)
 {
-    auto copy = IconOf(icon);
-    if (!copy)
-        return Fail(ERROR_INVALID_CURSOR_HANDLE, HICON());
-    copy->isShared = false;
-    return InsertIcon(*copy);
+    return OrNoMemory(HICON{}, [&]() -> HICON {
+        auto copy = IconOf(icon);
+        if (!copy)
+            return Fail(ERROR_INVALID_CURSOR_HANDLE, HICON());
+        copy->isShared = false;
+        return InsertIcon(*copy);
+    });
 }
 
 HANDLE CopyImage(HANDLE image, UINT type, int width, int height, UINT flags)
 {
-    if (type == IMAGE_BITMAP) {
-        BITMAP bitmap;
-        if (!GetObjectA(image, sizeof bitmap, &bitmap))
-            return Fail(ERROR_INVALID_HANDLE, HANDLE());
-        return CreateBitmap(width ? width : bitmap.bmWidth, height ? height : bitmap.bmHeight, bitmap.bmPlanes, bitmap.bmBitsPixel,
-                            nullptr);
-    }
-    const auto icon = static_cast<HICON>(image);
-    const auto original = IconOf(icon);
-    if (!original)
-        return Fail(ERROR_INVALID_CURSOR_HANDLE, HANDLE());
-    if (flags & LR_DEFAULTSIZE) {
-        width = width ? width : kDefaultSize;
-        height = height ? height : kDefaultSize;
-    }
-    const IconObject copy = Resized(*original, width, height);
-    if ((flags & LR_COPYRETURNORG) && copy.width == original->width && copy.height == original->height)
-        return image;
-    const HICON handle = InsertIcon(copy);
-    if (handle && (flags & LR_COPYDELETEORG))
-        DestroyIcon(icon);
-    return handle;
+    return OrNoMemory(HANDLE{}, [&]() -> HANDLE {
+        if (type == IMAGE_BITMAP) {
+            BITMAP bitmap;
+            if (!GetObjectA(image, sizeof bitmap, &bitmap))
+                return Fail(ERROR_INVALID_HANDLE, HANDLE());
+            return CreateBitmap(width ? width : bitmap.bmWidth, height ? height : bitmap.bmHeight, bitmap.bmPlanes, bitmap.bmBitsPixel,
+                                nullptr);
+        }
+        const auto icon = static_cast<HICON>(image);
+        const auto original = IconOf(icon);
+        if (!original)
+            return Fail(ERROR_INVALID_CURSOR_HANDLE, HANDLE());
+        if (flags & LR_DEFAULTSIZE) {
+            width = width ? width : kDefaultSize;
+            height = height ? height : kDefaultSize;
+        }
+        const IconObject copy = Resized(*original, width, height);
+        if ((flags & LR_COPYRETURNORG) && copy.width == original->width && copy.height == original->height)
+            return image;
+        const HICON handle = InsertIcon(copy);
+        if (handle && (flags & LR_COPYDELETEORG))
+            DestroyIcon(icon);
+        return handle;
+    });
 }
 
 BOOL GetIconInfo(HICON icon, PICONINFO info)
@@ -156,43 +161,51 @@ BOOL GetIconInfo(HICON icon, PICONINFO info)
 
 HICON CreateIcon(HINSTANCE, int width, int height, BYTE planes, BYTE bitsPerPixel, const BYTE*, const BYTE*)
 {
-    if (width < 0 || height < 0)
-        return Fail(ERROR_INVALID_PARAMETER, HICON());
-    return InsertIcon({true, planes * bitsPerPixel > 1, width, height, width / 2, height / 2, false});
+    return OrNoMemory(HICON{}, [&]() -> HICON {
+        if (width < 0 || height < 0)
+            return Fail(ERROR_INVALID_PARAMETER, HICON());
+        return InsertIcon({true, planes * bitsPerPixel > 1, width, height, width / 2, height / 2, false});
+    });
 }
 
 HCURSOR CreateCursor(HINSTANCE, int xHotspot, int yHotspot, int width, int height, const void*, const void*)
 {
-    if (width < 0 || height < 0)
-        return Fail(ERROR_INVALID_PARAMETER, HCURSOR());
-    return InsertIcon({false, false, width, height, xHotspot, yHotspot, false});
+    return OrNoMemory(HCURSOR{}, [&]() -> HCURSOR {
+        if (width < 0 || height < 0)
+            return Fail(ERROR_INVALID_PARAMETER, HCURSOR());
+        return InsertIcon({false, false, width, height, xHotspot, yHotspot, false});
+    });
 }
 
 HICON CreateIconIndirect(PICONINFO info)
 {
-    BITMAP size;
-    if (!info || !GetObjectA(info->hbmMask, sizeof size, &size))
-        return Fail(ERROR_INVALID_PARAMETER, HICON());
-    const bool hasColor = info->hbmColor != nullptr;
-    if (hasColor && !GetObjectA(info->hbmColor, sizeof size, &size))
-        return Fail(ERROR_INVALID_PARAMETER, HICON());
-    const int height = hasColor ? size.bmHeight : size.bmHeight / 2;
-    const bool isIcon = info->fIcon != FALSE;
-    return InsertIcon({isIcon, hasColor, size.bmWidth, height, isIcon ? size.bmWidth / 2 : static_cast<int>(info->xHotspot),
-                       isIcon ? height / 2 : static_cast<int>(info->yHotspot), false});
+    return OrNoMemory(HICON{}, [&]() -> HICON {
+        BITMAP size;
+        if (!info || !GetObjectA(info->hbmMask, sizeof size, &size))
+            return Fail(ERROR_INVALID_PARAMETER, HICON());
+        const bool hasColor = info->hbmColor != nullptr;
+        if (hasColor && !GetObjectA(info->hbmColor, sizeof size, &size))
+            return Fail(ERROR_INVALID_PARAMETER, HICON());
+        const int height = hasColor ? size.bmHeight : size.bmHeight / 2;
+        const bool isIcon = info->fIcon != FALSE;
+        return InsertIcon({isIcon, hasColor, size.bmWidth, height, isIcon ? size.bmWidth / 2 : static_cast<int>(info->xHotspot),
+                           isIcon ? height / 2 : static_cast<int>(info->yHotspot), false});
+    });
 }
 
 HICON CreateIconFromResource(PBYTE bits, DWORD size, BOOL isIcon, DWORD version)
 {
-    return CreateIconFromResourceEx(bits, size, isIcon, version, 0, 0, LR_DEFAULTSIZE);
+    return OrNoMemory(HICON{}, [&]() -> HICON { return CreateIconFromResourceEx(bits, size, isIcon, version, 0, 0, LR_DEFAULTSIZE); });
 }
 
 HICON CreateIconFromResourceEx(PBYTE bits, DWORD size, BOOL isIcon, DWORD, int width, int height, UINT flags)
 {
-    if (!bits)
-        return nullptr;
-    const int missing = flags & LR_DEFAULTSIZE ? kDefaultSize : 0;
-    return InsertOrFail(ReadIconImage(TemplateReader(bits, size), isIcon != FALSE, width ? width : missing, height ? height : missing));
+    return OrNoMemory(HICON{}, [&]() -> HICON {
+        if (!bits)
+            return nullptr;
+        const int missing = flags & LR_DEFAULTSIZE ? kDefaultSize : 0;
+        return InsertOrFail(ReadIconImage(TemplateReader(bits, size), isIcon != FALSE, width ? width : missing, height ? height : missing));
+    });
 }
 
 int LookupIconIdFromDirectory(PBYTE directory, BOOL isIcon)

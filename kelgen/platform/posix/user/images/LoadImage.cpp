@@ -1,6 +1,7 @@
 // LoadImage.cpp: icons, cursors and bitmaps from resources, files and the system.
 #include <kelgen/platform/posix/user/api/Icons.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/api/Files.h>
@@ -169,30 +170,36 @@ HANDLE Load(HMODULE module, const Char* name, WantedImage wanted)
 
 HANDLE LoadImageA(HINSTANCE module, LPCSTR name, UINT type, int width, int height, UINT flags)
 {
-    return Load(module, name, {type, width, height, flags});
+    return OrNoMemory(HANDLE{}, [&]() -> HANDLE { return Load(module, name, {type, width, height, flags}); });
 }
 
 HANDLE LoadImageW(HINSTANCE module, LPCWSTR name, UINT type, int width, int height, UINT flags)
 {
-    return Load(module, name, {type, width, height, flags});
+    return OrNoMemory(HANDLE{}, [&]() -> HANDLE { return Load(module, name, {type, width, height, flags}); });
 }
 
 HICON LoadIconA(HINSTANCE module, LPCSTR name)
 {
-    return static_cast<HICON>(LoadImageA(module, name, IMAGE_ICON, 0, 0, LR_SHARED | LR_DEFAULTSIZE));
+    return OrNoMemory(
+        HICON{}, [&]() -> HICON { return static_cast<HICON>(LoadImageA(module, name, IMAGE_ICON, 0, 0, LR_SHARED | LR_DEFAULTSIZE)); });
 }
 
 HICON LoadIconW(HINSTANCE module, LPCWSTR name)
 {
-    return static_cast<HICON>(LoadImageW(module, name, IMAGE_ICON, 0, 0, LR_SHARED | LR_DEFAULTSIZE));
+    return OrNoMemory(
+        HICON{}, [&]() -> HICON { return static_cast<HICON>(LoadImageW(module, name, IMAGE_ICON, 0, 0, LR_SHARED | LR_DEFAULTSIZE)); });
 }
 
 HCURSOR LoadCursorA(HINSTANCE module, LPCSTR name)
 {
-    return static_cast<HCURSOR>(LoadImageA(module, name, IMAGE_CURSOR, 0, 0, LR_SHARED | LR_DEFAULTSIZE));
+    return OrNoMemory(HCURSOR{}, [&]() -> HCURSOR {
+        return static_cast<HCURSOR>(LoadImageA(module, name, IMAGE_CURSOR, 0, 0, LR_SHARED | LR_DEFAULTSIZE));
+    });
 }
 
 HCURSOR LoadCursorW(HINSTANCE module, LPCWSTR name)
 {
-    return static_cast<HCURSOR>(LoadImageW(module, name, IMAGE_CURSOR, 0, 0, LR_SHARED | LR_DEFAULTSIZE));
+    return OrNoMemory(HCURSOR{}, [&]() -> HCURSOR {
+        return static_cast<HCURSOR>(LoadImageW(module, name, IMAGE_CURSOR, 0, 0, LR_SHARED | LR_DEFAULTSIZE));
+    });
 }

@@ -1,6 +1,7 @@
 // Accelerators.cpp: tables of accelerators, made from entries and from resources.
 #include <kelgen/platform/posix/user/api/Accelerators.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/resources/api/Resources.h>
@@ -77,24 +78,26 @@ std::vector<ACCEL> AcceleratorsOf(HACCEL table)
 
 HACCEL CreateAcceleratorTableA(LPACCEL entries, int count)
 {
-    if (!entries || count < 1)
-        return Fail(ERROR_INVALID_PARAMETER, HACCEL());
-    return Insert(Entries(entries, entries + count));
+    return OrNoMemory(HACCEL{}, [&]() -> HACCEL {
+        if (!entries || count < 1)
+            return Fail(ERROR_INVALID_PARAMETER, HACCEL());
+        return Insert(Entries(entries, entries + count));
+    });
 }
 
 HACCEL CreateAcceleratorTableW(LPACCEL entries, int count)
 {
-    return CreateAcceleratorTableA(entries, count);
+    return OrNoMemory(HACCEL{}, [&]() -> HACCEL { return CreateAcceleratorTableA(entries, count); });
 }
 
 HACCEL LoadAcceleratorsA(HINSTANCE module, LPCSTR name)
 {
-    return LoadTable(module, FindResourceA(module, name, RT_ACCELERATOR));
+    return OrNoMemory(HACCEL{}, [&]() -> HACCEL { return LoadTable(module, FindResourceA(module, name, RT_ACCELERATOR)); });
 }
 
 HACCEL LoadAcceleratorsW(HINSTANCE module, LPCWSTR name)
 {
-    return LoadTable(module, FindResourceW(module, name, MAKEINTRESOURCEW(9)));
+    return OrNoMemory(HACCEL{}, [&]() -> HACCEL { return LoadTable(module, FindResourceW(module, name, MAKEINTRESOURCEW(9))); });
 }
 
 BOOL DestroyAcceleratorTable(HACCEL table)

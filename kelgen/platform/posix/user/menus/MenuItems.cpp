@@ -1,6 +1,7 @@
 // MenuItems.cpp: adding and changing items, and their texts.
 #include <kelgen/platform/posix/user/api/Menus.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
@@ -251,70 +252,70 @@ int GetText(HMENU menu, UINT position, Char* buffer, int size, UINT flags)
 
 BOOL AppendMenuA(HMENU menu, UINT flags, UINT_PTR id, LPCSTR text)
 {
-    return Insert(menu, 0xFFFFFFFF, flags | MF_BYPOSITION, id, text);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return Insert(menu, 0xFFFFFFFF, flags | MF_BYPOSITION, id, text); });
 }
 
 BOOL AppendMenuW(HMENU menu, UINT flags, UINT_PTR id, LPCWSTR text)
 {
-    return Insert(menu, 0xFFFFFFFF, flags | MF_BYPOSITION, id, text);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return Insert(menu, 0xFFFFFFFF, flags | MF_BYPOSITION, id, text); });
 }
 
 BOOL InsertMenuA(HMENU menu, UINT item, UINT flags, UINT_PTR id, LPCSTR text)
 {
-    return Insert(menu, item, flags, id, text);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return Insert(menu, item, flags, id, text); });
 }
 
 BOOL InsertMenuW(HMENU menu, UINT item, UINT flags, UINT_PTR id, LPCWSTR text)
 {
-    return Insert(menu, item, flags, id, text);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return Insert(menu, item, flags, id, text); });
 }
 
 BOOL ModifyMenuA(HMENU menu, UINT item, UINT flags, UINT_PTR id, LPCSTR text)
 {
-    return Modify(menu, item, flags, id, text);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return Modify(menu, item, flags, id, text); });
 }
 
 BOOL ModifyMenuW(HMENU menu, UINT item, UINT flags, UINT_PTR id, LPCWSTR text)
 {
-    return Modify(menu, item, flags, id, text);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return Modify(menu, item, flags, id, text); });
 }
 
 BOOL InsertMenuItemA(HMENU menu, UINT item, BOOL byPosition, LPCMENUITEMINFOA info)
 {
-    return InsertInfo(menu, item, byPosition, info);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return InsertInfo(menu, item, byPosition, info); });
 }
 
 BOOL InsertMenuItemW(HMENU menu, UINT item, BOOL byPosition, LPCMENUITEMINFOW info)
 {
-    return InsertInfo(menu, item, byPosition, info);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return InsertInfo(menu, item, byPosition, info); });
 }
 
 BOOL GetMenuItemInfoA(HMENU menu, UINT item, BOOL byPosition, LPMENUITEMINFOA info)
 {
-    return GetInfo(menu, item, byPosition, info);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return GetInfo(menu, item, byPosition, info); });
 }
 
 BOOL GetMenuItemInfoW(HMENU menu, UINT item, BOOL byPosition, LPMENUITEMINFOW info)
 {
-    return GetInfo(menu, item, byPosition, info);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return GetInfo(menu, item, byPosition, info); });
 }
 
 BOOL SetMenuItemInfoA(HMENU menu, UINT item, BOOL byPosition, LPCMENUITEMINFOA info)
 {
-    return SetInfo(menu, item, byPosition, info);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return SetInfo(menu, item, byPosition, info); });
 }
 
 BOOL SetMenuItemInfoW(HMENU menu, UINT item, BOOL byPosition, LPCMENUITEMINFOW info)
 {
-    return SetInfo(menu, item, byPosition, info);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return SetInfo(menu, item, byPosition, info); });
 }
 
 int GetMenuStringA(HMENU menu, UINT item, LPSTR buffer, int size, UINT flags)
 {
-    return GetText(menu, item, buffer, size, flags);
+    return OrNoMemory(int{0}, [&]() -> int { return GetText(menu, item, buffer, size, flags); });
 }
 
 int GetMenuStringW(HMENU menu, UINT item, LPWSTR buffer, int size, UINT flags)
 {
-    return GetText(menu, item, buffer, size, flags);
+    return OrNoMemory(int{0}, [&]() -> int { return GetText(menu, item, buffer, size, flags); });
 }

@@ -1,10 +1,12 @@
 // MenuTemplates.cpp: menus from templates, which resources hold.
 #include <kelgen/platform/posix/user/api/Menus.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/resources/api/Resources.h>
 #include <kelgen/platform/posix/user/menus/MenuObjects.h>
 #include <kelgen/platform/posix/user/objects/TemplateReader.h>
 
+using namespace kelgen::posix;
 using namespace kelgen::posix::user;
 
 namespace {
@@ -110,20 +112,20 @@ HMENU LoadMenuResource(HINSTANCE module, HRSRC resource)
 
 HMENU LoadMenuA(HINSTANCE module, LPCSTR name)
 {
-    return LoadMenuResource(module, FindResourceA(module, name, RT_MENU));
+    return OrNoMemory(HMENU{}, [&]() -> HMENU { return LoadMenuResource(module, FindResourceA(module, name, RT_MENU)); });
 }
 
 HMENU LoadMenuW(HINSTANCE module, LPCWSTR name)
 {
-    return LoadMenuResource(module, FindResourceW(module, name, MAKEINTRESOURCEW(4)));
+    return OrNoMemory(HMENU{}, [&]() -> HMENU { return LoadMenuResource(module, FindResourceW(module, name, MAKEINTRESOURCEW(4))); });
 }
 
 HMENU LoadMenuIndirectA(LPCVOID menuTemplate)
 {
-    return menuTemplate ? Read(TemplateReader::At(menuTemplate)) : nullptr;
+    return OrNoMemory(HMENU{}, [&]() -> HMENU { return menuTemplate ? Read(TemplateReader::At(menuTemplate)) : nullptr; });
 }
 
 HMENU LoadMenuIndirectW(LPCVOID menuTemplate)
 {
-    return LoadMenuIndirectA(menuTemplate);
+    return OrNoMemory(HMENU{}, [&]() -> HMENU { return LoadMenuIndirectA(menuTemplate); });
 }

@@ -1,6 +1,7 @@
 // Menus.cpp: making and destroying menus, their states and what they are asked for, apart from contents of items.
 #include <kelgen/platform/posix/user/api/Menus.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/menus/MenuObjects.h>
@@ -91,12 +92,12 @@ constexpr int kDeepestMenu = 25;
 
 HMENU CreateMenu()
 {
-    return Create(false);
+    return OrNoMemory(HMENU{}, [&]() -> HMENU { return Create(false); });
 }
 
 HMENU CreatePopupMenu()
 {
-    return Create(true);
+    return OrNoMemory(HMENU{}, [&]() -> HMENU { return Create(true); });
 }
 
 BOOL DestroyMenu(HMENU menu)

@@ -1,6 +1,7 @@
 // CallProcedure.cpp: calls with conversion, by procedure or cookie, and the limit to their depth.
 #include <kelgen/platform/posix/user/messages/CallProcedure.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/api/WindowCalls.h>
@@ -87,6 +88,7 @@ LRESULT CallProcedure(Window& window, UINT message, WPARAM wParam, LPARAM lParam
         return Fail(ERROR_STACK_OVERFLOW, LRESULT{0});
     const WindowUse use(window);
     const DepthGuard guard(stack);
+    const MemoryMode ofHost(false);
     if (message == kRunCall && RunInternalCall(window, lParam))
         return 1;
     const Procedure& procedure = *window.procedure.load(std::memory_order_acquire);

@@ -1,11 +1,13 @@
 // HookChains.cpp: lists of hooks that are replaced, never changed, and runs along them.
 #include <kelgen/platform/posix/user/messages/HookChains.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/threads/api/Threads.h>
 #include <kelgen/platform/posix/user/messages/ThreadQueue.h>
 #include <kelgen/platform/posix/user/objects/Desktop.h>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace kelgen::posix::user {
@@ -66,21 +68,22 @@ void HookChains::Replace(int type, HookList list)
 
 void HookChains::Add(const std::shared_ptr<Hook>& hook)
 {
-    HookList list;
+    HookList list = {hook};
     if (const auto& before = List(hook->type))
-        list = *before;
-    list.insert(list.begin(), hook);
+        std::ranges::copy_if(*before, std::back_inserter(list), [](const auto& other) { return !other->removed; });
     Replace(hook->type, std::move(list));
 }
 
 void HookChains::Remove(const Hook& hook)
 {
-    const auto before = List(hook.type);
-    if (!before)
-        return;
-    HookList list = *before;
-    std::erase_if(list, [&hook](const auto& other) { return other.get() == &hook; });
-    Replace(hook.type, std::move(list));
+    // One that nobody calls any more does no harm in its list: without memory for another it stays there until the next change.
+    OrNoMemory(false, [this, &hook] {
+        HookList list;
+        if (const auto& before = List(hook.type))
+            std::ranges::copy_if(*before, std::back_inserter(list), [](const auto& other) { return !other->removed; });
+        Replace(hook.type, std::move(list));
+        return true;
+    });
 }
 
 std::vector<std::shared_ptr<Hook>> HookChains::All() const
@@ -137,6 +140,7 @@ LRESULT HookCall::Next(int code, WPARAM wParam, LPARAM lParam)
         }
     };
     const Step step{m_queue.hookCall, std::exchange(m_queue.hookCall, this), m_next, m_next};
+    const MemoryMode ofHost(false);
     while (const Hook* hook = At(m_next)) {
         ++m_next;
         if (!hook->removed && (m_setter == 0 || hook->setter == m_setter))

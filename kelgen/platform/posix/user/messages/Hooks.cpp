@@ -1,6 +1,7 @@
 // Hooks.cpp: setting hooks, taking them out, and calling message filters.
 #include <kelgen/platform/posix/user/api/Hooks.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/modules/api/Modules.h>
@@ -11,6 +12,7 @@
 #include <kelgen/platform/posix/user/objects/Desktop.h>
 
 #include <map>
+#include <new>
 
 namespace kelgen::posix::user {
 
@@ -79,8 +81,13 @@ HHOOK SetHook(int type, HOOKPROC procedure, HINSTANCE module, DWORD thread, bool
     hook->target = thread;
     hook->setter = caller;
     hook->wide = wide;
-    (queue ? queue->hooks : GlobalHooks()).Add(hook);
     HooksByHandle()[hook->handle] = hook;
+    try {
+        (queue ? queue->hooks : GlobalHooks()).Add(hook);
+    } catch (const std::bad_alloc&) {
+        HooksByHandle().erase(hook->handle);
+        throw;
+    }
     return hook->handle;
 }
 
@@ -88,11 +95,11 @@ HHOOK SetHook(int type, HOOKPROC procedure, HINSTANCE module, DWORD thread, bool
 void TakeOut(const std::shared_ptr<Hook>& hook)
 {
     hook->removed = true;
+    HooksByHandle().erase(hook->handle);
     if (hook->target == 0)
         GlobalHooks().Remove(*hook);
     else if (const auto queue = FindQueue(hook->target))
         queue->hooks.Remove(*hook);
-    HooksByHandle().erase(hook->handle);
 }
 
 BOOL CallFilters(MSG* message, int code)
@@ -121,22 +128,22 @@ using namespace kelgen::posix::user;
 
 HHOOK SetWindowsHookExA(int type, HOOKPROC procedure, HINSTANCE module, DWORD thread)
 {
-    return SetHook(type, procedure, module, thread, false);
+    return OrNoMemory(HHOOK{}, [&]() -> HHOOK { return SetHook(type, procedure, module, thread, false); });
 }
 
 HHOOK SetWindowsHookExW(int type, HOOKPROC procedure, HINSTANCE module, DWORD thread)
 {
-    return SetHook(type, procedure, module, thread, true);
+    return OrNoMemory(HHOOK{}, [&]() -> HHOOK { return SetHook(type, procedure, module, thread, true); });
 }
 
 HHOOK SetWindowsHookA(int type, HOOKPROC procedure)
 {
-    return SetHook(type, procedure, nullptr, GetCurrentThreadId(), false);
+    return OrNoMemory(HHOOK{}, [&]() -> HHOOK { return SetHook(type, procedure, nullptr, GetCurrentThreadId(), false); });
 }
 
 HHOOK SetWindowsHookW(int type, HOOKPROC procedure)
 {
-    return SetHook(type, procedure, nullptr, GetCurrentThreadId(), true);
+    return OrNoMemory(HHOOK{}, [&]() -> HHOOK { return SetHook(type, procedure, nullptr, GetCurrentThreadId(), true); });
 }
 
 BOOL UnhookWindowsHookEx(HHOOK handle)

@@ -1,6 +1,7 @@
 // MessageNames.cpp: numbers of messages that are known by name.
 #include <kelgen/platform/posix/user/api/MessageCalls.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/nls/NameCase.h>
@@ -58,19 +59,23 @@ UINT NumberOf(std::u16string name)
 
 UINT RegisterWindowMessageW(LPCWSTR name)
 {
-    if (IS_INTRESOURCE(name))
-        return static_cast<UINT>(reinterpret_cast<UINT_PTR>(name));
-    std::u16string text;
-    while (*name)
-        text.push_back(static_cast<char16_t>(*name++));
-    return NumberOf(std::move(text));
+    return OrNoMemory(UINT{0}, [&]() -> UINT {
+        if (IS_INTRESOURCE(name))
+            return static_cast<UINT>(reinterpret_cast<UINT_PTR>(name));
+        std::u16string text;
+        while (*name)
+            text.push_back(static_cast<char16_t>(*name++));
+        return NumberOf(std::move(text));
+    });
 }
 
 UINT RegisterWindowMessageA(LPCSTR name)
 {
-    if (IS_INTRESOURCE(name))
-        return static_cast<UINT>(reinterpret_cast<UINT_PTR>(name));
-    std::vector<WCHAR> wide(static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, name, -1, nullptr, 0)) + 1);
-    MultiByteToWideChar(CP_ACP, 0, name, -1, wide.data(), static_cast<int>(wide.size()));
-    return RegisterWindowMessageW(wide.data());
+    return OrNoMemory(UINT{0}, [&]() -> UINT {
+        if (IS_INTRESOURCE(name))
+            return static_cast<UINT>(reinterpret_cast<UINT_PTR>(name));
+        std::vector<WCHAR> wide(static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, name, -1, nullptr, 0)) + 1);
+        MultiByteToWideChar(CP_ACP, 0, name, -1, wide.data(), static_cast<int>(wide.size()));
+        return RegisterWindowMessageW(wide.data());
+    });
 }

@@ -1,6 +1,7 @@
 // Posting.cpp: PostMessage, PostThreadMessage, PostQuitMessage, and the messages that cannot be posted.
 #include <kelgen/platform/posix/user/api/MessageCalls.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/nls/api/Nls.h>
@@ -152,38 +153,42 @@ using namespace kelgen::posix::user;
 
 BOOL PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    if (IsSentOnly(message))
-        return Fail(ERROR_MESSAGE_SYNC_ONLY, FALSE);
-    if (!window)
-        return ResultOf(CurrentQueue().Post(nullptr, message, wParam, lParam), ERROR_INVALID_PARAMETER);
-    // By contract: the handle -1 is a broadcast too.
-    if (!IsBroadcast(window))
-        return PostToWindow(window, message, wParam, lParam);
-    for (const HWND target : BroadcastTargets())
-        PostToWindow(target, message, wParam, lParam);
-    return TRUE;
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        if (IsSentOnly(message))
+            return Fail(ERROR_MESSAGE_SYNC_ONLY, FALSE);
+        if (!window)
+            return ResultOf(CurrentQueue().Post(nullptr, message, wParam, lParam), ERROR_INVALID_PARAMETER);
+        // By contract: the handle -1 is a broadcast too.
+        if (!IsBroadcast(window))
+            return PostToWindow(window, message, wParam, lParam);
+        for (const HWND target : BroadcastTargets())
+            PostToWindow(target, message, wParam, lParam);
+        return TRUE;
+    });
 }
 
 BOOL PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    return PostMessageW(window, message, WidenCharacter(message, wParam), lParam);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return PostMessageW(window, message, WidenCharacter(message, wParam), lParam); });
 }
 
 BOOL PostThreadMessageW(DWORD thread, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    if (IsSentOnly(message))
-        return Fail(ERROR_MESSAGE_SYNC_ONLY, FALSE);
-    if (thread == 0)
-        return TRUE;
-    const auto queue = FindQueue(thread);
-    if (!queue)
-        return Fail(ThreadRuns(thread) ? ERROR_INVALID_THREAD_ID : ERROR_INVALID_PARAMETER, FALSE);
-    return ResultOf(queue->Post(nullptr, message, wParam, lParam), ERROR_INVALID_PARAMETER);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        if (IsSentOnly(message))
+            return Fail(ERROR_MESSAGE_SYNC_ONLY, FALSE);
+        if (thread == 0)
+            return TRUE;
+        const auto queue = FindQueue(thread);
+        if (!queue)
+            return Fail(ThreadRuns(thread) ? ERROR_INVALID_THREAD_ID : ERROR_INVALID_PARAMETER, FALSE);
+        return ResultOf(queue->Post(nullptr, message, wParam, lParam), ERROR_INVALID_PARAMETER);
+    });
 }
 
 BOOL PostThreadMessageA(DWORD thread, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    return PostThreadMessageW(thread, message, WidenCharacter(message, wParam), lParam);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return PostThreadMessageW(thread, message, WidenCharacter(message, wParam), lParam); });
 }
 
 void PostQuitMessage(int exitCode)

@@ -141,7 +141,6 @@ void ThreadQueue::NeedPaint(Window& window, bool needed)
 
 void ThreadQueue::ForgetWindow(HWND window)
 {
-    std::vector<std::shared_ptr<SentMessage>> unanswered;
     {
         const std::lock_guard lock(m_lock);
         std::erase_if(m_posted, [window](const auto& posted) { return posted.hwnd == window; });
@@ -149,16 +148,22 @@ void ThreadQueue::ForgetWindow(HWND window)
         m_hasPaint = !m_paint.empty();
         m_timers.StopAllOf(window);
         m_hasTimers = !m_timers.Empty();
-        std::erase_if(m_sent, [&](const auto& sent) {
-            const bool lost = sent->window == window && !sent->calledBack;
-            if (lost)
-                unanswered.push_back(sent);
-            return lost;
-        });
-        m_hasSent = !m_sent.empty();
     }
-    for (const auto& sent : unanswered)
-        sent->Answer(sent, 0, SentMessage::State::Lost);
+    // One by one: a list of them would need memory.
+    for (;;) {
+        std::shared_ptr<SentMessage> lost;
+        {
+            const std::lock_guard lock(m_lock);
+            const auto found =
+                std::ranges::find_if(m_sent, [window](const auto& sent) { return sent->window == window && !sent->calledBack; });
+            if (found == m_sent.end())
+                return;
+            lost = std::move(*found);
+            m_sent.erase(found);
+            m_hasSent = !m_sent.empty();
+        }
+        lost->Answer(lost, 0, SentMessage::State::Lost);
+    }
 }
 
 void ThreadQueue::End()

@@ -18,16 +18,16 @@ void TimerTable::Start(HWND window, UINT_PTR id, DWORD period, TIMERPROC procedu
         if (m_buckets.size() <= m_heap.size())
             GrowBuckets();
         if (m_free == kNone) {
-            slot = static_cast<std::uint32_t>(m_slots.size());
-            m_slots.emplace_back();
-        } else {
-            slot = m_free;
-            m_free = m_slots[slot].next;
+            m_slots.emplace_back().next = kNone;
+            m_free = static_cast<std::uint32_t>(m_slots.size() - 1);
         }
+        // The last step for which memory may lack: the slot stays free then.
+        m_heap.push_back(m_free);
+        slot = m_free;
+        m_free = m_slots[slot].next;
         std::uint32_t& bucket = Bucket(window, id);
-        m_slots[slot] = {window, id, procedure, 0, 0, period, static_cast<std::uint32_t>(m_heap.size()), bucket};
+        m_slots[slot] = {window, id, procedure, 0, 0, period, static_cast<std::uint32_t>(m_heap.size() - 1), bucket};
         bucket = slot;
-        m_heap.push_back(slot);
     }
     Timer& timer = m_slots[slot];
     timer.procedure = procedure;

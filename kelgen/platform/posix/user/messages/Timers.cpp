@@ -1,6 +1,7 @@
 // Timers.cpp: SetTimer and KillTimer.
 #include <kelgen/platform/posix/user/api/Timers.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/messages/ThreadQueue.h>
@@ -35,13 +36,15 @@ auto WithQueueOf(HWND handle, const Act& act) -> decltype(act(CurrentQueue()))
 
 UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedure)
 {
-    const UINT period = std::clamp(milliseconds, USER_TIMER_MINIMUM, USER_TIMER_MAXIMUM);
-    return WithQueueOf(window, [&](ThreadQueue& queue) -> UINT_PTR {
-        const UINT_PTR started = queue.StartTimer(window, id, period, procedure);
-        if (!window && !started)
-            return Fail(kNoMoreUserHandles, UINT_PTR{0});
-        // By contract: 0 is a window's timer like any other, but the result must not look like a failure.
-        return started ? started : 1;
+    return OrNoMemory(UINT_PTR{0}, [&]() -> UINT_PTR {
+        const UINT period = std::clamp(milliseconds, USER_TIMER_MINIMUM, USER_TIMER_MAXIMUM);
+        return WithQueueOf(window, [&](ThreadQueue& queue) -> UINT_PTR {
+            const UINT_PTR started = queue.StartTimer(window, id, period, procedure);
+            if (!window && !started)
+                return Fail(kNoMoreUserHandles, UINT_PTR{0});
+            // By contract: 0 is a window's timer like any other, but the result must not look like a failure.
+            return started ? started : 1;
+        });
     });
 }
 

@@ -51,6 +51,7 @@ struct Window
     Window* above = nullptr;
     Window* below = nullptr;
     HWND owner = nullptr;
+    unsigned walk = 0;  // the last walk that came by, under the desktop lock
 
     LONG style = 0;
     LONG exStyle = 0;

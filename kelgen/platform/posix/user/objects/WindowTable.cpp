@@ -26,8 +26,10 @@ struct Entry
 };
 
 std::array<Entry, kEntries> table;
-std::vector<DWORD> freeEntries;  // used in the order of their coming, so that handles stay dead for long
-std::size_t firstFree = 0;
+// A ring, used in the order of their coming, so that handles stay dead for long; giving one back takes no memory.
+std::array<WORD, kEntries> freeEntries;
+DWORD firstFree = 0;
+DWORD freeCount = 0;
 DWORD entriesUsed = 0;
 
 // The calling thread's id without a system call.
@@ -62,15 +64,13 @@ DWORD TakeEntry()
 {
     // A freed entry rests until many others have been freed after it.
     constexpr std::size_t kResting = 256;
-    if (entriesUsed < kEntries && freeEntries.size() - firstFree < kResting)
+    if (entriesUsed < kEntries && freeCount < kResting)
         return entriesUsed++;
-    if (firstFree == freeEntries.size())
+    if (freeCount == 0)
         return kEntries;
-    const DWORD entry = freeEntries[firstFree++];
-    if (firstFree > 4096) {
-        freeEntries.erase(freeEntries.begin(), freeEntries.begin() + static_cast<std::ptrdiff_t>(firstFree));
-        firstFree = 0;
-    }
+    const DWORD entry = freeEntries[firstFree];
+    firstFree = (firstFree + 1) % kEntries;
+    --freeCount;
     return entry;
 }
 
@@ -139,7 +139,7 @@ void RemoveWindow(Window& window)
         entry->handle.store(0, std::memory_order_relaxed);
         entry->thread.store(0, std::memory_order_relaxed);
         entry->window.store(nullptr, std::memory_order_relaxed);
-        freeEntries.push_back(static_cast<DWORD>(entry - table.data()));
+        freeEntries[(firstFree + freeCount++) % kEntries] = static_cast<WORD>(entry - table.data());
         window.destroyed = true;
         --window.windowClass->windows;
     }

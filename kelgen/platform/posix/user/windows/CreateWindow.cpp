@@ -1,6 +1,7 @@
 // CreateWindow.cpp: making windows, with the messages in their order.
 #include <kelgen/platform/posix/user/api/WindowCalls.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/modules/ModuleTable.h>
@@ -15,6 +16,7 @@
 #include <kelgen/platform/posix/user/windows/Positions.h>
 
 #include <algorithm>
+#include <exception>
 
 using namespace kelgen::posix;
 using namespace kelgen::posix::user;
@@ -162,6 +164,24 @@ bool Introduce(Window& window, Struct& create, bool wide)
     return SendCreate(window, WM_CREATE, create, wide) != -1 && !window.destroyed;
 }
 
+// Ends a window whose creation an exception has ended.
+class Unfinished
+{
+public:
+    explicit Unfinished(Window& window) : m_window(window), m_exceptions(std::uncaught_exceptions()) {}
+    ~Unfinished()
+    {
+        if (std::uncaught_exceptions() > m_exceptions)
+            AbandonAfterException(m_window);
+    }
+    Unfinished(const Unfinished&) = delete;
+    Unfinished& operator=(const Unfinished&) = delete;
+
+private:
+    Window& m_window;
+    int m_exceptions;
+};
+
 template <class Char>
 HWND MakeWindow(const Char* className, typename CreateTypes<Char>::Struct create)
 {
@@ -200,6 +220,7 @@ HWND MakeWindow(const Char* className, typename CreateTypes<Char>::Struct create
     if (!window)
         return nullptr;
     const WindowUse use(*window);
+    const Unfinished unfinished(*window);
     const HWND handle = window->handle;
     window->instance = create.hInstance;
     if (HasHooks(HookChains::BitOf(WH_CBT))) {
@@ -230,8 +251,9 @@ HWND MakeWindow(const Char* className, typename CreateTypes<Char>::Struct create
     if (window->destroyed)
         return nullptr;
     if (!Introduce(*window, create, kWide)) {
+        const bool lacksMemory = GetLastError() == ERROR_NOT_ENOUGH_MEMORY;
         AbandonCreation(*window);
-        return Fail(ERROR_INVALID_WINDOW_HANDLE, static_cast<HWND>(nullptr));
+        return Fail(lacksMemory ? ERROR_NOT_ENOUGH_MEMORY : ERROR_INVALID_WINDOW_HANDLE, static_cast<HWND>(nullptr));
     }
 
     window->owesSize = overlapped;
@@ -250,13 +272,17 @@ HWND MakeWindow(const Char* className, typename CreateTypes<Char>::Struct create
 HWND CreateWindowExA(DWORD exStyle, LPCSTR className, LPCSTR name, DWORD style, int x, int y, int width, int height, HWND parent,
                      HMENU menu, HINSTANCE module, LPVOID parameter)
 {
-    return MakeWindow<CHAR>(className,
-                            {parameter, module, menu, parent, height, width, y, x, static_cast<LONG>(style), name, className, exStyle});
+    return OrNoMemory(HWND{}, [&] {
+        return MakeWindow<CHAR>(className,
+                                {parameter, module, menu, parent, height, width, y, x, static_cast<LONG>(style), name, className, exStyle});
+    });
 }
 
 HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR name, DWORD style, int x, int y, int width, int height, HWND parent,
                      HMENU menu, HINSTANCE module, LPVOID parameter)
 {
-    return MakeWindow<WCHAR>(className,
-                             {parameter, module, menu, parent, height, width, y, x, static_cast<LONG>(style), name, className, exStyle});
+    return OrNoMemory(HWND{}, [&] {
+        return MakeWindow<WCHAR>(
+            className, {parameter, module, menu, parent, height, width, y, x, static_cast<LONG>(style), name, className, exStyle});
+    });
 }

@@ -1,6 +1,7 @@
 // DefaultProcedure.cpp: DefWindowProc: what windows do by themselves.
 #include <kelgen/platform/posix/user/api/WindowCalls.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/api/Activation.h>
@@ -250,10 +251,10 @@ LRESULT Default(HWND handle, UINT message, WPARAM wParam, LPARAM lParam)
 
 LRESULT DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    return Default<CHAR>(window, message, wParam, lParam);
+    return OrNoMemory(LRESULT{0}, [&] { return Default<CHAR>(window, message, wParam, lParam); });
 }
 
 LRESULT DefWindowProcW(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    return Default<WCHAR>(window, message, wParam, lParam);
+    return OrNoMemory(LRESULT{0}, [&] { return Default<WCHAR>(window, message, wParam, lParam); });
 }

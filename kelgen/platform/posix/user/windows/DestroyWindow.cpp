@@ -1,6 +1,7 @@
 // DestroyWindow.cpp: destroying windows, with the messages in their order, and what is left of a thread that ends.
 #include <kelgen/platform/posix/user/windows/Destruction.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/api/Menus.h>
@@ -20,16 +21,56 @@ namespace kelgen::posix::user {
 
 namespace {
 
-std::vector<HWND> Children(const Window& window)
+// Comes by every window of a list once, even those that it gains meanwhile, and whatever becomes of them: windows end without memory,
+// so there is no list of those to come.
+class Walk
 {
-    DesktopGuard guard;
-    return ChildrenOf(window);
+public:
+    Walk()
+    {
+        static unsigned walks = 0;
+        DesktopGuard guard;
+        m_number = ++walks;
+    }
+
+    // The next window below @p parent that @p chooses; null at the end.
+    template <class Choose>
+    HWND Next(const Window& parent, Choose chooses)
+    {
+        DesktopGuard guard;
+        const Window* last = FindWindowLocked(m_last);
+        Window* next = last && last->parent == &parent ? last->below : parent.firstChild;
+        while (next && (next->walk == m_number || !chooses(*next)))
+            next = next->below;
+        m_last = next ? next->handle : nullptr;
+        if (next)
+            next->walk = m_number;
+        return m_last;
+    }
+    HWND NextChild(const Window& parent)
+    {
+        return Next(parent, [](const Window&) { return true; });
+    }
+
+private:
+    unsigned m_number = 0;
+    HWND m_last = nullptr;
+};
+
+// What a window's end can do without is left out when memory lacks.
+template <class Step>
+void IfThereIsMemory(Step step)
+{
+    OrNoMemory(false, [&step] {
+        step();
+        return true;
+    });
 }
 
 // A window of another thread ends there, when that thread takes sends.
 void DestroyElsewhere(HWND window)
 {
-    PostToThreadOf(window, [](Window& target) { DestroyWindow(target.handle); });
+    IfThereIsMemory([window] { PostToThreadOf(window, [](Window& target) { DestroyWindow(target.handle); }); });
 }
 
 void SendDestroy(Window& window)
@@ -37,8 +78,9 @@ void SendDestroy(Window& window)
     Send(window, WM_DESTROY, 0, 0);
     if (window.destroyed)
         return;
-    for (HWND child : Children(window))
-        if (Window* own = OwnWindow(child); own && own->parent == &window) {
+    Walk walk;
+    while (const HWND child = walk.NextChild(window))
+        if (Window* own = OwnWindow(child)) {
             own->beingDestroyed = true;
             const WindowUse use(*own);
             SendDestroy(*own);
@@ -70,7 +112,8 @@ void Orphan(HWND child)
 // WM_NCDESTROY to the children first, then to the window.
 void SendNcDestroy(Window& window)
 {
-    for (HWND child : Children(window)) {
+    Walk walk;
+    while (const HWND child = walk.NextChild(window)) {
         if (Window* own = OwnWindow(child)) {
             const WindowUse use(*own);
             SendNcDestroy(*own);
@@ -88,14 +131,9 @@ void SendNcDestroy(Window& window)
 
 void DestroyOwned(const Window& window)
 {
-    std::vector<HWND> owned;
-    {
-        DesktopGuard guard;
-        for (const Window* other = DesktopRoot().firstChild; other; other = other->below)
-            if (other->owner && FindWindowLocked(other->owner) == &window)
-                owned.push_back(other->handle);
-    }
-    for (HWND other : owned) {
+    Walk walk;
+    const auto isOwned = [&window](const Window& other) { return other.owner && FindWindowLocked(other.owner) == &window; };
+    while (const HWND other = walk.Next(DesktopRoot(), isOwned)) {
         if (OwnWindow(other))
             DestroyWindow(other);
         else
@@ -112,13 +150,18 @@ struct DestructionMark
         if (window.destroyed)
             return;
         DesktopGuard guard;
-        window.beingDestroyed = false;
-        for (HWND below : DescendantsOf(window))
-            if (Window* own = OwnWindow(below))
-                own->beingDestroyed = false;
+        Clear(window);
     }
     DestructionMark(const DestructionMark&) = delete;
     DestructionMark& operator=(const DestructionMark&) = delete;
+
+    static void Clear(Window& cleared)
+    {
+        cleared.beingDestroyed = false;
+        for (Window* child = cleared.firstChild; child; child = child->below)
+            if (child->thread == cleared.thread)
+                Clear(*child);
+    }
 
     Window& window;
 };
@@ -171,6 +214,27 @@ void AbandonCreation(Window& window)
     SendNcDestroy(window);
 }
 
+void AbandonAfterException(Window& window) noexcept
+{
+    try {
+        AbandonCreation(window);
+    } catch (...) {
+        // It goes without its procedure.
+    }
+    if (window.destroyed)
+        return;
+    Walk walk;
+    while (const HWND child = walk.NextChild(window)) {
+        if (Window* own = OwnWindow(child)) {
+            const WindowUse use(*own);
+            AbandonAfterException(*own);
+        } else {
+            Orphan(child);
+        }
+    }
+    UnlistWindow(window);
+}
+
 void DestroyWindowsOf(ThreadQueue& queue)
 {
     // The windows of the thread, wherever they are in the tree; no code of the host runs any more.
@@ -210,15 +274,15 @@ BOOL DestroyWindow(HWND handle)
     if (window->destroyed)
         return TRUE;
     const DestructionMark mark(*window);
-    SendParentNotify(*window, WM_DESTROY);
+    IfThereIsMemory([window] { SendParentNotify(*window, WM_DESTROY); });
     if (!window->destroyed)
-        HideBeforeEnd(*window);
+        IfThereIsMemory([window] { HideBeforeEnd(*window); });
     if (!window->destroyed && !window->IsChild())
         DestroyOwned(*window);
     if (!window->destroyed && CurrentQueue().active == handle)
-        ActivateInsteadOf(*window);
+        IfThereIsMemory([window] { ActivateInsteadOf(*window); });
     if (!window->destroyed)
-        LeaveFocus(*window);
+        IfThereIsMemory([window] { LeaveFocus(*window); });
     if (!window->destroyed)
         SendDestroy(*window);
     if (!window->destroyed)

@@ -14,4 +14,7 @@ void UnlistWindow(Window& window);
 /// Ends a window whose creation failed: WM_NCDESTROY, and it is gone. Nothing for one that was destroyed meanwhile.
 void AbandonCreation(Window& window);
 
+/// The same after an exception, for a window whose procedure may throw once more. It takes no memory and throws nothing.
+void AbandonAfterException(Window& window) noexcept;
+
 }  // namespace kelgen::posix::user

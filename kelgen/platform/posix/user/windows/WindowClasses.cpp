@@ -1,6 +1,7 @@
 // WindowClasses.cpp: registering classes and reading them back.
 #include <kelgen/platform/posix/user/api/WindowClasses.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/modules/ModuleTable.h>
@@ -133,66 +134,72 @@ int CopyName(HWND window, Char* name, int size)
 
 ATOM RegisterClassA(const WNDCLASSA* windowClass)
 {
-    return Register(*windowClass, windowClass->lpszClassName, windowClass->lpszMenuName, nullptr);
+    return OrNoMemory(ATOM{0},
+                      [&]() -> ATOM { return Register(*windowClass, windowClass->lpszClassName, windowClass->lpszMenuName, nullptr); });
 }
 
 ATOM RegisterClassW(const WNDCLASSW* windowClass)
 {
-    return Register(*windowClass, windowClass->lpszClassName, windowClass->lpszMenuName, nullptr);
+    return OrNoMemory(ATOM{0},
+                      [&]() -> ATOM { return Register(*windowClass, windowClass->lpszClassName, windowClass->lpszMenuName, nullptr); });
 }
 
 ATOM RegisterClassExA(const WNDCLASSEXA* windowClass)
 {
-    if (windowClass->cbSize != sizeof *windowClass)
-        return Fail(ERROR_INVALID_PARAMETER, ATOM{0});
-    return Register(*windowClass, windowClass->lpszClassName, windowClass->lpszMenuName, windowClass->hIconSm);
+    return OrNoMemory(ATOM{0}, [&]() -> ATOM {
+        if (windowClass->cbSize != sizeof *windowClass)
+            return Fail(ERROR_INVALID_PARAMETER, ATOM{0});
+        return Register(*windowClass, windowClass->lpszClassName, windowClass->lpszMenuName, windowClass->hIconSm);
+    });
 }
 
 ATOM RegisterClassExW(const WNDCLASSEXW* windowClass)
 {
-    if (windowClass->cbSize != sizeof *windowClass)
-        return Fail(ERROR_INVALID_PARAMETER, ATOM{0});
-    return Register(*windowClass, windowClass->lpszClassName, windowClass->lpszMenuName, windowClass->hIconSm);
+    return OrNoMemory(ATOM{0}, [&]() -> ATOM {
+        if (windowClass->cbSize != sizeof *windowClass)
+            return Fail(ERROR_INVALID_PARAMETER, ATOM{0});
+        return Register(*windowClass, windowClass->lpszClassName, windowClass->lpszMenuName, windowClass->hIconSm);
+    });
 }
 
 BOOL UnregisterClassA(LPCSTR name, HINSTANCE module)
 {
-    return Unregister(name, module);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return Unregister(name, module); });
 }
 
 BOOL UnregisterClassW(LPCWSTR name, HINSTANCE module)
 {
-    return Unregister(name, module);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return Unregister(name, module); });
 }
 
 BOOL GetClassInfoA(HINSTANCE module, LPCSTR name, WNDCLASSA* windowClass)
 {
-    return GetInfo(module, name, windowClass, nullptr) != 0;
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return GetInfo(module, name, windowClass, nullptr) != 0; });
 }
 
 BOOL GetClassInfoW(HINSTANCE module, LPCWSTR name, WNDCLASSW* windowClass)
 {
-    return GetInfo(module, name, windowClass, nullptr) != 0;
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return GetInfo(module, name, windowClass, nullptr) != 0; });
 }
 
 BOOL GetClassInfoExA(HINSTANCE module, LPCSTR name, WNDCLASSEXA* windowClass)
 {
-    return GetInfo(module, name, windowClass, &windowClass->hIconSm);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return GetInfo(module, name, windowClass, &windowClass->hIconSm); });
 }
 
 BOOL GetClassInfoExW(HINSTANCE module, LPCWSTR name, WNDCLASSEXW* windowClass)
 {
-    return GetInfo(module, name, windowClass, &windowClass->hIconSm);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return GetInfo(module, name, windowClass, &windowClass->hIconSm); });
 }
 
 int GetClassNameA(HWND window, LPSTR name, int size)
 {
-    return CopyName(window, name, size);
+    return OrNoMemory(int{0}, [&]() -> int { return CopyName(window, name, size); });
 }
 
 int GetClassNameW(HWND window, LPWSTR name, int size)
 {
-    return CopyName(window, name, size);
+    return OrNoMemory(int{0}, [&]() -> int { return CopyName(window, name, size); });
 }
 
 UINT RealGetWindowClassA(HWND window, LPSTR name, UINT size)

@@ -1,6 +1,7 @@
 // WindowProperties.cpp: values that hosts keep with a window by name.
 #include <kelgen/platform/posix/user/api/WindowCalls.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
@@ -92,12 +93,12 @@ int Enumerate(HWND window, Callback callback)
 
 BOOL SetPropA(HWND window, LPCSTR name, HANDLE value)
 {
-    return Set(window, name, value);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return Set(window, name, value); });
 }
 
 BOOL SetPropW(HWND window, LPCWSTR name, HANDLE value)
 {
-    return Set(window, name, value);
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return Set(window, name, value); });
 }
 
 HANDLE GetPropA(HWND window, LPCSTR name)

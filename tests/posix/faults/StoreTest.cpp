@@ -1,0 +1,169 @@
+// StoreTest.cpp: the registry, profiles and services, without memory.
+#include "platform/registry/RegistryFixture.h"
+#include "posix/faults/Flow.h"
+#include "support/Scratch.h"
+#include "support/system/Watcher.h"
+
+#include <kelgen/kelgen.h>
+
+#include <gtest/gtest.h>
+
+using namespace kelgen::test;
+
+namespace {
+
+Outcome StatusOutcome(LSTATUS status)
+{
+    return {status == ERROR_SUCCESS, static_cast<DWORD>(status)};
+}
+
+}  // namespace
+
+TEST(WithoutMemory, RegistryValues)
+{
+    const ScratchKey key;
+    const std::string large(10000, 'x');
+    for (const char* name : {"kept", "large"})
+        SetText(key, name, "old");
+    RunWithoutMemory(
+        [&] {
+            for (const auto& [name, text] : {std::pair<const char*, const char*>{"kept", "new"}, {"large", large.c_str()}})
+                if (const LSTATUS status = RegSetValueExA(key, name, 0, REG_SZ, Bytes(text), static_cast<DWORD>(std::strlen(text) + 1));
+                    status != ERROR_SUCCESS)
+                    return StatusOutcome(status);
+            char read[100];
+            DWORD size = sizeof read;
+            return StatusOutcome(RegQueryValueExA(key, "kept", nullptr, nullptr, reinterpret_cast<BYTE*>(read), &size));
+        },
+        [&] {
+            char read[100] = "";
+            DWORD size = sizeof read;
+            EXPECT_EQ(ERROR_SUCCESS, RegQueryValueExA(key, "kept", nullptr, nullptr, reinterpret_cast<BYTE*>(read), &size));
+            EXPECT_TRUE(read == std::string("old") || read == std::string("new")) << read;
+            SetText(key, "kept", "old");
+        });
+}
+
+TEST(WithoutMemory, RegistryKeys)
+{
+    const ScratchKey key;
+    MakeKey(key, "Always\\there", "text");
+    RunWithoutMemory(
+        [&] {
+            HKEY made = nullptr;
+            if (const LSTATUS status = RegCreateKeyExA(key, "One\\Two\\three", 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &made, nullptr);
+                status != ERROR_SUCCESS)
+                return StatusOutcome(status);
+            RegCloseKey(made);
+            char name[100];
+            DWORD size = sizeof name;
+            if (const LSTATUS status = RegEnumKeyExA(key, 0, name, &size, nullptr, nullptr, nullptr, nullptr); status != ERROR_SUCCESS)
+                return StatusOutcome(status);
+            return StatusOutcome(RegDeleteTreeA(key, "One"));
+        },
+        [&] {
+            RegDeleteTreeA(key, "One");
+            DWORD subkeys = 0;
+            EXPECT_EQ(ERROR_SUCCESS, RegQueryInfoKeyA(key, nullptr, nullptr, nullptr, &subkeys, nullptr, nullptr, nullptr, nullptr, nullptr,
+                                                      nullptr, nullptr));
+            EXPECT_EQ(1u, subkeys);
+        });
+}
+
+TEST(WithoutMemory, PropertyExchange)
+{
+    const ScratchKey key;
+    gen::CPropertySet set;
+    for (const char* name : {"first", "second"}) {
+        gen::CProperty property(set.GetPropertyCount(), name, gen::eptString);
+        property.GetValue().SetValueString("a text that is longer than most");
+        set.AddProperty(property);
+    }
+    CRegistryPropertyExchange exchange;
+    ASSERT_TRUE(exchange.key.OpenKey(HKEY_CURRENT_USER, key.Path().c_str()));
+    exchange.propertySet = &set;
+    RunWithoutMemory(
+        [&] {
+            exchange.Write();
+            exchange.Load();
+            return Outcome{true};
+        },
+        [&] {
+            EXPECT_EQ(2, set.GetPropertyCount());
+            set.PropertyAt(0).GetValue().SetValueString("a text that is longer than most");
+        });
+}
+
+TEST(WithoutMemory, Profiles)
+{
+    const std::string path = ScratchFile("settings.ini");
+    RunWithoutMemory(
+        [&] {
+            if (!WritePrivateProfileStringA("Section", "name", "new", path.c_str()))
+                return Outcome::Of(false);
+            char text[100] = "untouched";
+            GetPrivateProfileStringA("Section", "name", "default", text, sizeof text, path.c_str());
+            EXPECT_LT(std::strlen(text), sizeof text);
+            return Outcome::Of(WritePrivateProfileStringA("Section", "name", "other", path.c_str()) != FALSE);
+        },
+        [&] {
+            const std::string bytes = ReadBytes(path);
+            EXPECT_TRUE(bytes.find("=old") + bytes.find("=new") + bytes.find("=other") != std::string::npos * 3) << bytes;
+            WriteBytes(path, "[Section]\r\nname=old\r\n");
+        });
+}
+
+TEST(WithoutMemory, InitializationFiles)
+{
+    const std::string path = ScratchFile("file.ini");
+    WriteBytes(path, "[One]\nname=value\nother=of some more length\nplain\n[Two]\nname=2\n");
+    RunWithoutMemory([&] {
+        _kelgen::CIniFile ini;
+        ini.LoadFile(path.c_str());
+        return Outcome{ini.GetPropertyValue("Two", "name") == "2", GetLastError()};
+    });
+}
+
+TEST(WithoutMemory, ServiceRecords)
+{
+    RunWithoutMemory(
+        [] {
+            const SC_HANDLE manager = OpenSCManagerA(nullptr, nullptr, SC_MANAGER_ALL_ACCESS);
+            if (!manager)
+                return Outcome::Of(false);
+            Outcome outcome = {true};
+            const SC_HANDLE service =
+                CreateServiceA(manager, "kelgen-faults", "shown", SERVICE_ALL_ACCESS, SERVICE_WIN32_OWN_PROCESS, SERVICE_DEMAND_START,
+                               SERVICE_ERROR_NORMAL, "/bin/true", nullptr, nullptr, nullptr, nullptr, nullptr);
+            outcome = Outcome::Of(service != nullptr);
+            if (service) {
+                SERVICE_STATUS status;
+                outcome = Outcome::Of(QueryServiceStatus(service, &status) != FALSE);
+                CloseServiceHandle(service);
+            }
+            CloseServiceHandle(manager);
+            return outcome;
+        },
+        [] {
+            const SC_HANDLE manager = OpenSCManagerA(nullptr, nullptr, SC_MANAGER_ALL_ACCESS);
+            if (const SC_HANDLE service = OpenServiceA(manager, "kelgen-faults", SERVICE_ALL_ACCESS)) {
+                DeleteService(service);
+                CloseServiceHandle(service);
+            }
+            CloseServiceHandle(manager);
+        });
+}
+
+TEST(WithoutMemory, Watchers)
+{
+    const std::string path = ScratchFile("watched");
+    std::unique_ptr<RecordingWatcher> watcher;
+    RunWithoutMemory(
+        [&] {
+            watcher = std::make_unique<RecordingWatcher>();
+            watcher->AddFile(path.c_str());
+            watcher->StartWatch();
+            return Outcome{true};
+        },
+        [&] { watcher.reset(); });
+}

@@ -1,0 +1,27 @@
+// FailingMemory.h: a program whose allocations fail when they are told to. Its source replaces the program's allocation functions.
+#pragma once
+
+#include <cstddef>
+
+namespace kelgen::test {
+
+/// While one lives the calling thread's allocations fail from the one with the number @p first (0: the next) on: that one alone, or all.
+class FailingMemory
+{
+public:
+    explicit FailingMemory(int first, bool fromThereOn = false);
+    ~FailingMemory() { End(); }
+    FailingMemory(const FailingMemory&) = delete;
+    FailingMemory& operator=(const FailingMemory&) = delete;
+
+    /// From now on they succeed again.
+    void End();
+
+    /// Whether any has failed.
+    bool HasFailed() const;
+};
+
+/// How many blocks the program holds.
+std::ptrdiff_t LiveBlocks();
+
+}  // namespace kelgen::test
