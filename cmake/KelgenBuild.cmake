@@ -18,7 +18,8 @@ endif()
 
 # Line tables are enough for a stack trace, and -O1 keeps both the build and the tests fast.
 set(KELGEN_DEBUG_INFO "-g1" CACHE STRING "The compiler's flag for debug information in debug builds")
-set(CMAKE_CXX_FLAGS_DEBUG "-O1 ${KELGEN_DEBUG_INFO} -DKELGEN_CHECKED")
+set(KELGEN_OPTIMIZE "-O1" CACHE STRING "The compiler's flag for optimisation in debug builds")
+set(CMAKE_CXX_FLAGS_DEBUG "${KELGEN_OPTIMIZE} ${KELGEN_DEBUG_INFO} -DKELGEN_CHECKED")
 set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
 if(NOT WIN32)
   # Calls inside a library stay in it, and calls between them go straight through the address table.

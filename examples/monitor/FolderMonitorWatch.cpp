@@ -5,7 +5,8 @@
 
 namespace {
 
-constexpr ULONGLONG kSecond = 10'000'000;
+// A second.
+constexpr ULONGLONG kSettled = 10'000'000;
 // A thousand files in five seconds, and next to no time.
 constexpr int kLooksATick = 8;
 
@@ -13,7 +14,7 @@ bool IsOver(ULONGLONG time)
 {
     FILETIME now{};
     ::GetSystemTimeAsFileTime(&now);
-    return (ULONGLONG{now.dwHighDateTime} << 32 | now.dwLowDateTime) > time + kSecond;
+    return (ULONGLONG{now.dwHighDateTime} << 32 | now.dwLowDateTime) > time + kSettled;
 }
 
 }  // namespace

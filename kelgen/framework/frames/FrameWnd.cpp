@@ -31,6 +31,9 @@ END_MESSAGE_MAP()
 
 const CRect CFrameWnd::rectDefault(CW_USEDEFAULT, CW_USEDEFAULT, 0, 0);
 
+// Where sources are united, CMDIChildWnd hides what stands here.
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+
 namespace {
 
 thread_local CFrameWnd* firstFrame = nullptr;

@@ -10,26 +10,14 @@
 //   Narrow, Widen...      between units below 0x100 and bytes
 //   Block, BlockPair      128 bits, or two times 128, for carry-less multiplication, when HasMultiplication()
 //   Pause                 tells the processor that this thread is waiting actively
-//   Identify              what the processor is
 // Functions whose names are overloaded for the wide types may be called from functions marked KELGEN_WIDE_VECTORS only, those on
-// blocks from KELGEN_MULTIPLIES, those on pairs of blocks from KELGEN_MULTIPLIES_PAIRS.
+// blocks from KELGEN_MULTIPLIES, those on pairs of blocks from KELGEN_MULTIPLIES_PAIRS. Identity.h says what the processor is.
 #pragma once
+
+#include <kelgen/platform/support/processor/Identity.h>
 
 // A helper of these must not remain a function of its own: that would be checked by sanitizers where its caller is not.
 #define KELGEN_IN_CALLER inline __attribute__((always_inline))
-
-namespace kelgen::processor {
-
-/// What the system's information says about a processor, in the platform's numbers.
-struct Identity
-{
-    unsigned short architecture;
-    unsigned type;
-    unsigned short level;
-    unsigned short revision;
-};
-
-}  // namespace kelgen::processor
 
 #if defined(__x86_64__) && !defined(KELGEN_VECTOR_PLAIN)
 #include <kelgen/platform/support/processor/X86.h>

@@ -27,11 +27,6 @@ KELGEN_IN_CALLER void Pause()
     asm volatile("isb" ::: "memory");
 }
 
-inline Identity Identify()
-{
-    return {.architecture = 12, .type = 0, .level = 8, .revision = 0};
-}
-
 KELGEN_IN_CALLER UnitVector And(UnitVector a, UnitVector b)
 {
     return vandq_u16(a, b);

@@ -32,11 +32,6 @@ constexpr bool HasMultiplication()
 
 inline void Pause() {}
 
-inline Identity Identify()
-{
-    return {.architecture = 0xFFFF, .type = 0, .level = 0, .revision = 0};
-}
-
 /// @p operation on each pair of lanes.
 template <class LANE, class OPERATION>
 KELGEN_IN_CALLER Lanes<LANE> Map(const Lanes<LANE>& a, const Lanes<LANE>& b, OPERATION operation)

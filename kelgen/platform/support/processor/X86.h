@@ -3,7 +3,6 @@
 
 #include <kelgen/platform/support/Processor.h>
 
-#include <cpuid.h>
 #include <cstdint>
 #include <immintrin.h>
 
@@ -38,18 +37,6 @@ inline bool HasPairMultiplication()
 KELGEN_IN_CALLER void Pause()
 {
     _mm_pause();
-}
-
-inline Identity Identify()
-{
-    unsigned signature = 0;
-    unsigned unused = 0;
-    __get_cpuid(1, &signature, &unused, &unused, &unused);
-    const unsigned family = (signature >> 8) & 0xF;
-    return {.architecture = 9,
-            .type = 8664,
-            .level = static_cast<unsigned short>(family == 0xF ? family + ((signature >> 20) & 0xFF) : family),
-            .revision = static_cast<unsigned short>(((signature >> 12) & 0xF0) << 8 | (signature & 0xFF))};
 }
 
 KELGEN_IN_CALLER __m128i And(__m128i a, __m128i b)

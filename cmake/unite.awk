@@ -1,0 +1,20 @@
+# awk -v united=FILE -f unite.awk SOURCE...: makes one source of several. What they include comes first; then each stands in a namespace
+# of its own, so that equal names in them do not meet. The compiler reports lines of the sources themselves.
+function hoisted(line) { return line ~ /^#include / && line !~ /\.inc"/ }
+
+BEGIN {
+    print "// Made by the build." >united
+    # A test's class outside of an unnamed namespace may have its fixture in it: here, as in a source, nobody else sees it.
+    print "#pragma GCC diagnostic ignored \"-Wsubobject-linkage\"" >united
+    for (i = 1; i < ARGC; ++i) {
+        while ((getline line <ARGV[i]) > 0)
+            if (hoisted(line) && !seen[line]++) print line >united
+        close(ARGV[i])
+    }
+    for (i = 1; i < ARGC; ++i) {
+        printf "namespace united_%d {\n#line 1 \"%s\"\n", i, ARGV[i] >united
+        while ((getline line <ARGV[i]) > 0) print hoisted(line) ? "" : line >united
+        close(ARGV[i])
+        print "}" >united
+    }
+}
