@@ -84,7 +84,7 @@ public:
     ~CString() { Release(m_pszData); }
 
     CString& operator=(const CString& other);
-    CString& operator=(CString&& other);
+    CString& operator=(CString&& other);  // NOLINT(bugprone-exception-escape): a locked buffer is copied
     CString& operator=(LPCSTR text);
     CString& operator=(const unsigned char* text);
     CString& operator=(char character);

@@ -33,7 +33,7 @@ class KELGEN_FRAMEWORK_API AFX_MODULE_STATE
 public:
     /// @p instance becomes the module's instance and resource handle.
     AFX_MODULE_STATE(BOOL isLibrary, HINSTANCE instance, BOOL isSystem = FALSE);
-    ~AFX_MODULE_STATE();
+    ~AFX_MODULE_STATE() = default;
     AFX_MODULE_STATE(const AFX_MODULE_STATE&) = delete;
     AFX_MODULE_STATE& operator=(const AFX_MODULE_STATE&) = delete;
 

@@ -199,7 +199,6 @@ LRESULT DefaultFor(Window& window, UINT message, WPARAM wParam, LPARAM lParam)
     case WM_MOUSEWHEEL:
     case WM_MOUSEHWHEEL:
     case WM_APPCOMMAND:
-        return PassToParent(window, message, wParam, lParam);
     case WM_HELP:
         return PassToParent(window, message, wParam, lParam);
     case WM_CTLCOLORMSGBOX:
