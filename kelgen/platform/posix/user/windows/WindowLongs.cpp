@@ -9,7 +9,7 @@
 #include <kelgen/platform/posix/user/objects/ExtraBytes.h>
 #include <kelgen/platform/posix/user/objects/ProcedureTable.h>
 #include <kelgen/platform/posix/user/objects/WindowTable.h>
-#include <kelgen/platform/posix/user/windows/Frames.h>
+#include <kelgen/platform/posix/user/windows/Borders.h>
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-// MouseTargets.cpp: the search for the window under the cursor, and making a mouse message for it.
+// ThreadQueueMouse.cpp: the search for the window under the cursor, and making a mouse message for it.
 #include <kelgen/platform/posix/user/messages/MouseTargets.h>
 
 #include <kelgen/platform/posix/user/api/Activation.h>
