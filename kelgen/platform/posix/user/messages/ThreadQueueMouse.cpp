@@ -1,39 +1,18 @@
-// ThreadQueueMouse.cpp: the search for the window under the cursor, and making a mouse message for it.
-#include <kelgen/platform/posix/user/messages/MouseTargets.h>
+// ThreadQueueMouse.cpp: mouse events in a queue becoming messages for the window under the cursor.
+#include <kelgen/platform/posix/user/messages/ThreadQueue.h>
 
 #include <kelgen/platform/posix/user/api/Activation.h>
 #include <kelgen/platform/posix/user/api/Input.h>
 #include <kelgen/platform/posix/user/api/WindowClasses.h>
-#include <kelgen/platform/posix/user/messages/ThreadQueue.h>
+#include <kelgen/platform/posix/user/messages/MouseTargets.h>
 #include <kelgen/platform/posix/user/objects/ThreadWindows.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <vector>
 
 namespace kelgen::posix::user {
 
 namespace {
-
-bool Contains(const RECT& rectangle, POINT point)
-{
-    return point.x >= rectangle.left && point.x < rectangle.right && point.y >= rectangle.top && point.y < rectangle.bottom;
-}
-
-Window* ChildUnder(const Window& parent, POINT point, bool topLevel, std::span<const HWND> passed)
-{
-    for (Window* window = parent.firstChild; window; window = window->below) {
-        if (!(window->style & WS_VISIBLE) || (!topLevel && (window->style & WS_DISABLED)) || !Contains(window->window, point))
-            continue;
-        const bool closed = (window->style & (WS_MINIMIZE | WS_DISABLED)) != 0 || !Contains(window->client, point);
-        Window* inside = closed ? nullptr : ChildUnder(*window, point, false, passed);
-        if (inside)
-            return inside;
-        if (std::find(passed.begin(), passed.end(), window->handle) == passed.end())
-            return window;
-    }
-    return nullptr;
-}
 
 bool IsButtonDown(UINT message)
 {
@@ -92,11 +71,6 @@ bool ActivateByClick(HWND handle, LRESULT hit, UINT message)
 }
 
 }  // namespace
-
-Window* WindowUnder(POINT point, std::span<const HWND> passed)
-{
-    return ChildUnder(DesktopRoot(), point, true, passed);
-}
 
 // Finds the window for a mouse event, asking the windows of this thread what the point hits. False when there is none here: the
 // event is dropped, or goes to the thread of the window there.
