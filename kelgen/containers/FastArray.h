@@ -342,7 +342,7 @@ void CFastArray<TYPE, ARG_TYPE>::SetSafeArray(VARTYPE type, VARIANT& variant) co
 template <class TYPE, class ARG_TYPE>
 void CFastArray<TYPE, ARG_TYPE>::Serialize(CArchive& ar)
 {
-    CObject::Serialize(ar);
+    CObject::Serialize(ar);  // NOLINT(bugprone-parent-virtual-call): what CArray writes is written below
     // Elements without a form in an archive throw here, before the count is written.
     SerializeElements<TYPE>(ar, m_pData, 0);
     const int count = kelgen::detail::SerializeCount(ar, Readable());
