@@ -45,7 +45,7 @@ public:
         void Build(DWORD polynomial);
 
         DWORD m_entries[256];  ///< What each value of the register's top byte does.
-        DWORD m_polynomial;
+        DWORD m_polynomial;    ///< What they were built for.
     };
 
     /// Makes @p polynomial (without its x^32 bit) the shared table's.

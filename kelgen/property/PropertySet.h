@@ -66,14 +66,14 @@ public:
     CProperty* FindFirst(const char* name, int start);
     /// Does the same by id.
     CProperty* FindFirst(int id, int start);
-    /// The same two of a set that may not change.
+    /// Both: the same of a set that may not change.
     const CProperty* FindFirst(const char* name, int start) const;
     const CProperty* FindFirst(int id, int start) const;
     /// The first property named @p name, null when there is none.
     CProperty* operator[](const char* name) { return FindFirst(name, 0); }
     /// The first property with @p id, null when there is none.
     CProperty* operator[](int id) { return FindFirst(id, 0); }
-    /// The same two of a set that may not change.
+    /// Both: the same of a set that may not change.
     const CProperty* operator[](const char* name) const { return FindFirst(name, 0); }
     const CProperty* operator[](int id) const { return FindFirst(id, 0); }
 
@@ -87,7 +87,7 @@ public:
     bool Get(const char* name, CPropertyValue& value);
     /// Does the same by id.
     bool Get(int id, CPropertyValue& value);
-    /// The same two of a set that may not change.
+    /// Both: the same of a set that may not change.
     bool Get(const char* name, CPropertyValue& value) const;
     bool Get(int id, CPropertyValue& value) const;
     /// Set(@p id, the value of @p source's first property with @p sourceId); nothing when there is none.

@@ -91,7 +91,7 @@ public:
 
     /// The record of this class.
     static CRuntimeClass* GetThisClass();
-    static const CRuntimeClass classCObject;
+    static const CRuntimeClass classCObject;  ///< The record itself.
 
 protected:
     CObject() = default;

@@ -103,6 +103,7 @@ public:
     CCriticalSection();
     ~CCriticalSection() override;
 
+    /// The system's object, for its calls.
     operator CRITICAL_SECTION*() { return &m_sect; }
 
     /// Waits for the lock. Returns TRUE.

@@ -72,7 +72,7 @@ public:
     /// Removes the element at that position.
     void RemoveAt(POSITION position) { Unlink(Checked(AsNode(position))); }
 
-    /// Adds before (InsertAfter: after) @p position and returns the new element's position. By contract: a null position stands for the
+    /// Both add before (InsertAfter: after) @p position and return the new element's position. By contract: a null position stands for the
     /// head (the tail), so that loops need not treat an empty list apart.
     POSITION InsertBefore(POSITION position, ARG_TYPE newElement);
     POSITION InsertAfter(POSITION position, ARG_TYPE newElement);
@@ -90,9 +90,9 @@ protected:
     /// An element with its neighbours; null at the ends.
     struct CNode
     {
-        CNode* pNext;
-        CNode* pPrev;
-        TYPE data;
+        CNode* pNext;  ///< towards the tail
+        CNode* pPrev;  ///< towards the head
+        TYPE data;     ///< the element
     };
 
 private:

@@ -98,8 +98,8 @@ protected:
         /// Of a key with that hash; linked to nothing yet.
         CAssoc(ARG_KEY newKey, UINT hashValue) : CPair(static_cast<ARG_KEY>(newKey)), nHashValue(hashValue) {}
 
-        CAssoc* pNext = nullptr;
-        UINT nHashValue;
+        CAssoc* pNext = nullptr;  ///< The next one of the bucket.
+        UINT nHashValue;          ///< The key's hash.
     };
 
 private:

@@ -51,7 +51,7 @@ public:
     /// Whether both hold the same type and value; arrays and objects are equal when they are the same one.
     bool operator==(const VARIANT& other) const;
 
-    /// The variant itself, for calls that take a pointer.
+    /// Both: the variant itself, for calls that take a pointer.
     operator VARIANT*() { return this; }
     operator const VARIANT*() const { return this; }
 };
