@@ -43,6 +43,7 @@ bool CFolderMonitor::Begin(const CString& folder, bool withSubfolders, int fileL
     AddFolder(root, entries, EFileEvent::found);
 
     std::vector<CWatchedFile*> files;
+    files.reserve(m_files.size());
     for (const auto& file : m_files)
         files.push_back(file.get());
     m_scanner.Begin(files);

@@ -50,16 +50,16 @@ public:
     class CFunction
     {
     public:
-        CTrackable* m_pObject = nullptr;
-        Function m_pfn = nullptr;
+        CTrackable* m_pObject = nullptr;  ///< not owned; null for none
+        Function m_pfn = nullptr;         ///< called for the object
     };
 
     /// A thread, and the message that it is sent.
     class CThreadForward
     {
     public:
-        DWORD m_nThreadID = 0;
-        UINT m_nMessage = 0;
+        DWORD m_nThreadID = 0;  ///< the thread's number; 0 for none
+        UINT m_nMessage = 0;    ///< the thread message that it is posted
     };
 
     /// Tells all windows that the language has changed.

@@ -20,6 +20,7 @@ class _AFX_THREAD_STATE;
 class KELGEN_API CAppDialog : public CDialog
 {
 public:
+    /// A dialog of the resource @p nIDTemplate, without a window yet; @p pParent null stands for the main window.
     explicit CAppDialog(UINT nIDTemplate, CWnd* pParent = nullptr);
     ~CAppDialog() override;
 
@@ -28,6 +29,7 @@ public:
     using CDialog::Create;
     /// Create of that number, without a parent.
     virtual BOOL Create(UINT nIDTemplate);
+    /// Creates the dialog of that number, as below.
     BOOL Create(UINT nIDTemplate, CWnd* pParent) { return Create(MAKEINTRESOURCEA(nIDTemplate), pParent); }
     /// Creates the dialog; FALSE on failure, even for a missing or damaged resource and if OnInitDialog ended it. Its number becomes the
     /// help identifier, if there is none.
@@ -56,7 +58,9 @@ class KELGEN_API CWListCtrl : public CListCtrl
 public:
     /// The new item's place; -1 on failure.
     int InsertItem(const LVITEMW* pItem);
+    /// Inserts an item before place @p nItem, made of those parts that the LVIF_ bits of @p nMask name. Returns its place; -1 on failure.
     int InsertItem(UINT nMask, int nItem, const unsigned short* lpszItem, UINT nState, UINT nStateMask, int nImage, LPARAM lParam);
+    /// Inserts an item with a text only. Returns its place; -1 on failure.
     int InsertItem(int nItem, const unsigned short* lpszItem);
     /// FALSE on failure.
     int SetItemText(int nItem, int nSubItem, const unsigned short* lpszText);
@@ -70,6 +74,7 @@ class KELGEN_API CWComboBox : public CComboBox
 class KELGEN_API CPushRoutingFrame
 {
 public:
+    /// Remembers the frame that is set, for the destructor to set again; @p pNewFrame null takes it away.
     explicit CPushRoutingFrame(CFrameWnd* pNewFrame);
     ~CPushRoutingFrame();
     CPushRoutingFrame(const CPushRoutingFrame&) = delete;

@@ -47,9 +47,11 @@ private:
     void CloseFrame(CFrameWnd* frame, CDocument* document);
 };
 
+/// What the frame of an application with several documents tells the application.
 class KELGEN_API CKelGenMDIFrameWndInterface : public CKelGenFrameWndInterface
 {};
 
+/// What the frame of one of several documents tells the application.
 class KELGEN_API CKelGenMDIChildWndInterface : public CKelGenFrameWndInterface
 {};
 
@@ -105,7 +107,9 @@ public:
     bool _000AfterWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
 
 protected:
+    /// WM_CREATE: the application learns of the frame. -1 refuses the window.
     int OnCreate(LPCREATESTRUCTA pCreate);
+    /// WM_DESTROY: the application forgets the frame.
     void OnDestroy();
 
     DECLARE_MESSAGE_MAP()
@@ -124,7 +128,9 @@ public:
                    CCreateContext* pContext = nullptr) override;
 
 protected:
+    /// WM_CREATE: the application learns of the frame. -1 refuses the window.
     int OnCreate(LPCREATESTRUCTA pCreate);
+    /// WM_DESTROY: the application forgets the frame.
     void OnDestroy();
 
     DECLARE_MESSAGE_MAP()
@@ -147,7 +153,9 @@ public:
     bool _000AfterWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
 
 protected:
+    /// WM_CREATE: the application learns of the frame. -1 refuses the window.
     int OnCreate(LPCREATESTRUCTA pCreate);
+    /// WM_DESTROY: the application forgets the frame.
     void OnDestroy();
 
     DECLARE_MESSAGE_MAP()

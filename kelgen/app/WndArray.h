@@ -19,6 +19,7 @@ public:
     CMDIFrameWnd* GetMDIFrame() const;
 
 protected:
+    /// The list itself, in the order in which the frames were made; the windows are not owned.
     CBaseObjectPtrArray<CWnd*>& GetWndArray() { return m_frames; }
     const CBaseObjectPtrArray<CWnd*>& GetWndArray() const { return m_frames; }
 

@@ -136,12 +136,13 @@ public:
     void StdRemoveAll() override { CBaseArray::RemoveAll(false); }
 
 protected:
-    // The operations on the first @p size elements, which the compare function may change; every access is checked.
+    /// Each does what the member of that name does with the first @p size elements, which the compare function may change; every access is checked.
     int FindFirstIn(const int& size, ARG_TYPE value, Compare compare, int start) const;
     void BubbleSortIn(const int& size, Compare compare);
     bool SortFindIn(const int& size, ARG_TYPE value, Compare compare, int& index) const;
     /// Where SortAdd inserts.
     int SortPlaceIn(const int& size, ARG_TYPE value, Compare compare) const;
+    /// CreateSafeArray of the first @p count elements.
     SAFEARRAY* CreateSafeArrayOf(VARTYPE type, int count) const;
     /// Calls @p add with every element of @p array.
     template <class ADD>

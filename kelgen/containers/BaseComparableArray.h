@@ -23,6 +23,7 @@ public:
     CBaseComparableArray() = default;
     CBaseComparableArray(const CBaseComparableArray&) = default;
     CBaseComparableArray& operator=(const CBaseComparableArray&) = default;
+    /// Copies the elements of an array that need not know equality.
     CBaseComparableArray& operator=(const CBaseArray<TYPE, ARG_TYPE>& other)
     {
         this->Copy(other);
@@ -35,6 +36,7 @@ public:
 
     /// The first index of @p value, or -1. Cost: numbers of 32 and 64 bits and pointers are compared several at a time.
     int FindFirst(const TYPE& value) const { return kelgen::detail::FindEqual(m_pData, m_nSize, value); }
+    /// Whether @p value occurs; the same cost.
     bool Contains(const TYPE& value) const { return FindFirst(value) >= 0; }
     /// Whether every element of @p other occurs here; true for an empty one.
     bool Contains(const CBaseArray<TYPE, ARG_TYPE>& other) const;
@@ -98,6 +100,7 @@ template <class TYPE, class ARG_TYPE, class BASE>
 class CBaseComparableArray<TYPE, ARG_TYPE, BASE>::Compaction
 {
 public:
+    /// Begins before the first element.
     explicit Compaction(CBaseComparableArray& array) : m_array(array) {}
     Compaction(const Compaction&) = delete;
     Compaction& operator=(const Compaction&) = delete;
@@ -107,15 +110,17 @@ public:
         m_array.m_nSize = kept;
     }
 
+    /// Keeps the next element.
     void Keep() { MoveDown(1); }
+    /// Destroys the next element.
     void Drop()
     {
         std::destroy_at(m_array.m_pData + next);
         ++next;
     }
 
-    int kept = 0;
-    int next = 0;
+    int kept = 0;  ///< How many are kept so far.
+    int next = 0;  ///< The index of the next element.
 
 private:
     void MoveDown(int count)

@@ -65,22 +65,14 @@ CBaseIdSeed& CBaseIdSeed::operator=(const CBaseIdBase& other)
     return *this;
 }
 
-CBaseIdSeed& CBaseIdSeed::operator=(const CBaseIdSeed& other)
-{
-    CBaseIdBase::operator=(other);
-    return *this;
-}
+CBaseIdSeed& CBaseIdSeed::operator=(const CBaseIdSeed& other) = default;
 
 CBaseId::CBaseId(CBaseIdSeed& seed)
 {
     New(seed);
 }
 
-CBaseId& CBaseId::operator=(const CBaseId& other)
-{
-    CBaseIdBase::operator=(other);
-    return *this;
-}
+CBaseId& CBaseId::operator=(const CBaseId& other) = default;
 
 CBaseId& CBaseId::operator=(const CBaseIdBase& other)
 {

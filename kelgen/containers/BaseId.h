@@ -23,15 +23,19 @@ public:
     /// By contract: lowest byte first is not the order of the numbers; 256 comes before 1.
     int Compare(const CBaseComparable& other) const override;
 
+    /// The seed's name, not owned; null for a fresh one.
     CBaseComparable* GetSeed() const { return m_seed; }
 
     /// Whether nothing was drawn or copied into it: it equals g_idbaseNull, the class aside.
     bool IsNull() const;
 
+    /// The number 0 without a name.
     static const CBaseIdBase g_idbaseNull;
 
 protected:
+    /// Compare without the classes.
     static int _Compare(const CBaseIdBase* a, const CBaseIdBase* b);
+    /// Copies number and name.
     static void _Copy(CBaseIdBase* dst, const CBaseIdBase* src);
     /// Counts on; after the highest number comes 0.
     static void _IncId(unsigned char* id);
@@ -46,6 +50,7 @@ class KELGEN_API CBaseIdSeed : public CBaseIdBase
 public:
     CBaseIdSeed() = default;
     CBaseIdSeed(const CBaseIdSeed&) = default;
+    /// Takes number and name over: the next one drawn follows that number.
     CBaseIdSeed& operator=(const CBaseIdBase& other);
     CBaseIdSeed& operator=(const CBaseIdSeed& other);
 
@@ -61,9 +66,11 @@ public:
     using MovableBitwise = CBaseId;
 
     CBaseId() = default;
+    /// Draws the next number of @p seed, as New does.
     explicit CBaseId(CBaseIdSeed& seed);
     CBaseId(const CBaseId&) = default;
     CBaseId& operator=(const CBaseId& other);
+    /// Takes number and name over.
     CBaseId& operator=(const CBaseIdBase& other);
 
     /// Draws the next number of @p seed.

@@ -37,17 +37,20 @@ public:
     void FormatString(CString& out, const char* format, const char* separator) const;
 };
 
+/// Rows of numbers, each with a length of its own.
 class CBase2DIntArray : public CBaseArray<CBaseIntArray, const CBaseIntArray&>
 {
 public:
     using CBaseArray<CBaseIntArray, const CBaseIntArray&>::CBaseArray;
 };
 
+/// Numbers, without the arithmetic of CBaseIntArray.
 class CIntList : public CBaseArray<int, int>
 {
 public:
     using CBaseArray<int, int>::CBaseArray;
 };
 
+/// The same with a used count.
 class CFastIntList : public CFastArray<int, int>
 {};

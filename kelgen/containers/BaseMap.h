@@ -13,6 +13,7 @@ public:
     CBaseMap& operator=(const CBaseMap& other);
 };
 
+/// Numbers by number, copyable.
 class CBaseMapIntegerToInteger : public CBaseMap<int, int, int, int>
 {};
 

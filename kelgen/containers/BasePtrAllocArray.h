@@ -55,7 +55,7 @@ int CBasePtrAllocArray<TYPE, ARG_TYPE>::Add(ARG_TYPE item)
 {
     auto copy = std::make_unique<TYPE>(item);
     const int index = m_pointers.Add(copy.get());
-    copy.release();
+    static_cast<void>(copy.release());
     return index;
 }
 

@@ -4,6 +4,7 @@
 #include <kelgen/Export.h>
 #include <kelgen/containers/BaseNumericArray.h>
 
+/// An array of 32-bit numbers with comparison and arithmetic.
 class KELGEN_API CDWArray : public CBaseNumericArray<DWORD, const DWORD>
 {
 public:

@@ -4,6 +4,7 @@
 #include <kelgen/Export.h>
 #include <kelgen/framework/collections/ArrayTypes.h>
 
+/// A stack of 32-bit numbers; the top is the last element.
 class KELGEN_API CDWordStack : public CDWordArray
 {
 public:

@@ -43,10 +43,11 @@ public:
             AfxThrowMemoryException();
         return block;
     }
+    /// Both as the standard's, for places and blocks of the operator above.
     static void* operator new(std::size_t, void* place) noexcept { return place; }
     static void operator delete(void* block) noexcept { std::free(block); }
 
-    /// The used count.
+    /// The used count (GetSize, GetCount), whether it is 0 (IsEmpty), and the last used index, -1 for none (GetUpperBound).
     int GetSize() const { return m_nUsedCount; }
     int GetCount() const { return m_nUsedCount; }
     bool IsEmpty() const { return m_nUsedCount == 0; }
@@ -54,6 +55,7 @@ public:
 
     /// As CArray's; slots that come into use are value-initialised, those beyond are destroyed.
     void SetSize(int n, int growBy = -1);
+    /// SetSize of the used count and @p delta.
     void IncrementSize(int delta);
     /// Destroys the slots that are not in use and gives their memory back.
     void FreeExtra();
@@ -66,20 +68,23 @@ public:
     void Push(ARG_TYPE value) { CFastArray::Add(value); }
     /// Takes the last element out of use and returns it; its slot keeps its value.
     TYPE Pop();
+    /// Assigns to the element at @p index; the used elements grow to hold it.
     void SetAtGrow(int index, ARG_TYPE value);
-    /// Appends the used elements of @p other, which may be this array, or all slots of a plain array; returns the used count before.
+    /// Both append the used elements of @p other, which may be this array, or all slots of a plain array; both return the used count before.
     int Append(const CFastArray& other);
     int Append(const CArray<TYPE, ARG_TYPE>& other);
+    /// Each inserts before @p index, which may lie behind the used elements, what is given: copies of a value, or the elements of an array.
     void InsertAt(int index, ARG_TYPE value, int count = 1);
     void InsertAt(int index, CFastArray* other);
     void InsertAt(int index, CArray<TYPE, ARG_TYPE>* other);
 
+    /// Both: an end's used element; there must be one.
     TYPE& FirstElement() { return m_pData[CheckedFirst()]; }
     const TYPE& FirstElement() const { return m_pData[CheckedFirst()]; }
     TYPE& LastElement() { return this->ElementAt(m_nUsedCount - 1); }
     const TYPE& LastElement() const { return this->ElementAt(m_nUsedCount - 1); }
 
-    // As CBaseArray's, of the used elements.
+    /// Each does what the member of that name does in CBaseArray, with the used elements.
     int FindFirst(ARG_TYPE value, Compare compare, int start) const { return this->FindFirstIn(m_nUsedCount, value, compare, start); }
     int FindFirst(const TYPE* element) const;
     void AddUnique(ARG_TYPE value, Compare compare);
@@ -89,6 +94,7 @@ public:
     void SortAdd(ARG_TYPE value, Compare compare) { CFastArray::InsertAt(this->SortPlaceIn(m_nUsedCount, value, compare), value); }
 
     bool CopySafeArray(SAFEARRAY* array) override;
+    /// Each does what the member of that name does in CBaseArray, with the used elements.
     SAFEARRAY* CreateSafeArray(VARTYPE type) const { return this->CreateSafeArrayOf(type, Readable()); }
     void SetSafeArray(VARTYPE type, VARIANT& variant) const;
     template <class RESULT = COleVariant>
@@ -342,7 +348,7 @@ void CFastArray<TYPE, ARG_TYPE>::SetSafeArray(VARTYPE type, VARIANT& variant) co
 template <class TYPE, class ARG_TYPE>
 void CFastArray<TYPE, ARG_TYPE>::Serialize(CArchive& ar)
 {
-    CObject::Serialize(ar);
+    CObject::Serialize(ar);  // NOLINT(bugprone-parent-virtual-call): what CArray writes is written below
     // Elements without a form in an archive throw here, before the count is written.
     SerializeElements<TYPE>(ar, m_pData, 0);
     const int count = kelgen::detail::SerializeCount(ar, Readable());

@@ -108,6 +108,7 @@ public:
     /// Allocate for @p n bytes more than the storage has.
     virtual void AllocateAddUp(DWORD n);
 
+    /// The storage that is held; null for none.
     CMemoryStorage* GetMemoryStorage() const { return m_storage; }
     /// 0 without a storage.
     DWORD GetStorageSize_() const;
@@ -117,6 +118,7 @@ public:
     unsigned char* DetachStorage();
     /// False, and nothing is locked, without a storage.
     bool Lock();
+    /// Undoes Lock; false without a storage.
     bool Unlock();
 
     /// Holds @p storage from now on; the old one is deleted if it was the container's own.

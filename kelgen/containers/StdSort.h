@@ -4,6 +4,7 @@
 #include <kelgen/Export.h>
 #include <kelgen/containers/BaseArray.h>
 
+/// Comparisons and sorts, as static members.
 class KELGEN_API CStdSort
 {
 public:

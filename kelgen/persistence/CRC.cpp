@@ -24,7 +24,7 @@ DWORD Feed(DWORD crc, const unsigned char* data, size_t size)
 
 }  // namespace
 
-CCRC::CCRC(DWORD polynomial) : m_polynomial(polynomial), m_register(0) {}
+CCRC::CCRC(DWORD polynomial) : m_polynomial(polynomial) {}
 
 CCRC::~CCRC() = default;
 

@@ -22,7 +22,7 @@ public:
 
 protected:
     DWORD m_polynomial;
-    DWORD m_register;
+    DWORD m_register = 0;
 };
 
 /// A running checksum: the register starts at 0 and nothing is reflected or inverted.
@@ -44,8 +44,8 @@ public:
         /// Builds the entries for @p polynomial. Cost: 6000 steps when it differs from the present one, none when equal.
         void Build(DWORD polynomial);
 
-        DWORD m_entries[256];
-        DWORD m_polynomial;
+        DWORD m_entries[256];  ///< What each value of the register's top byte does.
+        DWORD m_polynomial;    ///< What they were built for.
     };
 
     /// Makes @p polynomial (without its x^32 bit) the shared table's.
@@ -60,5 +60,6 @@ public:
     /// Feeds the storage's bytes, locked meanwhile.
     void PutBytes(CMemoryStorage* s);
 
+    /// The one table of all objects. Threads: not locked; a new polynomial disturbs the others.
     static Table m_table;
 };

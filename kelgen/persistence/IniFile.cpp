@@ -7,6 +7,7 @@
 #include <memory>
 #include <string_view>
 #include <typeinfo>
+#include <utility>
 
 namespace _kelgen {
 
@@ -27,16 +28,16 @@ CString TextOf(std::string_view bytes)
 bool ParseSectionLine(std::string_view line, CString& name)
 {
     const std::size_t open = line.find('[');
-    if (open == line.npos)
+    if (open == std::string_view::npos)
         return false;
     const std::size_t close = line.find(']');
-    if (close == line.npos || close == 0)
+    if (close == std::string_view::npos || close == 0)
         return false;
 
     line.remove_prefix(open + 1);
     const std::size_t dropped = line.find(']');
     name = TextOf(line.substr(0, dropped));
-    if (dropped != line.npos)
+    if (dropped != std::string_view::npos)
         name += TextOf(line.substr(dropped + 1));
     return true;
 }
@@ -44,7 +45,7 @@ bool ParseSectionLine(std::string_view line, CString& name)
 void AddLine(CIniSection& section, std::string_view line)
 {
     const std::size_t equals = line.find('=');
-    if (equals == line.npos)
+    if (equals == std::string_view::npos)
         section.AddValue(TextOf(line));
     else
         section.AddProperty(TextOf(line.substr(0, equals)), TextOf(line.substr(equals + 1)));
@@ -52,9 +53,9 @@ void AddLine(CIniSection& section, std::string_view line)
 
 }  // namespace
 
-CIniProperty::CIniProperty(CString name, CString value) : m_name(name), m_value(value) {}
+CIniProperty::CIniProperty(CString name, CString value) : m_name(std::move(name)), m_value(std::move(value)) {}
 
-CIniSection::CIniSection(CString name) : m_name(name) {}
+CIniSection::CIniSection(CString name) : m_name(std::move(name)) {}
 
 CIniSection::~CIniSection()
 {
@@ -83,7 +84,7 @@ void CIniSection::AddProperty(CString name, CString value)
 {
     auto property = std::make_unique<CIniProperty>(name, value);
     m_properties.Add(property.get());
-    property.release();
+    static_cast<void>(property.release());
 }
 
 int CIniSection::GetPropertiesCount() const

@@ -13,6 +13,7 @@ namespace _kelgen {
 class KELGEN_API CIniProperty
 {
 public:
+    /// Nothing is trimmed.
     CIniProperty(CString name, CString value);
     CIniProperty(const CIniProperty&) = default;
     CIniProperty& operator=(const CIniProperty&) = default;
@@ -34,6 +35,7 @@ private:
 class KELGEN_API CIniSection
 {
 public:
+    /// An empty section.
     explicit CIniSection(CString name);
     CIniSection(const CIniSection&) = delete;
     CIniSection& operator=(const CIniSection&) = delete;

@@ -14,11 +14,12 @@ class CAppIntegerMapKey
 {
 public:
     CAppIntegerMapKey() = default;
+    /// @p owner is not owned and may be null.
     CAppIntegerMapKey(const CBaseComparable* owner, int id) : m_owner(owner), m_id(id) {}
     bool operator==(const CAppIntegerMapKey& other) const { return m_owner == other.m_owner && m_id == other.m_id; }
 
-    const CBaseComparable* m_owner = nullptr;
-    int m_id = 0;
+    const CBaseComparable* m_owner = nullptr;  ///< not looked into
+    int m_id = 0;                              ///< which of the owner's integers
 };
 
 }  // namespace gen

@@ -16,9 +16,12 @@ class KELGEN_API CPropertySetLink
 {
 public:
     CPropertySetLink() = default;
+    /// A pointer to @p set, or to nothing for null.
     CPropertySetLink(CPropertySet* set);
 
+    /// The set; null when it is destroyed, and for none.
     operator CPropertySet*() const { return m_place ? *m_place : nullptr; }
+    /// The set, which must exist.
     CPropertySet* operator->() const { return *this; }
 
 private:
@@ -49,6 +52,7 @@ public:
 
     /// Appends a copy of @p property. Names and ids may occur more than once.
     void AddProperty(CProperty& property);
+    /// Does the same to a property that may not change.
     void AddProperty(const CProperty& property);
     /// The number of properties.
     int GetPropertyCount() const { return m_properties.GetCount(); }
@@ -62,12 +66,14 @@ public:
     CProperty* FindFirst(const char* name, int start);
     /// Does the same by id.
     CProperty* FindFirst(int id, int start);
+    /// Both: the same of a set that may not change.
     const CProperty* FindFirst(const char* name, int start) const;
     const CProperty* FindFirst(int id, int start) const;
     /// The first property named @p name, null when there is none.
     CProperty* operator[](const char* name) { return FindFirst(name, 0); }
     /// The first property with @p id, null when there is none.
     CProperty* operator[](int id) { return FindFirst(id, 0); }
+    /// Both: the same of a set that may not change.
     const CProperty* operator[](const char* name) const { return FindFirst(name, 0); }
     const CProperty* operator[](int id) const { return FindFirst(id, 0); }
 
@@ -81,6 +87,7 @@ public:
     bool Get(const char* name, CPropertyValue& value);
     /// Does the same by id.
     bool Get(int id, CPropertyValue& value);
+    /// Both: the same of a set that may not change.
     bool Get(const char* name, CPropertyValue& value) const;
     bool Get(int id, CPropertyValue& value) const;
     /// Set(@p id, the value of @p source's first property with @p sourceId); nothing when there is none.

@@ -15,8 +15,8 @@ class KELGEN_API CPropertySetListener
 {
 public:
     CPropertySetListener() = default;
-    CPropertySetListener(const CPropertySetListener&) {}
-    CPropertySetListener& operator=(const CPropertySetListener&) { return *this; }
+    CPropertySetListener(const CPropertySetListener&) = default;
+    CPropertySetListener& operator=(const CPropertySetListener&) = default;
     ~CPropertySetListener();
 
 protected:

@@ -31,6 +31,7 @@ public:
         using MovableBitwise = CItem;
 
         CItem() = default;
+        /// Watches @p itemSet, not owned, for @p itemValue in its first property with @p itemId.
         CItem(int itemId, CPropertySet* itemSet, const CPropertyValue& itemValue) : id(itemId), set(itemSet), value(itemValue) {}
         CItem(const CItem&) = default;
         CItem& operator=(const CItem&) = default;
@@ -42,11 +43,12 @@ public:
         /// Removes every occurrence of @p listener from the set's listeners; nothing without a set.
         void RemoveListener(CPropertySetListener* listener);
 
-        int id = -1;
+        int id = -1;           ///< of the property
         CPropertySetLink set;  ///< not owned; null when the set is destroyed
         CPropertyValue value;  ///< has no owner
     };
 
+    /// The items of a trigger, in the order in which they were added.
     class KELGEN_API CItemArray : public CBaseArray<CItem, CItem&>
     {
     public:
@@ -83,6 +85,7 @@ public:
     /// By contract: copies member by member, the identifier included; sets and callbacks know only the source. So the sets go on
     /// listing a trigger that is assigned to, which does not answer any more, and the callbacks do.
     CPropertyValueTrigger(const CPropertyValueTrigger& other);
+    /// Does the same to a trigger that is there.
     CPropertyValueTrigger& operator=(const CPropertyValueTrigger& other);
 
     /// Leaves the sets of all items, then detaches callbacks by a rising index. By contract: each detachment moves the next callback

@@ -1,6 +1,8 @@
 // Reference.cpp: the count of references.
 #include <kelgen/property/Reference.h>
 
+#include <cstdint>
+
 namespace gen {
 
 void CReference::AddRef()
@@ -19,5 +21,5 @@ void CReference::Release()
 // Out of line, so that the compiler of a caller cannot take for granted that its pointer is not null.
 bool CReferenceInterface::IsThisNull() const
 {
-    return this == nullptr;
+    return reinterpret_cast<std::uintptr_t>(this) == 0;
 }

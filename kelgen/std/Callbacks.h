@@ -100,12 +100,14 @@ public:
     Timer(const Timer&) = delete;
     Timer& operator=(const Timer&) = delete;
 
+    /// No more ticks; the timer cannot be started again.
     void Stop()
     {
         if (m_pTimerWnd != nullptr)
             m_pTimerWnd->KillTimer(kId);
         m_isStopped = true;
     }
+    /// Whether Stop was not called.
     [[nodiscard]] bool IsRunning() const { return !m_isStopped; }
 
 private:

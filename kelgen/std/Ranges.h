@@ -30,6 +30,7 @@ public:
     using reference = ELEMENT&;
 
     ListIterator() = default;
+    /// At @p position; null stands for the end.
     ListIterator(LIST& list, POSITION position) : m_list(&list), m_position(position) {}
 
     reference operator*() const { return m_list->GetAt(m_position); }
@@ -64,6 +65,7 @@ public:
     using reference = PAIR&;
 
     MapIterator() = default;
+    /// At @p pair; null stands for the end.
     MapIterator(MAP& map, PAIR* pair) : m_map(&map), m_pair(pair) {}
 
     reference operator*() const { return *m_pair; }
@@ -90,7 +92,7 @@ private:
 
 // Range-for finds these by their argument: they live where the classes do.
 
-/// The units of a string, zeros inside included; to be read only. They hold until the string is changed.
+/// Each end of a string's units, zeros inside included; to be read only. They hold until the string is changed.
 inline const unsigned short* begin(const CWStr& text)
 {
     return text;
@@ -108,7 +110,7 @@ inline const char* end(const CString& text)
     return begin(text) + text.GetLength();
 }
 
-/// The elements of an array. They hold until the array grows, shrinks or is freed.
+/// Each end of an array's elements. They hold until the array grows, shrinks or is freed.
 template <class TYPE, class ARG_TYPE>
 TYPE* begin(CArray<TYPE, ARG_TYPE>& array)
 {
@@ -129,7 +131,7 @@ const TYPE* end(const CArray<TYPE, ARG_TYPE>& array)
 {
     return array.GetData() + array.GetSize();
 }
-/// Of an array with a used count: its used elements.
+/// Each end of the used elements of an array with a used count.
 template <class TYPE, class ARG_TYPE>
 TYPE* begin(CFastArray<TYPE, ARG_TYPE>& array)
 {
@@ -151,7 +153,7 @@ const TYPE* end(const CFastArray<TYPE, ARG_TYPE>& array)
     return array.GetData() + array.GetSize();
 }
 
-/// The elements of a list from head to tail.
+/// Each end of the elements of a list, from head to tail.
 template <class TYPE, class ARG_TYPE>
 auto begin(CList<TYPE, ARG_TYPE>& list)
 {
@@ -173,7 +175,7 @@ auto end(const CList<TYPE, ARG_TYPE>& list)
     return kelgen::ListIterator<const CList<TYPE, ARG_TYPE>, const TYPE>(list, nullptr);
 }
 
-/// The entries of a map: `for (const auto& [key, value] : map)`.
+/// Each end of the entries of a map: `for (const auto& [key, value] : map)`.
 template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE>
 auto begin(CMap<KEY, ARG_KEY, VALUE, ARG_VALUE>& map)
 {

@@ -18,7 +18,7 @@
 
 namespace kelgen {
 
-/// The units of a string, zeros inside included. The view holds until the string is changed or goes.
+/// Each: the units of a string, zeros inside included. The view holds until the string is changed or goes.
 [[nodiscard]] inline std::u16string_view View(const CWStr& text)
 {
     return {reinterpret_cast<const char16_t*>(static_cast<const unsigned short*>(text)), static_cast<std::size_t>(text.GetLength())};

@@ -10,9 +10,10 @@ class KELGEN_API CKELException : public CException
     DECLARE_DYNAMIC(CKELException)
 
 public:
+    /// @p code is an error number of the system's or the host's own.
     explicit CKELException(LONG code = 0);
 
-    LONG m_code;
+    LONG m_code;  ///< as given
 };
 
 /// Throws a new CKELException with @p code.

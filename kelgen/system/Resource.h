@@ -23,6 +23,7 @@ public:
 
     /// Throws: CMemoryException, as CMemoryStorage::Allocate. Null @p module is false.
     static bool LoadResource(CMemoryStorage& out, HINSTANCE module, unsigned id, const char* type);
+    /// Does the same with the module that has such a resource: the program's own resources first.
     static bool LoadResource(CMemoryStorage& out, unsigned id, const char* type);
 
     /// By contract: the text ends at the resource's first zero, as texts do that tools end by one.

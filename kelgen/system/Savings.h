@@ -20,6 +20,7 @@ public:
     /// The application object's savings. Throws: CInvalidArgException when there is no application or it is no CSavings.
     static CSavings& AppGetSavings();
 
+    /// What is to be saved: a flag for each enumerator, which the caller may change.
     CFlagsDB<ESaveWhat>& SavingsSaveWhat() { return m_saveWhat; }
 
 private:

@@ -32,6 +32,7 @@ public:
 
 namespace File {
 
+/// A base for hosts' own helpers over files; it holds nothing.
 class KELGEN_API CUtil
 {
 public:

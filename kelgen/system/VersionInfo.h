@@ -110,7 +110,7 @@ public:
     /// The only object, filled by GetVersionExA at the first call.
     static COSVersionInfo& Get();
 
-    /// Whether the running system is of exactly that version.
+    /// Each: whether the running system is of exactly that version.
     bool IsWin31() const;
     bool IsWin95() const;
     bool IsWin98() const;
@@ -120,12 +120,13 @@ public:
     /// By contract: 5.1 only, and so not 5.2, which IsWinXPOrGreater covers.
     bool IsWinXP() const;
 
-    /// By contract: these three are about that family alone and so false on every later system, which is of the other family.
+    /// Each: whether the running system is of that version or a later one. By contract: of that family alone, and so false on every later
+    /// system, which is of the other family.
     bool IsWin95OrGreater() const;
     bool IsWin98OrGreater() const;
     bool IsWinMEOrGreater() const;
 
-    /// Whether the running system is of that version or a later one.
+    /// Each: whether the running system is of that version or a later one.
     bool IsWinNT4OrGreater() const;
     bool IsWin2KOrGreater() const;
     bool IsWinXPOrGreater() const;

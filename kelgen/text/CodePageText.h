@@ -32,16 +32,18 @@ namespace kelgen {
 {
     return ToCodePage(text, CP_UTF8);
 }
+/// The same of text in the ANSI page.
 [[nodiscard]] inline std::string ToUtf8(const CString& text)
 {
     return ToCodePage(text, CP_UTF8);
 }
+/// FromCodePage of UTF-8.
 [[nodiscard]] inline CWStr FromUtf8(std::string_view bytes)
 {
     return FromCodePage(bytes, CP_UTF8);
 }
 
-/// FromUtf8 and FromCodePage for a narrow string, which is in the ANSI page.
+/// Both NarrowFromCodePage and NarrowFromUtf8 convert to the ANSI page.
 [[nodiscard]] KELGEN_API CString NarrowFromCodePage(std::string_view bytes, DWORD page);
 [[nodiscard]] inline CString NarrowFromUtf8(std::string_view bytes)
 {

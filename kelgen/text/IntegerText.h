@@ -22,6 +22,7 @@ public:
     CString m_strItemText;
 };
 
+/// Rows of such a table, in order.
 class KELGEN_API CBaseIntegerTextItemArray : public CBaseArray<CBaseIntegerTextItem, CBaseIntegerTextItem&>
 {
 public:

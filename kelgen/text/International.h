@@ -21,6 +21,7 @@ public:
 
     // ---- One conversion ----
 
+    /// Each converts, or counts, between the pages of its name.
     static bool AnsiToUnicode(unsigned short* dst, int capacity, const char* src);
     static int AnsiToUnicodeCount(const char* src);
     static bool OEMToUnicode(unsigned short* dst, int capacity, const char* src);
@@ -48,26 +49,29 @@ public:
     /// is lost, and after two-byte characters units of an earlier conversion follow. Nothing is converted for @p n below 1: the
     /// text is empty.
     static bool ShiftJisToUnicode(CWStr& dst, const char* src, int n);
+    /// Converts terminated text of page @p cp. False on failure.
     static bool CPToUnicode(DWORD cp, CWStr& dst, const char* src);
 
     // ---- Between two pages, through 16-bit text. Scratch ----
 
     /// Converts @p n bytes into @p n bytes and a terminator, for which @p dst has room. False only when the scratch cannot grow.
     static bool StringToLatin1(char* dst, int n, const char* src);
+    /// StringToLatin1's units for terminated text; 0 on failure.
     static int StringToLatin1Count(const char* src);
     /// As StringToLatin1.
     static bool StringToShiftJis(char* dst, int n, const char* src);
+    /// StringToShiftJis's units for terminated text; 0 on failure.
     static int StringToShiftJisCount(const char* src);
-    /// Converts @p n bytes. False leaves @p dst alone.
+    /// Both convert @p n bytes. False leaves @p dst alone.
     static bool Latin1ToString(CString& dst, const char* src, int n);
     static bool ShiftJisToString(CString& dst, const char* src, int n);
 
     // ---- Into other containers ----
 
-    /// False empties @p dst.
+    /// Both: false empties @p dst.
     static bool UnicodeToAnsi(CString& dst, const unsigned short* src);
     static bool UnicodeToOEM(CString& dst, const unsigned short* src);
-    /// The size becomes that of the text with its terminator.
+    /// Both: the size becomes that of the text with its terminator.
     static bool UnicodeToAnsi(CMemoryStorage& dst, const unsigned short* src);
     static bool UnicodeToLatin1(CMemoryStorage& dst, const unsigned short* src);
     /// By contract: the size becomes one byte more than the text with its terminator, and that byte is not written.
@@ -81,6 +85,7 @@ public:
     [[nodiscard]] static unsigned short* ToUnicodeDup_(const char* src);
     /// By contract: a copy of the bytes, whatever the name says.
     [[nodiscard]] static char* UnicodeToAnsiDup_(const char* src);
+    /// The same of all bytes of a string.
     [[nodiscard]] static char* UnicodeToAnsiDup_(CString& src);
 
 protected:

@@ -4,6 +4,7 @@
 #include <kelgen/platform/support/Processor.h>
 
 #include <bit>
+#include <cstddef>
 #include <cstring>
 
 namespace kelgen::detail {
@@ -24,7 +25,8 @@ unsigned Matches(const unsigned short* at, UnitVector pattern)
 bool AnyOf32(const unsigned short* at, UnitVector pattern)
 {
     const UnitVector low = Or(EqualUnits(LoadUnits(at), pattern), EqualUnits(LoadUnits(at + kLane), pattern));
-    const UnitVector high = Or(EqualUnits(LoadUnits(at + 2 * kLane), pattern), EqualUnits(LoadUnits(at + 3 * kLane), pattern));
+    const UnitVector high =
+        Or(EqualUnits(LoadUnits(at + std::ptrdiff_t{2} * kLane), pattern), EqualUnits(LoadUnits(at + std::ptrdiff_t{3} * kLane), pattern));
     return LaneMask(Or(low, high)) != 0;
 }
 

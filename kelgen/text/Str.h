@@ -23,6 +23,7 @@ public:
     virtual ~CStr();
 
     CStr& operator=(const CStr& other);
+    /// Takes the text of any string.
     CString& operator=(const CString& other);
 
     using CString::Compare;

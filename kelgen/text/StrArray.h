@@ -77,6 +77,7 @@ public:
 
     // ---- Adding and cleaning ----
 
+    /// Appends @p text, whether or not it is there already.
     void AddNormal(const char* text);
     /// Appends @p text unless an entry has the very same bytes.
     void AddUnique(const char* text);
@@ -87,7 +88,7 @@ public:
     /// By contract: a separator that no longer occurs stands for the end of the text, and of separators that step to the same
     /// place the first of the list counts: "a/" at "\" and "/" gives "a/", at "/" and "\" gives "a".
     void AddTokens(const char* text, const CStringArray& separators, int bKeepEmpty);
-    /// Trims the white space of every entry.
+    /// Both trim the white space of every entry.
     void TrimLeft();
     void TrimRight();
     /// Removes the empty entries; the others keep their order.

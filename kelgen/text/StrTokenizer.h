@@ -21,6 +21,7 @@ public:
     CStrTokenizer();
     /// Over the first @p n bytes at @p p.
     CStrTokenizer(const char* p, int n);
+    /// Over all bytes of @p text.
     CStrTokenizer(const CString& text);
     CStrTokenizer(const CStrTokenizer& other);
     CStrTokenizer& operator=(const CStrTokenizer& other);

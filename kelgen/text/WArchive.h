@@ -19,6 +19,7 @@
 class KELGEN_API CWArchive : public CArchive
 {
 public:
+    /// As CArchive: of an open file, for loading or storing.
     CWArchive(CFile* pFile, UINT nMode, int nBufSize = 4096, void* lpBuf = nullptr);
     virtual ~CWArchive();
 

@@ -158,6 +158,7 @@ public:
 
     /// Copies the text into the string's own block when it fits there. By contract: no pointer is taken as a resource number.
     CWStr& operator=(const unsigned short* text);
+    /// The text becomes this one unit.
     CWStr& operator=(unsigned short ch);
 
     /// Gives the block back; a locked string keeps it, with length 0.
@@ -173,6 +174,7 @@ public:
 
     // ---- The block ----
 
+    /// The block's head, before the text; that of the shared empty block for an empty string.
     [[nodiscard]] CWStrData* GetData() const noexcept { return reinterpret_cast<CWStrData*>(m_text) - 1; }
 
     /// Points at a new block of length @p n without giving back the old one; 0 points at the shared empty block.
@@ -216,6 +218,7 @@ public:
     [[nodiscard]] int GetAllocLength() const noexcept { return GetData()->nAllocLength; }
     /// Whether the length is 0.
     [[nodiscard]] bool IsEmpty() const noexcept { return GetLength() == 0; }
+    /// The terminated text, never null. It is valid until the string is changed or destroyed.
     operator const unsigned short*() const noexcept { return m_text; }
     /// A text is neither true nor false: ask IsEmpty().
     template <std::same_as<bool> RESULT>
@@ -226,6 +229,7 @@ public:
         KELGEN_ASSERT(index >= 0 && index <= GetAllocLength());
         return m_text[index];
     }
+    /// GetAt.
     unsigned short operator[](int index) const { return GetAt(index); }
     /// Units before the terminator; 0 for null.
     static int SafeStrlen(const unsigned short* text);
@@ -246,7 +250,7 @@ public:
     [[nodiscard]] CWStr SpanIncluding(const unsigned short* set) const;
     /// The leading run of units that are not in @p set.
     [[nodiscard]] CWStr SpanExcluding(const unsigned short* set) const;
-    /// Part of the text; what lies outside it is left out. The whole text is a shared copy.
+    /// Each: a part of the text; what lies outside it is left out. The whole text is a shared copy.
     [[nodiscard]] CWStr Mid(int nFirst, int nCount) const;
     [[nodiscard]] CWStr Mid(int nFirst) const;
     [[nodiscard]] CWStr Left(int n) const;
@@ -258,13 +262,16 @@ public:
     [[nodiscard]] int Compare(const unsigned short* text) const;
     /// By unit value after case folding in the runtime's locale; its default folds only A to Z.
     [[nodiscard]] int CompareNoCase(const unsigned short* text) const;
+    /// The same of two terminated texts.
     [[nodiscard]] static int CompareNoCase(const unsigned short* left, const unsigned short* right);
     /// By the order of the runtime's locale; its default is by unit value.
     [[nodiscard]] int Collate(const unsigned short* text) const;
+    /// By the same order, without case.
     [[nodiscard]] int CollateNoCase(const unsigned short* text) const;
 
     // ---- Appending ----
 
+    /// Each appends: terminated text (null: nothing), one unit, or all units of a string, which may be this one.
     CWStr& operator+=(const unsigned short* text)
     {
         ConcatInPlace(SafeStrlen(text), text);
@@ -305,11 +312,11 @@ public:
     int Replace(const unsigned short* oldText, const unsigned short* newText);
     /// The number of units removed, beyond embedded zeros too.
     int Remove(unsigned short ch);
-    /// Up to the first 0 unit, as the runtime maps in its locale.
+    /// Each works up to the first 0 unit; case is mapped as the runtime maps it in its locale.
     void MakeUpper();
     void MakeLower();
     void MakeReverse();
-    /// White space is 0x09 to 0x0D, 0x20, and, by contract, every unit whose value is white space in the multibyte code page.
+    /// Each cuts off what stands at one end: white space, one unit, or units of a set. White space is 0x09 to 0x0D, 0x20, and, by contract, every unit whose value is white space in the multibyte code page.
     void TrimLeft();
     void TrimLeft(unsigned short ch);
     /// The empty set changes nothing, nor the sharing.
@@ -446,6 +453,7 @@ static_assert(sizeof(CWStr) == sizeof(void*));
 /// The shared empty string.
 KELGEN_API const CWStr& AfxGetEmptyWStr();
 
+/// Each: a new string with both texts; null counts as empty.
 KELGEN_API CWStr operator+(const CWStr& left, const CWStr& right);
 KELGEN_API CWStr operator+(const CWStr& left, const unsigned short* right);
 KELGEN_API CWStr operator+(const unsigned short* left, const CWStr& right);

@@ -52,7 +52,7 @@ public:
     /// @p result becomes the entries with @p separator between them; empty when there is none.
     void GetFormatString(CWStr& result, const unsigned short* separator) const;
 
-    /// Trims the white space of every entry, as CWStr's members of these names.
+    /// Both trim the white space of every entry, as CWStr's members of these names.
     void TrimLeft();
     void TrimRight();
 

@@ -34,6 +34,7 @@ protected:
     void ReportCompletionFirstStep() { m_nStep = 0; }
     /// Completes @p n steps. A number of steps that no int holds wraps.
     void ReportCompletionNextStep(int n) { m_nStep = static_cast<int>(static_cast<UINT>(m_nStep) + static_cast<UINT>(n)); }
+    /// The number of steps, which the progress is divided by; nothing is reported yet.
     void ReportCompletionSetStepCount(int n) { m_nStepCount = n; }
     /// The part of the present step that is done.
     void ReportCompletionSetStepProgress(double d) { m_dStepProgress = d; }

@@ -35,9 +35,9 @@ public:
     class CThreadHook
     {
     public:
-        CWinThread* m_pThread = nullptr;
-        HHOOK m_hHook = nullptr;
-        DWORD m_nThreadID = 0;
+        CWinThread* m_pThread = nullptr;  ///< not owned
+        HHOOK m_hHook = nullptr;          ///< its WH_MSGFILTER hook
+        DWORD m_nThreadID = 0;            ///< the system's number of the thread
     };
 
     virtual ~CMessageFilterMainHook();
@@ -66,6 +66,7 @@ public:
 protected:
     CMessageFilterMainHook() = default;
 
+    /// The index of the calling thread's entry, if @p pThread is its object; -1 if there is none.
     int FindThread(const CWinThread* pThread) const;
 
     CBaseArray<CThreadHook, CThreadHook&> m_threads;

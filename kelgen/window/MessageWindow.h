@@ -11,6 +11,7 @@ class CMessageWindowListener;
 class KELGEN_API CMessageWindow : public CWnd
 {
 public:
+    /// Without a window yet; @p pListener null for none.
     explicit CMessageWindow(CMessageWindowListener* pListener);
     ~CMessageWindow() override;
 
@@ -62,6 +63,7 @@ public:
 protected:
     /// Creates the window, unless it is there; false on failure, after which it may be tried again.
     virtual bool CreateMessageWindow();
+    /// Destroys the window and its object; nothing if there is none.
     virtual void DestroyMessageWindow();
 
 public:
@@ -70,6 +72,7 @@ public:
 
     /// The window's object, or null.
     CWnd* GetMessageWindow() const { return m_pMessageWindow; }
+    /// Stores the window's object, or null.
     void GetMessageWindow(CMessageWindow*& pWindow) const { pWindow = m_pMessageWindow; }
 
     /// 0 when there is no window object. Threads: any; so for PostMessageA.

@@ -114,8 +114,11 @@ public:
     BOOL DestroyWindow() override;
 
 protected:
+    /// WM_TIMER: calls the callback while both are enabled; a tick that is too old is dropped.
     void OnTimer(UINT nIDEvent);
+    /// WM_DESTROY: the callback hears no more.
     void OnDestroy();
+    /// WM_CLOSE: destroys the window.
     void OnClose();
 
     CTimerCallback* m_pCallback = nullptr;

@@ -30,6 +30,7 @@ public:
         using Function = bool (C000WndProcInterface::*)(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
 
         CHook() = default;
+        /// @p pObject is not owned.
         CHook(Function pfn, C000WndProcInterface* pObject) : m_pfn(pfn), m_pObject(pObject) {}
 
         bool operator==(const CHook& other) const { return m_pfn == other.m_pfn && m_pObject == other.m_pObject; }
@@ -133,4 +134,5 @@ private:
     kelgen::detail::ListWalks<Hooks> m_walks;
 };
 
+/// Sets the bits of @p added. Returns @p flags.
 KELGEN_API C000WndInterface::E000Flag& operator|=(C000WndInterface::E000Flag& flags, const C000WndInterface::E000Flag& added);

@@ -44,6 +44,7 @@ class KELGEN_FRAMEWORK_API CSimpleException : public CException
 
 public:
     CSimpleException();
+    /// With @p autoDelete Delete() frees the object, which was made by new.
     explicit CSimpleException(BOOL autoDelete);
     /// The text is string resource @p resourceId, when one is found at the time it is asked for.
     CSimpleException(BOOL autoDelete, UINT resourceId);
@@ -51,6 +52,7 @@ public:
     BOOL GetErrorMessage(LPSTR text, UINT capacity, UINT* helpContext = nullptr) const override;
 
 protected:
+    /// @p text is not copied: it lives as long as the exception.
     CSimpleException(BOOL autoDelete, LPCSTR text);
 
 private:
@@ -65,7 +67,9 @@ class KELGEN_FRAMEWORK_API CMemoryException : public CSimpleException
 
 public:
     CMemoryException();
+    /// With @p autoDelete Delete() frees the object, which was made by new.
     explicit CMemoryException(BOOL autoDelete);
+    /// Its text is string resource @p resourceId, if one is found when it is asked for.
     CMemoryException(BOOL autoDelete, UINT resourceId);
 };
 
@@ -76,7 +80,9 @@ class KELGEN_FRAMEWORK_API CNotSupportedException : public CSimpleException
 
 public:
     CNotSupportedException();
+    /// With @p autoDelete Delete() frees the object, which was made by new.
     explicit CNotSupportedException(BOOL autoDelete);
+    /// Its text is string resource @p resourceId, if one is found when it is asked for.
     CNotSupportedException(BOOL autoDelete, UINT resourceId);
 };
 
@@ -87,7 +93,9 @@ class KELGEN_FRAMEWORK_API CResourceException : public CSimpleException
 
 public:
     CResourceException();
+    /// With @p autoDelete Delete() frees the object, which was made by new.
     explicit CResourceException(BOOL autoDelete);
+    /// Its text is string resource @p resourceId, if one is found when it is asked for.
     CResourceException(BOOL autoDelete, UINT resourceId);
 };
 
@@ -98,7 +106,9 @@ class KELGEN_FRAMEWORK_API CUserException : public CSimpleException
 
 public:
     CUserException();
+    /// With @p autoDelete Delete() frees the object, which was made by new.
     explicit CUserException(BOOL autoDelete);
+    /// Its text is string resource @p resourceId, if one is found when it is asked for.
     CUserException(BOOL autoDelete, UINT resourceId);
 };
 
@@ -109,7 +119,9 @@ class KELGEN_FRAMEWORK_API CInvalidArgException : public CSimpleException
 
 public:
     CInvalidArgException();
+    /// With @p autoDelete Delete() frees the object, which was made by new.
     explicit CInvalidArgException(BOOL autoDelete);
+    /// Its text is string resource @p resourceId, if one is found when it is asked for.
     CInvalidArgException(BOOL autoDelete, UINT resourceId);
 };
 
@@ -189,7 +201,7 @@ public:
     CString m_strFileName;
 };
 
-/// The first five throw objects that exist already: they need no memory.
+/// Each throws a pointer to an exception of its name. The first five objects exist already: they need no memory.
 [[noreturn]] KELGEN_FRAMEWORK_API void AfxThrowMemoryException();
 [[noreturn]] KELGEN_FRAMEWORK_API void AfxThrowNotSupportedException();
 [[noreturn]] KELGEN_FRAMEWORK_API void AfxThrowResourceException();

@@ -53,6 +53,7 @@ public:
     /// Writes a text; operators end here.
     virtual void OutputString(LPCSTR text);
 
+    /// Each writes one value as text, null as "NULL", and returns this context.
     CDumpContext& operator<<(LPCSTR text);
     CDumpContext& operator<<(int value);
     CDumpContext& operator<<(UINT value);
@@ -90,7 +91,7 @@ public:
 
     /// The record of this class.
     static CRuntimeClass* GetThisClass();
-    static const CRuntimeClass classCObject;
+    static const CRuntimeClass classCObject;  ///< The record itself.
 
 protected:
     CObject() = default;

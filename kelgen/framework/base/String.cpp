@@ -164,6 +164,7 @@ CString& CString::operator=(const CString& other)
     return *this;
 }
 
+// NOLINTNEXTLINE(bugprone-exception-escape): a locked buffer is copied
 CString& CString::operator=(CString&& other)
 {
     if (IsLocked() || other.IsLocked())

@@ -65,6 +65,7 @@ public:
     /// Copies terminated text. A pointer made by MAKEINTRESOURCE loads that string resource; the string is empty when there is
     /// none.
     CString(LPCSTR text);
+    /// Copies terminated text; null gives an empty string.
     explicit CString(const unsigned char* text);
     /// Converts terminated 16-bit text to the ANSI code page.
     template <class Unit>
@@ -85,7 +86,8 @@ public:
     ~CString() { Release(m_pszData); }
 
     CString& operator=(const CString& other);
-    CString& operator=(CString&& other);
+    CString& operator=(CString&& other);  // NOLINT(bugprone-exception-escape): a locked buffer is copied
+    /// Each replaces the text: by terminated text (null: by nothing), by one character, by 16-bit text converted to the ANSI code page.
     CString& operator=(LPCSTR text);
     CString& operator=(const unsigned char* text);
     CString& operator=(char character);
@@ -96,16 +98,19 @@ public:
         return *this;
     }
 
+    /// Bytes, without the terminating 0; zeros inside count.
     int GetLength() const noexcept { return Data()->m_length; }
+    /// Whether the length is 0.
     BOOL IsEmpty() const noexcept { return GetLength() == 0; }
     /// The bytes that fit without new memory.
     int GetAllocLength() const noexcept { return Data()->m_capacity; }
+    /// Both: the terminated text, never null. It is valid until the string is changed or destroyed.
     LPCSTR GetString() const noexcept { return m_pszData; }
     operator LPCSTR() const noexcept { return m_pszData; }
 
     /// Releases the block; a locked one stays and loses its text.
     void Empty() noexcept;
-    /// The byte at @p index; the terminator's position is allowed.
+    /// Both: the byte at @p index; the terminator's position is allowed. Throws: CInvalidArgException for any other one.
     char GetAt(int index) const
     {
         if (static_cast<UINT>(index) > static_cast<UINT>(GetLength()))
@@ -116,13 +121,17 @@ public:
     /// Replaces the byte at @p index, which lies inside the text.
     void SetAt(int index, char character);
 
+    /// Replaces the text by terminated text, which may lie in this string; null empties it.
     void SetString(LPCSTR text);
     /// Replaces the text by @p length bytes, which may lie in this string.
     void SetString(LPCSTR text, int length);
+    /// Appends terminated text, which may lie in this string; null appends nothing.
     void Append(LPCSTR text);
     /// Appends @p length bytes, which may lie in this string.
     void Append(LPCSTR text, int length);
+    /// Appends all bytes of @p text, which may be this string.
     void Append(const CString& text);
+    /// Appends one byte. Cost: constant on average, since the block grows by more than one.
     void AppendChar(char character)
     {
         StringData* const data = Data();
@@ -135,6 +144,7 @@ public:
         m_pszData[length] = character;
         m_pszData[length + 1] = 0;
     }
+    /// Each appends, as Append and AppendChar do.
     CString& operator+=(const CString& text);
     CString& operator+=(LPCSTR text);
     CString& operator+=(char character)
@@ -152,7 +162,8 @@ public:
     /// Collate without case.
     int CollateNoCase(LPCSTR text) const;
 
-    /// The part from @p first; counts and positions outside the text are cut to it. The whole text shares the block.
+    /// Each: the part from @p first to the end, @p count bytes of it, the first or the last @p count bytes. Counts and positions outside
+    /// the text are cut to it. The whole text shares the block.
     CString Mid(int first) const;
     CString Mid(int first, int count) const;
     CString Left(int count) const;
@@ -165,10 +176,12 @@ public:
     /// Empty, and @p start -1, when there is none. By contract: without separators the rest is returned and @p start stays.
     CString Tokenize(LPCSTR separators, int& start) const;
 
+    /// Each changes the whole text and returns this string; two-byte characters stay whole.
     CString& MakeUpper();
     CString& MakeLower();
     CString& MakeReverse();
-    /// Without arguments white space is cut off. By contract: an empty set cuts nothing.
+    /// Each cuts off what stands at the left, at the right or at both ends: white space, one character, or characters of a set. Returns this
+    /// string. By contract: an empty set cuts nothing.
     CString& TrimLeft();
     CString& TrimLeft(char character);
     CString& TrimLeft(LPCSTR set);
@@ -187,11 +200,12 @@ public:
     int Remove(char character);
     /// The new length. The position is cut to the text.
     int Insert(int index, char character);
+    /// Does the same with terminated text, which may lie in this string.
     int Insert(int index, LPCSTR text);
     /// The new length. Position and count are cut to the text.
     int Delete(int index, int count = 1);
 
-    /// The position of the first occurrence at or after @p start, or -1. By contract: a @p start at the length finds the empty
+    /// Both: the position of the first occurrence at or after @p start, or -1. By contract: a @p start at the length finds the empty
     /// text and no character; one beyond, or negative, finds nothing.
     int Find(char character, int start = 0) const;
     int Find(LPCSTR text, int start = 0) const;
@@ -211,7 +225,9 @@ public:
     template <class... ARGUMENTS>
     requires kelgen::detail::AnyObject<ARGUMENTS...>
     void Format(UINT, const ARGUMENTS&...) = delete;
+    /// Does the same with arguments that are a list.
     void FormatV(LPCSTR format, va_list arguments);
+    /// Each appends what Format would make.
     void AppendFormat(LPCSTR format, ...);
     void AppendFormat(UINT formatId, ...);
     template <class... ARGUMENTS>
@@ -220,27 +236,31 @@ public:
     template <class... ARGUMENTS>
     requires kelgen::detail::AnyObject<ARGUMENTS...>
     void AppendFormat(UINT, const ARGUMENTS&...) = delete;
+    /// Does the same with arguments that are a list.
     void AppendFormatV(LPCSTR format, va_list arguments);
 
     /// Loads a string resource by AfxFindResourceHandle's order. FALSE, and the string unchanged, when there is none.
     BOOL LoadString(UINT id);
+    /// Does the same with the resources of @p module only.
     BOOL LoadString(HINSTANCE module, UINT id);
     /// The text of exactly that language.
     BOOL LoadString(HINSTANCE module, UINT id, WORD language);
     /// Takes the value of an environment variable. FALSE, and the string is empty, when there is none.
     BOOL GetEnvironmentVariable(LPCSTR name);
-    /// Converts between the ANSI and the OEM code page.
+    /// Each converts from the first code page to the second, in place.
     void AnsiToOem();
     void OemToAnsi();
 
-    /// The characters, writable, in an own block for at least @p minimumLength bytes. ReleaseBuffer must follow when the length
+    /// The characters, writable, in a block of this string's own. ReleaseBuffer must follow when the length
     /// has changed.
     LPSTR GetBuffer();
+    /// Does the same with room for at least @p minimumLength bytes.
     LPSTR GetBuffer(int minimumLength);
     /// GetBuffer, and the length is set; new bytes are not initialised.
     LPSTR GetBufferSetLength(int length);
     /// Sets the length after writing to the buffer; -1: up to the first zero.
     void ReleaseBuffer(int newLength = -1);
+    /// Sets the length after writing to the buffer, which must have room for it.
     void ReleaseBufferSetLength(int newLength);
     /// Cuts the text to @p length bytes.
     void Truncate(int length);
@@ -250,8 +270,10 @@ public:
     void FreeExtra();
     /// Stops sharing: copies of a locked string are made at once, and its buffer stays in place as long as the text fits.
     LPSTR LockBuffer();
+    /// Lets the block be shared again.
     void UnlockBuffer() noexcept;
 
+    /// The bytes before the terminating 0; 0 for null.
     static int StringLength(LPCSTR text) noexcept;
 
     friend CString operator+(const CString& left, const CString& right) { return Join(left, left.GetLength(), right, right.GetLength()); }

@@ -62,6 +62,7 @@ class KELGEN_FRAMEWORK_API CMutex : public CSyncObject
     DECLARE_DYNAMIC(CMutex)
 
 public:
+    /// Calls CreateMutexA: with a name that exists the mutex of that name, whoever owns it.
     explicit CMutex(BOOL initiallyOwned = FALSE, LPCSTR name = nullptr, LPSECURITY_ATTRIBUTES security = nullptr);
     ~CMutex() override;
 
@@ -76,6 +77,7 @@ class KELGEN_FRAMEWORK_API CEvent : public CSyncObject
     DECLARE_DYNAMIC(CEvent)
 
 public:
+    /// Calls CreateEventA: with a name that exists the event of that name, in its own state.
     explicit CEvent(BOOL initiallySignalled = FALSE, BOOL manualReset = FALSE, LPCSTR name = nullptr,
                     LPSECURITY_ATTRIBUTES security = nullptr);
     ~CEvent() override;
@@ -101,6 +103,7 @@ public:
     CCriticalSection();
     ~CCriticalSection() override;
 
+    /// The system's object, for its calls.
     operator CRITICAL_SECTION*() { return &m_sect; }
 
     /// Waits for the lock. Returns TRUE.
@@ -131,6 +134,7 @@ public:
     BOOL Lock(DWORD timeout = INFINITE);
     /// Gives the object free. TRUE if this lock does not hold it any more.
     BOOL Unlock();
+    /// Does the same by the object's own Unlock of @p count.
     BOOL Unlock(LONG count, LPLONG previousCount = nullptr);
     /// Whether this lock holds the object.
     BOOL IsLocked() const { return m_bAcquired; }

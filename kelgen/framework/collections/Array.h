@@ -40,6 +40,7 @@ public:
     /// The number of elements; GetCount is another name for it.
     int GetSize() const { return m_nSize; }
     int GetCount() const { return m_nSize; }
+    /// Whether there is none.
     bool IsEmpty() const { return m_nSize == 0; }
     /// The last index; -1 when empty.
     int GetUpperBound() const { return m_nSize - 1; }
@@ -56,7 +57,7 @@ public:
     /// Destroys all elements and frees the block.
     void RemoveAll() { Release(); }
 
-    /// The element at that index, which must be inside [0, size); ElementAt and the brackets are other names for it.
+    /// Each: the element at that index, which must be inside [0, size).
     const TYPE& GetAt(int nIndex) const { return m_pData[Checked(nIndex)]; }
     TYPE& GetAt(int nIndex) { return m_pData[Checked(nIndex)]; }
     const TYPE& ElementAt(int nIndex) const { return m_pData[Checked(nIndex)]; }

@@ -9,16 +9,19 @@ class KELGEN_FRAMEWORK_API CByteArray : public CArray<BYTE, BYTE>
     DECLARE_SERIAL(CByteArray)
 };
 
+/// An array of 16-bit numbers.
 class KELGEN_FRAMEWORK_API CWordArray : public CArray<WORD, WORD>
 {
     DECLARE_SERIAL(CWordArray)
 };
 
+/// An array of 32-bit numbers.
 class KELGEN_FRAMEWORK_API CDWordArray : public CArray<DWORD, DWORD>
 {
     DECLARE_SERIAL(CDWordArray)
 };
 
+/// An array of numbers that no archive takes.
 class KELGEN_FRAMEWORK_API CUIntArray : public CArray<UINT, UINT>
 {
     DECLARE_DYNAMIC(CUIntArray)
@@ -49,6 +52,7 @@ template <class BASE_CLASS, class TYPE>
 class CTypedPtrArray : public BASE_CLASS
 {
 public:
+    /// Each: the element at that index, which must be inside [0, size).
     TYPE GetAt(int nIndex) const { return static_cast<TYPE>(BASE_CLASS::GetAt(nIndex)); }
     TYPE& ElementAt(int nIndex) { return reinterpret_cast<TYPE&>(BASE_CLASS::ElementAt(nIndex)); }
     TYPE operator[](int nIndex) const { return GetAt(nIndex); }

@@ -29,6 +29,7 @@ public:
     /// The number of elements; GetSize is another name for it.
     int GetCount() const { return m_nCount; }
     int GetSize() const { return m_nCount; }
+    /// Whether there is none.
     bool IsEmpty() const { return m_nCount == 0; }
 
     /// The first element; the list must not be empty.
@@ -38,26 +39,26 @@ public:
     TYPE& GetTail() { return At(m_pNodeTail); }
     const TYPE& GetTail() const { return At(m_pNodeTail); }
 
-    /// Removes the first (last) element and returns it.
+    /// Both remove an end's element and return it; the list must not be empty.
     TYPE RemoveHead() { return Taken(m_pNodeHead); }
     TYPE RemoveTail() { return Taken(m_pNodeTail); }
 
-    /// Adds before the first (after the last) element and returns the new one's position.
+    /// Both add at an end and return the new element's position.
     POSITION AddHead(ARG_TYPE newElement) { return Link(static_cast<ARG_TYPE>(newElement), nullptr, m_pNodeHead); }
     POSITION AddTail(ARG_TYPE newElement) { return Link(static_cast<ARG_TYPE>(newElement), m_pNodeTail, nullptr); }
 
-    /// Adds copies of another list's elements, which keep their order.
+    /// Both add copies of another list's elements, which keep their order.
     void AddHead(CList* pNewList);
     void AddTail(CList* pNewList);
 
     /// Removes all elements and frees their memory.
     void RemoveAll();
 
-    /// The first (last) position; null for an empty list.
+    /// Both: an end's position; null for an empty list.
     POSITION GetHeadPosition() const { return AsPosition(m_pNodeHead); }
     POSITION GetTailPosition() const { return AsPosition(m_pNodeTail); }
 
-    /// The element at @p rPosition, which moves on to the next (previous) one; null after the last.
+    /// Both: the element at @p rPosition, which moves on to the next (GetPrev: the one before); null after the last.
     TYPE& GetNext(POSITION& rPosition) { return Step(rPosition, &CNode::pNext); }
     const TYPE& GetNext(POSITION& rPosition) const { return Step(rPosition, &CNode::pNext); }
     TYPE& GetPrev(POSITION& rPosition) { return Step(rPosition, &CNode::pPrev); }
@@ -71,7 +72,7 @@ public:
     /// Removes the element at that position.
     void RemoveAt(POSITION position) { Unlink(Checked(AsNode(position))); }
 
-    /// Adds before (InsertAfter: after) @p position and returns the new element's position. By contract: a null position stands for the
+    /// Both add before (InsertAfter: after) @p position and return the new element's position. By contract: a null position stands for the
     /// head (the tail), so that loops need not treat an empty list apart.
     POSITION InsertBefore(POSITION position, ARG_TYPE newElement);
     POSITION InsertAfter(POSITION position, ARG_TYPE newElement);
@@ -86,11 +87,12 @@ public:
     void Serialize(CArchive& ar) override;
 
 protected:
+    /// An element with its neighbours; null at the ends.
     struct CNode
     {
-        CNode* pNext;
-        CNode* pPrev;
-        TYPE data;
+        CNode* pNext;  ///< towards the tail
+        CNode* pPrev;  ///< towards the head
+        TYPE data;     ///< the element
     };
 
 private:

@@ -10,6 +10,7 @@ class KELGEN_FRAMEWORK_API CStringList : public CList<CString, const CString&>
     DECLARE_SERIAL(CStringList)
 
 public:
+    /// Elements are allocated @p nBlockSize at a time.
     explicit CStringList(int nBlockSize = 10) : CList(nBlockSize) {}
 };
 
@@ -19,6 +20,7 @@ class KELGEN_FRAMEWORK_API CPtrList : public CList<void*, void*>
     DECLARE_DYNAMIC(CPtrList)
 
 public:
+    /// Elements are allocated @p nBlockSize at a time.
     explicit CPtrList(int nBlockSize = 10) : CList(nBlockSize) {}
     /// Throws: the not-supported exception: addresses mean nothing in a file.
     void Serialize(CArchive& ar) override;
@@ -30,6 +32,7 @@ class KELGEN_FRAMEWORK_API CObList : public CList<CObject*, CObject*>
     DECLARE_SERIAL(CObList)
 
 public:
+    /// Elements are allocated @p nBlockSize at a time.
     explicit CObList(int nBlockSize = 10) : CList(nBlockSize) {}
 };
 
@@ -38,6 +41,7 @@ template <class BASE_CLASS, class TYPE>
 class CTypedPtrList : public BASE_CLASS
 {
 public:
+    /// Elements are allocated @p nBlockSize at a time.
     explicit CTypedPtrList(int nBlockSize = 10) : BASE_CLASS(nBlockSize) {}
 
     TYPE& GetHead() { return reinterpret_cast<TYPE&>(BASE_CLASS::GetHead()); }

@@ -32,10 +32,11 @@ public:
     /// A key with its value, as it lies in the map.
     struct CPair
     {
-        const KEY key;
-        VALUE value;
+        const KEY key;  ///< Fixed while the entry lives.
+        VALUE value;    ///< May be assigned to.
 
     protected:
+        /// For the map: a value-initialised value.
         explicit CPair(ARG_KEY newKey) : key(static_cast<ARG_KEY>(newKey)), value() {}
     };
 
@@ -46,6 +47,7 @@ public:
     /// The number of keys; GetSize is another name for it.
     int GetCount() const { return m_nCount; }
     int GetSize() const { return m_nCount; }
+    /// Whether there is none.
     bool IsEmpty() const { return m_nCount == 0; }
     /// The number of the table's slots; 0 stands for one that is not made yet.
     UINT GetHashTableSize() const { return m_nHashTableSize; }
@@ -80,7 +82,7 @@ public:
     /// Throws: the invalid-argument exception for a null position.
     void GetNextAssoc(POSITION& rNextPosition, KEY& rKey, VALUE& rValue) const;
 
-    /// Iteration by entries; null at the end.
+    /// Iteration by entries, both of all and of those behind one (PGetNextAssoc); null at the end.
     const CPair* PGetFirstAssoc() const { return FirstFrom(0); }
     CPair* PGetFirstAssoc() { return FirstFrom(0); }
     const CPair* PGetNextAssoc(const CPair* pAssoc) const { return After(static_cast<const CAssoc*>(pAssoc)); }
@@ -90,12 +92,14 @@ public:
     void Serialize(CArchive& ar) override;
 
 protected:
+    /// An entry in its bucket.
     struct CAssoc : CPair
     {
+        /// Of a key with that hash; linked to nothing yet.
         CAssoc(ARG_KEY newKey, UINT hashValue) : CPair(static_cast<ARG_KEY>(newKey)), nHashValue(hashValue) {}
 
-        CAssoc* pNext = nullptr;
-        UINT nHashValue;
+        CAssoc* pNext = nullptr;  ///< The next one of the bucket.
+        UINT nHashValue;          ///< The key's hash.
     };
 
 private:

@@ -25,19 +25,23 @@ public:
     }
 };
 
+/// Texts by text.
 class KELGEN_FRAMEWORK_API CMapStringToString : public CStringKeyMap<CString, LPCSTR>
 {
     DECLARE_SERIAL(CMapStringToString)
 
 public:
+    /// Entries are allocated @p nBlockSize at a time.
     explicit CMapStringToString(int nBlockSize = 10) : CStringKeyMap(nBlockSize) {}
 };
 
+/// Pointers, not owned, by text.
 class KELGEN_FRAMEWORK_API CMapStringToPtr : public CStringKeyMap<void*, void*>
 {
     DECLARE_DYNAMIC(CMapStringToPtr)
 
 public:
+    /// Entries are allocated @p nBlockSize at a time.
     explicit CMapStringToPtr(int nBlockSize = 10) : CStringKeyMap(nBlockSize) {}
     /// Throws: the not-supported exception: addresses mean nothing in a file.
     void Serialize(CArchive& ar) override;
@@ -49,14 +53,17 @@ class KELGEN_FRAMEWORK_API CMapStringToOb : public CStringKeyMap<CObject*, CObje
     DECLARE_SERIAL(CMapStringToOb)
 
 public:
+    /// Entries are allocated @p nBlockSize at a time.
     explicit CMapStringToOb(int nBlockSize = 10) : CStringKeyMap(nBlockSize) {}
 };
 
+/// Pointers by pointer; neither is owned.
 class KELGEN_FRAMEWORK_API CMapPtrToPtr : public CMap<void*, void*, void*, void*>
 {
     DECLARE_DYNAMIC(CMapPtrToPtr)
 
 public:
+    /// Entries are allocated @p nBlockSize at a time.
     explicit CMapPtrToPtr(int nBlockSize = 10) : CMap(nBlockSize) {}
 
     /// The value of @p key, or null.
@@ -69,29 +76,35 @@ public:
     void Serialize(CArchive& ar) override;
 };
 
+/// Numbers by pointer, which is not owned.
 class KELGEN_FRAMEWORK_API CMapPtrToWord : public CMap<void*, void*, WORD, WORD>
 {
     DECLARE_DYNAMIC(CMapPtrToWord)
 
 public:
+    /// Entries are allocated @p nBlockSize at a time.
     explicit CMapPtrToWord(int nBlockSize = 10) : CMap(nBlockSize) {}
     void Serialize(CArchive& ar) override;
 };
 
+/// Pointers, not owned, by number.
 class KELGEN_FRAMEWORK_API CMapWordToPtr : public CMap<WORD, WORD, void*, void*>
 {
     DECLARE_DYNAMIC(CMapWordToPtr)
 
 public:
+    /// Entries are allocated @p nBlockSize at a time.
     explicit CMapWordToPtr(int nBlockSize = 10) : CMap(nBlockSize) {}
     void Serialize(CArchive& ar) override;
 };
 
+/// Objects, not owned, by number; loading creates the objects.
 class KELGEN_FRAMEWORK_API CMapWordToOb : public CMap<WORD, WORD, CObject*, CObject*>
 {
     DECLARE_SERIAL(CMapWordToOb)
 
 public:
+    /// Entries are allocated @p nBlockSize at a time.
     explicit CMapWordToOb(int nBlockSize = 10) : CMap(nBlockSize) {}
 };
 
@@ -119,8 +132,10 @@ class CTypedPtrMap : public BASE_CLASS
     using BaseValue = typename Arguments::BaseValue;
 
 public:
+    /// Entries are allocated @p nBlockSize at a time.
     explicit CTypedPtrMap(int nBlockSize = 10) : BASE_CLASS(nBlockSize) {}
 
+    /// Each does what the member of that name does in the map below, with KEY and VALUE.
     BOOL Lookup(KEY key, VALUE& rValue) const
     {
         BaseValue value{};

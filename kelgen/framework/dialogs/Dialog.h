@@ -80,8 +80,11 @@ protected:
     /// Called before OnInitDialog's message is handled. The base does nothing.
     virtual void PreInitDialog();
 
+    /// WM_INITDIALOG: calls PreInitDialog before the dialog's own procedure, which leads to OnInitDialog. Returns that one's result.
     LRESULT HandleInitDialog(WPARAM wParam, LPARAM lParam);
+    /// The command IDOK: calls OnOK.
     void OnCommandOK();
+    /// The command IDCANCEL: calls OnCancel.
     void OnCommandCancel();
 
     UINT m_nIDHelp = 0;

@@ -33,6 +33,7 @@ public:
 
     /// Bytes; 0 for a folder.
     ULONGLONG GetLength() const;
+    /// The name with its extension, without its folder.
     virtual CString GetFileName() const;
     /// The full path.
     virtual CString GetFilePath() const;
@@ -43,8 +44,11 @@ public:
     /// The full path of the folder that is searched, without a final separator.
     virtual CString GetRoot() const;
 
+    /// When the entry was made, in UTC. Returns TRUE.
     virtual BOOL GetCreationTime(FILETIME* pTimeStamp) const;
+    /// When the entry was read or written last, in UTC. Returns TRUE.
     virtual BOOL GetLastAccessTime(FILETIME* pTimeStamp) const;
+    /// When the entry was written last, in UTC. Returns TRUE.
     virtual BOOL GetLastWriteTime(FILETIME* pTimeStamp) const;
 
     /// Whether the entry has any attribute of @p dwMask.
@@ -62,6 +66,7 @@ public:
     BOOL IsArchived() const { return MatchesMask(FILE_ATTRIBUTE_ARCHIVE); }
 
 protected:
+    /// Closes the search's handle and keeps the last error. Calls FindClose.
     virtual void CloseContext();
 
 private:

@@ -29,6 +29,7 @@ public:
     /// Gives the block to the caller, to be freed by free(); the file is empty then.
     BYTE* Detach();
 
+    /// Stores the size in bytes and the name, if one was set; times and attributes are 0. Returns TRUE.
     BOOL GetStatus(CFileStatus& rStatus) const;
     ULONGLONG GetPosition() const override { return m_nPosition; }
     ULONGLONG Seek(LONGLONG lOff, UINT nFrom) override;
@@ -50,8 +51,11 @@ public:
 protected:
     /// Null when memory runs out.
     virtual BYTE* Alloc(SIZE_T nBytes);
+    /// Moves a block of Alloc's to one of @p nBytes; null, and the block as it was, when memory runs out.
     virtual BYTE* Realloc(BYTE* lpMem, SIZE_T nBytes);
+    /// Copies between the block and a caller's memory, as memcpy does. Returns @p lpMemTarget.
     virtual BYTE* Memcpy(BYTE* lpMemTarget, const BYTE* lpMemSource, SIZE_T nBytes);
+    /// Frees a block of Alloc's or Realloc's; null is nothing.
     virtual void Free(BYTE* lpMem);
     /// Makes the block hold at least @p dwNewLen bytes.
     virtual void GrowFile(SIZE_T dwNewLen);

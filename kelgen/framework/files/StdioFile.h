@@ -23,6 +23,7 @@ class KELGEN_FRAMEWORK_API CStdioFile : public CFile
 
 public:
     CStdioFile();
+    /// Opens a file; @p nOpenFlags are CFile's and typeText or typeBinary. Throws: CFileException when that fails.
     CStdioFile(LPCSTR lpszFileName, UINT nOpenFlags);
     /// Closes. Errors are ignored: call Close to see them.
     ~CStdioFile() override;

@@ -110,8 +110,11 @@ public:
     BOOL m_bEmbedded = FALSE;  ///< Lies in another document, not in a file of its own.
 
 protected:
+    /// The command ID_FILE_CLOSE: closes the document, unless SaveModified says no.
     void OnFileClose();
+    /// The command ID_FILE_SAVE: calls DoFileSave.
     void OnFileSave();
+    /// The command ID_FILE_SAVE_AS: saves under a name that is asked for.
     void OnFileSaveAs();
 
     CString m_strTitle;

@@ -21,9 +21,9 @@ constexpr DWORD AFX_WS_DEFAULT_VIEW = WS_CHILD | WS_VISIBLE | WS_BORDER;
 /// What WM_SIZEPARENT's lParam points to: bars take their part of the rectangle.
 struct AFX_SIZEPARENTPARAMS
 {
-    HDWP hDWP;  ///< The list that a bar adds its position to.
-    RECT rect;  ///< What is left of the frame's client area.
-    SIZE sizeTotal;
+    HDWP hDWP;       ///< The list that a bar adds its position to.
+    RECT rect;       ///< What is left of the frame's client area.
+    SIZE sizeTotal;  ///< For bars; the framework leaves it alone.
     /// Whether a bar is to fill the side that it lies on.
     BOOL bStretch;
 };

@@ -134,6 +134,7 @@ LRESULT CMDIChildWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 
 BOOL CMDIChildWnd::PreTranslateMessage(MSG* pMsg)
 {
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): the frame's accelerators are asked below
     if (CWnd::PreTranslateMessage(pMsg))
         return TRUE;
     CMDIFrameWnd* const frame = GetMDIFrame();

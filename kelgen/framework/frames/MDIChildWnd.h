@@ -48,10 +48,15 @@ public:
 protected:
     LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
+    /// WM_CREATE: creates the view. -1 refuses the window.
     int OnCreate(LPCREATESTRUCTA lpCreateStruct);
+    /// WM_NCCREATE: sets the extended style that the client dropped. FALSE refuses the window.
     BOOL OnNcCreate(LPCREATESTRUCTA lpCreateStruct);
+    /// WM_SIZE: lays out the view and the bars, unless the window is minimised.
     void OnSize(UINT nType, int cx, int cy);
+    /// WM_MDIACTIVATE: tells the view, and shows this child's menu in the frame, or the frame's own.
     void OnMDIActivate(BOOL bActivate, CWnd* pActivateWnd, CWnd* pDeactivateWnd);
+    /// WM_MOUSEACTIVATE: a click makes this the active child, unless the result forbids it.
     int OnMouseActivate(CWnd* pDesktopWnd, UINT nHitTest, UINT message);
 
     HMENU m_hMenuShared = nullptr;  ///< The menu while active; not owned.

@@ -115,6 +115,7 @@ BOOL CMDIFrameWnd::OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINF
 
 BOOL CMDIFrameWnd::PreTranslateMessage(MSG* pMsg)
 {
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): the frame's accelerators are asked after the child
     if (CWnd::PreTranslateMessage(pMsg))
         return TRUE;
     CMDIChildWnd* const child = MDIGetActive();

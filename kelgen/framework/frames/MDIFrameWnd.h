@@ -70,10 +70,15 @@ protected:
     LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
 
+    /// WM_SIZE: lays out the client and the bars, unless the window is minimised.
     void OnSize(UINT nType, int cx, int cy);
+    /// Enables the commands of the window menu while there is an active child.
     void OnUpdateMDIWindowCmd(CCmdUI* pCmdUI);
+    /// Arranges, cascades or tiles the children, as the command @p nID says. TRUE if it was one of these.
     BOOL OnMDIWindowCmd(UINT nID);
+    /// The command ID_WINDOW_NEW: one more frame for the active child's document; a message box if it has none.
     void OnWindowNew();
+    /// WM_IDLEUPDATECMDUI: draws the menu bar anew if it changed, then does what CFrameWnd does. Returns 0.
     LRESULT OnIdleUpdateCmdUI(WPARAM wParam, LPARAM lParam);
 
     DECLARE_MESSAGE_MAP()

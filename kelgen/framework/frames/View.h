@@ -37,10 +37,15 @@ protected:
     virtual void OnActivateFrame(UINT nState, CFrameWnd* pFrameWnd);
     void PostNcDestroy() override;
 
+    /// WM_CREATE: joins the document of the creation's context. -1 refuses the window.
     int OnCreate(LPCREATESTRUCTA lpcs);
+    /// WM_DESTROY: the frame has no active view any more if it was this one.
     void OnDestroy();
+    /// WM_PAINT: prepares a device context and calls OnDraw.
     void OnPaint();
+    /// WM_MOUSEACTIVATE: a click makes this the frame's active view, unless the result forbids it.
     int OnMouseActivate(CWnd* pDesktopWnd, UINT nHitTest, UINT message);
+    /// WM_INITIALUPDATE: calls OnInitialUpdate. Returns 0.
     LRESULT OnInitialUpdateMessage(WPARAM wParam, LPARAM lParam);
 
     CDocument* m_pDocument = nullptr;

@@ -14,7 +14,7 @@ public:
     /// The system's text for the code.
     BOOL GetErrorMessage(LPSTR text, UINT capacity, UINT* helpContext = nullptr) const override;
 
-    SCODE m_sc = E_UNEXPECTED;
+    SCODE m_sc = E_UNEXPECTED;  ///< The failure's code.
 };
 
 /// Throws a memory exception for E_OUTOFMEMORY, else a COleException with @p code.

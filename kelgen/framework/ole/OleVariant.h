@@ -13,22 +13,30 @@ class KELGEN_FRAMEWORK_API COleVariant : public tagVARIANT
 public:
     COleVariant() { VariantInit(this); }
     COleVariant(const COleVariant& source) : COleVariant(static_cast<const VARIANT&>(source)) {}
+    /// A copy of the value, text included.
     COleVariant(const VARIANT& source);
     /// Text: VT_BSTR, or VT_EMPTY for null.
     COleVariant(LPCSTR text);
+    /// Text: VT_BSTR, even when it is empty.
     COleVariant(const CString& text) : COleVariant(static_cast<LPCSTR>(text)) {}
+    /// VT_UI1.
     COleVariant(BYTE value);
     /// @p type is VT_I2, VT_BOOL or VT_ERROR.
     COleVariant(short value, VARTYPE type = VT_I2);
     /// @p type is VT_I4, VT_BOOL or VT_ERROR.
     COleVariant(LONG value, VARTYPE type = VT_I4);
+    /// VT_I8.
     COleVariant(LONGLONG value);
+    /// VT_R4.
     COleVariant(float value);
+    /// VT_R8.
     COleVariant(double value);
+    /// VT_DATE.
     COleVariant(const COleDateTime& value);
     ~COleVariant() { VariantClear(this); }
 
     COleVariant& operator=(const COleVariant& source) { return *this = static_cast<const VARIANT&>(source); }
+    /// Frees the value and copies another; its own is left as it is.
     COleVariant& operator=(const VARIANT& source);
 
     /// Frees the value; the variant is empty then.
@@ -43,6 +51,7 @@ public:
     /// Whether both hold the same type and value; arrays and objects are equal when they are the same one.
     bool operator==(const VARIANT& other) const;
 
+    /// Both: the variant itself, for calls that take a pointer.
     operator VARIANT*() { return this; }
     operator const VARIANT*() const { return this; }
 };

@@ -16,21 +16,21 @@ constexpr int CN_UPDATE_COMMAND_UI = -1;
 struct AFX_MSGMAP
 {
     const AFX_MSGMAP* (*pfnGetBaseMap)();  ///< Null for CCmdTarget.
-    const AFX_MSGMAP_ENTRY* lpEntries;
+    const AFX_MSGMAP_ENTRY* lpEntries;     ///< The first entry.
 };
 
 /// Who would handle a command.
 struct AFX_CMDHANDLERINFO
 {
-    CCmdTarget* pTarget;
-    const AFX_MSGMAP_ENTRY* pEntry;
+    CCmdTarget* pTarget;             ///< The object.
+    const AFX_MSGMAP_ENTRY* pEntry;  ///< The entry of its message map.
 };
 
 /// What OnCmdMsg takes as extra for a control's WM_NOTIFY.
 struct AFX_NOTIFY
 {
-    LRESULT* pResult;
-    NMHDR* pNMHDR;
+    LRESULT* pResult;  ///< Where the message's result goes.
+    NMHDR* pNMHDR;     ///< The message's lParam.
 };
 
 /// Something that commands may be routed to.

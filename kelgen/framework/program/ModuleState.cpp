@@ -77,8 +77,6 @@ AFX_MODULE_STATE::AFX_MODULE_STATE(BOOL isLibrary, HINSTANCE instance, BOOL isSy
     : m_hCurrentInstanceHandle(instance), m_hCurrentResourceHandle(instance), m_bDLL(isLibrary != FALSE), m_bSystem(isSystem != FALSE)
 {}
 
-AFX_MODULE_STATE::~AFX_MODULE_STATE() = default;
-
 AFX_MODULE_STATE* AfxGetAppModuleState()
 {
     static AFX_MODULE_STATE& program = *new AFX_MODULE_STATE(FALSE, GetModuleHandleA(nullptr));

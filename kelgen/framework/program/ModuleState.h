@@ -16,11 +16,15 @@ class CWinThread;
 class KELGEN_FRAMEWORK_API AFX_LIBRARY_LIST
 {
 public:
+    /// Lists @p library before the others; it is not owned.
     void AddHead(CDynLinkLibrary* library);
     /// TRUE when @p library was listed.
     BOOL Remove(CDynLinkLibrary* library);
+    /// The latest; null if there is none.
     CDynLinkLibrary* GetHead() const { return m_pHead; }
+    /// Whether there is none.
     BOOL IsEmpty() const { return m_pHead == nullptr; }
+    /// The latest, so that a walk reads as above; null if there is none.
     operator CDynLinkLibrary*() const { return m_pHead; }
 
 private:
@@ -33,18 +37,18 @@ class KELGEN_FRAMEWORK_API AFX_MODULE_STATE
 public:
     /// @p instance becomes the module's instance and resource handle.
     AFX_MODULE_STATE(BOOL isLibrary, HINSTANCE instance, BOOL isSystem = FALSE);
-    ~AFX_MODULE_STATE();
+    ~AFX_MODULE_STATE() = default;
     AFX_MODULE_STATE(const AFX_MODULE_STATE&) = delete;
     AFX_MODULE_STATE& operator=(const AFX_MODULE_STATE&) = delete;
 
-    CWinApp* m_pCurrentWinApp = nullptr;
-    HINSTANCE m_hCurrentInstanceHandle;
-    HINSTANCE m_hCurrentResourceHandle;
-    LPCSTR m_lpszCurrentAppName = nullptr;
-    BYTE m_bDLL;     ///< Whether the module is a library.
-    BYTE m_bSystem;  ///< Whether its resources come last in look-up.
-    AFX_LIBRARY_LIST m_libraryList;
-    HINSTANCE m_appLangDLL = nullptr;  ///< The library of the application's language, if any.
+    CWinApp* m_pCurrentWinApp = nullptr;    ///< The module's application object; null before it is made.
+    HINSTANCE m_hCurrentInstanceHandle;     ///< What AfxGetInstanceHandle returns.
+    HINSTANCE m_hCurrentResourceHandle;     ///< What AfxGetResourceHandle returns.
+    LPCSTR m_lpszCurrentAppName = nullptr;  ///< The application's name; its memory is not owned.
+    BYTE m_bDLL;                            ///< Whether the module is a library.
+    BYTE m_bSystem;                         ///< Whether its resources come last in look-up.
+    AFX_LIBRARY_LIST m_libraryList;         ///< The module's extension libraries.
+    HINSTANCE m_appLangDLL = nullptr;       ///< The library of the application's language, if any.
 };
 
 /// The state that the calling thread works in: that of the innermost AFX_MANAGE_STATE, else the program's.
@@ -59,6 +63,7 @@ KELGEN_FRAMEWORK_API AFX_MODULE_STATE* AfxSetModuleState(AFX_MODULE_STATE* state
 KELGEN_FRAMEWORK_API HINSTANCE AfxGetInstanceHandle();
 /// Where resources are looked for first; never null unless it was set so.
 KELGEN_FRAMEWORK_API HINSTANCE AfxGetResourceHandle();
+/// Sets where the calling thread's module looks for resources first.
 KELGEN_FRAMEWORK_API void AfxSetResourceHandle(HINSTANCE resources);
 /// The module's application object, or null.
 KELGEN_FRAMEWORK_API CWinApp* AfxGetApp();
@@ -71,6 +76,7 @@ KELGEN_FRAMEWORK_API LPCSTR AfxGetAppName();
 class KELGEN_FRAMEWORK_API AFX_MAINTAIN_STATE2
 {
 public:
+    /// Remembers the state that is set, for the destructor to set again; @p state null stands for the program's.
     explicit AFX_MAINTAIN_STATE2(AFX_MODULE_STATE* state);
     ~AFX_MAINTAIN_STATE2();
     AFX_MAINTAIN_STATE2(const AFX_MAINTAIN_STATE2&) = delete;
@@ -103,9 +109,9 @@ KELGEN_MODULE_LOCAL inline AFX_MODULE_STATE* AfxGetStaticModuleState()
 /// What an extension library keeps of itself, as a static object.
 struct AFX_EXTENSION_MODULE
 {
-    BOOL bInitialized;
-    HMODULE hModule;
-    HMODULE hResource;
+    BOOL bInitialized;  ///< TRUE from AfxInitExtensionModule on.
+    HMODULE hModule;    ///< The library.
+    HMODULE hResource;  ///< Where its resources are.
 };
 
 /// Fills @p extension at its first call. Returns TRUE.
@@ -122,13 +128,14 @@ class KELGEN_FRAMEWORK_API CDynLinkLibrary : public CCmdTarget
 public:
     /// Becomes the first in the calling thread's module state. @p isSystem: its resources come last in look-up.
     explicit CDynLinkLibrary(AFX_EXTENSION_MODULE& extension, BOOL isSystem = FALSE);
+    /// Does the same for a library that keeps no AFX_EXTENSION_MODULE; its resources do not come last.
     CDynLinkLibrary(HINSTANCE module, HINSTANCE resources);
     ~CDynLinkLibrary() override;
 
-    HMODULE m_hModule;
-    HMODULE m_hResource;  ///< Null for one without resources.
-    BOOL m_bSystem;
-    CDynLinkLibrary* m_pNextDLL = nullptr;
+    HMODULE m_hModule;                      ///< The library.
+    HMODULE m_hResource;                    ///< Null for one without resources.
+    BOOL m_bSystem;                         ///< Whether its resources come last in look-up.
+    CDynLinkLibrary* m_pNextDLL = nullptr;  ///< The one that was made before; null at the end.
 
 private:
     AFX_MODULE_STATE* m_pState;

@@ -149,7 +149,7 @@ public:
     int m_nCmdShow = -1;
     // Names may be replaced by others from _strdup; the old ones are freed with free, as these are at the end.
     LPCSTR m_pszAppName;
-    LPCSTR m_pszRegistryKey = nullptr;
+    LPCSTR m_pszRegistryKey = nullptr;       ///< The key below Software of the registry that holds the profile; null: it is a file.
     LPCSTR m_pszExeName = nullptr;           ///< The program's file name without folder and extension.
     LPCSTR m_pszHelpFilePath = nullptr;      ///< The program's path with ".HLP" as extension.
     LPCSTR m_pszProfileName = nullptr;       ///< The program's name with ".INI", until SetRegistryKey.

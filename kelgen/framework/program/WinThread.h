@@ -24,7 +24,9 @@ KELGEN_FRAMEWORK_API CWinThread* AfxBeginThread(CRuntimeClass* threadClass, int 
 
 /// The same members of the calling thread's object; a thread without one pumps and tells idle messages apart all the same.
 KELGEN_FRAMEWORK_API BOOL AfxPumpMessage();
+/// Whether idle work follows @p message, as CWinThread::IsIdleMessage says.
 KELGEN_FRAMEWORK_API BOOL AfxIsIdleMessage(MSG* message);
+/// CWinThread::PreTranslateMessage: TRUE when the message is done with.
 KELGEN_FRAMEWORK_API BOOL AfxPreTranslateMessage(MSG* message);
 /// The message that the calling thread's loop took last.
 KELGEN_FRAMEWORK_API MSG* AfxGetCurrentMessage();
@@ -42,6 +44,7 @@ class KELGEN_FRAMEWORK_API CWinThread : public CCmdTarget
 
 public:
     CWinThread();
+    /// A thread that runs @p procedure with @p parameter instead of a message loop; CreateThread starts it.
     CWinThread(AFX_THREADPROC procedure, LPVOID parameter);
     ~CWinThread() override;
 

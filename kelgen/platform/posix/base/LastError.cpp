@@ -66,8 +66,6 @@ DWORD kelgen::posix::ErrorFromErrno(int number)
         return ERROR_BROKEN_PIPE;
     case ESPIPE:
         return ERROR_SEEK;
-    case EIO:
-        return ERROR_GEN_FAILURE;
     default:
         return ERROR_GEN_FAILURE;
     }

@@ -41,8 +41,8 @@ std::optional<std::string> ToNative(std::string_view name);
 /// The existing folder that @p name means, or nothing with the last error set: ERROR_DIRECTORY for a file.
 std::optional<std::string> ToNativeFolder(std::string_view name);
 
-/// The parts of a path between backslashes, empty ones left out.
-std::vector<std::string> SplitAtBackslashes(std::string_view path);
+/// The parts of @p text between backslashes, empty ones left out.
+std::vector<std::string> SplitAtBackslashes(std::string_view text);
 
 /// The names in the folder @p native in byte order, without "." and ".."; empty when it cannot be read.
 KELGEN_PLATFORM_TESTED_API std::vector<std::string> FolderEntries(const std::string& native);

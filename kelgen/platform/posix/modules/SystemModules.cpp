@@ -8,6 +8,7 @@
 #include <elf.h>
 #include <link.h>
 
+#include <cstddef>
 #include <iterator>
 #include <string>
 #include <unordered_map>
@@ -29,7 +30,7 @@ std::size_t SymbolCount(const Elf64_Word* hash)
     const Elf64_Word bucketCount = hash[0];
     const Elf64_Word firstSymbol = hash[1];
     const Elf64_Word bloomWords = hash[2];
-    const Elf64_Word* const buckets = hash + 4 + bloomWords * 2;
+    const Elf64_Word* const buckets = hash + 4 + std::size_t{bloomWords} * 2;
     const Elf64_Word* const chains = buckets + bucketCount;
     Elf64_Word last = 0;
     for (Elf64_Word i = 0; i < bucketCount; ++i)

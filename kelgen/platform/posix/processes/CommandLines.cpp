@@ -33,8 +33,7 @@ std::optional<std::string> FindProgram(const std::string& name)
     if (name.empty())
         return std::nullopt;
     const bool hasFolder = name.find_first_of("\\/:") != std::string::npos;
-    const auto exact = hasFolder ? FileAt(name) : SearchedFile(name, nullptr);
-    if (exact)
+    if (auto exact = hasFolder ? FileAt(name) : SearchedFile(name, nullptr))
         return exact;
     return hasFolder ? FileAt(name + kProgramExtension) : SearchedFile(name, kProgramExtension);
 }

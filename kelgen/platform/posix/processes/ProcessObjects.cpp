@@ -170,6 +170,7 @@ namespace {
 std::vector<char*> Pointers(const std::vector<std::string>& texts)
 {
     std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
     for (const std::string& text : texts)
         pointers.push_back(const_cast<char*>(text.c_str()));
     pointers.push_back(nullptr);
@@ -248,7 +249,7 @@ std::shared_ptr<Process> StartProgram(const ProgramStart& start)
     try {
         const DWORD number = static_cast<DWORD>(id);
         const ULONGLONG started = StartOfProcess(number).value_or(0);
-        const auto process = std::make_shared<Process>(number, started, true);
+        auto process = std::make_shared<Process>(number, started, true);
         ProcessTable::Get().Add(process, started);
         process->WatchEnd();
         return process;

@@ -21,7 +21,8 @@ namespace {
 FILETIME FileTimeOf(const timespec& time)
 {
     constexpr std::int64_t kSecondsFrom1601To1970 = 11'644'473'600;
-    const auto steps = static_cast<ULONGLONG>((time.tv_sec + kSecondsFrom1601To1970) * 10'000'000 + time.tv_nsec / 100);
+    const auto steps =
+        static_cast<ULONGLONG>(time.tv_sec + kSecondsFrom1601To1970) * 10'000'000 + static_cast<ULONGLONG>(time.tv_nsec) / 100;
     return {static_cast<DWORD>(steps), static_cast<DWORD>(steps >> 32)};
 }
 

@@ -189,8 +189,11 @@ bool WriteInPlace(int folder, const std::string& fileName, StoredValue& value, i
         return false;
 
     const SlotState state = StateOf(*bytes);
-    if (StoredValue old; !state.slot.empty() && (old = ValueOf(state.slot), ValueFileName(old.name) == fileName))
-        value.name = std::move(old.name);
+    if (!state.slot.empty()) {
+        StoredValue old = ValueOf(state.slot);
+        if (ValueFileName(old.name) == fileName)
+            value.name = std::move(old.name);
+    }
     const std::string slot = SlotBytes(value, state.sequence + 1);
     bool written = false;
     if (bytes->empty() && slot.size() <= kSmallSlot) {

@@ -146,7 +146,7 @@ private:
         if (magic != WORD{0x10B} && magic != WORD{0x20B})
             return false;
         const ULONGLONG directories = magic == WORD{0x10B} ? 92 : 108;
-        const ULONGLONG entry = directories + 4 + kResourceDirectory * 8;
+        const ULONGLONG entry = directories + 4 + ULONGLONG{kResourceDirectory} * 8;
         const auto count = m_file.ReadAs<DWORD>(optional + directories);
         const auto address = m_file.ReadAs<DWORD>(optional + entry);
         if (count.value_or(0) <= kResourceDirectory || entry + 8 > header->optionalHeaderSize || address.value_or(0) == 0)

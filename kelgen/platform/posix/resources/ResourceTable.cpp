@@ -4,6 +4,7 @@
 #include <kelgen/platform/posix/nls/NameCase.h>
 
 #include <algorithm>
+#include <compare>
 #include <optional>
 
 namespace kelgen::posix {
@@ -93,7 +94,7 @@ bool IsFileMarker(const ResourceEntry& entry)
 
 std::strong_ordering OrderOfNames(const ResourceEntry& left, const ResourceEntry& right)
 {
-    if (const auto order = left.type <=> right.type; order != 0)
+    if (const auto order = left.type <=> right.type; std::is_neq(order))
         return order;
     return left.name <=> right.name;
 }
@@ -134,7 +135,7 @@ ResourceTable::ResourceTable(std::span<const BYTE> bytes)
     }
     std::ranges::stable_sort(m_entries, [](const ResourceEntry& left, const ResourceEntry& right) {
         const auto order = OrderOfNames(left, right);
-        return order < 0 || (order == 0 && left.language < right.language);
+        return std::is_lt(order) || (std::is_eq(order) && left.language < right.language);
     });
 }
 

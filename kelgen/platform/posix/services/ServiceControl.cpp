@@ -11,6 +11,7 @@
 #include <kelgen/platform/posix/processes/api/Environment.h>
 #include <kelgen/platform/posix/services/ServiceObjects.h>
 #include <kelgen/platform/posix/services/ServiceStart.h>
+#include <kelgen/platform/posix/threads/api/Synchronization.h>
 #include <kelgen/platform/posix/threads/api/Ticks.h>
 
 #include <fcntl.h>

@@ -201,6 +201,7 @@ struct MainCall
     {
         auto& call = *static_cast<MainCall*>(parameter);
         std::vector<Char*> pointers;
+        pointers.reserve(call.texts.size() + 1);
         for (Text& text : call.texts)
             pointers.push_back(reinterpret_cast<Char*>(text.data()));
         pointers.push_back(nullptr);

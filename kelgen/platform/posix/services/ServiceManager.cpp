@@ -5,6 +5,7 @@
 #include <kelgen/platform/posix/files/Paths.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/nls/NameCase.h>
+#include <kelgen/platform/posix/registry/api/Registry.h>
 #include <kelgen/platform/posix/services/ServiceObjects.h>
 #include <kelgen/platform/posix/services/ServiceSettings.h>
 

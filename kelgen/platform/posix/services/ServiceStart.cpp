@@ -25,7 +25,7 @@ std::optional<StartArguments> ReadStartMessage(int socket, ULONGLONG deadline)
     if (!ReceiveBytes(socket, texts.data(), size, deadline))
         return std::nullopt;
     StartArguments start;
-    start.name = WideName(texts.c_str());
+    start.name = WideName(texts.substr(0, texts.find('\0')));
     for (std::size_t at = texts.find('\0') + 1; at < texts.size(); at = texts.find('\0', at) + 1) {
         start.arguments.emplace_back(texts.c_str() + at);
         if (texts.find('\0', at) == std::string::npos)

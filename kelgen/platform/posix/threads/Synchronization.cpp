@@ -223,7 +223,7 @@ HANDLE CreateMutexA(LPSECURITY_ATTRIBUTES, BOOL initialOwner, LPCSTR name)
 {
     return OrNoMemory(HANDLE{}, [&]() -> HANDLE {
         return ObjectNames::Get().CreateOrOpen<Mutex>(name, [=] {
-            const auto mutex = std::make_shared<Mutex>();
+            auto mutex = std::make_shared<Mutex>();
             if (initialOwner)
                 WaitForObjects(std::array<std::shared_ptr<Waitable>, 1>{mutex}, false, 0);
             return mutex;

@@ -154,7 +154,7 @@ bool StartDetached(std::unique_ptr<StartRecord> record, SIZE_T stackSize)
     pthread_attr_init(&attributes);
     pthread_attr_setdetachstate(&attributes, PTHREAD_CREATE_DETACHED);
     if (stackSize > 0)
-        pthread_attr_setstacksize(&attributes, std::max<SIZE_T>(stackSize, 256 * 1024));
+        pthread_attr_setstacksize(&attributes, std::max(stackSize, SIZE_T{256} * 1024));
     pthread_t thread{};
     const int error = pthread_create(&thread, &attributes, RunThread, record.get());
     pthread_attr_destroy(&attributes);

@@ -3,6 +3,7 @@
 
 #include <climits>
 #include <cstdarg>
+#include <type_traits>
 
 namespace kelgen::detail {
 
@@ -108,7 +109,7 @@ public:
             format = ReadNumber(format + 1, directive.precision, directive.precisionIsArgument);
         }
         format = ReadSize(format, directive);
-        directive.letter = static_cast<unsigned>(*format);
+        directive.letter = static_cast<std::make_unsigned_t<Unit>>(*format);
         return *format == 0 || *format == '%' ? format : format + 1;
     }
 

@@ -27,12 +27,13 @@ KELGEN_PLATFORM_API BOOL FileTimeToLocalFileTime(const FILETIME* utc, LPFILETIME
 /// The reverse, with the offset that holds now.
 KELGEN_PLATFORM_API BOOL LocalFileTimeToFileTime(const FILETIME* local, LPFILETIME utc);
 
-/// The packed form of a time: two-second steps from 1980 to 2107. FALSE with ERROR_INVALID_PARAMETER outside it.
+/// Both: the packed form of a time: two-second steps from 1980 to 2107. FALSE with ERROR_INVALID_PARAMETER outside it.
 KELGEN_PLATFORM_API BOOL FileTimeToDosDateTime(const FILETIME* time, LPWORD dosDate, LPWORD dosTime);
 KELGEN_PLATFORM_API BOOL DosDateTimeToFileTime(WORD dosDate, WORD dosTime, LPFILETIME time);
 
 /// The current time, UTC. Cost: one clock read without a system call.
 KELGEN_PLATFORM_API void GetSystemTimeAsFileTime(LPFILETIME time);
+/// The same as a date with its parts.
 KELGEN_PLATFORM_API void GetSystemTime(LPSYSTEMTIME time);
 /// The current time in the local time zone (the C library's: TZ or /etc/localtime).
 KELGEN_PLATFORM_API void GetLocalTime(LPSYSTEMTIME time);

@@ -129,6 +129,7 @@ KELGEN_PLATFORM_API BOOL SetEndOfFile(HANDLE file);
 ///
 /// By contract: a valid size whose lower half is INVALID_FILE_SIZE sets the last error to 0.
 KELGEN_PLATFORM_API DWORD GetFileSize(HANDLE file, LPDWORD high);
+/// Stores the size in bytes. FALSE on failure, ERROR_INVALID_PARAMETER for a null @p size.
 KELGEN_PLATFORM_API BOOL GetFileSizeEx(HANDLE file, PLARGE_INTEGER size);
 
 /// Locks a range, which may lie past the end, for this handle and its duplicates. FALSE with ERROR_LOCK_VIOLATION when it is locked in
@@ -137,6 +138,7 @@ KELGEN_PLATFORM_API BOOL LockFile(HANDLE file, DWORD offsetLow, DWORD offsetHigh
 /// Unlocks a range that LockFile locked, with the same bounds. FALSE with ERROR_LOCK_VIOLATION for any other.
 KELGEN_PLATFORM_API BOOL UnlockFile(HANDLE file, DWORD offsetLow, DWORD offsetHigh, DWORD sizeLow, DWORD sizeHigh);
 
+/// Stores times, attributes, size and what identifies the file. FALSE on failure.
 KELGEN_PLATFORM_API BOOL GetFileInformationByHandle(HANDLE file, LPBY_HANDLE_FILE_INFORMATION information);
 
 /// FILE_TYPE_DISK, FILE_TYPE_CHAR, FILE_TYPE_PIPE, or FILE_TYPE_UNKNOWN with ERROR_INVALID_HANDLE.

@@ -32,6 +32,7 @@ KELGEN_PLATFORM_API DWORD GetShortPathNameW(LPCWSTR name, LPWSTR buffer, DWORD s
 KELGEN_PLATFORM_API DWORD GetLongPathNameA(LPCSTR name, LPSTR buffer, DWORD size);
 KELGEN_PLATFORM_API DWORD GetLongPathNameW(LPCWSTR name, LPWSTR buffer, DWORD size);
 
+/// The current folder, with its drive. Returns the length, or what @p buffer needs with its terminator if @p size is too small.
 KELGEN_PLATFORM_API DWORD GetCurrentDirectoryA(DWORD size, LPSTR buffer);
 KELGEN_PLATFORM_API DWORD GetCurrentDirectoryW(DWORD size, LPWSTR buffer);
 /// FALSE with ERROR_FILE_NOT_FOUND for a missing folder, ERROR_PATH_NOT_FOUND for a missing one before it, ERROR_DIRECTORY for a

@@ -49,8 +49,11 @@ using CLSID = GUID;
 /// An object with a count of its users and interfaces by identifier.
 struct IUnknown
 {
+    /// Stores the object's interface of that identifier, which counts as used; E_NOINTERFACE and null if there is none.
     virtual HRESULT QueryInterface(const IID& identifier, void** object) = 0;
+    /// Counts one more user. Returns the count.
     virtual ULONG AddRef() = 0;
+    /// Counts one user less; at 0 the object goes. Returns the count.
     virtual ULONG Release() = 0;
 
 protected:

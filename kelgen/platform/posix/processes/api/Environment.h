@@ -106,6 +106,7 @@ KELGEN_PLATFORM_API BOOL GetComputerNameA(LPSTR buffer, LPDWORD size);
 /// As GetComputerNameA, but @p size counts the terminator and the error is ERROR_INSUFFICIENT_BUFFER.
 KELGEN_PLATFORM_API BOOL GetUserNameA(LPSTR buffer, LPDWORD size);
 
+/// Stores the kind and number of processors, the page size and the like. It cannot fail.
 KELGEN_PLATFORM_API void GetSystemInfo(LPSYSTEM_INFO information);
 
 /// Stores the mode and returns the one before. Nothing here shows boxes.

@@ -76,11 +76,11 @@ KELGEN_PLATFORM_API DWORD GetModuleFileNameExA(HANDLE process, HMODULE module, L
 /// ERROR_ACCESS_DENIED, ERROR_CALL_NOT_IMPLEMENTED for flags 0; heaps and threads are not listed.
 KELGEN_PLATFORM_API HANDLE CreateToolhelp32Snapshot(DWORD flags, DWORD id);
 
-/// Fills @p entry, whose dwSize is set, with the first or next process. FALSE with ERROR_NO_MORE_FILES at the end,
+/// Both fill @p entry, whose dwSize is set, with the first or next process. FALSE with ERROR_NO_MORE_FILES at the end,
 /// ERROR_INSUFFICIENT_BUFFER for a small dwSize.
 KELGEN_PLATFORM_API BOOL Process32First(HANDLE snapshot, LPPROCESSENTRY32 entry);
 KELGEN_PLATFORM_API BOOL Process32Next(HANDLE snapshot, LPPROCESSENTRY32 entry);
-/// The same for modules, the program first.
+/// Both: the same for modules, the program first.
 KELGEN_PLATFORM_API BOOL Module32First(HANDLE snapshot, LPMODULEENTRY32 entry);
 KELGEN_PLATFORM_API BOOL Module32Next(HANDLE snapshot, LPMODULEENTRY32 entry);
 

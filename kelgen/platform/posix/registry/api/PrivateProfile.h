@@ -39,7 +39,7 @@ KELGEN_PLATFORM_API BOOL WritePrivateProfileSectionA(LPCSTR section, LPCSTR line
 /// Copies the names of all sections, as GetPrivateProfileStringA without a section does.
 KELGEN_PLATFORM_API DWORD GetPrivateProfileSectionNamesA(LPSTR buffer, DWORD size, LPCSTR file);
 
-/// The same calls on "win.ini" in the Windows folder.
+/// Each does what the call with "Private" in its name does, on "win.ini" in the Windows folder.
 KELGEN_PLATFORM_API DWORD GetProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR buffer, DWORD size);
 KELGEN_PLATFORM_API UINT GetProfileIntA(LPCSTR section, LPCSTR key, INT fallback);
 KELGEN_PLATFORM_API BOOL WriteProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value);

@@ -70,7 +70,7 @@ KELGEN_PLATFORM_API int LoadStringA(HINSTANCE module, UINT id, LPSTR buffer, int
 /// length.
 KELGEN_PLATFORM_API int LoadStringW(HINSTANCE module, UINT id, LPWSTR buffer, int size);
 
-/// Calls @p callback for every type, name or language, numbers as MAKEINTRESOURCEA; TRUE when every call returned TRUE, else
+/// Each calls @p callback for every type, name or language, numbers as MAKEINTRESOURCEA; TRUE when every call returned TRUE, else
 /// FALSE. FALSE and the last error of FindResourceA when there is nothing to enumerate.
 KELGEN_PLATFORM_API BOOL EnumResourceTypesA(HMODULE module, ENUMRESTYPEPROCA callback, LONG_PTR parameter);
 KELGEN_PLATFORM_API BOOL EnumResourceNamesA(HMODULE module, LPCSTR type, ENUMRESNAMEPROCA callback, LONG_PTR parameter);

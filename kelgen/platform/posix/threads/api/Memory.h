@@ -56,6 +56,7 @@ KELGEN_PLATFORM_API HGLOBAL GlobalHandle(LPCVOID address);
 /// GMEM_DISCARDED or 0, and the lock count; GMEM_INVALID_HANDLE.
 KELGEN_PLATFORM_API UINT GlobalFlags(HGLOBAL memory);
 
+/// Each does what the call with "Global" in its name does: there is one heap.
 KELGEN_PLATFORM_API HLOCAL LocalAlloc(UINT flags, SIZE_T size);
 KELGEN_PLATFORM_API HLOCAL LocalReAlloc(HLOCAL memory, SIZE_T size, UINT flags);
 KELGEN_PLATFORM_API HLOCAL LocalFree(HLOCAL memory);

@@ -20,15 +20,18 @@ KELGEN_PLATFORM_API HWND SetActiveWindow(HWND window);
 KELGEN_PLATFORM_API HWND GetForegroundWindow();
 /// Brings the window's thread to the front and activates the window. FALSE for a child.
 KELGEN_PLATFORM_API BOOL SetForegroundWindow(HWND window);
+/// SetForegroundWindow; the second parameter does not count.
 KELGEN_PLATFORM_API void SwitchToThisWindow(HWND window, BOOL unknown);
 /// TRUE: every thread may bring windows to the front.
 KELGEN_PLATFORM_API BOOL AllowSetForegroundWindow(DWORD process);
+/// TRUE; nothing is locked.
 KELGEN_PLATFORM_API BOOL LockSetForegroundWindow(UINT code);
 
 /// The window of the calling thread that gets all mouse messages, or null.
 KELGEN_PLATFORM_API HWND GetCapture();
 /// Sends WM_CAPTURECHANGED to the one that had it, which is returned. Null with ERROR_INVALID_HANDLE for a bad window.
 KELGEN_PLATFORM_API HWND SetCapture(HWND window);
+/// SetCapture(null). TRUE.
 KELGEN_PLATFORM_API BOOL ReleaseCapture();
 
 /// Sets or clears WS_DISABLED; sends WM_CANCELMODE before disabling, WM_ENABLE after a change; a disabled window loses the focus.
@@ -42,6 +45,7 @@ KELGEN_PLATFORM_API BOOL AttachThreadInput(DWORD attach, DWORD to, BOOL yes);
 
 /// The cursor that is set and returned; nothing is drawn.
 KELGEN_PLATFORM_API HCURSOR SetCursor(HCURSOR cursor);
+/// The cursor that was set last.
 KELGEN_PLATFORM_API HCURSOR GetCursor();
 /// Counts shows and hides; the count after.
 KELGEN_PLATFORM_API int ShowCursor(BOOL show);

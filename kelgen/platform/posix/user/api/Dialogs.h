@@ -94,6 +94,7 @@ KELGEN_PLATFORM_API HWND CreateDialogIndirectParamW(HINSTANCE module, LPCDLGTEMP
 /// By contract: a quit message ends it with the number of its default button, and is posted again.
 KELGEN_PLATFORM_API INT_PTR DialogBoxParamA(HINSTANCE module, LPCSTR name, HWND owner, DLGPROC procedure, LPARAM parameter);
 KELGEN_PLATFORM_API INT_PTR DialogBoxParamW(HINSTANCE module, LPCWSTR name, HWND owner, DLGPROC procedure, LPARAM parameter);
+/// The same from a template in memory, which must be whole.
 KELGEN_PLATFORM_API INT_PTR DialogBoxIndirectParamA(HINSTANCE module, LPCDLGTEMPLATEA dialogTemplate, HWND owner, DLGPROC procedure,
                                                     LPARAM parameter);
 KELGEN_PLATFORM_API INT_PTR DialogBoxIndirectParamW(HINSTANCE module, LPCDLGTEMPLATEW dialogTemplate, HWND owner, DLGPROC procedure,

@@ -94,6 +94,7 @@ KELGEN_PLATFORM_API HANDLE LoadImageW(HINSTANCE module, LPCWSTR name, UINT type,
 
 /// Destroys an icon or cursor; a shared one stays, and that is TRUE too. FALSE when it is none.
 KELGEN_PLATFORM_API BOOL DestroyIcon(HICON icon);
+/// DestroyIcon.
 KELGEN_PLATFORM_API BOOL DestroyCursor(HCURSOR cursor);
 /// A copy that the caller destroys; null and ERROR_INVALID_CURSOR_HANDLE when @p icon is none.
 KELGEN_PLATFORM_API HICON CopyIcon(HICON icon);
@@ -102,6 +103,7 @@ KELGEN_PLATFORM_API HANDLE CopyImage(HANDLE image, UINT type, int width, int hei
 /// Reads kind and hot spot and makes bitmaps of the icon's size, which the caller deletes. FALSE and ERROR_INVALID_CURSOR_HANDLE.
 KELGEN_PLATFORM_API BOOL GetIconInfo(HICON icon, PICONINFO info);
 
+/// Both: an icon or cursor of that size, whose bits are not kept. Null with ERROR_INVALID_PARAMETER for a negative size.
 KELGEN_PLATFORM_API HICON CreateIcon(HINSTANCE module, int width, int height, BYTE planes, BYTE bitsPerPixel, const BYTE* mask,
                                      const BYTE* color);
 KELGEN_PLATFORM_API HCURSOR CreateCursor(HINSTANCE module, int xHotspot, int yHotspot, int width, int height, const void* mask,
@@ -110,9 +112,11 @@ KELGEN_PLATFORM_API HCURSOR CreateCursor(HINSTANCE module, int xHotspot, int yHo
 KELGEN_PLATFORM_API HICON CreateIconIndirect(PICONINFO info);
 /// An icon or cursor from the bytes of its resource; null when they are damaged or cut.
 KELGEN_PLATFORM_API HICON CreateIconFromResource(PBYTE bits, DWORD size, BOOL isIcon, DWORD version);
+/// The same at another size; 0 stands for the image's own or, with LR_DEFAULTSIZE, the usual one.
 KELGEN_PLATFORM_API HICON CreateIconFromResourceEx(PBYTE bits, DWORD size, BOOL isIcon, DWORD version, int width, int height, UINT flags);
 /// The resource number of the image in a group's directory that fits best; 0 for none. The directory must be complete.
 KELGEN_PLATFORM_API int LookupIconIdFromDirectory(PBYTE directory, BOOL isIcon);
+/// The same for another size than the usual one, which 0 stands for.
 KELGEN_PLATFORM_API int LookupIconIdFromDirectoryEx(PBYTE directory, BOOL isIcon, int width, int height, UINT flags);
 
 /// A bitmap; null and ERROR_INVALID_PARAMETER for a negative size.

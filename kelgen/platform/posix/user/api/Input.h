@@ -78,19 +78,19 @@ KELGEN_PLATFORM_API void mouse_event(DWORD flags, DWORD dx, DWORD dy, DWORD data
 /// One key event.
 KELGEN_PLATFORM_API void keybd_event(BYTE key, BYTE scanCode, DWORD flags, ULONG_PTR extra);
 
-/// The cursor's screen point. Setting it clips it to the screen and makes a mouse move.
+/// Both: the cursor's screen point. Setting it clips it to the screen and makes a mouse move.
 KELGEN_PLATFORM_API BOOL GetCursorPos(POINT* point);
 KELGEN_PLATFORM_API BOOL SetCursorPos(int x, int y);
 
-/// A key's state as of the messages that the thread has taken: high bit down, low bit toggled. Async: as of now, the low bit
+/// Both: a key's state as of the messages that the thread has taken: high bit down, low bit toggled. Async: as of now, the low bit
 /// telling whether it went down since the last such call.
 KELGEN_PLATFORM_API SHORT GetKeyState(int key);
 KELGEN_PLATFORM_API SHORT GetAsyncKeyState(int key);
 
-/// The 256 key states of the thread, and setting them.
+/// Both get or set the 256 key states of the thread.
 KELGEN_PLATFORM_API BOOL GetKeyboardState(BYTE* states);
 KELGEN_PLATFORM_API BOOL SetKeyboardState(BYTE* states);
 
-/// The longest time between the clicks of a double click, in milliseconds; 500 at first and after setting 0.
+/// Both: the longest time between the clicks of a double click, in milliseconds; 500 at first and after setting 0.
 KELGEN_PLATFORM_API UINT GetDoubleClickTime();
 KELGEN_PLATFORM_API BOOL SetDoubleClickTime(UINT milliseconds);

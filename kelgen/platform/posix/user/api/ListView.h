@@ -185,6 +185,7 @@ struct INITCOMMONCONTROLSEX
 
 /// Registers the controls that are not there from the start; here all are. FALSE for a record of another size.
 KELGEN_PLATFORM_API BOOL InitCommonControlsEx(const INITCOMMONCONTROLSEX* controls);
+/// Nothing to do here.
 KELGEN_PLATFORM_API void InitCommonControls();
 
 #endif  // RC_INVOKED

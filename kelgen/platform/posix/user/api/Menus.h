@@ -272,6 +272,7 @@ KELGEN_PLATFORM_API HMENU GetSystemMenu(HWND window, BOOL revert);
 /// Message filter hooks see every message with code MSGF_MENU. 0 and the last error: ERROR_INVALID_MENU_HANDLE,
 /// ERROR_INVALID_WINDOW_HANDLE, ERROR_POPUP_ALREADY_ACTIVE when a menu is open.
 KELGEN_PLATFORM_API BOOL TrackPopupMenuEx(HMENU menu, UINT flags, int x, int y, HWND window, LPTPMPARAMS parameters);
+/// The same without parameters; @p reserved and @p rectangle do not count.
 KELGEN_PLATFORM_API BOOL TrackPopupMenu(HMENU menu, UINT flags, int x, int y, int reserved, HWND window, const RECT* rectangle);
 /// Ends the calling thread's open menu. Returns TRUE.
 KELGEN_PLATFORM_API BOOL EndMenu();

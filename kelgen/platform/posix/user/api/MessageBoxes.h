@@ -45,6 +45,7 @@
 /// ERROR_INVALID_WINDOW_HANDLE for an owner that is no window, ERROR_INVALID_MSGBOX_STYLE for unknown buttons.
 KELGEN_PLATFORM_API int MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type);
 KELGEN_PLATFORM_API int MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);
+/// The same; the language does not count.
 KELGEN_PLATFORM_API int MessageBoxExA(HWND owner, LPCSTR text, LPCSTR caption, UINT type, WORD language);
 KELGEN_PLATFORM_API int MessageBoxExW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type, WORD language);
 /// A sound, for which there is no device. Returns TRUE.

@@ -75,6 +75,7 @@ KELGEN_PLATFORM_API BOOL WaitMessage();
 /// Waits for up to 63 objects and for input of the kinds in @p wakeMask (QS_). Input that was there at the last look does not count,
 /// but for MWMO_INPUTAVAILABLE. @return WAIT_OBJECT_0 plus the index, plus @p count for input; WAIT_TIMEOUT; WAIT_FAILED.
 KELGEN_PLATFORM_API DWORD MsgWaitForMultipleObjects(DWORD count, const HANDLE* handles, BOOL all, DWORD milliseconds, DWORD wakeMask);
+/// The same by the MWMO_ flags, of which MWMO_WAITALL stands for @p all. ERROR_INVALID_PARAMETER for more objects.
 KELGEN_PLATFORM_API DWORD MsgWaitForMultipleObjectsEx(DWORD count, const HANDLE* handles, DWORD milliseconds, DWORD wakeMask, DWORD flags);
 
 /// The kinds in @p flags that are in the queue (high word) and that came since the last call or look (low word).
@@ -83,7 +84,7 @@ KELGEN_PLATFORM_API DWORD GetQueueStatus(UINT flags);
 /// Whether mouse buttons or keys wait in the queue.
 KELGEN_PLATFORM_API BOOL GetInputState();
 
-/// Time (GetTickCount), screen point and extra information of the message that the thread took last.
+/// Each of time (GetTickCount), screen point and extra information of the message that the thread took last.
 KELGEN_PLATFORM_API LONG GetMessageTime();
 KELGEN_PLATFORM_API DWORD GetMessagePos();
 KELGEN_PLATFORM_API LPARAM GetMessageExtraInfo();
@@ -138,7 +139,7 @@ KELGEN_PLATFORM_API BOOL SendMessageCallbackW(HWND window, UINT message, WPARAM 
 /// Answers the message that another thread has sent, before its procedure returns. FALSE when there is none.
 KELGEN_PLATFORM_API BOOL ReplyMessage(LRESULT result);
 
-/// Whether the thread is inside a message that another thread has sent; Ex: the ISMEX_ flags of it.
+/// Both: whether the thread is inside a message that another thread has sent; Ex: the ISMEX_ flags of it.
 KELGEN_PLATFORM_API BOOL InSendMessage();
 KELGEN_PLATFORM_API DWORD InSendMessageEx(LPVOID reserved);
 

@@ -9,6 +9,7 @@
 
 /// Adds @p rectangle (null: the client area) to what is to be painted, with its background when @p erase. A null @p window means all.
 KELGEN_PLATFORM_API BOOL InvalidateRect(HWND window, const RECT* rectangle, BOOL erase);
+/// InvalidateRect of the client area: regions have no shape here.
 KELGEN_PLATFORM_API BOOL InvalidateRgn(HWND window, HRGN region, BOOL erase);
 /// Takes @p rectangle out, null: everything.
 KELGEN_PLATFORM_API BOOL ValidateRect(HWND window, const RECT* rectangle);
@@ -26,13 +27,16 @@ KELGEN_PLATFORM_API BOOL ScrollWindow(HWND window, int x, int y, const RECT* rec
 /// Takes what is to be painted, sends WM_NCPAINT and WM_ERASEBKGND as needed, and fills @p paint. Null with
 /// ERROR_INVALID_WINDOW_HANDLE.
 KELGEN_PLATFORM_API HDC BeginPaint(HWND window, PAINTSTRUCT* paint);
+/// Gives the surface of BeginPaint back. FALSE for null.
 KELGEN_PLATFORM_API BOOL EndPaint(HWND window, const PAINTSTRUCT* paint);
 
+/// Each: a surface of the window (null: of the screen), until ReleaseDC. Null with ERROR_INVALID_WINDOW_HANDLE.
 KELGEN_PLATFORM_API HDC GetDC(HWND window);
 KELGEN_PLATFORM_API HDC GetDCEx(HWND window, HRGN region, DWORD flags);
 KELGEN_PLATFORM_API HDC GetWindowDC(HWND window);
 /// 1 for a surface of GetDC, GetDCEx or GetWindowDC, else 0.
 KELGEN_PLATFORM_API int ReleaseDC(HWND window, HDC surface);
+/// The window that such a surface was given for; null for none.
 KELGEN_PLATFORM_API HWND WindowFromDC(HDC surface);
 
 /// The colour of a COLOR_ number, 0 past the last.

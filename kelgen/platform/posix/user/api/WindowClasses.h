@@ -7,7 +7,7 @@
 // A class is known by its name without case, or by its atom (MAKEINTATOM), to the module that registered it; one with
 // CS_GLOBALCLASS, and the system's own, to all modules. A null module means the program. A module's own class hides a global one.
 
-/// Registers a class and returns its atom. 0 with ERROR_CLASS_ALREADY_EXISTS when the module has one of that name,
+/// Each registers a class and returns its atom. 0 with ERROR_CLASS_ALREADY_EXISTS when the module has one of that name,
 /// ERROR_INVALID_PARAMETER for a negative count of extra bytes, a missing name or (Ex) a wrong size, ERROR_INSUFFICIENT_BUFFER for a
 /// name of more than 255 units. Windows of a class registered wide take wide text.
 KELGEN_PLATFORM_API ATOM RegisterClassA(const WNDCLASSA* windowClass);
@@ -19,7 +19,7 @@ KELGEN_PLATFORM_API ATOM RegisterClassExW(const WNDCLASSEXW* windowClass);
 KELGEN_PLATFORM_API BOOL UnregisterClassA(LPCSTR name, HINSTANCE module);
 KELGEN_PLATFORM_API BOOL UnregisterClassW(LPCWSTR name, HINSTANCE module);
 
-/// Fills @p windowClass and returns TRUE (Ex: the atom); the texts stay valid while the class is registered. FALSE with
+/// Each fills @p windowClass and returns TRUE (Ex: the atom); the texts stay valid while the class is registered. FALSE with
 /// ERROR_CLASS_DOES_NOT_EXIST. By contract: a null @p module finds the system's classes only, and lpszClassName is @p name itself.
 KELGEN_PLATFORM_API BOOL GetClassInfoA(HINSTANCE module, LPCSTR name, WNDCLASSA* windowClass);
 KELGEN_PLATFORM_API BOOL GetClassInfoW(HINSTANCE module, LPCWSTR name, WNDCLASSW* windowClass);
@@ -34,7 +34,7 @@ KELGEN_PLATFORM_API int GetClassNameW(HWND window, LPWSTR name, int size);
 KELGEN_PLATFORM_API UINT RealGetWindowClassA(HWND window, LPSTR name, UINT size);
 KELGEN_PLATFORM_API UINT RealGetWindowClassW(HWND window, LPWSTR name, UINT size);
 
-/// A value of the window's class: GCL_ numbers, or the offset of four (Ptr: eight) extra bytes. 0 with ERROR_INVALID_WINDOW_HANDLE, or
+/// Each: a value of the window's class: GCL_ numbers, or the offset of four (Ptr: eight) extra bytes. 0 with ERROR_INVALID_WINDOW_HANDLE, or
 /// ERROR_INVALID_INDEX for an unknown number or an offset past the end.
 KELGEN_PLATFORM_API DWORD GetClassLongA(HWND window, int index);
 KELGEN_PLATFORM_API DWORD GetClassLongW(HWND window, int index);
@@ -42,7 +42,7 @@ KELGEN_PLATFORM_API ULONG_PTR GetClassLongPtrA(HWND window, int index);
 KELGEN_PLATFORM_API ULONG_PTR GetClassLongPtrW(HWND window, int index);
 KELGEN_PLATFORM_API WORD GetClassWord(HWND window, int index);
 
-/// Changes a value of the window's class and returns the one before; errors as GetClassLongA, and ERROR_INVALID_PARAMETER for
+/// Each changes a value of the window's class and returns the one before; errors as GetClassLongA, and ERROR_INVALID_PARAMETER for
 /// GCL_CBCLSEXTRA. ERROR_ACCESS_DENIED for the desktop.
 KELGEN_PLATFORM_API DWORD SetClassLongA(HWND window, int index, LONG value);
 KELGEN_PLATFORM_API DWORD SetClassLongW(HWND window, int index, LONG value);

@@ -11,20 +11,23 @@
 KELGEN_PLATFORM_API BOOL ShowWindow(HWND window, int command);
 /// As ShowWindow; does not wait for the other thread.
 KELGEN_PLATFORM_API BOOL ShowWindowAsync(HWND window, int command);
-/// Minimises; restores.
+/// CloseWindow minimises and returns TRUE; OpenIcon restores, or returns FALSE for a window that is not minimised.
 KELGEN_PLATFORM_API BOOL CloseWindow(HWND window);
 KELGEN_PLATFORM_API BOOL OpenIcon(HWND window);
 /// Shows, or with AW_HIDE hides, at once.
 KELGEN_PLATFORM_API BOOL AnimateWindow(HWND window, DWORD milliseconds, DWORD flags);
 /// Whether the caption would be drawn active; nothing flashes.
 KELGEN_PLATFORM_API BOOL FlashWindow(HWND window, BOOL invert);
+/// The same of the window in @p info. FALSE with ERROR_INVALID_PARAMETER for a record of another size.
 KELGEN_PLATFORM_API BOOL FlashWindowEx(FLASHWINFO* info);
 
 /// Moves, sizes, shows, hides and orders a window: WM_WINDOWPOSCHANGING, WM_NCCALCSIZE when its size or frame changes, then
 /// activation unless SWP_NOACTIVATE, then, when anything has changed, WM_WINDOWPOSCHANGED, by which DefWindowProc sends WM_MOVE and WM_SIZE.
 /// FALSE with ERROR_INVALID_WINDOW_HANDLE for a bad @p window or @p after.
 KELGEN_PLATFORM_API BOOL SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags);
+/// SetWindowPos without a new place in the order or activation.
 KELGEN_PLATFORM_API BOOL MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint);
+/// SetWindowPos to the top of the order, without moving or sizing; it activates.
 KELGEN_PLATFORM_API BOOL BringWindowToTop(HWND window);
 
 /// A list of positions that EndDeferWindowPos sets. Null with ERROR_INVALID_PARAMETER for a negative @p count, which is a hint only.
@@ -35,9 +38,11 @@ KELGEN_PLATFORM_API HDWP DeferWindowPos(HDWP list, HWND window, HWND after, int 
 /// Sets the positions in the order of the list and frees it. FALSE with ERROR_INVALID_DWP_HANDLE.
 KELGEN_PLATFORM_API BOOL EndDeferWindowPos(HDWP list);
 
+/// The window with its frame, on the screen. FALSE with ERROR_INVALID_WINDOW_HANDLE.
 KELGEN_PLATFORM_API BOOL GetWindowRect(HWND window, RECT* rectangle);
 /// The client area from 0, 0.
 KELGEN_PLATFORM_API BOOL GetClientRect(HWND window, RECT* rectangle);
+/// Rectangles, styles, border widths and class of the window. FALSE with ERROR_INVALID_WINDOW_HANDLE.
 KELGEN_PLATFORM_API BOOL GetWindowInfo(HWND window, WINDOWINFO* info);
 /// The restored rectangle, even while minimised or maximised.
 KELGEN_PLATFORM_API BOOL GetWindowPlacement(HWND window, WINDOWPLACEMENT* placement);
@@ -46,8 +51,10 @@ KELGEN_PLATFORM_API BOOL SetWindowPlacement(HWND window, const WINDOWPLACEMENT* 
 
 /// Widens a client rectangle to that of a window of those styles; scroll bars and menus of two lines are not thought of.
 KELGEN_PLATFORM_API BOOL AdjustWindowRect(RECT* rectangle, DWORD style, BOOL menu);
+/// The same with extended styles.
 KELGEN_PLATFORM_API BOOL AdjustWindowRectEx(RECT* rectangle, DWORD style, BOOL menu, DWORD exStyle);
 
+/// Both turn a point of the window's client area into one of the screen, or back. FALSE with ERROR_INVALID_WINDOW_HANDLE.
 KELGEN_PLATFORM_API BOOL ClientToScreen(HWND window, POINT* point);
 KELGEN_PLATFORM_API BOOL ScreenToClient(HWND window, POINT* point);
 /// Turns points of one window's client area into those of another's (null: the screen). @return The distance, x in the low word.
@@ -57,12 +64,15 @@ KELGEN_PLATFORM_API int MapWindowPoints(HWND from, HWND to, POINT* points, UINT 
 KELGEN_PLATFORM_API HWND WindowFromPoint(POINT point);
 /// The topmost child at a point of the client area, visible or not; the window itself where there is none, null outside of it.
 KELGEN_PLATFORM_API HWND ChildWindowFromPoint(HWND window, POINT point);
+/// The same without the children that the CWP_ bits of @p skip name.
 KELGEN_PLATFORM_API HWND ChildWindowFromPointEx(HWND window, POINT point, UINT skip);
+/// The same without children that are invisible or transparent.
 KELGEN_PLATFORM_API HWND RealChildWindowFromPoint(HWND window, POINT point);
 
 /// Minimised windows have no place of their own here: 0.
 KELGEN_PLATFORM_API UINT ArrangeIconicWindows(HWND window);
 
+/// Each sets all four sides: to the numbers, to 0, to another rectangle's. FALSE for null.
 KELGEN_PLATFORM_API BOOL SetRect(RECT* rectangle, int left, int top, int right, int bottom);
 KELGEN_PLATFORM_API BOOL SetRectEmpty(RECT* rectangle);
 KELGEN_PLATFORM_API BOOL CopyRect(RECT* to, const RECT* from);

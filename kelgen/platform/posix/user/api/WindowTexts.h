@@ -26,6 +26,7 @@ KELGEN_PLATFORM_API UINT GetDlgItemTextW(HWND dialog, int id, LPWSTR text, int s
 KELGEN_PLATFORM_API BOOL SetDlgItemInt(HWND dialog, int id, UINT value, BOOL isSigned);
 /// The number in the item's text. 0 with FALSE in @p translated for another text, a number out of range, or a missing item.
 KELGEN_PLATFORM_API UINT GetDlgItemInt(HWND dialog, int id, BOOL* translated, BOOL isSigned);
+/// Sends to the item with that number; 0 for a missing one.
 KELGEN_PLATFORM_API LRESULT SendDlgItemMessageA(HWND dialog, int id, UINT message, WPARAM wParam, LPARAM lParam);
 KELGEN_PLATFORM_API LRESULT SendDlgItemMessageW(HWND dialog, int id, UINT message, WPARAM wParam, LPARAM lParam);
 

@@ -2,6 +2,7 @@
 #include <kelgen/platform/posix/user/controls/EditControl.h>
 
 #include <kelgen/platform/posix/nls/AnsiText.h>
+#include <kelgen/platform/posix/nls/api/LetterCase.h>
 #include <kelgen/platform/posix/user/api/User.h>
 #include <kelgen/platform/posix/user/controls/ComboBoxControl.h>
 

@@ -257,7 +257,7 @@ LRESULT ItemMessage(HWND list, ListBoxState& state, UINT message, WPARAM wParam,
         return Find(list, state, index, lParam, true);
     case LB_INITSTORAGE:
         items.Reserve(std::min<std::size_t>(wParam, 1u << 20));
-        return static_cast<LRESULT>(items.Count() + static_cast<int>(wParam));
+        return LRESULT{items.Count()} + static_cast<int>(wParam);
     case LB_SETCOUNT:
         if (!(StyleOf(list) & LBS_NODATA))
             return Fail(ERROR_SETCOUNT_ON_BAD_LB, LRESULT{LB_ERR});

@@ -3,6 +3,7 @@
 
 #include <kelgen/platform/posix/nls/NameCase.h>
 #include <kelgen/platform/posix/nls/api/Locale.h>
+#include <kelgen/platform/posix/nls/api/PlainText.h>
 
 #include <algorithm>
 

@@ -59,8 +59,6 @@ LRESULT ChildProcedure(bool wide, HWND child, UINT message, WPARAM wParam, LPARA
         SendMessageW(client, WM_MDIDESTROY, reinterpret_cast<WPARAM>(child), 0);
         return 0;
     case WM_CHILDACTIVATE:
-        MdiActivate(client, child);
-        break;
     case WM_SETFOCUS:
         MdiActivate(client, child);
         break;

@@ -16,7 +16,7 @@ namespace kelgen::posix::user {
 namespace {
 
 constexpr int kMaxDepth = 10000;
-constexpr std::size_t kStackReserve = 128 * 1024;
+constexpr std::size_t kStackReserve = std::size_t{128} * 1024;
 
 struct CallStack
 {

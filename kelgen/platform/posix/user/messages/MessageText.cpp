@@ -2,6 +2,7 @@
 #include <kelgen/platform/posix/user/messages/MessageText.h>
 
 #include <kelgen/platform/posix/nls/AnsiText.h>
+#include <kelgen/platform/posix/nls/api/CodePages.h>
 #include <kelgen/platform/posix/nls/api/Locale.h>
 #include <kelgen/platform/posix/user/api/WindowCalls.h>
 

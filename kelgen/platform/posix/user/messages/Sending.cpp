@@ -31,7 +31,7 @@ std::shared_ptr<ThreadQueue> QueueOf(HWND handle)
 
 std::shared_ptr<SentMessage> MakeSent(HWND window, UINT message, WPARAM wParam, LPARAM lParam, bool wide, UINT kind)
 {
-    const auto sent = std::make_shared<SentMessage>();
+    auto sent = std::make_shared<SentMessage>();
     sent->window = window;
     sent->message = message;
     sent->wParam = wParam;

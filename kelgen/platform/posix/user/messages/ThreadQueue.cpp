@@ -96,7 +96,9 @@ UINT_PTR ThreadQueue::StartTimer(HWND window, UINT_PTR id, DWORD period, TIMERPR
     const ULONGLONG now = GetTickCount64();
     {
         const std::lock_guard lock(m_lock);
-        if (!window && !m_timers.Find(nullptr, id) && (id = m_timers.NewThreadTimerId()) == 0)
+        if (!window && !m_timers.Find(nullptr, id))
+            id = m_timers.NewThreadTimerId();
+        if (!window && id == 0)
             return 0;
         m_timers.Start(window, id, period, procedure, now);
         m_hasTimers = true;

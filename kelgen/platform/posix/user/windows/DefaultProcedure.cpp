@@ -11,8 +11,8 @@
 #include <kelgen/platform/posix/user/messages/Sends.h>
 #include <kelgen/platform/posix/user/objects/ClassTable.h>
 #include <kelgen/platform/posix/user/objects/WindowTable.h>
+#include <kelgen/platform/posix/user/windows/Borders.h>
 #include <kelgen/platform/posix/user/windows/DefaultActions.h>
-#include <kelgen/platform/posix/user/windows/Frames.h>
 #include <kelgen/platform/posix/user/windows/Positions.h>
 
 #include <utility>
@@ -200,7 +200,6 @@ LRESULT DefaultFor(Window& window, UINT message, WPARAM wParam, LPARAM lParam)
     case WM_MOUSEWHEEL:
     case WM_MOUSEHWHEEL:
     case WM_APPCOMMAND:
-        return PassToParent(window, message, wParam, lParam);
     case WM_HELP:
         return PassToParent(window, message, wParam, lParam);
     case WM_CTLCOLORMSGBOX:

@@ -4,7 +4,7 @@
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/objects/Desktop.h>
-#include <kelgen/platform/posix/user/windows/Frames.h>
+#include <kelgen/platform/posix/user/windows/Borders.h>
 
 #include <array>
 

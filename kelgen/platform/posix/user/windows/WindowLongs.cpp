@@ -9,7 +9,7 @@
 #include <kelgen/platform/posix/user/objects/ExtraBytes.h>
 #include <kelgen/platform/posix/user/objects/ProcedureTable.h>
 #include <kelgen/platform/posix/user/objects/WindowTable.h>
-#include <kelgen/platform/posix/user/windows/Frames.h>
+#include <kelgen/platform/posix/user/windows/Borders.h>
 
 #include <utility>
 
@@ -56,6 +56,7 @@ Value Get(HWND handle, int index, bool wide)
         return static_cast<Value>(window->id);
     case GWLP_HWNDPARENT:
         return static_cast<Value>(reinterpret_cast<LONG_PTR>(ParentOrOwner(*window)));
+    // NOLINTNEXTLINE(bugprone-branch-clone): the two differ where a value holds a pointer
     case GWLP_WNDPROC:
         if constexpr (kHoldsPointers)
             return reinterpret_cast<Value>(ProcedureFor(*window->procedure.load(), wide));
@@ -145,6 +146,7 @@ Value Set(HWND handle, int index, Value value, bool wide)
             return static_cast<Value>(std::exchange(window->userData, static_cast<LONG_PTR>(value)));
         case GWLP_ID:
             return static_cast<Value>(std::exchange(window->id, static_cast<UINT_PTR>(value)));
+        // NOLINTNEXTLINE(bugprone-branch-clone): the two differ where a value holds a pointer
         case GWLP_WNDPROC:
             if constexpr (kHoldsPointers) {
                 const Procedure* before = window->procedure;

@@ -8,7 +8,7 @@
 #include <kelgen/platform/posix/user/messages/Sends.h>
 #include <kelgen/platform/posix/user/objects/ClassTable.h>
 #include <kelgen/platform/posix/user/objects/WindowTable.h>
-#include <kelgen/platform/posix/user/windows/Frames.h>
+#include <kelgen/platform/posix/user/windows/Borders.h>
 #include <kelgen/platform/posix/user/windows/Positions.h>
 #include <kelgen/platform/posix/user/windows/ZOrder.h>
 

@@ -6,7 +6,7 @@
 #include <kelgen/platform/posix/user/messages/InternalCalls.h>
 #include <kelgen/platform/posix/user/messages/Sends.h>
 #include <kelgen/platform/posix/user/objects/WindowTable.h>
-#include <kelgen/platform/posix/user/windows/Frames.h>
+#include <kelgen/platform/posix/user/windows/Borders.h>
 #include <kelgen/platform/posix/user/windows/Positions.h>
 
 using namespace kelgen::posix;

@@ -5,6 +5,8 @@
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/objects/WindowTable.h>
 
+#include <ranges>
+
 namespace kelgen::posix::user {
 
 namespace {
@@ -88,11 +90,10 @@ void Reorder(Window& window, HWND after, bool withOwned)
     Relink(window, after == HWND_BOTTOM ? Place::Bottom : Place::Top);
     if (after == HWND_BOTTOM || !withOwned || window.IsChild())
         return;
-    const auto owned = OwnedBy(window);
-    for (auto next = owned.rbegin(); next != owned.rend(); ++next) {
+    for (Window* const next : std::views::reverse(OwnedBy(window))) {
         if (after != HWND_TOP)
-            SetTopmost(**next, after == HWND_TOPMOST);
-        Relink(**next, Place::Top);
+            SetTopmost(*next, after == HWND_TOPMOST);
+        Relink(*next, Place::Top);
     }
 }
 

@@ -1,4 +1,4 @@
-// QueueWaits.cpp: what a queue holds by kinds, and waiting for kinds of input and for objects at once.
+// ThreadQueueWaits.cpp: what a queue holds by kinds, and waiting for kinds of input and for objects at once.
 #include <kelgen/platform/posix/user/messages/ThreadQueue.h>
 
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>

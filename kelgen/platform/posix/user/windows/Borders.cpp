@@ -1,5 +1,5 @@
-// Frames.cpp: borders, captions, client areas and hit testing.
-#include <kelgen/platform/posix/user/windows/Frames.h>
+// Borders.cpp: borders, captions, client areas and hit testing.
+#include <kelgen/platform/posix/user/windows/Borders.h>
 
 #include <kelgen/platform/posix/user/api/Menus.h>
 #include <kelgen/platform/posix/user/api/Painting.h>

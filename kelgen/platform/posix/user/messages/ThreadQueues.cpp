@@ -1,4 +1,4 @@
-// Queues.cpp: the queues of all threads, made at a thread's first call and ended with the thread.
+// ThreadQueues.cpp: the queues of all threads, made at a thread's first call and ended with the thread.
 #include <kelgen/platform/posix/user/messages/ThreadQueue.h>
 
 #include <kelgen/platform/posix/threads/ThreadObjects.h>

@@ -1,4 +1,4 @@
-// Frames.h: how wide a window's frame is, and between which sizes the window may be.
+// Borders.h: how wide a window's frame is, and between which sizes the window may be.
 #pragma once
 
 #include <kelgen/platform/posix/user/objects/WindowObject.h>

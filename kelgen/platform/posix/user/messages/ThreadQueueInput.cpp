@@ -1,4 +1,4 @@
-// QueueInput.cpp: input events in a queue, and key events becoming messages.
+// ThreadQueueInput.cpp: input events in a queue, and key events becoming messages.
 #include <kelgen/platform/posix/user/messages/ThreadQueue.h>
 
 #include <kelgen/platform/posix/user/objects/WindowObject.h>

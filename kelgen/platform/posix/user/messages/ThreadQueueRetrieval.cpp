@@ -1,4 +1,4 @@
-// QueueRetrieval.cpp: taking messages out of a queue in the order of their kinds.
+// ThreadQueueRetrieval.cpp: taking messages out of a queue in the order of their kinds.
 #include <kelgen/platform/posix/user/messages/ThreadQueue.h>
 
 #include <kelgen/platform/posix/nls/api/Nls.h>
