@@ -12,6 +12,9 @@ class KELGEN_API CKELException : public CException
 public:
     explicit CKELException(LONG code = 0);
 
+    /// Names the code.
+    BOOL GetErrorMessage(LPSTR text, UINT capacity, UINT* helpContext = nullptr) const override;
+
     LONG m_code;
 };
 
