@@ -36,13 +36,12 @@ protected:
         windowClass.hInstance = ::GetModuleHandleA(nullptr);
         windowClass.lpszClassName = "Dumped";
         ::RegisterClassA(&windowClass);
-        ASSERT_TRUE(
-            m_main.CreateEx(WS_EX_TOPMOST, "Dumped", "caf\xE9 \"1\"\\\n", WS_POPUP | WS_DISABLED, 20, 30, 300, 200, nullptr, nullptr));
+        ASSERT_TRUE(m_main.CreateEx(0, "Dumped", "caf\xE9 \"1\"\\\n", WS_POPUP | WS_DISABLED, 20, 30, 300, 200, nullptr, nullptr));
         m_main._000HookBeforeWndProc({&C000WndProcInterface::_000BeforeWndProc, &m_watch});
         m_main._000HookAfterWndProc({&C000WndProcInterface::_000AfterWndProc, &m_watch});
         m_child = ::CreateWindowExA(0, "Static", "Name", WS_CHILD | WS_VISIBLE, 5, 6, 80, 20, m_main.m_hWnd, reinterpret_cast<HMENU>(100),
                                     nullptr, nullptr);
-        m_owned = ::CreateWindowExA(0, "Dumped", "owned", WS_POPUP, 1, 2, 3, 4, m_main.m_hWnd, nullptr, nullptr, nullptr);
+        m_owned = ::CreateWindowExA(WS_EX_TOPMOST, "Dumped", "owned", WS_POPUP, 1, 2, 3, 4, m_main.m_hWnd, nullptr, nullptr, nullptr);
         m_hidden = ::CreateWindowExA(0, "Dumped", "messages", WS_POPUP, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
         m_menu = ::CreateMenu();
         const HMENU file = ::CreatePopupMenu();
@@ -77,7 +76,8 @@ protected:
 };
 
 constexpr char kWindows[] =
-    R"(window "café \"1\"\\\n" of Dumped at (20, 30) 300 x 200, disabled, topmost, object (anonymous namespace)::MainWindow
+    R"(window "owned" of Dumped at (1, 2) 3 x 4, topmost
+window "café \"1\"\\\n" of Dumped at (20, 30) 300 x 200, disabled, object (anonymous namespace)::MainWindow
   hook before: (anonymous namespace)::SizeWatch
   hook after: (anonymous namespace)::SizeWatch
   menu
@@ -87,7 +87,6 @@ constexpr char kWindows[] =
       "&Quit" 2, grayed
     "&Help" 3
   child "Name" of Static 100 at (5, 6) 80 x 20, visible
-window "owned" of Dumped at (1, 2) 3 x 4
 message-only window "messages" of Dumped at (0, 0) 0 x 0
 )";
 
