@@ -11,7 +11,9 @@ namespace {
 
 bool Is(const char* way)
 {
-    const std::string line = ::GetCommandLineA();
+    // A shell may leave blanks at the end.
+    std::string line = ::GetCommandLineA();
+    line.erase(line.find_last_not_of(' ') + 1);
     const std::string end = std::string(" ") + way;
     return line.size() >= end.size() && line.compare(line.size() - end.size(), end.size(), end) == 0;
 }
