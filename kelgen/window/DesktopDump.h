@@ -20,7 +20,8 @@ namespace kelgen {
 ///       message 0x8001 (1, 2) for [0x10002]
 ///       timer 5 every 500 ms for [0x10002]
 ///
-/// The environment variable KELGEN_DUMP=FILE appends a dump to that file when the program ends, and on native at each SIGUSR1.
+/// The environment variable KELGEN_DUMP=FILE appends a dump to that file when AfxWinMain ends, however it does, and on native at
+/// each SIGUSR1.
 /// The windows of the input method, which the system makes for itself, are left out.
 /// Threads: any. Another thread is asked for its objects, at most a fifth of a second a window; one that does not serve its sends shows
 /// windows without objects.

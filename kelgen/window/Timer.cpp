@@ -2,6 +2,7 @@
 #include <kelgen/window/Timer.h>
 
 #include <kelgen/framework/base/Exceptions.h>
+#include <kelgen/window/internal/OwnThread.h>
 
 #include <cstdio>
 #include <cstring>
@@ -50,6 +51,7 @@ CTimerCallback::~CTimerCallback()
 {
     while (Source* const source = m_sources.First()) {
         CTimerWnd& window = source->m_window;
+        KELGEN_CHECK(kelgen::detail::IsOwnWindow(&window), "CTimerCallback: destroyed on a thread that its timer window is not of");
         source->MoveTo(nullptr);
         window.m_pCreatedFor = nullptr;
         if (window.m_pCallback == this)

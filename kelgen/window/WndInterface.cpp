@@ -3,7 +3,7 @@
 
 #include <kelgen/framework/base/Exceptions.h>
 #include <kelgen/framework/base/internal/LinkTable.h>
-#include <kelgen/framework/windows/Wnd.h>
+#include <kelgen/window/internal/OwnThread.h>
 
 using kelgen::detail::PresenceWatch;
 
@@ -17,11 +17,6 @@ struct ClassName
     explicit ClassName(const std::type_info& type) { kelgen::detail::WriteClassName(type, text, sizeof text); }
     char text[200];
 };
-
-bool IsOwnWindow(const CWnd* window)
-{
-    return !window || !::IsWindow(window->m_hWnd) || ::GetWindowThreadProcessId(window->m_hWnd, nullptr) == ::GetCurrentThreadId();
-}
 #endif
 
 }  // namespace
@@ -83,7 +78,7 @@ void C000WndInterface::Hook(Hooks& hooks, const C000WndProcInterface::CHook& hoo
     // What is left of an object that has ended is its base.
     KELGEN_CHECK(typeid(*hook.m_pObject) != typeid(C000WndProcInterface), "hook of %s: its object has been destroyed",
                  ClassName(typeid(*this)).text);
-    KELGEN_CHECK(IsOwnWindow(_000GetWnd()), "hook %s of %s: added on a thread that the window is not of",
+    KELGEN_CHECK(kelgen::detail::IsOwnWindow(_000GetWnd()), "hook %s of %s: added on a thread that the window is not of",
                  ClassName(typeid(*hook.m_pObject)).text, ClassName(typeid(*this)).text);
     Table::Only().Add(hook.m_pObject, this);
     m_isInTable = true;
@@ -103,6 +98,8 @@ void C000WndInterface::EnterTable()
 /// @p object has ended; a later one may lie at its place.
 void C000WndInterface::Forget(const C000WndProcInterface* object)
 {
+    KELGEN_CHECK(kelgen::detail::IsOwnWindow(_000GetWnd()), "hook of %s: destroyed on a thread that the window is not of",
+                 ClassName(typeid(*this)).text);
     for (Hooks* hooks : {&m_before, &m_body, &m_after}) {
         for (int i = hooks->GetUpperBound(); i >= 0; --i) {
             if (hooks->GetAt(i).m_pObject == object)
@@ -123,7 +120,8 @@ bool C000WndInterface::Run(const Hooks& hooks, UINT message, WPARAM wParam, LPAR
 
 void C000WndInterface::Unhook(Hooks& hooks, C000WndProcInterface::CHook hook)
 {
-    KELGEN_CHECK(IsOwnWindow(_000GetWnd()), "hook of %s: removed on a thread that the window is not of", ClassName(typeid(*this)).text);
+    KELGEN_CHECK(kelgen::detail::IsOwnWindow(_000GetWnd()), "hook of %s: removed on a thread that the window is not of",
+                 ClassName(typeid(*this)).text);
     for (int index = hooks.FindFirst(hook); index >= 0; index = hooks.FindFirst(hook))
         m_walks.Remove(hooks, index);
 }

@@ -8,6 +8,7 @@
 #include <kelgen/system/FileChangeEvent.h>
 #include <kelgen/text/StrArray.h>
 #include <kelgen/text/WStr.h>
+#include <kelgen/window/Timer.h>
 
 #include "support/Rows.h"
 #include "window/HookWindow.h"
@@ -152,7 +153,25 @@ TEST_F(Misuse, NamesHooksOnAnotherThread)
               std::exchange(told, {}));
     window._000UnhookBeforeWndProc(before);
     EXPECT_EQ("", told);
+    auto owned = std::make_unique<Hook>();
+    window._000HookWndProc({&C000WndProcInterface::_000WndProc, owned.get()});
+    std::thread([&] { owned.reset(); }).join();
+    EXPECT_EQ("hook of kelgen::test::HookWindow: destroyed on a thread that the window is not of", std::exchange(told, {}));
     window.DestroyWindow();
+}
+
+TEST_F(Misuse, NamesATimerCallbackThatGoesOnAnotherThread)
+{
+    struct Silent : _kelgen::CTimerCallback
+    {
+        void OnTimerEvent(UINT) override {}
+    };
+    auto callback = std::make_unique<Silent>();
+    auto* const window = new _kelgen::CTimerWnd;
+    ASSERT_TRUE(window->Create(callback.get()));
+    std::thread([&] { callback.reset(); }).join();
+    EXPECT_EQ("CTimerCallback: destroyed on a thread that its timer window is not of", told);
+    window->DestroyWindow();
 }
 
 TEST_F(Misuse, NamesAWatcherThatGoesWithoutEndWatch)
