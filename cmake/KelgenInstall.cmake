@@ -28,12 +28,14 @@ if(WIN32)
   install(PROGRAMS cmake/wine-run.sh cmake/wine-stop.sh DESTINATION "${package_folder}")
 endif()
 
-# How debuggers show the library's values. gdb looks beside a library for a file of its name; all printers are in one.
+# How debuggers show the library's values. gdb looks beside a library for a file of its name; all printers are in one. lldb is told of
+# its file ("command script import"), whose name it wants without dashes.
 if(WIN32)
   install(FILES tools/debug/kelgen.natvis DESTINATION "${CMAKE_INSTALL_DATADIR}/kelgen")
 else()
   install(FILES tools/debug/kelgen-gdb.py DESTINATION "${CMAKE_INSTALL_LIBDIR}"
     RENAME "${CMAKE_SHARED_LIBRARY_PREFIX}kelgen${CMAKE_SHARED_LIBRARY_SUFFIX}.${PROJECT_VERSION}-gdb.py")
+  install(FILES tools/debug/kelgen_lldb.py DESTINATION "${CMAKE_INSTALL_DATADIR}/kelgen")
 endif()
 
 # Where libraries and headers lie is found from the file's own place, so an installed tree may be moved.

@@ -50,6 +50,12 @@ function(kelgen_add_library name output symbol)
   target_include_directories(${target} PUBLIC
     "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>" "$<INSTALL_INTERFACE:include>")
   target_compile_features(${target} PUBLIC cxx_std_20)
+  # Checks in headers; what they call every build of the libraries has. In a build of its own kelgen has them by its flags.
+  set(checked "$<$<CONFIG:Debug>:KELGEN_CHECKED>")
+  target_compile_definitions(${target} INTERFACE "$<INSTALL_INTERFACE:${checked}>")
+  if(NOT PROJECT_IS_TOP_LEVEL)
+    target_compile_definitions(${target} INTERFACE "$<BUILD_INTERFACE:${checked}>")
+  endif()
   # Members callable through a null pointer, and 16-bit text over char16_t literals.
   target_compile_options(${target} PUBLIC -fno-delete-null-pointer-checks -fno-strict-aliasing)
   target_link_libraries(${target} PUBLIC ${ARG_DEPENDS} PRIVATE $<BUILD_INTERFACE:kelgen_options> ${ARG_PRIVATE_DEPENDS})

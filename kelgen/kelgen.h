@@ -109,6 +109,7 @@
 #include <kelgen/system/VersionInfo.h>
 
 #include <kelgen/window/CompletionReport.h>
+#include <kelgen/window/DesktopDump.h>
 #include <kelgen/window/MessageHook.h>
 #include <kelgen/window/MessageWindow.h>
 #include <kelgen/window/Timer.h>

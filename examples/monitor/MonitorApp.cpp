@@ -142,7 +142,8 @@ BOOL CMonitorApp::RunOnce()
         if (file->IsPresent())
             console::Event(*file, EFileEvent::found);
     }
-    return FALSE;
+    // A program without a main window ends at once.
+    return TRUE;
 }
 
 BOOL CMonitorApp::OnIdle(LONG lCount)

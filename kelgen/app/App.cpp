@@ -185,6 +185,9 @@ void CKelGenApp::AddFunction(UINT message, CTrackable* object, Function fn)
     CFunction function;
     function.m_pObject = object;
     function.m_pfn = fn;
+    // What is left of an object that has ended is its base.
+    KELGEN_CHECK(!object || typeid(*object) != typeid(CTrackable), "CKelGenApp::AddFunction: the object for message %u has been destroyed",
+                 message);
     m_functions.SetAt(message, function);
     if (object)
         ListenerTable::Only().Add(object, this);

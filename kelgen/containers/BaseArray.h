@@ -184,7 +184,7 @@ template <class TYPE, class ARG_TYPE>
 int CBaseArray<TYPE, ARG_TYPE>::FindFirstIn(const int& size, ARG_TYPE value, Compare compare, int start) const
 {
     if (start < 0)
-        AfxThrowInvalidArgException();
+        KELGEN_THROW_BAD_INDEX(start, size);
     for (int i = start; i < size; ++i) {
         if (compare(this->ElementAt(i), value) == 0)
             return i;

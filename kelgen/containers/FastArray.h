@@ -134,7 +134,7 @@ private:
     int CheckedFirst() const
     {
         if (Readable() < 1)
-            AfxThrowInvalidArgException();
+            KELGEN_THROW_BAD_INDEX(0, Readable());
         return 0;
     }
     /// The used elements that there are: slots can be taken away through the base.
@@ -281,7 +281,7 @@ template <class TYPE, class ARG_TYPE>
 void CFastArray<TYPE, ARG_TYPE>::InsertCopy(int index, const TYPE* elements, int count)
 {
     if (index < 0)
-        AfxThrowInvalidArgException();
+        KELGEN_THROW_BAD_INDEX(index, m_nUsedCount);
     if (count == 0)
         return;
     // The elements may lie in this array.
@@ -361,7 +361,7 @@ template <class TYPE, class ARG_TYPE>
 void CFastArray<TYPE, ARG_TYPE>::RemoveAt(int index)
 {
     if (index < 0 || index >= m_nUsedCount || m_nUsedCount > m_nSize)
-        AfxThrowInvalidArgException();
+        KELGEN_THROW_BAD_INDEX(index, m_nUsedCount);
     for (int i = index + 1; i < m_nUsedCount; ++i)
         m_pData[i - 1] = m_pData[i];
     --m_nUsedCount;

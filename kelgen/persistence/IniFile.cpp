@@ -76,7 +76,7 @@ CString CIniSection::GetValueAt(int index) const
 {
     const POSITION position = index >= 0 ? m_values.FindIndex(index) : nullptr;
     if (position == nullptr)
-        AfxThrowInvalidArgException();
+        KELGEN_THROW_BAD_INDEX(index, m_values.GetCount());
     return m_values.GetAt(position);
 }
 

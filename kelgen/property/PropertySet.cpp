@@ -18,7 +18,7 @@ template <class PROPERTIES, class PREDICATE>
 CProperty* FindProperty(PROPERTIES& properties, int start, PREDICATE accepts)
 {
     if (start < 0)
-        AfxThrowInvalidArgException();
+        KELGEN_THROW_BAD_INDEX(start, properties.GetCount());
     const int count = properties.GetCount();
     for (int i = start; i < count; ++i) {
         CProperty* property = properties.PtrAt(i);
@@ -59,6 +59,8 @@ void CPropertySet::AddListener(CPropertySetListener* listener)
 {
     if (listener == nullptr)
         return;
+    // What is left of an object that has ended is its base.
+    KELGEN_CHECK(typeid(*listener) != typeid(CPropertySetListener), "CPropertySet::AddListener: the listener has been destroyed");
     ListenerTable::Only().Add(listener, this);
     m_hadListeners = true;
     m_listeners.Add(listener);

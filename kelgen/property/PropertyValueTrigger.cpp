@@ -113,6 +113,9 @@ void CPropertyValueTrigger::AddCallback(CPropertyValueTriggerCallback* callback)
 {
     if (callback == nullptr)
         return;
+    // What is left of an object that has ended is its base.
+    KELGEN_CHECK(typeid(*callback) != typeid(CPropertyValueTriggerCallback),
+                 "CPropertyValueTrigger::AddCallback: the callback has been destroyed");
     m_callbacks.Add(callback);
     callback->m_triggers.Add(this);
     detail::TriggersOfCallback::Only().Add(callback, this);

@@ -72,6 +72,9 @@ CFileChangeEvent::CFileChangeEvent() : m_gate(std::make_shared<FileWatchGate>())
 
 CFileChangeEvent::~CFileChangeEvent()
 {
+    // From its own alarm it may go at any time.
+    KELGEN_CHECK(!m_bWatching || m_gate->HoldsCaller(),
+                 "CFileChangeEvent: destroyed while it watches, without EndWatch in the derived class");
     EndWatch();
 }
 

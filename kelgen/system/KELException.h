@@ -13,6 +13,9 @@ public:
     /// @p code is an error number of the system's or the host's own.
     explicit CKELException(LONG code = 0);
 
+    /// Names the code.
+    BOOL GetErrorMessage(LPSTR text, UINT capacity, UINT* helpContext = nullptr) const override;
+
     LONG m_code;  ///< as given
 };
 

@@ -237,6 +237,7 @@ unsigned short* CWStr::LockBuffer()
 
 void CWStr::UnlockBuffer() noexcept
 {
+    KELGEN_CHECK(m_text == EmptyText() || GetData()->nRefCount < 0, "CWStr::UnlockBuffer: the block is not locked");
     if (m_text != EmptyText())
         GetData()->nRefCount = 1;
 }

@@ -226,7 +226,7 @@ public:
     /// The unit at @p index, which must be within the text or at its end.
     [[nodiscard]] unsigned short GetAt(int index) const
     {
-        KELGEN_ASSERT(index >= 0 && index <= GetAllocLength());
+        KELGEN_CHECK(index >= 0 && index <= GetAllocLength(), "CWStr::GetAt: index %d of length %d", index, GetLength());
         return m_text[index];
     }
     /// GetAt.

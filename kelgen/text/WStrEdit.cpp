@@ -103,7 +103,7 @@ void CWStr::CutFront(int n)
 
 void CWStr::SetAt(int index, unsigned short ch)
 {
-    KELGEN_ASSERT(index >= 0 && index < GetLength());
+    KELGEN_CHECK(index >= 0 && index < GetLength(), "CWStr::SetAt: index %d of length %d", index, GetLength());
     CopyBeforeWrite();
     if (index >= 0 && index < GetLength())
         m_text[index] = ch;

@@ -1,6 +1,12 @@
 // Timer.cpp: timer messages on their way to callbacks.
 #include <kelgen/window/Timer.h>
 
+#include <kelgen/framework/base/Exceptions.h>
+#include <kelgen/window/internal/OwnThread.h>
+
+#include <cstdio>
+#include <cstring>
+
 #include <cxxabi.h>
 
 namespace _kelgen {
@@ -8,6 +14,18 @@ namespace _kelgen {
 namespace {
 
 constexpr LONG kOldestEvent = 1000;  // milliseconds
+
+// For the debugger alone: the exception ends with its event.
+void TellOfException(UINT event) noexcept
+{
+    char text[700];
+    int length = std::snprintf(text, sizeof text, "kelgen: the callback of timer %u threw ", event);
+    kelgen::detail::DescribeCaught(text + length, static_cast<UINT>(sizeof text) - static_cast<UINT>(length) - 1);
+    length = static_cast<int>(std::strlen(text));
+    text[length] = '\n';
+    text[length + 1] = 0;
+    ::OutputDebugStringA(text);
+}
 
 }  // namespace
 
@@ -33,6 +51,7 @@ CTimerCallback::~CTimerCallback()
 {
     while (Source* const source = m_sources.First()) {
         CTimerWnd& window = source->m_window;
+        KELGEN_CHECK(kelgen::detail::IsOwnWindow(&window), "CTimerCallback: destroyed on a thread that its timer window is not of");
         source->MoveTo(nullptr);
         window.m_pCreatedFor = nullptr;
         if (window.m_pCallback == this)
@@ -123,12 +142,14 @@ void CTimerWnd::OnTimer(UINT nIDEvent)
     try {
         m_pCallback->OnTimerEvent(nIDEvent);
     } catch (CException* e) {
+        TellOfException(nIDEvent);
         if (e)
             e->Delete();
     } catch (abi::__forced_unwind&) {
         // No exception: the thread ends.
         throw;
     } catch (...) {
+        TellOfException(nIDEvent);
     }
 }
 

@@ -96,7 +96,7 @@ private:
 /// ends by itself leaves the object to its maker.
 ///
 /// An event is dropped when its message is older than a second, when the window or the callback is disabled, and after WM_DESTROY. What the
-/// callback throws ends here.
+/// callback throws ends here, and is told to the debugger's output (OutputDebugStringA).
 class KELGEN_API CTimerWnd : public CWnd
 {
 public:

@@ -1,14 +1,23 @@
 // WndInterface.cpp: the stages of a message, and what hooks may do to them.
 #include <kelgen/window/WndInterface.h>
 
+#include <kelgen/framework/base/Exceptions.h>
 #include <kelgen/framework/base/internal/LinkTable.h>
-#include <kelgen/framework/windows/Wnd.h>
+#include <kelgen/window/internal/OwnThread.h>
 
 using kelgen::detail::PresenceWatch;
 
 namespace {
 
 using Table = kelgen::detail::LinkTable<C000WndProcInterface, C000WndInterface>;
+
+#ifdef KELGEN_CHECKED
+struct ClassName
+{
+    explicit ClassName(const std::type_info& type) { kelgen::detail::WriteClassName(type, text, sizeof text); }
+    char text[200];
+};
+#endif
 
 }  // namespace
 
@@ -66,6 +75,11 @@ void C000WndInterface::Hook(Hooks& hooks, const C000WndProcInterface::CHook& hoo
 {
     if (!hook.m_pfn || !hook.m_pObject)
         return;
+    // What is left of an object that has ended is its base.
+    KELGEN_CHECK(typeid(*hook.m_pObject) != typeid(C000WndProcInterface), "hook of %s: its object has been destroyed",
+                 ClassName(typeid(*this)).text);
+    KELGEN_CHECK(kelgen::detail::IsOwnWindow(_000GetWnd()), "hook %s of %s: added on a thread that the window is not of",
+                 ClassName(typeid(*hook.m_pObject)).text, ClassName(typeid(*this)).text);
     Table::Only().Add(hook.m_pObject, this);
     m_isInTable = true;
     hooks.AddUnique(hook);
@@ -84,6 +98,8 @@ void C000WndInterface::EnterTable()
 /// @p object has ended; a later one may lie at its place.
 void C000WndInterface::Forget(const C000WndProcInterface* object)
 {
+    KELGEN_CHECK(kelgen::detail::IsOwnWindow(_000GetWnd()), "hook of %s: destroyed on a thread that the window is not of",
+                 ClassName(typeid(*this)).text);
     for (Hooks* hooks : {&m_before, &m_body, &m_after}) {
         for (int i = hooks->GetUpperBound(); i >= 0; --i) {
             if (hooks->GetAt(i).m_pObject == object)
@@ -104,6 +120,8 @@ bool C000WndInterface::Run(const Hooks& hooks, UINT message, WPARAM wParam, LPAR
 
 void C000WndInterface::Unhook(Hooks& hooks, C000WndProcInterface::CHook hook)
 {
+    KELGEN_CHECK(kelgen::detail::IsOwnWindow(_000GetWnd()), "hook of %s: removed on a thread that the window is not of",
+                 ClassName(typeid(*this)).text);
     for (int index = hooks.FindFirst(hook); index >= 0; index = hooks.FindFirst(hook))
         m_walks.Remove(hooks, index);
 }

@@ -9,6 +9,10 @@
 
 class CWnd;
 
+namespace kelgen::detail {
+struct HookReader;
+}
+
 /// An object that takes part in a window's message processing. Each operation returns whether it handled the message; true ends the
 /// stage, and @p result is the message's result then.
 ///
@@ -122,6 +126,7 @@ protected:
 
 private:
     friend class C000WndProcInterface;
+    friend struct kelgen::detail::HookReader;
 
     void Hook(Hooks& hooks, const C000WndProcInterface::CHook& hook);
     void EnterTable();

@@ -31,7 +31,21 @@ int main()
     memory.SetDataAndSize(bytes, 3);
     COleDateTime date(2026, 11, 22, 3, 4, 5);
 
-    const void* const values[] = {&wide, &narrow, &named, &texts, &list, &map, &set, &text, &memory, &date};
+    COleDateTimeSpan span(-2, -3, -4, -5);
+    FILETIME written = {0xD53E8000, 0x019DB1DE};
+    SYSTEMTIME noon = {2026, 11, 0, 22, 12, 1, 2, 3};
+    {
+        CStdioFile file("shown.ini", CFile::modeCreate | CFile::modeWrite);
+        file.WriteString("[Main]\nTitle=x\nplain\n[Next]\n");
+    }
+    _kelgen::CIniFile ini("shown.ini");
+    ::DeleteFileA("shown.ini");
+    HWND window = ::CreateWindowExA(0, "Static", "shown", 0, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+    HWND gone = reinterpret_cast<HWND>(ULONG_PTR{0x7FFF0040});
+    HANDLE event = ::CreateEventA(nullptr, TRUE, FALSE, nullptr);
+
+    const void* const values[] = {&wide, &narrow, &named,   &texts, &list, &map,    &set,  &text, &memory,
+                                  &date, &span,   &written, &noon,  &ini,  &window, &gone, &event};
     StopHere(values);
     return 0;
 }

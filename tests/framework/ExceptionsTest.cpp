@@ -1,7 +1,12 @@
 // ExceptionsTest.cpp: throwing by pointer, ends of handlers, causes and texts.
 #include <kelgen/framework/base/Exceptions.h>
 
+#include "support/Rows.h"
+
 #include <cerrno>
+#include <stdexcept>
+
+using namespace kelgen::test;
 
 namespace {
 
@@ -126,26 +131,75 @@ TEST(Exceptions, CausesOfErrors)
     EXPECT_EQ(CFileException::genericException, CFileException::ErrnoToException(ERANGE));
 }
 
-TEST(Exceptions, TextNamesTheFileAndIsCutToTheBuffer)
+TEST(Exceptions, TextNamesFileAndValueAndIsCutToTheBuffer)
 {
     const CFileException exception(CFileException::fileNotFound, 2, "list.txt");
     char text[100];
     UINT help = 7;
     EXPECT_TRUE(exception.GetErrorMessage(text, sizeof text, &help));
-    EXPECT_STREQ("list.txt was not found.", text);
+    EXPECT_STREQ("list.txt was not found (error 2).", text);
     EXPECT_EQ(0u, help);
     EXPECT_TRUE(exception.GetErrorMessage(text, 9));
     EXPECT_STREQ("list.txt", text);
     EXPECT_FALSE(exception.GetErrorMessage(text, 0));
 
-    EXPECT_TRUE(CFileException(77).GetErrorMessage(text, sizeof text));
-    EXPECT_STREQ("An unknown error occurred while accessing an unnamed file.", text);
-    EXPECT_TRUE(CArchiveException(CArchiveException::badIndex, "a.dat").GetErrorMessage(text, sizeof text));
-    EXPECT_STREQ("a.dat has an unexpected format.", text);
+    for (const auto& [thrown, wanted] : Table<std::shared_ptr<CException>, const char*>{
+             {std::make_shared<CFileException>(CFileException::endOfFile, -1, "a"), "The end of a was passed."},
+             {std::make_shared<CFileException>(77), "An unknown error occurred while accessing an unnamed file (cause 77)."},
+             {std::make_shared<CArchiveException>(CArchiveException::badIndex, "a.dat"), "a.dat has an unexpected format."},
+             {std::make_shared<CArchiveException>(-1, "a.dat"), "An unknown error occurred while accessing a.dat (cause -1)."},
+         }) {
+        EXPECT_TRUE(thrown->GetErrorMessage(text, sizeof text));
+        EXPECT_STREQ(wanted, text);
+    }
     EXPECT_FALSE(CCounted().GetErrorMessage(text, sizeof text));
     EXPECT_STREQ("", text);
 
     EXPECT_TRUE(CNotSupportedException(FALSE, 100).GetErrorMessage(text, sizeof text));
     EXPECT_STREQ("program", text) << "a string resource";
     EXPECT_FALSE(CNotSupportedException(FALSE, 4711).GetErrorMessage(text, sizeof text));
+}
+
+TEST(Exceptions, BadIndexIsNamedUntilTheNextArgument)
+{
+    for (const auto& [throwIt, wanted] : Table<void (*)(), const char*>{
+             {[] { kelgen::detail::ThrowBadIndex(-7, 3); }, "An argument is not valid: index -7 of size 3."},
+             {[] { AfxThrowInvalidArgException(); }, "An argument is not valid."},
+         }) {
+        try {
+            throwIt();
+            ADD_FAILURE();
+        } catch (CInvalidArgException* e) {
+            char text[100];
+            EXPECT_TRUE(e->GetErrorMessage(text, sizeof text));
+            EXPECT_STREQ(wanted, text);
+        }
+    }
+}
+
+TEST(Exceptions, HandlersDescribeWhatTheyCaughtInOneLine)
+{
+    for (const auto& [throwIt, wanted] : Table<void (*)(), const char*>{
+             {[] { AfxThrowFileException(CFileException::diskFull, ERROR_DISK_FULL, "a"); },
+              "CFileException: The disk is full while accessing a (error 112)."},
+             {[] { throw new CCounted; }, "(anonymous namespace)::CCounted"},
+             {[] { throw static_cast<CUserException*>(nullptr); }, "CUserException*"},
+             {[] { throw std::out_of_range("first\nsecond"); }, "std::out_of_range: first"},
+             {[] { throw "plain"; }, "text: plain"},
+             {[] { throw std::pair<int, char>(); }, "std::pair<int, char>"},
+         }) {
+        char text[100];
+        try {
+            throwIt();
+            ADD_FAILURE();
+        } catch (CException* e) {
+            kelgen::detail::DescribeCaught(text, sizeof text);
+            if (e)
+                e->Delete();
+        } catch (...) {
+            kelgen::detail::DescribeCaught(text, sizeof text);
+        }
+        EXPECT_STREQ(wanted, text);
+    }
+    EXPECT_EQ(0, living);
 }

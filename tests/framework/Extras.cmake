@@ -12,3 +12,9 @@ foreach(name Extension Language)
   target_link_libraries(test_framework PRIVATE ${library})
 endforeach()
 kelgen_label_test(framework threads desktop)
+
+# A program with the library's main function, which ends as it is told.
+add_executable(test_ending_program "${folder}/EndingProgram.cpp")
+target_link_libraries(test_ending_program PRIVATE kelgen::main kelgen_options)
+add_dependencies(test_framework test_ending_program)
+target_compile_definitions(test_framework PRIVATE ENDING_PROGRAM="$<$<BOOL:${WIN32}>:Z:>$<TARGET_FILE:test_ending_program>")

@@ -191,6 +191,7 @@ TEST(FileChangeEvent, LosesNoModificationOfAHundredFiles)
 {
     struct Counter : CFileChangeEvent
     {
+        ~Counter() override { EndWatch(); }
         void OnFileAlarm(EFileAlarm, const char* path) override
         {
             const std::lock_guard lock(mutex);

@@ -174,6 +174,9 @@ TEST(KELException, CarriesItsCodeThroughTheFamily)
         ASSERT_TRUE(exception->IsKindOf(CKELException::GetThisClass()));
         EXPECT_STREQ("CKELException", exception->GetRuntimeClass()->m_lpszClassName);
         EXPECT_EQ(-42, static_cast<CKELException*>(exception)->m_code);
+        char text[50];
+        EXPECT_TRUE(exception->GetErrorMessage(text, sizeof text));
+        EXPECT_STREQ("Error -42 was raised.", text);
         exception->Delete();
     }
 }

@@ -2,6 +2,7 @@
 #include <kelgen/framework/program/WinThread.h>
 #include <kelgen/window/Timer.h>
 
+#include "support/DebugOutput.h"
 #include "window/HookWindow.h"
 
 #include <stdexcept>
@@ -110,16 +111,24 @@ TEST_F(Timer, CallbackAndWindowSwitchEventsOff)
     EXPECT_EQ(1, m_counter.m_events);
 }
 
-TEST_F(Timer, WhatACallbackThrowsEndsInTheWindow)
+TEST_F(Timer, WhatACallbackThrowsEndsInTheWindowAndIsToldToTheDebugger)
 {
-    m_counter.m_act = [] { throw std::runtime_error("by value"); };
-    HandleEventOfAge(0);
-    m_counter.m_act = [] { AfxThrowInvalidArgException(); };
-    HandleEventOfAge(0);
-    m_counter.m_act = [] { throw static_cast<CException*>(nullptr); };
-    HandleEventOfAge(0);
-    m_counter.m_act = nullptr;
-    HandleEventOfAge(0);
+    struct Row
+    {
+        std::function<void()> act;
+        const char* told;
+    };
+    for (const Row& row : {
+             Row{[] { throw std::runtime_error("by value"); }, "threw std::runtime_error: by value\n"},
+             Row{[] { AfxThrowInvalidArgException(); }, "threw CInvalidArgException: An argument is not valid.\n"},
+             Row{[] { throw static_cast<CException*>(nullptr); }, "threw CException*\n"},
+             Row{[] {}, ""},
+         }) {
+        DebugOutput output;
+        m_counter.m_act = row.act;
+        HandleEventOfAge(0);
+        EXPECT_EQ(*row.told ? std::string("kelgen: the callback of timer 5 ") + row.told : "", output.Take());
+    }
     EXPECT_EQ(4, m_counter.m_events);
 }
 

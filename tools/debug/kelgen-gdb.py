@@ -186,6 +186,143 @@ class Memory:
         return f"{size} of {int(self.value['m_capacity'])} bytes: {data}{' ...' if size > shown else ''}"
 
 
+class IniFile:
+    """_kelgen::CIniFile"""
+
+    def __init__(self, value):
+        self.value = value
+
+    def to_string(self):
+        return f"INI file of {int(self.value['m_nSize'])} sections"
+
+    def children(self):
+        for i in range(int(self.value["m_nSize"])):
+            yield f"[{i}]", self.value["m_pData"][i].dereference()
+
+    def display_hint(self):
+        return "array"
+
+
+class IniSection:
+    """_kelgen::CIniSection: its properties, then its plain values"""
+
+    def __init__(self, value):
+        self.value = value
+
+    def to_string(self):
+        return "[" + NarrowText(self.value["m_name"]).to_string() + "]"
+
+    def children(self):
+        properties = self.value["m_properties"]
+        for i in range(int(properties["m_nSize"])):
+            field = properties["m_pData"][i]
+            yield NarrowText(field["m_name"]).to_string(), field["m_value"]
+        node = self.value["m_values"]["m_pNodeHead"]
+        for i in range(int(self.value["m_values"]["m_nCount"])):
+            if not node:
+                return
+            yield f"[{i}]", node["data"]
+            node = node["pNext"]
+
+
+class FileTime:
+    """FILETIME"""
+
+    def __init__(self, value):
+        self.ticks = int(value["dwHighDateTime"]) << 32 | int(value["dwLowDateTime"])
+
+    def to_string(self):
+        try:
+            return (datetime.datetime(1601, 1, 1) + datetime.timedelta(microseconds=self.ticks // 10)).isoformat(" ") + " UTC"
+        except OverflowError:
+            return f"{self.ticks} x 100 ns"
+
+
+class SystemTime:
+    """SYSTEMTIME"""
+
+    def __init__(self, value):
+        self.parts = [int(value["w" + part]) for part in ("Year", "Month", "Day", "Hour", "Minute", "Second", "Milliseconds")]
+
+    def to_string(self):
+        return "{:04}-{:02}-{:02} {:02}:{:02}:{:02}.{:03}".format(*self.parts)
+
+
+class Span:
+    """COleDateTimeSpan"""
+
+    def __init__(self, value):
+        self.value = value
+
+    def to_string(self):
+        if int(self.value["m_status"]) != 0:
+            return str(self.value["m_status"])
+        seconds = round(float(self.value["m_span"]) * 86400)
+        days, rest = divmod(abs(seconds), 86400)
+        clock = f"{rest // 3600:02}:{rest // 60 % 60:02}:{rest % 60:02}"
+        return f"{'-' if seconds < 0 else ''}{days} days {clock}"
+
+
+def wide_standard_text(text):
+    return decode(text["_M_dataplus"]["_M_p"], text["_M_string_length"], 2, "utf-16-le")
+
+
+def slot(slots, index):
+    """The place of that number in a kelgen::posix::Slots; None when there are not so many."""
+    places = slots["m_slots"]["_M_impl"]
+    first = places["_M_start"]
+    if index < 0 or index >= int(places["_M_finish"] - first):
+        return None
+    return first[index]["place"]
+
+
+class Window:
+    """HWND, by the platform's table of windows"""
+
+    def __init__(self, value):
+        self.number = int(value) & 0xFFFFFFFFFFFFFFFF
+
+    def to_string(self):
+        if self.number == 0:
+            return "no window"
+        return f"{self.number:#x}: {self.describe()}"
+
+    def describe(self):
+        low = self.number & 0xFFFF
+        if low < 0x20 or low & 1:
+            return "not a window"
+        entry = gdb.parse_and_eval("'kelgen::posix::user::(anonymous namespace)::table'")["_M_elems"][(low - 0x20) // 2]
+        window = entry["window"]["_M_b"]["_M_p"]
+        if not window or int(entry["handle"]["_M_i"]) != self.number & 0xFFFFFFFF:
+            return "not a window"
+        name = wide_standard_text(window["windowClass"]["_M_ptr"]["name"])
+        text = wide_standard_text(window["text"])
+        return f'window "{text}" of {name}, thread {int(window["thread"])}'
+
+
+class Handle:
+    """HANDLE, by the platform's table of handles"""
+
+    def __init__(self, value):
+        self.number = int(value) & 0xFFFFFFFFFFFFFFFF
+
+    def to_string(self):
+        return f"{self.number:#x}: {self.describe()}" if self.number else "no handle"
+
+    def describe(self):
+        entry = None
+        index = ((self.number >> 2) & 0xFFFFF) - 1
+        table = gdb.parse_and_eval("'kelgen::posix::HandleTable::Get()::table'")
+        if self.number % 4 == 0 and self.number < 1 << 31:
+            entry = slot(table["m_slots"], index)
+        if entry is None or not entry["object"]["_M_ptr"] or int(entry["generation"]) != self.number >> 22:
+            return "not a handle"
+        object_ = entry["object"]["_M_ptr"]
+        object_ = object_.cast(object_.type.target().strip_typedefs().pointer())
+        kind = object_.dynamic_type.target().name
+        return kind.replace("(anonymous namespace)::", "").split("::")[-1]
+
+
 class Date:
     """COleDateTime"""
 
@@ -220,6 +357,11 @@ BY_NAME = {
     "CStr": NarrowText,
     "CMemoryStorage": Memory,
     "COleDateTime": Date,
+    "COleDateTimeSpan": Span,
+    "FILETIME": FileTime,
+    "SYSTEMTIME": SystemTime,
+    "_kelgen::CIniFile": IniFile,
+    "_kelgen::CIniSection": IniSection,
     "gen::CPropertyValue": PropertyValue,
     "gen::CProperty": Property,
     "gen::CPropertySet": PropertySet,
@@ -234,8 +376,23 @@ def bases(type_):
             yield from bases(field.type.strip_typedefs())
 
 
+def look_up_handle(value, type_):
+    """Handles are pointers: to types of their own, or void by the name of HANDLE."""
+    if type_.target().name == "HWND__":
+        return Window(value)
+    if value.type.unqualified().name == "HANDLE":
+        return Handle(value)
+    return None
+
+
 def look_up(value):
     type_ = value.type.strip_typedefs().unqualified()
+    if type_.code == gdb.TYPE_CODE_PTR:
+        try:
+            return look_up_handle(value, type_)
+        except gdb.error:
+            # Without the platform's own debug information.
+            return None
     if type_.code != gdb.TYPE_CODE_STRUCT:
         return None
     if type_.name in BY_NAME:

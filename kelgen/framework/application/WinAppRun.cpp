@@ -1,4 +1,4 @@
-// WinAppRun.cpp: a program's course, message boxes, cursors and icons, and automation's hold on the application.
+// WinAppRun.cpp: an application's start and loop, message boxes, cursors and icons, and automation's hold on the application.
 #include <kelgen/framework/program/WinApp.h>
 
 #include <kelgen/framework/base/Exceptions.h>
@@ -16,23 +16,6 @@ std::atomic<LONG> automationLocks{0};
 std::atomic<BOOL> userControls{TRUE};
 
 }  // namespace
-
-int AfxWinMain(HINSTANCE instance, HINSTANCE previousInstance, LPSTR commandLine, int showCommand)
-{
-    int exitCode = -1;
-    CWinApp* const app = AfxGetApp();
-    CWinThread* const thread = AfxGetThread();
-    const bool ready = thread && AfxWinInit(instance, previousInstance, commandLine, showCommand) && (!app || app->InitApplication());
-    if (ready && thread->InitInstance()) {
-        exitCode = thread->Run();
-    } else if (ready) {
-        if (thread->m_pMainWnd)
-            thread->m_pMainWnd->DestroyWindow();
-        exitCode = thread->ExitInstance();
-    }
-    AfxWinTerm();
-    return exitCode;
-}
 
 void AfxWinTerm()
 {

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <new>
@@ -75,11 +76,19 @@ BOOL CopyText(LPCSTR source, LPSTR text, UINT capacity, UINT* helpContext)
     return TRUE;
 }
 
+// The value goes before the full stop; a null label has none.
 template <std::size_t Count>
-BOOL CopyCauseText(const LPCSTR (&texts)[Count], int cause, const CString& file, LPSTR text, UINT capacity, UINT* helpContext)
+BOOL CopyCauseText(const LPCSTR (&texts)[Count], int cause, const CString& file, LPCSTR label, LONG value, LPSTR text, UINT capacity,
+                   UINT* helpContext)
 {
     const bool known = cause >= 0 && cause < static_cast<int>(Count);
     CString filled = texts[known ? cause : 1];
+    CString number;
+    if (!known)
+        number.Format(" (cause %d)", cause);
+    else if (label)
+        number.Format(" (%s %d)", label, static_cast<int>(value));
+    filled.Insert(filled.GetLength() - 1, number);
     filled.Replace("%1", file.IsEmpty() ? kUnnamedFile : file.GetString());
     return CopyText(filled, text, capacity, helpContext);
 }
@@ -155,6 +164,15 @@ int CauseOf(const OsCause (&causes)[Count], LONG error)
     return CFileException::genericException;
 }
 
+// What the last invalid argument of this thread was, if it was an index.
+struct BadIndex
+{
+    bool isSet;
+    LONGLONG index;
+    LONGLONG size;
+};
+thread_local BadIndex lastBadIndex{};
+
 // Handlers run from inside out on each thread, so a list of those running is enough.
 thread_local kelgen::detail::CaughtException* innermostHandler = nullptr;
 
@@ -223,13 +241,22 @@ CInvalidArgException::CInvalidArgException(BOOL autoDelete) : CSimpleException(a
 
 CInvalidArgException::CInvalidArgException(BOOL autoDelete, UINT resourceId) : CSimpleException(autoDelete, resourceId) {}
 
+BOOL CInvalidArgException::GetErrorMessage(LPSTR text, UINT capacity, UINT* helpContext) const
+{
+    if (!lastBadIndex.isSet)
+        return CSimpleException::GetErrorMessage(text, capacity, helpContext);
+    char named[100];
+    std::snprintf(named, sizeof named, "An argument is not valid: index %lld of size %lld.", lastBadIndex.index, lastBadIndex.size);
+    return CopyText(named, text, capacity, helpContext);
+}
+
 CArchiveException::CArchiveException(int cause, LPCSTR fileName) : m_cause(cause), m_strFileName(fileName) {}
 
 CArchiveException::~CArchiveException() = default;
 
 BOOL CArchiveException::GetErrorMessage(LPSTR text, UINT capacity, UINT* helpContext) const
 {
-    return CopyCauseText(kArchiveTexts, m_cause, m_strFileName, text, capacity, helpContext);
+    return CopyCauseText(kArchiveTexts, m_cause, m_strFileName, nullptr, 0, text, capacity, helpContext);
 }
 
 void CArchiveException::Dump(CDumpContext& context) const
@@ -266,7 +293,9 @@ void CFileException::ThrowErrno(int errnoValue, LPCSTR fileName)
 
 BOOL CFileException::GetErrorMessage(LPSTR text, UINT capacity, UINT* helpContext) const
 {
-    return CopyCauseText(kFileTexts, m_cause, m_strFileName, text, capacity, helpContext);
+    // -1 stands for none, 0 for success.
+    const LPCSTR label = m_lOsError > 0 ? "error" : nullptr;
+    return CopyCauseText(kFileTexts, m_cause, m_strFileName, label, m_lOsError, text, capacity, helpContext);
 }
 
 void CFileException::Dump(CDumpContext& context) const
@@ -319,6 +348,7 @@ void AfxThrowUserException()
 
 void AfxThrowInvalidArgException()
 {
+    lastBadIndex.isSet = false;
     ThrowReady<CInvalidArgException>();
 }
 
@@ -330,6 +360,12 @@ void AfxThrowArchiveException(int cause, LPCSTR fileName)
 void AfxThrowFileException(int cause, LONG osError, LPCSTR fileName)
 {
     throw new CFileException(cause, osError, fileName);
+}
+
+void kelgen::detail::ThrowBadIndex(LONGLONG index, LONGLONG size)
+{
+    lastBadIndex = {true, index, size};
+    ThrowReady<CInvalidArgException>();
 }
 
 void AfxAbort()

@@ -4,6 +4,8 @@
 #include <kelgen/framework/base/Object.h>
 #include <kelgen/framework/base/String.h>
 
+#include <typeinfo>
+
 /// The base of all framework exceptions. A handler takes the pointer and calls Delete() when it is done with it:
 ///
 ///     try {
@@ -123,6 +125,10 @@ public:
     explicit CInvalidArgException(BOOL autoDelete);
     /// Its text is string resource @p resourceId, if one is found when it is asked for.
     CInvalidArgException(BOOL autoDelete, UINT resourceId);
+
+    /// The base's text. In checked builds, on the thread that the last one of these was thrown on, with the index and the size that it
+    /// was thrown for.
+    BOOL GetErrorMessage(LPSTR text, UINT capacity, UINT* helpContext = nullptr) const override;
 };
 
 /// An archive is used against its direction, ends early, or holds what cannot be loaded.
@@ -146,6 +152,7 @@ public:
     explicit CArchiveException(int cause = none, LPCSTR fileName = nullptr);
     ~CArchiveException() override;
 
+    /// Names the archive's file and, for a cause that is none of the class's, its number.
     BOOL GetErrorMessage(LPSTR text, UINT capacity, UINT* helpContext = nullptr) const override;
     void Dump(CDumpContext& context) const override;
 
@@ -192,6 +199,7 @@ public:
     /// Throws: the exception of an errno value, with the last platform error. Value 0 throws nothing.
     static void ThrowErrno(int errnoValue, LPCSTR fileName = nullptr);
 
+    /// Names the file and the platform's code, where there is one.
     BOOL GetErrorMessage(LPSTR text, UINT capacity, UINT* helpContext = nullptr) const override;
     void Dump(CDumpContext& context) const override;
 
@@ -232,6 +240,12 @@ private:
 
 /// The innermost handler of this thread passes its exception on.
 KELGEN_FRAMEWORK_API void KeepCaughtException();
+
+/// Writes a class's name as sources have it, cut to @p capacity - 1 bytes and terminated.
+KELGEN_FRAMEWORK_API void WriteClassName(const std::type_info& type, LPSTR text, UINT capacity) noexcept;
+/// For a handler: writes what it caught in one line, class and message, cut to @p capacity - 1 bytes and terminated. Knows the
+/// framework's exceptions, the standard library's and texts; of others it names the class.
+KELGEN_FRAMEWORK_API void DescribeCaught(LPSTR text, UINT capacity) noexcept;
 
 }  // namespace kelgen::detail
 

@@ -127,7 +127,17 @@ KELGEN_FRAMEWORK_API const CObject* DynamicDownCast(const CRuntimeClass* runtime
 KELGEN_FRAMEWORK_API CObject* StaticDownCast(const CRuntimeClass* runtimeClass, CObject* object);
 KELGEN_FRAMEWORK_API const CObject* StaticDownCast(const CRuntimeClass* runtimeClass, const CObject* object);
 
+/// Throws: CInvalidArgException, whose text names @p index and @p size.
+[[noreturn]] KELGEN_FRAMEWORK_API void ThrowBadIndex(LONGLONG index, LONGLONG size);
+
 }  // namespace kelgen::detail
+
+/// What operations throw for @p index outside @p size elements: a CInvalidArgException, which in checked builds names both.
+#ifdef KELGEN_CHECKED
+#define KELGEN_THROW_BAD_INDEX(index, size) ::kelgen::detail::ThrowBadIndex(index, size)
+#else
+#define KELGEN_THROW_BAD_INDEX(index, size) AfxThrowInvalidArgException()
+#endif
 
 /// A name of its own for a local object of a macro: KELGEN_UNIQUE_NAME(caught, __LINE__).
 #define KELGEN_JOIN_NAMES(left, right) left##right

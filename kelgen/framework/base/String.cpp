@@ -203,15 +203,15 @@ void CString::Empty() noexcept
     m_pszData = EmptyText();
 }
 
-void CString::ThrowInvalidArg()
+void CString::ThrowBadIndex(int index) const
 {
-    AfxThrowInvalidArgException();
+    KELGEN_THROW_BAD_INDEX(index, GetLength());
 }
 
 void CString::SetAt(int index, char character)
 {
     if (index < 0 || index >= GetLength())
-        AfxThrowInvalidArgException();
+        ThrowBadIndex(index);
     PrepareWrite(GetLength())[index] = character;
 }
 
@@ -353,6 +353,7 @@ LPSTR CString::LockBuffer()
 
 void CString::UnlockBuffer() noexcept
 {
+    KELGEN_CHECK(m_pszData == EmptyText() || IsLocked(), "CString::UnlockBuffer: the block is not locked");
     if (IsLocked())
         Data()->m_references.store(1, std::memory_order_relaxed);
 }

@@ -114,7 +114,7 @@ public:
     char GetAt(int index) const
     {
         if (static_cast<UINT>(index) > static_cast<UINT>(GetLength()))
-            ThrowInvalidArg();
+            ThrowBadIndex(index);
         return m_pszData[index];
     }
     char operator[](int index) const { return GetAt(index); }
@@ -334,7 +334,7 @@ private:
             FreeBlock(text);
     }
 
-    [[noreturn]] static void ThrowInvalidArg();
+    [[noreturn]] void ThrowBadIndex(int index) const;
     static char* NewBlock(const char* text, int length, int capacity);
     static void FreeBlock(char* text) noexcept;
     static CString Join(LPCSTR left, int leftLength, LPCSTR right, int rightLength);

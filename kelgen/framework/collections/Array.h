@@ -105,7 +105,7 @@ private:
     int Checked(int index) const
     {
         if (static_cast<unsigned>(index) >= static_cast<unsigned>(m_nSize)) [[unlikely]]
-            AfxThrowInvalidArgException();
+            KELGEN_THROW_BAD_INDEX(index, m_nSize);
         return index;
     }
     static int CheckedSize(long long size)
@@ -199,7 +199,7 @@ template <class TYPE, class ARG_TYPE>
 void CArray<TYPE, ARG_TYPE>::SetAtGrow(int nIndex, ARG_TYPE newElement)
 {
     if (nIndex < 0)
-        AfxThrowInvalidArgException();
+        KELGEN_THROW_BAD_INDEX(nIndex, m_nSize);
     auto* argument = std::addressof(newElement);
     if (nIndex >= m_nSize) {
         const std::ptrdiff_t offset = OffsetInBlock(argument);
@@ -259,7 +259,7 @@ template <class TYPE, class ARG_TYPE>
 void CArray<TYPE, ARG_TYPE>::InsertAt(int nIndex, ARG_TYPE newElement, int nCount)
 {
     if (nIndex < 0 || nCount <= 0)
-        AfxThrowInvalidArgException();
+        KELGEN_THROW_BAD_INDEX(nIndex < 0 ? nIndex : nCount, m_nSize);
 
     auto* argument = std::addressof(newElement);
     std::ptrdiff_t offset = OffsetInBlock(argument);
@@ -301,7 +301,7 @@ template <class TYPE, class ARG_TYPE>
 void CArray<TYPE, ARG_TYPE>::RemoveAt(int nIndex, int nCount)
 {
     if (nIndex < 0 || nCount < 0 || static_cast<long long>(nIndex) + nCount > m_nSize)
-        AfxThrowInvalidArgException();
+        KELGEN_THROW_BAD_INDEX(nIndex < 0 || nCount < 0 ? std::min(nIndex, nCount) : nIndex + static_cast<long long>(nCount) - 1, m_nSize);
     if (nCount == 0)
         return;
 

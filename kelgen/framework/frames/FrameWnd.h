@@ -4,6 +4,8 @@
 #include <kelgen/framework/program/StandardIds.h>
 #include <kelgen/framework/windows/Wnd.h>
 
+#include <cstddef>
+#include <new>
 #include <vector>
 
 class CDocTemplate;
@@ -72,6 +74,11 @@ public:
 
     CFrameWnd();
     ~CFrameWnd() override;
+    /// The memory of frames. Checked builds keep that of the last ones, and tell of a frame among them that is deleted again.
+    static void* operator new(std::size_t size);
+    static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
+    static void* operator new(std::size_t, void* place) noexcept { return place; }
+    static void operator delete(void* block) noexcept;
 
     /// Loads the frame's accelerators by the resource's name. FALSE if it has some already, or there are none of that name.
     BOOL LoadAccelTable(LPCSTR lpszResourceName);

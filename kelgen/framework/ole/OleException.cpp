@@ -1,6 +1,9 @@
 // OleException.cpp: automation's failures and their texts.
 #include <kelgen/framework/ole/OleException.h>
 
+#include <cstdio>
+#include <cstring>
+
 IMPLEMENT_DYNAMIC(COleException, CException)
 
 BOOL COleException::GetErrorMessage(LPSTR text, UINT capacity, UINT* helpContext) const
@@ -9,9 +12,12 @@ BOOL COleException::GetErrorMessage(LPSTR text, UINT capacity, UINT* helpContext
         *helpContext = 0;
     if (!text || capacity == 0)
         return FALSE;
-    text[0] = 0;
-    return FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, static_cast<DWORD>(m_sc), 0, text, capacity,
-                          nullptr) != 0;
+    char found[400] = "";
+    FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, static_cast<DWORD>(m_sc), 0, found, sizeof found,
+                   nullptr);
+    found[std::strcspn(found, "\r\n")] = 0;
+    std::snprintf(text, capacity, "%s (0x%08X)", *found ? found : "Automation failed.", static_cast<unsigned>(m_sc));
+    return TRUE;
 }
 
 void AfxThrowOleException(SCODE code)

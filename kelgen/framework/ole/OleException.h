@@ -11,7 +11,7 @@ class KELGEN_FRAMEWORK_API COleException : public CException
 public:
     COleException() = default;
 
-    /// The system's text for the code.
+    /// The system's text for the code, if it has one, and the code.
     BOOL GetErrorMessage(LPSTR text, UINT capacity, UINT* helpContext = nullptr) const override;
 
     SCODE m_sc = E_UNEXPECTED;  ///< The failure's code.

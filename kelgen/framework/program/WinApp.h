@@ -17,7 +17,10 @@ KELGEN_FRAMEWORK_API BOOL AfxWinInit(HINSTANCE instance, HINSTANCE previousInsta
 
 /// A program from start to end: AfxWinInit, then the application object's InitApplication, InitInstance and Run. When InitInstance
 /// fails the main window is destroyed and ExitInstance called. The program's exit code; -1 when it could not be prepared.
-/// The target kelgen::main supplies a program's main function, which calls this.
+/// The target kelgen::main supplies a program's main function, which calls this and sees to what ends a program before its time: it
+/// tells of an exception that leaves the program, and of a start that fails, in a line on standard error, and the exit code is 1. An
+/// InitInstance that returns FALSE is a failed start unless ExitInstance gives a code other than 0, or the program has handled
+/// messages, as a dialog does, or called AfxPostQuitMessage.
 KELGEN_FRAMEWORK_API int AfxWinMain(HINSTANCE instance, HINSTANCE previousInstance, LPSTR commandLine, int showCommand);
 /// Ends what AfxWinInit began.
 KELGEN_FRAMEWORK_API void AfxWinTerm();

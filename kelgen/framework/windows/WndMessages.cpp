@@ -7,6 +7,7 @@
 #include <kelgen/framework/windows/ThreadState.h>
 #include <kelgen/framework/windows/internal/CurrentMessage.h>
 #include <kelgen/framework/windows/internal/CurrentThread.h>
+#include <kelgen/framework/windows/internal/WindowQuery.h>
 
 using namespace kelgen::detail;
 
@@ -44,7 +45,7 @@ LRESULT ResultOfException(CException* exception, const MSG& message)
 LRESULT CALLBACK AfxWndProc(HWND hWnd, UINT nMsg, WPARAM wParam, LPARAM lParam)
 {
     if (nMsg == WM_QUERYAFXWNDPROC)
-        return 1;
+        return AnswerQuery(hWnd, wParam);
     _AFX_THREAD_STATE* const state = threadState;
     CWnd* const window = state ? state->m_maps->windows.Permanent(hWnd) : nullptr;
     if (!window || window->m_hWnd != hWnd)

@@ -1,5 +1,5 @@
 // Main.cpp: the main function of a program that is an application object and nothing else.
-#include <kelgen/framework/program/WinApp.h>
+#include <kelgen/framework/application/internal/ProgramMain.h>
 
 #include <cstring>
 
@@ -16,9 +16,16 @@ LPSTR Arguments(LPSTR line)
     return end + std::strspn(end, " \t");
 }
 
+// Before the application object and the host's other static objects: what their constructors throw is told too.
+struct FatalExceptions
+{
+    FatalExceptions() { kelgen::detail::TellOfFatalExceptions(); }
+};
+[[gnu::init_priority(101)]] const FatalExceptions fatalExceptions;
+
 }  // namespace
 
 int main()
 {
-    return AfxWinMain(GetModuleHandleA(nullptr), nullptr, Arguments(GetCommandLineA()), SW_SHOWDEFAULT);
+    return kelgen::detail::RunProgram(GetModuleHandleA(nullptr), nullptr, Arguments(GetCommandLineA()), SW_SHOWDEFAULT);
 }

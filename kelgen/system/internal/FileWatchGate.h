@@ -56,6 +56,13 @@ public:
         m_left.notify_all();
     }
 
+    /// Whether the calling thread is in.
+    bool HoldsCaller()
+    {
+        const std::lock_guard lock(m_mutex);
+        return std::find(m_inside.begin(), m_inside.end(), std::this_thread::get_id()) != m_inside.end();
+    }
+
     bool IsClosed()
     {
         const std::lock_guard lock(m_mutex);

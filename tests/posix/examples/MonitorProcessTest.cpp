@@ -75,6 +75,8 @@ public:
     /// All that it has said so far.
     const std::string& Lines() const { return m_lines; }
 
+    void Signal(int signal) { kill(m_id, signal); }
+
     /// Its exit status; -1 when it ended otherwise.
     int End(int signal)
     {
@@ -99,6 +101,26 @@ int DelayOf(const std::string& line)
 }
 
 }  // namespace
+
+TEST(MonitorProcess, DumpsItsDesktopAtASignalAndAtItsEnd)
+{
+    const std::string file = ScratchFile("dump");
+    setenv("KELGEN_DUMP", file.c_str(), 1);
+    RunningMonitor monitor({ScratchFolder().string()});
+    unsetenv("KELGEN_DUMP");
+    ASSERT_NE("", monitor.Await("scanned 100 %"));
+    monitor.Signal(SIGUSR1);
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    std::string dump;
+    // The queue of the last thread comes last.
+    while (dump.find("\nthread: ") == dump.npos && std::chrono::steady_clock::now() < deadline)
+        dump = ReadBytes(file);
+    EXPECT_EQ(0u, dump.find("desktop at a signal:\nwindow \"")) << dump;
+    EXPECT_NE(std::string::npos, dump.find(", object CMainFrame [")) << dump;
+    EXPECT_NE(std::string::npos, dump.find("\n  menu\n")) << dump;
+    EXPECT_EQ(0, monitor.End(SIGINT));
+    EXPECT_NE(std::string::npos, ReadBytes(file).find("\ndesktop at the end:\n"));
+}
 
 TEST(MonitorProcess, TellsOfAChangeWithinATenthOfASecond)
 {

@@ -16,6 +16,10 @@
 #include <span>
 #include <vector>
 
+namespace kelgen {
+struct QueueState;
+}
+
 namespace kelgen::posix::user {
 
 struct Window;
@@ -97,6 +101,8 @@ struct ThreadQueue final : std::enable_shared_from_this<ThreadQueue>
     bool IsCurrent() const;
     /// Whether the thread waits in its queue or has looked into it in the last five seconds.
     bool IsResponding() const;
+    /// What waits now.
+    QueueState State();
 
     // The thread itself.
 

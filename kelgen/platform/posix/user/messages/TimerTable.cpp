@@ -1,6 +1,8 @@
 // TimerTable.cpp: the hash table and the heap over one array of timers.
 #include <kelgen/platform/posix/user/messages/TimerTable.h>
 
+#include <algorithm>
+
 namespace kelgen::posix::user {
 
 namespace {
@@ -71,6 +73,15 @@ UINT_PTR TimerTable::NewThreadTimerId()
             return m_lastThreadId;
     }
     return 0;
+}
+
+std::vector<TimerTable::Timer> TimerTable::All() const
+{
+    std::vector<Timer> timers;
+    for (const std::uint32_t slot : m_heap)
+        timers.push_back(m_slots[slot]);
+    std::ranges::sort(timers, {}, &Timer::order);
+    return timers;
 }
 
 ULONGLONG TimerTable::FirstDue() const

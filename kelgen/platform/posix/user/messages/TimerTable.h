@@ -42,6 +42,9 @@ public:
     /// An id that no timer without window has: 32767 first, then downwards to 256. 0 when all are taken.
     UINT_PTR NewThreadTimerId();
 
+    /// All timers, in the order of their start. Cost: that of sorting them.
+    std::vector<Timer> All() const;
+
     /// When the first is due; the largest value when there is none.
     ULONGLONG FirstDue() const;
 
