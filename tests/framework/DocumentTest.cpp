@@ -305,9 +305,11 @@ TEST(WinApp, CommandLineDecidesHowItStarts)
         BOOL goesOn;
         int show;
     } const rows[] = {
-        {CCommandLineInfo::FileNothing, TRUE, SW_SHOWNORMAL},  {CCommandLineInfo::FileDDE, TRUE, SW_HIDE},
-        {CCommandLineInfo::AppRegister, FALSE, SW_SHOWNORMAL}, {CCommandLineInfo::AppUnregister, FALSE, SW_SHOWNORMAL},
-        {CCommandLineInfo::FilePrint, FALSE, SW_HIDE},
+        {CCommandLineInfo::FileNothing, TRUE, SW_SHOWNORMAL},     // nothing to open
+        {CCommandLineInfo::FileDDE, TRUE, SW_HIDE},               // hidden until it is told what to show
+        {CCommandLineInfo::AppRegister, FALSE, SW_SHOWNORMAL},    // done when it has registered itself
+        {CCommandLineInfo::AppUnregister, FALSE, SW_SHOWNORMAL},  // and the other way
+        {CCommandLineInfo::FilePrint, FALSE, SW_HIDE},            // prints without a window
     };
     for (const auto& row : rows) {
         NotesApp app;

@@ -277,9 +277,15 @@ TEST(ExtractSubString, TakesPartsByNumber)
         BOOL found;
         const char* part;
     } const rows[] = {
-        {"a\nbc\n", 0, '\n', TRUE, "a"}, {"a\nbc\n", 1, '\n', TRUE, "bc"}, {"a\nbc\n", 2, '\n', TRUE, ""},
-        {"a\nbc\n", 3, '\n', FALSE, ""}, {"a;b", 1, ';', TRUE, "b"},       {"a;b", 0, '\n', TRUE, "a;b"},
-        {"", 0, '\n', TRUE, ""},         {nullptr, 0, '\n', FALSE, ""},    {"a", -1, '\n', FALSE, ""},
+        {"a\nbc\n", 0, '\n', TRUE, "a"},   // the first
+        {"a\nbc\n", 1, '\n', TRUE, "bc"},  // one inside
+        {"a\nbc\n", 2, '\n', TRUE, ""},    // behind the last separator
+        {"a\nbc\n", 3, '\n', FALSE, ""},   // past the end
+        {"a;b", 1, ';', TRUE, "b"},        // another separator
+        {"a;b", 0, '\n', TRUE, "a;b"},     // no separator
+        {"", 0, '\n', TRUE, ""},           // an empty text has one part
+        {nullptr, 0, '\n', FALSE, ""},     // null has none
+        {"a", -1, '\n', FALSE, ""},        // before the first
     };
     for (const auto& row : rows) {
         CString part = "before";

@@ -79,9 +79,13 @@ TEST(FileChangeEvent, TakesFoldersFromPathsWithDrivesOnly)
     char current[MAX_PATH];
     GetCurrentDirectoryA(MAX_PATH, current);
     RecordingWatcher watcher;
-    const std::pair<const char*, std::string> rows[] = {
-        {"C:\\a\\b.txt", "C:\\a\\"}, {"Z:/a/b.txt", "Z:/a/"},           {"C:b", "C:"}, {"b.txt", current},
-        {"sub\\b.txt", current},     {"\\\\server\\share\\b", current}, {"", current}};
+    const std::pair<const char*, std::string> rows[] = {{"C:\\a\\b.txt", "C:\\a\\"},        // a drive and folders
+                                                        {"Z:/a/b.txt", "Z:/a/"},            // the other separator
+                                                        {"C:b", "C:"},                      // a drive alone
+                                                        {"b.txt", current},                 // a name alone
+                                                        {"sub\\b.txt", current},            // a folder without a drive
+                                                        {"\\\\server\\share\\b", current},  // a share
+                                                        {"", current}};                     // nothing
     int record = 0;
     for (const auto& [path, folder] : rows) {
         watcher.AddFile(path);

@@ -21,9 +21,11 @@ TEST(Resource, LoadsBytesAndTheTwoKindsOfText)
         std::string bytes, untilZero, wholeLength;
     };
     const Row rows[] = {
-        {700, "BLOB", "ab\0cd"s, "ab", "ab\0\0\0"s},    {701, "blob", "text", "text", "text"},
-        {702, "BLOB", "\0ab"s, "", "\0\0\0"s},          {703, "BLOB", "", "", ""},
-        {704, RT_RCDATA, "number", "number", "number"},
+        {700, "BLOB", "ab\0cd"s, "ab", "ab\0\0\0"s},     // a zero inside
+        {701, "blob", "text", "text", "text"},           // the type in another case
+        {702, "BLOB", "\0ab"s, "", "\0\0\0"s},           // a zero first
+        {703, "BLOB", "", "", ""},                       // no bytes
+        {704, RT_RCDATA, "number", "number", "number"},  // a type that is a number
     };
     const HINSTANCE program = GetModuleHandleA(nullptr);
     for (const Row& row : rows) {

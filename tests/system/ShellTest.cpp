@@ -116,9 +116,15 @@ TEST(Shell, MakesEveryFolderAlongThePath)
         const char* last;
     };
     const Row rows[] = {
-        {"a/b\\c", true, "a\\b\\c"}, {"a/b\\c", true, "a\\b\\c"},    {"d/", true, "d"},
-        {"e\\", true, "e"},          {"f//g\\\\h", true, "f\\g\\h"}, {"i 'j' $(k)/l;m", true, "i 'j' $(k)\\l;m"},
-        {"file", false, nullptr},    {"n/../file/o", false, "n"},    {".", true, "."},
+        {"a/b\\c", true, "a\\b\\c"},                  // both separators
+        {"a/b\\c", true, "a\\b\\c"},                  // what is there already
+        {"d/", true, "d"},                            // a separator at the end
+        {"e\\", true, "e"},                           // the other one
+        {"f//g\\\\h", true, "f\\g\\h"},               // two in a row
+        {"i 'j' $(k)/l;m", true, "i 'j' $(k)\\l;m"},  // what a shell would read otherwise
+        {"file", false, nullptr},                     // a file of that name
+        {"n/../file/o", false, "n"},                  // a file on the way
+        {".", true, "."},                             // the folder itself
     };
     for (const Row& row : rows) {
         EXPECT_EQ(row.made, shell::mkdirp((folder + row.path).c_str())) << row.path;

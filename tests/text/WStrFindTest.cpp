@@ -102,7 +102,14 @@ TEST(WStrParts, StartAndCountAreHeldInTheText)
 {
     const CWStr s(u"abcde"_w);
     for (const auto& [start, count, part] : Table<int, int, const char16_t*>{
-             {1, 2, u"bc"}, {3, 99, u"de"}, {3, 0x7FFFFFFF, u"de"}, {-2, 2, u"ab"}, {1, -1, u""}, {5, 1, u""}, {6, 1, u""}})
+             {1, 2, u"bc"},           // inside
+             {3, 99, u"de"},          // more than there is
+             {3, 0x7FFFFFFF, u"de"},  // a sum that no int holds
+             {-2, 2, u"ab"},          // a start before the text
+             {1, -1, u""},            // a count below 0
+             {5, 1, u""},             // a start at the end
+             {6, 1, u""},             // a start behind it
+         })
         EXPECT_EQ(part, Units(s.Mid(start, count))) << start << ", " << count;
     EXPECT_EQ(u"abcde|||", Units(s.Mid(-7)) + u"|" + Units(s.Mid(7)) + u"|" + Units(s.Left(-1)) + u"|" + Units(s.Right(-1)));
     EXPECT_EQ(u"ab|de", Units(s.Left(2)) + u"|" + Units(s.Right(2)));
