@@ -27,6 +27,13 @@ TEST(Differences, LeadByteAtTheEndEndsTheText)
     _setmbcp(before);
 }
 
+TEST(Differences, Page51932IsConverted)
+{
+    WCHAR wide[2] = {};
+    EXPECT_EQ(kelgen::test::isOurPlatform ? 1 : 0, MultiByteToWideChar(51932, 0, "\xA4\xA2", 2, wide, 2));
+    EXPECT_EQ(kelgen::test::isOurPlatform ? 0x3042 : 0, wide[0]);
+}
+
 // One, two and four bytes: the edges of each range, and the characters whose codes the standard's editions moved.
 TEST(Differences, Page54936IsConverted)
 {
