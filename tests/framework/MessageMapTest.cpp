@@ -253,6 +253,7 @@ TEST(MessageMap, ClassTemplatesHaveMaps)
     EXPECT_EQ(4, amounts.SendMessage(WM_APP + 5, 4, 0));
     EXPECT_EQ(5, numbers.m_sum);
     EXPECT_EQ(4.0, amounts.m_sum);
+    Traffic::Take();
     EXPECT_EQ(11, numbers.SendMessage(WM_APP + 0x100, 1, 2)) << "the base's map";
     EXPECT_EQ("numbered(1,2)", Traffic::Take());
     numbers.DestroyWindow();
