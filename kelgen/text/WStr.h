@@ -349,7 +349,7 @@ public:
     /// - 'f': the value's length with 6 more digits than the precision, which counts as 0 when none is given;
     /// - everything else: 0.
     /// By contract: text that is longer than the block keeps what the block holds ("%E" counts nothing, so that an empty string stays
-    /// empty). A sum beyond 2 GB is replaced by the text's own length.
+    /// empty); checked builds tell the debugger's output of each such text. A sum beyond 2 GB is replaced by the text's own length.
     /// Throws: the memory exception, even for a text beyond 2 GB; the string is then as it was, or empty.
     /// Cost: one pass over the format and its texts before the formatting.
     void FormatV(const unsigned short* format, va_list args);
