@@ -1,4 +1,4 @@
-// std.h: the standard library's types beside ours: ranges, views, UTF-8, hashes, chrono, functions as listeners.
+// std.h: the standard library's types beside ours: ranges, views, UTF-8, hashes, paths, chrono, functions as listeners.
 //
 // Include it after, or instead of, single headers. It adds nothing to the library's classes and changes no result of theirs.
 //
@@ -9,6 +9,7 @@
 #pragma once
 
 #include <kelgen/std/Callbacks.h>
+#include <kelgen/std/Paths.h>
 #include <kelgen/std/Ranges.h>
 #include <kelgen/std/Text.h>
 #include <kelgen/std/Time.h>

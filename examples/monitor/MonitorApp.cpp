@@ -60,7 +60,7 @@ BOOL CMonitorApp::InitInstance()
         return Fail(1, "cannot open the main window");
     m_pMainWnd = m_frame.get();
     m_settings.AddListener(this);
-    AddFunction(kRescan, this, static_cast<Function>(&CMonitorApp::Rescan));
+    AddFunction(kRescan, this, &CMonitorApp::Rescan);
     CString error;
     if (!BeginScan(error))
         return Fail(1, error);

@@ -11,6 +11,8 @@
 #include <kelgen/window/MessageHook.h>
 #include <kelgen/window/MessageWindow.h>
 
+#include <concepts>
+
 /// An object whose member functions take thread messages; see CKelGenApp::AddFunction. Its end takes it out of the application's table.
 class KELGEN_API CTrackable
 {
@@ -99,6 +101,12 @@ public:
 
     /// A thread message with that number calls @p fn of @p object, in place of what was set before; null for either sets none.
     void AddFunction(UINT message, CTrackable* object, Function fn);
+    /// The same for a member of a derived class, which is called on that class's object.
+    template <std::derived_from<CTrackable> OBJECT>
+    void AddFunction(UINT message, OBJECT* object, void (OBJECT::*fn)(UINT wParam, LPARAM lParam))
+    {
+        AddFunction(message, static_cast<CTrackable*>(object), static_cast<Function>(fn));
+    }
     /// A thread message with that number is posted to the thread @p threadId. Waits until the application object exists.
     /// Threads: any.
     void ForwardMessageToThread(DWORD threadId, UINT message);

@@ -4,8 +4,10 @@
 #include <kelgen/containers/BaseArray.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <memory>
+#include <type_traits>
 
 /// Searches, set operations and sorting by the elements' own == and <; for pointers, by identity and address.
 ///
@@ -36,6 +38,14 @@ public:
 
     /// The first index of @p value, or -1. Cost: numbers of 32 and 64 bits and pointers are compared several at a time.
     int FindFirst(const TYPE& value) const { return kelgen::detail::FindEqual(m_pData, m_nSize, value); }
+    /// For pointers the first index of null; else -1, as no element lies at null.
+    int FindFirst(std::nullptr_t) const
+    {
+        if constexpr (std::is_pointer_v<TYPE>)
+            return FindFirst(TYPE{nullptr});
+        else
+            return -1;
+    }
     /// Whether @p value occurs; the same cost.
     bool Contains(const TYPE& value) const { return FindFirst(value) >= 0; }
     /// Whether every element of @p other occurs here; true for an empty one.
@@ -92,6 +102,7 @@ class CBaseObjectPtrArray : public CBaseComparableArray<TYPE, ARG_TYPE>
 {
 public:
     using CBaseComparableArray<TYPE, ARG_TYPE>::CBaseComparableArray;
+    using CBaseComparableArray<TYPE, ARG_TYPE>::operator=;
 };
 
 /// Removal in one pass: kept elements move down over the holes. Closes the last hole when it ends, even by an exception of the

@@ -17,6 +17,8 @@ class KELGEN_API CBaseIntArray : public CBaseNumericArray<int, const int>
 public:
     using MovableBitwise = CBaseIntArray;
     using CBaseNumericArray<int, const int>::CBaseNumericArray;
+    /// Takes the elements of another comparable array, such as what &= returns.
+    using CBaseNumericArray<int, const int>::operator=;
     using CBaseNumericArray<int, const int>::SortAdd;
     using CBaseNumericArray<int, const int>::SortFind;
 

@@ -9,6 +9,8 @@ class KELGEN_API CDWArray : public CBaseNumericArray<DWORD, const DWORD>
 {
 public:
     using CBaseNumericArray<DWORD, const DWORD>::CBaseNumericArray;
+    /// Takes the elements of another comparable array, such as what &= returns.
+    using CBaseNumericArray<DWORD, const DWORD>::operator=;
 
     /// Whether an element equals @p value.
     bool HasItem(DWORD value) const { return FindItem(value) >= 0; }

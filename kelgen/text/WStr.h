@@ -5,6 +5,7 @@
 #include <kelgen/framework/collections/CollectionHelpers.h>  // CopyElements, which assigns strings one by one
 #include <kelgen/platform/Win32.h>
 #include <kelgen/platform/support/SharedCount.h>
+#include <kelgen/text/StandardText.h>
 
 #include <atomic>
 #include <climits>
@@ -43,17 +44,6 @@ struct EmptyWStrBlock
     unsigned short unit;
 };
 extern KELGEN_API EmptyWStrBlock emptyWStrBlock;
-
-/// Text of the standard library in 16-bit units: a u"" literal, std::u16string, its views; and the platform's where its units have 16 bits.
-template <class TEXT>
-concept StandardWideText = std::is_convertible_v<const TEXT&, std::u16string_view> ||
-    (sizeof(wchar_t) == sizeof(unsigned short) && std::is_convertible_v<const TEXT&, std::wstring_view>);
-
-/// Text in other units, which must be converted and not only copied.
-template <class TEXT>
-concept OtherText = !StandardWideText<TEXT> && !std::is_convertible_v<const TEXT&, const unsigned short*> &&
-                    (std::is_convertible_v<const TEXT&, std::string_view> || std::is_convertible_v<const TEXT&, const char*> ||
-                     std::is_convertible_v<const TEXT&, std::wstring_view>);
 
 }  // namespace kelgen::detail
 
@@ -118,8 +108,7 @@ public:
     template <kelgen::detail::OtherText TEXT>
     explicit CWStr(const TEXT&) : CWStr()
     {
-        static_assert(!kelgen::detail::OtherText<TEXT>,
-                      "CWStr holds 16-bit text: write u\"...\"_w, or convert with kelgen::FromUtf8 or kelgen::FromCodePage (kelgen/std.h)");
+        kelgen::detail::RefuseOtherText<TEXT>();
     }
 
     /// @p nRepeat units; empty when that is below 1. By contract: the first @p nRepeat bytes, not units, get the low byte of
@@ -160,6 +149,18 @@ public:
     CWStr& operator=(const unsigned short* text);
     /// The text becomes this one unit.
     CWStr& operator=(unsigned short ch);
+    /// CWStr(text).
+    template <kelgen::detail::StandardWideText TEXT>
+    CWStr& operator=(const TEXT& text)
+    {
+        return *this = CWStr(text);
+    }
+    template <kelgen::detail::OtherText TEXT>
+    CWStr& operator=(const TEXT&)
+    {
+        kelgen::detail::RefuseOtherText<TEXT>();
+        return *this;
+    }
 
     /// Gives the block back; a locked string keeps it, with length 0.
     void Empty();
@@ -288,6 +289,17 @@ public:
         }
         return *this;
     }
+    template <kelgen::detail::StandardWideText TEXT>
+    CWStr& operator+=(const TEXT& text)
+    {
+        return *this += CWStr(text);
+    }
+    template <kelgen::detail::OtherText TEXT>
+    CWStr& operator+=(const TEXT&)
+    {
+        kelgen::detail::RefuseOtherText<TEXT>();
+        return *this;
+    }
     CWStr& operator+=(const CWStr& text)
     {
         ConcatInPlace(text.GetLength(), text.m_text);
@@ -345,7 +357,7 @@ public:
     /// - 'f': the value's length with 6 more digits than the precision, which counts as 0 when none is given;
     /// - everything else: 0.
     /// By contract: text that is longer than the block keeps what the block holds ("%E" counts nothing, so that an empty string stays
-    /// empty). A sum beyond 2 GB is replaced by the text's own length.
+    /// empty); checked builds tell the debugger's output of each such text. A sum beyond 2 GB is replaced by the text's own length.
     /// Throws: the memory exception, even for a text beyond 2 GB; the string is then as it was, or empty.
     /// Cost: one pass over the format and its texts before the formatting.
     void FormatV(const unsigned short* format, va_list args);
@@ -459,6 +471,22 @@ KELGEN_API CWStr operator+(const CWStr& left, const unsigned short* right);
 KELGEN_API CWStr operator+(const unsigned short* left, const CWStr& right);
 KELGEN_API CWStr operator+(const CWStr& left, unsigned short right);
 KELGEN_API CWStr operator+(unsigned short left, const CWStr& right);
+template <kelgen::detail::StandardWideText TEXT>
+CWStr operator+(const CWStr& left, const TEXT& right)
+{
+    return left + CWStr(right);
+}
+template <kelgen::detail::StandardWideText TEXT>
+CWStr operator+(const TEXT& left, const CWStr& right)
+{
+    return CWStr(left) + right;
+}
+template <kelgen::detail::OtherText TEXT>
+CWStr operator+(const CWStr& left, const TEXT&)
+{
+    kelgen::detail::RefuseOtherText<TEXT>();
+    return left;
+}
 
 /// Stores the byte 0xFF, the word 0xFFFE, the length and the units, low byte first. The length is one byte below 0xFF; else 0xFF and a
 /// word below 0xFFFE; else 0xFF, 0xFFFF and 32 bits.

@@ -3,6 +3,7 @@
 
 #include <kelgen/platform/support/WideFormat.h>
 #include <kelgen/platform/support/printf/PrintfDirective.h>
+#include <kelgen/text/CodePageText.h>
 #include <kelgen/text/internal/ScanUnits.h>
 #include <kelgen/text/internal/WStrBlocks.h>
 
@@ -10,6 +11,7 @@
 #include <climits>
 #include <cmath>
 #include <memory>
+#include <string>
 
 using namespace kelgen::detail;
 
@@ -287,6 +289,21 @@ private:
     bool m_readsTarget = false;
 };
 
+/// In checked builds: tells the debugger of a text that does not fit into its block, since directives such as "%E" and "%lld" are not
+/// counted as what they print.
+void TellWhatIsCut([[maybe_unused]] int room, [[maybe_unused]] const unsigned short* format, [[maybe_unused]] va_list args)
+{
+#ifdef KELGEN_CHECKED
+    const int length = FormatCopy(nullptr, 0, format, args);
+    if (length <= room)
+        return;
+    const std::string text = kelgen::ToUtf8(CWStr(format, CWStr::SafeStrlen(format)));
+    OutputDebugStringA(("kelgen: CWStr: the format \"" + text + "\" makes " + std::to_string(length) + " units, of which the first " +
+                        std::to_string(room) + " are kept\n")
+                           .c_str());
+#endif
+}
+
 struct LocalFreer
 {
     void operator()(WCHAR* memory) const { LocalFree(memory); }
@@ -305,12 +322,16 @@ void CWStr::FormatInto(int reserve, const unsigned short* format, va_list args)
     }
     GetBuffer(reserve);
     // The shared empty block is not written.
-    if (m_text == EmptyText())
+    if (m_text == EmptyText()) {
+        TellWhatIsCut(0, format, args);
         return;
+    }
     const int room = GetAllocLength();
     int length = FormatCopy(m_text, room + 1, format, args);
-    if (length < 0 || length > room)
+    if (length < 0 || length > room) {
+        TellWhatIsCut(room, format, args);
         length = FormatCopy(nullptr, 0, format, args) < 0 ? 0 : room;
+    }
     SetLength(kelgen::detail::LengthToZero(m_text, length));
 }
 

@@ -7,6 +7,8 @@
 #include <kelgen/platform/Win32.h>
 #include <kelgen/window/ListWalk.h>
 
+#include <cstddef>
+
 class CWinThread;
 
 /// A window's part in the message filter: mixed into a class that is a CWnd too, it gets the messages of its window that menus,
@@ -111,6 +113,8 @@ public:
     /// Installs the hook for all threads; false on failure. By contract: the argument is not used, and a hook that this object has
     /// installed before stays.
     bool MouseHook(HINSTANCE);
+    /// Installs the hook: null names no module.
+    bool MouseHook(std::nullptr_t) { return MouseHook(HINSTANCE{nullptr}); }
     /// Removes the hook. False if none was installed. By contract: pthemousehook and the listeners stay, for a later MouseHook.
     bool MouseUnhook();
     /// Appends a listener, once. False while the hook is not installed, and for null.

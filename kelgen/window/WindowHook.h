@@ -6,6 +6,7 @@
 #include <kelgen/framework/collections/MapTypes.h>
 #include <kelgen/framework/windows/Wnd.h>
 
+#include <cstddef>
 #include <vector>
 
 namespace _kelgen {
@@ -47,6 +48,8 @@ public:
     virtual BOOL HookWindow(HWND hWnd);
     /// Attaches to the object's window; null detaches. Returns 1.
     virtual BOOL HookWindow(CWnd* pWnd);
+    /// Detaches, as for a null window.
+    BOOL HookWindow(std::nullptr_t) { return HookWindow(HWND{nullptr}); }
 
     /// The stage before: true ends the message's way there, with @p result. False by itself.
     virtual bool _WindowHookBeforeWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);

@@ -86,6 +86,26 @@ ON_MESSAGE(WM_APP + 0x101, &MappedWnd::OnNarrow)
 ON_REGISTERED_MESSAGE(registeredMessage, &MappedWnd::OnRegistered)
 END_MESSAGE_MAP()
 
+/// Sums up what it is sent.
+template <class KIND>
+class TemplateWnd : public MappedWnd
+{
+public:
+    KIND m_sum{};
+
+protected:
+    LRESULT OnAdd(WPARAM step, LPARAM)
+    {
+        m_sum += static_cast<KIND>(step);
+        return static_cast<LRESULT>(m_sum);
+    }
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_TEMPLATE_MESSAGE_MAP(TemplateWnd, KIND, MappedWnd)
+ON_MESSAGE(WM_APP + 5, &ThisClass::OnAdd)
+END_MESSAGE_MAP()
+
 /// Answers commands and updates; the base class below is asked second.
 class CommandWnd : public RecordedWnd
 {
@@ -218,6 +238,27 @@ TEST(MessageMap, HandlersAreGivenTheirOwnParameters)
     DestroyMenu(menu);
     window.DestroyWindow();
     EXPECT_EQ("wdestroy destroyed() childdestroy destroyed() childncdestroy child[gone] wncdestroy w[gone]", Traffic::Take());
+}
+
+// Each class of the template has its own map, which goes on to the base's.
+TEST(MessageMap, ClassTemplatesHaveMaps)
+{
+    TemplateWnd<int> numbers;
+    TemplateWnd<double> amounts;
+    numbers.CreateHidden();
+    amounts.CreateHidden();
+    Traffic::Take();
+    EXPECT_EQ(2, numbers.SendMessage(WM_APP + 5, 2, 0));
+    EXPECT_EQ(5, numbers.SendMessage(WM_APP + 5, 3, 0));
+    EXPECT_EQ(4, amounts.SendMessage(WM_APP + 5, 4, 0));
+    EXPECT_EQ(5, numbers.m_sum);
+    EXPECT_EQ(4.0, amounts.m_sum);
+    Traffic::Take();
+    EXPECT_EQ(11, numbers.SendMessage(WM_APP + 0x100, 1, 2)) << "the base's map";
+    EXPECT_EQ("numbered(1,2)", Traffic::Take());
+    numbers.DestroyWindow();
+    amounts.DestroyWindow();
+    Traffic::Take();
 }
 
 TEST(MessageMap, FirstEntryDecidesAndCommandsMayPass)

@@ -5,6 +5,8 @@
 
 #include "framework/Thrown.h"
 #include "support/Random.h"
+#include "support/Rows.h"
+#include "support/Target.h"
 #include "text/Units.h"
 
 #include <climits>
@@ -132,6 +134,25 @@ TEST(WStrFormat, TextBeyondTheRoomIsCutToTheBlock)
     text.Format(u"%E"_w, 1.5);
     EXPECT_EQ(u"1.500000E+000", Units(text)) << "the block that was there holds it";
 }
+
+#ifdef KELGEN_CHECKED
+TEST(WStrFormat, CheckedBuildsTellWhatIsCut)
+{
+    if (!kelgen::test::isOurPlatform)
+        GTEST_SKIP() << "the debugger's output is seen by debuggers alone";
+    const std::string told = "kelgen: CWStr: the format ";
+    for (const auto& [format, message] : kelgen::test::Table<std::u16string, std::string>{
+             {u"%E", told + "\"%E\" makes 13 units, of which the first 0 are kept\n"},
+             {u"%+f", told + "\"%+f\" makes 9 units, of which the first 8 are kept\n"},
+             {u"%f", ""},
+         }) {
+        testing::internal::CaptureStderr();
+        CWStr text;
+        text.Format(reinterpret_cast<const unsigned short*>(format.c_str()), 1.5);
+        EXPECT_EQ(message, testing::internal::GetCapturedStderr());
+    }
+}
+#endif
 
 TEST(WStrFormat, PrecisionReadsNoFurther)
 {

@@ -195,7 +195,7 @@ TEST(MouseHook, ListenersNeedAnInstalledHook)
     EXPECT_FALSE(hook.MouseHook(&listener));
     EXPECT_FALSE(hook.MouseUnhook(&listener));
     EXPECT_FALSE(hook.MouseUnhook());
-    ASSERT_TRUE(hook.MouseHook(HINSTANCE{}));
+    ASSERT_TRUE(hook.MouseHook(nullptr));
     EXPECT_EQ(&hook, CMouseHook::pthemousehook);
     EXPECT_TRUE(hook.MouseHook(&listener));
     EXPECT_TRUE(hook.MouseHook(&listener));

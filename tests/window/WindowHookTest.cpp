@@ -101,7 +101,7 @@ TEST_F(WindowHook, NewestSeesAMessageFirst)
     EXPECT_TRUE(m_middle.IsWindowHooked());
     EXPECT_EQ(&_kelgen::CWindowHookMap::WindowProc, Procedure());
 
-    EXPECT_EQ(1, m_middle.HookWindow(HWND{}));
+    EXPECT_EQ(1, m_middle.HookWindow(nullptr));
     EXPECT_FALSE(m_middle.IsWindowHooked());
     EXPECT_EQ(7, Send());
     EXPECT_EQ(kWhole, m_account.Take()) << "the middle one is out";

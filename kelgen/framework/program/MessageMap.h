@@ -251,6 +251,25 @@ protected:                                                                      
         using TheBaseClass = baseClass;                                                                                                    \
         static const AFX_MSGMAP_ENTRY entries[] = {
 
+/// The map of a class template with one parameter, which is named as in the template: KIND for template <class KIND> class CRow.
+/// Members of the base that depend on KIND are named with this->, as everywhere in a template.
+///
+///     BEGIN_TEMPLATE_MESSAGE_MAP(CRow, KIND, CWnd)
+///         ON_MESSAGE(WM_APP, &ThisClass::OnCount)
+///     END_MESSAGE_MAP()
+#define BEGIN_TEMPLATE_MESSAGE_MAP(theClass, typeName, baseClass)                                                                          \
+    template <class typeName>                                                                                                              \
+    const AFX_MSGMAP* theClass<typeName>::GetMessageMap() const                                                                            \
+    {                                                                                                                                      \
+        return theClass<typeName>::GetThisMessageMap();                                                                                    \
+    }                                                                                                                                      \
+    template <class typeName>                                                                                                              \
+    const AFX_MSGMAP* theClass<typeName>::GetThisMessageMap()                                                                              \
+    {                                                                                                                                      \
+        using ThisClass [[maybe_unused]] = theClass<typeName>;                                                                             \
+        using TheBaseClass = baseClass;                                                                                                    \
+        static const AFX_MSGMAP_ENTRY entries[] = {
+
 #define END_MESSAGE_MAP()                                                                                                                  \
     AFX_MSGMAP_ENTRY {}                                                                                                                    \
     }                                                                                                                                      \

@@ -31,3 +31,12 @@ TEST(Differences, SerialPortsAndPrintersAreMissing)
     for (const char* name : {"aux", "prn", "com1", "lpt1.txt"})
         EXPECT_EQ(isOurPlatform ? INVALID_FILE_ATTRIBUTES : DWORD{FILE_ATTRIBUTE_ARCHIVE}, GetFileAttributesA(name)) << name;
 }
+
+TEST(Differences, UnknownDevicesAreMissing)
+{
+    EXPECT_TRUE(
+        FailedWith(isOurPlatform ? DWORD{ERROR_FILE_NOT_FOUND} : DWORD{66}, GetFileAttributesA("\\\\.\\none") == INVALID_FILE_ATTRIBUTES));
+    WIN32_FIND_DATAA data;
+    EXPECT_TRUE(FailedWith(isOurPlatform ? DWORD{ERROR_FILE_NOT_FOUND} : DWORD{ERROR_INVALID_NAME},
+                           FindFirstFileA("\\\\.\\none", &data) == INVALID_HANDLE_VALUE));
+}

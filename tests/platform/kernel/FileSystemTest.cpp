@@ -130,6 +130,27 @@ TEST_F(FileSystem, PrefixesStandBeforeWholePaths)
         EXPECT_EQ(row.attributes, GetFileAttributesA(row.path.c_str())) << row.path;
 }
 
+TEST_F(FileSystem, PrefixesBeforeOtherNames)
+{
+    struct PrefixRow
+    {
+        const char* name;
+        DWORD error;
+    };
+    for (const PrefixRow& row : {PrefixRow{"\\\\.\\", ERROR_INVALID_NAME},
+                                 {"\\\\?\\", ERROR_INVALID_NAME},
+                                 {"\\??\\", ERROR_INVALID_NAME},
+                                 {"\\\\.\\none", ERROR_FILE_NOT_FOUND},
+                                 {"\\\\?\\none", ERROR_FILE_NOT_FOUND},
+                                 {"\\??\\none", ERROR_FILE_NOT_FOUND},
+                                 {"\\\\.\\none\\x", ERROR_PATH_NOT_FOUND},
+                                 {"\\\\.\\pipe\\none", ERROR_FILE_NOT_FOUND},
+                                 {"\\\\.\\Q:", ERROR_FILE_NOT_FOUND}}) {
+        const HANDLE file = CreateFileA(row.name, 0, 3, nullptr, OPEN_EXISTING, 0, nullptr);
+        EXPECT_TRUE(FailedWith(row.error, file == INVALID_HANDLE_VALUE)) << row.name;
+    }
+}
+
 TEST_F(FileSystem, ExtendedAttributesHoldSizeAndTimes)
 {
     WIN32_FILE_ATTRIBUTE_DATA data;

@@ -69,6 +69,12 @@ TEST(FindFile, PatternsSelectAndSort)
     const std::string folder = FilledFolder();
     for (const Row& row : rows)
         EXPECT_EQ(row.found, Found(folder + row.pattern)) << row.pattern;
+    for (const char* prefix : {"\\??\\", "\\\\?\\", "\\\\.\\"}) {
+        char full[MAX_PATH];
+        ASSERT_NE(0u, GetFullPathNameA(folder.c_str(), sizeof full, full, nullptr));
+        for (const Row& row : {Row{"a*b*", "ab.c abc azb a_b "}, {"ABC", "abc "}, {"none\\*", "error 3"}, {"z*", "error 2"}})
+            EXPECT_EQ(row.found, Found(std::string(prefix) + full + row.pattern)) << prefix << row.pattern;
+    }
     EXPECT_EQ("error 3", Found(""));
     EXPECT_EQ("error 2", Found("C:\\"));
     EXPECT_EQ(0, Found("Z:\\*").rfind("..", 0) == 0) << "the root has no parent";

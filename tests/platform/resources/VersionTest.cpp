@@ -1,7 +1,10 @@
 // VersionTest.cpp: queries of version resources, and which files have one.
 #include "support/Failures.h"
 #include "support/Scratch.h"
+#include "support/Target.h"
 #include "support/VersionImages.h"
+
+#include <algorithm>
 
 using namespace kelgen::test;
 using namespace std::string_literals;
@@ -159,4 +162,23 @@ TEST(VersionFile, ErrorsTellWhatIsMissing)
         << "the extension is added";
     EXPECT_EQ(0u, GetLastError());
     EXPECT_TRUE(FailedWith(ERROR_INVALID_DATA, !GetFileVersionInfoA(path.c_str(), 0, 5000, nullptr)));
+}
+
+// A difference that stays (docs/differences.md): the real platform believes the value's length alone.
+TEST(Differences, ValuesLieWithinTheirBlock)
+{
+    for (const auto& [length, isWhole] :
+         std::vector<std::pair<WORD, bool>>{{0, false}, {6, false}, {10, false}, {40, false}, {91, false}, {92, true}}) {
+        std::vector<WORD> block(60);
+        block[0] = length;
+        block[1] = 52;
+        std::ranges::copy(u"VS_VERSION_INFO"s, block.begin() + 3);
+        block[20] = 0x04BD;
+        block[21] = 0xFEEF;
+        void* value = nullptr;
+        UINT size = 0;
+        const BOOL found = VerQueryValueA(block.data(), "\\", &value, &size);
+        EXPECT_EQ(isWhole || !isOurPlatform, found != FALSE) << length;
+        EXPECT_EQ(found ? 52u : 0u, size) << length;
+    }
 }

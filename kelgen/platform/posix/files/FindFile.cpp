@@ -127,7 +127,8 @@ DWORD FolderError(const ResolvedPath& folder)
 
 std::shared_ptr<FindObject> StartFind(std::string_view pattern)
 {
-    const std::string full = FullPath(pattern);
+    // Resolve takes what stands after this prefix as it is.
+    const std::string full = pattern.starts_with("\\??\\") ? std::string(pattern) : FullPath(pattern);
     if (full.empty())
         return Fail(ERROR_PATH_NOT_FOUND, nullptr);
     const std::size_t slash = full.rfind('\\');

@@ -34,7 +34,12 @@ Place PlaceOfDevice(std::string_view device)
 {
     Place place;
     place.isDevice = true;
-    if (EqualNames(device, "nul"))
+    const std::size_t slash = device.find('\\');
+    if (device.empty())
+        place.error = ERROR_INVALID_NAME;
+    else if (slash != std::string_view::npos && !EqualNames(device.substr(0, slash), "pipe"))
+        place.error = ERROR_PATH_NOT_FOUND;
+    else if (EqualNames(device, "nul"))
         place.root = "/dev/null";
     else if (EqualNames(device, "con"))
         place.root = "/dev/tty";
@@ -59,7 +64,8 @@ Place PlaceOf(std::string_view name)
     else if (full.starts_with("\\\\.\\"))
         return PlaceOfDevice(std::string_view(full).substr(4));
     if (full.size() < 3 || full[1] != ':') {
-        place.error = ERROR_PATH_NOT_FOUND;
+        const bool isName = verbatim && full.find('\\') == std::string::npos;
+        place.error = !isName ? DWORD{ERROR_PATH_NOT_FOUND} : full.empty() ? DWORD{ERROR_INVALID_NAME} : DWORD{ERROR_FILE_NOT_FOUND};
         return place;
     }
 

@@ -17,6 +17,10 @@ namespace {
 // In the tables while they are built: nothing is known of this code.
 constexpr WCHAR kUndefined = 0xFFFE;
 
+// The page whose pairs with a trail byte below 0x80 are what the C library's encoding has in three bytes, and its lead byte of kana.
+constexpr UINT kPairsOfThreeBytes = 20932;
+constexpr unsigned kKana = 0x8E;
+
 constexpr WCHAR kFirstControl = 0x80;
 constexpr WCHAR kLastControl = 0x9F;
 
@@ -101,6 +105,7 @@ std::unique_ptr<CodePage> CodePage::Build(UINT number)
 
     if (facts && facts->bestFitBit >= 0)
         page->ApplyBestFits(facts->bestFitBit);
+    page->ApplyPreferences();
     return page;
 }
 
@@ -123,8 +128,10 @@ void CodePage::ReadPairs(CodePageConverter& converter)
             continue;
         // A 0 byte is never the second of a pair.
         for (unsigned trail = 1; trail < 0x100; ++trail) {
-            const std::string pair{static_cast<char>(lead), static_cast<char>(trail)};
-            m_pairs[(lead & 0x7F) << 8 | trail] = converter.ToUnit(pair).unit.value_or(kUndefined);
+            std::string code{static_cast<char>(lead), static_cast<char>(trail)};
+            if (m_number == kPairsOfThreeBytes && lead != kKana && trail >= 0x21 && trail < 0x7F)
+                code = {'\x8F', static_cast<char>(lead), static_cast<char>(trail | 0x80)};
+            m_pairs[(lead & 0x7F) << 8 | trail] = converter.ToUnit(code).unit.value_or(kUndefined);
         }
     }
 }
@@ -188,10 +195,6 @@ void CodePage::BuildCodes(CodePageConverter& converter)
         if (code && UnitOf(*code) == unit)
             m_codes[unit] = *code;
     }
-    for (std::size_t i = 0; i < kCodePagePreferenceCount; ++i) {
-        if (kCodePagePreferences[i].page == m_number)
-            m_codes[kCodePagePreferences[i].unit] = kCodePagePreferences[i].code;
-    }
 
     m_defaultCode = m_codes['?'];
     for (unsigned unit = 0; unit < 0x10000; ++unit) {
@@ -224,6 +227,14 @@ void CodePage::ApplyBestFits(int bit)
             continue;
         for (unsigned n = 0; n < row.count; ++n)
             m_codes[row.unit + n] = m_codes[row.fit + n];
+    }
+}
+
+void CodePage::ApplyPreferences()
+{
+    for (std::size_t i = 0; i < kCodePagePreferenceCount; ++i) {
+        if (kCodePagePreferences[i].page == m_number)
+            m_codes[kCodePagePreferences[i].unit] = kCodePagePreferences[i].code;
     }
 }
 

@@ -72,6 +72,7 @@ private:
     void ReplaceUndefined(WCHAR firstUndefined);
     void BuildCodes(CodePageConverter& converter);
     void ApplyBestFits(int bit);
+    void ApplyPreferences();
 
     UINT m_number = 0;
     bool m_hasPairs = false;

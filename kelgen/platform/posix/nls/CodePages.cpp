@@ -29,7 +29,7 @@ UINT PageFromEnvironment(const char* variable, UINT standard)
         return standard;
 
     const UINT page = static_cast<UINT>(std::strtoul(text, nullptr, 10));
-    return IsValidCodePage(page) ? page : standard;
+    return IsValidCodePage(page) && page != kGb18030 ? page : standard;
 }
 
 // The call's result for a conversion that ended; sizes are bounded by the caller's own capacities.
@@ -60,6 +60,17 @@ WORD DefaultCodeOf(const CodePage& page, LPCCH defaultChar)
 int EncodeUnflagged(UINT page, Units from, ByteRoom to)
 {
     return Finish(page == CP_UTF7 ? EncodeUtf7(from, to) : EncodeSymbols(from, to));
+}
+
+int EncodeGb18030Text(DWORD flags, Units from, ByteRoom to, LPBOOL usedDefault)
+{
+    if ((flags & ~WC_ERR_INVALID_CHARS) != 0)
+        return Fail(ERROR_INVALID_FLAGS, 0);
+
+    const Converted converted = EncodeGb18030(flags != 0, from, to);
+    if (usedDefault)
+        *usedDefault = converted.outcome == Outcome::kDone && converted.hasReplaced;
+    return Finish(converted);
 }
 
 }  // namespace
@@ -103,6 +114,8 @@ BOOL IsValidCodePage(UINT page)
     case CP_UTF7:
     case CP_UTF8:
         return TRUE;
+    case kGb18030:
+        return HasGb18030();
     default:
         return CodePage::Find(page) != nullptr;
     }
@@ -116,7 +129,7 @@ BOOL GetCPInfo(UINT page, LPCPINFO info)
 
     *info = CPINFO{};
     info->DefaultChar[0] = '?';
-    if (number == CP_UTF7 || number == CP_UTF8) {
+    if (number == CP_UTF7 || number == CP_UTF8 || number == kGb18030) {
         info->MaxCharSize = number == CP_UTF7 ? 5 : 4;
         return TRUE;
     }
@@ -165,6 +178,11 @@ int MultiByteToWideChar(UINT page, DWORD flags, LPCCH text, int length, LPWSTR w
             return Fail(ERROR_INVALID_FLAGS, 0);
         return Finish(number == CP_UTF7 ? DecodeUtf7(from, to) : DecodeSymbols(from, to));
     }
+    if (number == kGb18030 && HasGb18030()) {
+        if ((flags & ~MB_ERR_INVALID_CHARS) != 0)
+            return Fail(ERROR_INVALID_FLAGS, 0);
+        return Finish(DecodeGb18030(flags != 0, from, to));
+    }
 
     const CodePage* table = number == CP_UTF8 ? nullptr : CodePage::Find(number);
     if (!table && number != CP_UTF8)
@@ -190,6 +208,8 @@ int WideCharToMultiByte(UINT page, DWORD flags, LPCWCH wide, int length, LPSTR t
             return Fail(ERROR_INVALID_PARAMETER, 0);
         return flags != 0 ? Fail(ERROR_INVALID_FLAGS, 0) : EncodeUnflagged(number, from, to);
     }
+    if (number == kGb18030 && HasGb18030())
+        return EncodeGb18030Text(flags, from, to, usedDefault);
 
     const CodePage* table = number == CP_UTF8 ? nullptr : CodePage::Find(number);
     if (!table && number != CP_UTF8)

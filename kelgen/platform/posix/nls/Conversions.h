@@ -61,6 +61,15 @@ Converted DecodeUtf8(bool strict, Bytes from, UnitRoom to);
 /// Units to UTF-8; unpaired surrogates become U+FFFD, or are invalid when @p strict.
 Converted EncodeUtf8(bool strict, Units from, ByteRoom to);
 
+inline constexpr UINT kGb18030 = 54936;
+
+/// True when page 54936 can be converted; only then the two below it may be called.
+bool HasGb18030();
+/// Page 54936 to units; what is no character becomes U+FFFD, or is invalid when @p strict. Source: GB 18030-2005.
+Converted DecodeGb18030(bool strict, Bytes from, UnitRoom to);
+/// Units to page 54936; unpaired surrogates become U+FFFD, or are invalid when @p strict.
+Converted EncodeGb18030(bool strict, Units from, ByteRoom to);
+
 /// UTF-7 to units. Source: RFC 2152; bytes above 0x7F stand for themselves.
 Converted DecodeUtf7(Bytes from, UnitRoom to);
 /// Units to UTF-7. By contract: optional direct characters are encoded, and every encoded run ends with '-'.

@@ -2,6 +2,7 @@
 #include <kelgen/platform/posix/nls/api/MultibyteRuntime.h>
 
 #include <kelgen/platform/posix/nls/Characters.h>
+#include <kelgen/platform/posix/nls/Conversions.h>
 #include <kelgen/platform/posix/nls/MultibytePage.h>
 #include <kelgen/platform/posix/nls/RuntimeLocale.h>
 #include <kelgen/platform/posix/nls/api/NarrowRuntime.h>
@@ -114,7 +115,7 @@ int _getmbcp()
 int _setmbcp(int page)
 {
     const UINT number = PageOf(page);
-    if (!IsValidCodePage(number))
+    if (!IsValidCodePage(number) || number == kGb18030)
         return -1;
     SelectMultibytePage(number);
     return 0;

@@ -39,7 +39,7 @@ struct CPINFO
 };
 using LPCPINFO = CPINFO*;
 
-/// The number of the ANSI code page: 1252, or what the environment variable KELGEN_ACP said at the first use.
+/// The number of the ANSI code page: 1252, or what the environment variable KELGEN_ACP said at the first use; never 54936.
 KELGEN_PLATFORM_API UINT GetACP();
 
 /// The number of the OEM code page: 437, or what the environment variable KELGEN_OEMCP said at the first use.
@@ -61,7 +61,8 @@ KELGEN_PLATFORM_API BOOL IsDBCSLeadByteEx(UINT page, BYTE byte);
 /// The number of units written to @p wide, or needed when @p capacity is 0. @p length -1 converts up to and including the
 /// terminator. 0 means failure: ERROR_INSUFFICIENT_BUFFER after filling what fits; ERROR_INVALID_PARAMETER for null text, length 0,
 /// a negative capacity, a null buffer with a capacity, an unknown page; ERROR_INVALID_FLAGS; ERROR_NO_UNICODE_TRANSLATION for bytes
-/// outside the page with MB_ERR_INVALID_CHARS, else they become the page's substitute (U+FFFD in UTF-8, U+30FB in 932).
+/// outside the page with MB_ERR_INVALID_CHARS, else they become the page's substitute (U+FFFD in UTF-8 and 54936, U+30FB in 932).
+/// 54936 takes no other flag.
 ///
 /// By contract: success leaves the last error alone.
 /// Threads: any; tables are built once and then only read.
@@ -72,7 +73,7 @@ KELGEN_PLATFORM_API int MultiByteToWideChar(UINT page, DWORD flags, LPCCH text, 
 /// unit outside the page becomes its best fit, or, failing that or with WC_NO_BEST_FIT_CHARS, @p defaultChar (the page's own
 /// when null), and @p usedDefault tells whether that happened.
 ///
-/// By contract: UTF-8 ignores @p defaultChar, and @p usedDefault tells whether an unpaired surrogate became U+FFFD; each half
+/// By contract: UTF-8 and 54936 ignore @p defaultChar, and @p usedDefault tells whether an unpaired surrogate became U+FFFD; each half
 /// of a surrogate pair is a unit of its own in other pages.
 /// Threads: any.
 /// Cost: as MultiByteToWideChar.
