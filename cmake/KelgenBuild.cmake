@@ -66,8 +66,9 @@ endif()
 
 find_program(KELGEN_CCACHE ccache)
 if(KELGEN_CCACHE)
+  # By what was read, not by what the preprocessor made of it: a precompiled header knows its headers by their bytes, comments included.
   set(CMAKE_CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND}" -E env
-    "CCACHE_BASEDIR=${CMAKE_SOURCE_DIR}" CCACHE_NOHASHDIR=1
+    "CCACHE_BASEDIR=${CMAKE_SOURCE_DIR}" CCACHE_NOHASHDIR=1 CCACHE_DEPEND=1
     "CCACHE_SLOPPINESS=pch_defines,time_macros" "${KELGEN_CCACHE}")
   set(CMAKE_C_COMPILER_LAUNCHER "${CMAKE_CXX_COMPILER_LAUNCHER}")
 endif()

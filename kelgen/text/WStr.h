@@ -149,7 +149,7 @@ public:
     CWStr& operator=(const unsigned short* text);
     /// The text becomes this one unit.
     CWStr& operator=(unsigned short ch);
-    /// CWStr(text).
+    /// Both: the standard library's 16-bit text replaces this one, other text does not compile and says what to write.
     template <kelgen::detail::StandardWideText TEXT>
     CWStr& operator=(const TEXT& text)
     {

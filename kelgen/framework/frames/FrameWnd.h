@@ -74,7 +74,7 @@ public:
 
     CFrameWnd();
     ~CFrameWnd() override;
-    /// The memory of frames. Checked builds keep that of the last ones, and tell of a frame among them that is deleted again.
+    /// Each takes or gives back a frame's memory. Checked builds keep that of the last frames and tell of one that is deleted again.
     static void* operator new(std::size_t size);
     static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
     static void* operator new(std::size_t, void* place) noexcept { return place; }
