@@ -57,6 +57,8 @@ void ExpectLookups(const CBaseIntegerText& table)
     EXPECT_STREQ("old", text);
     EXPECT_TRUE(table.MapAt(7, text));
     EXPECT_STREQ("high", text);
+    EXPECT_TRUE(table.MapAt(-1, text));
+    EXPECT_STREQ("low", text) << "the first one, too";
     EXPECT_STREQ("low", table.CBaseTextArray::TextAt(2));
     EXPECT_EQ("-1=low;7=high;8=low;7=;", Content(table));
 }

@@ -92,6 +92,18 @@ TEST_F(MessageFilter, OneHookServesTheThreadsWindows)
     EXPECT_EQ("older", m_account.Take()) << "the one hook is gone";
 }
 
+TEST_F(MessageFilter, WindowThatWasListedFirstIsLeftOut)
+{
+    m_filter->MessageFilterHook();
+    m_filter->MessageFilterHook(&m_first);
+    m_filter->MessageFilterHook(&m_second);
+    m_filter->MessageFilterUnhook(&m_first);
+    EXPECT_FALSE(Filter(m_first.m_hWnd));
+    EXPECT_EQ("", m_account.Take());
+    EXPECT_TRUE(Filter(m_second.m_hWnd));
+    EXPECT_EQ("second:5/1 older", m_account.Take());
+}
+
 TEST_F(MessageFilter, ThreadIsLookedForInAsManyPlacesAsThereAreWindows)
 {
     MSG message{m_first.m_hWnd, WM_APP + 1, 0, 0, 0, {}};

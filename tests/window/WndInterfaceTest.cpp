@@ -3,7 +3,9 @@
 
 #include "window/HookWindow.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <new>
 
 using namespace kelgen::test;
@@ -277,4 +279,18 @@ TEST(WndInterfaceCopy, CopiesHooksAndFlags)
     EXPECT_TRUE(second._000IsWindowCreated());
     EXPECT_EQ(3, second._000WindowProc(WM_APP, 0, 0));
     EXPECT_EQ("before-a", account.Take());
+}
+
+TEST(WndInterfaceLife, AHookThatOutlivesItsWindowLeavesItsMemoryAlone)
+{
+    Account account;
+    alignas(HookWindow) unsigned char place[sizeof(HookWindow)];
+    {
+        NotingHook hook(account, "a");
+        auto* const window = new (place) HookWindow(&account);
+        window->_000HookBeforeWndProc(hook.Before());
+        window->~HookWindow();
+        std::fill(std::begin(place), std::end(place), static_cast<unsigned char>(0x5A));
+    }
+    EXPECT_EQ(std::end(place), std::find_if(std::begin(place), std::end(place), [](unsigned char byte) { return byte != 0x5A; }));
 }

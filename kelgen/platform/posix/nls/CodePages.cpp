@@ -24,7 +24,7 @@ constexpr DWORD kEncodeFlags =
 // The page that the environment names, or @p standard.
 UINT PageFromEnvironment(const char* variable, UINT standard)
 {
-    const char* text = std::getenv(variable);
+    const char* text = secure_getenv(variable);
     if (!text)
         return standard;
 
