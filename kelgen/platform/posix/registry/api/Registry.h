@@ -153,7 +153,7 @@ KELGEN_PLATFORM_API LSTATUS RegQueryInfoKeyW(HKEY key, LPWSTR className, LPDWORD
                                              LPDWORD longestSubkey, LPDWORD longestClass, LPDWORD values, LPDWORD longestValueName,
                                              LPDWORD longestValue, LPDWORD securityDescriptor, FILETIME* lastWrite);
 
-/// Forces the values of @p key, and the way to it, to the disk.
+/// Forces what is in @p key and below it, and the way to it, to the disk. ERROR_SUCCESS, or why a part of it could not be.
 KELGEN_PLATFORM_API LSTATUS RegFlushKey(HKEY key);
 
 #define RegOpenKey RegOpenKeyA

@@ -39,9 +39,15 @@ public:
     {
         DesktopGuard guard;
         const Window* last = FindWindowLocked(m_last);
-        Window* next = last && last->parent == &parent ? last->below : parent.firstChild;
-        while (next && (next->walk == m_number || !chooses(*next)))
-            next = next->below;
+        const auto from = [&](Window* window) {
+            while (window && (window->walk == m_number || !chooses(*window)))
+                window = window->below;
+            return window;
+        };
+        // Those above may be new there: handlers change the order.
+        Window* next = last && last->parent == &parent ? from(last->below) : nullptr;
+        if (!next)
+            next = from(parent.firstChild);
         m_last = next ? next->handle : nullptr;
         if (next)
             next->walk = m_number;
