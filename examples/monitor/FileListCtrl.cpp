@@ -70,6 +70,7 @@ void CFileListCtrl::Clear()
 LRESULT CFileListCtrl::OnAppLanguage(WPARAM, LPARAM)
 {
     std::vector<const CWatchedFile*> files;
+    files.reserve(static_cast<std::size_t>(GetItemCount()));
     for (int row = 0; row < GetItemCount(); ++row)
         files.push_back(reinterpret_cast<const CWatchedFile*>(GetItemData(row)));
     Clear();

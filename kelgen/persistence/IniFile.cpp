@@ -167,8 +167,12 @@ void CIniFile::RemoveFrom(int first)
 {
     while (GetSize() > first) {
         int end = first;
-        while (end < GetSize() && typeid(*GetAt(end)) == typeid(CIniSection))
-            delete GetAt(end++);
+        for (; end < GetSize(); ++end) {
+            const CIniSection& section = *GetAt(end);
+            if (typeid(section) != typeid(CIniSection))
+                break;
+            delete &section;
+        }
         if (end > first) {
             RemoveAt(first, end - first);
             continue;
