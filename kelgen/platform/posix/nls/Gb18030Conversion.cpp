@@ -11,7 +11,7 @@ namespace kelgen::posix {
 
 namespace {
 
-constexpr unsigned kReplacement = 0xFFFD;
+constexpr unsigned kNoCharacter = 0xFFFD;
 constexpr unsigned kFirstLead = 0x81;
 constexpr unsigned kLastLead = 0xFE;
 constexpr unsigned kPairsOfLead = 0x100;
@@ -88,13 +88,13 @@ const Tables* Tables::Get()
 
 bool Tables::Build(CodePageConverter& converter)
 {
-    m_pairs.assign((kLastLead - kFirstLead + 1) * kPairsOfLead, WCHAR{kReplacement});
+    m_pairs.assign((kLastLead - kFirstLead + 1) * kPairsOfLead, WCHAR{kNoCharacter});
     m_codes.assign(0x10000, 0);
     for (unsigned lead = kFirstLead; lead <= kLastLead; ++lead) {
         for (unsigned trail = 0; trail < 0x100; ++trail) {
             if (IsTrail(trail))
                 m_pairs[(lead - kFirstLead) * kPairsOfLead + trail] =
-                    converter.ToUnit({static_cast<char>(lead), static_cast<char>(trail)}).unit.value_or(WCHAR{kReplacement});
+                    converter.ToUnit({static_cast<char>(lead), static_cast<char>(trail)}).unit.value_or(WCHAR{kNoCharacter});
         }
     }
     for (const PrivatePair& row : kPrivatePairs) {
@@ -104,7 +104,7 @@ bool Tables::Build(CodePageConverter& converter)
     for (unsigned unit = 0; unit < 0x80; ++unit)
         m_codes[unit] = unit;
     for (unsigned at = 0; at < m_pairs.size(); ++at) {
-        if (m_pairs[at] != kReplacement)
+        if (m_pairs[at] != kNoCharacter)
             m_codes[m_pairs[at]] = (at / kPairsOfLead + kFirstLead) << 8 | at % kPairsOfLead;
     }
 
@@ -125,7 +125,7 @@ bool Tables::Build(CodePageConverter& converter)
     return true;
 }
 
-struct Character
+struct ReadCharacter
 {
     unsigned value;
     std::size_t size;
@@ -133,35 +133,35 @@ struct Character
 };
 
 // The character at @p at. Four bytes that stand for nothing are one wrong character, a wrong sequence is one of its first byte.
-Character Read(const Tables& tables, const char* at, const char* end)
+ReadCharacter ReadOne(const Tables& tables, const char* at, const char* end)
 {
     const auto byte = [at](int offset) { return static_cast<unsigned>(static_cast<BYTE>(at[offset])); };
     const unsigned lead = byte(0);
     if (lead < 0x80)
         return {lead, 1, true};
     if (!IsLead(lead) || end - at < 2)
-        return {kReplacement, 1, false};
+        return {kNoCharacter, 1, false};
     if (IsTrail(byte(1)))
         return {tables.UnitOfPair(lead, byte(1)), 2, true};
     if (!IsDigit(byte(1)) || end - at < 4 || !IsLead(byte(2)) || !IsDigit(byte(3)))
-        return {kReplacement, 1, false};
+        return {kNoCharacter, 1, false};
 
     const unsigned place = (((lead - kFirstLead) * 10 + byte(1) - '0') * 126 + byte(2) - kFirstLead) * 10 + byte(3) - '0';
     if (place < kUnitsOfFour)
         return {tables.UnitOfFour(place), 4, true};
     if (place >= kFirstSupplementary && place < kFirstSupplementary + kSupplementary)
         return {place - kFirstSupplementary + 0x10000, 4, true};
-    return {kReplacement, 4, false};
+    return {kNoCharacter, 4, false};
 }
 
 // The code point at @p at and the number of its units.
-Character Read(const WCHAR* at, const WCHAR* end)
+ReadCharacter ReadOne(const WCHAR* at, const WCHAR* end)
 {
     if (!IsSurrogate(*at))
         return {*at, 1, true};
     if ((*at & 0xFC00) == 0xD800 && end - at >= 2 && (at[1] & 0xFC00) == 0xDC00)
         return {0x10000u + ((*at & 0x3FFu) << 10) + (at[1] & 0x3FFu), 2, true};
-    return {kReplacement, 1, false};
+    return {kNoCharacter, 1, false};
 }
 
 unsigned CodeOf(const Tables& tables, unsigned value)
@@ -169,12 +169,12 @@ unsigned CodeOf(const Tables& tables, unsigned value)
     return value < 0x10000 ? tables.CodeOf(value) : kFourBytes + kFirstSupplementary + value - 0x10000;
 }
 
-std::size_t BytesOf(unsigned code)
+std::size_t SizeOfCode(unsigned code)
 {
     return code < 0x80 ? 1 : code < kFourBytes ? 2 : 4;
 }
 
-void PutBytes(char* out, unsigned code)
+void PutCode(char* out, unsigned code)
 {
     if (code < 0x80) {
         out[0] = static_cast<char>(code);
@@ -211,7 +211,7 @@ Converted DecodeGb18030(bool strict, Bytes from, UnitRoom to)
             if (ascii != 0)
                 continue;
         }
-        const Character character = Read(tables, at, end);
+        const ReadCharacter character = ReadOne(tables, at, end);
         const std::size_t units = character.value >= 0x10000 ? 2 : 1;
         if (to.text) {
             if (to.capacity - done < units)
@@ -243,13 +243,13 @@ Converted EncodeGb18030(bool strict, Units from, ByteRoom to)
             if (ascii != 0)
                 continue;
         }
-        const Character character = Read(at, end);
+        const ReadCharacter character = ReadOne(at, end);
         const unsigned code = CodeOf(tables, character.value);
-        const std::size_t bytes = BytesOf(code);
+        const std::size_t bytes = SizeOfCode(code);
         if (to.text) {
             if (to.capacity - done < bytes)
                 return {Outcome::kShort, done};
-            PutBytes(to.text + done, code);
+            PutCode(to.text + done, code);
         }
         allValid &= character.isValid;
         at += character.size;
