@@ -185,7 +185,7 @@ TEST(WithoutMemory, FormattedMessages)
 TEST(Storage, AContainersOwnGoesWithIt)
 {
     const auto use = [] {
-        CMemoryStorageContainer container;
+        CMemoryStorageContainer container(DWORD{512});
         container.Allocate(1000);
     };
     use();
