@@ -179,12 +179,3 @@ TEST_F(DocumentClose, HookAfterCloseMayDeleteTheFrame)
     EXPECT_EQ(1, m_app.GetWndArray().GetSize());
     EXPECT_EQ("can? can? close pre ~doc gone", Close(m_frame));
 }
-
-TEST_F(DocumentClose, MainWindowWithoutADocumentIsThereUntilTheLoopEnds)
-{
-    TestFrame main;
-    ASSERT_TRUE(main.LoadFrame(300, WS_POPUP));
-    m_app.m_pMainWnd = &main;
-    EXPECT_EQ("can? close pre ~doc open quit save", "can? " + Close(main));
-    main.DestroyWindow();
-}

@@ -66,7 +66,7 @@ private:
     alignas(T) unsigned char m_place[sizeof(T)];
 };
 
-[[gnu::noipa]] void Delete(CObject* object)
+[[maybe_unused, gnu::noipa]] void Delete(CObject* object)
 {
     delete object;
 }
