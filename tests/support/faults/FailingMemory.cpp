@@ -162,6 +162,15 @@ bool FailingMemory::HasFailed() const
     return failures.any;
 }
 
+bool FailsMalloc()
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    return false;
+#else
+    return true;
+#endif
+}
+
 std::ptrdiff_t LiveBlocks()
 {
     return liveBlocks;

@@ -21,6 +21,9 @@ public:
     bool HasFailed() const;
 };
 
+/// Whether malloc fails, too, and not operator new alone: not under a sanitizer, whose own it is.
+bool FailsMalloc();
+
 /// How many blocks the program holds.
 std::ptrdiff_t LiveBlocks();
 
