@@ -30,7 +30,8 @@ private:
     {
         for (int i = 0; i < hooks.GetSize(); ++i) {
             char name[200];
-            WriteClassName(typeid(*hooks.GetAt(i).m_pObject), name, sizeof name);
+            const auto& object = *hooks.GetAt(i).m_pObject;
+            WriteClassName(typeid(object), name, sizeof name);
             lines.push_back(std::string("hook ") + stage + ": " + name);
         }
     }
