@@ -37,6 +37,11 @@ if(PROJECT_IS_TOP_LEVEL)
   # The identity classes have virtual operations and, by contract, no virtual destructor: no -Wnon-virtual-dtor.
   target_compile_options(kelgen_options INTERFACE
     -Wall -Wextra -Werror -Wold-style-cast -Wcast-qual -Wshadow -Woverloaded-virtual)
+  if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
+    # For the same reason: clang warns of each container that holds such an object by value. And it takes a name of another source
+    # that is compiled together with this one for a shadowed one.
+    target_compile_options(kelgen_options INTERFACE -Wno-delete-non-abstract-non-virtual-dtor -Wno-shadow)
+  endif()
 endif()
 if(KELGEN_TESTS OR KELGEN_FUZZ)
   # What only tests and fuzz targets call is exported too (see platform/Export.h).
@@ -45,6 +50,13 @@ endif()
 if(KELGEN_SANITIZE)
   target_compile_options(kelgen_options INTERFACE "-fsanitize=${KELGEN_SANITIZE}" -fno-omit-frame-pointer)
   target_link_options(kelgen_options INTERFACE "-fsanitize=${KELGEN_SANITIZE}")
+  # Each compiler has its own way to tell.
+  foreach(sanitizer IN ITEMS address thread)
+    if(KELGEN_SANITIZE MATCHES ${sanitizer})
+      string(TOUPPER "KELGEN_${sanitizer}_SANITIZER" definition)
+      target_compile_definitions(kelgen_options INTERFACE ${definition})
+    endif()
+  endforeach()
   if(KELGEN_SANITIZE MATCHES undefined)
     # By contract some members are called through a null pointer.
     target_compile_options(kelgen_options INTERFACE -fno-sanitize-recover=undefined -fno-sanitize=null)

@@ -1,5 +1,9 @@
 # KelgenTests.cmake: one GoogleTest program for each folder below tests/ that holds sources.
 
+if(KELGEN_SANITIZE)
+  find_program(KELGEN_SYMBOLIZER llvm-symbolizer PATHS /usr/lib/llvm-16/bin)
+endif()
+
 # kelgen_add_test_program(FOLDER)
 # Builds tests/FOLDER/*.cpp as test_FOLDER (slashes become underscores) and adds it to CTest as one entry; its report is
 # reports/FOLDER.xml in the build folder. kelgen::kelgen is linked; a folder's own CMakeLists.txt may add more to it.
@@ -16,6 +20,11 @@ function(kelgen_add_test_program folder)
     COMMAND test_${name} "--gtest_output=xml:$<$<BOOL:${WIN32}>:Z:>${PROJECT_BINARY_DIR}/reports/${name}.xml" --gtest_brief=1
     WORKING_DIRECTORY "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
   set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+  if(KELGEN_SANITIZE AND KELGEN_SYMBOLIZER)
+    # A sanitizer's report tells functions and lines.
+    cmake_path(GET KELGEN_SYMBOLIZER PARENT_PATH folder)
+    set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT_MODIFICATION "PATH=path_list_prepend:${folder}")
+  endif()
 endfunction()
 
 # Makes few sources of many, up to KELGEN_UNITY (at most 8) of each: templates of GoogleTest and of containers are then compiled once

@@ -5,7 +5,7 @@ function hoisted(line) { return line ~ /^#include / && line !~ /\.inc"/ }
 BEGIN {
     print "// Made by the build." >united
     # A test's class outside of an unnamed namespace may have its fixture in it: here, as in a source, nobody else sees it.
-    print "#pragma GCC diagnostic ignored \"-Wsubobject-linkage\"" >united
+    print "#ifndef __clang__\n#pragma GCC diagnostic ignored \"-Wsubobject-linkage\"\n#endif" >united
     for (i = 1; i < ARGC; ++i) {
         while ((getline line <ARGV[i]) > 0)
             if (hoisted(line) && !seen[line]++) print line >united

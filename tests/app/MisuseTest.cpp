@@ -66,7 +66,7 @@ private:
     alignas(T) unsigned char m_place[sizeof(T)];
 };
 
-[[maybe_unused, gnu::noipa]] void Delete(CObject* object)
+[[maybe_unused]] __attribute__((noinline)) void Delete(CObject* object)
 {
     delete object;
 }
@@ -129,7 +129,7 @@ TEST_F(Misuse, NamesUnlockingWhatIsNotLocked)
 
 TEST_F(Misuse, NamesDeadObjectsWhereTheyAreRegistered)
 {
-#ifdef __SANITIZE_ADDRESS__
+#ifdef KELGEN_ADDRESS_SANITIZER
     GTEST_SKIP() << "the sanitizer tells of it";
 #else
     Ended<Listener> listener;
@@ -191,7 +191,7 @@ TEST_F(Misuse, NamesAWatcherThatGoesWithoutEndWatch)
 
 TEST_F(Misuse, NamesAFrameThatIsDeletedTwice)
 {
-#ifdef __SANITIZE_ADDRESS__
+#ifdef KELGEN_ADDRESS_SANITIZER
     GTEST_SKIP() << "the sanitizer tells of it";
 #else
     struct Frame : CFrameWnd

@@ -140,7 +140,8 @@ TEST(BaseComparableArray, AnArrayIsItsOwnArgument)
     TextArray self = texts;
     EXPECT_TRUE(self.Contains(self));
     self.AddUnique(self);
-    self &= self;
+    TextArray& same = self;
+    self &= same;
     EXPECT_TRUE(self == texts);
     self.DiffPreserveIndex(self, 1);
     EXPECT_TRUE(self == TextArray(CString("b")));

@@ -22,6 +22,8 @@ class First : public CBaseComparable
 struct Id : CBaseId
 {
     using CBaseId::m_id;
+    Id() = default;
+    explicit Id(const CBaseId& other) : CBaseId(other) {}
     void Set(unsigned char* bytes, CBaseComparable* seed)
     {
         std::memcpy(m_id, bytes, sizeof(m_id));
@@ -118,9 +120,9 @@ TEST(BaseIdentifiable, TheFirstNumberWithACarryComesBeforeAllSmallerOnes)
     CBaseId last;
     for (int i = 0; i < 255; ++i)
         last = Identified(name.c_str()).GetId();
-    const auto* const bytes = static_cast<const Id&>(last).m_id;
-    EXPECT_EQ(0, bytes[0]);
-    EXPECT_EQ(1, bytes[1]);
+    const Id drawn(last);
+    EXPECT_EQ(0, drawn.m_id[0]);
+    EXPECT_EQ(1, drawn.m_id[1]);
     EXPECT_TRUE(last < first.GetId());
 }
 
@@ -133,8 +135,8 @@ TEST(BaseId, CountsFrom128BitsToNothing)
     std::memset(seed.m_id, 0xFF, sizeof(seed.m_id));
     seed.m_id[15] = 0x7F;
     CBaseId id(seed);
-    EXPECT_EQ(0x80, static_cast<Id&>(id).m_id[15]);
-    EXPECT_EQ(0, static_cast<Id&>(id).m_id[14]);
+    EXPECT_EQ(0x80, Id(id).m_id[15]);
+    EXPECT_EQ(0, Id(id).m_id[14]);
     std::memset(seed.m_id, 0xFF, sizeof(seed.m_id));
     id.New(seed);
     EXPECT_TRUE(id.IsNull());

@@ -129,7 +129,8 @@ TEST(BasePtrAllocArray, OwnsCopiesAndDeletesFromTheFront)
     EXPECT_THROW(array.PtrAt(-1), CInvalidArgException*);
 
     CBasePtrAllocArray<Owned, const Owned&> copy(array);
-    array = array;
+    auto& same = array;
+    array = same;
     array = copy;
     EXPECT_EQ(50, array.GetCount());
     EXPECT_NE(copy.PtrAt(1), array.PtrAt(1));

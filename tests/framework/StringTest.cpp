@@ -141,7 +141,8 @@ TEST(String, OwnTextMayBeTheSource)
     EXPECT_EQ("<bbcdcd|bbcdcd>", shared);
     shared.Replace("bcd", shared);
     EXPECT_EQ("<b<bbcdcd|bbcdcd>cd|b<bbcdcd|bbcdcd>cd>", shared);
-    shared = shared;
+    CString& same = shared;
+    shared = same;
     EXPECT_EQ(39, shared.GetLength());
 }
 

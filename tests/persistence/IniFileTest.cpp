@@ -166,14 +166,14 @@ TEST(IniFile, ValueIndicesAreChecked)
 
 TEST(IniFile, LongAndManyLines)
 {
-    const std::string longText(10'000'000, 'x');
+    const std::string longText(1'000'000, 'x');
     CIniFile ini;
     ASSERT_TRUE(ini.LoadFile(Written("[S]\na=" + longText + "\n" + longText + "=b\n[" + longText + "]\n" + longText).c_str()));
     EXPECT_EQ("[S]\na=" + longText + "\n" + longText + "=b\n[" + longText + "]\n|" + longText + "\n", Dump(ini));
 
     std::string bytes;
-    for (int i = 0; i < 300'000; ++i)
+    for (int i = 0; i < 50'000; ++i)
         bytes += "[S" + std::to_string(i) + "]\nv\nk=" + std::to_string(i) + "\n";
     ASSERT_TRUE(ini.LoadFile(Written(bytes).c_str()));
-    EXPECT_STREQ("299999", ini.GetPropertyValue("S299999", "K"));
+    EXPECT_STREQ("49999", ini.GetPropertyValue("S49999", "K"));
 }

@@ -105,7 +105,7 @@ TEST(DBInterface, ValueThatOthersWriteIsNeverMissing)
         }
     });
     int missing = 0;
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < 300; ++i) {
         int number = 0;
         CString text;
         missing += !settings.DBLoad("number", number);

@@ -229,7 +229,8 @@ TEST(WStr, MovedFromStringsStayValid)
     source = u"new"_w;
     target = std::move(source);
     source += u"!"_w;
-    target = std::move(target);
+    CWStr& same = target;
+    target = std::move(same);
     EXPECT_EQ(u"new", Units(target));
 }
 

@@ -17,7 +17,7 @@ void* CFrameWnd::operator new(std::size_t size, const std::nothrow_t& noThrow) n
 }
 
 // The address sanitizer tells of it by itself, and where the first end was.
-#if defined(KELGEN_CHECKED) && !defined(__SANITIZE_ADDRESS__)
+#if defined(KELGEN_CHECKED) && !defined(KELGEN_ADDRESS_SANITIZER)
 
 namespace {
 

@@ -50,6 +50,8 @@ public:
 
     /// Whether both hold the same type and value; arrays and objects are equal when they are the same one.
     bool operator==(const VARIANT& other) const;
+    /// The opposite of ==.
+    bool operator!=(const VARIANT& other) const { return !(*this == other); }
 
     /// Both: the variant itself, for calls that take a pointer.
     operator VARIANT*() { return this; }

@@ -428,7 +428,7 @@ std::u16string DecodeStepwise(UINT page, const std::string& text)
 TEST(CodePages, BlockPathsEqualOneCharacterAtATime)
 {
     Random random;
-    for (int round = 0; round < 600; ++round) {
+    for (int round = 0; round < 100; ++round) {
         for (const UINT page : {1252u, 1251u, 437u, 932u, 65001u}) {
             const std::string text = MixedText(random, page);
             const std::u16string units = text.empty() ? u"" : Decode(page, 0, text);
@@ -440,7 +440,7 @@ TEST(CodePages, BlockPathsEqualOneCharacterAtATime)
                 bytes += Encode(page, 0, units.substr(at, isPair ? 2 : 1)).bytes;
                 at += isPair;
             }
-            ASSERT_EQ(Hex(bytes), units.empty() ? "" : Hex(Encode(page, 0, units).bytes)) << page << ": " << Hex(text);
+            ASSERT_EQ(bytes, units.empty() ? "" : Encode(page, 0, units).bytes) << page << ": " << Hex(text);
 
             // A buffer that is too short by some units holds the same beginning and nothing behind its end.
             if (units.size() < 2)

@@ -328,7 +328,7 @@ TEST_F(Input, KeysGoToTheFocusAndBecomeCharacters)
     EXPECT_EQ("top=syskeydown 41 1 top=syschar 61 1 top=syskeyup 41 c0000001", keys({'A'}, {'A'}));
     BYTE states[256];
     EXPECT_TRUE(GetKeyboardState(states));
-    EXPECT_EQ(0, states['A'] & 0x80);
+    EXPECT_EQ(0, states[BYTE{'A'}] & 0x80);
 }
 
 TEST_F(Input, BadCallsFail)

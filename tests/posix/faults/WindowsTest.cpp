@@ -28,9 +28,9 @@ HWND Made(const char* className, DWORD style, HWND parent)
 }
 
 /// A dialog with an edit and a list box.
-struct alignas(4) Template
+struct Template
 {
-    WORD words[64] = {};
+    alignas(4) WORD words[64] = {};
     std::size_t count = 0;
 
     void Add(std::initializer_list<unsigned> more)

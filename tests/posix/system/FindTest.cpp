@@ -8,14 +8,14 @@
 #include <filesystem>
 #include <set>
 
-TEST(Shell, FindsEachOfAHundredThousandEntriesOnce)
+TEST(Shell, FindsEachOfTwentyThousandEntriesOnce)
 {
     // In memory: a disk takes seconds.
     const std::filesystem::path folder = "/dev/shm/kelgen-test-" + std::to_string(getpid());
     ASSERT_TRUE(std::filesystem::create_directory(folder));
     const int descriptor = open(folder.c_str(), O_DIRECTORY | O_CLOEXEC);
     std::set<std::string> made;
-    for (int i = 0; i < 100000; ++i)
+    for (int i = 0; i < 20000; ++i)
         made.insert("entry " + std::to_string(i) + (i % 2 ? ".text" : ".\xE4\xFF"));
     made.insert("\xFF");
     for (const std::string& name : made)
@@ -31,6 +31,6 @@ TEST(Shell, FindsEachOfAHundredThousandEntriesOnce)
     EXPECT_EQ(made.size(), found.size());
     EXPECT_TRUE(made == found);
     EXPECT_NE(INVALID_FILE_ATTRIBUTES, GetFileAttributesA(paths[0]));
-    EXPECT_EQ(10, shell::fs_find((folder / "ENTRY 7777?.*").c_str(), true, nullptr, nullptr, nullptr));
+    EXPECT_EQ(10, shell::fs_find((folder / "ENTRY 1777?.*").c_str(), true, nullptr, nullptr, nullptr));
     std::filesystem::remove_all(folder);
 }

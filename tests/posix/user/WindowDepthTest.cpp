@@ -2,7 +2,7 @@
 
 namespace {
 
-#ifdef __SANITIZE_THREAD__
+#ifdef KELGEN_THREAD_SANITIZER
 constexpr bool kDeepStacks = false;  // the thread sanitizer follows 65 536 calls and no more
 #else
 constexpr bool kDeepStacks = true;

@@ -30,7 +30,7 @@ bool Fails()
 
 }  // namespace
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#if defined(KELGEN_ADDRESS_SANITIZER) || defined(KELGEN_THREAD_SANITIZER)
 
 namespace {
 
@@ -164,7 +164,7 @@ bool FailingMemory::HasFailed() const
 
 bool FailsMalloc()
 {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#if defined(KELGEN_ADDRESS_SANITIZER) || defined(KELGEN_THREAD_SANITIZER)
     return false;
 #else
     return true;

@@ -15,7 +15,7 @@ struct SelectedPage
     const SelectedPage* next;
 };
 
-std::atomic<const SelectedPage*> current{nullptr};
+std::atomic<const SelectedPage*> selectedPage{nullptr};
 
 const SelectedPage* Select(UINT number)
 {
@@ -30,7 +30,7 @@ const SelectedPage* Select(UINT number)
         const bool hasTable = number != CP_UTF8 && number != CP_UTF7;
         page = first = new SelectedPage{{number, hasTable ? CodePage::Find(number) : nullptr}, first};
     }
-    current.store(page, std::memory_order_release);
+    selectedPage.store(page, std::memory_order_release);
     return page;
 }
 
@@ -38,7 +38,7 @@ const SelectedPage* Select(UINT number)
 
 const MultibytePage& CurrentMultibytePage()
 {
-    const SelectedPage* page = current.load(std::memory_order_acquire);
+    const SelectedPage* page = selectedPage.load(std::memory_order_acquire);
     return (page ? page : Select(GetACP()))->page;
 }
 
