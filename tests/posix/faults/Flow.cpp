@@ -8,8 +8,13 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iostream>
+
+#include <unistd.h>
 
 namespace kelgen::test {
 
@@ -113,10 +118,63 @@ int RunAll(const std::function<Outcome()>& work, const std::function<void()>& ch
     return runs;
 }
 
+/// The program's resident memory in KB.
+long Resident()
+{
+    long pages = 0;
+    std::ifstream("/proc/self/statm") >> pages >> pages;
+    return pages * (sysconf(_SC_PAGESIZE) / 1024);
+}
+
+/// What a work came to hold after some of its runs.
+struct Holding
+{
+    Remains remains;
+    std::ptrdiff_t blocks;
+    long resident;
+
+    static Holding Now() { return {RemainsNow(), LiveBlocks(), Resident()}; }
+};
+
+/// Runs @p work for so many seconds. What the process holds must be the same at the end as after a third of the time, which is left to what
+/// is made once and kept.
+void Soak(const std::function<Outcome()>& work, const std::function<void()>& check, double seconds)
+{
+    using Clock = std::chrono::steady_clock;
+    // Pages that the heap keeps, and numbers of closed handles, which wait in line before they come again.
+    constexpr long kSpareResident = 16 * 1024;
+    const Clock::time_point start = Clock::now();
+    long runs = 0;
+    const auto runFor = [&](double share) {
+        do {
+            ASSERT_TRUE(work().done) << "in run " << runs << ", error " << GetLastError();
+            if (check)
+                check();
+            ++runs;
+        } while (Clock::now() - start < std::chrono::duration<double>(seconds * share) && !testing::Test::HasFailure());
+    };
+    runFor(1.0 / 3);
+    const Holding before = Holding::Now();
+    runFor(1);
+    // What has ended may still be on its way out.
+    Eventually([&before] { return RemainsNow() == before.remains && LiveBlocks() <= before.blocks; });
+    const Holding after = Holding::Now();
+    EXPECT_EQ(before.remains, after.remains);
+    EXPECT_LE(after.blocks, before.blocks) << "loses memory";
+    EXPECT_LE(after.resident, before.resident + kSpareResident) << "KB";
+    std::cout << testing::UnitTest::GetInstance()->current_test_info()->name() << ": " << runs << " runs, " << after.remains << ", "
+              << after.blocks << " blocks (" << after.blocks - before.blocks << " more), " << after.resident << " KB resident ("
+              << after.resident - before.resident << " more)" << std::endl;
+}
+
 }  // namespace
 
 void RunWithoutMemory(const std::function<Outcome()>& work, const std::function<void()>& check)
 {
+    if (const char* const seconds = std::getenv("KELGEN_SOAK")) {
+        Soak(work, check, std::strtod(seconds, nullptr));
+        return;
+    }
     // What is made once and kept, before anything fails.
     ASSERT_TRUE(work().done) << "with memory, error " << GetLastError();
     if (check)
