@@ -22,8 +22,8 @@ public:
     using CBaseNumericArray<int, const int>::SortAdd;
     using CBaseNumericArray<int, const int>::SortFind;
 
-    /// The difference a - b, by 32-bit subtraction. By contract: it wraps for numbers far apart, which then sort the wrong way
-    /// round.
+    /// The difference a - b, by 32-bit subtraction. By contract: it wraps for numbers 2^31 or more apart, which then sort the wrong way
+    /// round, so a host keeps them closer.
     static int IntCompare(const int& a, const int& b);
 
     /// Inserts @p value into the descending order, before the numbers equal to it.

@@ -18,7 +18,8 @@
 ///     names.Add("three");  // GetSize() is 1; assigned into the first slot
 ///
 /// Every member speaks of the used elements; what is removed does not come back, but through EnsureSize. By contract, element access is
-/// checked against the slots alone, and through a reference to CArray or CBaseArray the non-virtual members speak of the slots.
+/// checked against the slots alone, since those behind the used ones keep their values, and through a reference to CArray or CBaseArray
+/// the non-virtual members speak of the slots.
 template <class TYPE, class ARG_TYPE = TYPE>
 class CFastArray : public CBaseArray<TYPE, ARG_TYPE>
 {

@@ -20,7 +20,7 @@ public:
     ~CMapStrToStr() override;
 
     /// Replaces every occurrence of every bare name, inside words too, by its value.
-    /// By contract: values that were put in are searched for the names that follow.
+    /// By contract: values that were put in are searched for the names that follow, so that a value may name other variables.
     void FormatString(CString& text) const;
 
     /// Resolves the groups. A group reaches from a "{" to the next "}"; it names a variable when the character behind the first

@@ -40,7 +40,7 @@ public:
     /// The number of elements; GetCount is another name for it.
     int GetSize() const { return m_nSize; }
     int GetCount() const { return m_nSize; }
-    /// Whether there is none.
+    /// Whether there are no elements.
     bool IsEmpty() const { return m_nSize == 0; }
     /// The last index; -1 when empty.
     int GetUpperBound() const { return m_nSize - 1; }
@@ -218,7 +218,7 @@ inline int CArray<TYPE, ARG_TYPE>::Add(ARG_TYPE newElement)
 
     // Unsigned: the size is then reloaded as it was stored, which the processor does without waiting.
     TYPE* const added = m_pData + static_cast<unsigned>(index);
-    // By contract an addition is a SetSize followed by an assignment; a plain value needs only the latter.
+    // By contract an addition is a SetSize followed by an assignment, and elements see both; a plain value needs only the latter.
     if constexpr (!std::is_trivially_default_constructible_v<TYPE> || !std::is_trivially_copy_assignable_v<TYPE>)
         ::new (static_cast<void*>(added)) TYPE();
     m_nSize = index + 1;

@@ -20,7 +20,8 @@ KELGEN_PLATFORM_API BOOL UnregisterClassA(LPCSTR name, HINSTANCE module);
 KELGEN_PLATFORM_API BOOL UnregisterClassW(LPCWSTR name, HINSTANCE module);
 
 /// Each fills @p windowClass and returns TRUE (Ex: the atom); the texts stay valid while the class is registered. FALSE with
-/// ERROR_CLASS_DOES_NOT_EXIST. By contract: a null @p module finds the system's classes only, and lpszClassName is @p name itself.
+/// ERROR_CLASS_DOES_NOT_EXIST. By contract: a null @p module finds the system's classes only, and lpszClassName is @p name itself, so it
+/// lives as long as the caller's text.
 KELGEN_PLATFORM_API BOOL GetClassInfoA(HINSTANCE module, LPCSTR name, WNDCLASSA* windowClass);
 KELGEN_PLATFORM_API BOOL GetClassInfoW(HINSTANCE module, LPCWSTR name, WNDCLASSW* windowClass);
 KELGEN_PLATFORM_API BOOL GetClassInfoExA(HINSTANCE module, LPCSTR name, WNDCLASSEXA* windowClass);

@@ -244,7 +244,7 @@ int GetText(HMENU menu, UINT position, Char* buffer, int size, UINT flags)
     const ItemPlace place = FindItem(menus, menu, position, flags);
     if (!place)
         return Fail(ERROR_MENU_ITEM_NOT_FOUND, 0);
-    // By contract: a negative size is no limit.
+    // By contract a negative size is no limit, as it counts without its sign.
     return static_cast<int>(CopyText(place->text, buffer, static_cast<UINT>(size)));
 }
 
