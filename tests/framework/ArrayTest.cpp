@@ -128,7 +128,10 @@ TEST(Array, MisuseThrowsInvalidArgumentAndChangesNothing)
         [](Ints& a) { a.RemoveAt(0, -1); },
         [](Ints& a) { a.RemoveAt(2, 3); },
         [](Ints& a) { a.RemoveAt(2, INT_MAX); },
-        [](Ints& a) { a.SetSize(4, INT_MAX), a.InsertAt(0, 1, 2); },
+        [](Ints& a) {
+            a.SetSize(4, INT_MAX);
+            a.InsertAt(0, 1, 2);
+        },
     };
     for (const auto& misuse : misuses) {
         SCOPED_TRACE(&misuse - misuses);
