@@ -137,7 +137,8 @@ public:
     void StdRemoveAll() override { CBaseArray::RemoveAll(false); }
 
 protected:
-    /// Each does what the member of that name does with the first @p size elements, which the compare function may change; every access is checked.
+    /// Each does what the member of that name does with the first @p size elements, which the compare function may change; every access is
+    /// checked.
     int FindFirstIn(const int& size, ARG_TYPE value, Compare compare, int start) const;
     void BubbleSortIn(const int& size, Compare compare);
     bool SortFindIn(const int& size, ARG_TYPE value, Compare compare, int& index) const;

@@ -71,7 +71,8 @@ public:
     TYPE Pop();
     /// Assigns to the element at @p index; the used elements grow to hold it.
     void SetAtGrow(int index, ARG_TYPE value);
-    /// Both append the used elements of @p other, which may be this array, or all slots of a plain array; both return the used count before.
+    /// Both append the used elements of @p other, which may be this array, or all slots of a plain array; both return the used count
+    /// before.
     int Append(const CFastArray& other);
     int Append(const CArray<TYPE, ARG_TYPE>& other);
     /// Each inserts before @p index, which may lie behind the used elements, what is given: copies of a value, or the elements of an array.

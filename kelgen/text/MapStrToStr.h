@@ -12,7 +12,8 @@
 ///     CString text = "open{ $path}";
 ///     variables.ReplaceVars(text);  // "open C:\x"; with an empty path "open"
 ///
-/// Names are compared with case, and everything is searched byte by byte, in every code page. The variables are taken in the map's order of iteration.
+/// Names are compared with case, and everything is searched byte by byte, in every code page. The variables are taken in the map's order of
+/// iteration.
 class KELGEN_API CMapStrToStr : public CMapStringToString
 {
 public:

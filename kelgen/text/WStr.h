@@ -332,7 +332,8 @@ public:
     void MakeUpper();
     void MakeLower();
     void MakeReverse();
-    /// Each cuts off what stands at one end: white space, one unit, or units of a set. White space is 0x09 to 0x0D, 0x20, and, by contract, every unit whose value is white space in the multibyte code page.
+    /// Each cuts off what stands at one end: white space, one unit, or units of a set. White space is 0x09 to 0x0D, 0x20, and, by contract,
+    /// every unit whose value is white space in the multibyte code page.
     void TrimLeft();
     void TrimLeft(unsigned short ch);
     /// The empty set changes nothing, nor the sharing.

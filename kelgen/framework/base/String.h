@@ -181,8 +181,8 @@ public:
     CString& MakeUpper();
     CString& MakeLower();
     CString& MakeReverse();
-    /// Each cuts off what stands at the left, at the right or at both ends: white space, one character, or characters of a set. Returns this
-    /// string. An empty set cuts nothing.
+    /// Each cuts off what stands at the left, at the right or at both ends: white space, one character, or characters of a set. Returns
+    /// this string. An empty set cuts nothing.
     CString& TrimLeft();
     CString& TrimLeft(char character);
     CString& TrimLeft(LPCSTR set);

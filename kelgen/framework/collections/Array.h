@@ -20,8 +20,8 @@
 ///     numbers.SetAtGrow(3, 9);  // 7, 0, 0, 9
 ///
 /// New elements are value-initialised: numbers and pointers are zero. Elements move bit-wise when the block grows and when
-/// others are inserted or removed, so a type that keeps its own address does not compile (kelgen::is_movable_bitwise). An argument may refer to an element
-/// of the same array. References and the block's address hold until the array grows, shrinks or is freed.
+/// others are inserted or removed, so a type that keeps its own address does not compile (kelgen::is_movable_bitwise). An argument may
+/// refer to an element of the same array. References and the block's address hold until the array grows, shrinks or is freed.
 /// Throws: the invalid-argument exception for an index outside [0, size), a negative size or count, and a capacity that
 /// 32 bits cannot hold; the memory exception when the block cannot be had. Nothing has changed then.
 /// Threads: one at a time.

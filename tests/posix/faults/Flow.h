@@ -19,8 +19,8 @@ struct Outcome
 
 /// Runs @p work with every allocation of the calling thread failing in its turn: once, and from there on. With KELGEN_FAULTS=all every
 /// one, else every 7th. Each time it must come to its end, to the framework's memory exception, or to ERROR_NOT_ENOUGH_MEMORY or
-/// ERROR_OUTOFMEMORY, in a file's or a resource's exception, too; @p check, with memory again, sees that what it worked with is sound. It must leave no memory, window, descriptor or
-/// file.
+/// ERROR_OUTOFMEMORY, in a file's or a resource's exception, too; @p check, with memory again, sees that what it worked with is sound. It
+/// must leave no memory, window, descriptor or file.
 void RunWithoutMemory(const std::function<Outcome()>& work, const std::function<void()>& check = {});
 
 }  // namespace kelgen::test

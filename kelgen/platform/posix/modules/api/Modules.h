@@ -46,7 +46,8 @@ KELGEN_PLATFORM_API HMODULE LoadLibraryExW(LPCWSTR name, HANDLE reserved, DWORD 
 /// ERROR_MOD_NOT_FOUND for what is no module, ERROR_INVALID_HANDLE for null.
 KELGEN_PLATFORM_API BOOL FreeLibrary(HMODULE module);
 
-/// The exported procedure @p name, as its C name; null @p module means the program. Null with ERROR_PROC_NOT_FOUND (even for a number), ERROR_MOD_NOT_FOUND.
+/// The exported procedure @p name, as its C name; null @p module means the program. Null with ERROR_PROC_NOT_FOUND (even for a number),
+/// ERROR_MOD_NOT_FOUND.
 KELGEN_PLATFORM_API FARPROC GetProcAddress(HMODULE module, LPCSTR name);
 
 /// Does nothing and returns TRUE for a module: threads are not announced to libraries.

@@ -34,7 +34,8 @@ KELGEN_PLATFORM_API LRESULT CallWindowProcW(WNDPROC procedure, HWND window, UINT
 
 /// A value of a window: GWL_ and GWLP_ numbers, or the offset of four (Ptr: eight) extra bytes. 0 with ERROR_INVALID_WINDOW_HANDLE, or
 /// ERROR_INVALID_INDEX for an unknown number or an offset past the end.
-/// Each member of the family takes values of its own size; GWLP_WNDPROC is the procedure for text of the caller's kind, else a cookie for CallWindowProcA or CallWindowProcW.
+/// Each member of the family takes values of its own size; GWLP_WNDPROC is the procedure for text of the caller's kind, else a cookie for
+/// CallWindowProcA or CallWindowProcW.
 KELGEN_PLATFORM_API LONG GetWindowLongA(HWND window, int index);
 KELGEN_PLATFORM_API LONG GetWindowLongW(HWND window, int index);
 KELGEN_PLATFORM_API LONG_PTR GetWindowLongPtrA(HWND window, int index);

@@ -35,8 +35,8 @@ KELGEN_PLATFORM_API int GetClassNameW(HWND window, LPWSTR name, int size);
 KELGEN_PLATFORM_API UINT RealGetWindowClassA(HWND window, LPSTR name, UINT size);
 KELGEN_PLATFORM_API UINT RealGetWindowClassW(HWND window, LPWSTR name, UINT size);
 
-/// Each: a value of the window's class: GCL_ numbers, or the offset of four (Ptr: eight) extra bytes. 0 with ERROR_INVALID_WINDOW_HANDLE, or
-/// ERROR_INVALID_INDEX for an unknown number or an offset past the end.
+/// Each: a value of the window's class: GCL_ numbers, or the offset of four (Ptr: eight) extra bytes. 0 with ERROR_INVALID_WINDOW_HANDLE,
+/// or ERROR_INVALID_INDEX for an unknown number or an offset past the end.
 KELGEN_PLATFORM_API DWORD GetClassLongA(HWND window, int index);
 KELGEN_PLATFORM_API DWORD GetClassLongW(HWND window, int index);
 KELGEN_PLATFORM_API ULONG_PTR GetClassLongPtrA(HWND window, int index);
