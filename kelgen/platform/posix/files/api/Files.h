@@ -123,7 +123,7 @@ KELGEN_PLATFORM_API BOOL SetFilePointerEx(HANDLE file, LARGE_INTEGER distance, P
 
 /// Cuts or extends the file to its position; new bytes read as 0.
 ///
-/// By contract: ERROR_INVALID_HANDLE, not ERROR_ACCESS_DENIED as from WriteFile, when not opened for writing; hosts test for it.
+/// By contract: ERROR_INVALID_HANDLE when not opened for writing, as for no handle at all, and not WriteFile's ERROR_ACCESS_DENIED.
 KELGEN_PLATFORM_API BOOL SetEndOfFile(HANDLE file);
 
 /// The size's lower half, the upper one in @p high unless null; INVALID_FILE_SIZE on failure.
