@@ -48,8 +48,8 @@ KELGEN_API bool IsEqualFilePath(const char* a, const char* b);
 namespace _kelgen {
 
 /// The id of a running process whose program's file name is @p exeName, in any case; 0 when there is none. @p count receives the
-/// number of such processes. By contract, so a caller that needs one certain process looks further: - of several the last one listed is
-/// returned;
+/// number of such processes. By contract, so a caller that needs one certain process looks further:
+/// - of several the last one listed is returned;
 /// - at most 250 processes are looked at;
 /// - a process that may not be opened or looked into is called "Unknown";
 /// - only the handle of the last process that was opened is closed.
