@@ -1,6 +1,7 @@
 // SystemClasses.cpp: the list of the system's own classes.
 #include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/user/api/Dialogs.h>
+#include <kelgen/platform/posix/user/api/ListView.h>
 #include <kelgen/platform/posix/user/api/WindowCalls.h>
 #include <kelgen/platform/posix/user/controls/ControlBase.h>
 #include <kelgen/platform/posix/user/mdi/MdiClient.h>
