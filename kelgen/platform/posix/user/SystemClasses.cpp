@@ -26,12 +26,12 @@ LRESULT FailureOf(UINT message)
     case LB_DIR:
     case LB_ADDFILE:
     case LB_INITSTORAGE:
-        return LB_ERRSPACE;
     case CB_ADDSTRING:
     case CB_INSERTSTRING:
     case CB_DIR:
     case CB_INITSTORAGE:
-        return CB_ERRSPACE;
+        static_assert(LB_ERRSPACE == CB_ERRSPACE);
+        return LB_ERRSPACE;
     default:
         return 0;
     }
