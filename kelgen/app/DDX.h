@@ -17,7 +17,7 @@ public:
     /// beyond an int is the nearest int.
     static void DDXEdit(CDataExchange* pDX, UINT nIDC, int* pValue);
     /// While saving, lets only digits pass, blanks around them aside, whose number lies between @p nMin and @p nMax, inclusive.
-    /// By contract: an empty text is 0, and a minus sign is no digit.
+    /// By contract: an empty text counts as 0 and a minus sign is no digit, so a range that lies below 0 lets nothing pass.
     static void DDVEditIntegerRange(CDataExchange* pDX, UINT nIDC, LONG nMin, LONG nMax);
     /// One button that stands for @p nValue: checked exactly if *@p pValue is that. While saving, *@p pValue stays when it is not.
     static void DDXRadio(CDataExchange* pDX, UINT nIDC, LONG nValue, LONG* pValue);

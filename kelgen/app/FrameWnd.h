@@ -11,22 +11,22 @@
 /// What all frames of the library do: they join the application's list from WM_CREATE to WM_DESTROY, take icons from their resources,
 /// and end the application with its last visible frame.
 ///
-/// By contract: a frame object is not deleted with its window: WM_NCDESTROY does not reach the framework. Who made it deletes it, which
-/// destroys a window that is still there. When LoadFrame or Create fails before there is a window (no menu, no class, PreCreateWindow
-/// refuses) the framework has deleted the object, which therefore must come from new; when the window refused itself (OnCreate) the
-/// object is still there.
+/// By contract: a frame object is not deleted with its window, since WM_NCDESTROY does not reach the framework. Who made it deletes it,
+/// which destroys a window that is still there. When LoadFrame or Create fails before there is a window (no menu, no class,
+/// PreCreateWindow refuses) the framework has deleted the object, which therefore must come from new; when the window refused itself
+/// (OnCreate) the object is still there.
 class KELGEN_API CKelGenFrameWndInterface
 {
 public:
     /// After LoadFrame: gives the window a small (16 by 16) and a large (32 by 32) icon out of the resources of that number, where it has
     /// none. Returns true.
     virtual bool KelGenPosLoadFrame(UINT nIDResource, DWORD style, CWnd* pParent, CCreateContext* pContext);
-    /// Out of the application's list.
+    /// Takes the window out of the application's list.
     virtual void KelGenOnDestroy();
-    /// Into the application's list: 0; -1 from an override refuses the window.
+    /// Puts the window into the application's list. Returns 0; -1 from an override refuses the window.
     virtual int KelGenOnCreate(LPCREATESTRUCTA pCreate);
-    /// Before the close action: asks the active document whether the frame may close. By contract: the answer changes nothing here; the
-    /// close action asks again.
+    /// Before the close action: asks the active document whether the frame may close. By contract: the answer changes nothing here, since
+    /// the close action asks again.
     virtual void KelGenOnClose();
     virtual ~CKelGenFrameWndInterface();
 
@@ -69,7 +69,7 @@ public:
     }
 
 protected:
-    /// By contract: the framework's own is never called; the close action follows once this has returned, whatever was said.
+    /// By contract: the framework's own is never called, since the close action follows once this has returned, whatever was said.
     void OnClose()
     {
         if (!this->m_lpfnCloseProc || this->m_lpfnCloseProc(this))
@@ -103,7 +103,7 @@ public:
 
     BOOL LoadFrame(UINT nIDResource, DWORD style = WS_OVERLAPPEDWINDOW | FWS_ADDTOTITLE, CWnd* pParent = nullptr,
                    CCreateContext* pContext = nullptr) override;
-    /// With the close action after WM_CLOSE.
+    /// Ends with the close action when the message is WM_CLOSE.
     bool _000AfterWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
 
 protected:
@@ -115,7 +115,8 @@ protected:
     DECLARE_MESSAGE_MAP()
 };
 
-/// The main frame of an MDI application. By contract: it has no close action of its own.
+/// The main frame of an MDI application. By contract: it has no close action of its own, so a host that wants one calls
+/// KelGenOnCloseAfter.
 class KELGEN_API CKelGenMDIFrameWnd : public kelgen::detail::HookedFrame<CMDIFrameWnd, CKelGenMDIFrameWndInterface>
 {
     DECLARE_DYNCREATE(CKelGenMDIFrameWnd)
@@ -147,9 +148,9 @@ public:
 
     /// Creates the child with the icon and title of those resources, and with the menu and accelerators of the context's document
     /// template when that is a CMultiDocTemplate; a missing string gives an empty title. By contract: TRUE whatever KelGenPosLoadFrame
-    /// returns.
+    /// returns, since the window is there by then.
     BOOL LoadFrame(UINT nIDResource, DWORD style, CWnd* pParent = nullptr, CCreateContext* pContext = nullptr) override;
-    /// With the close action after WM_CLOSE.
+    /// Ends with the close action when the message is WM_CLOSE.
     bool _000AfterWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
 
 protected:

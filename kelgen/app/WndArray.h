@@ -15,7 +15,7 @@ public:
 
     /// Copies the list; nothing when @p out is this list itself.
     void GetWndArray(CBaseArray<CWnd*, CWnd*>& out) const;
-    /// By contract: null, whatever frames there are.
+    /// By contract: null, whatever frames there are, so a host finds the MDI frame by other means.
     CMDIFrameWnd* GetMDIFrame() const;
 
 protected:

@@ -105,10 +105,11 @@ public:
     /// Throws: the invalid-argument exception when the search leaves the array, which a bound past the end brings about.
     bool SortFind(ARG_TYPE value, Compare compare, int& index) const { return SortFindIn(m_nSize, value, compare, index); }
     /// Inserts @p value into an array that SortAdd keeps sorted: before the first element equal to it.
-    /// By contract: a compare of the form a - b keeps the array descending. The scans ask compare(value, element).
+    /// By contract: a compare of the form a - b keeps the array descending, as SortFind looks for it. The scans ask compare(value,
+    /// element).
     void SortAdd(ARG_TYPE value, Compare compare) { this->InsertAt(SortPlaceIn(m_nSize, value, compare), value); }
 
-    /// Whether the object pointer itself is null: by contract this may be called through a null pointer.
+    /// Whether the object pointer itself is null. By contract: may be called through a null pointer, for which hosts use it.
     bool IsThisNull() const { return reinterpret_cast<std::uintptr_t>(this) == 0; }
 
     /// Empties the array, whose block stays, and appends every element of @p array from its lower to its upper bound. Always
@@ -136,7 +137,8 @@ public:
     void StdRemoveAll() override { CBaseArray::RemoveAll(false); }
 
 protected:
-    /// Each does what the member of that name does with the first @p size elements, which the compare function may change; every access is checked.
+    /// Each does what the member of that name does with the first @p size elements, which the compare function may change; every access is
+    /// checked.
     int FindFirstIn(const int& size, ARG_TYPE value, Compare compare, int start) const;
     void BubbleSortIn(const int& size, Compare compare);
     bool SortFindIn(const int& size, ARG_TYPE value, Compare compare, int& index) const;

@@ -4,7 +4,7 @@
 #include <kelgen/Export.h>
 
 /// Equality by dynamic type: two objects are equal when they are of the same class. Derived classes refine that.
-/// By contract: no virtual destructor in this tree; its objects are not deleted through these bases.
+/// By contract: no virtual destructor in this tree, so hosts never delete through these bases.
 class KELGEN_API CBaseComparableEq
 {
 public:

@@ -66,7 +66,8 @@ public:
     /// Sorts ascending by <; equal elements may change order. Cost: quadratic.
     void BubbleSort();
 
-    /// The index of the first maximum. By contract: -1 when no later element exceeds the first, though that then is the maximum.
+    /// The index of the first maximum. By contract: -1 when no later element exceeds the first, though that then is the maximum: a caller
+    /// reads -1 as index 0.
     /// Throws: the invalid-argument exception when empty.
     int GetMaxValueIndex() const;
     /// The maximum, in the first element. By contract: every element that exceeds the first overwrites it, so its own value is

@@ -20,7 +20,7 @@ public:
 
     /// The order of the run-time classes first; then that of the counters' bytes, the lowest byte first; then that of the names,
     /// where a null name comes before any other. -1, 0 or 1, except that names give what their own comparison gives.
-    /// By contract: lowest byte first is not the order of the numbers; 256 comes before 1.
+    /// By contract: the lowest byte first, as counters lie in memory, is not the order of the numbers; 256 comes before 1.
     int Compare(const CBaseComparable& other) const override;
 
     /// The seed's name, not owned; null for a fresh one.

@@ -22,8 +22,8 @@ public:
     using CBaseNumericArray<int, const int>::SortAdd;
     using CBaseNumericArray<int, const int>::SortFind;
 
-    /// The difference a - b, by 32-bit subtraction. By contract: it wraps for numbers far apart, which then sort the wrong way
-    /// round.
+    /// The difference a - b, by 32-bit subtraction. By contract: it wraps for numbers 2^31 or more apart, which then sort the wrong way
+    /// round, so a host keeps them closer.
     static int IntCompare(const int& a, const int& b);
 
     /// Inserts @p value into the descending order, before the numbers equal to it.
@@ -32,7 +32,8 @@ public:
     int SortFind(int value) const;
 
     /// Appends the numbers of a text split at the separator text @p separators (as CStrTokenizer does): the decimal number that a piece
-    /// begins with (0 for none, the low 32 bits of a larger one), @p emptyValue for an empty one. Empty pieces are passed over unless @p option.
+    /// begins with (0 for none, the low 32 bits of a larger one), @p emptyValue for an empty one. Empty pieces are passed over unless
+    /// @p option.
     void AddString(const char* text, const char* separators, bool option, int emptyValue);
 
     /// Appends to @p out every number by @p format, a printf format for one int, with @p separator between them. Both may lie in @p out.

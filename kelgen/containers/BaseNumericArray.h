@@ -19,7 +19,7 @@ public:
     void AddIncremental(TYPE start, int count, TYPE step);
 
     /// The sum of all elements divided by their count, truncated toward zero.
-    /// By contract: an empty array faults with the processor's division by zero.
+    /// By contract: an empty array faults with the processor's division by zero, so a caller asks for the size first.
     TYPE CalcAverage() const;
 
 private:

@@ -31,8 +31,8 @@ public:
     /// Deletes one element; those behind it move down. Throws: the invalid-argument exception for an index outside [0, count).
     void RemoveAt(int index);
 
-    /// Deletes the elements from the first to the last. By contract: each leaves the array, and the others move down, before the
-    /// next is deleted. Cost: quadratic moves of pointers.
+    /// Deletes the elements from the first to the last. By contract: each leaves the array, and the others move down, before the next is
+    /// deleted, so that a destructor which looks there finds living elements only. Cost: quadratic moves of pointers.
     void RemoveAll();
 
 private:

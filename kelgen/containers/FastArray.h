@@ -18,7 +18,8 @@
 ///     names.Add("three");  // GetSize() is 1; assigned into the first slot
 ///
 /// Every member speaks of the used elements; what is removed does not come back, but through EnsureSize. By contract, element access is
-/// checked against the slots alone, and through a reference to CArray or CBaseArray the non-virtual members speak of the slots.
+/// checked against the slots alone, since those behind the used ones keep their values, and through a reference to CArray or CBaseArray
+/// the non-virtual members speak of the slots.
 template <class TYPE, class ARG_TYPE = TYPE>
 class CFastArray : public CBaseArray<TYPE, ARG_TYPE>
 {
@@ -70,7 +71,8 @@ public:
     TYPE Pop();
     /// Assigns to the element at @p index; the used elements grow to hold it.
     void SetAtGrow(int index, ARG_TYPE value);
-    /// Both append the used elements of @p other, which may be this array, or all slots of a plain array; both return the used count before.
+    /// Both append the used elements of @p other, which may be this array, or all slots of a plain array; both return the used count
+    /// before.
     int Append(const CFastArray& other);
     int Append(const CArray<TYPE, ARG_TYPE>& other);
     /// Each inserts before @p index, which may lie behind the used elements, what is given: copies of a value, or the elements of an array.

@@ -15,8 +15,8 @@ class CMemoryStorageContainer;
 ///     bytes.Allocate(100);
 ///     std::memcpy(bytes.GetAllocation(), data, 100);
 ///
-/// The block is closed while lock enforcement is on and the locked flag is off. By contract: nothing here switches either; both
-/// are for derived classes.
+/// The block is closed while lock enforcement is on and the locked flag is off. By contract: nothing here switches either, since both are
+/// for derived classes.
 /// Threads: one at a time; Lock and Unlock let callers share a storage, and only the comparison locks by itself.
 class KELGEN_API CMemoryStorage
 {
@@ -28,7 +28,8 @@ public:
     virtual ~CMemoryStorage();
     CMemoryStorage(const CMemoryStorage&) = delete;
 
-    /// Sets every member but the lock as the first constructor does. By contract: a block that it has is not freed.
+    /// Sets every member but the lock as the first constructor does. By contract: a block that it has is not freed, since the members are
+    /// taken to hold nothing yet.
     void Construct(CMemoryStorageContainer* container);
 
     /// The number of bytes in use.
@@ -63,8 +64,8 @@ public:
     /// Whether the block is open.
     bool IsEnabled() const { return !m_lockEnforced || m_locked; }
 
-    /// Reads the whole file behind @p ar. By contract: errors of the file are swallowed, and leave what was read; a closed block
-    /// reads nothing.
+    /// Reads the whole file behind @p ar. By contract: errors of the file are swallowed and leave what was read, so a caller goes by the
+    /// size; a closed block reads nothing.
     /// Throws: a `char*` text for a file of 2 GB or more; as Allocate.
     void FullLoad(CArchive& ar);
 
@@ -95,7 +96,7 @@ class KELGEN_API CMemoryStorageContainer
 public:
     /// @p addUp is what a storage that Allocate makes reserves beyond each growth.
     CMemoryStorageContainer(DWORD addUp);
-    /// By contract: both arguments are ignored; no storage is held.
+    /// By contract: both arguments are ignored: no storage is held, and the bytes stay the caller's.
     CMemoryStorageContainer(void* data, DWORD size);
     /// Deletes the storage if it is the container's own.
     virtual ~CMemoryStorageContainer();
@@ -123,8 +124,8 @@ public:
 
     /// Holds @p storage from now on; the old one is deleted if it was the container's own.
     void FullLoad(CMemoryStorage* storage, bool own);
-    /// The storage's FullLoad. By contract: a storage made for it reserves 512 bytes beyond each growth, whatever the container's
-    /// own number.
+    /// The storage's FullLoad. By contract: a storage made for it reserves 512 bytes beyond each growth, since only Allocate passes the
+    /// container's own number on.
     void FullLoad(CArchive& ar);
 
     /// Holds a new copy of the storage of @p source, owned if @p source owns its own; forgets the kept pointers.

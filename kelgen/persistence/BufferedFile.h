@@ -33,7 +33,7 @@ public:
     CBufferedFile(CFile* inner, DWORD readSize, DWORD writeSize);
     /// Opens the inner file, and throws as it does.
     CBufferedFile(LPCSTR path, UINT openFlags, DWORD readSize, DWORD writeSize);
-    /// Closes an inner file that was opened by path. By contract: what was collected is dropped: call Close or Flush before.
+    /// Closes an inner file that was opened by path. By contract: what was collected is dropped, so a host calls Close or Flush before.
     ~CBufferedFile() override;
 
     /// Sets how many bytes are read ahead.
@@ -46,8 +46,8 @@ public:
     /// Collects or sends out @p n bytes.
     void Write(const void* buf, UINT n) override;
 
-    /// A target within what was read ahead is only noted; else Flush, then the inner file's Seek, with its result. By contract: the
-    /// inner file then counts `current` from its own position.
+    /// A target within what was read ahead is only noted; else Flush, then the inner file's Seek, with its result. By contract: the inner
+    /// file then counts `current` from its own position, so after reading ahead a caller seeks from the beginning.
     ULONGLONG Seek(LONGLONG offset, UINT from) override;
     /// Sends out what was collected and flushes the inner file. What was read ahead stays.
     void Flush() override;

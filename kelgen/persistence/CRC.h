@@ -31,7 +31,7 @@ protected:
 ///     crc.PutBytes(data, size);
 ///     DWORD sum = crc.Done();  // 0x89A1897F for the nine bytes "123456789"
 ///
-/// By contract: all objects share one table; constructing with another polynomial changes the results of those still in use.
+/// By contract: all objects share one table, so constructing with another polynomial changes the results of those still in use.
 /// Threads: the shared table is unguarded.
 /// Source: the table of the plain, non-reflected byte-wise cyclic redundancy check.
 class KELGEN_API CCRCFast : public CCRC

@@ -2,7 +2,8 @@
 //
 // A block A = high x^64 + low that lies D bits before the end of another equals there high (x^(D+64) mod P) + low (x^D mod P):
 // two multiplications and an addition. Eight such chains hide the multiplier's latency, and processors that multiply two blocks at once
-// do eight pairs. What remains at the end is 128 bits, which three more multiplications and a division by multiplication bring down to the 32 of the register.
+// do eight pairs. What remains at the end is 128 bits, which three more multiplications and a division by multiplication bring down to the
+// 32 of the register.
 #include <kelgen/persistence/internal/CRCFold.h>
 
 #include <kelgen/platform/support/Processor.h>

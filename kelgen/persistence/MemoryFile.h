@@ -11,7 +11,7 @@
 ///     file.Write(data, size);
 ///     file.SeekToBegin();
 ///
-/// By contract: the position moves by reading, writing and the members below only; Seek is that of a closed file.
+/// By contract: the position moves by reading, writing and the members below only, since Seek is that of a closed file.
 /// Throws: CMemoryException when memory ends, at 4 GB at the latest. Threads: one at a time.
 /// Cost: a write within the storage is a copy; beyond it the block grows by what is missing and 256 bytes.
 class KELGEN_API CMemoryFile : public CFile, public CMemoryStorageContainer
@@ -24,7 +24,7 @@ public:
     ~CMemoryFile() override;
 
     /// Copies up to @p n bytes and returns @p n; 0 at or behind the end. By contract: when fewer are left, all of them are copied, but
-    /// the result, by which the position moves too, is what is left minus @p n in 32 bits.
+    /// the result, by which the position moves too, is what is left minus @p n in 32 bits; so a caller asks GetLength first.
     UINT Read(void* buf, UINT n) override;
     /// Writes at the position; the storage becomes as long as the write needs.
     void Write(const void* buf, UINT n) override;
@@ -36,7 +36,7 @@ public:
     /// Moves the position to 0.
     void SeekToBegin() { m_position = 0; }
 
-    /// Sets the size. By contract: the position stays, even behind the end.
+    /// Sets the size. By contract: the position stays, even behind the end, so a caller that cuts the file moves it (or calls Truncate).
     void Create(int n);
     /// Sets the size, and the position to the beginning.
     void Truncate(int n);

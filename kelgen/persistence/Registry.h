@@ -24,21 +24,22 @@ public:
 ///     CString title;
 ///     if (key.QueryValue("Title", title)) ...
 ///
-/// By contract: a copy has the same handle, and each of both closes it: the handle is invalid once the first did, the second
-/// close fails without effect.
+/// By contract: a copy has the same handle, as all members are copied, and each of both closes it: the handle is invalid once the first
+/// did, the second close fails without effect.
 class KELGEN_API CRegistry::CKey
 {
 public:
     CKey() = default;
-    /// Opens the existing key @p subkey of @p parent. By contract: a failure leaves the key closed and is not reported; GetHandle tells.
+    /// Opens the existing key @p subkey of @p parent. By contract: a failure leaves the key closed and is not thrown, so a caller asks
+    /// GetHandle.
     CKey(HKEY parent, const char* subkey);
     CKey(const CKey&) = default;
     CKey& operator=(const CKey&) = default;
     /// Calls CloseKey.
     virtual ~CKey();
 
-    /// Opens the existing key @p subkey of @p parent; true on success. By contract: a key already open is not closed first, and
-    /// its handle is lost even when this fails.
+    /// Opens the existing key @p subkey of @p parent; true on success. By contract: a key already open is not closed first, since copies
+    /// may share its handle, and that is lost here even when this fails.
     bool OpenKey(HKEY parent, const char* subkey);
     /// Opens the key @p subkey of @p parent, and first makes it, with those above it, if it is missing; true on success. A key already
     /// open is closed then; on failure it stays open.

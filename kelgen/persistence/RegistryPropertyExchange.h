@@ -13,7 +13,8 @@
 ///     if (!exchange.key.OpenKey(HKEY_CURRENT_USER, "Software\\Example") || !exchange.TryLoad())
 ///         ...  // nothing was loaded
 ///
-/// By contract: Load resets what it cannot read. Without an open key that is every property of the set; TryLoad leaves them alone then.
+/// By contract: Load resets what it cannot read, so that no property keeps a value that the registry does not have. Without an open key
+/// that is every property of the set; TryLoad leaves them alone then.
 ///
 /// Listeners of the set may replace its properties, the set and this object's members while a property is loaded.
 /// A copy works on the same set and shares the key's handle.
@@ -29,8 +30,8 @@ public:
     void StrWrite(gen::CProperty& property);
     /// Loads @p property, suppressed or not. Numbers are the leading decimal number of the text: short and unsigned short keep its
     /// low 16 bits, a boolean is whether it is not 0.
-    /// By contract: a value that is missing or not REG_SZ resets the property to 0, false or "". The property reports twice:
-    /// in the setter and once more after it; one without a loadable type reports once.
+    /// By contract: a value that is missing or not REG_SZ resets the property to 0, false or "", see the class. The property reports
+    /// twice, as every assignment does: in the setter and once more after it; one without a loadable type reports once.
     void StrLoad(gen::CProperty& property);
 
     /// Calls StrWrite, unless suppressed.

@@ -24,7 +24,7 @@ public:
 
 }  // namespace gen
 
-/// By contract: the address's bits and the number's, in one.
+/// By contract, since hosts see the order in which a map is walked: the address's bits and the number's, in one.
 template <>
 inline UINT HashKey<gen::CAppIntegerMapKey&>(gen::CAppIntegerMapKey& key)
 {

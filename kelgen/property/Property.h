@@ -22,8 +22,8 @@ public:
     CProperty(const CProperty& other);
     virtual ~CProperty() = default;
 
-    /// Copies the value, which reports while id and name are still the old ones, then id, then name. By contract: this property
-    /// stays in its own set.
+    /// Copies the value, which reports while id and name are still the old ones, then id, then name. By contract: this property stays in
+    /// its own set, since only what it holds is copied.
     CProperty& operator=(const CProperty& other);
 
     /// Id, name (by case) and value are equal. By contract: this property's value decides how the two compare, so the relation

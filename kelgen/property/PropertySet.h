@@ -46,7 +46,7 @@ public:
     /// Copies the properties; the copy has no listeners.
     CPropertySet(const CPropertySet& other);
     /// Deletes the properties and replaces them by copies of @p other's, which report to this set. Assignment to itself changes
-    /// nothing. By contract: the listeners stay as they are and hear nothing of it.
+    /// nothing. By contract: the listeners stay as they are and hear nothing of it, since no value was assigned.
     CPropertySet& operator=(const CPropertySet& other);
     virtual ~CPropertySet();
 

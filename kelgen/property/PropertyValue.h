@@ -37,8 +37,8 @@ enum EPropertyType : int
 ///     width == gen::CPropertyValue(800);    // true
 ///
 /// Every store reports to the owning property, changed or not. A setter reports once.
-/// By contract: assignment operators from numbers and texts report twice, once in the setter and once more after it; listeners
-/// count on being told of every assignment. Assignment from another value reports once.
+/// By contract: assignment operators from numbers and texts report twice, once in the setter and once more after it, and listeners count
+/// on both. Assignment from another value reports once.
 ///
 /// Only a CProperty gives its value an owner; a value that stands alone, or in an array, has none and may be moved in memory.
 /// No operation fails. Threads: none of its own; the report runs on the assigning thread.
@@ -123,7 +123,8 @@ public:
     /// Equality as this value's type sees it: integer types compare integers; a boolean agrees with whether the other's integer
     /// is not 0; a text compares integers with an integer type (so "12abc" equals 12) and texts, by case, with the rest; types
     /// without data equal their own kind; an unknown type equals nothing.
-    /// By contract: not symmetric. The integer 1 equals the boolean true and the text "1x"; the text "1x" does not equal true.
+    /// By contract: not symmetric, since this value's type decides. The integer 1 equals the boolean true and the text "1x"; the text
+    /// "1x" does not equal true.
     bool operator==(const CPropertyValue& other) const;
 
 protected:

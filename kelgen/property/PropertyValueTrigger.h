@@ -16,7 +16,8 @@ namespace gen {
 ///     offline.SetSimpleCondition(&settings, kConnected, false);
 ///     settings.Set(kConnected, false);  // statusBar.OnPropertyValueTrigger(offline.GetId(), true)
 ///
-/// By contract: every assignment is reported, not only a change of the result; an assignment that notifies twice reports twice.
+/// By contract: every assignment is reported, as values report it, not only a change of the result; an assignment that notifies twice
+/// reports twice.
 ///
 /// The trigger owns neither sets nor callbacks. The sets list it as a listener until it is destroyed or given another condition. A set
 /// that is destroyed first is a null one in the condition from then on.
@@ -82,7 +83,7 @@ public:
 
     /// A new identifier; no callbacks, no items.
     CPropertyValueTrigger();
-    /// By contract: copies member by member, the identifier included; sets and callbacks know only the source. So the sets go on
+    /// By contract: copies member by member, the identifier included, though sets and callbacks know only the source. So the sets go on
     /// listing a trigger that is assigned to, which does not answer any more, and the callbacks do.
     CPropertyValueTrigger(const CPropertyValueTrigger& other);
     /// Does the same to a trigger that is there.

@@ -33,7 +33,7 @@ class KELGEN_API CPropertyValueTriggerCallback
 {
 public:
     CPropertyValueTriggerCallback() = default;
-    /// By contract: copies the list of triggers, but the triggers tell only the source.
+    /// By contract: copies the list of triggers, but the triggers tell only the source, so a host adds the copy to each by AddCallback.
     CPropertyValueTriggerCallback(const CPropertyValueTriggerCallback& other);
     CPropertyValueTriggerCallback& operator=(const CPropertyValueTriggerCallback& other);
 

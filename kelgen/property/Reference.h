@@ -20,8 +20,8 @@ public:
 
     /// Counts one reference more.
     virtual void AddRef();
-    /// Gives one reference back, and deletes the object if that was the last one. By contract: without a reference the count
-    /// becomes negative and nothing is deleted.
+    /// Gives one reference back, and deletes the object if that was the last one. By contract: without a reference the count becomes
+    /// negative and nothing is deleted, since an object that nobody counts has another owner.
     virtual void Release();
 
 private:

@@ -35,7 +35,7 @@ namespace kelgen {
 }
 
 /// A narrow string with the bytes of @p text, which are taken to be in the ANSI page, zeros inside included.
-/// Throws: the memory exception, also for more than 2^31 - 1 bytes.
+/// Throws: the memory exception, even for more than 2^31 - 1 bytes.
 [[nodiscard]] inline CString Narrow(std::string_view text)
 {
     return NarrowFromCodePage(text, GetACP());

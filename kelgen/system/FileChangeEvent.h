@@ -37,8 +37,8 @@ class KELGEN_API CFileList : public CStrArray
 /// for: with more the thread ends at once and IsWatching turns false. A folder that goes is watched again from the first change in
 /// another one on after it has come back, where the platform lets it: notifications that are open may hold its name.
 ///
-/// By contract: the thread takes fresh change notifications on every pass and never closes them. A restart signals the thread and
-/// does not wait for it: busy meanwhile, it ends at its next wake-up.
+/// By contract: the thread takes fresh change notifications on every pass and never closes them, so their number grows with the passes. A
+/// restart signals the thread and does not wait for it: busy meanwhile, it ends at its next wake-up.
 /// Threads: AddFile and RemoveFile may be called while the thread runs; all other members on the owner's thread. OnFileAlarm runs on
 /// the watching thread and holds no lock. Destruction waits for an alarm that is being handled: one that itself waits for the destroying
 /// thread, by a message that it sends there for instance, never ends.
@@ -96,11 +96,11 @@ public:
     CFileChangeEvent();
     CFileChangeEvent(const CFileChangeEvent&) = delete;
     CFileChangeEvent& operator=(const CFileChangeEvent&) = delete;
-    /// EndWatch.
+    /// Calls EndWatch.
     virtual ~CFileChangeEvent();
 
     /// Registers the file @p path, which need not exist; case counts. A first file in a folder restarts a running watch.
-    /// By contract: registering again only counts, the path and its folder.
+    /// By contract: registering again only counts, the path and its folder, since RemoveFile takes one back each time.
     void AddFile(const char* path);
 
     /// Takes one from the counts of the folder and of the path; what then has exactly 0 is forgotten. By contract: so a file

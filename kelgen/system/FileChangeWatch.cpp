@@ -163,7 +163,7 @@ bool CFileChangeEvent::CheckFile(FileWatchGate& gate, CFileInfo& info)
         const std::lock_guard lock(gate.lists);
         COleDateTime date;
         if (info.m_timeLastWrite.GetStatus() == COleDateTime::invalid) {
-            // By contract: a restored file is stored with its creation time.
+            // By contract a restored file is stored with its creation time, and so reported as modified by the next pass.
             date = DateOf(times.creation);
             alarm = FILE_ALARM_RESTORED;
         } else {

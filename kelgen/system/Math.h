@@ -59,6 +59,6 @@ public:
     /// Whether @p a implies @p b.
     static bool ForwardConditional(bool a, bool b);
 
-    /// Whether @p a implies @p b. By contract: the same as ForwardConditional, not the converse.
+    /// Whether @p a implies @p b. By contract: the same as ForwardConditional, so a host that wants the converse exchanges the arguments.
     static bool ReverseConditional(bool a, bool b);
 };

@@ -11,7 +11,7 @@
 ///     if (spooler.OpenServiceA("Spooler") && spooler.GetServiceStatus() == CServiceController::serviceStopped)
 ///         spooler.StartServiceA(5000);
 ///
-/// By contract: a copy has the same handles, and each of both closes them.
+/// By contract: a copy has the same handles, as all members are copied, and each of both closes them.
 class KELGEN_API CServiceController
 {
 public:
@@ -46,7 +46,7 @@ public:
 
     /// Starts the service without arguments and, unless @p timeoutMs (milliseconds) is 0, waits until it runs or the time is over.
     /// @return Nonzero when the start was accepted.
-    /// By contract: a time-out is no failure; and a start that was refused waits all the same.
+    /// By contract: a time-out is no failure, so a caller asks GetServiceStatus; and a start that was refused waits all the same.
     int StartServiceA(DWORD timeoutMs);
 
     /// Tells the service to stop and waits as StartServiceA does, until it has stopped.

@@ -39,8 +39,8 @@ public:
     virtual ~CUtil();
 };
 
-/// Whether two paths, OEM text, are spelt alike or have equal short forms. By contract: case counts; paths that differ in case
-/// are equal only when they exist and the file system's short forms are.
+/// Whether two paths, OEM text, are spelt alike or have equal short forms. By contract: case counts, since the texts are compared as they
+/// are; paths that differ in case are equal only when they exist and the file system's short forms are.
 KELGEN_API bool IsEqualFilePath(const char* a, const char* b);
 
 }  // namespace File
@@ -48,7 +48,7 @@ KELGEN_API bool IsEqualFilePath(const char* a, const char* b);
 namespace _kelgen {
 
 /// The id of a running process whose program's file name is @p exeName, in any case; 0 when there is none. @p count receives the
-/// number of such processes. By contract:
+/// number of such processes. By contract, so a caller that needs one certain process looks further:
 /// - of several the last one listed is returned;
 /// - at most 250 processes are looked at;
 /// - a process that may not be opened or looked into is called "Unknown";

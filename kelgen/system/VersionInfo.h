@@ -75,10 +75,11 @@ public:
 
     /// The number of translations; 0 while nothing is loaded.
     int GetNumberOfTranslations() const { return m_translationCount; }
-    /// The translation @p i, in what is loaded. By contract: @p i, from 0 to GetNumberOfTranslations() - 1, is not tested.
+    /// The translation @p i, in what is loaded. By contract: @p i is not tested, so a caller keeps within 0 to GetNumberOfTranslations()
+    /// - 1.
     TRANSLATION* GetTranslation(int i) const;
-    /// Makes the translation @p i the one that GetValue reads. By contract: @p i is not tested against their number; nothing
-    /// happens when it leads out of what is loaded.
+    /// Makes the translation @p i the one that GetValue reads. By contract: @p i is not tested against their number, so a caller keeps
+    /// within it; nothing happens when it leads out of what is loaded.
     void SetTranslation(int i);
 
 protected:

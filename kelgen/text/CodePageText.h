@@ -12,13 +12,13 @@ namespace kelgen {
 
 /// The text in code page @p page, zeros inside included. Units that the page lacks become its default character; a lone surrogate becomes
 /// U+FFFD in UTF-8. Empty for an unknown page.
-/// Throws: the memory exception, also for results beyond 2^31 - 1 bytes. Cost: one pass of the platform's converter for text
+/// Throws: the memory exception, even for results beyond 2^31 - 1 bytes. Cost: one pass of the platform's converter for text
 /// that is mostly ASCII, else two.
 [[nodiscard]] KELGEN_API std::string ToCodePage(const CWStr& text, DWORD page);
 
 /// The text that @p bytes, which are in code page @p page, stand for; zeros inside included. Bytes that are no text become U+FFFD, or what
 /// the page has for them. Empty for an unknown page.
-/// Throws: the memory exception, also for more than 2^31 - 1 bytes. Cost: as ToCodePage.
+/// Throws: the memory exception, even for more than 2^31 - 1 bytes. Cost: as ToCodePage.
 [[nodiscard]] KELGEN_API CWStr FromCodePage(std::string_view bytes, DWORD page);
 
 /// A narrow string, which is in the ANSI page, in code page @p page.

@@ -11,7 +11,7 @@ class KELGEN_API CBaseIntegerTextItem
 public:
     using MovableBitwise = CBaseIntegerTextItem;
 
-    /// The difference a - b, by 32-bit subtraction. By contract: it wraps for values far apart.
+    /// The difference a - b, by 32-bit subtraction. By contract: it wraps for values 2^31 or more apart, so a host keeps them closer.
     static int IndexCompare(const CBaseIntegerTextItem& a, const CBaseIntegerTextItem& b);
     /// The order of the texts by the values of their bytes.
     static int StringCompare(const CBaseIntegerTextItem& a, const CBaseIntegerTextItem& b);
@@ -101,7 +101,8 @@ public:
     /// The pairs become a copy of @p in; repetitions in it are kept.
     virtual void SetMapArray(const CBaseIntegerTextItemArray& in);
 
-    /// Appends the pair. By contract: nothing happens, silently, when the integer or the text is there already.
+    /// Appends the pair. By contract: nothing happens, silently, when the integer or the text is there already, so that each stays
+    /// unique.
     void Add(int value, const char* text);
 
 private:

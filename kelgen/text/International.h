@@ -27,7 +27,7 @@ public:
     static bool OEMToUnicode(unsigned short* dst, int capacity, const char* src);
     static int OEMToUnicodeCount(const char* src);
     static bool CPToUnicode(DWORD cp, unsigned short* dst, int capacity, const char* src);
-    /// By contract: the terminator is not counted, unlike in the other counts.
+    /// By contract: the terminator is not counted, unlike in the other counts, so a caller adds room for it.
     static int CPToUnicodeCount(DWORD cp, const char* src);
     /// Converts @p n bytes into @p n units. By contract: always true, since each byte has a unit.
     static bool StringToUnicode(unsigned short* dst, int n, const char* src);
@@ -74,16 +74,18 @@ public:
     /// Both: the size becomes that of the text with its terminator.
     static bool UnicodeToAnsi(CMemoryStorage& dst, const unsigned short* src);
     static bool UnicodeToLatin1(CMemoryStorage& dst, const unsigned short* src);
-    /// By contract: the size becomes one byte more than the text with its terminator, and that byte is not written.
+    /// By contract: the size becomes one byte more than the text with its terminator, and that byte is not written, so a reader stops at
+    /// the terminator.
     static bool UnicodeToOEM(CMemoryStorage& dst, const unsigned short* src);
-    /// By contract: as UnicodeToOEM, but a further terminator is written. Scratch.
+    /// By contract: the size as by UnicodeToOEM, but the last byte is a further terminator, so that a reader of all bytes is safe too.
+    /// Scratch.
     static bool StringToLatin1(CMemoryStorage& dst, const char* src);
 
     // ---- Copies that the caller frees with free(); null for null or when memory ends ----
 
     /// From the ANSI page; the terminator is at unit strlen(src).
     [[nodiscard]] static unsigned short* ToUnicodeDup_(const char* src);
-    /// By contract: a copy of the bytes, whatever the name says.
+    /// By contract: a copy of the bytes, whatever the name says, since they are narrow already.
     [[nodiscard]] static char* UnicodeToAnsiDup_(const char* src);
     /// The same of all bytes of a string.
     [[nodiscard]] static char* UnicodeToAnsiDup_(CString& src);

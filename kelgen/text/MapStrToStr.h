@@ -12,7 +12,8 @@
 ///     CString text = "open{ $path}";
 ///     variables.ReplaceVars(text);  // "open C:\x"; with an empty path "open"
 ///
-/// Names are compared with case, and everything is searched byte by byte, in every code page. The variables are taken in the map's order of iteration.
+/// Names are compared with case, and everything is searched byte by byte, in every code page. The variables are taken in the map's order of
+/// iteration.
 class KELGEN_API CMapStrToStr : public CMapStringToString
 {
 public:
@@ -20,7 +21,7 @@ public:
     ~CMapStrToStr() override;
 
     /// Replaces every occurrence of every bare name, inside words too, by its value.
-    /// By contract: values that were put in are searched for the names that follow.
+    /// By contract: values that were put in are searched for the names that follow, so that a value may name other variables.
     void FormatString(CString& text) const;
 
     /// Resolves the groups. A group reaches from a "{" to the next "}"; it names a variable when the character behind the first

@@ -105,7 +105,8 @@ public:
     /// The order without case.
     [[nodiscard]] static int CompareNoCase(const char* a, const char* b);
     /// Binary search of an array sorted ascending by @p compare, which is asked compare(text, entry).
-    /// By contract: which of several equal entries is found follows from the halving, low + high over two, alone.
+    /// By contract: which of several equal entries is found follows from the halving, low + high over two, alone, so that hosts find the
+    /// same one each time.
     [[nodiscard]] int Find(const char* text, int (*compare)(const char*, const char*)) const;
     /// The same by CompareNoCase.
     [[nodiscard]] int FindNoCase(const char* text) const;
@@ -122,13 +123,14 @@ public:
     // ---- Sorting and output ----
 
     /// Sorts ascending by @p compare, which returns negative, 0 or positive. Equal entries may change order.
-    /// By contract: the order of comparisons and exchanges is that of CWStrArray::Sort.
+    /// By contract: the order of comparisons and exchanges is that of CWStrArray::Sort, so that equal entries end up alike in both.
     /// Cost: n log n comparisons on random input, quadratic on sorted input; no recursion; an exchange copies no text.
     void Sort(int (*compare)(const char*, const char*));
     /// @p out becomes the entries with @p separator between them; empty when there is none.
     void GetFormatString(CString* out, const char* separator) const;
     /// @p format with "%1" replaced by the first entry, "%2" by the second and so on, "%%" by "%". All digits behind a '%' count.
-    /// By contract: a last '%' stays; before any other character '%' stays and the character is dropped.
+    /// By contract: a last '%' stays; before any other character '%' stays and the character is dropped, so a host writes "%%" for one
+    /// that is meant.
     /// Throws: the invalid-argument exception for a number without an entry.
     [[nodiscard]] CString FormatString(const char* format) const;
     /// All entries, each with its terminator, and one more terminator (two when there is no entry), in a block that the caller

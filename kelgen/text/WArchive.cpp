@@ -59,7 +59,8 @@ void ReadUnits(CArchive& archive, CWStr& text, DWORD units, ULONGLONG count)
     }
 }
 
-/// By contract: 8-bit text is not converted. Its bytes become units in pairs, low byte first, up to the first 0 unit.
+/// By contract 8-bit text is not converted, since nothing tells its code page. Its bytes become units in pairs, low byte first, up to the
+/// first 0 unit.
 CWStr ReadPairs(CArchive& archive, DWORD count)
 {
     const DWORD units = count / 2 + count % 2;

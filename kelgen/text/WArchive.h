@@ -24,8 +24,8 @@ public:
     virtual ~CWArchive();
 
     /// Reads one line into @p buffer, which has room for |nMax| + 1 units, and terminates it; a longer line goes on with the next call.
-    /// Null when nothing was stored before the end. By contract: @p nMax as a negative number makes the last unit of the line's end
-    /// part of the text.
+    /// Null when nothing was stored before the end. By contract: @p nMax as a negative number makes the last unit of the line's end part
+    /// of the text, so that a caller can tell a whole line from a piece.
     unsigned short* ReadString(unsigned short* buffer, UINT nMax);
 
     /// Reads one whole line, without its line feed. By contract: reads by pieces of 128 units, of which each ends at its first 0 unit,

@@ -88,7 +88,7 @@ public:
             CopyLocked(source);
     }
 
-    /// By contract: a value below 0x10000 is the number of a string resource, loaded as by LoadStringA.
+    /// By contract: a value below 0x10000 is the number of a string resource, loaded as by LoadStringA, so that hosts pass either.
     CWStr(const unsigned short* text);
 
     /// Exactly @p n units, zeros included.
@@ -111,8 +111,8 @@ public:
         kelgen::detail::RefuseOtherText<TEXT>();
     }
 
-    /// @p nRepeat units; empty when that is below 1. By contract: the first @p nRepeat bytes, not units, get the low byte of
-    /// @p ch: half of the units read as that byte twice, and the others hold whatever the block held.
+    /// @p nRepeat units; empty when that is below 1. By contract: the fill counts bytes, so that the first @p nRepeat bytes, not units,
+    /// get the low byte of @p ch: half of the units read as that byte twice, and the others hold whatever the block held.
     CWStr(unsigned short ch, int nRepeat);
 
     ~CWStr() { ReleaseText(m_text); }
@@ -145,7 +145,8 @@ public:
         return *this = static_cast<const CWStr&>(source);
     }
 
-    /// Copies the text into the string's own block when it fits there. By contract: no pointer is taken as a resource number.
+    /// Copies the text into the string's own block when it fits there. By contract: no pointer is taken as a resource number, unlike by
+    /// the constructor, so a host loads by LoadStringA.
     CWStr& operator=(const unsigned short* text);
     /// The text becomes this one unit.
     CWStr& operator=(unsigned short ch);
@@ -205,7 +206,8 @@ public:
     void ReleaseBuffer(int nNewLen = -1);
     /// GetBuffer, and the length becomes @p n.
     unsigned short* GetBufferSetLength(int n);
-    /// Re-allocates unless length and capacity are equal. By contract: the new capacity is again that of the class.
+    /// Re-allocates unless length and capacity are equal. By contract: the new capacity is again that of the class, since blocks come in
+    /// those sizes.
     void FreeExtra();
     /// GetBuffer that also locks: until UnlockBuffer, copies of this string copy the text.
     unsigned short* LockBuffer();
@@ -235,13 +237,14 @@ public:
     /// Units before the terminator; 0 for null.
     static int SafeStrlen(const unsigned short* text);
 
-    /// By contract: 0 finds the first 0 unit, which may be the terminator; an empty string finds nothing.
+    /// By contract: 0 finds the first 0 unit, which may be the terminator, since the search ends behind it; an empty string finds
+    /// nothing.
     [[nodiscard]] int Find(unsigned short ch) const;
-    /// By contract: -1 when @p nStart is the length or more.
+    /// By contract: -1 when @p nStart is the length or more, so that the terminator is not found from there.
     [[nodiscard]] int Find(unsigned short ch, int nStart) const;
     /// The empty text is found at once.
     [[nodiscard]] int Find(const unsigned short* sub) const { return Find(sub, 0); }
-    /// By contract: starts at the length itself, where the empty text is found; -1 beyond it.
+    /// By contract: may start at the length itself, where the empty text is found, so that a loop goes on behind each find; -1 beyond it.
     [[nodiscard]] int Find(const unsigned short* sub, int nStart) const;
     /// The position of the last @p ch; -1 if there is none.
     [[nodiscard]] int ReverseFind(unsigned short ch) const;
@@ -314,8 +317,9 @@ public:
     int Insert(int nIndex, unsigned short ch);
     /// As above. The empty text changes nothing, nor the sharing.
     int Insert(int nIndex, const unsigned short* text);
-    /// By contract: the length before the deletion. An index below 0 counts as 0; nothing happens for a count below 1 or an index
-    /// at or beyond the end. The deleted units should lie within the text; those that do not are left out.
+    /// By contract: the length before the deletion, so a host takes the new one from GetLength. An index below 0 counts as 0; nothing
+    /// happens for a count below 1 or an index at or beyond the end. The deleted units should lie within the text; those that do not are
+    /// left out.
     int Delete(int nIndex, int nCount);
     /// The number of units replaced, beyond embedded zeros too. Equal units change nothing, nor the sharing.
     int Replace(unsigned short oldCh, unsigned short newCh);
@@ -328,12 +332,14 @@ public:
     void MakeUpper();
     void MakeLower();
     void MakeReverse();
-    /// Each cuts off what stands at one end: white space, one unit, or units of a set. White space is 0x09 to 0x0D, 0x20, and, by contract, every unit whose value is white space in the multibyte code page.
+    /// Each cuts off what stands at one end: white space, one unit, or units of a set. White space is 0x09 to 0x0D, 0x20, and, by contract,
+    /// every unit whose value is white space in the multibyte code page.
     void TrimLeft();
     void TrimLeft(unsigned short ch);
     /// The empty set changes nothing, nor the sharing.
     void TrimLeft(const unsigned short* set);
-    /// By contract: the end is that at the first 0 unit; what follows it goes only when there is something to trim.
+    /// By contract: the end is that at the first 0 unit, as of a terminated text; what follows it goes only when there is something to
+    /// trim.
     void TrimRight();
     void TrimRight(unsigned short ch);
     void TrimRight(const unsigned short* set);
@@ -402,11 +408,12 @@ public:
     [[nodiscard]] static int _GetWindowTextLength(const CWnd* pWnd);
     /// Becomes the window's text up to the first 0, and returns what the platform's call does; 0 for an empty one.
     int _GetWindowText(const CWnd* pWnd);
-    /// Makes this the window's text, and returns what the platform's call does. By contract: null is the null handle.
+    /// Makes this the window's text, and returns what the platform's call does. By contract: null is the null handle, for which that call
+    /// fails.
     BOOL _SetWindowText(const CWnd* pWnd) const;
     /// Becomes an item's text, and returns what the platform's call does; 0: there is none, and the string is empty.
     /// @param flags MF_BYCOMMAND or MF_BYPOSITION.
-    /// By contract: outside the NT family the text is read as 8-bit text and the result is 1.
+    /// By contract: outside the NT family the text is read as 8-bit text, since menus there hold no other, and the result is 1.
     int _GetMenuString(const CMenu* pMenu, UINT id, UINT flags);
 
     /// A new system string with exactly the units of the text, for the caller to free.
@@ -493,7 +500,7 @@ CWStr operator+(const CWStr& left, const TEXT&)
 /// Throws: as CArchive.
 KELGEN_API CArchive& operator<<(CArchive& archive, const CWStr& text);
 /// Loads what << stores. By contract: a record without 0xFF, 0xFFFE in front is 8-bit text with the same forms of length, which is not
-/// converted: its bytes are taken in pairs, low byte first, up to the first 0 unit, and a lock ends.
+/// converted, since nothing tells its code page: its bytes are taken in pairs, low byte first, up to the first 0 unit, and a lock ends.
 /// Throws: as CArchive; endOfFile for a text that is cut, @p text is then empty. Cost: a wrong length allocates at most twice what is
 /// there.
 KELGEN_API CArchive& operator>>(CArchive& archive, CWStr& text);

@@ -37,8 +37,8 @@ public:
     using CFastArray<CWStr, const CWStr&>::Add;
     using CFastArray<CWStr, const CWStr&>::AddUnique;
 
-    /// Appends CWStr(text) and returns its index. By contract: a value below 0x10000 is the number of a string resource, here and
-    /// in the next two.
+    /// Appends CWStr(text) and returns its index. By contract: a value below 0x10000 is the number of a string resource, as for CWStr,
+    /// here and in the next two.
     int Add(const unsigned short* text);
     /// Appends @p text unless an entry has the very same units.
     void AddUnique(const unsigned short* text);
@@ -70,7 +70,7 @@ public:
 
     /// Writes the entries to the application's profile as the values "entry.0", "entry.1" and so on, in the OEM code page.
     /// Without an application object nothing is written; a failed write is passed over.
-    /// By contract: no count is kept, and values of a longer list written before stay.
+    /// By contract: no count is kept, so values of a longer list written before stay and are read again.
     void WriteToRegistry(const char* section, const char* entry);
     /// Appends the values that WriteToRegistry wrote, up to the first that is missing or empty, and returns how many there were.
     int AddFromRegistry(CString section, CString entry);

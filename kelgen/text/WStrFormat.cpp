@@ -114,7 +114,8 @@ private:
         m_readsTarget |= place >= reinterpret_cast<std::uintptr_t>(m_first) && place <= reinterpret_cast<std::uintptr_t>(m_last);
     }
 
-    /// By contract: each unit counts as all the units from it to the format's end. Returns the next '%'.
+    /// By contract, since the capacity shows the sum, each unit counts as all the units from it to the format's end. Returns the next
+    /// '%'.
     const unsigned short* AddLiterals(const unsigned short* first)
     {
         const unsigned short* last = first;
@@ -273,7 +274,8 @@ private:
             return std::max(1LL, BoundedLength(narrow, most));
         if (mark == 'l' || letter == 's')
             return std::max(1LL, precision > 0 ? BoundedLength(wide, most) : CWStr::SafeStrlen(wide));
-        // By contract: an unmarked 'S' is measured in units though it is printed in bytes. Those behind the terminator count as 0.
+        // By contract, since the capacity shows it, an unmarked 'S' is measured in units though it is printed in bytes. Those behind the
+        // terminator count as 0.
         const long long bytes = BoundedLength(narrow, most);
         return bytes == most ? most : std::max(1LL, (bytes + 1) / 2);
     }

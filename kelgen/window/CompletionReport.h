@@ -21,8 +21,8 @@ public:
     CCompletionReportSource& operator=(const CCompletionReportSource& other);
     virtual ~CCompletionReportSource();
 
-    /// Tells the listener, if any, of the progress so far. By contract: the counters say how much is done, whatever the
-    /// argument.
+    /// Tells the listener, if any, of the progress so far. By contract: the counters say how much is done, whatever the argument, so a
+    /// task sets them first.
     virtual void ReportCompletion(double);
     /// The listener, owned by the host, or null. One that is destroyed is taken away.
     virtual void SetCompletionReportListener(CCompletionReportListener* pListener);
@@ -30,7 +30,7 @@ public:
     virtual void SetTaskId(UINT nTaskId);
 
 protected:
-    /// Starts at step 0. By contract: the progress within the step stays.
+    /// Starts at step 0. By contract: the progress within the step stays, so a task sets that too.
     void ReportCompletionFirstStep() { m_nStep = 0; }
     /// Completes @p n steps. A number of steps that no int holds wraps.
     void ReportCompletionNextStep(int n) { m_nStep = static_cast<int>(static_cast<UINT>(m_nStep) + static_cast<UINT>(n)); }
@@ -38,7 +38,8 @@ protected:
     void ReportCompletionSetStepCount(int n) { m_nStepCount = n; }
     /// The part of the present step that is done.
     void ReportCompletionSetStepProgress(double d) { m_dStepProgress = d; }
-    /// The part of all steps that is done. By contract: infinite or no number with a count of 0, which is not looked at.
+    /// The part of all steps that is done. By contract: infinite or no number with a count of 0, which is not tested, so a task sets the
+    /// count first.
     double ReportCompletionGetProgress();
 
     UINT m_nTaskId = 0;
@@ -71,8 +72,8 @@ public:
     /// Starts a script without tasks; those of the last one keep this listener.
     void ReportCompletionScriptStart();
 
-    /// Becomes the listener of @p p and gives it the next number; null is ignored. By contract: a task that is attached already is appended again and
-    /// has the new number from then on.
+    /// Becomes the listener of @p p and gives it the next number; null is ignored. By contract: a task that is attached already is
+    /// appended again and has the new number from then on, so a host attaches each once.
     void ReportCompletionScriptAttachSource(CCompletionReportSource* p);
 
 private:

@@ -60,8 +60,8 @@ public:
 
     /// What the platform calls: the first listed window with the message's handle gets it, then the next hook in the chain of the thread
     /// that the window belongs to; 0 when that thread has none here.
-    /// By contract: for a message of a window that is not listed it is 0 and the chain ends. The thread is looked for in as many places
-    /// as there are windows in the list.
+    /// By contract: for a message of a window that is not listed it is 0 and the chain ends, so a host lists every window whose messages
+    /// older hooks must see. The thread is looked for in as many places as there are windows in the list.
     /// Throws: the invalid-argument exception when those are more than there are threads and the thread is not among them.
     static LRESULT CALLBACK MessageFilterMessageProc(int code, WPARAM wParam, LPARAM lParam);
 
@@ -77,8 +77,8 @@ protected:
 
 /// Listens to the mouse, through a CMouseHook. Each operation does nothing by itself.
 ///
-/// By contract: @p nFlags is the extra information of the event (SendInput, mouse_event), @p point is in screen coordinates.
-/// Destroyed, it leaves every CMouseHook.
+/// By contract: @p nFlags is the extra information of the event (SendInput, mouse_event), since a hook is told no keys; @p point is in
+/// screen coordinates. Destroyed, it leaves every CMouseHook.
 class KELGEN_API CMouseHookInterface
 {
 public:
@@ -110,8 +110,8 @@ public:
     /// The one that was installed last; it gets the events.
     static CMouseHook* pthemousehook;
 
-    /// Installs the hook for all threads; false on failure. By contract: the argument is not used, and a hook that this object has
-    /// installed before stays.
+    /// Installs the hook for all threads; false on failure. By contract: the argument is not used, since the procedure is this library's,
+    /// and a hook that this object has installed before stays.
     bool MouseHook(HINSTANCE);
     /// Installs the hook: null names no module.
     bool MouseHook(std::nullptr_t) { return MouseHook(HINSTANCE{nullptr}); }

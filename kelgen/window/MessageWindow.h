@@ -15,7 +15,7 @@ public:
     explicit CMessageWindow(CMessageWindowListener* pListener);
     ~CMessageWindow() override;
 
-    /// Null for none.
+    /// Sets who hears of the window; null for none.
     void MessageWindowSetListener(CMessageWindowListener* pListener);
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;

@@ -25,8 +25,8 @@ namespace _kelgen {
 /// there. WM_NCDESTROY is not shown to hooks: it detaches them all, and the window's procedure gets it.
 ///
 /// Hooks may be attached, detached and destroyed while a message is under way. One that has been destroyed takes no further part.
-/// By contract: one that has been detached and lives does: it gets its stages in the body and after, and the message goes on at the hook
-/// that came next when it was detached.
+/// By contract: one that has been detached and lives does, so that it sees the end of what it saw begin: it gets its stages in the body
+/// and after, and the message goes on at the hook that came next when it was detached.
 /// A copy is not attached, though it shows the same window.
 /// By contract: the procedure that the window had comes back with the last hook, even if somebody else has replaced it meanwhile:
 /// whoever that was cannot be told.

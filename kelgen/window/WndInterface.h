@@ -81,13 +81,14 @@ public:
     };
 
     C000WndInterface() = default;
-    /// The flags and the hooks.
+    /// Copies the flags and the hooks.
     C000WndInterface(const C000WndInterface& other);
     C000WndInterface& operator=(const C000WndInterface& other);
 
     /// Runs the hooks before, then _000OnPosCreate for MESSAGE_WNDPOSCREATE. True ends the message's way.
     virtual bool _000BeforeWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
-    /// Runs the hooks in the body. True ends the message's way. By contract: true for WM_NCDESTROY, which goes no further.
+    /// Runs the hooks in the body. True ends the message's way. By contract: true for WM_NCDESTROY, which goes no further, so that the
+    /// framework does not delete the object with its window.
     virtual bool _000BodyWindowProc(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
     /// Runs the hooks after. Unless one stopped WM_CREATE, sets the flag and posts MESSAGE_WNDPOSCREATE to the window. An override calls
     /// this first and returns true if it did; true even when a hook has destroyed this object.

@@ -29,7 +29,8 @@ public:
     std::string m_events;
 };
 
-/// A frame whose window the test shows and hides; a popup, for which no desktop waits for a window manager. The objects are the test's to delete.
+/// A frame whose window the test shows and hides; a popup, for which no desktop waits for a window manager. The objects are the test's to
+/// delete.
 class TestFrame : public CKelGenFrameWnd
 {
 public:

@@ -38,13 +38,15 @@ int TextOrder(const CString& a, const CString& b)
 
 TEST(BaseArray, ConstructorsFillInOrder)
 {
-    for (const auto& [expected, array] : Table<Ints, IntArray>{{{}, {}},
-                                                               {{5}, {5}},
-                                                               {{5, 1, 2}, {5, IntArray(2, 1, 2)}},
-                                                               {{7, 8, 9}, {3, 7, 8, 9}},
-                                                               {{7}, {1, 7, 8}},
-                                                               {{}, {0, 7}},
-                                                               {{}, {-2, 7}}})
+    for (const auto& [expected, array] : Table<Ints, IntArray>{
+             {{}, {}},
+             {{5}, {5}},
+             {{5, 1, 2}, {5, IntArray(2, 1, 2)}},
+             {{7, 8, 9}, {3, 7, 8, 9}},
+             {{7}, {1, 7, 8}},
+             {{}, {0, 7}},
+             {{}, {-2, 7}},
+         })
         EXPECT_EQ(expected, ElementsOf(array));
 
     const TextArray texts(2, "one", "two");
@@ -100,7 +102,13 @@ TEST(BaseArray, RemoveAllKeepsTheBlockUnlessReleased)
 TEST(BaseArray, FindFirstSearchesFromTheStart)
 {
     IntArray array(4, 3, 1, 3, 2);
-    for (const auto& [start, at] : Table<int, int>{{0, 0}, {1, 2}, {3, -1}, {4, -1}, {INT_MAX, -1}})
+    for (const auto& [start, at] : Table<int, int>{
+             {0, 0},
+             {1, 2},
+             {3, -1},
+             {4, -1},
+             {INT_MAX, -1},
+         })
         EXPECT_EQ(at, array.FindFirst(3, Difference, start)) << start;
 
     g_asked.clear();
@@ -154,8 +162,17 @@ TEST(BaseArray, ElementsOfTheArrayAreValidArgumentsWhileItGrows)
 
 TEST(BaseArray, SortFindGivesResultPlaceAndComparisons)
 {
-    for (const auto& [name, elements, wanted, start, found, place, comparisons] :
-         Table<const char*, Ints, int, int, bool, int, std::size_t>{
+    struct Case
+    {
+        const char* name;
+        Ints elements;
+        int wanted;
+        int start;
+        bool found;
+        int place;
+        std::size_t comparisons;
+    };
+    for (const Case& row : std::vector<Case>{
              {"empty", {}, 1, 5, false, 0, 0},
              {"only one", {4}, 4, 0, true, 0, 1},
              {"missing compares once more", {4}, 3, 0, false, 0, 2},
@@ -164,17 +181,17 @@ TEST(BaseArray, SortFindGivesResultPlaceAndComparisons)
              {"bound leaves out the first", {9, 7, 5, 3}, 9, 1, false, 0, 3},
              {"bound at the end", {9, 7, 5, 3}, 3, 4, false, 3, 1},
          }) {
-        SCOPED_TRACE(name);
+        SCOPED_TRACE(row.name);
         IntArray array;
-        for (const int element : elements)
+        for (const int element : row.elements)
             array.Add(element);
-        int index = start;
+        int index = row.start;
         g_asked.clear();
-        EXPECT_EQ(found, array.SortFind(wanted, NotedDifference, index));
-        EXPECT_EQ(place, index);
-        EXPECT_EQ(comparisons, g_asked.size());
+        EXPECT_EQ(row.found, array.SortFind(row.wanted, NotedDifference, index));
+        EXPECT_EQ(row.place, index);
+        EXPECT_EQ(row.comparisons, g_asked.size());
         for (const auto& [element, value] : g_asked)
-            EXPECT_EQ(wanted, value) << "the element comes first";
+            EXPECT_EQ(row.wanted, value) << "the element comes first";
     }
 }
 

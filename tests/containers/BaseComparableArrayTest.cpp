@@ -165,8 +165,13 @@ TEST(BaseComparableArray, AThrowingComparisonLeavesAWholeArray)
 
 TEST(BaseComparableArray, MaximumIndexIsMinusOneUnlessALaterElementExceeds)
 {
-    for (const auto& [at, array] :
-         Table<int, IntArray>{{-1, {3, 9, 3, 5}}, {1, {3, 3, 9, 5}}, {1, {4, 3, 9, 5, 9}}, {-1, {7}}, {-1, {2, 7, 7}}})
+    for (const auto& [at, array] : Table<int, IntArray>{
+             {-1, {3, 9, 3, 5}},
+             {1, {3, 3, 9, 5}},
+             {1, {4, 3, 9, 5, 9}},
+             {-1, {7}},
+             {-1, {2, 7, 7}},
+         })
         EXPECT_EQ(at, array.GetMaxValueIndex()) << testing::PrintToString(ElementsOf(array));
     EXPECT_THROW(IntArray().GetMaxValueIndex(), CInvalidArgException*);
 

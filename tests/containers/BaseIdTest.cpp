@@ -155,8 +155,16 @@ TEST(BaseId, OrdersByBytesThenBySeed)
     unsigned char zero[16] = {};
     unsigned char one[16] = {1};
     unsigned char high[16] = {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0xFF};
-    for (const auto& [name, leftBytes, leftSeed, rightBytes, rightSeed, order] :
-         Table<const char*, unsigned char*, CBaseComparable*, unsigned char*, CBaseComparable*, int>{
+    struct Case
+    {
+        const char* name;
+        unsigned char* leftBytes;
+        CBaseComparable* leftSeed;
+        unsigned char* rightBytes;
+        CBaseComparable* rightSeed;
+        int order;
+    };
+    for (const Case& row : std::vector<Case>{
              {"lowest byte decides", high, &nameB, one, &nameA, -1},
              {"bytes are unsigned", high, nullptr, zero, &nameA, 1},
              {"both nameless", one, nullptr, one, nullptr, 0},
@@ -165,9 +173,9 @@ TEST(BaseId, OrdersByBytesThenBySeed)
              {"by name", one, &nameA, one, &nameB, -1},
          }) {
         Id left, right;
-        left.Set(leftBytes, leftSeed);
-        right.Set(rightBytes, rightSeed);
-        EXPECT_EQ(order, left.Compare(right)) << name;
-        EXPECT_EQ(-order, right.Compare(left)) << name;
+        left.Set(row.leftBytes, row.leftSeed);
+        right.Set(row.rightBytes, row.rightSeed);
+        EXPECT_EQ(row.order, left.Compare(right)) << row.name;
+        EXPECT_EQ(-row.order, right.Compare(left)) << row.name;
     }
 }

@@ -7,6 +7,8 @@
 
 #include "Elements.h"
 
+#include <vector>
+
 using namespace kelgen::test;
 
 namespace {
@@ -143,7 +145,10 @@ TEST(FastArray, EveryMemberSpeaksOfTheUsedElements)
              {"Push", [](FastTexts& texts) { texts.Push("x"); }, {"one", "three", "x"}},
              {"Pop", [](FastTexts& texts) { EXPECT_EQ("three", texts.Pop()); }, {"one"}},
              {"AddUnique of a removed value",
-              [](FastTexts& texts) { texts.RemoveAt(1), texts.AddUnique("three", ByText); },
+              [](FastTexts& texts) {
+                  texts.RemoveAt(1);
+                  texts.AddUnique("three", ByText);
+              },
               {"one", "three"}},
              {"AddUnique of a used value", [](FastTexts& texts) { texts.AddUnique("three", ByText); }, {"one", "three"}},
              {"Append", [](FastTexts& texts) { EXPECT_EQ(2, texts.Append(texts)); }, {"one", "three", "one", "three"}},
@@ -158,11 +163,27 @@ TEST(FastArray, EveryMemberSpeaksOfTheUsedElements)
              {"SetSize", [](FastTexts& texts) { texts.SetSize(3); }, {"one", "three", ""}},
              {"SetSize to less", [](FastTexts& texts) { texts.SetSize(1); }, {"one"}},
              {"IncrementSize", [](FastTexts& texts) { texts.IncrementSize(1); }, {"one", "three", ""}},
-             {"SortAdd", [](FastTexts& texts) { texts.Swap(0, 1), texts.SortAdd("p", ByText); }, {"three", "p", "one"}},
-             {"BubbleSort", [](FastTexts& texts) { texts.SetAt(2, "a"), texts.Swap(0, 1), texts.BubbleSort(ByText); }, {"one", "three"}},
+             {"SortAdd",
+              [](FastTexts& texts) {
+                  texts.Swap(0, 1);
+                  texts.SortAdd("p", ByText);
+              },
+              {"three", "p", "one"}},
+             {"BubbleSort",
+              [](FastTexts& texts) {
+                  texts.SetAt(2, "a");
+                  texts.Swap(0, 1);
+                  texts.BubbleSort(ByText);
+              },
+              {"one", "three"}},
              {"RemoveDuplicates", [](FastTexts& texts) { texts.RemoveDuplicates(ByText); }, {"one", "three"}},
              {"LastElement", [](FastTexts& texts) { texts.LastElement() = "x"; }, {"one", "x"}},
-             {"FreeExtra", [](FastTexts& texts) { EXPECT_EQ(2, (texts.FreeExtra(), SlotsOf(texts))); }, {"one", "three"}},
+             {"FreeExtra",
+              [](FastTexts& texts) {
+                  texts.FreeExtra();
+                  EXPECT_EQ(2, SlotsOf(texts));
+              },
+              {"one", "three"}},
          }) {
         FastTexts texts = two;
         change(texts);

@@ -18,7 +18,11 @@ TEST(BaseIntArray, SortAddDescends)
     for (const int value : {5, 7, 6})
         array.SortAdd(value);
     EXPECT_EQ(Ints({7, 6, 5}), ElementsOf(array));
-    for (const auto& [value, at] : Table<int, int>{{5, 2}, {7, 0}, {4, -1}})
+    for (const auto& [value, at] : Table<int, int>{
+             {5, 2},
+             {7, 0},
+             {4, -1},
+         })
         EXPECT_EQ(at, array.SortFind(value)) << value;
     EXPECT_EQ(-1, CBaseIntArray().SortFind(4));
     EXPECT_EQ(INT_MAX, CBaseIntArray::IntCompare(INT_MIN, 1)) << "the difference wraps";
@@ -26,7 +30,14 @@ TEST(BaseIntArray, SortAddDescends)
 
 TEST(BaseIntArray, TextBecomesNumbers)
 {
-    for (const auto& [text, separator, keepEmpty, numbers] : Table<const char*, const char*, bool, Ints>{
+    struct Case
+    {
+        const char* text;
+        const char* separator;
+        bool keepEmpty;
+        Ints numbers;
+    };
+    for (const Case& row : std::vector<Case>{
              {"3;1;;2", ";", true, {3, 1, -9, 2}},
              {"3;1;;2", ";", false, {3, 1, 2}},
              {";4;", ";", true, {-9, 4}},
@@ -36,10 +47,10 @@ TEST(BaseIntArray, TextBecomesNumbers)
              {"4294967295;99999999999999999999", ";", true, {-1, 1661992959}},  // the low 32 bits
          }) {
         CBaseIntArray array(100);
-        array.AddString(text, separator, keepEmpty, -9);
-        Ints expected = numbers;
+        array.AddString(row.text, row.separator, row.keepEmpty, -9);
+        Ints expected = row.numbers;
         expected.insert(expected.begin(), 100);
-        EXPECT_EQ(expected, ElementsOf(array)) << text;
+        EXPECT_EQ(expected, ElementsOf(array)) << row.text;
     }
 }
 

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <climits>
 #include <functional>
+#include <vector>
 
 using namespace kelgen::test;
 
@@ -49,15 +50,21 @@ struct Counted
 
 TEST(Array, AddToAFullBlockGrowsByTheStep)
 {
-    const struct
+    struct Case
     {
         const char* name;
-        int size, growBy, grownTo;
-    } rows[] = {
-        {"automatic, at least 4", 8, 0, 12},          {"automatic, an eighth", 40, 0, 45}, {"automatic, an eighth rounded down", 47, 0, 52},
-        {"automatic, at most 1024", 16000, 0, 17024}, {"own step", 10, 100, 110},          {"own step of one", 100, 1, 101},
+        int size;
+        int growBy;
+        int grownTo;
     };
-    for (const auto& row : rows) {
+    for (const Case& row : std::vector<Case>{
+             {"automatic, at least 4", 8, 0, 12},
+             {"automatic, an eighth", 40, 0, 45},
+             {"automatic, an eighth rounded down", 47, 0, 52},
+             {"automatic, at most 1024", 16000, 0, 17024},
+             {"own step", 10, 100, 110},
+             {"own step of one", 100, 1, 101},
+         }) {
         SCOPED_TRACE(row.name);
         Ints array;
         array.SetSize(row.size);
@@ -121,7 +128,10 @@ TEST(Array, MisuseThrowsInvalidArgumentAndChangesNothing)
         [](Ints& a) { a.RemoveAt(0, -1); },
         [](Ints& a) { a.RemoveAt(2, 3); },
         [](Ints& a) { a.RemoveAt(2, INT_MAX); },
-        [](Ints& a) { a.SetSize(4, INT_MAX), a.InsertAt(0, 1, 2); },
+        [](Ints& a) {
+            a.SetSize(4, INT_MAX);
+            a.InsertAt(0, 1, 2);
+        },
     };
     for (const auto& misuse : misuses) {
         SCOPED_TRACE(&misuse - misuses);

@@ -34,7 +34,11 @@ protected:
         if (exchange->m_bSaveAndValidate && m_failures-- > 0)
             exchange->Fail();
     }
-    void OnOK() override { Traffic::Add("ok"), CDialog::OnOK(); }
+    void OnOK() override
+    {
+        Traffic::Add("ok");
+        CDialog::OnOK();
+    }
     void PostNcDestroy() override { Traffic::Add(m_hWnd ? "[attached]" : "[gone]"); }
 };
 

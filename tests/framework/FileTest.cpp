@@ -146,7 +146,11 @@ TEST(File, ClosedFileFailsAndCloseIsHarmless)
     EXPECT_NE("", Thrown([&] { file.GetLength(); }));
     EXPECT_NE("", Thrown([&] { file.Seek(0, CFile::begin); }));
     EXPECT_NE("", Thrown([&] { delete file.Duplicate(); }));
-    EXPECT_EQ("", Thrown([&] { file.Close(), file.Abort(), file.Flush(); }));
+    EXPECT_EQ("", Thrown([&] {
+                  file.Close();
+                  file.Abort();
+                  file.Flush();
+              }));
     CFileStatus status;
     EXPECT_FALSE(file.GetStatus(status));
     EXPECT_EQ("CInvalidArgException", Thrown([&] { file.SetFilePath(nullptr); }));

@@ -20,6 +20,14 @@ void Record(const char* name, Values... values)
     Traffic::Add(text.str() + ")");
 }
 
+/// Records, and returns @p answer.
+template <class Answer, class... Values>
+Answer Answered(Answer answer, const char* name, Values... values)
+{
+    Record(name, values...);
+    return answer;
+}
+
 std::string Name(const CWnd* window)
 {
     const auto recorded = dynamic_cast<const RecordedWnd*>(window);
@@ -39,9 +47,9 @@ protected:
     void OnActivate(UINT state, CWnd* other, BOOL minimized) { Record("activate", state, Name(other), minimized); }
     void OnKeyDown(UINT key, UINT repeat, UINT flags) { Record("key", key, repeat, flags); }
     void OnMouseMove(UINT keys, CPoint at) { Record("mouse", keys, at.x, at.y); }
-    BOOL OnMouseWheel(UINT keys, short delta, CPoint at) { return Record("wheel", keys, delta, at.x), delta < 0; }
-    BOOL OnSetCursor(CWnd* window, UINT hit, UINT message) { return Record("cursor", Name(window), hit, message), TRUE; }
-    LRESULT OnNcHitTest(CPoint at) { return Record("hit", at.x, at.y), HTCAPTION; }
+    BOOL OnMouseWheel(UINT keys, short delta, CPoint at) { return Answered(delta < 0, "wheel", keys, delta, at.x); }
+    BOOL OnSetCursor(CWnd* window, UINT hit, UINT message) { return Answered(TRUE, "cursor", Name(window), hit, message); }
+    LRESULT OnNcHitTest(CPoint at) { return Answered(HTCAPTION, "hit", at.x, at.y); }
     void OnHScroll(UINT code, UINT position, CWnd* bar) { Record("scroll", code, position, Name(bar)); }
     void OnSysCommand(UINT id, LPARAM lParam) { Record("sys", id, lParam); }
     void OnMenuSelect(UINT item, UINT flags, HMENU menu) { Record("select", item, flags, menu != nullptr); }
@@ -52,12 +60,16 @@ protected:
         Record("color", Name(control), kind);
         return reinterpret_cast<HBRUSH>(static_cast<UINT_PTR>(99));
     }
-    BOOL OnQueryEndSession() { return Record("session"), FALSE; }
+    BOOL OnQueryEndSession() { return Answered(FALSE, "session"); }
     void OnParentNotify(UINT message, LPARAM lParam) { Record("notify", message, lParam); }
-    LRESULT OnNumbered(WPARAM wParam, LPARAM lParam) { return Record("numbered", wParam, lParam), 11; }
-    LRESULT OnNarrow(UINT wParam, LPARAM) { return Record("narrow", wParam), 12; }
+    LRESULT OnNumbered(WPARAM wParam, LPARAM lParam) { return Answered(11, "numbered", wParam, lParam); }
+    LRESULT OnNarrow(UINT wParam, LPARAM) { return Answered(12, "narrow", wParam); }
     LRESULT OnRegistered(WPARAM, LPARAM) { return 13; }
-    void OnDestroy() { Record("destroyed"), CWnd::OnDestroy(); }
+    void OnDestroy()
+    {
+        Record("destroyed");
+        CWnd::OnDestroy();
+    }
     DECLARE_MESSAGE_MAP()
 };
 
@@ -116,7 +128,7 @@ public:
 protected:
     void OnOne() { Record("one"); }
     void OnRange(UINT id) { Record("range", id); }
-    BOOL OnMaybe(UINT id) { return Record("maybe", id), id == 21; }
+    BOOL OnMaybe(UINT id) { return Answered(id == 21, "maybe", id); }
     void OnChange() { Record("change"); }
     void OnChangeRange(UINT id) { Record("change-range", id); }
     void OnTree(NMHDR* header, LRESULT* result)
@@ -131,7 +143,11 @@ protected:
         return id != 41;
     }
     void OnUpdateOne(CCmdUI* item) { item->Enable(m_enable); }
-    void OnUpdateRange(CCmdUI* item) { Record("update", item->m_nID), item->ContinueRouting(); }
+    void OnUpdateRange(CCmdUI* item)
+    {
+        Record("update", item->m_nID);
+        item->ContinueRouting();
+    }
     DECLARE_MESSAGE_MAP()
 };
 
@@ -156,7 +172,7 @@ public:
 
 protected:
     void OnChanged() { Record("own-change"); }
-    BOOL OnMaybeUpdated() { return Record("own-update"), FALSE; }
+    BOOL OnMaybeUpdated() { return Answered(FALSE, "own-update"); }
     void OnOwnNotify(NMHDR*, LRESULT* result)
     {
         Record("own-notify");

@@ -24,14 +24,42 @@ class Note : public CDocument
 public:
     ~Note() override { Add("~doc"); }
     void Serialize(CArchive& ar) override;
-    void DeleteContents() override { Add("empty"), m_text.Empty(); }
-    BOOL OnNewDocument() override { return Add("new"), CDocument::OnNewDocument() && !refuseNew; }
-    BOOL CanCloseFrame(CFrameWnd* frame) override { return Add("may-close?"), CDocument::CanCloseFrame(frame); }
-    BOOL SaveModified() override { return Add("save?"), CDocument::SaveModified(); }
-    void PreCloseFrame(CFrameWnd* frame) override { Add("closing-frame"), CDocument::PreCloseFrame(frame); }
-    void OnCloseDocument() override { Add("close"), CDocument::OnCloseDocument(); }
+    void DeleteContents() override
+    {
+        Add("empty");
+        m_text.Empty();
+    }
+    BOOL OnNewDocument() override
+    {
+        Add("new");
+        return CDocument::OnNewDocument() && !refuseNew;
+    }
+    BOOL CanCloseFrame(CFrameWnd* frame) override
+    {
+        Add("may-close?");
+        return CDocument::CanCloseFrame(frame);
+    }
+    BOOL SaveModified() override
+    {
+        Add("save?");
+        return CDocument::SaveModified();
+    }
+    void PreCloseFrame(CFrameWnd* frame) override
+    {
+        Add("closing-frame");
+        CDocument::PreCloseFrame(frame);
+    }
+    void OnCloseDocument() override
+    {
+        Add("close");
+        CDocument::OnCloseDocument();
+    }
     BOOL OnCmdMsg(UINT id, int code, void* extra, AFX_CMDHANDLERINFO* info) override;
-    void Change(LPCSTR text) { m_text = text, SetModifiedFlag(); }
+    void Change(LPCSTR text)
+    {
+        m_text = text;
+        SetModifiedFlag();
+    }
 
     CString m_text;
     static bool refuseNew, failSerialize;
@@ -40,7 +68,11 @@ protected:
     void OnShared() { Add("doc-shared"); }
     void OnStamp() { Add("stamp"); }
     void OnUpdateLocked(CCmdUI* item) { item->Enable(FALSE); }
-    void OnUpdateTicked(CCmdUI* item) { item->Enable(), item->SetCheck(); }
+    void OnUpdateTicked(CCmdUI* item)
+    {
+        item->Enable();
+        item->SetCheck();
+    }
     DECLARE_MESSAGE_MAP()
 
 private:
@@ -53,7 +85,11 @@ class NoteView : public CView
 
 public:
     ~NoteView() override { Traffic::Add("~view"); }
-    void OnInitialUpdate() override { Traffic::Add("initial"), CView::OnInitialUpdate(); }
+    void OnInitialUpdate() override
+    {
+        Traffic::Add("initial");
+        CView::OnInitialUpdate();
+    }
     BOOL OnCmdMsg(UINT id, int code, void* extra, AFX_CMDHANDLERINFO* info) override;
 
     bool m_takeShared = false;
@@ -61,7 +97,11 @@ public:
 protected:
     void OnDraw(CDC*) override {}
     void OnUpdate(CView* sender, LPARAM hint, CObject* object) override;
-    LRESULT OnIdleUpdate(WPARAM wParam, LPARAM) { return Traffic::Add(wParam ? "view-idle" : "view-idle?"), 0; }
+    LRESULT OnIdleUpdate(WPARAM wParam, LPARAM)
+    {
+        Traffic::Add(wParam ? "view-idle" : "view-idle?");
+        return 0;
+    }
     void OnShared() { Traffic::Add("view-shared"); }
     DECLARE_MESSAGE_MAP()
 };
@@ -87,7 +127,11 @@ public:
     using Base::m_nIDTracking;
 
 protected:
-    void PostNcDestroy() override { Traffic::Add("~frame"), Base::PostNcDestroy(); }
+    void PostNcDestroy() override
+    {
+        Traffic::Add("~frame");
+        Base::PostNcDestroy();
+    }
 };
 
 class NoteFrame : public RecordedFrame<CFrameWnd>
@@ -123,7 +167,11 @@ public:
     /// Sends a command as a menu does.
     void Command(UINT id) { m_pMainWnd->SendMessage(WM_COMMAND, id); }
 
-    int DoMessageBox(LPCSTR prompt, UINT, UINT) override { return Traffic::Add("ask[" + std::string(prompt) + "]"), m_answer; }
+    int DoMessageBox(LPCSTR prompt, UINT, UINT) override
+    {
+        Traffic::Add("ask[" + std::string(prompt) + "]");
+        return m_answer;
+    }
     BOOL DoPromptFileName(CString& fileName, UINT titleId, DWORD flags, BOOL openFile, CDocTemplate* docTemplate) override;
 
     int m_answer = IDNO;

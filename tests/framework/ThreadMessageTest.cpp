@@ -80,7 +80,11 @@ public:
     using RecordedWnd::RecordedWnd;
     UINT m_taken = 0;
 
-    BOOL PreTranslateMessage(MSG* message) override { return Traffic::Add(m_name + "pre"), message->message == m_taken; }
+    BOOL PreTranslateMessage(MSG* message) override
+    {
+        Traffic::Add(m_name + "pre");
+        return message->message == m_taken;
+    }
 };
 
 /// A window with a modal loop that idles twice.
@@ -329,8 +333,16 @@ TEST(ThreadMessage, ProgramRunsItsApplication)
         explicit Program(const char* failing) : m_failing(failing) {}
         BOOL InitApplication() override { return Step("application"); }
         BOOL InitInstance() override { return Step("instance"); }
-        int Run() override { return Step("run"), CWinApp::Run(); }
-        int ExitInstance() override { return Step("exit"), CWinApp::ExitInstance() + 40; }
+        int Run() override
+        {
+            Step("run");
+            return CWinApp::Run();
+        }
+        int ExitInstance() override
+        {
+            Step("exit");
+            return CWinApp::ExitInstance() + 40;
+        }
 
     private:
         bool Step(const std::string& step)

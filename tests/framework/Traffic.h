@@ -65,7 +65,11 @@ protected:
             Traffic::Add(m_name + name);
         return CWnd::WindowProc(message, wParam, lParam);
     }
-    BOOL PreCreateWindow(CREATESTRUCTA& cs) override { return Traffic::Add(m_name + "[pre-create]"), CWnd::PreCreateWindow(cs); }
+    BOOL PreCreateWindow(CREATESTRUCTA& cs) override
+    {
+        Traffic::Add(m_name + "[pre-create]");
+        return CWnd::PreCreateWindow(cs);
+    }
     void PreSubclassWindow() override { Traffic::Add(m_name + (FromHandlePermanent(m_hWnd) == this ? "[subclass]" : "[lost]")); }
     void PostNcDestroy() override { Traffic::Add(m_name + (m_hWnd ? "[still attached]" : "[gone]")); }
 };
@@ -75,7 +79,11 @@ class QuietApp : public CWinApp
 {
 public:
     QuietApp() : CWinApp("Quiet") {}
-    int DoMessageBox(LPCSTR prompt, UINT, UINT) override { return Traffic::Add("box(" + std::string(prompt) + ")"), IDOK; }
+    int DoMessageBox(LPCSTR prompt, UINT, UINT) override
+    {
+        Traffic::Add("box(" + std::string(prompt) + ")");
+        return IDOK;
+    }
 };
 
 }  // namespace kelgen::test

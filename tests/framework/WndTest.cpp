@@ -232,7 +232,10 @@ TEST(Wnd, AttachLeavesTheProcedureAndDetachTheWindow)
         object.Detach();
         EXPECT_EQ(&second, CWnd::FromHandlePermanent(handle));
         CWnd* seenElsewhere = &second;
-        const OwnedHandle thread = StartThread([&] { return seenElsewhere = CWnd::FromHandlePermanent(handle), 0u; });
+        const OwnedHandle thread = StartThread([&] {
+            seenElsewhere = CWnd::FromHandlePermanent(handle);
+            return 0u;
+        });
         WaitForSingleObject(thread.get(), kDeadline);
         EXPECT_EQ(nullptr, seenElsewhere);
         EXPECT_EQ(handle, second.Detach());

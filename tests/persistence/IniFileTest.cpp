@@ -78,12 +78,13 @@ TEST(IniFile, LinesBecomeTheModel)
 TEST(IniFile, LookUpTakesTheFirstMatch)
 {
     CIniFile ini(Written("[A]\nNAME=1\nname=2\n[a]\nname=3\n[A]\nonly=4\n[V]\none\nx=y\ntwo\n").c_str());
-    for (const auto& [section, property, value] :
-         Table<const char*, const char*, const char*>{{"A", "Name", "1"},
-                                                      {"a", "NAME", "3"},
-                                                      {"A", "only", ""},
-                                                      {"B", "name", ""},
-                                                      {"A", "name ", ""}})  // the first section of the name decides
+    for (const auto& [section, property, value] : Table<const char*, const char*, const char*>{
+             {"A", "Name", "1"},
+             {"a", "NAME", "3"},
+             {"A", "only", ""},  // the first section of the name decides
+             {"B", "name", ""},
+             {"A", "name ", ""},
+         })
         EXPECT_STREQ(value, ini.GetPropertyValue(section, property)) << section << "." << property;
 
     EXPECT_EQ(ini.GetAt(0), ini.FindSection("A"));

@@ -37,8 +37,15 @@ struct RegistryPropertyExchange : testing::Test
 
 TEST_F(RegistryPropertyExchange, EveryTypeIsWrittenAndLoadedAsText)
 {
-    for (const auto& [type, value, written, foreign, loaded] :
-         Table<EPropertyType, const char*, std::optional<std::string>, const char*, const char*>{
+    struct Case
+    {
+        EPropertyType type;
+        const char* value;
+        std::optional<std::string> written;
+        const char* foreign;
+        const char* loaded;
+    };
+    for (const Case& row : std::vector<Case>{
              {eptInteger, "-5", "-5", " 42x", "42"},
              {eptUnsignedInteger, "-1", "4294967295", "4294967295", "4294967295"},
              {eptShort, "-5", "-5", "40000", "-25536"},
@@ -50,15 +57,15 @@ TEST_F(RegistryPropertyExchange, EveryTypeIsWrittenAndLoadedAsText)
              {eptUndefined, "5", std::nullopt, "5", ""},
              {EPropertyType(8), "5", std::nullopt, "5", ""},
          }) {
-        const std::string name = "type " + std::to_string(type) + " " + value;
+        const std::string name = "type " + std::to_string(row.type) + " " + row.value;
         SCOPED_TRACE(name);
-        CProperty& property = Add(name.c_str(), type, value);
+        CProperty& property = Add(name.c_str(), row.type, row.value);
         exchange.Write(property);
-        EXPECT_EQ(written, GetText(scratch, name.c_str()));
-        SetText(scratch, name.c_str(), foreign);
+        EXPECT_EQ(row.written, GetText(scratch, name.c_str()));
+        SetText(scratch, name.c_str(), row.foreign);
         exchange.Load(property);
-        EXPECT_STREQ(loaded, property.GetValue().GetValueString());
-        EXPECT_EQ(type, property.GetValue().GetType());
+        EXPECT_STREQ(row.loaded, property.GetValue().GetValueString());
+        EXPECT_EQ(row.type, property.GetValue().GetType());
     }
 }
 

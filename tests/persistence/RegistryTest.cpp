@@ -13,7 +13,14 @@ using namespace std::string_literals;
 
 TEST(Registry, DataIsReadAsText)
 {
-    for (const auto& [name, type, bytes, text] : Table<const char*, DWORD, std::string, const char*>{
+    struct Case
+    {
+        const char* name;
+        DWORD type;
+        std::string bytes;
+        const char* text;
+    };
+    for (const Case& row : std::vector<Case>{
              {"no bytes", REG_SZ, "", ""},
              {"no terminator", REG_SZ, "hello", "hello"},
              {"cut at its first zero", REG_SZ, "ab\0cd\0"s, "ab"},
@@ -23,13 +30,13 @@ TEST(Registry, DataIsReadAsText)
              {"no type", REG_NONE, "text\0"s, nullptr},
              {"long binary", REG_BINARY, std::string(5000, 'x'), nullptr},
          }) {
-        SCOPED_TRACE(name);
+        SCOPED_TRACE(row.name);
         const ScratchKey scratch;
-        RegSetValueExA(scratch, "value", 0, type, Bytes(bytes.c_str()), static_cast<DWORD>(bytes.size()));
+        RegSetValueExA(scratch, "value", 0, row.type, Bytes(row.bytes.c_str()), static_cast<DWORD>(row.bytes.size()));
         CRegistry::CKey key(HKEY_CURRENT_USER, scratch.Path().c_str());
         CString out = "before";
-        EXPECT_EQ(text != nullptr, key.QueryValue("VALUE", out));
-        EXPECT_STREQ(text != nullptr ? text : "before", out);
+        EXPECT_EQ(row.text != nullptr, key.QueryValue("VALUE", out));
+        EXPECT_STREQ(row.text != nullptr ? row.text : "before", out);
     }
 }
 

@@ -64,11 +64,13 @@ TEST_F(PropertySet, EveryListenerHearsEveryAssignmentInOrderOfRegistration)
 TEST_F(PropertySet, IndicesAreChecked)
 {
     const CProperty* const last = &set.PropertyAt(2);
-    for (const auto& [expected, found] : Table<const CProperty*, const CProperty*>{{last, set.FindFirst("width", 1)},
-                                                                                   {last, set.FindFirst(1, 1)},
-                                                                                   {nullptr, set.FindFirst("Width", 0)},
-                                                                                   {nullptr, set.FindFirst("width", 3)},
-                                                                                   {nullptr, set.FindFirst(1, INT_MAX)}})
+    for (const auto& [expected, found] : Table<const CProperty*, const CProperty*>{
+             {last, set.FindFirst("width", 1)},
+             {last, set.FindFirst(1, 1)},
+             {nullptr, set.FindFirst("Width", 0)},
+             {nullptr, set.FindFirst("width", 3)},
+             {nullptr, set.FindFirst(1, INT_MAX)},
+         })
         EXPECT_EQ(expected, found);
     EXPECT_EQ(kInvalid, Thrown([&] { set.FindFirst("width", -1); }));
     EXPECT_EQ(kInvalid, Thrown([&] { set.FindFirst(1, INT_MIN); }));

@@ -40,7 +40,15 @@ struct Counted : CProperty
 
 TEST(PropertyValue, IntegersAreConvertedIntoTheType)
 {
-    for (const auto& [name, type, number, integer, text] : Table<const char*, EPropertyType, int, int, const char*>{
+    struct Case
+    {
+        const char* name;
+        EPropertyType type;
+        int number;
+        int integer;
+        const char* text;
+    };
+    for (const Case& row : std::vector<Case>{
              {"none stores nothing", eptNone, 5, 0, ""},
              {"unknown stores nothing", EPropertyType(99), 5, 0, ""},
              {"lowest", eptInteger, INT_MIN, INT_MIN, "-2147483648"},
@@ -52,16 +60,16 @@ TEST(PropertyValue, IntegersAreConvertedIntoTheType)
              {"true by high bits only", eptBool, 0x100, 1, "1"},
              {"false", eptBool, 0, 0, "0"},
          }) {
-        SCOPED_TRACE(name);
-        CPropertyValue value = Typed(type);
-        value.SetValueInteger(number);
-        EXPECT_EQ(integer, value.GetValueInteger());
-        EXPECT_EQ(static_cast<unsigned int>(integer), value.GetValueUnsignedInteger());
-        EXPECT_STREQ(text, value.GetValueString());
+        SCOPED_TRACE(row.name);
+        CPropertyValue value = Typed(row.type);
+        value.SetValueInteger(row.number);
+        EXPECT_EQ(row.integer, value.GetValueInteger());
+        EXPECT_EQ(static_cast<unsigned int>(row.integer), value.GetValueUnsignedInteger());
+        EXPECT_STREQ(row.text, value.GetValueString());
 
-        value.SetValueUnsignedInteger(static_cast<unsigned int>(number));
-        EXPECT_EQ(integer, value.GetValueInteger());
-        EXPECT_STREQ(type == eptString ? "4294967295" : text, value.GetValueString());
+        value.SetValueUnsignedInteger(static_cast<unsigned int>(row.number));
+        EXPECT_EQ(row.integer, value.GetValueInteger());
+        EXPECT_STREQ(row.type == eptString ? "4294967295" : row.text, value.GetValueString());
     }
 }
 
@@ -98,7 +106,15 @@ TEST(PropertyValue, TextsReadAsTheirLeadingNumber)
 
 TEST(PropertyValue, EqualityIsDecidedByTheLeftType)
 {
-    for (const auto& [name, left, right, leftEqualsRight, rightEqualsLeft] : Table<const char*, CPropertyValue, CPropertyValue, bool, bool>{
+    struct Case
+    {
+        const char* name;
+        CPropertyValue left;
+        CPropertyValue right;
+        bool leftEqualsRight;
+        bool rightEqualsLeft;
+    };
+    for (const Case& row : std::vector<Case>{
              {"none and none", Typed(eptNone), Typed(eptNone), true, true},
              {"none and undefined", Typed(eptNone), Typed(eptUndefined), false, false},
              {"none and zero", Typed(eptNone), CPropertyValue(0), false, true},
@@ -112,8 +128,8 @@ TEST(PropertyValue, EqualityIsDecidedByTheLeftType)
              {"false and none", CPropertyValue(false), Typed(eptNone), true, false},
              {"unknown type equals nothing", Typed(EPropertyType(99)), Typed(EPropertyType(99)), false, false},
          }) {
-        EXPECT_EQ(leftEqualsRight, left == right) << name;
-        EXPECT_EQ(rightEqualsLeft, right == left) << name;
+        EXPECT_EQ(row.leftEqualsRight, row.left == row.right) << row.name;
+        EXPECT_EQ(row.rightEqualsLeft, row.right == row.left) << row.name;
     }
 }
 

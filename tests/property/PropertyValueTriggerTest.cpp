@@ -106,13 +106,15 @@ TEST_F(PropertyValueTrigger, ConditionsCombineTheirItems)
 {
     using Condition = CPropertyValueTrigger::CCondition;
     constexpr int kAll = Condition::modeAll, kAny = Condition::modeAny, kUnknown = 2;
-    for (const auto& [mode, items, expected] : Table<int, Reports, bool>{{kAll, {}, true},
-                                                                         {kAll, {true, true}, true},
-                                                                         {kAll, {true, false}, false},
-                                                                         {kAny, {}, false},
-                                                                         {kAny, {false, true}, true},
-                                                                         {kAny, {false, false}, false},
-                                                                         {kUnknown, {true}, false}}) {
+    for (const auto& [mode, items, expected] : Table<int, Reports, bool>{
+             {kAll, {}, true},
+             {kAll, {true, true}, true},
+             {kAll, {true, false}, false},
+             {kAny, {}, false},
+             {kAny, {false, true}, true},
+             {kAny, {false, false}, false},
+             {kUnknown, {true}, false},
+         }) {
         Condition condition;
         condition.mode = mode;
         for (bool match : items) {

@@ -39,7 +39,12 @@ std::string Content(const CBaseIntegerText& table)
 
 void ExpectLookups(const CBaseIntegerText& table)
 {
-    for (const auto& [text, index] : kelgen::test::Table<const char*, int>{{"low", 0}, {"LOW", -1}, {"lo", -1}, {"", 3}}) {
+    for (const auto& [text, index] : kelgen::test::Table<const char*, int>{
+             {"low", 0},
+             {"LOW", -1},
+             {"lo", -1},
+             {"", 3},
+         }) {
         EXPECT_EQ(index, table.GetTextIndex(text)) << text;
         EXPECT_EQ(index, table.FindFirstText(text)) << text;
     }

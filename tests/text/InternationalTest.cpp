@@ -35,12 +35,14 @@ TEST(International, CountsTheTerminator)
     using I = CInternational;
     EXPECT_EQ((std::vector<int>{4, 4, 4}),
               (std::vector<int>{I::AnsiToUnicodeCount("abc"), I::OEMToUnicodeCount("abc"), I::StringToUnicodeCount("abc")}));
-    for (const auto& [page, text, count] : Table<UINT, const char*, int>{// without the terminator; the last is an unknown page
-                                                                         {1252, "abc", 3},
-                                                                         {932, "a\x82\xA0z", 3},
-                                                                         {1252, "", 0},
-                                                                         {1252, nullptr, 0},
-                                                                         {99999, "abc", 0}})
+    for (const auto& [page, text, count] : Table<UINT, const char*, int>{
+             // without the terminator; the last is an unknown page
+             {1252, "abc", 3},
+             {932, "a\x82\xA0z", 3},
+             {1252, "", 0},
+             {1252, nullptr, 0},
+             {99999, "abc", 0},
+         })
         EXPECT_EQ(count, I::CPToUnicodeCount(page, text)) << page;
     EXPECT_EQ((std::vector<int>{3, 4}), (std::vector<int>{I::UnicodeToAnsiCount(u"\x3042z"_w), I::UnicodeToOEMCount(u"abc"_w)}));
     EXPECT_EQ((std::vector<int>{4, 0}), (std::vector<int>{I::UnicodeToLatin1Count(u"abc"_w), I::UnicodeToLatin1Count(nullptr)}));
@@ -85,17 +87,24 @@ TEST(International, TextsOfFixedPagesBecomeUnicode)
     EXPECT_TRUE(CInternational::StringToUnicode(units, 0, "z") && CInternational::StringToUnicode(units, 2, nullptr));
 
     CWStr result;
-    for (const auto& [name, text, n, expected] : Table<const char*, const char*, int, const char16_t*>{
+    struct Case
+    {
+        const char* name;
+        const char* text;
+        int n;
+        const char16_t* expected;
+    };
+    for (const Case& row : std::vector<Case>{
              {"count", "\xE9t\xE9!", 3, u"\x00E9t\x00E9"},
              {"all", "a\x80\x81", -1, u"a\x20AC\x0081"},
              {"ends at the first zero", "a\0b", 3, u"a"},
              {"null", nullptr, 3, u""},
          }) {
         result = u"before"_w;
-        EXPECT_TRUE(CInternational::Latin1ToUnicode(result, text, n));
-        EXPECT_EQ(expected, Units(result)) << name;
+        EXPECT_TRUE(CInternational::Latin1ToUnicode(result, row.text, row.n));
+        EXPECT_EQ(row.expected, Units(result)) << row.name;
     }
-    for (const auto& [name, text, n, expected] : Table<const char*, const char*, int, const char16_t*>{
+    for (const Case& row : std::vector<Case>{
              {"with terminator", "a\x82\xA0z", 5, u"a\x3042z"},
              {"the last unit without the source's terminator", "abc", 3, u"ab"},
              {"a lead byte takes the terminator along, which stays", "a\x81", 3, u"a\x30FB"},
@@ -105,8 +114,8 @@ TEST(International, TextsOfFixedPagesBecomeUnicode)
              {"lowest", "abc", INT_MIN, u""},
          }) {
         result = u"before"_w;
-        EXPECT_TRUE(CInternational::ShiftJisToUnicode(result, text, n));
-        EXPECT_EQ(expected, Units(result)) << name;
+        EXPECT_TRUE(CInternational::ShiftJisToUnicode(result, row.text, row.n));
+        EXPECT_EQ(row.expected, Units(result)) << row.name;
     }
 }
 
@@ -114,7 +123,14 @@ TEST(International, CPToUnicodeFillsTheStringAndReportsFailure)
 {
     CWStr text(u"before"_w);
     const CWStr other(text);
-    for (const auto& [page, bytes, done, expected] : Table<UINT, const char*, bool, const char16_t*>{
+    struct Case
+    {
+        UINT page;
+        const char* bytes;
+        bool done;
+        const char16_t* expected;
+    };
+    for (const Case& row : std::vector<Case>{
              {932, "\x82\xA0\x88\x9F", true, u"\x3042\x4E9C"},
              {65001, "\xC3\xA9\xF0\x9F\x98\x80", true, u"\x00E9\xD83D\xDE00"},
              {65001, "\xED\xA0\x80", true, u"\xFFFD\xFFFD"},
@@ -124,8 +140,8 @@ TEST(International, CPToUnicodeFillsTheStringAndReportsFailure)
              {1361, "a\\b", true, u"a\\b"},
              {1252, "", true, u""},
          }) {
-        EXPECT_EQ(done, CInternational::CPToUnicode(page, text, bytes)) << page;
-        EXPECT_EQ(expected, Units(text)) << page;
+        EXPECT_EQ(row.done, CInternational::CPToUnicode(row.page, text, row.bytes)) << row.page;
+        EXPECT_EQ(row.expected, Units(text)) << row.page;
     }
     EXPECT_EQ(u"before", Units(other));
 }

@@ -3,12 +3,16 @@
 
 #include "support/Rows.h"
 
-using kelgen::test::Table;
-
 TEST(MapStrToStr, GroupsAreResolved)
 {
-    for (const auto& [name, variables, before, expected] :
-         Table<const char*, std::vector<std::pair<const char*, const char*>>, const char*, const char*>{
+    struct Case
+    {
+        const char* name;
+        std::vector<std::pair<const char*, const char*>> variables;
+        const char* before;
+        const char* expected;
+    };
+    for (const Case& row : std::vector<Case>{
              {"filled", {{"path", "C:\\x"}}, "open{ $path}", "open C:\\x"},
              {"emptied", {{"path", ""}}, "open{ $path} now", "open now"},
              {"longer name", {{"n", "5"}}, "{$nx}", "{$nx}"},
@@ -26,11 +30,11 @@ TEST(MapStrToStr, GroupsAreResolved)
              {"empty name", {{"", "5"}}, "{$ a}", "5 a"},
          }) {
         CMapStrToStr map;
-        for (const auto& [variable, value] : variables)
+        for (const auto& [variable, value] : row.variables)
             map.SetAt(variable, value);
-        CString text(before);
+        CString text(row.before);
         map.ReplaceVars(text);
-        EXPECT_STREQ(expected, text) << name;
+        EXPECT_STREQ(row.expected, text) << row.name;
     }
 }
 

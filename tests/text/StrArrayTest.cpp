@@ -73,7 +73,15 @@ TEST(StrArray, IsMadeFromTextsAndIdentifiers)
 
 TEST(StrArray, TokensEndAtTheNearestSeparator)
 {
-    for (const auto& [name, text, separators, keepEmpty, expected] : Table<const char*, const char*, Texts, int, Texts>{
+    struct Case
+    {
+        const char* name;
+        const char* text;
+        Texts separators;
+        int keepEmpty;
+        Texts expected;
+    };
+    for (const Case& row : std::vector<Case>{
              {"skip empty", "a,,b", {","}, 0, {"a", "b"}},
              {"keep empty", ",a,,b,", {","}, 1, {"", "a", "", "b"}},
              {"long separator", "a::b", {"::"}, 0, {"a", ":b"}},
@@ -85,15 +93,15 @@ TEST(StrArray, TokensEndAtTheNearestSeparator)
              {"none", "a,b", {}, 0, {"a,b"}},
              {"none and no text", "", {}, 0, {""}},
          }) {
-        SCOPED_TRACE(name);
+        SCOPED_TRACE(row.name);
         CStrArray array;
-        array.AddTokens(text, ArrayOf(separators), keepEmpty);
-        EXPECT_EQ(expected, TextsOf(array));
-        if (separators.size() != 1)
+        array.AddTokens(row.text, ArrayOf(row.separators), row.keepEmpty);
+        EXPECT_EQ(row.expected, TextsOf(array));
+        if (row.separators.size() != 1)
             continue;
         array.RemoveAll();
-        array.AddTokens(text, separators[0].c_str(), keepEmpty);
-        EXPECT_EQ(expected, TextsOf(array)) << "given as a text";
+        array.AddTokens(row.text, row.separators[0].c_str(), row.keepEmpty);
+        EXPECT_EQ(row.expected, TextsOf(array)) << "given as a text";
     }
 }
 
@@ -138,7 +146,11 @@ TEST(StrArray, ExpandSplitsAndSorts)
 TEST(StrArray, BinarySearchHalves)
 {
     CStrArray array(7, "a", "b", "b", "b", "c", "d", "e");
-    for (const auto& [text, at] : Table<const char*, int>{{"b", 3}, {"a", 0}, {"E", -1}})
+    for (const auto& [text, at] : Table<const char*, int>{
+             {"b", 3},
+             {"a", 0},
+             {"E", -1},
+         })
         EXPECT_EQ(at, array.Find(text, CStrArray::Compare)) << text;
     EXPECT_EQ(6, array.FindNoCase("E"));
     EXPECT_EQ(-1, array.FindNoCase("bb"));
@@ -149,7 +161,12 @@ TEST(StrArray, BinarySearchHalves)
 
     EXPECT_EQ(1, array.FindFirstNoSortNoCase("B"));
     EXPECT_EQ(-1, array.FindFirstNoSortNoCase(nullptr));
-    for (const auto& [prefix, count] : Table<const char*, int>{{"", 7}, {nullptr, 7}, {"B", 3}, {"bb", 0}})
+    for (const auto& [prefix, count] : Table<const char*, int>{
+             {"", 7},
+             {nullptr, 7},
+             {"B", 3},
+             {"bb", 0},
+         })
         EXPECT_EQ(count, array.CountPrefixNoCase(prefix)) << count;
     EXPECT_EQ(2, CStrArray(4, "Test", "tes", "TESTING", "").CountPrefixNoCase("test"));
 }
@@ -157,7 +174,15 @@ TEST(StrArray, BinarySearchHalves)
 TEST(StrArray, ExtractsPrefixes)
 {
     const CStrArray source(5, "Alpha1", "ALPHA2", "al", "beta", "");
-    for (const auto& [name, prefix, left, minimum, expected] : Table<const char*, const char*, int, int, Texts>{
+    struct Case
+    {
+        const char* name;
+        const char* prefix;
+        int left;
+        int minimum;
+        Texts expected;
+    };
+    for (const Case& row : std::vector<Case>{
              {"each text once", "al", 5, 0, {"Alpha", "al"}},
              {"whole texts", "al", 100, 2, {"Alpha1", "ALPHA2", "al"}},
              {"minimum beyond the prefix", "al", 100, 3, {}},
@@ -167,8 +192,8 @@ TEST(StrArray, ExtractsPrefixes)
              {"negative lengths", "", -1, -1, {""}},
          }) {
         CStrArray array("old");
-        array.ExtractPrefixNoSortNoCase(source, prefix, left, minimum);
-        EXPECT_EQ(expected, TextsOf(array)) << name;
+        array.ExtractPrefixNoSortNoCase(source, row.prefix, row.left, row.minimum);
+        EXPECT_EQ(row.expected, TextsOf(array)) << row.name;
     }
 }
 
@@ -209,8 +234,13 @@ TEST(StrArray, Joins)
 TEST(StrArray, FormatStringExpandsReferencesAndRefusesMissingEntries)
 {
     const CStrArray array(2, "x", "y");
-    for (const auto& [format, text] :
-         Table<const char*, const char*>{{"%2-%1 100%%", "y-x 100%"}, {"%002", "y"}, {"%x%y|%", "%%|%"}, {"%%1%%%1", "%1%x"}, {"", ""}})
+    for (const auto& [format, text] : Table<const char*, const char*>{
+             {"%2-%1 100%%", "y-x 100%"},
+             {"%002", "y"},
+             {"%x%y|%", "%%|%"},
+             {"%%1%%%1", "%1%x"},
+             {"", ""},
+         })
         EXPECT_STREQ(text, array.FormatString(format)) << format;
     for (const char* format : {"%3", "%0", "%11", "%4294967297", "%99999999999999999999999", "a%2147483648"})
         EXPECT_THROW(static_cast<void>(array.FormatString(format)), CInvalidArgException*) << format;

@@ -35,15 +35,17 @@ Tokens TokensOf(CStrTokenizer& tokenizer, const char* separator, int withSeparat
 TEST(Str, ReverseFindEndsAtOrBeforeTheLimit)
 {
     const CStr text = StrOf("abxab");
-    for (const auto& [sought, limit, at] : Table<const char*, int, int>{{"ab", -1, 3},
-                                                                        {"ab", 5, 3},
-                                                                        {"ab", 4, 0},
-                                                                        {"ab", 1, -1},
-                                                                        {"ab", 1000, 3},
-                                                                        {"AB", -1, -1},
-                                                                        {"", -1, 5},
-                                                                        {"", 2, 2},
-                                                                        {"abxaba", -1, -1}})
+    for (const auto& [sought, limit, at] : Table<const char*, int, int>{
+             {"ab", -1, 3},
+             {"ab", 5, 3},
+             {"ab", 4, 0},
+             {"ab", 1, -1},
+             {"ab", 1000, 3},
+             {"AB", -1, -1},
+             {"", -1, 5},
+             {"", 2, 2},
+             {"abxaba", -1, -1},
+         })
         EXPECT_EQ(at, text.ReverseFind(sought, limit)) << sought << " to " << limit;
     EXPECT_EQ(0, StrOf("").ReverseFind("", 0));
     EXPECT_EQ(2, StrOf("\xE4\xF6\xE4").ReverseFind("\xE4", -1));
@@ -79,7 +81,15 @@ TEST(Str, AppendRepetitionRepeatsEvenItself)
 
 TEST(StrTokenizer, StepsOneByteIntoTheSeparator)
 {
-    for (const auto& [name, text, separator, withSeparator, expected] : Table<const char*, const char*, const char*, int, Tokens>{
+    struct Case
+    {
+        const char* name;
+        const char* text;
+        const char* separator;
+        int withSeparator;
+        Tokens expected;
+    };
+    for (const Case& row : std::vector<Case>{
              {"adjacent", "a,,b", ",", 0, {"a", "", "b"}},
              {"at both ends", ",a,", ",", 0, {"", "a"}},
              {"long separator", "a::b", "::", 0, {"a", ":b"}},
@@ -89,12 +99,12 @@ TEST(StrTokenizer, StepsOneByteIntoTheSeparator)
              {"null separator", "ab", nullptr, 0, {"", "", ""}},
              {"empty separator included", "ab", "", 1, {"a", "b", ""}},
          }) {
-        SCOPED_TRACE(name);
-        CStrTokenizer tokenizer{CString(text)};
-        EXPECT_EQ(expected, TokensOf(tokenizer, separator, withSeparator));
-        EXPECT_EQ(Tokens(), TokensOf(tokenizer, separator, withSeparator));
+        SCOPED_TRACE(row.name);
+        CStrTokenizer tokenizer{CString(row.text)};
+        EXPECT_EQ(row.expected, TokensOf(tokenizer, row.separator, row.withSeparator));
+        EXPECT_EQ(Tokens(), TokensOf(tokenizer, row.separator, row.withSeparator));
         tokenizer.Restart();
-        EXPECT_EQ(expected, TokensOf(tokenizer, separator, withSeparator));
+        EXPECT_EQ(row.expected, TokensOf(tokenizer, row.separator, row.withSeparator));
     }
 }
 

@@ -153,7 +153,15 @@ TEST(WStrRecord, WrongDirectionIsRefused)
 
 TEST(WArchiveLine, BoundedOneStopsWhereTheContractSays)
 {
-    for (const auto& [name, source, max, line, next] : Table<const char*, std::u16string, int, const char16_t*, char16_t>{
+    struct Case
+    {
+        const char* name;
+        std::u16string source;
+        int max;
+        const char16_t* line;
+        char16_t next;
+    };
+    for (const Case& row : std::vector<Case>{
              {"line feed", u"ab\ncd", 7, u"ab", u'c'},
              {"carriage return", u"ab\r\ncd", 7, u"ab", u'c'},
              {"lone carriage return takes one more", u"ab\rcd", 7, u"ab", u'd'},
@@ -169,17 +177,17 @@ TEST(WArchiveLine, BoundedOneStopsWhereTheContractSays)
              {"nothing but a carriage return", u"\r", 7, nullptr, 0},
              {"nothing", u"", 7, nullptr, 0},
          }) {
-        SCOPED_TRACE(name);
-        Loading loading(BytesOf(source));
+        SCOPED_TRACE(row.name);
+        Loading loading(BytesOf(row.source));
         unsigned short buffer[8];
         std::fill_n(buffer, 8, 0x2A2A);
-        EXPECT_EQ(line ? buffer : nullptr, loading.archive.ReadString(buffer, static_cast<UINT>(max)));
-        if (line) {
-            EXPECT_EQ(line, Units(CWStr(buffer)));
+        EXPECT_EQ(row.line ? buffer : nullptr, loading.archive.ReadString(buffer, static_cast<UINT>(row.max)));
+        if (row.line) {
+            EXPECT_EQ(row.line, Units(CWStr(buffer)));
         }
         WORD unit = 0;
         Thrown([&] { loading.archive >> unit; });
-        EXPECT_EQ(next, unit);
+        EXPECT_EQ(row.next, unit);
     }
 }
 
@@ -210,7 +218,15 @@ TEST(WArchiveLine, LinesOfEveryLengthMatchTheModel)
 
 TEST(WArchiveLine, RoomGrowsByPieces)
 {
-    for (const auto& [length, room] : Table<int, int>{{0, 128}, {127, 128}, {128, 256}, {300, 512}, {511, 512}, {512, 640}, {5000, 5120}}) {
+    for (const auto& [length, room] : Table<int, int>{
+             {0, 128},
+             {127, 128},
+             {128, 256},
+             {300, 512},
+             {511, 512},
+             {512, 640},
+             {5000, 5120},
+         }) {
         Loading loading(BytesOf(std::u16string(static_cast<std::size_t>(length), u'x') + u"\n"));
         CWStr line;
         EXPECT_TRUE(loading.archive.ReadString(line));

@@ -51,7 +51,15 @@ struct Plain
 
 TEST(WStrTokenizer, StepsOneUnitPastTheSeparatorsStart)
 {
-    for (const auto& [name, text, separator, withSeparator, expected] : Table<const char*, std::u16string, const char16_t*, bool, Texts>{
+    struct Case
+    {
+        const char* name;
+        std::u16string text;
+        const char16_t* separator;
+        bool withSeparator;
+        Texts expected;
+    };
+    for (const Case& row : std::vector<Case>{
              {"at both ends", u",a,", u",", false, {u"", u"a"}},
              {"overlapping", u"a:::", u"::", false, {u"a", u"", u":"}},
              {"long separator included", u"a::b", u"::", true, {u"a:", u":b"}},
@@ -62,15 +70,15 @@ TEST(WStrTokenizer, StepsOneUnitPastTheSeparatorsStart)
              {"null separator included", u"ab", nullptr, true, {u"a", u"b", u""}},
              {"a zero hides separators", u"a,b"s + u'\0' + u"c,d", u",", false, {u"a", u"b"s + u'\0' + u"c,d"}},
          }) {
-        SCOPED_TRACE(name);
-        CWStrTokenizer tokenizer(Units(text), static_cast<int>(text.size()));
+        SCOPED_TRACE(row.name);
+        CWStrTokenizer tokenizer(Units(row.text), static_cast<int>(row.text.size()));
         for (int round = 0; round < 2; ++round) {
             Texts tokens;
             CWStr token(u"before"_w);
             // No more than 20: a tokenizer that does not end shows as a wrong list.
-            while (tokens.size() < 20 && tokenizer.GetNextToken(token, separator ? Units(separator) : nullptr, withSeparator))
+            while (tokens.size() < 20 && tokenizer.GetNextToken(token, row.separator ? Units(row.separator) : nullptr, row.withSeparator))
                 tokens.push_back(Units(token));
-            EXPECT_EQ(expected, tokens) << "round " << round;
+            EXPECT_EQ(row.expected, tokens) << "round " << round;
             EXPECT_EQ(tokens.empty() ? u"before" : tokens.back(), Units(token)) << "the end leaves the token alone";
             tokenizer.Restart();
         }

@@ -14,95 +14,95 @@ namespace {
 
 const std::u16string kZeros(u"  a \0  b  ", 10);
 
+/// Makes @p edit of a string that is alone and of one whose block another string shares, which must keep what it had.
+template <class EDIT>
+void ExpectEdited(const std::u16string& before, EDIT edit, const std::u16string& after)
+{
+    for (const bool shared : {false, true}) {
+        CWStr text = Text(before);
+        const CWStr other(shared ? text : CWStr(u"x"_w));
+        edit(text);
+        EXPECT_EQ(after, Units(text)) << (shared ? "shared" : "alone");
+        EXPECT_EQ(0, BlockOf(text)[text.GetLength()]);
+        EXPECT_EQ(shared ? before : u"x", Units(other));
+        if (!other.IsEmpty()) {
+            EXPECT_EQ(BlockOf(text) == BlockOf(other) ? 2 : 1, other.GetData()->nRefCount);
+        }
+    }
+}
+
 }  // namespace
+
+TEST(WStrEdit, ChangesTheTextAndLeavesOtherHoldersAlone)
+{
+    struct Case
+    {
+        const char* name;
+        std::u16string before;
+        void (*edit)(CWStr& text);
+        std::u16string after;
+    };
+    for (const Case& row : std::vector<Case>{
+             {"SetAt", u"abc", [](CWStr& s) { s.SetAt(2, 'z'); }, u"abz"},
+             {"AppendUnit", u"abc", [](CWStr& s) { s += static_cast<unsigned short>('z'); }, u"abcz"},
+             {"AppendText", u"abc", [](CWStr& s) { s += u"zz"_w; }, u"abczz"},
+             {"AppendItself", u"abcd", [](CWStr& s) { s += s; }, u"abcdabcd"},
+             {"Assign", u"abc", [](CWStr& s) { s = u"n"_w; }, u"n"},
+             {"AssignUnit", u"abc", [](CWStr& s) { s = static_cast<unsigned short>('n'); }, u"n"},
+             {"AssignOwnTail", u"abc", [](CWStr& s) { s = BlockOf(s) + 2; }, u"c"},
+             {"BufferInside", u"abc", [](CWStr& s) { s.GetBuffer(3)[0] = 'z'; }, u"zbc"},
+             {"BufferBeyond", u"abc", [](CWStr& s) { s.GetBuffer(600)[0] = 'z'; }, u"zbc"},
+             {"BufferSetLength", u"abc", [](CWStr& s) { s.GetBufferSetLength(2)[0] = 'z'; }, u"zb"},
+             {"ReleaseBuffer", u"abc", [](CWStr& s) { s.ReleaseBuffer(2); }, u"ab"},
+             {"LockBuffer", u"abc", [](CWStr& s) { s.LockBuffer()[0] = 'z'; }, u"zbc"},
+             {"FreeExtra", u"abc", [](CWStr& s) { s.FreeExtra(); }, u"abc"},
+             {"Empty", u"abc", [](CWStr& s) { s.Empty(); }, u""},
+             {"UpperToTheFirstZero", std::u16string(u"a\0b", 3), [](CWStr& s) { s.MakeUpper(); }, std::u16string(u"A\0b", 3)},
+             {"LowerFoldsAToZ", u"AZ\x00C9[", [](CWStr& s) { s.MakeLower(); }, u"az\x00C9["},
+             {"ReverseToTheFirstZero", std::u16string(u"abc\0de", 6), [](CWStr& s) { s.MakeReverse(); }, std::u16string(u"cba\0de", 6)},
+             {"TrimLeftMovesAllTheRest", kZeros, [](CWStr& s) { s.TrimLeft(); }, std::u16string(u"a \0  b  ", 8)},
+             {"TrimRightCutsAtTheFirstZero", kZeros, [](CWStr& s) { s.TrimRight(); }, u"  a"},
+             {"TrimRightWithoutRunKeepsTheRest", std::u16string(u"a\0b ", 4), [](CWStr& s) { s.TrimRight(); }, std::u16string(u"a\0b ", 4)},
+             {"TrimRightAllBlanks", u" \t\r\n\v\f", [](CWStr& s) { s.TrimRight(); }, u""},
+             {"TrimWhiteOfThePage", u"\x00A0x\x00A0",
+              [](CWStr& s) {
+                  s.TrimLeft();
+                  s.TrimRight();
+              },
+              u"x"},
+             {"TrimLeavesOtherSpaces", u"\x2003x\x3000",
+              [](CWStr& s) {
+                  s.TrimLeft();
+                  s.TrimRight();
+              },
+              u"\x2003x\x3000"},
+             {"TrimUnit", u"xxaxx",
+              [](CWStr& s) {
+                  s.TrimLeft('x');
+                  s.TrimRight('x');
+              },
+              u"a"},
+             {"TrimLeftSet", u"xyaxy", [](CWStr& s) { s.TrimLeft(u"yx"_w); }, u"axy"},
+             {"TrimRightSet", u"xyaxy", [](CWStr& s) { s.TrimRight(u"yx"_w); }, u"xya"},
+             {"TrimByItself", u"abc", [](CWStr& s) { s.TrimRight(BlockOf(s)); }, u""},
+             {"TrimRightNullSet", u"abc", [](CWStr& s) { s.TrimRight(static_cast<const unsigned short*>(nullptr)); }, u"abc"},
+         }) {
+        SCOPED_TRACE(row.name);
+        ExpectEdited(row.before, row.edit, row.after);
+    }
+}
 
 TEST(WStrEdit, GivesResultAndTextAndLeavesOtherHoldersAlone)
 {
-    for (const auto& [name, before, edit, result, after] : Table<const char*, std::u16string, int (*)(CWStr & text), int, std::u16string>{
-             {"SetAt", u"abc",
-              [](CWStr& s) {
-                  s.SetAt(2, 'z');
-                  return 0;
-              },
-              0, u"abz"},
-             {"AppendUnit", u"abc",
-              [](CWStr& s) {
-                  s += static_cast<unsigned short>('z');
-                  return 0;
-              },
-              0, u"abcz"},
-             {"AppendText", u"abc",
-              [](CWStr& s) {
-                  s += u"zz"_w;
-                  return 0;
-              },
-              0, u"abczz"},
-             {"AppendItself", u"abcd",
-              [](CWStr& s) {
-                  s += s;
-                  return 0;
-              },
-              0, u"abcdabcd"},
-             {"Assign", u"abc",
-              [](CWStr& s) {
-                  s = u"n"_w;
-                  return 0;
-              },
-              0, u"n"},
-             {"AssignUnit", u"abc",
-              [](CWStr& s) {
-                  s = static_cast<unsigned short>('n');
-                  return 0;
-              },
-              0, u"n"},
-             {"AssignOwnTail", u"abc",
-              [](CWStr& s) {
-                  s = BlockOf(s) + 2;
-                  return 0;
-              },
-              0, u"c"},
-             {"BufferInside", u"abc",
-              [](CWStr& s) {
-                  s.GetBuffer(3)[0] = 'z';
-                  return 0;
-              },
-              0, u"zbc"},
-             {"BufferBeyond", u"abc",
-              [](CWStr& s) {
-                  s.GetBuffer(600)[0] = 'z';
-                  return 0;
-              },
-              0, u"zbc"},
-             {"BufferSetLength", u"abc",
-              [](CWStr& s) {
-                  s.GetBufferSetLength(2)[0] = 'z';
-                  return 0;
-              },
-              0, u"zb"},
-             {"ReleaseBuffer", u"abc",
-              [](CWStr& s) {
-                  s.ReleaseBuffer(2);
-                  return 0;
-              },
-              0, u"ab"},
-             {"LockBuffer", u"abc",
-              [](CWStr& s) {
-                  s.LockBuffer()[0] = 'z';
-                  return 0;
-              },
-              0, u"zbc"},
-             {"FreeExtra", u"abc",
-              [](CWStr& s) {
-                  s.FreeExtra();
-                  return 0;
-              },
-              0, u"abc"},
-             {"Empty", u"abc",
-              [](CWStr& s) {
-                  s.Empty();
-                  return 0;
-              },
-              0, u""},
+    struct Case
+    {
+        const char* name;
+        std::u16string before;
+        int (*edit)(CWStr& text);
+        int result;
+        std::u16string after;
+    };
+    for (const Case& row : std::vector<Case>{
              {"InsertUnitBefore", u"abc", [](CWStr& s) { return s.Insert(-5, static_cast<unsigned short>('x')); }, 4, u"xabc"},
              {"InsertUnitBeyond", u"abc", [](CWStr& s) { return s.Insert(9, static_cast<unsigned short>('x')); }, 4, u"abcx"},
              {"InsertUnitIntoEmpty", u"", [](CWStr& s) { return s.Insert(0, static_cast<unsigned short>('x')); }, 1, u"x"},
@@ -119,106 +119,10 @@ TEST(WStrEdit, GivesResultAndTextAndLeavesOtherHoldersAlone)
              {"ReplaceItself", u"ab", [](CWStr& s) { return s.Replace(s, u"xyz"_w); }, 1, u"xyz"},
              {"RemoveBeyondZero", kZeros, [](CWStr& s) { return s.Remove(' '); }, 7, std::u16string(u"a\0b", 3)},
              {"RemoveZeros", kZeros, [](CWStr& s) { return s.Remove(0); }, 1, u"  a   b  "},
-             {"UpperToTheFirstZero", std::u16string(u"a\0b", 3),
-              [](CWStr& s) {
-                  s.MakeUpper();
-                  return 0;
-              },
-              0, std::u16string(u"A\0b", 3)},
-             {"LowerFoldsAToZ", u"AZ\x00C9[",
-              [](CWStr& s) {
-                  s.MakeLower();
-                  return 0;
-              },
-              0, u"az\x00C9["},
-             {"ReverseToTheFirstZero", std::u16string(u"abc\0de", 6),
-              [](CWStr& s) {
-                  s.MakeReverse();
-                  return 0;
-              },
-              0, std::u16string(u"cba\0de", 6)},
-             {"TrimLeftMovesAllTheRest", kZeros,
-              [](CWStr& s) {
-                  s.TrimLeft();
-                  return 0;
-              },
-              0, std::u16string(u"a \0  b  ", 8)},
-             {"TrimRightCutsAtTheFirstZero", kZeros,
-              [](CWStr& s) {
-                  s.TrimRight();
-                  return 0;
-              },
-              0, u"  a"},
-             {"TrimRightWithoutRunKeepsTheRest", std::u16string(u"a\0b ", 4),
-              [](CWStr& s) {
-                  s.TrimRight();
-                  return 0;
-              },
-              0, std::u16string(u"a\0b ", 4)},
-             {"TrimRightAllBlanks", u" \t\r\n\v\f",
-              [](CWStr& s) {
-                  s.TrimRight();
-                  return 0;
-              },
-              0, u""},
-             {"TrimWhiteOfThePage", u"\x00A0x\x00A0",
-              [](CWStr& s) {
-                  s.TrimLeft();
-                  s.TrimRight();
-                  return 0;
-              },
-              0, u"x"},
-             {"TrimLeavesOtherSpaces", u"\x2003x\x3000",
-              [](CWStr& s) {
-                  s.TrimLeft();
-                  s.TrimRight();
-                  return 0;
-              },
-              0, u"\x2003x\x3000"},
-             {"TrimUnit", u"xxaxx",
-              [](CWStr& s) {
-                  s.TrimLeft('x');
-                  s.TrimRight('x');
-                  return 0;
-              },
-              0, u"a"},
-             {"TrimLeftSet", u"xyaxy",
-              [](CWStr& s) {
-                  s.TrimLeft(u"yx"_w);
-                  return 0;
-              },
-              0, u"axy"},
-             {"TrimRightSet", u"xyaxy",
-              [](CWStr& s) {
-                  s.TrimRight(u"yx"_w);
-                  return 0;
-              },
-              0, u"xya"},
-             {"TrimByItself", u"abc",
-              [](CWStr& s) {
-                  s.TrimRight(BlockOf(s));
-                  return 0;
-              },
-              0, u""},
-             {"TrimRightNullSet", u"abc",
-              [](CWStr& s) {
-                  s.TrimRight(static_cast<const unsigned short*>(nullptr));
-                  return 0;
-              },
-              0, u"abc"},
          }) {
-        SCOPED_TRACE(name);
-        for (const bool shared : {false, true}) {
-            CWStr text = Text(before);
-            const CWStr other(shared ? text : CWStr(u"x"_w));
-            EXPECT_EQ(result, edit(text));
-            EXPECT_EQ(after, Units(text)) << (shared ? "shared" : "alone");
-            EXPECT_EQ(0, BlockOf(text)[text.GetLength()]);
-            EXPECT_EQ(shared ? before : u"x", Units(other));
-            if (!other.IsEmpty()) {
-                EXPECT_EQ(BlockOf(text) == BlockOf(other) ? 2 : 1, other.GetData()->nRefCount);
-            }
-        }
+        SCOPED_TRACE(row.name);
+        ExpectEdited(
+            row.before, [&row](CWStr& text) { EXPECT_EQ(row.result, row.edit(text)); }, row.after);
     }
 }
 
@@ -259,14 +163,15 @@ TEST(WStrReplace, ResultsAreTheModelsInEveryRoom)
 
 TEST(WStrMarks, AreStrippedAndRecorded)
 {
-    for (const auto& [before, after, expected] :
-         Table<const char16_t*, const char16_t*, std::vector<bool>>{{u"&File", u"File", {1, 0, 0, 0, 0}},
-                                                                    {u"A&&B", u"A&B", {0, 0, 0, 0}},
-                                                                    {u"&", u"&", {0}},
-                                                                    {u"", u"", {}},
-                                                                    {u"A&&", u"A&", {0, 0, 0}},
-                                                                    {u"A&&&", u"A&&", {0, 0, 0, 0}},
-                                                                    {u"&A&B", u"AB", {1, 1, 0, 0}}}) {
+    for (const auto& [before, after, expected] : Table<const char16_t*, const char16_t*, std::vector<bool>>{
+             {u"&File", u"File", {1, 0, 0, 0, 0}},
+             {u"A&&B", u"A&B", {0, 0, 0, 0}},
+             {u"&", u"&", {0}},
+             {u"", u"", {}},
+             {u"A&&", u"A&", {0, 0, 0}},
+             {u"A&&&", u"A&&", {0, 0, 0, 0}},
+             {u"&A&B", u"AB", {1, 1, 0, 0}},
+         }) {
         CWStr text(Units(before));
         SCOPED_TRACE(testing::PrintToString(text));
         const CWStr other(text);

@@ -38,17 +38,30 @@ TEST(WStrFind, StartsAreHeldInTheText)
 {
     const unsigned short* const none = nullptr;
     const CWStr s(u"abcabc"_w), empty;
-    for (const auto& [start, at] : Table<int, int>{{6, -1}, {7, -1}, {-5, 0}})
+    for (const auto& [start, at] : Table<int, int>{
+             {6, -1},
+             {7, -1},
+             {-5, 0},
+         })
         EXPECT_EQ(at, s.Find('a', start)) << start;
-    for (const auto& [text, sought, start, at] : Table<CWStr, const unsigned short*, int, int>{{s, u"abc"_w, -1, 0},
-                                                                                               {s, u"abcabca"_w, 0, -1},
-                                                                                               {s, u""_w, 0, 0},
-                                                                                               {s, u""_w, 6, 6},
-                                                                                               {s, u""_w, 7, -1},
-                                                                                               {s, none, 2, 2},
-                                                                                               {empty, u""_w, 0, 0},
-                                                                                               {empty, u""_w, 1, -1}})
-        EXPECT_EQ(at, text.Find(sought, start)) << testing::PrintToString(CWStr(sought)) << " from " << start;
+    struct Case
+    {
+        CWStr text;
+        const unsigned short* sought;
+        int start;
+        int at;
+    };
+    for (const Case& row : std::vector<Case>{
+             {s, u"abc"_w, -1, 0},
+             {s, u"abcabca"_w, 0, -1},
+             {s, u""_w, 0, 0},
+             {s, u""_w, 6, 6},
+             {s, u""_w, 7, -1},
+             {s, none, 2, 2},
+             {empty, u""_w, 0, 0},
+             {empty, u""_w, 1, -1},
+         })
+        EXPECT_EQ(row.at, row.text.Find(row.sought, row.start)) << testing::PrintToString(CWStr(row.sought)) << " from " << row.start;
     EXPECT_EQ(6, s.Find(static_cast<unsigned short>(0)));
     EXPECT_EQ(-1, s.FindOneOf(u""_w));
     EXPECT_EQ(2, s.SpanIncluding(u"ba"_w).GetLength());
@@ -118,7 +131,14 @@ TEST(WStrParts, StartAndCountAreHeldInTheText)
 TEST(WStrCompare, SignsInTheDefaultLocale)
 {
     const auto sign = [](int value) { return (value > 0) - (value < 0); };
-    for (const auto& [first, second, compare, noCase] : Table<const char16_t*, const char16_t*, int, int>{
+    struct Case
+    {
+        const char16_t* first;
+        const char16_t* second;
+        int compare;
+        int noCase;
+    };
+    for (const Case& row : std::vector<Case>{
              {u"abc", u"abc", 0, 0},
              {u"aBC", u"abc", -1, 0},
              {u"ABd", u"abc", -1, 1},
@@ -129,14 +149,14 @@ TEST(WStrCompare, SignsInTheDefaultLocale)
              {u"\xFFFF", u"a", 1, 1},
              {u"\xD83D\xDE00", u"\xFFFD", -1, -1},  // surrogates order by unit
          }) {
-        const CWStr left(Units(first)), right(Units(second));
+        const CWStr left(Units(row.first)), right(Units(row.second));
         SCOPED_TRACE(testing::PrintToString(left) + " and " + testing::PrintToString(right));
-        EXPECT_EQ(compare, sign(left.Compare(right)));
-        EXPECT_EQ(compare, sign(left.Collate(right)));
-        EXPECT_EQ(noCase, sign(left.CompareNoCase(right)));
-        EXPECT_EQ(noCase, sign(left.CollateNoCase(right)));
-        EXPECT_EQ(-noCase, sign(CWStr::CompareNoCase(right, left)));
-        EXPECT_EQ(compare == 0, left == right);
+        EXPECT_EQ(row.compare, sign(left.Compare(right)));
+        EXPECT_EQ(row.compare, sign(left.Collate(right)));
+        EXPECT_EQ(row.noCase, sign(left.CompareNoCase(right)));
+        EXPECT_EQ(row.noCase, sign(left.CollateNoCase(right)));
+        EXPECT_EQ(-row.noCase, sign(CWStr::CompareNoCase(right, left)));
+        EXPECT_EQ(row.compare == 0, left == right);
     }
 }
 

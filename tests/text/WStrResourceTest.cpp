@@ -4,7 +4,6 @@
 #include "support/Rows.h"
 #include "text/Units.h"
 
-using kelgen::test::Table;
 using kelgen::test::Units;
 
 namespace {
@@ -21,7 +20,15 @@ std::u16string Letters(int length)
 
 TEST(WStrResource, LoadsIntoStringAndByNumber)
 {
-    for (const auto& [name, id, loaded, expected, capacity] : Table<const char*, UINT, bool, std::u16string, int>{
+    struct Case
+    {
+        const char* name;
+        UINT id;
+        bool loaded;
+        std::u16string expected;
+        int capacity;
+    };
+    for (const Case& row : std::vector<Case>{
              {"short", 5, true, u"five \x00E9", 8},
              {"longest of the local buffer", 16, true, Letters(253), 256},
              {"just beyond the margin", 17, true, Letters(254), 512},
@@ -31,17 +38,17 @@ TEST(WStrResource, LoadsIntoStringAndByNumber)
              {"no text in its block", 6, false, u"", 0},
              {"no block", 5000, false, u"", 0},
          }) {
-        SCOPED_TRACE(name);
+        SCOPED_TRACE(row.name);
         CWStr text;
-        EXPECT_EQ(loaded, text.LoadStringA(id));
-        EXPECT_EQ(expected, Units(text));
-        EXPECT_EQ(capacity, text.GetAllocLength());
-        EXPECT_EQ(expected, Units(CWStr(reinterpret_cast<const unsigned short*>(std::uintptr_t{id}))));
+        EXPECT_EQ(row.loaded, text.LoadStringA(row.id));
+        EXPECT_EQ(row.expected, Units(text));
+        EXPECT_EQ(row.capacity, text.GetAllocLength());
+        EXPECT_EQ(row.expected, Units(CWStr(reinterpret_cast<const unsigned short*>(std::uintptr_t{row.id}))));
 
         CWStr filled(u"before"_w);
         const CWStr other(filled);
-        EXPECT_EQ(loaded, filled.LoadStringA(id));
-        EXPECT_EQ(expected, Units(filled));
+        EXPECT_EQ(row.loaded, filled.LoadStringA(row.id));
+        EXPECT_EQ(row.expected, Units(filled));
         EXPECT_EQ(u"before", Units(other));
     }
 }

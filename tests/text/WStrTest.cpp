@@ -71,18 +71,20 @@ TEST(WStr, EveryWayToTheEmptyStringEndsInTheSharedBlockWhichNothingWrites)
 
 TEST(WStr, CapacityIsThatOfTheClass)
 {
-    for (const auto& [length, capacity] : Table<int, int>{{1, 8},
-                                                          {8, 8},
-                                                          {9, 64},
-                                                          {64, 64},
-                                                          {65, 128},
-                                                          {128, 128},
-                                                          {129, 256},
-                                                          {256, 256},
-                                                          {257, 512},
-                                                          {512, 512},
-                                                          {513, 513},
-                                                          {100000, 100000}}) {
+    for (const auto& [length, capacity] : Table<int, int>{
+             {1, 8},
+             {8, 8},
+             {9, 64},
+             {64, 64},
+             {65, 128},
+             {128, 128},
+             {129, 256},
+             {256, 256},
+             {257, 512},
+             {512, 512},
+             {513, 513},
+             {100000, 100000},
+         }) {
         SCOPED_TRACE(length);
         CWStr text = Letters(length);
         EXPECT_EQ(capacity, text.GetAllocLength());
@@ -94,12 +96,22 @@ TEST(WStr, CapacityIsThatOfTheClass)
         EXPECT_EQ(Units(Letters(capacity)), Units(text));
     }
 
-    for (const auto& [length, room, got, kept] : Table<int, int, int, int>{{600, 700, 700, 600}, {10, 100, 128, 64}}) {
-        CWStr text = Letters(length);
-        text.GetBuffer(room);
-        EXPECT_EQ(got, text.GetAllocLength());
+    struct Case
+    {
+        int length;
+        int room;
+        int got;
+        int kept;
+    };
+    for (const Case& row : std::vector<Case>{
+             {600, 700, 700, 600},
+             {10, 100, 128, 64},
+         }) {
+        CWStr text = Letters(row.length);
+        text.GetBuffer(row.room);
+        EXPECT_EQ(row.got, text.GetAllocLength());
         text.FreeExtra();
-        EXPECT_EQ(kept, text.GetAllocLength()) << "no less than the class keeps";
+        EXPECT_EQ(row.kept, text.GetAllocLength()) << "no less than the class keeps";
     }
 }
 

@@ -173,15 +173,16 @@ public:
     /// The longest beginning of characters that are not in @p set.
     CString SpanExcluding(LPCSTR set) const;
     /// The next run at or after @p start of characters that are not in @p separators; @p start moves behind it and its separator.
-    /// Empty, and @p start -1, when there is none. By contract: without separators the rest is returned and @p start stays.
+    /// Empty, and @p start -1, when there is none. By contract: without separators the rest is returned and @p start stays, so a caller
+    /// ends its loop itself.
     CString Tokenize(LPCSTR separators, int& start) const;
 
     /// Each changes the whole text and returns this string; two-byte characters stay whole.
     CString& MakeUpper();
     CString& MakeLower();
     CString& MakeReverse();
-    /// Each cuts off what stands at the left, at the right or at both ends: white space, one character, or characters of a set. Returns this
-    /// string. By contract: an empty set cuts nothing.
+    /// Each cuts off what stands at the left, at the right or at both ends: white space, one character, or characters of a set. Returns
+    /// this string. An empty set cuts nothing.
     CString& TrimLeft();
     CString& TrimLeft(char character);
     CString& TrimLeft(LPCSTR set);
@@ -192,7 +193,7 @@ public:
     CString& Trim(char character);
     CString& Trim(LPCSTR set);
 
-    /// The number of replaced characters. By contract: 0 when both are the same.
+    /// The number of replaced characters; 0 when both are the same.
     int Replace(char oldCharacter, char newCharacter);
     /// The number of replaced occurrences, found from left to right without overlap. An empty @p oldText replaces nothing.
     int Replace(LPCSTR oldText, LPCSTR newText);
@@ -205,8 +206,8 @@ public:
     /// The new length. Position and count are cut to the text.
     int Delete(int index, int count = 1);
 
-    /// Both: the position of the first occurrence at or after @p start, or -1. By contract: a @p start at the length finds the empty
-    /// text and no character; one beyond, or negative, finds nothing.
+    /// Both: the position of the first occurrence at or after @p start, or -1. By contract: a @p start at the length finds the empty text
+    /// and no character; one beyond, or negative, finds nothing, so that loops need no test of their own.
     int Find(char character, int start = 0) const;
     int Find(LPCSTR text, int start = 0) const;
     /// The last position, or -1.
@@ -282,7 +283,7 @@ public:
     friend CString operator+(const CString& left, char right) { return Join(left, left.GetLength(), &right, 1); }
     friend CString operator+(char left, const CString& right) { return Join(&left, 1, right, right.GetLength()); }
 
-    /// By contract: comparison sees the text up to its first zero.
+    /// By contract: comparison sees the text up to its first zero, since it is that of terminated texts.
     friend KELGEN_FRAMEWORK_API bool operator==(const CString& left, const CString& right) noexcept;
     friend bool operator==(const CString& left, LPCSTR right) { return left.Compare(right) == 0; }
     friend bool operator==(LPCSTR left, const CString& right) { return right.Compare(left) == 0; }

@@ -20,8 +20,8 @@
 ///     numbers.SetAtGrow(3, 9);  // 7, 0, 0, 9
 ///
 /// New elements are value-initialised: numbers and pointers are zero. Elements move bit-wise when the block grows and when
-/// others are inserted or removed, so a type that keeps its own address does not compile (kelgen::is_movable_bitwise). An argument may refer to an element
-/// of the same array. References and the block's address hold until the array grows, shrinks or is freed.
+/// others are inserted or removed, so a type that keeps its own address does not compile (kelgen::is_movable_bitwise). An argument may
+/// refer to an element of the same array. References and the block's address hold until the array grows, shrinks or is freed.
 /// Throws: the invalid-argument exception for an index outside [0, size), a negative size or count, and a capacity that
 /// 32 bits cannot hold; the memory exception when the block cannot be had. Nothing has changed then.
 /// Threads: one at a time.
@@ -40,7 +40,7 @@ public:
     /// The number of elements; GetCount is another name for it.
     int GetSize() const { return m_nSize; }
     int GetCount() const { return m_nSize; }
-    /// Whether there is none.
+    /// Whether there are no elements.
     bool IsEmpty() const { return m_nSize == 0; }
     /// The last index; -1 when empty.
     int GetUpperBound() const { return m_nSize - 1; }
@@ -218,7 +218,7 @@ inline int CArray<TYPE, ARG_TYPE>::Add(ARG_TYPE newElement)
 
     // Unsigned: the size is then reloaded as it was stored, which the processor does without waiting.
     TYPE* const added = m_pData + static_cast<unsigned>(index);
-    // By contract an addition is a SetSize followed by an assignment; a plain value needs only the latter.
+    // By contract an addition is a SetSize followed by an assignment, and elements see both; a plain value needs only the latter.
     if constexpr (!std::is_trivially_default_constructible_v<TYPE> || !std::is_trivially_copy_assignable_v<TYPE>)
         ::new (static_cast<void*>(added)) TYPE();
     m_nSize = index + 1;

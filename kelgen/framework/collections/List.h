@@ -29,7 +29,7 @@ public:
     /// The number of elements; GetSize is another name for it.
     int GetCount() const { return m_nCount; }
     int GetSize() const { return m_nCount; }
-    /// Whether there is none.
+    /// Whether there are no elements.
     bool IsEmpty() const { return m_nCount == 0; }
 
     /// The first element; the list must not be empty.

@@ -21,9 +21,10 @@
 ///         names.GetNextAssoc(position, key, name);
 ///     }
 ///
-/// HashKey<ARG_KEY> hashes and CompareElements compares keys. By contract the table has 17 buckets unless InitHashTable
-/// says otherwise and never grows; iteration runs from bucket 0 upward, and inside a bucket from the newest entry to the oldest.
-/// Entries stay where they are until removed; removing the entry that was just returned does not disturb an iteration.
+/// HashKey<ARG_KEY> hashes and CompareElements compares keys. By contract, since hosts see the order of iteration, the table has 17
+/// buckets unless InitHashTable says otherwise and never grows; iteration runs from bucket 0 upward, and inside a bucket from the newest
+/// entry to the oldest. Entries stay where they are until removed; removing the entry that was just returned does not disturb an
+/// iteration.
 /// Threads: one at a time. Cost: a look-up walks one bucket; choose a table of about the expected count.
 template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE>
 class CMap : public CObject
@@ -47,7 +48,7 @@ public:
     /// The number of keys; GetSize is another name for it.
     int GetCount() const { return m_nCount; }
     int GetSize() const { return m_nCount; }
-    /// Whether there is none.
+    /// Whether there are no elements.
     bool IsEmpty() const { return m_nCount == 0; }
     /// The number of the table's slots; 0 stands for one that is not made yet.
     UINT GetHashTableSize() const { return m_nHashTableSize; }

@@ -83,8 +83,8 @@ public:
     /// Stores the characters before the terminator.
     void WriteString(LPCSTR lpsz);
     /// Loads one line into @p lpsz, which has room for |nMax| + 1 characters, and terminates it; null when nothing is left. A
-    /// line feed ends the line; a carriage return ends it after one more character is loaded. By contract: @p nMax as a negative
-    /// number makes the last character of the line's end part of the text.
+    /// line feed ends the line; a carriage return ends it after one more character is loaded. By contract: @p nMax as a negative number
+    /// makes the last character of the line's end part of the text, so that a caller can tell a whole line from a piece.
     LPSTR ReadString(LPSTR lpsz, UINT nMax);
     /// Loads one whole line without its line feed; FALSE when nothing is left.
     BOOL ReadString(CString& rString);

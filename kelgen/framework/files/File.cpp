@@ -96,6 +96,17 @@ BYTE StatusAttributes(DWORD attributes)
     return static_cast<BYTE>(attributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_NORMAL));
 }
 
+/// Of an open file's description or of an entry that was found: both call these members alike.
+template <class INFORMATION>
+void CopyInformation(CFileStatus& status, const INFORMATION& information)
+{
+    status.m_ctime = information.ftCreationTime;
+    status.m_mtime = information.ftLastWriteTime;
+    status.m_atime = information.ftLastAccessTime;
+    status.m_size = (static_cast<ULONGLONG>(information.nFileSizeHigh) << 32) | information.nFileSizeLow;
+    status.m_attribute = StatusAttributes(information.dwFileAttributes);
+}
+
 void SetTimes(LPCSTR name, const CFileStatus& status)
 {
     const HANDLE file =
@@ -305,11 +316,7 @@ BOOL CFile::GetStatus(CFileStatus& rStatus) const
     BY_HANDLE_FILE_INFORMATION information;
     if (m_hFile == hFileNull || !GetFileInformationByHandle(m_hFile, &information))
         return FALSE;
-    rStatus.m_ctime = information.ftCreationTime;
-    rStatus.m_mtime = information.ftLastWriteTime;
-    rStatus.m_atime = information.ftLastAccessTime;
-    rStatus.m_size = (static_cast<ULONGLONG>(information.nFileSizeHigh) << 32) | information.nFileSizeLow;
-    rStatus.m_attribute = StatusAttributes(information.dwFileAttributes);
+    CopyInformation(rStatus, information);
     return TRUE;
 }
 
@@ -322,11 +329,7 @@ BOOL CFile::GetStatus(LPCSTR lpszFileName, CFileStatus& rStatus)
         return FALSE;
     FindClose(search);
     CopyFullName(rStatus, FullPath(lpszFileName));
-    rStatus.m_ctime = found.ftCreationTime;
-    rStatus.m_mtime = found.ftLastWriteTime;
-    rStatus.m_atime = found.ftLastAccessTime;
-    rStatus.m_size = (static_cast<ULONGLONG>(found.nFileSizeHigh) << 32) | found.nFileSizeLow;
-    rStatus.m_attribute = StatusAttributes(found.dwFileAttributes);
+    CopyInformation(rStatus, found);
     return TRUE;
 }
 

@@ -139,8 +139,8 @@ public:
     BOOL GetStatus(CFileStatus& rStatus) const;
     /// FALSE when there is no file @p lpszFileName.
     static BOOL GetStatus(LPCSTR lpszFileName, CFileStatus& rStatus);
-    /// Sets the attributes, and those times that are not zero. By contract: access and creation times are set only together
-    /// with the time of last writing.
+    /// Sets the attributes, and those times that are not zero. By contract: access and creation times are set only together with the time
+    /// of last writing, so a caller gives that one too.
     static void SetStatus(LPCSTR lpszFileName, const CFileStatus& status);
 
     /// Gives a file another name, in the same volume; a file of the new name must not exist.

@@ -25,8 +25,8 @@ public:
     /// Begins a search, ending one that is under way; null means "*.*". FALSE with the platform's last error when nothing
     /// matches. @p dwUnused is not used.
     virtual BOOL FindFile(LPCSTR pstrName = nullptr, DWORD dwUnused = 0);
-    /// Makes the next entry current. By contract: FALSE already when that entry is the last one. A failure's last error is
-    /// ERROR_NO_MORE_FILES when the entry is the last.
+    /// Makes the next entry current. By contract: FALSE already when that entry is the last one, so a loop uses the entry first and tests
+    /// the result afterwards. A failure's last error is ERROR_NO_MORE_FILES when the entry is the last.
     virtual BOOL FindNextFile();
     /// Ends the search.
     void Close();
@@ -39,7 +39,7 @@ public:
     virtual CString GetFilePath() const;
     /// The name without its extension.
     virtual CString GetFileTitle() const;
-    /// The path as a URL "file://...". By contract: nothing in it is escaped.
+    /// The path as a URL "file://...". By contract: nothing in it is escaped, so a caller does that for names with blanks or signs.
     virtual CString GetFileURL() const;
     /// The full path of the folder that is searched, without a final separator.
     virtual CString GetRoot() const;

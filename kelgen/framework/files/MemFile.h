@@ -19,7 +19,7 @@ class KELGEN_FRAMEWORK_API CMemFile : public CFile
 public:
     /// The block grows by multiples of @p nGrowBytes; 0: it cannot grow.
     explicit CMemFile(UINT nGrowBytes = 1024);
-    /// Attach.
+    /// As Attach.
     CMemFile(BYTE* lpBuffer, UINT nBufferSize, UINT nGrowBytes = 0);
     ~CMemFile() override;
 

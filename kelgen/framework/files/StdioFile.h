@@ -14,8 +14,8 @@
 ///         names.Add(line);
 ///
 /// In text, carriage return and line feed together read as one line feed, and a line feed is written as both; a carriage return
-/// alone stays. By contract: a byte 0x1A ends a text for reading. All other bytes pass, zeros too. Positions are the file's own
-/// bytes in both kinds. Reading and writing may alternate at will.
+/// alone stays. By contract: a byte 0x1A ends a text for reading, as in the runtime's text files. All other bytes pass, zeros too.
+/// Positions are the file's own bytes in both kinds. Reading and writing may alternate at will.
 /// Throws: as CFile. What waits in the buffer is dropped when writing it fails.
 class KELGEN_FRAMEWORK_API CStdioFile : public CFile
 {

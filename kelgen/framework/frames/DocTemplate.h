@@ -109,8 +109,8 @@ public:
     POSITION GetFirstDocPosition() const override;
     CDocument* GetNextDoc(POSITION& rPos) const override;
     /// A document that is open already is asked to save itself and then filled anew, in the main window. Null even when it
-    /// was the user who cancelled. By contract: when loading it fails before its content was touched it stays as it was, else it
-    /// becomes a new one. The first frame becomes the main window of a thread without one.
+    /// was the user who cancelled. By contract: when loading it fails before its content was touched it stays as it was, as nothing is
+    /// lost yet; else it becomes a new one. The first frame becomes the main window of a thread without one.
     CDocument* OpenDocumentFile(LPCSTR lpszPathName, BOOL bMakeVisible = TRUE) override;
     /// docName, else "Untitled".
     void SetDefaultTitle(CDocument* pDocument) override;

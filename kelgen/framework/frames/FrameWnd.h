@@ -110,7 +110,7 @@ public:
     void BringToTop(int nCmdShow);
     /// Makes the first view active when none is. With @p bMakeVisible sends WM_INITIALUPDATE to the views, shows the frame, and tells the
     /// view. Then the document, which may be null, counts its frames, and the title is set. By contract: the main window is shown by the
-    /// application's m_nCmdShow, once.
+    /// application's m_nCmdShow, once, so that it appears as whoever started the program asked.
     void InitialUpdateFrame(CDocument* pDoc, BOOL bMakeVisible);
 
     /// Sets the frame's own part of the title; OnUpdateFrameTitle shows it.

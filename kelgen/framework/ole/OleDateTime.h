@@ -33,7 +33,8 @@ public:
 };
 
 /// A date with time of day: days since 30 December 1899 and a status. Before that day the fraction counts away from zero.
-/// By contract: a default one is 0.0 and valid, unlike one for a date that does not exist.
+/// By contract: a default one is 0.0 and valid, unlike one for a date that does not exist, so GetStatus does not tell whether a date was
+/// ever set.
 class KELGEN_FRAMEWORK_API COleDateTime
 {
 public:

@@ -2,37 +2,9 @@
 #include <kelgen/framework/ole/OleVariant.h>
 
 #include <kelgen/framework/ole/internal/NarrowToSystem.h>
+#include <kelgen/platform/support/ValueSizes.h>
 
 #include <cstring>
-
-namespace {
-
-size_t ValueSize(VARTYPE type)
-{
-    switch (type) {
-    case VT_I1:
-    case VT_UI1:
-        return 1;
-    case VT_I2:
-    case VT_UI2:
-    case VT_BOOL:
-        return 2;
-    case VT_I4:
-    case VT_UI4:
-    case VT_INT:
-    case VT_UINT:
-    case VT_R4:
-    case VT_ERROR:
-        return 4;
-    case VT_EMPTY:
-    case VT_NULL:
-        return 0;
-    default:
-        return 8;
-    }
-}
-
-}  // namespace
 
 COleVariant::COleVariant(const VARIANT& source)
 {
@@ -150,5 +122,9 @@ bool COleVariant::operator==(const VARIANT& other) const
         const UINT size = SysStringByteLen(bstrVal);
         return size == SysStringByteLen(other.bstrVal) && std::memcmp(bstrVal, other.bstrVal, size) == 0;
     }
-    return std::memcmp(&llVal, &other.llVal, ValueSize(vt)) == 0;
+    if (vt == VT_EMPTY || vt == VT_NULL)
+        return true;
+    // What is no plain value is compared by all bytes, objects and arrays by where they are.
+    const std::size_t size = kelgen::PlainValueSize(vt);
+    return std::memcmp(&llVal, &other.llVal, size ? size : sizeof llVal) == 0;
 }

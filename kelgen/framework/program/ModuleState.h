@@ -158,7 +158,7 @@ KELGEN_FRAMEWORK_API void AfxUnlockGlobals(int lock);
 
 /// The first module that has the resource: the state's resource handle unless the state is a system module's, extension libraries
 /// that are not system ones, the application's language library, the resource handle of a system state, system extension
-/// libraries. By contract: the state's resource handle when none has it.
+/// libraries. By contract: the state's resource handle when none has it, so that a look-up there fails with the platform's own error.
 KELGEN_FRAMEWORK_API HINSTANCE AfxFindResourceHandle(LPCSTR name, LPCSTR type);
 /// The first module, in the same order, that has a text for that string number; null when none has.
 KELGEN_FRAMEWORK_API HINSTANCE AfxFindStringResourceHandle(UINT id);

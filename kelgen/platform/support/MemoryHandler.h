@@ -7,7 +7,7 @@ namespace kelgen {
 
 /// From now on an allocation (operator new) that fails calls @p thrower, which throws; null takes that back. A host's own handler stays.
 ///
-/// By contract: not while a call of the platform works for itself; such a call fails by its own means.
+/// By contract: not while a call of the platform works for itself, since such a call fails by its own means.
 /// Threads: any.
 KELGEN_PLATFORM_API void SetMemoryThrower(void (*thrower)());
 

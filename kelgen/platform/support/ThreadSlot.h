@@ -7,7 +7,8 @@ namespace kelgen {
 
 /// A pointer for each thread. A thread that ends with one set passes it to @p finish, after its thread-local objects are gone.
 ///
-/// By contract: whether threads that still live get their call when the slot is destroyed, or when the process ends, is open.
+/// By contract: whether threads that still live get their call when the slot is destroyed, or when the process ends, is open, since the
+/// platforms differ there.
 /// Threads: any.
 class KELGEN_PLATFORM_API ThreadSlot
 {

@@ -3,6 +3,7 @@
 #include "support/Scratch.h"
 
 #include <algorithm>
+#include <vector>
 
 using namespace kelgen::test;
 
@@ -118,15 +119,20 @@ TEST_F(FileSystem, PrefixesStandBeforeWholePaths)
         DWORD attributes;
     };
     constexpr DWORD kFolder = FILE_ATTRIBUTE_DIRECTORY, kNone = INVALID_FILE_ATTRIBUTES;
-    const PrefixRow rows[] = {
-        {"\\\\.\\" + path, kFolder},       {"\\\\?\\" + path, kFolder},
-        {"\\??\\" + path, kFolder},        {"\\??\\" + path + "\\none", kNone},
-        {"//./" + slashed, kFolder},       {"//?/" + slashed, kFolder},
-        {"\\\\?\\" + slashed, kNone},      {"\\\\.\\" + path + ".", kFolder},
-        {"\\\\?\\" + path + ".", kNone},   {"\\\\?\\" + path + "\\..\\sub", kNone},
-        {"\\\\?\\" + path + "\\.", kNone}, {"\\\\.\\" + path + "\\..\\sub", kFolder},
-    };
-    for (const PrefixRow& row : rows)
+    for (const PrefixRow& row : std::vector<PrefixRow>{
+             {"\\\\.\\" + path, kFolder},
+             {"\\\\?\\" + path, kFolder},
+             {"\\??\\" + path, kFolder},
+             {"\\??\\" + path + "\\none", kNone},
+             {"//./" + slashed, kFolder},
+             {"//?/" + slashed, kFolder},
+             {"\\\\?\\" + slashed, kNone},
+             {"\\\\.\\" + path + ".", kFolder},
+             {"\\\\?\\" + path + ".", kNone},
+             {"\\\\?\\" + path + "\\..\\sub", kNone},
+             {"\\\\?\\" + path + "\\.", kNone},
+             {"\\\\.\\" + path + "\\..\\sub", kFolder},
+         })
         EXPECT_EQ(row.attributes, GetFileAttributesA(row.path.c_str())) << row.path;
 }
 

@@ -3,6 +3,8 @@
 #include "support/Random.h"
 #include "support/Scratch.h"
 
+#include <vector>
+
 using namespace kelgen::test;
 
 namespace {
@@ -26,22 +28,33 @@ TEST(SystemTime, OnlyDatesThatExistConvert)
         SYSTEMTIME time;
         bool valid;
     };
-    const Row rows[] = {
-        {{1601, 1, 0, 1, 0, 0, 0, 0}, true},        {{1600, 12, 0, 31, 0, 0, 0, 0}, false},   {{2024, 2, 0, 29, 0, 0, 0, 0}, true},
-        {{2023, 2, 0, 30, 0, 0, 0, 0}, false},      {{2100, 2, 0, 28, 0, 0, 0, 0}, true},     {{2000, 2, 0, 29, 0, 0, 0, 0}, true},
-        {{2024, 0, 0, 1, 0, 0, 0, 0}, false},       {{2024, 13, 0, 1, 0, 0, 0, 0}, false},    {{2024, 4, 0, 31, 0, 0, 0, 0}, false},
-        {{2024, 4, 0, 0, 0, 0, 0, 0}, false},       {{2024, 1, 9, 1, 23, 59, 59, 999}, true}, {{2024, 1, 0, 1, 24, 0, 0, 0}, false},
-        {{2024, 1, 0, 1, 0, 60, 0, 0}, false},      {{2024, 1, 0, 1, 0, 0, 60, 0}, false},    {{2024, 1, 0, 1, 0, 0, 0, 1000}, false},
-        {{30827, 12, 0, 31, 23, 59, 59, 999}, true}};
-    for (const Row& row : rows) {
+    for (const Row& row : std::vector<Row>{
+             {{1601, 1, 0, 1, 0, 0, 0, 0}, true},
+             {{1600, 12, 0, 31, 0, 0, 0, 0}, false},
+             {{2024, 2, 0, 29, 0, 0, 0, 0}, true},
+             {{2023, 2, 0, 30, 0, 0, 0, 0}, false},
+             {{2100, 2, 0, 28, 0, 0, 0, 0}, true},
+             {{2000, 2, 0, 29, 0, 0, 0, 0}, true},
+             {{2024, 0, 0, 1, 0, 0, 0, 0}, false},
+             {{2024, 13, 0, 1, 0, 0, 0, 0}, false},
+             {{2024, 4, 0, 31, 0, 0, 0, 0}, false},
+             {{2024, 4, 0, 0, 0, 0, 0, 0}, false},
+             {{2024, 1, 9, 1, 23, 59, 59, 999}, true},
+             {{2024, 1, 0, 1, 24, 0, 0, 0}, false},
+             {{2024, 1, 0, 1, 0, 60, 0, 0}, false},
+             {{2024, 1, 0, 1, 0, 0, 60, 0}, false},
+             {{2024, 1, 0, 1, 0, 0, 0, 1000}, false},
+             {{30827, 12, 0, 31, 23, 59, 59, 999}, true},
+         }) {
         FILETIME time;
         SetLastError(0);
         EXPECT_EQ(row.valid, SystemTimeToFileTime(&row.time, &time) != FALSE)
             << row.time.wYear << ' ' << row.time.wMonth << ' ' << row.time.wDay;
         EXPECT_EQ(row.valid ? 0u : DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
     }
+    const SYSTEMTIME begin{1601, 1, 0, 1, 0, 0, 0, 0};
     FILETIME first;
-    EXPECT_TRUE(SystemTimeToFileTime(&rows[0].time, &first));
+    EXPECT_TRUE(SystemTimeToFileTime(&begin, &first));
     EXPECT_EQ(0u, Steps(first));
 }
 

@@ -14,7 +14,8 @@ struct ResourceText
     explicit operator bool() const { return units != nullptr; }
 };
 
-/// The text of string number @p id in the thread's language. By contract: an empty text counts as none.
+/// The text of string number @p id in the thread's language. By contract: an empty text counts as none, since tables fill their gaps with
+/// such.
 ResourceText FindResourceText(HINSTANCE module, UINT id);
 /// The text of exactly @p language.
 ResourceText FindResourceText(HINSTANCE module, UINT id, WORD language);

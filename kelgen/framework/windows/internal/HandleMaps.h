@@ -48,7 +48,7 @@ public:
     void SetPermanent(Handle handle, Object* object)
     {
         m_permanent[handle] = object;
-        Forget();
+        ForgetLastAnswer();
     }
 
     /// Another object that took the handle over meanwhile stays.
@@ -57,7 +57,7 @@ public:
         const auto found = m_permanent.find(handle);
         if (found != m_permanent.end() && found->second == object)
             m_permanent.erase(found);
-        Forget();
+        ForgetLastAnswer();
     }
 
     void DeleteTemporary()
@@ -72,7 +72,7 @@ public:
     }
 
 private:
-    void Forget() const
+    void ForgetLastAnswer() const
     {
         m_lastHandle = nullptr;
         m_lastObject = nullptr;

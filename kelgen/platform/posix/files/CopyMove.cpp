@@ -127,7 +127,7 @@ BOOL MoveTo(std::string_view sourceName, std::string_view targetName, DWORD flag
     if (const DWORD error = TargetError(source, target, flags))
         return Fail(error, FALSE);
 
-    // By contract: a folder may replace a file. The system refuses that in one step.
+    // By contract a folder may replace a file, as only existing folders are guarded. The kernel refuses that in one step.
     if (source.isFolder && target.exists && !target.isFolder)
         unlink(target.native.c_str());
     const bool respell = target.exists && IsSameEntry(source.native, target.native);

@@ -58,41 +58,42 @@ std::shared_ptr<FileObject> FindLockable(HANDLE file)
     return object->MayRead() || object->MayWrite() ? object : Fail(ERROR_ACCESS_DENIED, nullptr);
 }
 
-}  // namespace
-
-BOOL LockFile(HANDLE file, DWORD offsetLow, DWORD offsetHigh, DWORD sizeLow, DWORD sizeHigh)
+// Has change(object, locks) change the locks of a file, which nobody else does meanwhile; false from it is a violation.
+template <class Change>
+BOOL ChangeLocks(HANDLE file, Change change)
 {
     return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
         const auto object = FindLockable(file);
         if (!object)
             return FALSE;
-
-        const LockedRange range = RangeOf(offsetLow, offsetHigh, sizeLow, sizeHigh);
         const std::lock_guard guard(object->File().locksMutex);
-        auto& locks = object->File().locks;
+        return change(*object, object->File().locks) ? TRUE : Fail(ERROR_LOCK_VIOLATION, FALSE);
+    });
+}
+
+}  // namespace
+
+BOOL LockFile(HANDLE file, DWORD offsetLow, DWORD offsetHigh, DWORD sizeLow, DWORD sizeHigh)
+{
+    const LockedRange range = RangeOf(offsetLow, offsetHigh, sizeLow, sizeHigh);
+    return ChangeLocks(file, [&range](const FileObject& object, auto& locks) {
         const bool ours = std::any_of(locks.begin(), locks.end(), [&](const LockedRange& other) { return Overlap(range, other); });
-        if (ours || !ChangeLock(*object, range, true))
-            return Fail(ERROR_LOCK_VIOLATION, FALSE);
+        if (ours || !ChangeLock(object, range, true))
+            return false;
         locks.push_back(range);
-        return TRUE;
+        return true;
     });
 }
 
 BOOL UnlockFile(HANDLE file, DWORD offsetLow, DWORD offsetHigh, DWORD sizeLow, DWORD sizeHigh)
 {
-    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
-        const auto object = FindLockable(file);
-        if (!object)
-            return FALSE;
-
-        const LockedRange range = RangeOf(offsetLow, offsetHigh, sizeLow, sizeHigh);
-        const std::lock_guard guard(object->File().locksMutex);
-        auto& locks = object->File().locks;
+    const LockedRange range = RangeOf(offsetLow, offsetHigh, sizeLow, sizeHigh);
+    return ChangeLocks(file, [&range](const FileObject& object, auto& locks) {
         const auto found = std::find(locks.begin(), locks.end(), range);
         if (found == locks.end())
-            return Fail(ERROR_LOCK_VIOLATION, FALSE);
+            return false;
         locks.erase(found);
-        ChangeLock(*object, range, false);
-        return TRUE;
+        ChangeLock(object, range, false);
+        return true;
     });
 }

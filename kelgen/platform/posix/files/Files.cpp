@@ -197,7 +197,7 @@ BOOL SetEndOfFile(HANDLE file)
     const auto object = FindData(file);
     if (!object)
         return FALSE;
-    // By contract: a handle without the right to write counts as a bad one here.
+    // By contract a handle without the right to write counts as a bad one here, unlike for WriteFile.
     if (!object->MayWrite())
         return Fail(ERROR_INVALID_HANDLE, FALSE);
 

@@ -72,7 +72,8 @@ Converted EncodeGb18030(bool strict, Units from, ByteRoom to);
 
 /// UTF-7 to units. Source: RFC 2152; bytes above 0x7F stand for themselves.
 Converted DecodeUtf7(Bytes from, UnitRoom to);
-/// Units to UTF-7. By contract: optional direct characters are encoded, and every encoded run ends with '-'.
+/// Units to UTF-7. By contract: optional direct characters are encoded, and every encoded run ends with '-', so that the bytes equal the
+/// system's.
 Converted EncodeUtf7(Units from, ByteRoom to);
 
 /// Symbol bytes, which from 0x20 on are U+F020 to U+F0FF, to units.

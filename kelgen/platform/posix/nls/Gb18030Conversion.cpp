@@ -88,7 +88,7 @@ const Tables* Tables::Get()
 
 bool Tables::Build(CodePageConverter& converter)
 {
-    m_pairs.assign((kLastLead - kFirstLead + 1) * kPairsOfLead, WCHAR{kNoCharacter});
+    m_pairs.assign(std::size_t{kLastLead - kFirstLead + 1} * kPairsOfLead, WCHAR{kNoCharacter});
     m_codes.assign(0x10000, 0);
     for (unsigned lead = kFirstLead; lead <= kLastLead; ++lead) {
         for (unsigned trail = 0; trail < 0x100; ++trail) {

@@ -48,6 +48,15 @@ void MapBytes(char* text, std::size_t length, MapUnit map)
     }
 }
 
+template <class Char>
+DWORD MapBuffer(Char* text, DWORD length, void (*mapAll)(Char*, std::size_t, MapUnit), MapUnit map)
+{
+    if (!text)
+        return 0;
+    mapAll(text, length, map);
+    return length;
+}
+
 LPSTR MapNarrow(LPSTR text, MapUnit map)
 {
     if (IsSingleCharacter(text)) {
@@ -90,34 +99,22 @@ LPWSTR CharLowerW(LPWSTR text)
 
 DWORD CharUpperBuffA(LPSTR text, DWORD length)
 {
-    if (!text)
-        return 0;
-    MapBytes(text, length, &Characters::ToUpper);
-    return length;
+    return MapBuffer(text, length, MapBytes, &Characters::ToUpper);
 }
 
 DWORD CharUpperBuffW(LPWSTR text, DWORD length)
 {
-    if (!text)
-        return 0;
-    MapUnits(text, length, &Characters::ToUpper);
-    return length;
+    return MapBuffer(text, length, MapUnits, &Characters::ToUpper);
 }
 
 DWORD CharLowerBuffA(LPSTR text, DWORD length)
 {
-    if (!text)
-        return 0;
-    MapBytes(text, length, &Characters::ToLower);
-    return length;
+    return MapBuffer(text, length, MapBytes, &Characters::ToLower);
 }
 
 DWORD CharLowerBuffW(LPWSTR text, DWORD length)
 {
-    if (!text)
-        return 0;
-    MapUnits(text, length, &Characters::ToLower);
-    return length;
+    return MapBuffer(text, length, MapUnits, &Characters::ToLower);
 }
 
 LPSTR CharNextA(LPCSTR text)

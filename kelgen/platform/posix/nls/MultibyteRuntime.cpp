@@ -89,8 +89,8 @@ int IsOfClass(unsigned int character, unsigned classes)
     return unit != 0 && !isLeftOut && Characters::Get().Is(unit, classes);
 }
 
-// By contract: a counterpart that the page lacks gives its best fit or the question mark, and a character with two codes gives
-// the preferred one.
+// By contract a counterpart that the page lacks gives its best fit or the question mark, and a character with two codes gives the
+// preferred one, since the way leads through the page's conversion.
 unsigned int MapCharacter(unsigned int character, WCHAR (Characters::*map)(WCHAR) const)
 {
     const MultibytePage& page = CurrentMultibytePage();

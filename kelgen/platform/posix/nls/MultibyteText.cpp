@@ -91,6 +91,17 @@ void MapText(const MultibytePage& page, unsigned char* text, unsigned int (*map)
     }
 }
 
+// By characters in a page that has pairs, by bytes in the others.
+unsigned char* MapCase(unsigned char* text, unsigned int (*mapCharacter)(unsigned int), char* (*mapBytes)(char*))
+{
+    const MultibytePage& page = CurrentMultibytePage();
+    if (page.HasPairs())
+        MapText(page, text, mapCharacter);
+    else
+        mapBytes(AsText(text));
+    return text;
+}
+
 }  // namespace
 
 std::size_t _mbclen(const unsigned char* text)
@@ -243,22 +254,12 @@ unsigned char* _mbsnbcpy(unsigned char* target, const unsigned char* source, std
 
 unsigned char* _mbsupr(unsigned char* text)
 {
-    const MultibytePage& page = CurrentMultibytePage();
-    if (page.HasPairs())
-        MapText(page, text, _mbctoupper);
-    else
-        _strupr(AsText(text));
-    return text;
+    return MapCase(text, _mbctoupper, _strupr);
 }
 
 unsigned char* _mbslwr(unsigned char* text)
 {
-    const MultibytePage& page = CurrentMultibytePage();
-    if (page.HasPairs())
-        MapText(page, text, _mbctolower);
-    else
-        _strlwr(AsText(text));
-    return text;
+    return MapCase(text, _mbctolower, _strlwr);
 }
 
 unsigned char* _mbsrev(unsigned char* text)

@@ -28,7 +28,7 @@ char UpperByte(char byte)
     return static_cast<char>(std::toupper(static_cast<unsigned char>(byte)));
 }
 
-// Compares the first @p count bytes of two texts. By contract bytes above 0x7F are negative here.
+// Compares the first @p count bytes of two texts. By contract bytes above 0x7F are negative here, since characters are signed.
 int CompareBytes(const char* left, const char* right, std::size_t count)
 {
     if (count != 0 && (!left || !right))

@@ -12,7 +12,7 @@
 
 namespace kelgen::posix {
 
-/// The runtime's white space, whatever the locale. By contract: U+0085 is none.
+/// The runtime's white space, whatever the locale. By contract: U+0085 is none, though it is a blank elsewhere.
 inline bool IsRuntimeSpace(WCHAR unit)
 {
     return unit == ' ' || (unit >= 0x09 && unit <= 0x0D) || (unit >= 0xA0 && Characters::Get().Is(unit, Characters::kSpace));

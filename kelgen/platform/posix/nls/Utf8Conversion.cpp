@@ -39,8 +39,8 @@ Lead LeadOf(BYTE byte)
     return {0, 0, 0};
 }
 
-// The character at @p at. By contract: an ill-formed sequence ends before the first byte that is no trail byte, or after a second
-// byte that its lead byte forbids.
+// The character at @p at. By contract an ill-formed sequence ends before the first byte that is no trail byte, or after a second byte
+// that its lead byte forbids; hosts count the characters that stand in for it.
 CodePoint Read(const char* at, const char* end)
 {
     const BYTE first = static_cast<BYTE>(*at);

@@ -3,6 +3,7 @@
 
 #include <kelgen/platform/posix/ole/api/SystemStrings.h>
 #include <kelgen/platform/posix/ole/api/Variants.h>
+#include <kelgen/platform/support/ValueSizes.h>
 
 #include <cstring>
 
@@ -11,26 +12,6 @@ namespace kelgen::posix {
 size_t ElementSize(VARTYPE type)
 {
     switch (type) {
-    case VT_I1:
-    case VT_UI1:
-        return 1;
-    case VT_I2:
-    case VT_UI2:
-    case VT_BOOL:
-        return 2;
-    case VT_I4:
-    case VT_UI4:
-    case VT_INT:
-    case VT_UINT:
-    case VT_R4:
-    case VT_ERROR:
-        return 4;
-    case VT_I8:
-    case VT_UI8:
-    case VT_R8:
-    case VT_DATE:
-    case VT_CY:
-        return 8;
     case VT_BSTR:
     case VT_UNKNOWN:
     case VT_DISPATCH:
@@ -38,7 +19,7 @@ size_t ElementSize(VARTYPE type)
     case VT_VARIANT:
         return sizeof(VARIANT);
     default:
-        return 0;
+        return PlainValueSize(type);
     }
 }
 

@@ -28,7 +28,7 @@ DWORD GiveText(std::u16string_view text, Char* buffer, DWORD size)
 }
 
 /// Copies @p names, each with a terminator, and one more; a list that does not fit is cut to @p size - 2 units.
-/// By contract: a list that fits exactly counts as cut.
+/// By contract a list that fits exactly counts as cut, since the result is the same.
 template <class Char>
 DWORD GiveNames(const Names& names, Char* buffer, DWORD size, DWORD errorWhenCut)
 {

@@ -127,7 +127,7 @@ private:
         struct stat state;
         if (fstat(old, &state) != 0)
             return false;
-        // By contract: a read-only one stays as it is, even for a user who may write everything.
+        // By contract a read-only one stays as it is, since the attribute binds even a user who may write everything.
         if ((state.st_mode & 0222) == 0 || access(m_path.c_str(), W_OK) != 0) {
             errno = EACCES;
             return false;

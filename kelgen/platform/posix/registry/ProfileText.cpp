@@ -246,7 +246,7 @@ std::optional<std::vector<std::u16string>> ProfileText::Keys(std::u16string_view
 std::vector<std::u16string> ProfileText::Entries(std::u16string_view section) const
 {
     std::vector<std::u16string> entries;
-    // By contract: here blanks name no section, where a single value's section may have them around its name.
+    // By contract blanks name no section here, so that they list nothing, though a single value's section may have them around its name.
     const auto range = section.empty() || !Trimmed(section).empty() ? Find(section).value_or(Range{0, 0}) : Range{0, 0};
     for (std::size_t i = range.begin; i < range.end; ++i) {
         const Line& line = m_lines[i];

@@ -25,8 +25,9 @@ struct StoredValue
 // A value's file is "KRV2", the size of a slot (32 bits), then two slots of that size. A slot is a checksum, a sequence number
 // (64 bits each), type, length of the name in units, size of the data, 0 (32 bits each), name and data; numbers have their lowest
 // byte first. The sound slot with the higher number holds the value; a write goes to the other one, and flushes the file first when
-// it is larger than a sector. So a killed process or a power cut leaves the old or the new value, and no file need be made: on common file systems a file that is renamed over another one costs fifty
-// times as much as a write in place, because the system then sends the new one to the disk.
+// it is larger than a sector. So a killed process or a power cut leaves the old or the new value, and no file need be made: on common file
+// systems a file that is renamed over another one costs fifty times as much as a write in place, because the system then sends the new one
+// to the disk.
 
 /// The largest name and data together, in bytes, that a file holds.
 inline constexpr std::size_t kLargestValue = 64 << 20;

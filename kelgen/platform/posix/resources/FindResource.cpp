@@ -100,7 +100,7 @@ HRSRC FindResourceOf(HMODULE module, const Char* type, const Char* name, WORD la
 /// The text of string @p id; nothing, with the last error, when its block is missing.
 std::optional<std::u16string_view> FindString(HMODULE module, UINT id)
 {
-    // By contract: blocks have 16-bit numbers; only the low half of an id counts.
+    // Blocks have 16-bit numbers, so by contract only the low half of an id counts.
     const WORD block = static_cast<WORD>(LOWORD(id) / kStringsInBlock + 1);
     DWORD error;
     const ResourceEntry* entry = Find(TablesOf(module), kStringType, ResourceKey{{}, block}, 0, error);

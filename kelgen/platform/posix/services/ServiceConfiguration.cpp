@@ -91,19 +91,13 @@ BOOL Query(SC_HANDLE service, Configuration* buffer, DWORD size, LPDWORD needed)
 
 BOOL Change(SC_HANDLE service, const ServiceSettings& settings)
 {
-    const auto object = FindFor<ServiceObject>(service, SERVICE_CHANGE_CONFIG);
-    if (!object)
-        return FALSE;
-    const ServiceLock lock = LockServices();
-    ServiceConfiguration configuration = object->Configuration();
-    if (configuration.isDeleted || configuration.type == 0)
-        return Fail(ERROR_SERVICE_MARKED_FOR_DELETE, FALSE);
-    if (!Apply(settings, configuration))
-        return Fail(ERROR_INVALID_PARAMETER, FALSE);
-    if (settings.displayName && IsDisplayNameTaken(object->Name(), configuration.displayName))
-        return Fail(ERROR_DUPLICATE_SERVICE_NAME, FALSE);
-    const LONG status = StoreService(object->Name(), configuration);
-    return status == ERROR_SUCCESS ? TRUE : Fail(static_cast<DWORD>(status), FALSE);
+    return ChangeConfiguration(service, SERVICE_CHANGE_CONFIG,
+                               [&settings](const std::u16string& name, ServiceConfiguration& configuration) -> DWORD {
+                                   if (!Apply(settings, configuration))
+                                       return ERROR_INVALID_PARAMETER;
+                                   const bool isTaken = settings.displayName && IsDisplayNameTaken(name, configuration.displayName);
+                                   return isTaken ? ERROR_DUPLICATE_SERVICE_NAME : ERROR_SUCCESS;
+                               });
 }
 
 }  // namespace

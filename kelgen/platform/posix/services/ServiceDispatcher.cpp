@@ -120,7 +120,7 @@ private:
             const std::lock_guard lock(m_mutex);
             handler = m_handler;
         }
-        // By contract: nothing reaches a service that was asked to stop, even when it goes on running.
+        // By contract nothing reaches a service that was asked to stop, which counts as gone even when it goes on running.
         const bool takes = handler && !m_isStopping;
         const DWORD error = takes ? ERROR_SUCCESS : ERROR_SERVICE_CANNOT_ACCEPT_CTRL;
         if (takes) {

@@ -177,16 +177,10 @@ SC_HANDLE OpenServiceW(SC_HANDLE manager, LPCWSTR name, DWORD access)
 BOOL DeleteService(SC_HANDLE service)
 {
     return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
-        const auto object = FindFor<ServiceObject>(service, DELETE);
-        if (!object)
-            return FALSE;
-        const ServiceLock lock = LockServices();
-        ServiceConfiguration configuration = object->Configuration();
-        if (configuration.isDeleted || configuration.type == 0)
-            return Fail(ERROR_SERVICE_MARKED_FOR_DELETE, FALSE);
-        configuration.isDeleted = true;
-        const LONG status = StoreService(object->Name(), configuration);
-        return status == ERROR_SUCCESS ? TRUE : Fail(static_cast<DWORD>(status), FALSE);
+        return ChangeConfiguration(service, DELETE, [](const std::u16string&, ServiceConfiguration& configuration) -> DWORD {
+            configuration.isDeleted = true;
+            return ERROR_SUCCESS;
+        });
     });
 }
 

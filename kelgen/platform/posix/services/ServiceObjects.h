@@ -57,4 +57,22 @@ std::shared_ptr<Object> FindFor(SC_HANDLE handle, DWORD rights)
     return object->Grants(rights) ? object : Fail(ERROR_ACCESS_DENIED, std::shared_ptr<Object>());
 }
 
+/// Has @p change(name, configuration), which returns an error or ERROR_SUCCESS, change how a service is installed, and stores that. FALSE
+/// with the last error: as FindFor, its error, or that of the store.
+template <class Change>
+BOOL ChangeConfiguration(SC_HANDLE service, DWORD rights, Change change)
+{
+    const auto object = FindFor<ServiceObject>(service, rights);
+    if (!object)
+        return FALSE;
+    const ServiceLock lock = LockServices();
+    ServiceConfiguration configuration = object->Configuration();
+    if (configuration.isDeleted || configuration.type == 0)
+        return Fail(ERROR_SERVICE_MARKED_FOR_DELETE, FALSE);
+    DWORD error = change(object->Name(), configuration);
+    if (error == ERROR_SUCCESS)
+        error = static_cast<DWORD>(StoreService(object->Name(), configuration));
+    return error == ERROR_SUCCESS ? TRUE : Fail(error, FALSE);
+}
+
 }  // namespace kelgen::posix

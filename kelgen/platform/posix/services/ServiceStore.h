@@ -30,7 +30,8 @@ struct ServiceConfiguration
 /// The description of the service @p name; nothing when there is none.
 std::optional<ServiceConfiguration> LoadService(std::u16string_view name);
 
-/// Removes the key and the files of a new service on destruction, unless Keep was called: it takes no memory then. A key that was there before stays.
+/// Removes the key and the files of a new service on destruction, unless Keep was called: it takes no memory then. A key that was there
+/// before stays.
 class NewServiceKey
 {
 public:

@@ -1,6 +1,7 @@
 // SystemClasses.cpp: the list of the system's own classes.
 #include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/user/api/Dialogs.h>
+#include <kelgen/platform/posix/user/api/ListView.h>
 #include <kelgen/platform/posix/user/api/WindowCalls.h>
 #include <kelgen/platform/posix/user/controls/ControlBase.h>
 #include <kelgen/platform/posix/user/mdi/MdiClient.h>
@@ -25,12 +26,12 @@ LRESULT FailureOf(UINT message)
     case LB_DIR:
     case LB_ADDFILE:
     case LB_INITSTORAGE:
-        return LB_ERRSPACE;
     case CB_ADDSTRING:
     case CB_INSERTSTRING:
     case CB_DIR:
     case CB_INITSTORAGE:
-        return CB_ERRSPACE;
+        static_assert(LB_ERRSPACE == CB_ERRSPACE);
+        return LB_ERRSPACE;
     default:
         return 0;
     }

@@ -17,7 +17,8 @@ struct FloatText
 };
 
 /// Spells the magnitude of @p value, without its sign, for the conversion e, f, g or a (or its capital). Digits are exact, halves are
-/// rounded away from zero, exponents have three digits; infinity is "1.#INF", no number "1.#QNAN", "1.#SNAN" or "1.#IND", cut and rounded like digits.
+/// rounded away from zero, exponents have three digits; infinity is "1.#INF", no number "1.#QNAN", "1.#SNAN" or "1.#IND", cut and rounded
+/// like digits.
 /// @param precision Negative when none was given.
 void FormatFloat(double value, char conversion, int precision, bool alternate, FloatText& text);
 

@@ -240,8 +240,8 @@ private:
             PutInfinite(number, text.cut);
     }
 
-    /// By contract: what the precision cut off is padded as well; at the left margin, the padding precedes the exponent and zeros become
-    /// blanks behind it.
+    /// By contract, as the runtime prints it, what the precision cut off is padded as well; at the left margin, the padding precedes the
+    /// exponent and zeros become blanks behind it.
     void PutInfinite(const Number& number, std::size_t cut)
     {
         const std::size_t length = number.prefix.size() + number.body.size() + number.trailingZeros + number.exponent.size();

@@ -27,10 +27,10 @@ KELGEN_PLATFORM_API HANDLE FindFirstChangeNotificationA(LPCSTR path, BOOL subtre
 KELGEN_PLATFORM_API HANDLE FindFirstChangeNotificationW(LPCWSTR path, BOOL subtree, DWORD filter);
 
 /// Re-arms: the next change after this call signals. FALSE with ERROR_INVALID_HANDLE. By contract: changes between the signal and this
-/// call are not reported again.
+/// call are not reported again, so a caller looks at the folder after it.
 KELGEN_PLATFORM_API BOOL FindNextChangeNotification(HANDLE notification);
 
-/// As CloseHandle. By contract: for handles of any kind.
+/// As CloseHandle, and by contract for handles of any kind, since both are one call.
 KELGEN_PLATFORM_API BOOL FindCloseChangeNotification(HANDLE notification);
 
 #define FindFirstChangeNotification FindFirstChangeNotificationA

@@ -76,7 +76,7 @@ KELGEN_PLATFORM_API BOOL MoveFileW(LPCWSTR source, LPCWSTR target);
 /// MoveFileA, which has flag MOVEFILE_COPY_ALLOWED. MOVEFILE_REPLACE_EXISTING replaces a file (in one step on one file system) but
 /// no folder and no file that is open without FILE_SHARE_DELETE (ERROR_ACCESS_DENIED, even for a null @p target).
 ///
-/// By contract: a folder replaces a file.
+/// By contract: a folder replaces a file, since only a folder in the target's place is guarded.
 KELGEN_PLATFORM_API BOOL MoveFileExA(LPCSTR source, LPCSTR target, DWORD flags);
 KELGEN_PLATFORM_API BOOL MoveFileExW(LPCWSTR source, LPCWSTR target, DWORD flags);
 

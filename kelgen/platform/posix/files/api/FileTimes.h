@@ -22,7 +22,7 @@ KELGEN_PLATFORM_API BOOL SystemTimeToFileTime(const SYSTEMTIME* system, LPFILETI
 
 /// Moves @p utc to the local time zone.
 ///
-/// By contract: with the offset that holds now, not at that time.
+/// By contract: with the offset that holds now, not at that time, so that the reverse gives the same time back.
 KELGEN_PLATFORM_API BOOL FileTimeToLocalFileTime(const FILETIME* utc, LPFILETIME local);
 /// The reverse, with the offset that holds now.
 KELGEN_PLATFORM_API BOOL LocalFileTimeToFileTime(const FILETIME* local, LPFILETIME utc);

@@ -91,7 +91,8 @@ using LPBY_HANDLE_FILE_INFORMATION = BY_HANDLE_FILE_INFORMATION*;
 /// FILE_FLAG_DELETE_ON_CLOSE deletes the file when the last duplicate of this handle is closed; FILE_FLAG_WRITE_THROUGH writes to
 /// the disk itself; other flags are hints and ignored. @p security and @p templateFile are ignored.
 ///
-/// By contract: success sets the last error: ERROR_ALREADY_EXISTS when CREATE_ALWAYS or OPEN_ALWAYS found a file, else 0.
+/// By contract: success sets the last error, by which callers tell whether the file was there: ERROR_ALREADY_EXISTS when CREATE_ALWAYS or
+/// OPEN_ALWAYS found one, else 0.
 /// Threads: any.
 KELGEN_PLATFORM_API HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security, DWORD disposition,
                                        DWORD attributes, HANDLE templateFile);
@@ -115,19 +116,19 @@ KELGEN_PLATFORM_API BOOL FlushFileBuffers(HANDLE file);
 /// lower half; the upper one is stored in @p distanceHigh. INVALID_SET_FILE_POINTER with ERROR_NEGATIVE_SEEK before the beginning
 /// (the position stays), ERROR_INVALID_PARAMETER for another @p method.
 ///
-/// By contract: a valid position whose lower half is INVALID_SET_FILE_POINTER sets the last error to 0.
+/// By contract: a valid position whose lower half is INVALID_SET_FILE_POINTER sets the last error to 0, which tells it from a failure.
 KELGEN_PLATFORM_API DWORD SetFilePointer(HANDLE file, LONG distance, PLONG distanceHigh, DWORD method);
 /// SetFilePointer in 64 bits; @p position may be null.
 KELGEN_PLATFORM_API BOOL SetFilePointerEx(HANDLE file, LARGE_INTEGER distance, PLARGE_INTEGER position, DWORD method);
 
 /// Cuts or extends the file to its position; new bytes read as 0.
 ///
-/// By contract: ERROR_INVALID_HANDLE when not opened for writing.
+/// By contract: ERROR_INVALID_HANDLE when not opened for writing, as for no handle at all, and not WriteFile's ERROR_ACCESS_DENIED.
 KELGEN_PLATFORM_API BOOL SetEndOfFile(HANDLE file);
 
 /// The size's lower half, the upper one in @p high unless null; INVALID_FILE_SIZE on failure.
 ///
-/// By contract: a valid size whose lower half is INVALID_FILE_SIZE sets the last error to 0.
+/// By contract: a valid size whose lower half is INVALID_FILE_SIZE sets the last error to 0, which tells it from a failure.
 KELGEN_PLATFORM_API DWORD GetFileSize(HANDLE file, LPDWORD high);
 /// Stores the size in bytes. FALSE on failure, ERROR_INVALID_PARAMETER for a null @p size.
 KELGEN_PLATFORM_API BOOL GetFileSizeEx(HANDLE file, PLARGE_INTEGER size);

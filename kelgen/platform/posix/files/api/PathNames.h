@@ -18,7 +18,8 @@
 /// The full drive form of @p name, by its text alone: nothing need exist. @p filePart, unless null, receives the address of the
 /// last part, or null when there is none.
 ///
-/// By contract: 0 for an empty name, and the last error stays; a device's name such as "con" gives "\\.\con".
+/// By contract: 0 for an empty name, and the last error stays, so a caller tests the name first; a device's name such as "con" gives
+/// "\\.\con", as it names no file.
 KELGEN_PLATFORM_API DWORD GetFullPathNameA(LPCSTR name, DWORD size, LPSTR buffer, LPSTR* filePart);
 KELGEN_PLATFORM_API DWORD GetFullPathNameW(LPCWSTR name, DWORD size, LPWSTR buffer, LPWSTR* filePart);
 

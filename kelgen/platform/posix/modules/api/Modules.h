@@ -28,8 +28,8 @@ KELGEN_PLATFORM_API BOOL GetModuleHandleExW(DWORD flags, LPCWSTR name, HMODULE* 
 
 /// The drive form of the file of @p module, null: of the program; returns its length. 0 with ERROR_MOD_NOT_FOUND.
 ///
-/// By contract: a short buffer is filled to its last byte without a terminator, the result is @p size and the last error
-/// ERROR_INSUFFICIENT_BUFFER; otherwise the last error becomes 0.
+/// By contract: a short buffer is filled to its last byte without a terminator and the result is @p size, which callers tell from a whole
+/// name by the last error: ERROR_INSUFFICIENT_BUFFER, otherwise 0.
 KELGEN_PLATFORM_API DWORD GetModuleFileNameA(HMODULE module, LPSTR buffer, DWORD size);
 KELGEN_PLATFORM_API DWORD GetModuleFileNameW(HMODULE module, LPWSTR buffer, DWORD size);
 
@@ -46,7 +46,8 @@ KELGEN_PLATFORM_API HMODULE LoadLibraryExW(LPCWSTR name, HANDLE reserved, DWORD 
 /// ERROR_MOD_NOT_FOUND for what is no module, ERROR_INVALID_HANDLE for null.
 KELGEN_PLATFORM_API BOOL FreeLibrary(HMODULE module);
 
-/// The exported procedure @p name, as its C name; null @p module means the program. Null with ERROR_PROC_NOT_FOUND (even for a number), ERROR_MOD_NOT_FOUND.
+/// The exported procedure @p name, as its C name; null @p module means the program. Null with ERROR_PROC_NOT_FOUND (even for a number),
+/// ERROR_MOD_NOT_FOUND.
 KELGEN_PLATFORM_API FARPROC GetProcAddress(HMODULE module, LPCSTR name);
 
 /// Does nothing and returns TRUE for a module: threads are not announced to libraries.

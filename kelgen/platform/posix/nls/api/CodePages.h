@@ -64,7 +64,7 @@ KELGEN_PLATFORM_API BOOL IsDBCSLeadByteEx(UINT page, BYTE byte);
 /// outside the page with MB_ERR_INVALID_CHARS, else they become the page's substitute (U+FFFD in UTF-8 and 54936, U+30FB in 932).
 /// 54936 takes no other flag.
 ///
-/// By contract: success leaves the last error alone.
+/// By contract: success leaves the last error alone, so a caller goes by the result first.
 /// Threads: any; tables are built once and then only read.
 /// Cost: ASCII runs at memory speed, other characters one table step each.
 KELGEN_PLATFORM_API int MultiByteToWideChar(UINT page, DWORD flags, LPCCH text, int length, LPWSTR wide, int capacity);
@@ -73,8 +73,8 @@ KELGEN_PLATFORM_API int MultiByteToWideChar(UINT page, DWORD flags, LPCCH text, 
 /// unit outside the page becomes its best fit, or, failing that or with WC_NO_BEST_FIT_CHARS, @p defaultChar (the page's own
 /// when null), and @p usedDefault tells whether that happened.
 ///
-/// By contract: UTF-8 and 54936 ignore @p defaultChar, and @p usedDefault tells whether an unpaired surrogate became U+FFFD; each half
-/// of a surrogate pair is a unit of its own in other pages.
+/// By contract: UTF-8 and 54936 ignore @p defaultChar, as they have every character, and @p usedDefault tells whether an unpaired
+/// surrogate became U+FFFD; each half of a surrogate pair is a unit of its own in other pages, whose tables know single units only.
 /// Threads: any.
 /// Cost: as MultiByteToWideChar.
 KELGEN_PLATFORM_API int WideCharToMultiByte(UINT page, DWORD flags, LPCWCH wide, int length, LPSTR text, int capacity, LPCCH defaultChar,

@@ -12,7 +12,7 @@
 /// The process's multibyte code page: the ANSI page unless _setmbcp changed it.
 KELGEN_PLATFORM_API int _getmbcp();
 /// Makes @p page, or one of the _MB_CP_ values, the multibyte code page. 0; -1 for a page that does not exist, changing nothing.
-/// By contract: _MB_CP_SBCS, and _MB_CP_LOCALE in the C locale, stand for page 20127.
+/// By contract: _MB_CP_SBCS, and _MB_CP_LOCALE in the C locale, stand for page 20127, which has no two-byte characters.
 /// Threads: the page is the process's; others see the change.
 KELGEN_PLATFORM_API int _setmbcp(int page);
 
@@ -68,9 +68,9 @@ KELGEN_PLATFORM_API std::size_t _mbscspn(const unsigned char* text, const unsign
 /// Copies at most @p count bytes and fills the rest of them with 0; a source as long as @p count leaves no terminator, and a
 /// character that would be cut in two becomes a 0.
 KELGEN_PLATFORM_API unsigned char* _mbsnbcpy(unsigned char* target, const unsigned char* source, std::size_t count);
-/// Upper-cases in place and returns @p text. By contract: in a single-byte page this is _strupr.
+/// Upper-cases in place and returns @p text. By contract: in a single-byte page this is _strupr, so only a to z change.
 KELGEN_PLATFORM_API unsigned char* _mbsupr(unsigned char* text);
-/// Lower-cases in place and returns @p text. By contract: in a single-byte page this is _strlwr.
+/// Lower-cases in place and returns @p text. By contract: in a single-byte page this is _strlwr, so only A to Z change.
 KELGEN_PLATFORM_API unsigned char* _mbslwr(unsigned char* text);
 /// Reverses the characters in place and returns @p text.
 KELGEN_PLATFORM_API unsigned char* _mbsrev(unsigned char* text);

@@ -15,7 +15,7 @@
 /// @p text when there is no number. Beyond the limits errno is ERANGE; for another base it is EINVAL, the result 0, and @p end
 /// stays.
 ///
-/// By contract: the decimal digits of other scripts count as digits.
+/// By contract: the decimal digits of other scripts count as digits, unlike for _wtoi64.
 KELGEN_PLATFORM_API LONG wcstol(const WCHAR* text, WCHAR** end, int base);
 /// wcstol for unsigned numbers; a minus sign negates within 32 bits, the limit too.
 KELGEN_PLATFORM_API ULONG wcstoul(const WCHAR* text, WCHAR** end, int base);
@@ -23,20 +23,22 @@ KELGEN_PLATFORM_API ULONG wcstoul(const WCHAR* text, WCHAR** end, int base);
 KELGEN_PLATFORM_API LONGLONG _wcstoi64(const WCHAR* text, WCHAR** end, int base);
 /// wcstoul with limits of 64 bits.
 KELGEN_PLATFORM_API ULONGLONG _wcstoui64(const WCHAR* text, WCHAR** end, int base);
-/// The decimal number that @p text starts with, after white space. By contract: the words for infinity and not-a-number and
-/// hexadecimal forms are no numbers, and 'd' starts an exponent like 'e'.
+/// The decimal number that @p text starts with, after white space. By contract, by the runtime's own grammar of numbers, the words for
+/// infinity and not-a-number and hexadecimal forms are none, and 'd' starts an exponent like 'e'.
 KELGEN_PLATFORM_API double wcstod(const WCHAR* text, WCHAR** end);
 
 /// The decimal number that @p text starts with, held within 32 bits; 0 when there is none.
 KELGEN_PLATFORM_API int _wtoi(const WCHAR* text);
 /// The same as _wtoi.
 KELGEN_PLATFORM_API LONG _wtol(const WCHAR* text);
-/// The decimal number that @p text starts with, modulo 64 bits; 0 when there is none. By contract: it knows ASCII digits only.
+/// The decimal number that @p text starts with, modulo 64 bits; 0 when there is none. By contract: it knows ASCII digits only, unlike
+/// wcstol, so other scripts read as 0.
 KELGEN_PLATFORM_API LONGLONG _wtoi64(const WCHAR* text);
 /// wcstod without an end.
 KELGEN_PLATFORM_API double _wtof(const WCHAR* text);
 
-/// Writes @p value in @p base (2 to 36) to @p text and returns it. By contract: negative only in base 10, else two's complement.
+/// Writes @p value in @p base (2 to 36) to @p text and returns it. By contract: negative only in base 10, else two's complement, since
+/// other bases show bits.
 KELGEN_PLATFORM_API WCHAR* _itow(int value, WCHAR* text, int base);
 /// _itow for unsigned numbers.
 KELGEN_PLATFORM_API WCHAR* _ultow(ULONG value, WCHAR* text, int base);

@@ -11,7 +11,8 @@
 #include <cstddef>
 
 /// Writes at most @p capacity units. @return The length when it fits; -1 when it does not, after filling the room.
-/// By contract: text that fits exactly is not terminated. With a null @p text and no capacity, the length.
+/// By contract: text that fits exactly is not terminated, so a caller keeps one unit more. With a null @p text and no capacity, the
+/// length.
 KELGEN_PLATFORM_API int _vsnwprintf(WCHAR* text, std::size_t capacity, const WCHAR* format, va_list arguments);
 /// _vsnwprintf with its arguments listed.
 KELGEN_PLATFORM_API int _snwprintf(WCHAR* text, std::size_t capacity, const WCHAR* format, ...);

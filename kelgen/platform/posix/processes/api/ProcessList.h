@@ -66,7 +66,7 @@ KELGEN_PLATFORM_API BOOL EnumProcessModules(HANDLE process, HMODULE* modules, DW
 /// The length of the file name of @p module (null: the program) in @p process, without its folder, copied to @p buffer. 0 with
 /// ERROR_INVALID_HANDLE for an unknown module, ERROR_INVALID_PARAMETER for size 0, and as EnumProcessModules.
 ///
-/// By contract: a short buffer is filled without a terminator, and the result is @p size.
+/// By contract: a short buffer is filled without a terminator, and the result is @p size, by which a caller sees the cut.
 KELGEN_PLATFORM_API DWORD GetModuleBaseNameA(HANDLE process, HMODULE module, LPSTR buffer, DWORD size);
 /// As GetModuleBaseNameA, the whole path in drive form.
 KELGEN_PLATFORM_API DWORD GetModuleFileNameExA(HANDLE process, HMODULE module, LPSTR buffer, DWORD size);

@@ -77,7 +77,7 @@ KELGEN_PLATFORM_API BOOL CreateProcessW(LPCWSTR program, LPWSTR commandLine, LPS
 KELGEN_PLATFORM_API BOOL GetExitCodeProcess(HANDLE process, LPDWORD exitCode);
 
 /// Kills the process, whose exit code becomes @p exitCode. FALSE with ERROR_INVALID_HANDLE, ERROR_ACCESS_DENIED without the right
-/// PROCESS_TERMINATE and for another user's process. By contract: TRUE for one that has ended.
+/// PROCESS_TERMINATE and for another user's process. By contract: TRUE for one that has ended, so that callers need not race its end.
 KELGEN_PLATFORM_API BOOL TerminateProcess(HANDLE process, UINT exitCode);
 
 using STARTUPINFO = STARTUPINFOA;

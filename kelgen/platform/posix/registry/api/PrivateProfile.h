@@ -12,13 +12,14 @@
 /// Copies the value of @p key in @p section to @p buffer and returns its length; the default without trailing blanks when there
 /// is none (null: ""). At most @p size - 1 units are copied, and a terminator. With a null @p key all keys of the section, with
 /// a null @p section all sections are copied, each with a terminator, and one more ends the list; a list that is cut returns
-/// @p size - 2. A missing section or key leaves the last error 0. By contract: a list that fits exactly counts as cut.
+/// @p size - 2. A missing section or key leaves the last error 0. By contract: a list that fits exactly counts as cut, since its result
+/// is the same.
 KELGEN_PLATFORM_API DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR buffer, DWORD size, LPCSTR file);
 KELGEN_PLATFORM_API DWORD GetPrivateProfileStringW(LPCWSTR section, LPCWSTR key, LPCWSTR fallback, LPWSTR buffer, DWORD size, LPCWSTR file);
 
 /// The value of @p key as a number: an optional sign and the leading decimal digits, or those after "0x", "0o" or "0b" in base
-/// 16, 8 or 2. 0 when there are none; @p fallback for an empty or missing value. By contract: a negative number comes back as its
-/// two's complement, a larger one loses all but its low 32 bits.
+/// 16, 8 or 2. 0 when there are none; @p fallback for an empty or missing value. By contract: a negative number comes back as its two's
+/// complement, since the result is unsigned; a larger one loses all but its low 32 bits.
 KELGEN_PLATFORM_API UINT GetPrivateProfileIntA(LPCSTR section, LPCSTR key, INT fallback, LPCSTR file);
 KELGEN_PLATFORM_API UINT GetPrivateProfileIntW(LPCWSTR section, LPCWSTR key, INT fallback, LPCWSTR file);
 
@@ -33,7 +34,8 @@ KELGEN_PLATFORM_API BOOL WritePrivateProfileStringW(LPCWSTR section, LPCWSTR key
 KELGEN_PLATFORM_API DWORD GetPrivateProfileSectionA(LPCSTR section, LPSTR buffer, DWORD size, LPCSTR file);
 
 /// Replaces all lines of @p section, made when missing, by @p lines: "key=value" texts that end with a terminator, one more ends
-/// the list. Null removes the section. By contract: lines without "=" are left out, and no lines make no new section.
+/// the list. Null removes the section. By contract: lines without "=" are left out, since they name no value, and no lines make no new
+/// section.
 KELGEN_PLATFORM_API BOOL WritePrivateProfileSectionA(LPCSTR section, LPCSTR lines, LPCSTR file);
 
 /// Copies the names of all sections, as GetPrivateProfileStringA without a section does.

@@ -72,8 +72,8 @@ using LSTATUS = LONG;
 KELGEN_PLATFORM_API LSTATUS RegOpenKeyA(HKEY key, LPCSTR subkey, PHKEY result);
 KELGEN_PLATFORM_API LSTATUS RegOpenKeyW(HKEY key, LPCWSTR subkey, PHKEY result);
 
-/// As RegOpenKeyA with the rights @p access. By contract: a null or empty @p subkey gives a new handle, except for a predefined
-/// key, which gives itself.
+/// As RegOpenKeyA with the rights @p access. By contract: a null or empty @p subkey gives a new handle, which the caller closes, except
+/// for a predefined key, which gives itself and may be closed too.
 KELGEN_PLATFORM_API LSTATUS RegOpenKeyExA(HKEY key, LPCSTR subkey, DWORD options, REGSAM access, PHKEY result);
 KELGEN_PLATFORM_API LSTATUS RegOpenKeyExW(HKEY key, LPCWSTR subkey, DWORD options, REGSAM access, PHKEY result);
 
@@ -93,23 +93,23 @@ KELGEN_PLATFORM_API LSTATUS RegCloseKey(HKEY key);
 
 /// Reads the value @p name (null or "": the default value); ERROR_FILE_NOT_FOUND when there is none. @p type and @p size (in
 /// bytes) become the data's. @p data may be null: only type and size are asked. A buffer that is too small gives ERROR_MORE_DATA
-/// with the needed size and stays as it is. ERROR_INVALID_PARAMETER for @p data without @p size. By contract: the size of a value
-/// that does not exist becomes 0 when only asked for.
+/// with the needed size and stays as it is. ERROR_INVALID_PARAMETER for @p data without @p size. By contract: the size of a value that
+/// does not exist becomes 0 when only asked for, so that a caller reserves nothing for it.
 KELGEN_PLATFORM_API LSTATUS RegQueryValueExA(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size);
 KELGEN_PLATFORM_API LSTATUS RegQueryValueExW(HKEY key, LPCWSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size);
 
-/// Reads the text of the default value of @p subkey; @p size is in bytes, with the terminator. By contract: a default value
-/// that does not exist reads as "".
+/// Reads the text of the default value of @p subkey; @p size is in bytes, with the terminator. By contract: a default value that does not
+/// exist reads as "", since for the older calls every key has one.
 KELGEN_PLATFORM_API LSTATUS RegQueryValueA(HKEY key, LPCSTR subkey, LPSTR data, PLONG size);
 KELGEN_PLATFORM_API LSTATUS RegQueryValueW(HKEY key, LPCWSTR subkey, LPWSTR data, PLONG size);
 
-/// Writes @p size bytes as the value @p name (null or "": the default value). By contract: text that ends without a terminator
-/// gets one, text of 0 bytes does not.
+/// Writes @p size bytes as the value @p name (null or "": the default value). By contract: text that ends without a terminator gets one,
+/// for those who read it; text of 0 bytes does not.
 KELGEN_PLATFORM_API LSTATUS RegSetValueExA(HKEY key, LPCSTR name, DWORD reserved, DWORD type, const BYTE* data, DWORD size);
 KELGEN_PLATFORM_API LSTATUS RegSetValueExW(HKEY key, LPCWSTR name, DWORD reserved, DWORD type, const BYTE* data, DWORD size);
 
 /// Writes the text @p data as the default value of @p subkey, which is made when missing. @p type must be REG_SZ, else
-/// ERROR_INVALID_PARAMETER. By contract: @p size is ignored, the text ends at its terminator.
+/// ERROR_INVALID_PARAMETER. By contract: @p size is ignored, since the text ends at its terminator.
 KELGEN_PLATFORM_API LSTATUS RegSetValueA(HKEY key, LPCSTR subkey, DWORD type, LPCSTR data, DWORD size);
 KELGEN_PLATFORM_API LSTATUS RegSetValueW(HKEY key, LPCWSTR subkey, DWORD type, LPCWSTR data, DWORD size);
 
@@ -117,8 +117,8 @@ KELGEN_PLATFORM_API LSTATUS RegSetValueW(HKEY key, LPCWSTR subkey, DWORD type, L
 KELGEN_PLATFORM_API LSTATUS RegDeleteValueA(HKEY key, LPCSTR name);
 KELGEN_PLATFORM_API LSTATUS RegDeleteValueW(HKEY key, LPCWSTR name);
 
-/// Removes the key @p subkey with its values; ERROR_ACCESS_DENIED when it has subkeys. "" removes @p key itself. By contract: a
-/// null @p subkey fails with ERROR_INVALID_PARAMETER.
+/// Removes the key @p subkey with its values; ERROR_ACCESS_DENIED when it has subkeys. "" removes @p key itself. By contract: a null
+/// @p subkey fails with ERROR_INVALID_PARAMETER, so that a name that is missing by mistake removes nothing.
 KELGEN_PLATFORM_API LSTATUS RegDeleteKeyA(HKEY key, LPCSTR subkey);
 KELGEN_PLATFORM_API LSTATUS RegDeleteKeyW(HKEY key, LPCWSTR subkey);
 

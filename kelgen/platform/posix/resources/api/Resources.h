@@ -65,9 +65,9 @@ KELGEN_PLATFORM_API BOOL FreeResource(HGLOBAL data);
 /// its block reads as "". -1 for a size of 0 or less.
 KELGEN_PLATFORM_API int LoadStringA(HINSTANCE module, UINT id, LPSTR buffer, int size);
 
-/// As LoadStringA in 16-bit units; a missing block leaves the buffer as it is. By contract: with @p size 0 the buffer is taken as
-/// a `const WCHAR**` that receives the address of the text in the module, which is not terminated, and the result is its whole
-/// length.
+/// As LoadStringA in 16-bit units; a missing block leaves the buffer as it is. By contract: with @p size 0 the buffer is taken as a
+/// `const WCHAR**` that receives the address of the text in the module, which is not terminated, and the result is its whole length, so
+/// that hosts read texts of any length without a copy.
 KELGEN_PLATFORM_API int LoadStringW(HINSTANCE module, UINT id, LPWSTR buffer, int size);
 
 /// Each calls @p callback for every type, name or language, numbers as MAKEINTRESOURCEA; TRUE when every call returned TRUE, else

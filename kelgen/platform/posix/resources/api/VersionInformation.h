@@ -54,8 +54,8 @@ KELGEN_PLATFORM_API BOOL GetFileVersionInfoW(LPCWSTR name, DWORD handle, DWORD s
 /// ERROR_RESOURCE_TYPE_NOT_FOUND when there is none.
 ///
 /// The narrow form converts texts to the ANSI code page into room of their own in @p block; the length is in bytes and counts the
-/// terminator. By contract: a text without a value gives TRUE, "", length 0 and ERROR_INVALID_PARAMETER; one whose length
-/// exceeds the resource the same with ERROR_INSUFFICIENT_BUFFER.
+/// terminator. By contract: a text without a value gives TRUE, "", length 0 and ERROR_INVALID_PARAMETER, so a caller looks at the length;
+/// one whose length exceeds the resource the same with ERROR_INSUFFICIENT_BUFFER.
 /// Threads: one at a time for each block.
 KELGEN_PLATFORM_API BOOL VerQueryValueA(LPCVOID block, LPCSTR path, LPVOID* value, UINT* length);
 /// The wide form gives texts as they stand, lengths of texts in units.

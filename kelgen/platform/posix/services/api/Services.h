@@ -212,7 +212,7 @@ KELGEN_PLATFORM_API BOOL StartServiceW(SC_HANDLE service, DWORD count, LPCWSTR* 
 /// control, ERROR_SERVICE_NOT_ACTIVE, ERROR_SERVICE_CANNOT_ACCEPT_CTRL while a start or stop is pending
 /// and after a stop that the service ignored, ERROR_INVALID_SERVICE_CONTROL for one that the service does not accept,
 /// ERROR_SERVICE_REQUEST_TIMEOUT after thirty seconds.
-/// By contract: the handler's result is not reported.
+/// By contract: the handler's result is not reported, so a caller watches the state.
 KELGEN_PLATFORM_API BOOL ControlService(SC_HANDLE service, DWORD control, LPSERVICE_STATUS status);
 
 /// Fills @p configuration and the texts behind it. FALSE with ERROR_INSUFFICIENT_BUFFER and the size in @p needed.

@@ -35,7 +35,8 @@
 
 /// A block of @p size bytes: its address when GMEM_FIXED, else a handle for GlobalLock. Null with ERROR_NOT_ENOUGH_MEMORY.
 ///
-/// By contract: a fixed block of 0 bytes has 1; a handle for 0 bytes is discarded: it cannot be locked (ERROR_DISCARDED).
+/// By contract: a fixed block of 0 bytes has 1, so that its address is not null; a handle for 0 bytes is discarded: it cannot be locked
+/// (ERROR_DISCARDED).
 KELGEN_PLATFORM_API HGLOBAL GlobalAlloc(UINT flags, SIZE_T size);
 /// Changes the size and keeps the contents; new bytes are 0 with GMEM_ZEROINIT. A fixed or locked block may only move with
 /// GMEM_MOVEABLE; without, growing fails with ERROR_NOT_ENOUGH_MEMORY. Size 0 discards an unlocked handle with GMEM_MOVEABLE
@@ -47,7 +48,7 @@ KELGEN_PLATFORM_API HGLOBAL GlobalFree(HGLOBAL memory);
 KELGEN_PLATFORM_API LPVOID GlobalLock(HGLOBAL memory);
 /// TRUE while the block stays locked. FALSE with last error 0 at the last unlock, with ERROR_NOT_LOCKED when there was none.
 ///
-/// By contract: TRUE for a fixed block.
+/// By contract: TRUE for a fixed block, which has no locks to count.
 KELGEN_PLATFORM_API BOOL GlobalUnlock(HGLOBAL memory);
 /// The size in bytes; 0 on failure. The address of a locked block is taken too.
 KELGEN_PLATFORM_API SIZE_T GlobalSize(HGLOBAL memory);

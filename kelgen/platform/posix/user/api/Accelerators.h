@@ -28,7 +28,7 @@ KELGEN_PLATFORM_API HACCEL LoadAcceleratorsW(HINSTANCE module, LPCWSTR name);
 /// FALSE when @p table is none.
 KELGEN_PLATFORM_API BOOL DestroyAcceleratorTable(HACCEL table);
 /// Copies up to @p count entries and returns their number; without @p entries the number in the table. 0 when @p table is none.
-/// By contract: a negative @p count is no limit.
+/// By contract: a negative @p count is no limit, as it counts without its sign.
 KELGEN_PLATFORM_API int CopyAcceleratorTableA(HACCEL table, LPACCEL entries, int count);
 KELGEN_PLATFORM_API int CopyAcceleratorTableW(HACCEL table, LPACCEL entries, int count);
 
@@ -36,9 +36,9 @@ KELGEN_PLATFORM_API int CopyAcceleratorTableW(HACCEL table, LPACCEL entries, int
 /// WM_SYSCOMMAND when it stands in the window's system menu, else as WM_COMMAND. A command of the menus has WM_INITMENU and
 /// WM_INITMENUPOPUP sent first. 0 otherwise, even for a null window or message or for no table.
 ///
-/// By contract: nothing follows, though the result is 1, when the menu's item is disabled, a window has the capture, or @p window
-/// is disabled or minimized; commands that are in no menu are sent all the same. Keys compare all of Shift, Ctrl and Alt,
-/// characters only Alt.
+/// By contract: nothing follows, though the result is 1, when the menu's item is disabled, a window has the capture, or @p window is
+/// disabled or minimized, since the key is an accelerator all the same and no text; commands that are in no menu are sent even then. Keys
+/// compare all of Shift, Ctrl and Alt, characters only Alt.
 KELGEN_PLATFORM_API int TranslateAcceleratorA(HWND window, HACCEL table, LPMSG message);
 KELGEN_PLATFORM_API int TranslateAcceleratorW(HWND window, HACCEL table, LPMSG message);
 

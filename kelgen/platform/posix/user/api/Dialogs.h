@@ -78,7 +78,7 @@ using LPCDLGITEMTEMPLATE = const DLGITEMTEMPLATE*;
 /// shown. Null and the last error: FindResourceA's for a missing template, CreateWindowExA's, even of a control unless the style
 /// has DS_NOFAILCREATE; ERROR_INVALID_DATA for a damaged template.
 ///
-/// By contract: a dialog that destroys itself in WM_INITDIALOG is returned all the same.
+/// By contract: a dialog that destroys itself in WM_INITDIALOG is returned all the same, so a caller asks IsWindow.
 KELGEN_PLATFORM_API HWND CreateDialogParamA(HINSTANCE module, LPCSTR name, HWND owner, DLGPROC procedure, LPARAM parameter);
 KELGEN_PLATFORM_API HWND CreateDialogParamW(HINSTANCE module, LPCWSTR name, HWND owner, DLGPROC procedure, LPARAM parameter);
 /// The same from a template in memory, of either form, which must be complete.
@@ -91,7 +91,7 @@ KELGEN_PLATFORM_API HWND CreateDialogIndirectParamW(HINSTANCE module, LPCDLGTEMP
 /// every message with code MSGF_DIALOGBOX; the owner gets WM_ENTERIDLE. -1 when the dialog cannot be made or is destroyed,
 /// 0 and ERROR_INVALID_WINDOW_HANDLE for an owner that is no window.
 ///
-/// By contract: a quit message ends it with the number of its default button, and is posted again.
+/// By contract: a quit message ends it with the number of its default button, and is posted again for the loops around it.
 KELGEN_PLATFORM_API INT_PTR DialogBoxParamA(HINSTANCE module, LPCSTR name, HWND owner, DLGPROC procedure, LPARAM parameter);
 KELGEN_PLATFORM_API INT_PTR DialogBoxParamW(HINSTANCE module, LPCWSTR name, HWND owner, DLGPROC procedure, LPARAM parameter);
 /// The same from a template in memory, which must be whole.
@@ -120,7 +120,7 @@ KELGEN_PLATFORM_API LONG GetDialogBaseUnits();
 /// The control that follows @p control (null: the first) or comes before it among those with WS_TABSTOP that are visible and
 /// enabled, around the end; @p control itself when there is no other. Null and ERROR_INVALID_WINDOW_HANDLE for no dialog.
 ///
-/// By contract: before null there is nothing.
+/// By contract: null when @p previous is asked of a null @p control, since nothing comes before the first.
 KELGEN_PLATFORM_API HWND GetNextDlgTabItem(HWND dialog, HWND control, BOOL previous);
 /// The same within the group that WS_GROUP starts, of all visible and enabled controls.
 KELGEN_PLATFORM_API HWND GetNextDlgGroupItem(HWND dialog, HWND control, BOOL previous);

@@ -156,7 +156,7 @@ KELGEN_PLATFORM_API BOOL UnhookWindowsHookEx(HHOOK hook);
 KELGEN_PLATFORM_API BOOL UnhookWindowsHook(int type, HOOKPROC procedure);
 
 /// Calls the next older hook of the chain in whose procedure the caller is; 0 after the last.
-/// By contract: @p hook is not looked at.
+/// By contract: @p hook is not looked at, since the thread knows the chain that it is in; hosts may pass null.
 KELGEN_PLATFORM_API LRESULT CallNextHookEx(HHOOK hook, int code, WPARAM wParam, LPARAM lParam);
 
 /// What the message filter hooks return for @p message, with @p code as it is; not 0 when one has handled it.

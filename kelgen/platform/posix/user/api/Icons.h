@@ -88,7 +88,8 @@ KELGEN_PLATFORM_API HCURSOR LoadCursorW(HINSTANCE module, LPCWSTR name);
 /// nearest to the size that is asked for is taken and given that size; a size of 0 means the image's own or, with
 /// LR_DEFAULTSIZE, 32. Null and the last error as LoadIconA or of opening the file.
 ///
-/// By contract: LR_SHARED returns the same handle for the same image, whatever its size was at the first load.
+/// By contract: LR_SHARED returns the same handle for the same image, whatever its size was at the first load, so a caller that needs
+/// another size leaves it out.
 KELGEN_PLATFORM_API HANDLE LoadImageA(HINSTANCE module, LPCSTR name, UINT type, int width, int height, UINT flags);
 KELGEN_PLATFORM_API HANDLE LoadImageW(HINSTANCE module, LPCWSTR name, UINT type, int width, int height, UINT flags);
 

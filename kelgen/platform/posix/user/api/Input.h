@@ -72,7 +72,8 @@ using LPINPUT = INPUT*;
 KELGEN_PLATFORM_API UINT SendInput(UINT count, INPUT* inputs, int size);
 
 /// One mouse event; points are pixels relative to the cursor, or with MOUSEEVENTF_ABSOLUTE 0 to 65535 over the screen.
-/// By contract: a relative step of more than six pixels is doubled.
+/// By contract: a relative step of more than six pixels is doubled, by the system's default acceleration, so exact places are given
+/// absolutely.
 KELGEN_PLATFORM_API void mouse_event(DWORD flags, DWORD dx, DWORD dy, DWORD data, ULONG_PTR extra);
 
 /// One key event.

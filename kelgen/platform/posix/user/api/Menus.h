@@ -191,13 +191,14 @@ KELGEN_PLATFORM_API BOOL IsMenu(HMENU menu);
 /// draws (the data in @p text); @p id is its command, or with MF_POPUP the menu that it opens.
 ///
 /// By contract: a null text makes a separator; a menu that is none, with MF_POPUP, makes a plain item with that number, TRUE and
-/// ERROR_INVALID_MENU_HANDLE; the menu itself as its own submenu makes a plain item and FALSE.
+/// ERROR_INVALID_MENU_HANDLE, which alone tells the caller; the menu itself as its own submenu makes a plain item and FALSE.
 KELGEN_PLATFORM_API BOOL AppendMenuA(HMENU menu, UINT flags, UINT_PTR id, LPCSTR text);
 KELGEN_PLATFORM_API BOOL AppendMenuW(HMENU menu, UINT flags, UINT_PTR id, LPCWSTR text);
-/// As AppendMenuA, before @p item. By contract: where that is not found, at the end.
+/// As AppendMenuA, before @p item. By contract: where that is not found, at the end, so that no item is lost.
 KELGEN_PLATFORM_API BOOL InsertMenuA(HMENU menu, UINT item, UINT flags, UINT_PTR id, LPCSTR text);
 KELGEN_PLATFORM_API BOOL InsertMenuW(HMENU menu, UINT item, UINT flags, UINT_PTR id, LPCWSTR text);
-/// Makes of @p item what AppendMenuA makes of the same arguments. By contract: a submenu that was there lives on.
+/// Makes of @p item what AppendMenuA makes of the same arguments. By contract: a submenu that was there lives on, for the caller to
+/// destroy.
 KELGEN_PLATFORM_API BOOL ModifyMenuA(HMENU menu, UINT item, UINT flags, UINT_PTR id, LPCSTR text);
 KELGEN_PLATFORM_API BOOL ModifyMenuW(HMENU menu, UINT item, UINT flags, UINT_PTR id, LPCWSTR text);
 /// Removes @p item and destroys its submenu.

@@ -40,8 +40,8 @@
 #define MB_DEFMASK 0x00000F00
 
 /// The number of the button that answers the question: nobody sits before the screen, so it is written to standard error, and the
-/// environment variable KELGEN_MESSAGEBOX names the button ("ok", "cancel", "abort", "retry", "ignore", "yes", "no", "try", "continue"); when it
-/// names none of this box, the default button answers. @p owner is disabled meanwhile. 0 and the last error:
+/// environment variable KELGEN_MESSAGEBOX names the button ("ok", "cancel", "abort", "retry", "ignore", "yes", "no", "try", "continue");
+/// when it names none of this box, the default button answers. @p owner is disabled meanwhile. 0 and the last error:
 /// ERROR_INVALID_WINDOW_HANDLE for an owner that is no window, ERROR_INVALID_MSGBOX_STYLE for unknown buttons.
 KELGEN_PLATFORM_API int MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type);
 KELGEN_PLATFORM_API int MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);

@@ -48,8 +48,8 @@
 // ones, WM_QUIT of PostQuitMessage, input, WM_PAINT, WM_TIMER.
 // `window` null: all of the thread's messages; -1: only those of no window; else those of that window and its children.
 // `first` and `last` bound the message numbers, both 0: all.
-// By contract: an exception of a window procedure that another thread's send runs leaves the call that ran it, after the sender
-// has been answered with 0.
+// By contract: an exception of a window procedure that another thread's send runs leaves the call that ran it, after the sender has been
+// answered with 0 so that it does not wait for ever.
 
 /// Waits for the next message and takes it. @return 0 for WM_QUIT, else 1; -1 with last error 1400 for a bad @p window.
 KELGEN_PLATFORM_API BOOL GetMessageA(MSG* message, HWND window, UINT first, UINT last);
@@ -103,7 +103,7 @@ KELGEN_PLATFORM_API BOOL PostMessageA(HWND window, UINT message, WPARAM wParam, 
 KELGEN_PLATFORM_API BOOL PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 /// Posts a message of no window to a thread. FALSE with last error 87 for a thread that is not there, 1444 for one that has made no
-/// user call yet; otherwise as PostMessage. By contract: thread 0 is TRUE and goes nowhere.
+/// user call yet; otherwise as PostMessage. By contract: thread 0 is TRUE and goes nowhere, so a caller tests the number first.
 KELGEN_PLATFORM_API BOOL PostThreadMessageA(DWORD thread, UINT message, WPARAM wParam, LPARAM lParam);
 KELGEN_PLATFORM_API BOOL PostThreadMessageW(DWORD thread, UINT message, WPARAM wParam, LPARAM lParam);
 
@@ -120,7 +120,7 @@ KELGEN_PLATFORM_API LRESULT SendMessageW(HWND window, UINT message, WPARAM wPara
 
 /// Sends and stores the answer in @p result. 0 with last error 1460 when @p milliseconds (0: no limit) pass without one, or at once with
 /// SMTO_ABORTIFHUNG when the thread has not looked into its queue for five seconds. SMTO_BLOCK serves nobody meanwhile.
-/// By contract: a message to the caller's own window has no time limit.
+/// By contract: a message to the caller's own window has no time limit, since it is a plain call.
 KELGEN_PLATFORM_API LRESULT SendMessageTimeoutA(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT flags, UINT milliseconds,
                                                 DWORD_PTR* result);
 KELGEN_PLATFORM_API LRESULT SendMessageTimeoutW(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT flags, UINT milliseconds,

@@ -34,7 +34,8 @@ KELGEN_PLATFORM_API LRESULT CallWindowProcW(WNDPROC procedure, HWND window, UINT
 
 /// A value of a window: GWL_ and GWLP_ numbers, or the offset of four (Ptr: eight) extra bytes. 0 with ERROR_INVALID_WINDOW_HANDLE, or
 /// ERROR_INVALID_INDEX for an unknown number or an offset past the end.
-/// Each member of the family takes values of its own size; GWLP_WNDPROC is the procedure for text of the caller's kind, else a cookie for CallWindowProcA or CallWindowProcW.
+/// Each member of the family takes values of its own size; GWLP_WNDPROC is the procedure for text of the caller's kind, else a cookie for
+/// CallWindowProcA or CallWindowProcW.
 KELGEN_PLATFORM_API LONG GetWindowLongA(HWND window, int index);
 KELGEN_PLATFORM_API LONG GetWindowLongW(HWND window, int index);
 KELGEN_PLATFORM_API LONG_PTR GetWindowLongPtrA(HWND window, int index);
@@ -43,8 +44,8 @@ KELGEN_PLATFORM_API WORD GetWindowWord(HWND window, int index);
 
 /// Changes a value of a window and returns the one before; errors as GetWindowLongPtrA, and ERROR_ACCESS_DENIED for the desktop.
 /// GWLP_WNDPROC replaces the procedure: from then on the window takes text of the caller's kind, unless @p value is a cookie.
-/// Each member of the family takes values of its own size. GWL_STYLE and GWL_EXSTYLE send WM_STYLECHANGING and WM_STYLECHANGED. By contract: a top-level window keeps WS_CLIPSIBLINGS, and
-/// WS_EX_TOPMOST does not change.
+/// Each member of the family takes values of its own size. GWL_STYLE and GWL_EXSTYLE send WM_STYLECHANGING and WM_STYLECHANGED.
+/// By contract: a top-level window keeps WS_CLIPSIBLINGS, and WS_EX_TOPMOST does not change, since SetWindowPos is there for that.
 KELGEN_PLATFORM_API LONG SetWindowLongA(HWND window, int index, LONG value);
 KELGEN_PLATFORM_API LONG SetWindowLongW(HWND window, int index, LONG value);
 KELGEN_PLATFORM_API LONG_PTR SetWindowLongPtrA(HWND window, int index, LONG_PTR value);

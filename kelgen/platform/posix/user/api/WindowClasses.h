@@ -20,7 +20,8 @@ KELGEN_PLATFORM_API BOOL UnregisterClassA(LPCSTR name, HINSTANCE module);
 KELGEN_PLATFORM_API BOOL UnregisterClassW(LPCWSTR name, HINSTANCE module);
 
 /// Each fills @p windowClass and returns TRUE (Ex: the atom); the texts stay valid while the class is registered. FALSE with
-/// ERROR_CLASS_DOES_NOT_EXIST. By contract: a null @p module finds the system's classes only, and lpszClassName is @p name itself.
+/// ERROR_CLASS_DOES_NOT_EXIST. By contract: a null @p module finds the system's classes only, and lpszClassName is @p name itself, so it
+/// lives as long as the caller's text.
 KELGEN_PLATFORM_API BOOL GetClassInfoA(HINSTANCE module, LPCSTR name, WNDCLASSA* windowClass);
 KELGEN_PLATFORM_API BOOL GetClassInfoW(HINSTANCE module, LPCWSTR name, WNDCLASSW* windowClass);
 KELGEN_PLATFORM_API BOOL GetClassInfoExA(HINSTANCE module, LPCSTR name, WNDCLASSEXA* windowClass);
@@ -34,8 +35,8 @@ KELGEN_PLATFORM_API int GetClassNameW(HWND window, LPWSTR name, int size);
 KELGEN_PLATFORM_API UINT RealGetWindowClassA(HWND window, LPSTR name, UINT size);
 KELGEN_PLATFORM_API UINT RealGetWindowClassW(HWND window, LPWSTR name, UINT size);
 
-/// Each: a value of the window's class: GCL_ numbers, or the offset of four (Ptr: eight) extra bytes. 0 with ERROR_INVALID_WINDOW_HANDLE, or
-/// ERROR_INVALID_INDEX for an unknown number or an offset past the end.
+/// Each: a value of the window's class: GCL_ numbers, or the offset of four (Ptr: eight) extra bytes. 0 with ERROR_INVALID_WINDOW_HANDLE,
+/// or ERROR_INVALID_INDEX for an unknown number or an offset past the end.
 KELGEN_PLATFORM_API DWORD GetClassLongA(HWND window, int index);
 KELGEN_PLATFORM_API DWORD GetClassLongW(HWND window, int index);
 KELGEN_PLATFORM_API ULONG_PTR GetClassLongPtrA(HWND window, int index);

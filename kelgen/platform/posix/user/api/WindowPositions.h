@@ -22,8 +22,8 @@ KELGEN_PLATFORM_API BOOL FlashWindow(HWND window, BOOL invert);
 KELGEN_PLATFORM_API BOOL FlashWindowEx(FLASHWINFO* info);
 
 /// Moves, sizes, shows, hides and orders a window: WM_WINDOWPOSCHANGING, WM_NCCALCSIZE when its size or frame changes, then
-/// activation unless SWP_NOACTIVATE, then, when anything has changed, WM_WINDOWPOSCHANGED, by which DefWindowProc sends WM_MOVE and WM_SIZE.
-/// FALSE with ERROR_INVALID_WINDOW_HANDLE for a bad @p window or @p after.
+/// activation unless SWP_NOACTIVATE, then, when anything has changed, WM_WINDOWPOSCHANGED, by which DefWindowProc sends WM_MOVE and
+/// WM_SIZE. FALSE with ERROR_INVALID_WINDOW_HANDLE for a bad @p window or @p after.
 KELGEN_PLATFORM_API BOOL SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags);
 /// SetWindowPos without a new place in the order or activation.
 KELGEN_PLATFORM_API BOOL MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint);

@@ -22,7 +22,7 @@ KELGEN_PLATFORM_API BOOL SetDlgItemTextW(HWND dialog, int id, LPCWSTR text);
 /// As GetWindowTextA; a missing item gives the empty text.
 KELGEN_PLATFORM_API UINT GetDlgItemTextA(HWND dialog, int id, LPSTR text, int size);
 KELGEN_PLATFORM_API UINT GetDlgItemTextW(HWND dialog, int id, LPWSTR text, int size);
-/// By contract: TRUE even for a missing item.
+/// By contract: TRUE even for a missing item, so a caller asks GetDlgItem.
 KELGEN_PLATFORM_API BOOL SetDlgItemInt(HWND dialog, int id, UINT value, BOOL isSigned);
 /// The number in the item's text. 0 with FALSE in @p translated for another text, a number out of range, or a missing item.
 KELGEN_PLATFORM_API UINT GetDlgItemInt(HWND dialog, int id, BOOL* translated, BOOL isSigned);

@@ -47,7 +47,8 @@ KELGEN_PLATFORM_API HWND FindWindowExW(HWND parent, HWND after, LPCWSTR classNam
 
 /// All top-level windows; FALSE when the callback ended it.
 KELGEN_PLATFORM_API BOOL EnumWindows(WNDENUMPROC callback, LPARAM parameter);
-/// All windows below @p window, parents before their children; the top-level ones for null. FALSE for a stale window or one without children.
+/// All windows below @p window, parents before their children; the top-level ones for null. FALSE for a stale window or one without
+/// children.
 KELGEN_PLATFORM_API BOOL EnumChildWindows(HWND window, WNDENUMPROC callback, LPARAM parameter);
 /// The top-level windows of a thread; TRUE for a thread without any.
 KELGEN_PLATFORM_API BOOL EnumThreadWindows(DWORD thread, WNDENUMPROC callback, LPARAM parameter);

@@ -89,7 +89,7 @@ LRESULT GetLine(const EditModel& model, WPARAM line, WCHAR* buffer)
     const std::size_t start = model.LineStart(model.hasLines ? line : 0);
     if (start == std::u16string::npos || !buffer)
         return 0;
-    // By contract: the buffer starts with its own size, and the text is not terminated when it fills it.
+    // By contract the buffer starts with its own size, since the message has no room for it, and text that fills it is not terminated.
     const std::size_t size = buffer[0];
     const std::size_t length = model.LineLength(start);
     const std::size_t count = std::min(size, length);

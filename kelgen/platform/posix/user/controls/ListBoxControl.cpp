@@ -276,7 +276,7 @@ LRESULT SelectionMessage(HWND list, ListBoxState& state, UINT message, WPARAM wP
     const auto index = static_cast<int>(wParam);
     switch (message) {
     case LB_GETCURSEL:
-        // By contract: with multiple selection the item that has the focus, or the first one.
+        // By contract, since there is no single one: with multiple selection the item that has the focus, or the first one.
         return IsMultiple(list) && items.current < 0 && items.Count() ? 0 : items.current;
     case LB_SETCURSEL:
         return SetSelection(list, state, index);

@@ -189,7 +189,7 @@ HWND CreateFrame(const DialogTemplate& dialog, const DialogCreation& creation, D
                 creation.owner, menu.get(), creation.module, nullptr},
                creation.wide);
     if (window)
-        menu.release();
+        static_cast<void>(menu.release());
     return window;
 }
 

@@ -33,7 +33,7 @@ HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bitsPerPixel, cons
         constexpr int kLargest = 0x7FFFFF;
         if (width < 0 || height < 0 || width > kLargest || height > kLargest || planes > 32 || bitsPerPixel > 32)
             return Fail(ERROR_INVALID_PARAMETER, HBITMAP());
-        // By contract: a bitmap without a size is one black-and-white pixel.
+        // By contract a bitmap without a size is no failure but one black-and-white pixel, for the caller to delete.
         if (width == 0 || height == 0) {
             width = height = 1;
             planes = bitsPerPixel = 1;

@@ -106,7 +106,7 @@ HANDLE LoadFromResource(HMODULE module, const Char* name, const WantedImage& wan
 {
     const HRSRC group = FindResourceOf(module, name, kGroupTypes[wanted.type]);
     if (!group) {
-        // By contract: a missing name is a missing type.
+        // By contract a missing name is told as a missing type, so that callers see one error for both.
         if (GetLastError() == ERROR_RESOURCE_NAME_NOT_FOUND)
             SetLastError(ERROR_RESOURCE_TYPE_NOT_FOUND);
         return nullptr;

@@ -153,36 +153,39 @@ bool HasSoundSubmenu(MenuTable& menus, const Info& info, UINT mask)
     return !(mask & MIIM_SUBMENU) || !info.hSubMenu || menus.table.Find(info.hSubMenu) || Fail(ERROR_INVALID_PARAMETER, false);
 }
 
-template <class Info>
-BOOL InsertInfo(HMENU menu, UINT position, BOOL byPosition, const Info* info)
+using FindPlace = ItemPlace (*)(MenuTable& menus, HMENU menu, UINT position, UINT flags);
+
+/// Has @p store(place, mask) put @p info where @p find says. FALSE with the last error when either is unsound.
+template <class Info, class Store>
+BOOL StoreInfo(HMENU menu, UINT position, BOOL byPosition, const Info* info, FindPlace find, Store store)
 {
     const UINT mask = MaskOf(info);
     if (!mask)
         return FALSE;
     MenuTable& menus = MenuTable::Get();
     const std::lock_guard lock(menus.mutex);
-    const ItemPlace place = PlaceForNew(menus, menu, position, byPosition ? MF_BYPOSITION : MF_BYCOMMAND);
+    const ItemPlace place = find(menus, menu, position, byPosition ? MF_BYPOSITION : MF_BYCOMMAND);
     if (!place || !HasSoundSubmenu(menus, *info, mask))
         return FALSE;
-    MenuItem item;
-    SetByInfo(item, *info, mask);
-    InsertAt(place, std::move(item));
+    store(place, mask);
     return TRUE;
+}
+
+template <class Info>
+BOOL InsertInfo(HMENU menu, UINT position, BOOL byPosition, const Info* info)
+{
+    return StoreInfo(menu, position, byPosition, info, PlaceForNew, [info](const ItemPlace& place, UINT mask) {
+        MenuItem item;
+        SetByInfo(item, *info, mask);
+        InsertAt(place, std::move(item));
+    });
 }
 
 template <class Info>
 BOOL SetInfo(HMENU menu, UINT position, BOOL byPosition, const Info* info)
 {
-    const UINT mask = MaskOf(info);
-    if (!mask)
-        return FALSE;
-    MenuTable& menus = MenuTable::Get();
-    const std::lock_guard lock(menus.mutex);
-    const ItemPlace place = FindItem(menus, menu, position, byPosition ? MF_BYPOSITION : MF_BYCOMMAND);
-    if (!place || !HasSoundSubmenu(menus, *info, mask))
-        return FALSE;
-    SetByInfo(*place, *info, mask);
-    return TRUE;
+    return StoreInfo(menu, position, byPosition, info, FindItem,
+                     [info](const ItemPlace& place, UINT mask) { SetByInfo(*place, *info, mask); });
 }
 
 /// Copies @p text, cut to @p size - 1 units and terminated, and returns the number of units; without a buffer the length.
@@ -244,7 +247,7 @@ int GetText(HMENU menu, UINT position, Char* buffer, int size, UINT flags)
     const ItemPlace place = FindItem(menus, menu, position, flags);
     if (!place)
         return Fail(ERROR_MENU_ITEM_NOT_FOUND, 0);
-    // By contract: a negative size is no limit.
+    // By contract a negative size is no limit, as it counts without its sign.
     return static_cast<int>(CopyText(place->text, buffer, static_cast<UINT>(size)));
 }
 

@@ -105,7 +105,7 @@ UINT MenuLoop::RunPopup()
     Begin();
     Notify(WM_INITMENUPOPUP, ParameterOf(Top().menu), 0);
     if (GetMenuItemCount(Top().menu) < 1) {
-        // By contract: an empty menu ends before it is closed.
+        // By contract, since owners see the order, an empty menu ends before it is closed.
         SendMessageA(m_owner, WM_EXITMENULOOP, TRUE, 0);
         CloseLevels(0);
         return 0;

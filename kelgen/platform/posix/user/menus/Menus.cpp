@@ -171,7 +171,7 @@ BOOL CheckMenuRadioItem(HMENU menu, UINT first, UINT last, UINT item, UINT flags
             each.type |= MFT_RADIOCHECK;
             each.state |= MFS_CHECKED;
         } else {
-            // By contract: the kind of mark stays.
+            // By contract the kind of mark stays: the item shows it when it is checked again.
             each.state &= ~static_cast<UINT>(MFS_CHECKED);
         }
     }

@@ -83,7 +83,8 @@ bool HasHooks(unsigned types);
 LRESULT CallHooks(int type, int code, WPARAM wParam, LPARAM lParam);
 
 /// Runs the low-level hooks on the thread that has set the newest one. True when the event is swallowed.
-/// By contract: a thread that takes longer than 300 ms is not waited for, and CallNextHookEx reaches the hooks of the same thread.
+/// By contract: a thread that takes longer than 300 ms is not waited for, so that no hook stops the mouse, and CallNextHookEx reaches the
+/// hooks of the same thread.
 bool CallMouseLowLevelHooks(WPARAM message, const MSLLHOOKSTRUCT& event);
 bool CallKeyboardLowLevelHooks(WPARAM message, const KBDLLHOOKSTRUCT& event);
 

@@ -53,7 +53,7 @@ bool CheckArguments(int type, HOOKPROC procedure, HINSTANCE module, DWORD thread
         return Fail(ERROR_HOOK_NEEDS_HMOD, false);
     if (type < WH_MSGFILTER || type > kLastType || (thread != 0 && IsGlobalOnly(type)))
         return Fail(ERROR_INVALID_PARAMETER, false);
-    // By contract: the look for the module's file name leaves its last error, 0 when it succeeds.
+    // By contract, as hosts see it after the call, the look for the module's file name leaves its last error, 0 when it succeeds.
     char name[MAX_PATH];
     if (thread == 0 && module && GetModuleFileNameA(module, name, sizeof name) == 0)
         return Fail(ERROR_INVALID_PARAMETER, false);

@@ -83,7 +83,7 @@ void SetCursorNow(POINT point)
     TheDevices().cursor = (static_cast<ULONGLONG>(static_cast<DWORD>(point.y)) << 32) | static_cast<DWORD>(point.x);
 }
 
-// By contract: a step of more than six units is doubled.
+// By contract a step of more than six units is doubled, by the system's default acceleration.
 LONG Accelerated(LONG step)
 {
     constexpr LONG kThreshold = 6;
@@ -293,7 +293,7 @@ BOOL GetCursorPos(POINT* point)
 
 BOOL SetCursorPos(int x, int y)
 {
-    // By contract: also a place where the cursor is already makes a move.
+    // By contract even a place where the cursor is already makes a move, since the window under it may be another.
     FeedMouseMessage(WM_MOUSEMOVE, Clipped({x, y}), 0, 0, false, MOUSEINPUT{}, 0);
     return TRUE;
 }

@@ -158,7 +158,7 @@ BOOL PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
             return Fail(ERROR_MESSAGE_SYNC_ONLY, FALSE);
         if (!window)
             return ResultOf(CurrentQueue().Post(nullptr, message, wParam, lParam), ERROR_INVALID_PARAMETER);
-        // By contract: the handle -1 is a broadcast too.
+        // By contract the handle -1 is a broadcast too: callers extend the 16 bits of HWND_BROADCAST by their sign.
         if (!IsBroadcast(window))
             return PostToWindow(window, message, wParam, lParam);
         for (const HWND target : BroadcastTargets())

@@ -30,7 +30,7 @@ bool MakeFilter(MessageFilter& filter, HWND window, UINT first, UINT last, UINT 
     filter = {window, first, last, HIWORD(flags) ? HIWORD(flags) : QS_ALLINPUT};
     if (filter.AllWindows() || filter.NoWindow() || OwnWindow(window))
         return true;
-    // By contract: -1 may also come with its lower half only.
+    // By contract -1 may come with its lower half only, from callers that keep handles in fewer bits.
     if (window == reinterpret_cast<HWND>(UINT_PTR{0xFFFF}) || window == reinterpret_cast<HWND>(UINT_PTR{0xFFFFFFFF})) {
         filter.window = reinterpret_cast<HWND>(LONG_PTR{-1});
         return true;
@@ -75,7 +75,7 @@ LRESULT Dispatch(const MSG* message, bool wide)
     if (!isTimer)
         return CallProcedure(*window, message->message, message->wParam, message->lParam, wide);
 
-    // By contract: the procedure is called whether the timer still runs or not.
+    // By contract the procedure is called whether the timer still runs or not: the message was taken while it did.
     reinterpret_cast<TIMERPROC>(message->lParam)(handle, message->message, message->wParam, GetTickCount());
     return 0;
 }

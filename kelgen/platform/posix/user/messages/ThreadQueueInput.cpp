@@ -86,7 +86,7 @@ ThreadQueue::Found ThreadQueue::TakeKey(const InputEvent& event, MSG& message, c
     HWND target = focus;
     UINT number = event.message;
     if (!target) {
-        // By contract: without a focus the active window gets the key as a system key.
+        // By contract, so that its menu can be reached, without a focus the active window gets the key as a system key.
         target = active;
         number |= WM_SYSKEYDOWN - WM_KEYDOWN;
     }

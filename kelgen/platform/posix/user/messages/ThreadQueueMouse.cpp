@@ -31,7 +31,7 @@ bool TakesScreenPoint(UINT message, LRESULT hit)
 }
 
 // The ancestors of a child hear of a click before it does.
-void NotifyParents(HWND handle, const InputEvent& event)
+void TellAncestorsOfClick(HWND handle, const InputEvent& event)
 {
     for (;;) {
         HWND parent = nullptr;
@@ -172,7 +172,7 @@ bool ThreadQueue::PrepareMouse(const InputEvent& event, HWND target, LRESULT hit
 {
     bool goesOn = hit != HTERROR;
     if (goesOn && IsButtonDown(event.message)) {
-        NotifyParents(target, event);
+        TellAncestorsOfClick(target, event);
         if (target != active)
             goesOn = ActivateByClick(target, hit, event.message);
     }

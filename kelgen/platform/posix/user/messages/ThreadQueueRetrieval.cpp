@@ -138,7 +138,7 @@ bool ThreadQueue::TakePosted(MSG& message, const MessageFilter& filter, bool rem
         return Take(message, 0);
     }
 
-    // By contract: no filter holds WM_QUIT of PostQuitMessage back, only posted messages that pass it do.
+    // By contract, so that every loop ends, no filter holds WM_QUIT of PostQuitMessage back, only posted messages that pass it do.
     if (!m_quit)
         return false;
     message = {nullptr, WM_QUIT, static_cast<WPARAM>(m_quitCode), 0, GetTickCount(), CursorNow()};

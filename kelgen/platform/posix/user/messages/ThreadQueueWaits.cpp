@@ -159,6 +159,6 @@ DWORD GetQueueStatus(UINT flags)
 
 BOOL GetInputState()
 {
-    // By contract: the value is the kinds that are there.
+    // By contract the value is more than TRUE: the kinds that are there.
     return static_cast<BOOL>(CurrentQueue().KindsPresent() & (QS_KEY | QS_MOUSEBUTTON));
 }

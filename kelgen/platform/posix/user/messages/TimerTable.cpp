@@ -78,6 +78,7 @@ UINT_PTR TimerTable::NewThreadTimerId()
 std::vector<TimerTable::Timer> TimerTable::All() const
 {
     std::vector<Timer> timers;
+    timers.reserve(m_heap.size());
     for (const std::uint32_t slot : m_heap)
         timers.push_back(m_slots[slot]);
     std::ranges::sort(timers, {}, &Timer::order);

@@ -52,7 +52,7 @@ Entry* EntryOf(HWND handle)
     return &table[(low - kFirstIndex) / 2];
 }
 
-// By contract: the lower 16 bits alone find a window too.
+// By contract the lower 16 bits alone find a window too, since some callers keep no more of a handle.
 bool Matches(DWORD stored, HWND handle)
 {
     const auto value = static_cast<DWORD>(reinterpret_cast<ULONG_PTR>(handle));

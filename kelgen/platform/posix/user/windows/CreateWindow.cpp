@@ -72,7 +72,7 @@ bool FindSurroundings(LONG style, HWND parent, Surroundings& result)
     return true;
 }
 
-// By contract: only overlapped windows have default places and sizes.
+// By contract only overlapped windows have default places and sizes; others are placed by whoever makes them.
 void ResolveDefaults(LONG style, int& x, int& y, int& width, int& height)
 {
     const bool overlapped = !(style & (WS_CHILD | kPopup));

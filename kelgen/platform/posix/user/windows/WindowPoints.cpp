@@ -44,7 +44,8 @@ void CollectAt(const Window& around, POINT point, std::vector<HWND>& found)
     for (const Window* child = around.firstChild; child; child = child->below) {
         if (!(child->style & WS_VISIBLE) || !PtInRect(&child->window, point))
             continue;
-        // By contract: a disabled child leaves the mouse to what is around it, a disabled top-level window keeps it.
+        // By contract a disabled child leaves the mouse to what is around it; a disabled top-level window keeps it, so that nothing
+        // behind it is clicked.
         if ((child->style & WS_DISABLED) && !around.IsDesktopOrMessageRoot())
             continue;
         if (!(child->style & (WS_MINIMIZE | WS_DISABLED)) && PtInRect(&child->client, point))

@@ -39,7 +39,7 @@ BOOL Set(HWND window, const Char* name, HANDLE value)
     Window* found = FindWindowLocked(window);
     if (!found)
         return Fail(ERROR_INVALID_WINDOW_HANDLE, FALSE);
-    // By contract: a missing name is taken, and nothing is stored.
+    // By contract a missing name is no failure, though nothing is stored.
     if (!name || spelling.empty())
         return TRUE;
     const auto place = Place(*found, key);
