@@ -92,7 +92,7 @@ UINT kelgen::posix::ResolveCodePage(UINT page)
 
 UINT GetACP()
 {
-    static const UINT page = PageFromEnvironment("KELGEN_ACP", 1252);
+    static const UINT page = PageFromEnvironment("KELGEN_ACP", CP_UTF8);
     return page;
 }
 
