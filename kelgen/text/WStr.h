@@ -4,6 +4,7 @@
 #include <kelgen/Export.h>
 #include <kelgen/framework/collections/CollectionHelpers.h>  // CopyElements, which assigns strings one by one
 #include <kelgen/platform/Win32.h>
+#include <kelgen/platform/support/FormatCheck.h>
 #include <kelgen/platform/support/SharedCount.h>
 #include <kelgen/text/StandardText.h>
 
@@ -364,13 +365,30 @@ public:
     void Format(const unsigned short* format, ...);
     /// The format is string resource @p id; one that is missing gives the empty text.
     void Format(UINT id, ...);
-    /// Objects cannot be printed: give a string's GetString(), or a number.
+    /// Objects cannot be printed: give static_cast<const unsigned short*>(text) for a string, or a number.
     template <class... ARGUMENTS>
     requires kelgen::detail::AnyObject<ARGUMENTS...>
     void Format(const unsigned short*, const ARGUMENTS&...) = delete;
     template <class... ARGUMENTS>
     requires kelgen::detail::AnyObject<ARGUMENTS...>
     void Format(UINT, const ARGUMENTS&...) = delete;
+#ifdef KELGEN_CHECKED
+    /// Checked builds hold the format against the arguments' types first, and name the conversion and the argument that do not fit.
+    template <class FIRST, class... MORE>
+    requires(!kelgen::detail::AnyObject<FIRST, MORE...>) void Format(const unsigned short* format, FIRST first, MORE... more)
+    {
+        kelgen::detail::CheckFormatOf<FIRST, MORE...>("CWStr::Format", format);
+        void (CWStr::*const unchecked)(const unsigned short*, ...) = &CWStr::Format;
+        (this->*unchecked)(format, first, more...);
+    }
+    template <class FIRST, class... MORE>
+    requires(!kelgen::detail::AnyObject<FIRST, MORE...>) void Format(UINT id, FIRST first, MORE... more)
+    {
+        CWStr format;
+        format.LoadStringA(id);
+        Format(static_cast<const unsigned short*>(format), first, more...);
+    }
+#endif
     /// Replaces the text by @p format with the arguments put in by the platform's FormatMessageW ("%1", "%2!d!").
     /// Throws: the memory exception whenever the platform fails, which it does for an empty result and a bad format too.
     void FormatMessageA(const unsigned short* format, ...);
@@ -415,8 +433,14 @@ public:
     BSTR SetSysString(BSTR* p) const;
 
 private:
-    static unsigned short* EmptyText() noexcept { return &kelgen::detail::emptyWStrBlock.unit; }
-    static LONG LoadCount(CWStrData* block) noexcept { return std::atomic_ref<LONG>(block->nRefCount).load(std::memory_order_acquire); }
+    static unsigned short* EmptyText() noexcept
+    {
+        return &kelgen::detail::emptyWStrBlock.unit;
+    }
+    static LONG LoadCount(CWStrData* block) noexcept
+    {
+        return std::atomic_ref<LONG>(block->nRefCount).load(std::memory_order_acquire);
+    }
     /// False for a locked block, which is not shared.
     static bool AddReference(CWStrData* block) noexcept
     {
@@ -446,7 +470,10 @@ private:
             AssignCopy(static_cast<int>(count), reinterpret_cast<const unsigned short*>(units));
     }
 
-    bool IsLocked() const noexcept { return m_text != EmptyText() && LoadCount(GetData()) < 0; }
+    bool IsLocked() const noexcept
+    {
+        return m_text != EmptyText() && LoadCount(GetData()) < 0;
+    }
     void CopyLocked(const CWStr& source);
     void Unshare(int n);
     void SetLength(int n) noexcept;
