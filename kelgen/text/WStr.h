@@ -271,6 +271,48 @@ public:
     /// By the same order, without case.
     [[nodiscard]] int CollateNoCase(const unsigned short* text) const;
 
+    // Each with a literal or a text of the standard library, which is copied; text in other units does not compile and names the way.
+    template <kelgen::detail::ForeignText TEXT>
+    [[nodiscard]] int Find(const TEXT& sub, int nStart = 0) const
+    {
+        return Find(CWStr(sub), nStart);
+    }
+    template <kelgen::detail::ForeignText TEXT>
+    [[nodiscard]] int FindOneOf(const TEXT& set) const
+    {
+        return FindOneOf(CWStr(set));
+    }
+    template <kelgen::detail::ForeignText TEXT>
+    [[nodiscard]] CWStr SpanIncluding(const TEXT& set) const
+    {
+        return SpanIncluding(CWStr(set));
+    }
+    template <kelgen::detail::ForeignText TEXT>
+    [[nodiscard]] CWStr SpanExcluding(const TEXT& set) const
+    {
+        return SpanExcluding(CWStr(set));
+    }
+    template <kelgen::detail::ForeignText TEXT>
+    [[nodiscard]] int Compare(const TEXT& text) const
+    {
+        return Compare(CWStr(text));
+    }
+    template <kelgen::detail::ForeignText TEXT>
+    [[nodiscard]] int CompareNoCase(const TEXT& text) const
+    {
+        return CompareNoCase(CWStr(text));
+    }
+    template <kelgen::detail::ForeignText TEXT>
+    [[nodiscard]] int Collate(const TEXT& text) const
+    {
+        return Collate(CWStr(text));
+    }
+    template <kelgen::detail::ForeignText TEXT>
+    [[nodiscard]] int CollateNoCase(const TEXT& text) const
+    {
+        return CollateNoCase(CWStr(text));
+    }
+
     // ---- Appending ----
 
     /// Each appends: terminated text (null: nothing), one unit, or all units of a string, which may be this one.
@@ -338,6 +380,25 @@ public:
     void TrimRight();
     void TrimRight(unsigned short ch);
     void TrimRight(const unsigned short* set);
+    // Each with a literal or a text of the standard library, as the members that search.
+    template <kelgen::detail::ForeignText TEXT>
+    int Insert(int nIndex, const TEXT& text)
+    {
+        return Insert(nIndex, CWStr(text));
+    }
+    template <class OLD, class NEW>
+    requires kelgen::detail::ForeignText<OLD> || kelgen::detail::ForeignText<NEW>
+    int Replace(const OLD& oldText, const NEW& newText) { return Replace(CWStr(oldText), CWStr(newText)); }
+    template <kelgen::detail::ForeignText TEXT>
+    void TrimLeft(const TEXT& set)
+    {
+        TrimLeft(CWStr(set));
+    }
+    template <kelgen::detail::ForeignText TEXT>
+    void TrimRight(const TEXT& set)
+    {
+        TrimRight(CWStr(set));
+    }
     /// 1. Removes the '&' marks of a menu text; pMarks[i] tells whether the unit that is then at i had one. Two in a row leave
     /// one; a last one stays. @p pMarks has room for as many flags as the text has units.
     int _EncodeV033(bool* pMarks);
@@ -372,6 +433,12 @@ public:
     template <class... ARGUMENTS>
     requires kelgen::detail::AnyObject<ARGUMENTS...>
     void Format(UINT, const ARGUMENTS&...) = delete;
+    /// The format may be a literal or a text of the standard library.
+    template <kelgen::detail::ForeignText FORMAT, class... ARGUMENTS>
+    void Format(const FORMAT& format, ARGUMENTS... arguments)
+    {
+        Format(static_cast<const unsigned short*>(CWStr(format)), arguments...);
+    }
 #ifdef KELGEN_CHECKED
     /// Checked builds hold the format against the arguments' types first, and name the conversion and the argument that do not fit.
     template <class FIRST, class... MORE>
@@ -566,6 +633,18 @@ template <std::same_as<char16_t> UNIT>
 std::weak_ordering operator<=>(const CWStr& left, const UNIT* right)
 {
     return left.Compare(reinterpret_cast<const unsigned short*>(right)) <=> 0;
+}
+
+/// The same with other text of the standard library; text in other units does not compile and names the way.
+template <kelgen::detail::ForeignText TEXT>
+requires(!std::is_convertible_v<const TEXT&, const char16_t*>) bool operator==(const CWStr& left, const TEXT& right)
+{
+    return left == CWStr(right);
+}
+template <kelgen::detail::ForeignText TEXT>
+requires(!std::is_convertible_v<const TEXT&, const char16_t*>) std::weak_ordering operator<=>(const CWStr& left, const TEXT& right)
+{
+    return left <=> CWStr(right);
 }
 
 /// Writes the text in UTF-8, up to its end and with zeros inside; a lone surrogate becomes U+FFFD.

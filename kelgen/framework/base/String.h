@@ -9,6 +9,8 @@
 #include <atomic>
 #include <concepts>
 #include <cstdarg>
+#include <iosfwd>
+#include <string_view>
 #include <type_traits>
 
 class CArchive;
@@ -79,6 +81,21 @@ public:
     requires std::same_as<Unit, WCHAR> || std::same_as<Unit, unsigned short> CString(const Unit* text, int length) : CString()
     {
         SetWide(reinterpret_cast<const WCHAR*>(text), length);
+    }
+    /// Converts a class with a conversion to terminated 16-bit text.
+    template <class TEXT>
+    requires(std::is_class_v<TEXT>&& std::is_convertible_v<const TEXT&, const unsigned short*> &&
+             !std::is_convertible_v<const TEXT&, LPCSTR>) explicit CString(const TEXT& text)
+        : CString(static_cast<const unsigned short*>(text))
+    {}
+    /// The bytes of a text of the standard library, which are taken to be in the ANSI code page, zeros included.
+    /// Throws: the memory exception, also for more than 2^31 - 1 bytes.
+    template <class TEXT>
+    requires(std::is_class_v<TEXT>&& std::is_convertible_v<const TEXT&, std::string_view> &&
+             !std::is_convertible_v<const TEXT&, LPCSTR>) explicit CString(const TEXT& text)
+        : CString()
+    {
+        SetBytes(text);
     }
     /// Copies @p length bytes, zeros included.
     CString(LPCSTR text, int length);
@@ -390,6 +407,8 @@ public:
     friend KELGEN_FRAMEWORK_API CArchive& operator<<(CArchive& archive, const CString& text);
     friend KELGEN_FRAMEWORK_API CArchive& operator>>(CArchive& archive, CString& text);
     friend KELGEN_FRAMEWORK_API CDumpContext& operator<<(CDumpContext& context, const CString& text);
+    /// Writes the text in UTF-8, zeros inside included.
+    friend KELGEN_FRAMEWORK_API std::ostream& operator<<(std::ostream& stream, const CString& text);
 
 private:
     static const kelgen::detail::EmptyString s_empty;
@@ -445,6 +464,7 @@ private:
     char* PrepareAppend(int length);
     void SetLength(int length) noexcept;
     void SetWide(const WCHAR* text, int length);
+    void SetBytes(std::string_view text);
     void CutLeft(int count);
 
     char* m_pszData;
