@@ -10,9 +10,9 @@
 // Compilers for Windows know the runtime's rules. On Linux they know the system's alone, whose "%lu" is no DWORD and whose "%I64d" is no
 // number: there checked builds look at narrow formats as at wide ones.
 #ifdef _WIN32
-#define KELGEN_NARROW_FORMAT(format, first) [[gnu::format(ms_printf, format, first)]]
+#define KELGEN_NARROW_FORMAT(formatAt, firstAt) [[gnu::format(ms_printf, formatAt, firstAt)]]
 #else
-#define KELGEN_NARROW_FORMAT(format, first)
+#define KELGEN_NARROW_FORMAT(formatAt, firstAt)
 #ifdef KELGEN_CHECKED
 #define KELGEN_CHECKS_NARROW_FORMATS
 #endif
