@@ -245,6 +245,7 @@ void AppendRange(CONTAINER& container, const RANGE& range)
             container.Add(element);
     }
 }
+/// The same with a list in braces.
 template <class CONTAINER, class VALUE>
 void AppendRange(CONTAINER& container, std::initializer_list<VALUE> values)
 {

@@ -60,8 +60,10 @@ struct TickClock
     using period = std::milli;
     using duration = std::chrono::duration<rep, period>;
     using time_point = std::chrono::time_point<TickClock>;
+    /// It never goes back.
     static constexpr bool is_steady = true;
 
+    /// The present tick. Cost: one call of the system's.
     [[nodiscard]] static time_point now() noexcept { return time_point(duration(static_cast<rep>(::GetTickCount64()))); }
 };
 

@@ -1,6 +1,8 @@
 // NarrowCallsTest.cpp: names and texts of narrow calls where the ANSI code page is UTF-8.
 #include <kelgen/framework/files/File.h>
+#include <kelgen/framework/program/WinApp.h>
 #include <kelgen/std.h>
+#include <kelgen/text/WStrArray.h>
 
 #include "support/Rows.h"
 #include "support/Scratch.h"
@@ -173,6 +175,22 @@ TEST(NarrowTexts, OfCharacterMessagesHoldWholeCharacters)
         GetWindowTextW(edit.Get(), text, 8);
         EXPECT_EQ((std::u16string{unit, unit}), reinterpret_cast<const char16_t*>(text));
     }
+}
+
+TEST(NarrowTexts, OfTheOemPageAreUtf8Too)
+{
+    EXPECT_EQ(65001u, GetOEMCP());
+    struct ProfileApp : CWinApp
+    {
+        ProfileApp() : CWinApp("Narrow texts") { SetRegistryKey("Kelgen page test"); }
+    } app;
+    CWStrArray texts;
+    texts.Add(u"\u00E4\u4E2D");
+    texts.WriteToRegistry("Section", "Text");
+    CWStrArray again;
+    EXPECT_EQ(1, again.AddFromRegistry("Section", "Text"));
+    EXPECT_TRUE(again.GetAt(0) == u"\u00E4\u4E2D");
+    EXPECT_EQ("\xC3\xA4\xE4\xB8\xAD", app.GetProfileString("Section", "Text.0"));
 }
 
 TEST(NarrowTexts, OfTheRegistryFitIntoWhatQueriesTell)

@@ -98,7 +98,8 @@ UINT GetACP()
 
 UINT GetOEMCP()
 {
-    static const UINT page = PageFromEnvironment("KELGEN_OEMCP", 437);
+    // UTF-8 is both at once: the library passes OEM text to calls that take ANSI text.
+    static const UINT page = PageFromEnvironment("KELGEN_OEMCP", GetACP() == CP_UTF8 ? CP_UTF8 : 437);
     return page;
 }
 

@@ -43,7 +43,8 @@ using LPCPINFO = CPINFO*;
 /// named at the first use; never 54936.
 KELGEN_PLATFORM_API UINT GetACP();
 
-/// The number of the OEM code page: 437, or what the environment variable KELGEN_OEMCP said at the first use.
+/// The number of the OEM code page: 65001 where that is the ANSI page, else 437, or what the environment variable KELGEN_OEMCP said at
+/// the first use.
 KELGEN_PLATFORM_API UINT GetOEMCP();
 
 /// TRUE when @p page can be converted; the aliases 0 to 3 are not numbers of pages. Cost: the first call for a page builds its
