@@ -4,7 +4,7 @@
 # All but internal headers, and of the platform the one for everything, its calls, and what those need: paths from the project's folder.
 function(kelgen_public_headers variable)
   set(project "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/..")
-  set(of_platform "Export|Win32|support/Assert|support/SharedCount|support/WideText|${KELGEN_PLATFORM}/Windows|${KELGEN_PLATFORM}/.*/api/[^/]*|${KELGEN_PLATFORM}/resources/scripts/windows")
+  set(of_platform "Export|Win32|support/Assert|support/FormatCheck|support/SharedCount|support/WideText|${KELGEN_PLATFORM}/Windows|${KELGEN_PLATFORM}/.*/api/[^/]*|${KELGEN_PLATFORM}/resources/scripts/windows")
   if(NOT CMAKE_SCRIPT_MODE_FILE)
     set(look_again CONFIGURE_DEPENDS)
   endif()

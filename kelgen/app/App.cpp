@@ -17,6 +17,12 @@ CEvent& StartGate()
     return gate;
 }
 
+/// Before the program runs, whoever constructs its objects counts as the main thread.
+[[maybe_unused]] bool IsMainThread(const CWinThread& app)
+{
+    return app.m_nThreadID == 0 || app.m_nThreadID == ::GetCurrentThreadId();
+}
+
 }  // namespace
 
 CTrackable::~CTrackable()
@@ -188,6 +194,8 @@ void CKelGenApp::AddFunction(UINT message, CTrackable* object, Function fn)
     // What is left of an object that has ended is its base.
     KELGEN_CHECK(!object || typeid(*object) != typeid(CTrackable), "CKelGenApp::AddFunction: the object for message %u has been destroyed",
                  message);
+    KELGEN_CHECK(IsMainThread(*this), "CKelGenApp::AddFunction: the function for message %u is set on another thread than the main one",
+                 message);
     m_functions.SetAt(message, function);
     if (object)
         ListenerTable::Only().Add(object, this);
@@ -196,6 +204,7 @@ void CKelGenApp::AddFunction(UINT message, CTrackable* object, Function fn)
 /// @p object has ended; a later one may lie at its place.
 void CKelGenApp::ForgetFunctions(const CTrackable* object)
 {
+    KELGEN_CHECK(IsMainThread(*this), "CTrackable: destroyed on another thread than the main one, with a function set");
     POSITION position = m_functions.GetStartPosition();
     while (position) {
         UINT message = 0;

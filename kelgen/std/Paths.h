@@ -23,9 +23,10 @@ inline std::size_t CharacterOfUtf8(std::string_view text)
     return isWhole ? size : 0;
 }
 
-inline CWStr WideOfBytes(std::string_view bytes)
+/// Calls @p take with each run of whole characters and each byte that belongs to none, which is told by true.
+template <class TAKE>
+void EachRunOfUtf8(std::string_view bytes, TAKE take)
 {
-    CWStr wide;
     while (!bytes.empty()) {
         std::size_t valid = 0;
         while (valid < bytes.size()) {
@@ -34,14 +35,33 @@ inline CWStr WideOfBytes(std::string_view bytes)
                 break;
             valid += size;
         }
-        wide += FromUtf8(bytes.substr(0, valid));
+        take(bytes.substr(0, valid), false);
         bytes.remove_prefix(valid);
         if (!bytes.empty()) {
-            wide += static_cast<unsigned short>(kEscapedByte | static_cast<unsigned char>(bytes[0]));
+            take(bytes.substr(0, 1), true);
             bytes.remove_prefix(1);
         }
     }
+}
+
+inline CWStr WideOfBytes(std::string_view bytes)
+{
+    CWStr wide;
+    EachRunOfUtf8(bytes, [&wide](std::string_view run, bool isByte) {
+        if (isByte)
+            wide += static_cast<unsigned short>(kEscapedByte | static_cast<unsigned char>(run[0]));
+        else
+            wide += FromUtf8(run);
+    });
     return wide;
+}
+
+inline std::string AnsiOfBytes(std::string_view bytes)
+{
+    std::string ansi;
+    EachRunOfUtf8(bytes,
+                  [&ansi](std::string_view run, bool isByte) { ansi += isByte ? std::string(run) : ToCodePage(FromUtf8(run), GetACP()); });
+    return ansi;
 }
 
 inline std::string BytesOfWide(std::u16string_view units)
@@ -73,6 +93,15 @@ CWStr WideOfPath(const PATH& path)
 }
 
 template <class PATH>
+CString NarrowOfPath(const PATH& path)
+{
+    if constexpr (std::is_same_v<typename PATH::value_type, char>)
+        return GetACP() == CP_UTF8 ? Narrow(path.native()) : Narrow(AnsiOfBytes(path.native()));
+    else
+        return Narrow(ToCodePage(WideOfPath(path), GetACP()));
+}
+
+template <class PATH>
 PATH PathOfUnits(std::u16string_view units)
 {
     if constexpr (std::is_same_v<typename PATH::value_type, char>)
@@ -84,10 +113,9 @@ PATH PathOfUnits(std::u16string_view units)
 template <class PATH>
 PATH PathOfBytes(std::string_view bytes)
 {
-    if constexpr (std::is_same_v<typename PATH::value_type, char>)
+    if (std::is_same_v<typename PATH::value_type, char> && GetACP() == CP_UTF8)
         return PATH(bytes);
-    else
-        return PathOfUnits<PATH>(View(FromCodePage(bytes, GetACP())));
+    return PathOfUnits<PATH>(View(FromCodePage(bytes, GetACP())));
 }
 
 }  // namespace detail
@@ -105,16 +133,14 @@ PATH PathOfBytes(std::string_view bytes)
     return detail::PathOfUnits<std::filesystem::path>(View(text));
 }
 
-/// A path as narrow text: its bytes on Linux; on Windows in the ANSI page, where what that page lacks is lost, so take FromPath there.
+/// A path as narrow text, in the ANSI page: without loss where that is UTF-8, as on Linux by default. On another page, what the page
+/// lacks is lost, so take FromPath there; on Linux a byte that is no UTF-8 stays.
 [[nodiscard]] inline CString NarrowFromPath(const std::filesystem::path& path)
 {
-    if constexpr (std::is_same_v<std::filesystem::path::value_type, char>)
-        return Narrow(std::string_view(reinterpret_cast<const char*>(path.c_str()), path.native().size()));
-    else
-        return Narrow(ToCodePage(FromPath(path), GetACP()));
+    return detail::NarrowOfPath(path);
 }
 
-/// The path of a narrow text: its bytes on Linux, its characters in the ANSI page on Windows.
+/// The path of a narrow text in the ANSI page: where that is UTF-8, its bytes on Linux.
 [[nodiscard]] inline std::filesystem::path ToPath(const CString& text)
 {
     return detail::PathOfBytes<std::filesystem::path>(View(text));

@@ -234,12 +234,34 @@ template <class ARRAY, class VALUE>
     return array;
 }
 
-/// Adds the elements of a range of the standard library, or of ours, to an array.
-template <class ARRAY, class RANGE>
-void AppendRange(ARRAY& array, const RANGE& range)
+/// Adds the elements of a range of the standard library, or of ours, to an array, or to the tail of a list.
+template <class CONTAINER, class RANGE>
+void AppendRange(CONTAINER& container, const RANGE& range)
 {
-    for (const auto& element : range)
-        array.Add(element);
+    for (const auto& element : range) {
+        if constexpr (requires { container.AddTail(element); })
+            container.AddTail(element);
+        else
+            container.Add(element);
+    }
+}
+/// The same with a list in braces.
+template <class CONTAINER, class VALUE>
+void AppendRange(CONTAINER& container, std::initializer_list<VALUE> values)
+{
+    AppendRange<CONTAINER, std::initializer_list<VALUE>>(container, values);
+}
+
+/// Sets entries of a map, of equal keys the last.
+///
+///     CMapStringToString ports;
+///     kelgen::SetEntries(ports, {{"http", "80"}, {"ssh", "22"}});
+template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE>
+void SetEntries(CMap<KEY, ARG_KEY, VALUE, ARG_VALUE>& map,
+                std::initializer_list<std::pair<std::type_identity_t<KEY>, std::type_identity_t<VALUE>>> entries)
+{
+    for (const auto& [key, value] : entries)
+        map.SetAt(key, value);
 }
 
 }  // namespace kelgen

@@ -53,6 +53,20 @@ template <class DURATION>
     return COleDateTime(days < 0 ? days - fraction : days + fraction);
 }
 
+/// The time since the system started, in the steps of GetTickCount: a clock of the standard library.
+struct TickClock
+{
+    using rep = std::int64_t;
+    using period = std::milli;
+    using duration = std::chrono::duration<rep, period>;
+    using time_point = std::chrono::time_point<TickClock>;
+    /// It never goes back.
+    static constexpr bool is_steady = true;
+
+    /// The present tick. Cost: one call of the system's.
+    [[nodiscard]] static time_point now() noexcept { return time_point(duration(static_cast<rep>(::GetTickCount64()))); }
+};
+
 /// Milliseconds as the platform's calls take them: at least 0, at most 2^32 - 2; a part of one counts as a whole.
 template <class REP, class PERIOD>
 [[nodiscard]] constexpr DWORD ToMilliseconds(std::chrono::duration<REP, PERIOD> time)

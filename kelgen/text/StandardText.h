@@ -18,6 +18,10 @@ concept OtherText = !StandardWideText<TEXT> && !std::is_convertible_v<const TEXT
                     (std::is_convertible_v<const TEXT&, std::string_view> || std::is_convertible_v<const TEXT&, const char*> ||
                      std::is_convertible_v<const TEXT&, std::wstring_view>);
 
+/// Text that no member for terminated units takes: one that a CWStr can be made of, or one that its constructor refuses.
+template <class TEXT>
+concept ForeignText = StandardWideText<TEXT> || OtherText<TEXT>;
+
 /// Refuses text in other units with a line that names the way. What it is called with decides; it does nothing.
 template <class TEXT>
 constexpr void RefuseOtherText()

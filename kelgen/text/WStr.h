@@ -4,6 +4,7 @@
 #include <kelgen/Export.h>
 #include <kelgen/framework/collections/CollectionHelpers.h>  // CopyElements, which assigns strings one by one
 #include <kelgen/platform/Win32.h>
+#include <kelgen/platform/support/FormatCheck.h>
 #include <kelgen/platform/support/SharedCount.h>
 #include <kelgen/text/StandardText.h>
 
@@ -273,6 +274,48 @@ public:
     /// By the same order, without case.
     [[nodiscard]] int CollateNoCase(const unsigned short* text) const;
 
+    // Each with a literal or a text of the standard library, which is copied; text in other units does not compile and names the way.
+    template <kelgen::detail::ForeignText TEXT>
+    [[nodiscard]] int Find(const TEXT& sub, int nStart = 0) const
+    {
+        return Find(CWStr(sub), nStart);
+    }
+    template <kelgen::detail::ForeignText TEXT>
+    [[nodiscard]] int FindOneOf(const TEXT& set) const
+    {
+        return FindOneOf(CWStr(set));
+    }
+    template <kelgen::detail::ForeignText TEXT>
+    [[nodiscard]] CWStr SpanIncluding(const TEXT& set) const
+    {
+        return SpanIncluding(CWStr(set));
+    }
+    template <kelgen::detail::ForeignText TEXT>
+    [[nodiscard]] CWStr SpanExcluding(const TEXT& set) const
+    {
+        return SpanExcluding(CWStr(set));
+    }
+    template <kelgen::detail::ForeignText TEXT>
+    [[nodiscard]] int Compare(const TEXT& text) const
+    {
+        return Compare(CWStr(text));
+    }
+    template <kelgen::detail::ForeignText TEXT>
+    [[nodiscard]] int CompareNoCase(const TEXT& text) const
+    {
+        return CompareNoCase(CWStr(text));
+    }
+    template <kelgen::detail::ForeignText TEXT>
+    [[nodiscard]] int Collate(const TEXT& text) const
+    {
+        return Collate(CWStr(text));
+    }
+    template <kelgen::detail::ForeignText TEXT>
+    [[nodiscard]] int CollateNoCase(const TEXT& text) const
+    {
+        return CollateNoCase(CWStr(text));
+    }
+
     // ---- Appending ----
 
     /// Each appends: terminated text (null: nothing), one unit, or all units of a string, which may be this one.
@@ -343,6 +386,25 @@ public:
     void TrimRight();
     void TrimRight(unsigned short ch);
     void TrimRight(const unsigned short* set);
+    // Each with a literal or a text of the standard library, as the members that search.
+    template <kelgen::detail::ForeignText TEXT>
+    int Insert(int nIndex, const TEXT& text)
+    {
+        return Insert(nIndex, CWStr(text));
+    }
+    template <class OLD, class NEW>
+    requires kelgen::detail::ForeignText<OLD> || kelgen::detail::ForeignText<NEW>
+    int Replace(const OLD& oldText, const NEW& newText) { return Replace(CWStr(oldText), CWStr(newText)); }
+    template <kelgen::detail::ForeignText TEXT>
+    void TrimLeft(const TEXT& set)
+    {
+        TrimLeft(CWStr(set));
+    }
+    template <kelgen::detail::ForeignText TEXT>
+    void TrimRight(const TEXT& set)
+    {
+        TrimRight(CWStr(set));
+    }
     /// 1. Removes the '&' marks of a menu text; pMarks[i] tells whether the unit that is then at i had one. Two in a row leave
     /// one; a last one stays. @p pMarks has room for as many flags as the text has units.
     int _EncodeV033(bool* pMarks);
@@ -370,13 +432,36 @@ public:
     void Format(const unsigned short* format, ...);
     /// The format is string resource @p id; one that is missing gives the empty text.
     void Format(UINT id, ...);
-    /// Objects cannot be printed: give a string's GetString(), or a number.
+    /// Objects cannot be printed: give static_cast<const unsigned short*>(text) for a string, or a number.
     template <class... ARGUMENTS>
     requires kelgen::detail::AnyObject<ARGUMENTS...>
     void Format(const unsigned short*, const ARGUMENTS&...) = delete;
     template <class... ARGUMENTS>
     requires kelgen::detail::AnyObject<ARGUMENTS...>
     void Format(UINT, const ARGUMENTS&...) = delete;
+    /// The format may be a literal or a text of the standard library.
+    template <kelgen::detail::ForeignText FORMAT, class... ARGUMENTS>
+    void Format(const FORMAT& format, ARGUMENTS... arguments)
+    {
+        Format(static_cast<const unsigned short*>(CWStr(format)), arguments...);
+    }
+#ifdef KELGEN_CHECKED
+    /// Checked builds hold the format against the arguments' types first, and name the conversion and the argument that do not fit.
+    template <class FIRST, class... MORE>
+    requires(!kelgen::detail::AnyObject<FIRST, MORE...>) void Format(const unsigned short* format, FIRST first, MORE... more)
+    {
+        kelgen::detail::CheckFormatOf<FIRST, MORE...>("CWStr::Format", format);
+        void (CWStr::*const unchecked)(const unsigned short*, ...) = &CWStr::Format;
+        (this->*unchecked)(format, first, more...);
+    }
+    template <class FIRST, class... MORE>
+    requires(!kelgen::detail::AnyObject<FIRST, MORE...>) void Format(UINT id, FIRST first, MORE... more)
+    {
+        CWStr format;
+        format.LoadStringA(id);
+        Format(static_cast<const unsigned short*>(format), first, more...);
+    }
+#endif
     /// Replaces the text by @p format with the arguments put in by the platform's FormatMessageW ("%1", "%2!d!").
     /// Throws: the memory exception whenever the platform fails, which it does for an empty result and a bad format too.
     void FormatMessageA(const unsigned short* format, ...);
@@ -422,8 +507,14 @@ public:
     BSTR SetSysString(BSTR* p) const;
 
 private:
-    static unsigned short* EmptyText() noexcept { return &kelgen::detail::emptyWStrBlock.unit; }
-    static LONG LoadCount(CWStrData* block) noexcept { return std::atomic_ref<LONG>(block->nRefCount).load(std::memory_order_acquire); }
+    static unsigned short* EmptyText() noexcept
+    {
+        return &kelgen::detail::emptyWStrBlock.unit;
+    }
+    static LONG LoadCount(CWStrData* block) noexcept
+    {
+        return std::atomic_ref<LONG>(block->nRefCount).load(std::memory_order_acquire);
+    }
     /// False for a locked block, which is not shared.
     static bool AddReference(CWStrData* block) noexcept
     {
@@ -453,7 +544,10 @@ private:
             AssignCopy(static_cast<int>(count), reinterpret_cast<const unsigned short*>(units));
     }
 
-    bool IsLocked() const noexcept { return m_text != EmptyText() && LoadCount(GetData()) < 0; }
+    bool IsLocked() const noexcept
+    {
+        return m_text != EmptyText() && LoadCount(GetData()) < 0;
+    }
     void CopyLocked(const CWStr& source);
     void Unshare(int n);
     void SetLength(int n) noexcept;
@@ -546,6 +640,18 @@ template <std::same_as<char16_t> UNIT>
 std::weak_ordering operator<=>(const CWStr& left, const UNIT* right)
 {
     return left.Compare(reinterpret_cast<const unsigned short*>(right)) <=> 0;
+}
+
+/// The same with other text of the standard library; text in other units does not compile and names the way.
+template <kelgen::detail::ForeignText TEXT>
+requires(!std::is_convertible_v<const TEXT&, const char16_t*>) bool operator==(const CWStr& left, const TEXT& right)
+{
+    return left == CWStr(right);
+}
+template <kelgen::detail::ForeignText TEXT>
+requires(!std::is_convertible_v<const TEXT&, const char16_t*>) std::weak_ordering operator<=>(const CWStr& left, const TEXT& right)
+{
+    return left <=> CWStr(right);
 }
 
 /// Writes the text in UTF-8, up to its end and with zeros inside; a lone surrogate becomes U+FFFD.

@@ -49,6 +49,26 @@ public:
     /// The first index whose entry equals @p text by the runtime's collation without case, or -1.
     [[nodiscard]] int FindFirstNoCase(const unsigned short* text) const;
 
+    // Each with a literal or a text of the standard library; text in other units does not compile and names the way.
+    template <kelgen::detail::ForeignText TEXT>
+    int Add(const TEXT& text)
+    {
+        return Add(CWStr(text));
+    }
+    template <kelgen::detail::ForeignText TEXT>
+    void AddUnique(const TEXT& text)
+    {
+        AddUnique(static_cast<const unsigned short*>(CWStr(text)));
+    }
+    template <class TEXT, class SEPARATOR>
+    requires kelgen::detail::ForeignText<TEXT> || kelgen::detail::ForeignText<SEPARATOR>
+    void AddTokens(const TEXT& text, const SEPARATOR& separator, bool bAddEmpty) { AddTokens(CWStr(text), CWStr(separator), bAddEmpty); }
+    template <kelgen::detail::ForeignText TEXT>
+    [[nodiscard]] int FindFirstNoCase(const TEXT& text) const
+    {
+        return FindFirstNoCase(CWStr(text));
+    }
+
     /// @p result becomes the entries with @p separator between them; empty when there is none.
     void GetFormatString(CWStr& result, const unsigned short* separator) const;
 

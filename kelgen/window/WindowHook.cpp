@@ -2,6 +2,7 @@
 #include <kelgen/window/WindowHook.h>
 
 #include <kelgen/framework/windows/internal/CurrentMessage.h>
+#include <kelgen/platform/support/Assert.h>
 
 #include <mutex>
 
@@ -14,6 +15,12 @@ std::mutex& MapLock()
 {
     static std::mutex& lock = *new std::mutex;
     return lock;
+}
+
+/// The calling thread has the window, or there is none any more.
+[[maybe_unused]] bool IsOwnOrGone(HWND window)
+{
+    return !::IsWindow(window) || ::GetWindowThreadProcessId(window, nullptr) == ::GetCurrentThreadId();
 }
 
 }  // namespace
@@ -75,8 +82,10 @@ CWindowHook& CWindowHook::operator=(const CWindowHook& other)
 
 CWindowHook::~CWindowHook()
 {
-    if (m_hWnd)
+    if (m_hWnd) {
+        KELGEN_CHECK(IsOwnOrGone(m_hWnd), "CWindowHook: destroyed on a thread that its window is not of");
         CWindowHookMap::theMap.Remove(this);
+    }
     if (m_places > 0)
         CWindowHookMap::theMap.Forget(this);
     HandOver();
@@ -108,6 +117,8 @@ BOOL CWindowHook::IsWindowHooked()
 
 BOOL CWindowHook::HookWindow(HWND hWnd)
 {
+    KELGEN_CHECK(IsOwnOrGone(hWnd ? hWnd : m_hWnd), "CWindowHook::HookWindow: %s on a thread that the window is not of",
+                 hWnd ? "attached" : "detached");
     if (hWnd) {
         CWindowHookMap::theMap.Add(hWnd, this);
     } else if (m_hWnd) {

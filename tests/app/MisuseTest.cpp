@@ -9,6 +9,9 @@
 #include <kelgen/text/StrArray.h>
 #include <kelgen/text/WStr.h>
 #include <kelgen/window/Timer.h>
+#include <kelgen/window/WindowHook.h>
+
+#include "app/TestApp.h"
 
 #include "support/Rows.h"
 #include "window/HookWindow.h"
@@ -37,6 +40,9 @@ protected:
 private:
     kelgen::MisuseHandler m_before;
 };
+
+struct Stop
+{};
 
 std::string MessageOf(const std::function<void()>& act)
 {
@@ -127,6 +133,50 @@ TEST_F(Misuse, NamesUnlockingWhatIsNotLocked)
     EXPECT_EQ("", told);
 }
 
+TEST_F(Misuse, NamesConversionsThatTakeSomethingElse)
+{
+    // What does not fit is not printed.
+    kelgen::SetMisuseHandler([](const char* message) {
+        told += message;
+        throw Stop();
+    });
+    CWStr wide;
+    const unsigned short* const units = u"text"_w;
+    const long long big = 5;
+    for (const auto& [act, named] : Table<std::function<void()>, std::string>{
+             {[&] { wide.Format(u"%s %d %5.2f %I64d %c %p %%"_w, units, 1, 2.5, big, 'c', &wide); }, ""},
+             {[&] { wide.Format(u"%hs %S %ls %*d"_w, "a", "b", units, 3, 4u); }, ""},
+             {[&] { wide.Format(u"%s %p"_w, nullptr, units); }, ""},
+             {[&] { wide.Format(u"100%% of %d"_w, 7, 8); }, ""},
+             {[&] { wide.Format(u"%d %s"_w, 1, "narrow"); }, R"(CWStr::Format: "%s" takes 16-bit text, but argument 2 is narrow text)"},
+             {[&] { wide.Format(u"%-8hs"_w, units); }, R"(CWStr::Format: "%-8hs" takes narrow text, but argument 1 is 16-bit text)"},
+             {[&] { wide.Format(u"%x"_w, big); },
+              R"(CWStr::Format: "%x" takes a number of 32 bits, but argument 1 is a number of 64 bits)"},
+             {[&] { wide.Format(u"%I64u"_w, 1); },
+              R"(CWStr::Format: "%I64u" takes a number of 64 bits, but argument 1 is a number of 32 bits)"},
+             {[&] { wide.Format(u"%.1f"_w, 1); },
+              R"(CWStr::Format: "%.1f" takes a floating-point number, but argument 1 is a number of 32 bits)"},
+             {[&] { wide.Format(u"%d"_w, 1.5); },
+              R"(CWStr::Format: "%d" takes a number of 32 bits, but argument 1 is a floating-point number)"},
+             {[&] { wide.Format(u"%*d"_w, 1.5, 2); },
+              R"(CWStr::Format: "%*" takes a number of 32 bits, but argument 1 is a floating-point number)"},
+             {[&] { wide.Format(u"%s"_w, 1); }, R"(CWStr::Format: "%s" takes 16-bit text, but argument 1 is a number of 32 bits)"},
+             {[&] { wide.Format(u"%d %d"_w, 1); }, R"(CWStr::Format: "%d" takes a number of 32 bits, and there is no argument 2)"},
+         }) {
+        if (named.empty())
+            EXPECT_NO_THROW(act());
+        else
+            EXPECT_THROW(act(), Stop);
+        EXPECT_EQ(named, std::exchange(told, {}));
+    }
+#ifdef KELGEN_CHECKS_NARROW_FORMATS
+    CString narrow;
+    EXPECT_NO_THROW(narrow.Format("%s %ls %I64d %lu", "a", units, big, DWORD{1}));
+    EXPECT_THROW(narrow.AppendFormat("%s", units), Stop);
+    EXPECT_EQ(R"(CString::AppendFormat: "%s" takes narrow text, but argument 1 is 16-bit text)", std::exchange(told, {}));
+#endif
+}
+
 TEST_F(Misuse, NamesDeadObjectsWhereTheyAreRegistered)
 {
 #ifdef KELGEN_ADDRESS_SANITIZER
@@ -162,6 +212,40 @@ TEST_F(Misuse, NamesHooksOnAnotherThread)
     std::thread([&] { owned.reset(); }).join();
     EXPECT_EQ("hook of kelgen::test::HookWindow: destroyed on a thread that the window is not of", std::exchange(told, {}));
     window.DestroyWindow();
+}
+
+TEST_F(Misuse, NamesWindowHooksOnAnotherThread)
+{
+    HookWindow window;
+    ASSERT_TRUE(window.CreateHidden());
+    auto hook = std::make_unique<_kelgen::CWindowHook>();
+    std::thread([&] { hook->HookWindow(&window); }).join();
+    EXPECT_EQ("CWindowHook::HookWindow: attached on a thread that the window is not of", std::exchange(told, {}));
+    hook->HookWindow(nullptr);
+    hook->HookWindow(&window);
+    EXPECT_EQ("", told);
+    std::thread([&] { hook.reset(); }).join();
+    EXPECT_EQ("CWindowHook: destroyed on a thread that its window is not of", std::exchange(told, {}));
+    hook = std::make_unique<_kelgen::CWindowHook>();
+    hook->HookWindow(&window);
+    window.DestroyWindow();
+    std::thread([&] { hook.reset(); }).join();
+    EXPECT_EQ("", told) << "a window that has ended is nobody's";
+}
+
+TEST_F(Misuse, NamesThreadMessageFunctionsOfOtherThreads)
+{
+    struct Worker : CTrackable
+    {
+        void OnStep(UINT, LPARAM) {}
+    };
+    TestApp app;
+    auto worker = std::make_unique<Worker>();
+    std::thread([&] { app.AddFunction(WM_APP + 7, worker.get(), &Worker::OnStep); }).join();
+    EXPECT_EQ("CKelGenApp::AddFunction: the function for message 32775 is set on another thread than the main one",
+              std::exchange(told, {}));
+    std::thread([&] { worker.reset(); }).join();
+    EXPECT_EQ("CTrackable: destroyed on another thread than the main one, with a function set", std::exchange(told, {}));
 }
 
 TEST_F(Misuse, NamesATimerCallbackThatGoesOnAnotherThread)

@@ -1,5 +1,6 @@
 // TextTest.cpp: strings as views, keys, stream output and UTF-8.
 #include <kelgen/std.h>
+#include <kelgen/text/WStrArray.h>
 
 #include "support/Rows.h"
 
@@ -52,6 +53,61 @@ TEST(Text, CodePagesAndNarrowStrings)
     EXPECT_EQ("\xC3\xA4", kelgen::ToUtf8(narrow));
     EXPECT_EQ("\xE4", kelgen::ToCodePage(narrow, 1252));
     EXPECT_EQ(std::string("a\0b", 3), kelgen::View(kelgen::Narrow(std::string("a\0b", 3))));
+}
+
+TEST(Text, StringsAreMadeOfViewsAndOfEachOther)
+{
+    const std::string bytes("a\0\xE4", 3);
+    const std::u16string units(u"a\0\u00E4", 3);
+    EXPECT_EQ(bytes, kelgen::View(CString(bytes)));
+    EXPECT_EQ(bytes, kelgen::View(CString(std::string_view(bytes))));
+    EXPECT_EQ(units, kelgen::View(CWStr(std::u16string_view(units))));
+    EXPECT_EQ("\xE4", kelgen::View(CString(CWStr(u"\u00E4"))));
+    EXPECT_EQ(u"\u00E4", kelgen::View(kelgen::FromCodePage(kelgen::View(CString("\xE4")), GetACP())));
+}
+
+TEST(Text, StreamsTakeTextNeverAddresses)
+{
+    std::ostringstream stream;
+    CString changing("\xE4\x80");
+    stream << changing << CString("a\0b", 3) << CString() << CWStr(u"\u4E2D");
+    EXPECT_EQ(std::string("\xC3\xA4\xE2\x82\xAC"
+                          "a\0b"
+                          "\xE4\xB8\xAD",
+                          11),
+              stream.str());
+}
+
+#ifdef __cpp_lib_format
+TEST(Text, FormattersTakeOptionsOfTexts)
+{
+    EXPECT_EQ("[   \xC3\xA4]", std::format("[{:>4}]", CString("\xE4")));
+    EXPECT_EQ("[x]", std::format("[{}]", CWStr(u"x")));
+}
+#endif
+
+TEST(Text, MembersTakeTextsOfTheStandardLibrary)
+{
+    CWStr text(u"one two");
+    EXPECT_EQ(4, text.Find(u"two"));
+    EXPECT_EQ(4, text.Find(std::u16string(u"t"), 2));
+    EXPECT_EQ(1, text.FindOneOf(u"en"));
+    EXPECT_EQ(u"one", kelgen::View(text.SpanExcluding(u" ")));
+    EXPECT_EQ(u"on", kelgen::View(text.SpanIncluding(std::u16string_view(u"nop"))));
+    EXPECT_EQ(0, text.CompareNoCase(u"ONE TWO"));
+    EXPECT_GT(text.Compare(std::u16string(u"a")), 0);
+    EXPECT_TRUE(text == std::u16string(u"one two") && std::u16string_view(u"a") < text);
+    EXPECT_EQ(9, text.Insert(0, u"- "));
+    EXPECT_EQ(1, text.Replace(u"two", u"three"_w));
+    text.TrimLeft(u"- ");
+    EXPECT_EQ(u"one three", kelgen::View(text));
+    text.Format(u"%d %s", 5, u"x"_w);
+    EXPECT_EQ(u"5 x", kelgen::View(text));
+    CWStrArray words;
+    words.AddTokens(u"a b", u" ", false);
+    words.Add(std::u16string(u"c"));
+    EXPECT_EQ(1, words.FindFirstNoCase(u"B"));
+    EXPECT_EQ(3, words.GetSize());
 }
 
 TEST(Text, OrderIsThatOfCompare)

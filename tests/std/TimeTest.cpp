@@ -36,6 +36,17 @@ TEST(Time, DatesBothWaysAlsoBeforeTheFirstDay)
     }
 }
 
+TEST(Time, TicksAreAClock)
+{
+    static_assert(std::chrono::is_clock_v<kelgen::TickClock>);
+    const auto before = kelgen::TickClock::now();
+    const auto ticks = static_cast<std::int64_t>(GetTickCount64());
+    const auto after = kelgen::TickClock::now();
+    EXPECT_LE(before.time_since_epoch().count(), ticks);
+    EXPECT_GE(after - before, 0ms);
+    EXPECT_LT(after - before, 10s);
+}
+
 TEST(Time, MillisecondsAreRoundedUpAndBounded)
 {
     EXPECT_EQ(1u, kelgen::ToMilliseconds(1us));

@@ -104,7 +104,7 @@ TEST(WStrFormat, TextFollowsTheRuntime)
 {
     EXPECT_EQ(u"-5 text 0000beef  3.14%", Formatted(u"%d %s %08x %5.2f%%", -5, u"text"_w, 0xBEEF, 3.14159));
     EXPECT_EQ(u"a\x3042|b|c|d|\x3042|e", Formatted(u"%s|%S|%hs|%lS|%c|%C", u"a\x3042"_w, "b", "c", u"d"_w, 0x3042, 'e'));
-    EXPECT_EQ(u"(null)(null)", Formatted(u"%s%S", kNoText, kNoText));
+    EXPECT_EQ(u"(null)(null)", Formatted(u"%s%S", kNoText, nullptr));
     EXPECT_EQ(u"-1099511627776 10000000000", Formatted(u"%I64d %I64x", -1LL << 40, 1LL << 40));
     EXPECT_EQ(u"ab", Formatted(u"ab%ccd", 0));
     EXPECT_EQ(u"", Formatted(u""));

@@ -3,11 +3,14 @@
 
 #include <kelgen/framework/base/Export.h>
 #include <kelgen/platform/Win32.h>
+#include <kelgen/platform/support/FormatCheck.h>
 #include <kelgen/platform/support/SharedCount.h>
 
 #include <atomic>
 #include <concepts>
 #include <cstdarg>
+#include <iosfwd>
+#include <string_view>
 #include <type_traits>
 
 class CArchive;
@@ -78,6 +81,21 @@ public:
     requires std::same_as<Unit, WCHAR> || std::same_as<Unit, unsigned short> CString(const Unit* text, int length) : CString()
     {
         SetWide(reinterpret_cast<const WCHAR*>(text), length);
+    }
+    /// Converts a class with a conversion to terminated 16-bit text.
+    template <class TEXT>
+    requires(std::is_class_v<TEXT>&& std::is_convertible_v<const TEXT&, const unsigned short*> &&
+             !std::is_convertible_v<const TEXT&, LPCSTR>) explicit CString(const TEXT& text)
+        : CString(static_cast<const unsigned short*>(text))
+    {}
+    /// The bytes of a text of the standard library, which are taken to be in the ANSI code page, zeros included.
+    /// Throws: the memory exception, also for more than 2^31 - 1 bytes.
+    template <class TEXT>
+    requires(std::is_class_v<TEXT>&& std::is_convertible_v<const TEXT&, std::string_view> &&
+             !std::is_convertible_v<const TEXT&, LPCSTR>) explicit CString(const TEXT& text)
+        : CString()
+    {
+        SetBytes(text);
     }
     /// Copies @p length bytes, zeros included.
     CString(LPCSTR text, int length);
@@ -216,7 +234,7 @@ public:
     int FindOneOf(LPCSTR set) const;
 
     /// Replaces the text by the formatted one, as the runtime's narrow printf; arguments may point into this string.
-    void Format(LPCSTR format, ...);
+    KELGEN_NARROW_FORMAT(2, 3) void Format(LPCSTR format, ...);
     /// The format is a string resource. Throws: CInvalidArgException when there is none.
     void Format(UINT formatId, ...);
     /// Objects cannot be printed: give a string's GetString(), or a number.
@@ -229,7 +247,7 @@ public:
     /// Does the same with arguments that are a list.
     void FormatV(LPCSTR format, va_list arguments);
     /// Each appends what Format would make.
-    void AppendFormat(LPCSTR format, ...);
+    KELGEN_NARROW_FORMAT(2, 3) void AppendFormat(LPCSTR format, ...);
     void AppendFormat(UINT formatId, ...);
     template <class... ARGUMENTS>
     requires kelgen::detail::AnyObject<ARGUMENTS...>
@@ -239,6 +257,23 @@ public:
     void AppendFormat(UINT, const ARGUMENTS&...) = delete;
     /// Does the same with arguments that are a list.
     void AppendFormatV(LPCSTR format, va_list arguments);
+#ifdef KELGEN_CHECKS_NARROW_FORMATS
+    /// Checked builds hold the formats against the arguments' types first, where no compiler does.
+    template <class FIRST, class... MORE>
+    requires(!kelgen::detail::AnyObject<FIRST, MORE...>) void Format(LPCSTR format, FIRST first, MORE... more)
+    {
+        kelgen::detail::CheckFormatOf<FIRST, MORE...>("CString::Format", format);
+        void (CString::*const unchecked)(LPCSTR, ...) = &CString::Format;
+        (this->*unchecked)(format, first, more...);
+    }
+    template <class FIRST, class... MORE>
+    requires(!kelgen::detail::AnyObject<FIRST, MORE...>) void AppendFormat(LPCSTR format, FIRST first, MORE... more)
+    {
+        kelgen::detail::CheckFormatOf<FIRST, MORE...>("CString::AppendFormat", format);
+        void (CString::*const unchecked)(LPCSTR, ...) = &CString::AppendFormat;
+        (this->*unchecked)(format, first, more...);
+    }
+#endif
 
     /// Loads a string resource by AfxFindResourceHandle's order. FALSE, and the string unchanged, when there is none.
     BOOL LoadString(UINT id);
@@ -277,43 +312,120 @@ public:
     /// The bytes before the terminating 0; 0 for null.
     static int StringLength(LPCSTR text) noexcept;
 
-    friend CString operator+(const CString& left, const CString& right) { return Join(left, left.GetLength(), right, right.GetLength()); }
-    friend CString operator+(const CString& left, LPCSTR right) { return Join(left, left.GetLength(), right, StringLength(right)); }
-    friend CString operator+(LPCSTR left, const CString& right) { return Join(left, StringLength(left), right, right.GetLength()); }
-    friend CString operator+(const CString& left, char right) { return Join(left, left.GetLength(), &right, 1); }
-    friend CString operator+(char left, const CString& right) { return Join(&left, 1, right, right.GetLength()); }
+    friend CString operator+(const CString& left, const CString& right)
+    {
+        return Join(left, left.GetLength(), right, right.GetLength());
+    }
+    friend CString operator+(const CString& left, LPCSTR right)
+    {
+        return Join(left, left.GetLength(), right, StringLength(right));
+    }
+    friend CString operator+(LPCSTR left, const CString& right)
+    {
+        return Join(left, StringLength(left), right, right.GetLength());
+    }
+    friend CString operator+(const CString& left, char right)
+    {
+        return Join(left, left.GetLength(), &right, 1);
+    }
+    friend CString operator+(char left, const CString& right)
+    {
+        return Join(&left, 1, right, right.GetLength());
+    }
 
     /// By contract: comparison sees the text up to its first zero, since it is that of terminated texts.
     friend KELGEN_FRAMEWORK_API bool operator==(const CString& left, const CString& right) noexcept;
-    friend bool operator==(const CString& left, LPCSTR right) { return left.Compare(right) == 0; }
-    friend bool operator==(LPCSTR left, const CString& right) { return right.Compare(left) == 0; }
-    friend bool operator!=(const CString& left, const CString& right) noexcept { return !(left == right); }
-    friend bool operator!=(const CString& left, LPCSTR right) { return left.Compare(right) != 0; }
-    friend bool operator!=(LPCSTR left, const CString& right) { return right.Compare(left) != 0; }
-    friend bool operator<(const CString& left, const CString& right) { return left.Compare(right) < 0; }
-    friend bool operator<(const CString& left, LPCSTR right) { return left.Compare(right) < 0; }
-    friend bool operator<(LPCSTR left, const CString& right) { return right.Compare(left) > 0; }
-    friend bool operator>(const CString& left, const CString& right) { return left.Compare(right) > 0; }
-    friend bool operator>(const CString& left, LPCSTR right) { return left.Compare(right) > 0; }
-    friend bool operator>(LPCSTR left, const CString& right) { return right.Compare(left) < 0; }
-    friend bool operator<=(const CString& left, const CString& right) { return left.Compare(right) <= 0; }
-    friend bool operator<=(const CString& left, LPCSTR right) { return left.Compare(right) <= 0; }
-    friend bool operator<=(LPCSTR left, const CString& right) { return right.Compare(left) >= 0; }
-    friend bool operator>=(const CString& left, const CString& right) { return left.Compare(right) >= 0; }
-    friend bool operator>=(const CString& left, LPCSTR right) { return left.Compare(right) >= 0; }
-    friend bool operator>=(LPCSTR left, const CString& right) { return right.Compare(left) <= 0; }
+    friend bool operator==(const CString& left, LPCSTR right)
+    {
+        return left.Compare(right) == 0;
+    }
+    friend bool operator==(LPCSTR left, const CString& right)
+    {
+        return right.Compare(left) == 0;
+    }
+    friend bool operator!=(const CString& left, const CString& right) noexcept
+    {
+        return !(left == right);
+    }
+    friend bool operator!=(const CString& left, LPCSTR right)
+    {
+        return left.Compare(right) != 0;
+    }
+    friend bool operator!=(LPCSTR left, const CString& right)
+    {
+        return right.Compare(left) != 0;
+    }
+    friend bool operator<(const CString& left, const CString& right)
+    {
+        return left.Compare(right) < 0;
+    }
+    friend bool operator<(const CString& left, LPCSTR right)
+    {
+        return left.Compare(right) < 0;
+    }
+    friend bool operator<(LPCSTR left, const CString& right)
+    {
+        return right.Compare(left) > 0;
+    }
+    friend bool operator>(const CString& left, const CString& right)
+    {
+        return left.Compare(right) > 0;
+    }
+    friend bool operator>(const CString& left, LPCSTR right)
+    {
+        return left.Compare(right) > 0;
+    }
+    friend bool operator>(LPCSTR left, const CString& right)
+    {
+        return right.Compare(left) < 0;
+    }
+    friend bool operator<=(const CString& left, const CString& right)
+    {
+        return left.Compare(right) <= 0;
+    }
+    friend bool operator<=(const CString& left, LPCSTR right)
+    {
+        return left.Compare(right) <= 0;
+    }
+    friend bool operator<=(LPCSTR left, const CString& right)
+    {
+        return right.Compare(left) >= 0;
+    }
+    friend bool operator>=(const CString& left, const CString& right)
+    {
+        return left.Compare(right) >= 0;
+    }
+    friend bool operator>=(const CString& left, LPCSTR right)
+    {
+        return left.Compare(right) >= 0;
+    }
+    friend bool operator>=(LPCSTR left, const CString& right)
+    {
+        return right.Compare(left) <= 0;
+    }
 
     /// The archive's text form: a length and the bytes.
     friend KELGEN_FRAMEWORK_API CArchive& operator<<(CArchive& archive, const CString& text);
     friend KELGEN_FRAMEWORK_API CArchive& operator>>(CArchive& archive, CString& text);
     friend KELGEN_FRAMEWORK_API CDumpContext& operator<<(CDumpContext& context, const CString& text);
+    /// Writes the text in UTF-8, zeros inside included.
+    friend KELGEN_FRAMEWORK_API std::ostream& operator<<(std::ostream& stream, const CString& text);
 
 private:
     static const kelgen::detail::EmptyString s_empty;
 
-    static char* EmptyText() noexcept { return const_cast<char*>(s_empty.m_text); }
-    static StringData* DataOf(char* text) noexcept { return reinterpret_cast<StringData*>(text - sizeof(StringData)); }
-    StringData* Data() const noexcept { return DataOf(m_pszData); }
+    static char* EmptyText() noexcept
+    {
+        return const_cast<char*>(s_empty.m_text);
+    }
+    static StringData* DataOf(char* text) noexcept
+    {
+        return reinterpret_cast<StringData*>(text - sizeof(StringData));
+    }
+    StringData* Data() const noexcept
+    {
+        return DataOf(m_pszData);
+    }
 
     static char* Share(const CString& other)
     {
@@ -340,13 +452,20 @@ private:
     static void FreeBlock(char* text) noexcept;
     static CString Join(LPCSTR left, int leftLength, LPCSTR right, int rightLength);
 
-    bool IsLocked() const noexcept { return Data()->m_references.load(std::memory_order_relaxed) < 0; }
-    bool IsShared() const noexcept { return Data()->m_references.load(std::memory_order_acquire) > 1; }
+    bool IsLocked() const noexcept
+    {
+        return Data()->m_references.load(std::memory_order_relaxed) < 0;
+    }
+    bool IsShared() const noexcept
+    {
+        return Data()->m_references.load(std::memory_order_acquire) > 1;
+    }
     void Resize(int capacity);
     char* PrepareWrite(int length);
     char* PrepareAppend(int length);
     void SetLength(int length) noexcept;
     void SetWide(const WCHAR* text, int length);
+    void SetBytes(std::string_view text);
     void CutLeft(int count);
 
     char* m_pszData;

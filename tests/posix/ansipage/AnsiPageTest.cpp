@@ -11,7 +11,11 @@ using namespace kelgen::test;
 namespace {
 
 // The page is read once, at its first use.
-const bool isUtf8 = setenv("KELGEN_ACP", "65001", 1) == 0;
+struct Utf8Page
+{
+    Utf8Page() { setenv("KELGEN_ACP", "65001", 1); }
+};
+[[gnu::init_priority(102)]] const Utf8Page page;
 
 std::u16string TextOf(BSTR string)
 {
@@ -22,7 +26,7 @@ std::u16string TextOf(BSTR string)
 
 TEST(AnsiPage, SystemStringsEndWithTheirText)
 {
-    ASSERT_TRUE(isUtf8 && GetACP() == 65001);
+    ASSERT_EQ(65001u, GetACP());
     for (const auto& [narrow, wide] : Table<const char*, const char16_t*>{
              {"", u""},
              {"abc", u"abc"},

@@ -53,6 +53,37 @@ TEST(NameLookUp, ExactNamesGoBeforeThoseInAnotherCase)
         EXPECT_EQ(folder + row.found, Resolve(folder + row.wanted).native) << row.wanted;
 }
 
+TEST(NameLookUp, FindsBytesOfThePageWhereNoOtherEntryHasThatName)
+{
+    ASSERT_EQ(1252u, GetACP());
+    const std::string folder = ScratchFolder().string() + "/";
+    for (const char* name : {"\xE4", "\xC3\xB6", "\xF6", "\xE4\xFF.d"})
+        WriteBytes(folder + name, name);
+    struct Row
+    {
+        const char* given;
+        const char* found;
+    };
+    for (const Row& row : {Row{"\xE4", "\xE4"}, Row{"\xF6", "\xC3\xB6"}, Row{"\xD6", "\xC3\xB6"}, Row{"\xE4\xFF.d", "\xE4\xFF.d"}}) {
+        const ResolvedPath path = Resolve(NarrowName((folder + row.given).c_str()));
+        EXPECT_TRUE(path.exists) << row.given;
+        EXPECT_EQ(folder + row.found, path.native);
+    }
+    const HANDLE made = CreateFileA((folder + "\xFC\x80").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
+    EXPECT_TRUE(CloseHandle(made));
+    EXPECT_TRUE(std::filesystem::exists(folder + "\xC3\xBC\xE2\x82\xAC")) << "new names are UTF-8";
+    // Each is deleted by the name that the list gave.
+    WIN32_FIND_DATAA data;
+    for (int left = 5; left > 0; --left) {
+        const HANDLE find = FindFirstFileA((folder + "*").c_str(), &data);
+        while (data.cFileName[0] == '.')
+            ASSERT_TRUE(FindNextFileA(find, &data));
+        FindClose(find);
+        EXPECT_TRUE(DeleteFileA((folder + data.cFileName).c_str())) << data.cFileName;
+    }
+    EXPECT_TRUE(FolderEntries(folder).empty());
+}
+
 TEST(NameLookUp, ClashingShortNamesStayApart)
 {
     const std::string folder = ScratchFolder().string() + "/";

@@ -31,7 +31,7 @@ HANDLE Open(std::string_view path, BOOL subtree, DWORD filter)
 
 HANDLE FindFirstChangeNotificationA(LPCSTR path, BOOL subtree, DWORD filter)
 {
-    return OrNoMemory<HANDLE>(INVALID_HANDLE_VALUE, [&]() -> HANDLE { return Open(path ? path : "", subtree, filter); });
+    return OrNoMemory<HANDLE>(INVALID_HANDLE_VALUE, [&]() -> HANDLE { return Open(NarrowName(path), subtree, filter); });
 }
 
 HANDLE FindFirstChangeNotificationW(LPCWSTR path, BOOL subtree, DWORD filter)

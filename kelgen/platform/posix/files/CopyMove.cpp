@@ -147,32 +147,29 @@ BOOL MoveTo(std::string_view sourceName, std::string_view targetName, DWORD flag
 
 BOOL MoveFileExA(LPCSTR source, LPCSTR target, DWORD flags)
 {
-    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
-        if (!target)
-            return Fail(ERROR_ACCESS_DENIED, FALSE);
-        return MoveTo(source ? source : "", target, flags);
-    });
+    return OrNoMemory<BOOL>(
+        FALSE, [&]() -> BOOL { return target ? MoveTo(NarrowName(source), NarrowName(target), flags) : Fail(ERROR_ACCESS_DENIED, FALSE); });
 }
 
 BOOL MoveFileExW(LPCWSTR source, LPCWSTR target, DWORD flags)
 {
     return OrNoMemory<BOOL>(
-        FALSE, [&]() -> BOOL { return MoveFileExA(NarrowName(source).c_str(), target ? NarrowName(target).c_str() : nullptr, flags); });
+        FALSE, [&]() -> BOOL { return target ? MoveTo(NarrowName(source), NarrowName(target), flags) : Fail(ERROR_ACCESS_DENIED, FALSE); });
 }
 
 BOOL MoveFileA(LPCSTR source, LPCSTR target)
 {
-    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return MoveFileExA(source, target ? target : "", MOVEFILE_COPY_ALLOWED); });
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return MoveTo(NarrowName(source), NarrowName(target), MOVEFILE_COPY_ALLOWED); });
 }
 
 BOOL MoveFileW(LPCWSTR source, LPCWSTR target)
 {
-    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return MoveFileA(NarrowName(source).c_str(), NarrowName(target).c_str()); });
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return MoveTo(NarrowName(source), NarrowName(target), MOVEFILE_COPY_ALLOWED); });
 }
 
 BOOL CopyFileA(LPCSTR source, LPCSTR target, BOOL failIfExists)
 {
-    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return CopyTo(source ? source : "", target ? target : "", failIfExists != FALSE); });
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return CopyTo(NarrowName(source), NarrowName(target), failIfExists != FALSE); });
 }
 
 BOOL CopyFileW(LPCWSTR source, LPCWSTR target, BOOL failIfExists)

@@ -30,7 +30,7 @@ std::string CurrentDrive()
 UINT GetDriveTypeA(LPCSTR root)
 {
     return OrNoMemory<UINT>(UINT{DRIVE_UNKNOWN}, [&]() -> UINT {
-        const ResolvedPath path = Resolve(root ? root : CurrentDrive());
+        const ResolvedPath path = Resolve(root ? NarrowName(root) : CurrentDrive());
         return path.exists && path.isFolder ? DRIVE_FIXED : DRIVE_NO_ROOT_DIR;
     });
 }
@@ -44,7 +44,7 @@ BOOL GetVolumeInformationA(LPCSTR root, LPSTR name, DWORD nameSize, LPDWORD seri
                            LPSTR fileSystem, DWORD fileSystemSize)
 {
     return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
-        const std::string path = root ? root : CurrentDrive();
+        const std::string path = root ? NarrowName(root) : CurrentDrive();
         const std::string full = FullPath(path);
         if (full.size() != 3) {
             const bool asFolder = !path.empty() && (path.back() == '\\' || path.back() == '/');
@@ -72,7 +72,7 @@ BOOL GetVolumeInformationA(LPCSTR root, LPSTR name, DWORD nameSize, LPDWORD seri
 BOOL GetDiskFreeSpaceExA(LPCSTR folder, ULARGE_INTEGER* available, ULARGE_INTEGER* total, ULARGE_INTEGER* free)
 {
     return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
-        const auto native = ToNativeFolder(folder ? folder : ".");
+        const auto native = ToNativeFolder(folder ? NarrowName(folder) : ".");
         if (!native)
             return FALSE;
         struct statvfs volume;

@@ -179,18 +179,24 @@ std::shared_ptr<FileObject> OpenFileObject(std::string_view name, DWORD access, 
 
 using namespace kelgen::posix;
 
-HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES, DWORD disposition, DWORD attributes, HANDLE)
+namespace {
+
+HANDLE OpenHandle(std::string_view name, DWORD access, DWORD share, DWORD disposition, DWORD attributes)
 {
-    return OrNoMemory<HANDLE>(INVALID_HANDLE_VALUE, [&]() -> HANDLE {
-        auto file = OpenFileObject(name ? name : "", access, share, disposition, attributes);
-        return file ? Handles().Insert(std::move(file), INVALID_HANDLE_VALUE) : INVALID_HANDLE_VALUE;
-    });
+    auto file = OpenFileObject(name, access, share, disposition, attributes);
+    return file ? Handles().Insert(std::move(file), INVALID_HANDLE_VALUE) : INVALID_HANDLE_VALUE;
 }
 
-HANDLE CreateFileW(LPCWSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security, DWORD disposition, DWORD attributes,
-                   HANDLE templateFile)
+}  // namespace
+
+HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES, DWORD disposition, DWORD attributes, HANDLE)
 {
-    return OrNoMemory<HANDLE>(INVALID_HANDLE_VALUE, [&]() -> HANDLE {
-        return CreateFileA(NarrowName(name).c_str(), access, share, security, disposition, attributes, templateFile);
-    });
+    return OrNoMemory<HANDLE>(INVALID_HANDLE_VALUE,
+                              [&]() -> HANDLE { return OpenHandle(NarrowName(name), access, share, disposition, attributes); });
+}
+
+HANDLE CreateFileW(LPCWSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES, DWORD disposition, DWORD attributes, HANDLE)
+{
+    return OrNoMemory<HANDLE>(INVALID_HANDLE_VALUE,
+                              [&]() -> HANDLE { return OpenHandle(NarrowName(name), access, share, disposition, attributes); });
 }

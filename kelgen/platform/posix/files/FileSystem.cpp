@@ -17,11 +17,6 @@ using namespace kelgen::posix;
 
 namespace {
 
-std::string_view Text(LPCSTR name)
-{
-    return name ? name : "";
-}
-
 bool IsCurrentFolder(const std::string& native)
 {
     struct stat folder;
@@ -110,7 +105,7 @@ BOOL RemoveFolderAt(std::string_view name)
 
 DWORD GetFileAttributesA(LPCSTR name)
 {
-    return OrNoMemory<DWORD>(INVALID_FILE_ATTRIBUTES, [&]() -> DWORD { return AttributesAt(Text(name)); });
+    return OrNoMemory<DWORD>(INVALID_FILE_ATTRIBUTES, [&]() -> DWORD { return AttributesAt(NarrowName(name)); });
 }
 
 DWORD GetFileAttributesW(LPCWSTR name)
@@ -120,7 +115,7 @@ DWORD GetFileAttributesW(LPCWSTR name)
 
 BOOL SetFileAttributesA(LPCSTR name, DWORD attributes)
 {
-    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return SetAttributesAt(Text(name), attributes); });
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return SetAttributesAt(NarrowName(name), attributes); });
 }
 
 BOOL SetFileAttributesW(LPCWSTR name, DWORD attributes)
@@ -130,7 +125,7 @@ BOOL SetFileAttributesW(LPCWSTR name, DWORD attributes)
 
 BOOL GetFileAttributesExA(LPCSTR name, GET_FILEEX_INFO_LEVELS level, LPVOID data)
 {
-    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return FillAttributesAt(Text(name), level, data); });
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return FillAttributesAt(NarrowName(name), level, data); });
 }
 
 BOOL GetFileAttributesExW(LPCWSTR name, GET_FILEEX_INFO_LEVELS level, LPVOID data)
@@ -140,7 +135,7 @@ BOOL GetFileAttributesExW(LPCWSTR name, GET_FILEEX_INFO_LEVELS level, LPVOID dat
 
 BOOL DeleteFileA(LPCSTR name)
 {
-    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return DeleteAt(Text(name)); });
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return DeleteAt(NarrowName(name)); });
 }
 
 BOOL DeleteFileW(LPCWSTR name)
@@ -150,7 +145,7 @@ BOOL DeleteFileW(LPCWSTR name)
 
 BOOL CreateDirectoryA(LPCSTR name, LPSECURITY_ATTRIBUTES)
 {
-    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return MakeFolderAt(Text(name)); });
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return MakeFolderAt(NarrowName(name)); });
 }
 
 BOOL CreateDirectoryW(LPCWSTR name, LPSECURITY_ATTRIBUTES)
@@ -160,7 +155,7 @@ BOOL CreateDirectoryW(LPCWSTR name, LPSECURITY_ATTRIBUTES)
 
 BOOL RemoveDirectoryA(LPCSTR name)
 {
-    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return RemoveFolderAt(Text(name)); });
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return RemoveFolderAt(NarrowName(name)); });
 }
 
 BOOL RemoveDirectoryW(LPCWSTR name)

@@ -35,10 +35,9 @@ DWORD FullName(const std::string& name, DWORD size, Unit* buffer, Unit** filePar
     if (length >= size || !filePart)
         return length;
 
-    Unit* last = buffer + length;
-    while (last > buffer && last[-1] != '\\')
-        --last;
-    *filePart = *last && !IsDeviceName(full) ? last : nullptr;
+    // In some code pages a backslash may be the second half of a character.
+    const std::size_t last = full.rfind('\\') + 1;
+    *filePart = last < full.size() && !IsDeviceName(full) ? buffer + NameIn<Unit>(full.substr(0, last)).size() : nullptr;
     return length;
 }
 
@@ -125,11 +124,26 @@ std::optional<std::string> ExistingIn(const std::string& folder, const std::stri
     return Resolve(whole).exists ? std::optional(FullPath(whole)) : std::nullopt;
 }
 
+// The drive form of the first existing entry; empty when there is none.
+std::string SearchIn(const std::vector<std::string>& folders, const std::string& name, const std::string& extension)
+{
+    const bool hasExtension = name.find('.', name.find_last_of("/\\") + 1) != std::string::npos;
+    for (const std::string& folder : folders)
+        if (const auto found = ExistingIn(folder, hasExtension ? name : name + extension))
+            return *found;
+    return {};
+}
+
 }  // namespace
+
+std::string kelgen::posix::FileForCommand(const std::string& name, const std::string& extension)
+{
+    return SearchIn(StandardSearchFolders(), name, extension);
+}
 
 DWORD GetFullPathNameA(LPCSTR name, DWORD size, LPSTR buffer, LPSTR* filePart)
 {
-    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return FullName(name ? name : "", size, buffer, filePart); });
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return FullName(NarrowName(name), size, buffer, filePart); });
 }
 
 DWORD GetFullPathNameW(LPCWSTR name, DWORD size, LPWSTR buffer, LPWSTR* filePart)
@@ -139,7 +153,7 @@ DWORD GetFullPathNameW(LPCWSTR name, DWORD size, LPWSTR buffer, LPWSTR* filePart
 
 DWORD GetShortPathNameA(LPCSTR name, LPSTR buffer, DWORD size)
 {
-    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return RespeltName(name ? name : "", buffer, size, true); });
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return RespeltName(NarrowName(name), buffer, size, true); });
 }
 
 DWORD GetShortPathNameW(LPCWSTR name, LPWSTR buffer, DWORD size)
@@ -149,7 +163,7 @@ DWORD GetShortPathNameW(LPCWSTR name, LPWSTR buffer, DWORD size)
 
 DWORD GetLongPathNameA(LPCSTR name, LPSTR buffer, DWORD size)
 {
-    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return RespeltName(name ? name : "", buffer, size, false); });
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return RespeltName(NarrowName(name), buffer, size, false); });
 }
 
 DWORD GetLongPathNameW(LPCWSTR name, LPWSTR buffer, DWORD size)
@@ -169,7 +183,7 @@ DWORD GetCurrentDirectoryW(DWORD size, LPWSTR buffer)
 
 BOOL SetCurrentDirectoryA(LPCSTR name)
 {
-    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return ChangeFolder(name ? name : ""); });
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return ChangeFolder(NarrowName(name)); });
 }
 
 BOOL SetCurrentDirectoryW(LPCWSTR name)
@@ -183,18 +197,13 @@ DWORD SearchPathA(LPCSTR path, LPCSTR name, LPCSTR extension, DWORD size, LPSTR 
         if (!name || !*name)
             return Fail(ERROR_INVALID_PARAMETER, DWORD{0});
 
-        const std::string wanted = name;
-        const std::string lastPart = wanted.substr(wanted.find_last_of("/\\") + 1);
-        const std::string appended = extension && lastPart.find('.') == std::string::npos ? extension : "";
+        const std::string wanted = NarrowName(name);
         const bool hasFolder = wanted.find_first_of("/\\:") != std::string::npos;
-        const std::vector<std::string> folders = hasFolder ? std::vector<std::string>{""}
-                                                 : path    ? SplitList(path, ';')
-                                                           : StandardSearchFolders();
-        for (const std::string& folder : folders) {
-            if (const auto found = ExistingIn(folder, wanted + appended))
-                return FullName(*found, size, buffer, filePart);
-        }
-        return Fail(ERROR_FILE_NOT_FOUND, DWORD{0});
+        const std::string found = SearchIn(hasFolder ? std::vector<std::string>{""}
+                                           : path    ? SplitList(NarrowName(path), ';')
+                                                     : StandardSearchFolders(),
+                                           wanted, NarrowName(extension));
+        return found.empty() ? Fail(ERROR_FILE_NOT_FOUND, DWORD{0}) : FullName(found, size, buffer, filePart);
     });
 }
 

@@ -128,6 +128,20 @@ void ForEachEntry(DIR* folder, Visit visit)
             visit(entry->d_name);
 }
 
+// The entry of folder that is not UTF-8 and reads like part in the ANSI code page, or empty.
+std::string ForeignSpellingIn(DIR* folder, const std::string& part)
+{
+    std::string found;
+    if (AnsiName(part) == part)
+        return found;
+    rewinddir(folder);
+    ForEachEntry(folder, [&](std::string_view entry) {
+        if (!IsUtf8(entry) && NarrowName(AnsiName(entry).c_str()) == part && (found.empty() || entry < found))
+            found = entry;
+    });
+    return found;
+}
+
 // The entry of folder that part means, or empty: of those equal but for case the first by its bytes.
 std::string SpellingIn(DIR* folder, const std::string& native, const std::string& part)
 {
@@ -136,15 +150,16 @@ std::string SpellingIn(DIR* folder, const std::string& native, const std::string
         if (found != part && EqualNames(entry, part) && (found.empty() || entry == part || entry < found))
             found = entry;
     });
-    if (!found.empty() || part.find('~') == std::string::npos || !IsShortName(part))
+    if (!found.empty())
         return found;
-
-    const std::vector<std::string> entries = FolderEntries(native);
-    const ShortNames names(entries);
-    for (const std::string& entry : entries)
-        if (EqualNames(names.Of(entry), part))
-            return entry;
-    return {};
+    if (part.find('~') != std::string::npos && IsShortName(part)) {
+        const std::vector<std::string> entries = FolderEntries(native);
+        const ShortNames names(entries);
+        for (const std::string& entry : entries)
+            if (EqualNames(names.Of(entry), part))
+                return entry;
+    }
+    return ForeignSpellingIn(folder, part);
 }
 
 // As SpellingIn; empty also when the folder cannot be read.
@@ -218,13 +233,12 @@ void Walk(const Place& place, ResolvedPath& result)
 }
 
 template <class Unit>
-DWORD Store(const Unit* text, std::size_t length, Unit* buffer, DWORD size)
+DWORD Store(const std::basic_string<Unit>& text, Unit* buffer, DWORD size)
 {
-    if (length >= size || !buffer)
-        return static_cast<DWORD>(length + 1);
-    std::copy_n(text, length, buffer);
-    buffer[length] = 0;
-    return static_cast<DWORD>(length);
+    if (text.size() >= size || !buffer)
+        return static_cast<DWORD>(text.size() + 1);
+    *std::ranges::copy(text, buffer).out = 0;
+    return static_cast<DWORD>(text.size());
 }
 
 }  // namespace
@@ -327,15 +341,14 @@ int OrderOfNames(std::string_view left, std::string_view right)
     return order != 0 ? order : left.compare(right);
 }
 
-DWORD StoreName(std::string_view text, LPSTR buffer, DWORD size)
+DWORD StoreName(std::string_view narrow, LPSTR buffer, DWORD size)
 {
-    return Store(text.data(), text.size(), buffer, size);
+    return Store(AnsiName(narrow), buffer, size);
 }
 
-DWORD StoreName(std::string_view text, LPWSTR buffer, DWORD size)
+DWORD StoreName(std::string_view narrow, LPWSTR buffer, DWORD size)
 {
-    const std::u16string wide = WideName(text);
-    return Store(reinterpret_cast<const WCHAR*>(wide.data()), wide.size(), buffer, size);
+    return Store(NameIn<WCHAR>(narrow), buffer, size);
 }
 
 }  // namespace kelgen::posix

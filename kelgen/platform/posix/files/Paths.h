@@ -31,7 +31,7 @@ struct ResolvedPath
 };
 
 /// Looks @p name up part by part: the exact name, else one that differs only in case (the first in byte order), else a generated
-/// 8.3 name. Cost: one system call when every part is spelt exactly, else a walk and a listing for each folder with another spelling.
+/// 8.3 name, else an entry that is not UTF-8 and reads like the name in the ANSI code page. Cost: one system call when every part is spelt exactly, else a walk and a listing for each folder with another spelling.
 KELGEN_PLATFORM_TESTED_API ResolvedPath Resolve(std::string_view name);
 
 /// The existing path of the file system that @p name means, or nothing with the last error set; ERROR_PATH_NOT_FOUND for a
@@ -56,13 +56,39 @@ int OrderOfNames(std::string_view left, std::string_view right);
 /// The current folder's drive form, without a final backslash unless it is a root.
 std::string CurrentFolder();
 
-/// Stores @p text for a call that fills a buffer of @p size: its length, or the size that is needed, terminator included.
-DWORD StoreName(std::string_view text, LPSTR buffer, DWORD size);
-DWORD StoreName(std::string_view text, LPWSTR buffer, DWORD size);
+// Inside, names are bytes of the file system: UTF-8. So are command lines and the environment.
 
 /// UTF-8 of 16-bit text, and back. Bytes that are not UTF-8 become U+DC80 to U+DCFF, which become those bytes again: every name
 /// of the file system survives. Null and empty give empty text.
 KELGEN_PLATFORM_TESTED_API std::string NarrowName(LPCWSTR wide);
 KELGEN_PLATFORM_TESTED_API std::u16string WideName(std::string_view narrow);
+
+/// UTF-8 of a name in the ANSI code page, and back. On page 65001 all bytes stay as they are. On another one, bytes that are not
+/// UTF-8 stay too; on the way back they are characters of the page, and Resolve finds such an entry where no other has that name.
+KELGEN_PLATFORM_TESTED_API std::string NarrowName(LPCSTR ansi);
+KELGEN_PLATFORM_TESTED_API std::string AnsiName(std::string_view narrow);
+
+/// True when @p narrow holds nothing but whole characters.
+bool IsUtf8(std::string_view narrow);
+
+/// @p narrow as the calls with that kind of characters give it.
+template <class Char>
+std::basic_string<Char> NameIn(std::string_view narrow)
+{
+    if constexpr (sizeof(Char) == 1) {
+        return AnsiName(narrow);
+    } else {
+        const std::u16string wide = WideName(narrow);
+        return {wide.begin(), wide.end()};
+    }
+}
+
+/// Stores @p narrow for a call that fills a buffer of @p size: its length, or the size that is needed, terminator included.
+DWORD StoreName(std::string_view narrow, LPSTR buffer, DWORD size);
+DWORD StoreName(std::string_view narrow, LPWSTR buffer, DWORD size);
+
+/// The drive form of the file that @p name means for who starts a program: looked for in the program's folder, the current one, the
+/// system's and those of PATH, with @p extension when it has none; empty when there is none.
+std::string FileForCommand(const std::string& name, const std::string& extension);
 
 }  // namespace kelgen::posix

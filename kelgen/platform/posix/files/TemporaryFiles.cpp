@@ -38,7 +38,8 @@ std::string TemporaryName(const std::string& folder, const std::string& prefix, 
     char hex[8];
     std::snprintf(hex, sizeof hex, "%x", number);
     const bool separated = folder.back() == '\\' || folder.back() == '/';
-    return folder + (separated ? "" : "\\") + prefix.substr(0, kPrefixLength) + hex + ".tmp";
+    const std::u16string start = WideName(prefix).substr(0, kPrefixLength);
+    return folder + (separated ? "" : "\\") + NarrowName(reinterpret_cast<LPCWSTR>(start.c_str())) + hex + ".tmp";
 }
 
 // Makes the file for its owner alone; false with the last error.
@@ -59,7 +60,7 @@ UINT StoreTemporaryName(const std::string& folder, const std::string& prefix, UI
 
     UINT number = unique & 0xFFFF;
     std::string name = TemporaryName(folder, prefix, number ? number : 0xFFFF);
-    if (name.size() >= MAX_PATH)
+    if (NameIn<Unit>(name).size() >= MAX_PATH)
         return Fail(ERROR_BUFFER_OVERFLOW, 0u);
     if (number == 0) {
         const UINT first = std::random_device{}() % 0xFFFF + 1;
@@ -93,7 +94,7 @@ DWORD GetTempPathW(DWORD size, LPWSTR buffer)
 
 UINT GetTempFileNameA(LPCSTR folder, LPCSTR prefix, UINT unique, LPSTR buffer)
 {
-    return OrNoMemory(UINT{0}, [&]() -> UINT { return StoreTemporaryName(folder ? folder : "", prefix ? prefix : "", unique, buffer); });
+    return OrNoMemory(UINT{0}, [&]() -> UINT { return StoreTemporaryName(NarrowName(folder), NarrowName(prefix), unique, buffer); });
 }
 
 UINT GetTempFileNameW(LPCWSTR folder, LPCWSTR prefix, UINT unique, LPWSTR buffer)

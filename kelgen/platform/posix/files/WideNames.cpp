@@ -1,5 +1,10 @@
-// WideNames.cpp: 16-bit file names as UTF-8 and back, without loss for any bytes.
+// WideNames.cpp: file names of the calls as UTF-8 and back, without loss of bytes that are not UTF-8.
 #include <kelgen/platform/posix/files/Paths.h>
+
+#include <kelgen/platform/posix/nls/AnsiText.h>
+#include <kelgen/platform/posix/nls/api/CodePages.h>
+
+#include <algorithm>
 
 namespace kelgen::posix {
 
@@ -58,6 +63,25 @@ std::size_t DecodeUtf8(std::string_view text, unsigned& point)
     return overlong || surrogate || point > 0x10FFFF ? 0 : length;
 }
 
+// The bytes of the whole characters that text starts with.
+std::size_t Utf8Length(std::string_view text)
+{
+    std::size_t done = 0;
+    for (unsigned point = 0; done < text.size();) {
+        const std::size_t length = DecodeUtf8(text.substr(done), point);
+        if (length == 0)
+            break;
+        done += length;
+    }
+    return done;
+}
+
+// Names that are the same bytes in UTF-8 and in the ANSI code page.
+bool IsSameInBoth(std::string_view name)
+{
+    return std::ranges::all_of(name, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; }) || GetACP() == CP_UTF8;
+}
+
 }  // namespace
 
 std::string NarrowName(LPCWSTR wide)
@@ -94,6 +118,35 @@ std::u16string WideName(std::string_view narrow)
         narrow.remove_prefix(length == 0 ? 1 : length);
     }
     return wide;
+}
+
+std::string NarrowName(LPCSTR ansi)
+{
+    const std::string_view name = ansi ? ansi : "";
+    if (IsSameInBoth(name))
+        return std::string(name);
+    return NarrowName(reinterpret_cast<LPCWSTR>(WideText(name).c_str()));
+}
+
+std::string AnsiName(std::string_view narrow)
+{
+    if (IsSameInBoth(narrow))
+        return std::string(narrow);
+
+    std::string name;
+    while (!narrow.empty()) {
+        std::size_t valid = Utf8Length(narrow);
+        name += AnsiText(WideName(narrow.substr(0, valid)));
+        if (valid < narrow.size())
+            name += narrow[valid++];
+        narrow.remove_prefix(valid);
+    }
+    return name;
+}
+
+bool IsUtf8(std::string_view narrow)
+{
+    return Utf8Length(narrow) == narrow.size();
 }
 
 }  // namespace kelgen::posix

@@ -192,12 +192,18 @@ DWORD StoreModuleFile(HMODULE module, Unit* buffer, DWORD size)
     if (!path)
         return Fail(ERROR_MOD_NOT_FOUND, DWORD{0});
 
-    const std::string name = DriveForm(*path);
-    std::vector<Unit> whole(name.size() + 1);
-    const DWORD length = StoreName(name, whole.data(), static_cast<DWORD>(whole.size()));
-    std::copy_n(whole.begin(), std::min(length + 1, size), buffer);
+    const std::basic_string<Unit> name = NameIn<Unit>(DriveForm(*path));
+    const DWORD length = static_cast<DWORD>(name.size());
+    std::copy_n(name.c_str(), std::min(length + 1, size), buffer);
     SetLastError(length < size ? ERROR_SUCCESS : ERROR_INSUFFICIENT_BUFFER);
     return std::min(length, size);
+}
+
+template <class Unit>
+HMODULE ModuleCalled(const Unit* name)
+{
+    const HMODULE module = name ? FindModule(NarrowName(name)) : ProgramModule();
+    return module ? module : Fail(ERROR_MOD_NOT_FOUND, module);
 }
 
 FARPROC ProcedureOf(HMODULE module, const char* name)
@@ -218,15 +224,12 @@ FARPROC ProcedureOf(HMODULE module, const char* name)
 
 HMODULE GetModuleHandleA(LPCSTR name)
 {
-    return OrNoMemory(HMODULE{}, [&]() -> HMODULE {
-        const HMODULE module = name ? FindModule(name) : ProgramModule();
-        return module ? module : Fail(ERROR_MOD_NOT_FOUND, module);
-    });
+    return OrNoMemory(HMODULE{}, [&]() -> HMODULE { return ModuleCalled(name); });
 }
 
 HMODULE GetModuleHandleW(LPCWSTR name)
 {
-    return OrNoMemory(HMODULE{}, [&]() -> HMODULE { return GetModuleHandleA(name ? NarrowName(name).c_str() : nullptr); });
+    return OrNoMemory(HMODULE{}, [&]() -> HMODULE { return ModuleCalled(name); });
 }
 
 BOOL GetModuleHandleExA(DWORD flags, LPCSTR name, HMODULE* module)
@@ -234,7 +237,7 @@ BOOL GetModuleHandleExA(DWORD flags, LPCSTR name, HMODULE* module)
     return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
         if (flags & GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS)
             return StoreModule(flags, ModuleOfAddress(name), module);
-        return StoreModule(flags, name ? FindModule(name) : ProgramModule(), module);
+        return StoreModule(flags, name ? FindModule(NarrowName(name)) : ProgramModule(), module);
     });
 }
 
@@ -259,7 +262,7 @@ DWORD GetModuleFileNameW(HMODULE module, LPWSTR buffer, DWORD size)
 
 HMODULE LoadLibraryA(LPCSTR name)
 {
-    return OrNoMemory(HMODULE{}, [&]() -> HMODULE { return Load(name ? name : ""); });
+    return OrNoMemory(HMODULE{}, [&]() -> HMODULE { return Load(NarrowName(name)); });
 }
 
 HMODULE LoadLibraryW(LPCWSTR name)

@@ -32,4 +32,17 @@ std::string AnsiText(std::u16string_view text)
     return narrow;
 }
 
+std::size_t LengthThatFits(std::string_view text, std::size_t room)
+{
+    constexpr std::size_t kMostTrailBytes = 3;
+    if (text.size() <= room)
+        return text.size();
+    if (GetACP() != CP_UTF8)
+        return room;
+    std::size_t end = room;
+    while (end > 0 && room - end < kMostTrailBytes && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
+        --end;
+    return (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80 ? room : end;
+}
+
 }  // namespace kelgen::posix

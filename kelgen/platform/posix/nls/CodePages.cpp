@@ -92,13 +92,14 @@ UINT kelgen::posix::ResolveCodePage(UINT page)
 
 UINT GetACP()
 {
-    static const UINT page = PageFromEnvironment("KELGEN_ACP", 1252);
+    static const UINT page = PageFromEnvironment("KELGEN_ACP", CP_UTF8);
     return page;
 }
 
 UINT GetOEMCP()
 {
-    static const UINT page = PageFromEnvironment("KELGEN_OEMCP", 437);
+    // UTF-8 is both at once: the library passes OEM text to calls that take ANSI text.
+    static const UINT page = PageFromEnvironment("KELGEN_OEMCP", GetACP() == CP_UTF8 ? CP_UTF8 : 437);
     return page;
 }
 

@@ -124,6 +124,23 @@ char* PutBytes(char* out, unsigned value)
     return out;
 }
 
+// The ASCII characters that a whole block starts with; 0 near the end of the text.
+std::size_t AsciiBytes(const char* at, const char* end)
+{
+    if (static_cast<BYTE>(*at) >= 0x80 || end - at < std::ptrdiff_t{kAsciiBlock})
+        return 0;
+    const unsigned others = HighBits(LoadBytes(at));
+    return others == 0 ? kAsciiBlock : static_cast<std::size_t>(std::countr_zero(others));
+}
+
+std::size_t AsciiUnits(const WCHAR* at, const WCHAR* end)
+{
+    if (*at >= 0x80 || end - at < kBlockUnits)
+        return 0;
+    const unsigned others = LaneMask(EqualUnits(And(LoadUnits(at), FillUnits(0xFF80)), FillUnits(0))) ^ 0xFFFFu;
+    return others == 0 ? std::size_t{kBlockUnits} : static_cast<std::size_t>(FirstLane(others));
+}
+
 Outcome Judge(bool strict, bool allValid)
 {
     return strict && !allValid ? Outcome::kInvalid : Outcome::kDone;
@@ -139,6 +156,11 @@ Converted DecodeUtf8(bool strict, Bytes from, UnitRoom to)
     if (!to.text) {
         std::size_t counted = 0;
         while (at < end) {
+            if (const std::size_t ascii = AsciiBytes(at, end)) {
+                counted += ascii;
+                at += ascii;
+                continue;
+            }
             const CodePoint character = Read(at, end);
             allValid &= character.isValid;
             counted += UnitsOf(character.value);
@@ -186,6 +208,11 @@ Converted EncodeUtf8(bool strict, Units from, ByteRoom to)
     if (!to.text) {
         std::size_t counted = 0;
         while (at < end) {
+            if (const std::size_t ascii = AsciiUnits(at, end)) {
+                counted += ascii;
+                at += ascii;
+                continue;
+            }
             const CodePoint character = Read(at, end);
             allValid &= character.isValid;
             counted += BytesOf(character.value);

@@ -4,7 +4,6 @@
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/Paths.h>
-#include <kelgen/platform/posix/files/api/PathNames.h>
 
 #include <algorithm>
 
@@ -23,9 +22,8 @@ std::optional<std::string> FileAt(const std::string& name)
 
 std::optional<std::string> SearchedFile(const std::string& name, const char* extension)
 {
-    char found[4096];
-    const DWORD length = SearchPathA(nullptr, name.c_str(), extension, sizeof found, found, nullptr);
-    return length > 0 && length < sizeof found ? FileAt(found) : std::nullopt;
+    const std::string found = FileForCommand(name, extension);
+    return found.empty() ? std::nullopt : FileAt(found);
 }
 
 std::optional<std::string> FindProgram(const std::string& name)
@@ -33,7 +31,7 @@ std::optional<std::string> FindProgram(const std::string& name)
     if (name.empty())
         return std::nullopt;
     const bool hasFolder = name.find_first_of("\\/:") != std::string::npos;
-    if (auto exact = hasFolder ? FileAt(name) : SearchedFile(name, nullptr))
+    if (auto exact = hasFolder ? FileAt(name) : SearchedFile(name, ""))
         return exact;
     return hasFolder ? FileAt(name + kProgramExtension) : SearchedFile(name, kProgramExtension);
 }

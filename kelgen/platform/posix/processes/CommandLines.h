@@ -12,6 +12,9 @@ namespace kelgen::posix {
 /// a quote, two quotes inside quotes are one.
 std::vector<std::string> SplitArguments(std::string_view line);
 
+/// @p text with the values of the variables that stand in it as %NAME%; unknown ones stay.
+std::string WithVariables(std::string_view text);
+
 /// A program and what it is called with.
 struct Command
 {

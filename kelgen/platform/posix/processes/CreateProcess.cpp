@@ -24,22 +24,12 @@ struct Request
     bool wideEnvironment;
 };
 
-std::vector<std::string> TextsOf(const char* block)
+template <class Char>
+std::vector<std::string> TextsOf(const Char* block)
 {
     std::vector<std::string> texts;
-    for (; *block; block += texts.back().size() + 1)
-        texts.emplace_back(block);
-    return texts;
-}
-
-std::vector<std::string> TextsOf(const WCHAR* block)
-{
-    std::vector<std::string> texts;
-    while (*block) {
-        const std::u16string_view text(reinterpret_cast<const char16_t*>(block));
+    for (; *block; block += std::basic_string_view<Char>(block).size() + 1)
         texts.push_back(NarrowName(block));
-        block += text.size() + 1;
-    }
     return texts;
 }
 
@@ -133,11 +123,11 @@ BOOL CreateProcessA(LPCSTR program, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LP
                     LPVOID environment, LPCSTR folder, LPSTARTUPINFOA startup, LPPROCESS_INFORMATION information)
 {
     return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
-        Request request{{}, commandLine ? commandLine : "", {}, environment, (flags & CREATE_UNICODE_ENVIRONMENT) != 0};
+        Request request{{}, NarrowName(commandLine), {}, environment, (flags & CREATE_UNICODE_ENVIRONMENT) != 0};
         if (program)
-            request.program = program;
+            request.program = NarrowName(program);
         if (folder)
-            request.folder = folder;
+            request.folder = NarrowName(folder);
         return Start(request, inherit, flags, startup, information);
     });
 }

@@ -5,6 +5,7 @@
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/Paths.h>
+#include <kelgen/platform/posix/processes/CommandLines.h>
 
 #include <unistd.h>
 
@@ -51,7 +52,9 @@ BOOL SetValue(const std::string& name, const char* value)
     return result == 0 ? TRUE : Fail(ERROR_NOT_ENOUGH_MEMORY, FALSE);
 }
 
-std::string Expanded(std::string_view text)
+}  // namespace
+
+std::string kelgen::posix::WithVariables(std::string_view text)
 {
     std::string result;
     while (!text.empty()) {
@@ -69,6 +72,8 @@ std::string Expanded(std::string_view text)
     }
     return result;
 }
+
+namespace {
 
 // Quotes an argument so that the runtime's parser gives it back: backslashes count only before quotes.
 std::string Quoted(const std::string& argument)
@@ -106,7 +111,7 @@ std::string BuildCommandLine()
 
 DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR buffer, DWORD size)
 {
-    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return StoreValue(name ? name : "", buffer, size); });
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return StoreValue(NarrowName(name), buffer, size); });
 }
 
 DWORD GetEnvironmentVariableW(LPCWSTR name, LPWSTR buffer, DWORD size)
@@ -116,7 +121,9 @@ DWORD GetEnvironmentVariableW(LPCWSTR name, LPWSTR buffer, DWORD size)
 
 BOOL SetEnvironmentVariableA(LPCSTR name, LPCSTR value)
 {
-    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return name ? SetValue(name, value) : Fail(ERROR_ENVVAR_NOT_FOUND, FALSE); });
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        return name ? SetValue(NarrowName(name), value ? NarrowName(value).c_str() : nullptr) : Fail(ERROR_ENVVAR_NOT_FOUND, FALSE);
+    });
 }
 
 BOOL SetEnvironmentVariableW(LPCWSTR name, LPCWSTR value)
@@ -129,23 +136,22 @@ BOOL SetEnvironmentVariableW(LPCWSTR name, LPCWSTR value)
 DWORD ExpandEnvironmentStringsA(LPCSTR text, LPSTR buffer, DWORD size)
 {
     return OrNoMemory(DWORD{0}, [&]() -> DWORD {
-        const std::string expanded = Expanded(text ? text : "");
-        const DWORD needed = static_cast<DWORD>(expanded.size() + 1);
-        if (needed > size)
-            return Fail(ERROR_INSUFFICIENT_BUFFER, needed);
-        StoreName(expanded, buffer, size);
-        return needed;
+        const std::string expanded = WithVariables(NarrowName(text));
+        const DWORD length = StoreName(expanded, buffer, size);
+        if (length >= size || !buffer)
+            return Fail(ERROR_INSUFFICIENT_BUFFER, length);
+        return length + 1;
     });
 }
 
 LPSTR GetCommandLineA()
 {
-    static std::string line = BuildCommandLine();
+    static std::string line = AnsiName(BuildCommandLine());
     return line.data();
 }
 
 LPWSTR GetCommandLineW()
 {
-    static std::u16string line = WideName(GetCommandLineA());
+    static std::u16string line = WideName(BuildCommandLine());
     return reinterpret_cast<LPWSTR>(line.data());
 }

@@ -120,7 +120,7 @@ DWORD GetModuleBaseNameA(HANDLE process, HMODULE module, LPSTR buffer, DWORD siz
         if (size == 0)
             return Fail(ERROR_INVALID_PARAMETER, 0u);
         const std::string path = PathOf(process, module);
-        return path.empty() ? 0 : StoreUnterminated(path.substr(path.rfind('/') + 1), buffer, size);
+        return path.empty() ? 0 : StoreUnterminated(AnsiName(path.substr(path.rfind('/') + 1)), buffer, size);
     });
 }
 
@@ -130,6 +130,6 @@ DWORD GetModuleFileNameExA(HANDLE process, HMODULE module, LPSTR buffer, DWORD s
         if (size == 0)
             return Fail(ERROR_INVALID_PARAMETER, 0u);
         const std::string path = PathOf(process, module);
-        return path.empty() ? 0 : StoreUnterminated(DriveForm(path), buffer, size);
+        return path.empty() ? 0 : StoreUnterminated(AnsiName(DriveForm(path)), buffer, size);
     });
 }

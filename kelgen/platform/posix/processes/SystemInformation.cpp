@@ -142,13 +142,12 @@ UINT SetErrorMode(UINT mode)
 
 void OutputDebugStringA(LPCSTR text)
 {
-    if (text)
-        std::fputs(text, stderr);
+    std::fputs(NarrowName(text).c_str(), stderr);
 }
 
 void OutputDebugStringW(LPCWSTR text)
 {
-    OutputDebugStringA(NarrowName(text).c_str());
+    std::fputs(NarrowName(text).c_str(), stderr);
 }
 
 BOOL IsDebuggerPresent()

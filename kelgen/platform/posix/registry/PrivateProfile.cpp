@@ -21,10 +21,10 @@ template <class Char>
 DWORD GiveText(std::u16string_view text, Char* buffer, DWORD size)
 {
     const std::basic_string<Char> given = TextOf<Char>(text);
-    const DWORD length = std::min(static_cast<DWORD>(given.size()), size - 1);
+    const std::size_t length = LengthThatFits(given, size - 1);
     std::copy_n(given.data(), length, buffer);
     buffer[length] = 0;
-    return length;
+    return static_cast<DWORD>(length);
 }
 
 /// Copies @p names, each with a terminator, and one more; a list that does not fit is cut to @p size - 2 units.
@@ -118,41 +118,42 @@ UINT GetInt(std::u16string_view section, std::u16string_view key, INT fallback, 
     return !value || value->empty() ? static_cast<UINT>(fallback) : NumberAt(*value);
 }
 
-std::string ProfilePath(LPCWSTR file)
+template <class Char>
+std::string PathOf(const Char* file)
 {
-    return kelgen::posix::ProfilePath(file ? NarrowName(file).c_str() : nullptr);
+    return ProfilePath(file ? std::optional(NarrowName(file)) : std::nullopt);
 }
 
 }  // namespace
 
 DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR buffer, DWORD size, LPCSTR file)
 {
-    return GetString(section, key, WideText(fallback), buffer, size, kelgen::posix::ProfilePath(file));
+    return GetString(section, key, WideText(fallback), buffer, size, PathOf(file));
 }
 
 DWORD GetPrivateProfileStringW(LPCWSTR section, LPCWSTR key, LPCWSTR fallback, LPWSTR buffer, DWORD size, LPCWSTR file)
 {
-    return GetString(section, key, WideText(fallback), buffer, size, ProfilePath(file));
+    return GetString(section, key, WideText(fallback), buffer, size, PathOf(file));
 }
 
 UINT GetPrivateProfileIntA(LPCSTR section, LPCSTR key, INT fallback, LPCSTR file)
 {
-    return GetInt(WideText(section), WideText(key), fallback, kelgen::posix::ProfilePath(file));
+    return GetInt(WideText(section), WideText(key), fallback, PathOf(file));
 }
 
 UINT GetPrivateProfileIntW(LPCWSTR section, LPCWSTR key, INT fallback, LPCWSTR file)
 {
-    return GetInt(WideText(section), WideText(key), fallback, ProfilePath(file));
+    return GetInt(WideText(section), WideText(key), fallback, PathOf(file));
 }
 
 BOOL WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value, LPCSTR file)
 {
-    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return WriteString(section, key, value, kelgen::posix::ProfilePath(file)); });
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return WriteString(section, key, value, PathOf(file)); });
 }
 
 BOOL WritePrivateProfileStringW(LPCWSTR section, LPCWSTR key, LPCWSTR value, LPCWSTR file)
 {
-    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return WriteString(section, key, value, ProfilePath(file)); });
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return WriteString(section, key, value, PathOf(file)); });
 }
 
 DWORD GetPrivateProfileSectionA(LPCSTR section, LPSTR buffer, DWORD size, LPCSTR file)
@@ -160,7 +161,7 @@ DWORD GetPrivateProfileSectionA(LPCSTR section, LPSTR buffer, DWORD size, LPCSTR
     return OrNoMemory(DWORD{0}, [&]() -> DWORD {
         if (!section || !buffer || size == 0)
             return 0;
-        const ProfileText text = ReadProfile(kelgen::posix::ProfilePath(file));
+        const ProfileText text = ReadProfile(PathOf(file));
         return GiveNames(text.Entries(WideText(section)), buffer, size, ERROR_INSUFFICIENT_BUFFER);
     });
 }
@@ -173,7 +174,7 @@ BOOL WritePrivateProfileSectionA(LPCSTR section, LPCSTR lines, LPCSTR file)
         Names entries;
         for (LPCSTR line = lines; line && *line; line += std::string_view(line).size() + 1)
             entries.push_back(WideText(line));
-        return ChangeProfile(kelgen::posix::ProfilePath(file), [&](ProfileText& text) {
+        return ChangeProfile(PathOf(file), [&](ProfileText& text) {
             return lines ? text.ReplaceSection(WideText(section), entries) : text.RemoveSection(WideText(section));
         });
     });

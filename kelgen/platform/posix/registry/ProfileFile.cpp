@@ -195,9 +195,9 @@ private:
 
 }  // namespace
 
-std::string ProfilePath(LPCSTR file)
+std::string ProfilePath(const std::optional<std::string>& file)
 {
-    std::string name = file ? file : "win.ini";
+    std::string name = file.value_or("win.ini");
     if (name.empty())
         return Fail(ERROR_ACCESS_DENIED, std::string());
     if (name.find_first_of("\\/:") == std::string::npos) {

@@ -5,13 +5,14 @@
 #include <kelgen/platform/posix/registry/ProfileText.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace kelgen::posix {
 
-/// The Linux path of the file that a profile call names: a name without a folder lies in the Windows folder, null is its
+/// The Linux path of the file that a profile call names: a name without a folder lies in the Windows folder, none is its
 /// "win.ini". Empty, with the last error set, when it cannot be.
-std::string ProfilePath(LPCSTR file);
+std::string ProfilePath(const std::optional<std::string>& file);
 
 /// The file's text; an empty one, with the last error set, when it cannot be read. Sets the last error to 0 when it can.
 ProfileText ReadProfile(const std::string& path);

@@ -145,20 +145,24 @@ void Give(LPDWORD result, Number number)
         *result = static_cast<DWORD>(number);
 }
 
+// A narrow name may be longer than the 16-bit one.
+template <class Char>
 std::size_t LongestName(const std::vector<std::u16string>& names)
 {
     std::size_t longest = 0;
     for (const std::u16string& name : names)
-        longest = std::max(longest, name.size());
+        longest = std::max(longest, TextOf<Char>(name).size());
     return longest;
 }
 
+// Narrow text counts as it is kept, in 16-bit units, unless it is longer than that.
+template <class Char>
 std::size_t LongestData(const Key& key, const std::vector<std::u16string>& names)
 {
     std::size_t longest = 0;
     for (const std::u16string& name : names)
         if (StoredValue value; key.ReadValue(name, value) == ERROR_SUCCESS)
-            longest = std::max(longest, value.data.size());
+            longest = std::max({longest, value.data.size(), GivenData<Char>(value).size()});
     return longest;
 }
 
@@ -177,12 +181,12 @@ LSTATUS QueryInfo(HKEY handle, Char* className, LPDWORD classSize, LPDWORD subke
 
     GiveEmptyClass(className, classSize);
     Give(subkeys, listing.subkeys.size());
-    Give(longestSubkey, LongestName(listing.subkeys));
+    Give(longestSubkey, LongestName<Char>(listing.subkeys));
     Give(longestClass, 0);
     Give(values, listing.values.size());
-    Give(longestValueName, LongestName(listing.values));
+    Give(longestValueName, LongestName<Char>(listing.values));
     if (longestValue)
-        *longestValue = static_cast<DWORD>(LongestData(*key, listing.values));
+        *longestValue = static_cast<DWORD>(LongestData<Char>(*key, listing.values));
     Give(securityDescriptor, 0);
     if (lastWrite)
         *lastWrite = LastWrite(key->Folder(), ".");

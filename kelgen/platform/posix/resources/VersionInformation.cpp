@@ -23,7 +23,7 @@ std::optional<std::string> FileOfLoadedModule(const std::string& name)
 {
     if (name.find_first_of("\\/:") != std::string::npos)
         return std::nullopt;
-    HMODULE module = GetModuleHandleA(name.c_str());
+    HMODULE module = GetModuleHandleW(NameIn<WCHAR>(name).c_str());
     if (module && NameOfSystemModule(module))
         module = ModuleOfAddress(reinterpret_cast<const void*>(&GetFileVersionInfoSizeA));
     return module ? ModuleFile(module) : std::nullopt;
@@ -86,7 +86,7 @@ BOOL Fill(const std::string& name, DWORD size, LPVOID data)
 
 DWORD GetFileVersionInfoSizeA(LPCSTR name, LPDWORD handle)
 {
-    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return name ? BlockSize(name, handle) : Fail(ERROR_INVALID_PARAMETER, 0u); });
+    return OrNoMemory(DWORD{0}, [&]() -> DWORD { return name ? BlockSize(NarrowName(name), handle) : Fail(ERROR_INVALID_PARAMETER, 0u); });
 }
 
 DWORD GetFileVersionInfoSizeW(LPCWSTR name, LPDWORD handle)
@@ -96,7 +96,7 @@ DWORD GetFileVersionInfoSizeW(LPCWSTR name, LPDWORD handle)
 
 BOOL GetFileVersionInfoA(LPCSTR name, DWORD, DWORD size, LPVOID data)
 {
-    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return Fill(name ? name : "", size, data); });
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return Fill(NarrowName(name), size, data); });
 }
 
 BOOL GetFileVersionInfoW(LPCWSTR name, DWORD, DWORD size, LPVOID data)

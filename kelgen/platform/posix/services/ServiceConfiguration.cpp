@@ -53,7 +53,7 @@ template <class Char>
 std::basic_string<Char> PathText(const std::u16string& path)
 {
     if constexpr (sizeof(Char) == 1)
-        return NarrowName(reinterpret_cast<LPCWSTR>(path.c_str()));
+        return AnsiName(NarrowName(reinterpret_cast<LPCWSTR>(path.c_str())));
     else
         return TextOf<Char>(path);
 }

@@ -8,7 +8,6 @@
 #include <kelgen/platform/posix/processes/CommandLines.h>
 #include <kelgen/platform/posix/processes/ProcessObjects.h>
 #include <kelgen/platform/posix/processes/RunningProcesses.h>
-#include <kelgen/platform/posix/processes/api/Environment.h>
 #include <kelgen/platform/posix/services/ServiceObjects.h>
 #include <kelgen/platform/posix/services/ServiceStart.h>
 #include <kelgen/platform/posix/threads/api/Synchronization.h>
@@ -67,11 +66,7 @@ DWORD Refusal(const SERVICE_STATUS& status, DWORD control, DWORD accepted)
 
 std::string ExpandedPath(const std::u16string& path)
 {
-    const std::string text = NarrowName(reinterpret_cast<LPCWSTR>(path.c_str()));
-    std::string expanded(ExpandEnvironmentStringsA(text.c_str(), nullptr, 0), '\0');
-    ExpandEnvironmentStringsA(text.c_str(), expanded.data(), static_cast<DWORD>(expanded.size()));
-    expanded.pop_back();
-    return expanded;
+    return WithVariables(NarrowName(reinterpret_cast<LPCWSTR>(path.c_str())));
 }
 
 // The caller's variables, with the home spelt so that it is found from any folder.
@@ -166,6 +161,15 @@ BOOL Start(SC_HANDLE handle, const std::vector<std::string>& arguments)
     return Fail(ERROR_SERVICE_REQUEST_TIMEOUT, FALSE);
 }
 
+template <class Char>
+std::vector<std::string> TextsOf(const Char* const* arguments, DWORD count)
+{
+    std::vector<std::string> texts;
+    for (DWORD i = 0; arguments && i < count; ++i)
+        texts.push_back(NarrowName(arguments[i]));
+    return texts;
+}
+
 // Sends the control and waits until the service's handler has returned; an error code.
 DWORD Send(const ServiceFolder& folder, DWORD control)
 {
@@ -221,18 +225,12 @@ BOOL QueryServiceStatusEx(SC_HANDLE service, SC_STATUS_TYPE level, LPBYTE buffer
 
 BOOL StartServiceA(SC_HANDLE service, DWORD count, LPCSTR* arguments)
 {
-    return OrNoMemory<BOOL>(
-        FALSE, [&]() -> BOOL { return Start(service, std::vector<std::string>(arguments, arguments + (arguments ? count : 0))); });
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return Start(service, TextsOf(arguments, count)); });
 }
 
 BOOL StartServiceW(SC_HANDLE service, DWORD count, LPCWSTR* arguments)
 {
-    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
-        std::vector<std::string> texts;
-        for (DWORD i = 0; arguments && i < count; ++i)
-            texts.push_back(NarrowName(arguments[i]));
-        return Start(service, texts);
-    });
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return Start(service, TextsOf(arguments, count)); });
 }
 
 BOOL ControlService(SC_HANDLE service, DWORD control, LPSERVICE_STATUS status)

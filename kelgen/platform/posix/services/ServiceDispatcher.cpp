@@ -180,7 +180,7 @@ const Entry* EntryFor(const Entry* table, std::u16string_view name)
 
 std::string Argument(const std::string& text, char)
 {
-    return text;
+    return AnsiName(text);
 }
 
 std::u16string Argument(const std::string& text, WCHAR)

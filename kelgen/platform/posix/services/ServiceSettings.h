@@ -52,7 +52,7 @@ std::optional<std::u16string> OptionalList(const Char* list)
 
 inline std::optional<std::u16string> OptionalPath(LPCSTR path)
 {
-    return path ? std::optional(WideName(path)) : std::nullopt;
+    return path ? std::optional(WideName(NarrowName(path))) : std::nullopt;
 }
 inline std::optional<std::u16string> OptionalPath(LPCWSTR path)
 {

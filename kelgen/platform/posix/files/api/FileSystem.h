@@ -47,7 +47,8 @@ using LPWIN32_FILE_ATTRIBUTE_DATA = WIN32_FILE_ATTRIBUTE_DATA*;
 // differs only in case, else a generated 8.3 name. Missing: ERROR_FILE_NOT_FOUND for the last name, ERROR_PATH_NOT_FOUND for a
 // folder before it or an empty name. Before a drive form may stand "\\.\", "\\?\" or "\??\"; after the last two the name is taken as it
 // stands. "nul" and "con" are devices; "aux", "prn", "com1" and "lpt1" are missing: there are none. Short names carry a number made of
-// the name, so "LONGDI~1" finds nothing. A name whose bytes are no UTF-8 is found in other case by its ASCII letters only. Threads: any.
+// the name, so "LONGDI~1" finds nothing. Narrow names are in the ANSI code page, those of the file system are UTF-8; one whose bytes are
+// not is found in other case by its ASCII letters only. Threads: any.
 
 /// The attributes, or INVALID_FILE_ATTRIBUTES: 0x10 for a folder, 0x20 for a file, or what SetFileAttributesA gave.
 /// READONLY is the file's missing write permission. A name that ends in a slash means a folder (ERROR_PATH_NOT_FOUND for a file).

@@ -39,10 +39,12 @@ struct CPINFO
 };
 using LPCPINFO = CPINFO*;
 
-/// The number of the ANSI code page: 1252, or what the environment variable KELGEN_ACP said at the first use; never 54936.
+/// The number of the ANSI code page, which all narrow text is in: 65001, or the known page that the environment variable KELGEN_ACP
+/// named at the first use; never 54936.
 KELGEN_PLATFORM_API UINT GetACP();
 
-/// The number of the OEM code page: 437, or what the environment variable KELGEN_OEMCP said at the first use.
+/// The number of the OEM code page: 65001 where that is the ANSI page, else 437, or what the environment variable KELGEN_OEMCP said at
+/// the first use.
 KELGEN_PLATFORM_API UINT GetOEMCP();
 
 /// TRUE when @p page can be converted; the aliases 0 to 3 are not numbers of pages. Cost: the first call for a page builds its

@@ -165,8 +165,7 @@ struct SERVICE_TABLE_ENTRYW
 // itself: automatic ones start when they are told to.
 // Failures set the last error: ERROR_INVALID_HANDLE for a handle that is closed or of another kind, ERROR_ACCESS_DENIED for one
 // without the right that the call needs, ERROR_INVALID_ADDRESS for a missing pointer. Service names ignore case and have 1 to 256
-// units without slashes (ERROR_INVALID_NAME). Narrow names are in the ANSI code page; the program's path has the file system's bytes
-// in the narrow calls and is their UTF-8 in the wide ones.
+// units without slashes (ERROR_INVALID_NAME). Narrow text is in the ANSI code page.
 // Threads: any, also several processes at once.
 
 /// A connection to the manager of this home; the machine's name is ignored. Null with ERROR_INVALID_NAME for a @p database other than

@@ -33,7 +33,7 @@ int CopyText(std::u16string_view text, Char* buffer, int room)
     if (!IsText(buffer) || room <= 0)
         return 0;
     const std::basic_string<Char> converted = TextOf<Char>(text);
-    const auto length = std::min(converted.size(), static_cast<std::size_t>(room) - 1);
+    const auto length = LengthThatFits(converted, static_cast<std::size_t>(room) - 1);
     *std::copy_n(converted.begin(), length, buffer) = 0;
     return static_cast<int>(length);
 }

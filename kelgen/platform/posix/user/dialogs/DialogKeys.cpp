@@ -142,7 +142,7 @@ bool Key(HWND dialog, const MSG& message)
 
 char16_t LetterOf(WPARAM character, bool wide)
 {
-    return UpperUnit(wide ? static_cast<char16_t>(character) : WideUnitOf(static_cast<BYTE>(character)));
+    return UpperUnit(wide ? static_cast<char16_t>(character) : WideUnitOf(character));
 }
 
 BOOL Handle(HWND dialog, MSG* message, bool wide)

@@ -4,6 +4,7 @@
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
+#include <kelgen/platform/posix/nls/api/CodePages.h>
 #include <kelgen/platform/posix/user/api/User.h>
 
 #include <array>
@@ -15,6 +16,8 @@
 using namespace kelgen::posix;
 
 namespace {
+
+constexpr LPCSTR kErrorCaption = "Error";
 
 struct Button
 {
@@ -72,7 +75,18 @@ int AnswerOf(std::span<const Button> buttons, UINT type)
     return number < buttons.size() ? buttons[number].id : buttons.front().id;
 }
 
-int Ask(HWND owner, const std::string& text, const std::string& caption, UINT type)
+// For the terminal, which takes UTF-8.
+std::string Utf8(std::u16string_view text)
+{
+    const auto* units = reinterpret_cast<LPCWSTR>(text.data());
+    const int length = static_cast<int>(text.size());
+    std::string bytes(text.size() * 3, '\0');
+    const int size = length == 0 ? 0 : WideCharToMultiByte(CP_UTF8, 0, units, length, bytes.data(), length * 3, nullptr, nullptr);
+    bytes.resize(static_cast<std::size_t>(size));
+    return bytes;
+}
+
+int Ask(HWND owner, std::u16string_view text, std::u16string_view caption, UINT type)
 {
     if (owner && !IsWindow(owner))
         return Fail(ERROR_INVALID_WINDOW_HANDLE, 0);
@@ -82,7 +96,7 @@ int Ask(HWND owner, const std::string& text, const std::string& caption, UINT ty
     const bool disables = owner && IsWindowEnabled(owner);
     if (disables)
         EnableWindow(owner, FALSE);
-    std::fprintf(stderr, "%s: %s\n", caption.c_str(), text.c_str());
+    std::fprintf(stderr, "%s: %s\n", Utf8(caption).c_str(), Utf8(text).c_str());
     const int answer = AnswerOf(buttons, type);
     if (disables)
         EnableWindow(owner, TRUE);
@@ -93,13 +107,12 @@ int Ask(HWND owner, const std::string& text, const std::string& caption, UINT ty
 
 int MessageBoxExA(HWND owner, LPCSTR text, LPCSTR caption, UINT type, WORD)
 {
-    return Ask(owner, text ? text : "", caption ? caption : "Error", type);
+    return Ask(owner, WideText(text), WideText(caption ? caption : kErrorCaption), type);
 }
 
-int MessageBoxExW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type, WORD language)
+int MessageBoxExW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type, WORD)
 {
-    const std::string narrowCaption = AnsiText(WideText(caption));
-    return MessageBoxExA(owner, AnsiText(WideText(text)).c_str(), caption ? narrowCaption.c_str() : nullptr, type, language);
+    return Ask(owner, WideText(text), caption ? std::u16string(WideText(caption)) : WideText(kErrorCaption), type);
 }
 
 int MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type)

@@ -195,7 +195,7 @@ std::size_t CopyText(std::u16string_view text, Char* buffer, std::size_t size)
     const auto converted = TextOf<Char>(text);
     if (!buffer || size == 0)
         return converted.size();
-    const std::size_t count = std::min(converted.size(), size - 1);
+    const std::size_t count = LengthThatFits(converted, size - 1);
     *std::copy_n(converted.begin(), count, buffer) = 0;
     return count;
 }

@@ -31,6 +31,8 @@ enum class Carries
 constexpr LONG kListOwnerDrawn = 0x0030;  // LBS_OWNERDRAWFIXED, LBS_OWNERDRAWVARIABLE; the combo box's have the same values
 constexpr LONG kListHasStrings = 0x0040;
 constexpr LONG kComboHasStrings = 0x0200;
+// What one unit takes at most in a code page: in UTF-8 a pair of units takes four.
+constexpr std::size_t kBytesForUnit = 3;
 
 Carries KindOf(UINT message)
 {
@@ -141,7 +143,7 @@ template <class From, class To>
 std::size_t CopyBack(const To* answer, From* buffer, std::size_t room)
 {
     const auto text = Text<From>::Convert(answer);
-    const std::size_t length = std::min<std::size_t>(text.size(), room - 1);
+    const std::size_t length = LengthThatFits(text, room - 1);
     std::copy_n(Pointer(text), length, buffer);
     buffer[length] = 0;
     return length;
@@ -170,8 +172,7 @@ public:
         auto* buffer = reinterpret_cast<From*>(lParam);
         if (!buffer || wParam == 0)
             return Call(message, wParam, lParam);
-        // A character takes at most two bytes of a code page.
-        std::vector<To> text(std::min<std::size_t>(wParam, 0x1000000) * (sizeof(To) == 1 ? 2 : 1) + 1);
+        std::vector<To> text(std::min<std::size_t>(wParam, 0x1000000) * (sizeof(To) == 1 ? kBytesForUnit : 1) + 1);
         const LRESULT result = Call(message, text.size() - 1, reinterpret_cast<LPARAM>(text.data()));
         if (result <= 0) {
             buffer[0] = 0;
@@ -192,7 +193,8 @@ public:
         const LRESULT result = Call(message, wParam, reinterpret_cast<LPARAM>(text.data()));
         if (result < 0)
             return result;
-        return static_cast<LRESULT>(CopyBack(text.data(), reinterpret_cast<From*>(lParam), static_cast<std::size_t>(length) * 2 + 1));
+        return static_cast<LRESULT>(
+            CopyBack(text.data(), reinterpret_cast<From*>(lParam), static_cast<std::size_t>(length) * kBytesForUnit + 1));
     }
 
     // The first word of the buffer tells its size; the answer is not terminated.
@@ -202,14 +204,15 @@ public:
             return Call(message, wParam, lParam);
         WORD room = 0;
         std::memcpy(&room, reinterpret_cast<const void*>(lParam), sizeof room);
-        std::vector<To> line(std::max<std::size_t>(room, 4) + 1);
-        std::memcpy(line.data(), &room, sizeof room);
+        const auto roomThere = static_cast<WORD>(std::min<std::size_t>(room * (sizeof(To) == 1 ? kBytesForUnit : 1), 0xFFFF));
+        std::vector<To> line(std::max<std::size_t>(roomThere, 4) + 1);
+        std::memcpy(line.data(), &roomThere, sizeof roomThere);
         const LRESULT result = Call(message, wParam, reinterpret_cast<LPARAM>(line.data()));
         if (result <= 0 || room == 0)
             return result;
-        line[std::min<std::size_t>(static_cast<std::size_t>(result), room)] = 0;
+        line[std::min<std::size_t>(static_cast<std::size_t>(result), roomThere)] = 0;
         const auto text = Text<From>::Convert(line.data());
-        const std::size_t length = std::min<std::size_t>(text.size(), room);
+        const std::size_t length = LengthThatFits(text, room);
         std::copy_n(Pointer(text), length, reinterpret_cast<From*>(lParam));
         return static_cast<LRESULT>(length);
     }
@@ -293,6 +296,37 @@ private:
     HWND m_window;
 };
 
+// In UTF-8 a character has up to three bytes, the first one highest; the third lies in the high word, where some messages have
+// something else.
+WPARAM UnitOfUtf8(WPARAM character)
+{
+    const auto byte = [character](int shift) { return static_cast<CHAR>(character >> shift); };
+    const CHAR bytes[] = {byte(16), byte(8), byte(0)};
+    const auto decode = [&](int first, WCHAR& unit) {
+        return MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, bytes + first, 3 - first, &unit, 1) == 1;
+    };
+    WCHAR unit = 0;
+    if (bytes[0] != 0 && decode(0, unit))
+        return (character & ~WPARAM{0xFFFFFF}) | unit;
+    if (bytes[1] == 0 || !decode(1, unit))
+        MultiByteToWideChar(CP_ACP, 0, bytes + 2, 1, &unit, 1);
+    return (character & ~WPARAM{0xFFFF}) | unit;
+}
+
+WPARAM Utf8OfUnit(WPARAM character)
+{
+    const WPARAM rest = character & ~WPARAM{0xFFFF};
+    const auto unit = static_cast<WCHAR>(character);
+    CHAR bytes[4]{};
+    const int count = WideCharToMultiByte(CP_ACP, 0, &unit, 1, bytes, 4, nullptr, nullptr);
+    if (count == 3 && rest != 0)
+        return rest | BYTE{'?'};
+    WPARAM packed = 0;
+    for (int i = 0; i < count; ++i)
+        packed = packed << 8 | static_cast<BYTE>(bytes[i]);
+    return rest | packed;
+}
+
 }  // namespace
 
 bool CarriesText(UINT message)
@@ -309,6 +343,8 @@ LRESULT CallConverted(const Procedure& procedure, HWND window, UINT message, WPA
 
 WPARAM ConvertCharacter(WPARAM character, bool toWide)
 {
+    if (GetACP() == CP_UTF8)
+        return toWide ? UnitOfUtf8(character) : Utf8OfUnit(character);
     const WPARAM rest = character & ~WPARAM{0xFFFF};
     if (toWide) {
         // A double-byte character has its lead byte in the high half of the word.

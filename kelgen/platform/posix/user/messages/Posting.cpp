@@ -8,6 +8,7 @@
 #include <kelgen/platform/posix/threads/ThreadObjects.h>
 #include <kelgen/platform/posix/user/api/Controls.h>
 #include <kelgen/platform/posix/user/api/Messages.h>
+#include <kelgen/platform/posix/user/messages/MessageText.h>
 #include <kelgen/platform/posix/user/messages/ThreadQueue.h>
 #include <kelgen/platform/posix/user/objects/WindowObject.h>
 
@@ -97,6 +98,8 @@ WPARAM WidenCharacter(UINT message, WPARAM wParam)
     const bool character = message == WM_CHAR || message == WM_DEADCHAR || message == WM_SYSCHAR || message == WM_SYSDEADCHAR;
     if (!character || wParam < 0x80)
         return wParam;
+    if (GetACP() == CP_UTF8)
+        return ConvertCharacter(wParam, true);
     const char byte = static_cast<char>(wParam);
     WCHAR unit = 0;
     MultiByteToWideChar(CP_ACP, 0, &byte, 1, &unit, 1);

@@ -3,6 +3,7 @@
 
 #include <kelgen/platform/posix/nls/api/Nls.h>
 #include <kelgen/platform/posix/threads/api/Ticks.h>
+#include <kelgen/platform/posix/user/messages/MessageText.h>
 #include <kelgen/platform/posix/user/objects/WindowObject.h>
 
 #include <algorithm>
@@ -18,11 +19,15 @@ bool CarriesCharacter(UINT message)
     return message == WM_CHAR || message == WM_DEADCHAR || message == WM_SYSCHAR || message == WM_SYSDEADCHAR;
 }
 
-// Characters are queued wide; a narrow reader gets its own page's byte.
+// Characters are queued wide; a narrow reader gets the byte of its own page, in UTF-8 all bytes of the character.
 void NarrowCharacter(MSG& message)
 {
     if (!CarriesCharacter(message.message) || message.wParam < 0x80)
         return;
+    if (GetACP() == CP_UTF8) {
+        message.wParam = ConvertCharacter(message.wParam, false);
+        return;
+    }
     const WCHAR unit = static_cast<WCHAR>(message.wParam);
     char bytes[4]{};
     const int count = WideCharToMultiByte(CP_ACP, 0, &unit, 1, bytes, sizeof bytes, nullptr, nullptr);

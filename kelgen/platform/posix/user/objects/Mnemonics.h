@@ -4,6 +4,7 @@
 #include <kelgen/platform/posix/base/api/Types.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/nls/NameCase.h>
+#include <kelgen/platform/posix/nls/api/CodePages.h>
 
 #include <string_view>
 
@@ -22,11 +23,15 @@ inline char16_t MnemonicOf(std::u16string_view text)
     return 0;
 }
 
-/// The unit of a byte of the ANSI code page; 0 for half a character.
-inline char16_t WideUnitOf(BYTE character)
+/// The unit of a narrow character message's character: a byte of the ANSI code page, in UTF-8 up to three, the first one highest. 0 for
+/// half a character.
+inline char16_t WideUnitOf(WPARAM character)
 {
-    const char byte = static_cast<char>(character);
-    const std::u16string text = WideText(std::string_view(&byte, 1));
+    std::string bytes(1, static_cast<char>(character));
+    if (GetACP() == CP_UTF8)
+        for (int shift = 8; shift <= 16 && static_cast<BYTE>(character >> shift) != 0; shift += 8)
+            bytes.insert(bytes.begin(), static_cast<char>(character >> shift));
+    const std::u16string text = WideText(std::string_view(bytes));
     return text.empty() ? char16_t(0) : text[0];
 }
 

@@ -187,7 +187,7 @@ LRESULT CopyText(const Window& window, Char* buffer, std::size_t size)
     if (!buffer || size == 0)
         return 0;
     const auto text = TextOf<Char>(window.text);
-    const std::size_t length = std::min(text.size(), size - 1);
+    const std::size_t length = LengthThatFits(text, size - 1);
     std::copy_n(text.data(), length, buffer);
     buffer[length] = 0;
     return static_cast<LRESULT>(length);
