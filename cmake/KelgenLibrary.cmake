@@ -11,6 +11,14 @@ if(WIN32)
   set(KELGEN_INTERFACE_LINK "-Wl,--undefined=__imp_${KELGEN_INTERFACE_SYMBOL}")
 endif()
 
+# By contract the bytes of text are signed numbers, which hashes and comparisons show: where the processor's own char has no sign, it
+# gets one.
+include(CheckCXXSourceCompiles)
+check_cxx_source_compiles("static_assert(char(-1) < 0); int main() {}" KELGEN_CHAR_IS_SIGNED)
+if(NOT KELGEN_CHAR_IS_SIGNED)
+  set(KELGEN_SIGNED_CHAR -fsigned-char)
+endif()
+
 # Makes every program that links TARGET import a symbol that only libraries of this interface version export.
 function(_kelgen_export_interface target)
   set(source "${CMAKE_CURRENT_BINARY_DIR}/Interface.cpp")
@@ -56,8 +64,8 @@ function(kelgen_add_library name output symbol)
   if(NOT PROJECT_IS_TOP_LEVEL)
     target_compile_definitions(${target} INTERFACE "$<BUILD_INTERFACE:${checked}>")
   endif()
-  # Members callable through a null pointer, and 16-bit text over char16_t literals.
-  target_compile_options(${target} PUBLIC -fno-delete-null-pointer-checks -fno-strict-aliasing)
+  # Members callable through a null pointer, 16-bit text over char16_t literals, and bytes of text that have a sign as on x86.
+  target_compile_options(${target} PUBLIC -fno-delete-null-pointer-checks -fno-strict-aliasing ${KELGEN_SIGNED_CHAR})
   target_link_libraries(${target} PUBLIC ${ARG_DEPENDS} PRIVATE $<BUILD_INTERFACE:kelgen_options> ${ARG_PRIVATE_DEPENDS})
   target_link_options(${target} PRIVATE -Wl,--no-undefined)
   # Builds in two thirds of the time, on windows in a quarter. tools/check-headers sees that headers do not rely on it.

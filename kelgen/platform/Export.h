@@ -6,6 +6,9 @@
 #if __cplusplus < 202002L
 #error "kelgen is C++20: compile with -std=c++20 (CMake: target_link_libraries with kelgen::kelgen sets it)"
 #endif
+#ifdef __CHAR_UNSIGNED__
+#error "kelgen needs -fsigned-char: by contract the bytes of text are signed numbers"
+#endif
 
 #ifdef _WIN32
 #define KELGEN_EXPORT_SYMBOL __declspec(dllexport)

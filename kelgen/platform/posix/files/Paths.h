@@ -31,7 +31,8 @@ struct ResolvedPath
 };
 
 /// Looks @p name up part by part: the exact name, else one that differs only in case (the first in byte order), else a generated
-/// 8.3 name, else an entry that is not UTF-8 and reads like the name in the ANSI code page. Cost: one system call when every part is spelt exactly, else a walk and a listing for each folder with another spelling.
+/// 8.3 name, else an entry that is not UTF-8 and reads like the name in the ANSI code page. Cost: one system call when every part is
+/// spelt exactly, else a walk and a listing for each folder with another spelling.
 KELGEN_PLATFORM_TESTED_API ResolvedPath Resolve(std::string_view name);
 
 /// The existing path of the file system that @p name means, or nothing with the last error set; ERROR_PATH_NOT_FOUND for a
