@@ -1,12 +1,22 @@
-# What the debugger's printers show of a program's values. Sanitized libraries have line numbers only.
+# What the debuggers' printers show of a program's values. Sanitized libraries have line numbers only.
 if(NOT WIN32 AND NOT CMAKE_CROSSCOMPILING AND NOT KELGEN_SANITIZE AND CMAKE_BUILD_TYPE STREQUAL Debug)
   find_program(KELGEN_GDB gdb)
-  if(KELGEN_GDB)
+  find_program(KELGEN_LLDB NAMES lldb lldb-16)
+  if(KELGEN_GDB OR KELGEN_LLDB)
     add_executable(test_debug_program "${CMAKE_CURRENT_LIST_DIR}/Program.cpp")
     target_link_libraries(test_debug_program PRIVATE kelgen::kelgen kelgen_options)
     target_compile_options(test_debug_program PRIVATE -g -O0)
+    add_custom_target(test_debug DEPENDS test_debug_program)
+    add_custom_target(test_debug_lldb DEPENDS test_debug_program)
+  endif()
+  if(KELGEN_GDB)
     add_test(NAME debug COMMAND "${CMAKE_CURRENT_LIST_DIR}/check-printers" "${KELGEN_GDB}"
       "${PROJECT_SOURCE_DIR}/tools/debug/kelgen-gdb.py" $<TARGET_FILE:test_debug_program>)
     set_tests_properties(debug PROPERTIES TIMEOUT 120 LABELS plain)
+  endif()
+  if(KELGEN_LLDB)
+    add_test(NAME debug_lldb COMMAND "${CMAKE_CURRENT_LIST_DIR}/check-summaries" "${KELGEN_LLDB}"
+      "${PROJECT_SOURCE_DIR}/tools/debug/kelgen_lldb.py" $<TARGET_FILE:test_debug_program>)
+    set_tests_properties(debug_lldb PROPERTIES TIMEOUT 120 LABELS plain)
   endif()
 endif()

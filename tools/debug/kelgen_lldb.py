@@ -9,13 +9,27 @@ MAX_UNITS = 1000
 MAX_CHILDREN = 1000
 
 
+def whole(value):
+    """The value with its members: a program may know no more of a class than its name, and the library knows the rest."""
+    value = value.GetNonSyntheticValue()
+    kind = value.GetType().GetUnqualifiedType()
+    if value.GetNumChildren() or kind.GetTypeClass() not in (lldb.eTypeClassClass, lldb.eTypeClassStruct):
+        return value
+    found = value.GetTarget().FindTypes(kind.GetName())
+    for i in range(found.GetSize()):
+        candidate = found.GetTypeAtIndex(i)
+        if candidate.GetNumberOfFields() or candidate.GetNumberOfDirectBaseClasses():
+            return value.CreateValueFromAddress(value.GetName() or "whole", value.GetLoadAddress(), candidate)
+    return value
+
+
 def number(value, name):
-    return value.GetChildMemberWithName(name).GetValueAsSigned()
+    return member(value, name).GetValueAsSigned()
 
 
 def member(value, *names):
     for name in names:
-        value = value.GetChildMemberWithName(name)
+        value = whole(value).GetChildMemberWithName(name)
     return value
 
 
@@ -51,11 +65,11 @@ def narrow(value):
 
 
 def wide_summary(value, _):
-    return f'"{wide(value.GetNonSyntheticValue())}"'
+    return f'"{wide(whole(value))}"'
 
 
 def narrow_summary(value, _):
-    return f'"{narrow(value.GetNonSyntheticValue())}"'
+    return f'"{narrow(whole(value))}"'
 
 
 def property_value_text(value):
@@ -75,16 +89,16 @@ def property_value_text(value):
 
 
 def property_value_summary(value, _):
-    return property_value_text(value.GetNonSyntheticValue())
+    return property_value_text(whole(value))
 
 
 def property_summary(value, _):
-    value = value.GetNonSyntheticValue()
+    value = whole(value)
     return f"#{number(value, 'm_id')} {narrow(member(value, 'm_name'))} = {property_value_text(member(value, 'm_value'))}"
 
 
 def memory_summary(value, _):
-    value = value.GetNonSyntheticValue()
+    value = whole(value)
     size = number(value, "m_size")
     data = read(value, member(value, "m_block").GetValueAsUnsigned(), min(size, 16)).hex(" ")
     return f"{size} of {number(value, 'm_capacity')} bytes: {data}{' ...' if size > 16 else ''}"
@@ -95,20 +109,20 @@ def double(value, name):
 
 
 def date_summary(value, _):
-    value = value.GetNonSyntheticValue()
+    value = whole(value)
     if number(value, "m_status") != 0:
         return member(value, "m_status").GetValue()
     days = double(value, "m_dt")
-    whole = int(days)
+    full = int(days)
     try:
-        moment = datetime.datetime(1899, 12, 30) + datetime.timedelta(days=whole, seconds=round(abs(days - whole) * 86400))
+        moment = datetime.datetime(1899, 12, 30) + datetime.timedelta(days=full, seconds=round(abs(days - full) * 86400))
     except OverflowError:
         return f"{days} days"
     return moment.isoformat(" ")
 
 
 def span_summary(value, _):
-    value = value.GetNonSyntheticValue()
+    value = whole(value)
     if number(value, "m_status") != 0:
         return member(value, "m_status").GetValue()
     seconds = round(double(value, "m_span") * 86400)
@@ -117,7 +131,7 @@ def span_summary(value, _):
 
 
 def file_time_summary(value, _):
-    value = value.GetNonSyntheticValue()
+    value = whole(value)
     ticks = member(value, "dwHighDateTime").GetValueAsUnsigned() << 32 | member(value, "dwLowDateTime").GetValueAsUnsigned()
     try:
         return (datetime.datetime(1601, 1, 1) + datetime.timedelta(microseconds=ticks // 10)).isoformat(" ") + " UTC"
@@ -126,20 +140,20 @@ def file_time_summary(value, _):
 
 
 def system_time_summary(value, _):
-    value = value.GetNonSyntheticValue()
+    value = whole(value)
     parts = [member(value, "w" + part).GetValueAsUnsigned() for part in ("Year", "Month", "Day", "Hour", "Minute", "Second", "Milliseconds")]
     return "{:04}-{:02}-{:02} {:02}:{:02}:{:02}.{:03}".format(*parts)
 
 
 def section_summary(value, _):
-    return f"[{narrow(member(value.GetNonSyntheticValue(), 'm_name'))}]"
+    return f"[{narrow(member(whole(value), 'm_name'))}]"
 
 
 class Children:
     """The base of containers: elements are collected when the program stops."""
 
     def __init__(self, value, _):
-        self.value = value
+        self.value = whole(value)
         self.elements = []
 
     def num_children(self):
@@ -173,12 +187,10 @@ class Children:
 
 
 class Array(Children):
-    """CArray and what derives from it; of a CFastArray the used elements."""
+    """CArray and what derives from it."""
 
     def collect(self):
-        used = member(self.value, "m_nUsedCount")
-        count = used.GetValueAsSigned() if used.IsValid() else number(self.value, "m_nSize")
-        yield from self.pointed(member(self.value, "m_pData"), count)
+        yield from self.pointed(member(self.value, "m_pData"), array_count(self.value))
 
 
 class List(Children):
@@ -220,12 +232,22 @@ class IniFile(Children):
 
 def count_summary(label, *path):
     def summary(value, _):
-        return f"{label} of {member(value.GetNonSyntheticValue(), *path).GetValueAsSigned()}"
+        return f"{label} of {member(whole(value), *path).GetValueAsSigned()}"
 
     return summary
 
 
-array_summary = count_summary("array", "m_nSize")
+
+def array_count(value):
+    """Of a CFastArray the used elements."""
+    used = member(value, "m_nUsedCount")
+    return used.GetValueAsSigned() if used.IsValid() else number(value, "m_nSize")
+
+
+def array_summary(value, _):
+    return f"array of {array_count(whole(value))}"
+
+
 list_summary = count_summary("list", "m_nCount")
 map_summary = count_summary("map", "m_nCount")
 set_summary = count_summary("set", "m_properties", "m_pointers", "m_nSize")
