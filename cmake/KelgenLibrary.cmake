@@ -74,8 +74,27 @@ function(kelgen_add_library name output symbol)
     # A debugger finds the library's types described in the library alone.
     target_compile_options(${target} PRIVATE $<$<CONFIG:Debug>:-g>)
   endif()
+  if(CMAKE_BUILD_TYPE STREQUAL RelWithDebInfo)
+    _kelgen_split_debug(${target})
+  endif()
   if(KELGEN_UNITY GREATER 1)
     _kelgen_unite(${target} ${ARG_SOURCES})
+  endif()
+endfunction()
+
+# Moves what a debugger needs into a file of its own, which may be installed or not (component "debug"): the debugger looks for it in the
+# folder .debug beside the library.
+function(_kelgen_split_debug target)
+  set(library "$<TARGET_FILE:${target}>")
+  set(file "${CMAKE_BINARY_DIR}/debug/$<TARGET_FILE_NAME:${target}>.debug")
+  add_custom_command(TARGET ${target} POST_BUILD
+    COMMAND "${CMAKE_COMMAND}" -E make_directory "${CMAKE_BINARY_DIR}/debug"
+    COMMAND "${CMAKE_OBJCOPY}" --only-keep-debug "${library}" "${file}"
+    COMMAND "${CMAKE_OBJCOPY}" --strip-debug "--add-gnu-debuglink=${file}" "${library}" VERBATIM)
+  if(WIN32)
+    install(FILES "${file}" DESTINATION "${CMAKE_INSTALL_BINDIR}/.debug" COMPONENT debug)
+  else()
+    install(FILES "${file}" DESTINATION "${CMAKE_INSTALL_LIBDIR}/.debug" COMPONENT debug)
   endif()
 endfunction()
 
