@@ -136,7 +136,7 @@ KELGEN_FRAMEWORK_API const CObject* StaticDownCast(const CRuntimeClass* runtimeC
 #ifdef KELGEN_CHECKED
 #define KELGEN_THROW_BAD_INDEX(index, size) ::kelgen::detail::ThrowBadIndex(index, size)
 #else
-#define KELGEN_THROW_BAD_INDEX(index, size) AfxThrowInvalidArgException()
+#define KELGEN_THROW_BAD_INDEX(index, size) (static_cast<void>(index), static_cast<void>(size), AfxThrowInvalidArgException())
 #endif
 
 /// A name of its own for a local object of a macro: KELGEN_UNIQUE_NAME(caught, __LINE__).
