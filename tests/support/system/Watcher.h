@@ -19,7 +19,7 @@ inline void Touch(const std::string& path, ULONGLONG time = 0)
     const ULONGLONG value = time ? time : kFirst + ++seconds * kSecond;
     const FILETIME written = {static_cast<DWORD>(value), static_cast<DWORD>(value >> 32)};
     const OwnedHandle file(CreateFileA(path.c_str(), GENERIC_WRITE, 7, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-    SetFileTime(file.get(), nullptr, nullptr, &written);
+    EXPECT_TRUE(SetFileTime(file.get(), nullptr, nullptr, &written)) << path << ", error " << GetLastError();
 }
 
 /// Records alarms as "kind name", the name without its folder.
