@@ -20,6 +20,10 @@ endif()
 set(KELGEN_DEBUG_INFO "-g1" CACHE STRING "The compiler's flag for debug information in debug builds")
 set(KELGEN_OPTIMIZE "-O1" CACHE STRING "The compiler's flag for optimisation in debug builds")
 set(CMAKE_CXX_FLAGS_DEBUG "${KELGEN_OPTIMIZE} ${KELGEN_DEBUG_INFO} -DKELGEN_CHECKED")
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+  # No unit comes to a gigabyte: looking for what it could give back is in vain.
+  string(APPEND CMAKE_CXX_FLAGS_DEBUG " --param=ggc-min-expand=1000 --param=ggc-min-heapsize=1000000")
+endif()
 set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
 if(NOT WIN32)
   # Calls inside a library stay in it, and calls between them go straight through the address table.
