@@ -139,7 +139,7 @@ bool CStrArray::SortByBytes()
 
 void CStrArray::Sort(int (*compare)(const char*, const char*))
 {
-    if (compare == Compare && SortByBytes())
+    if (m_nSize > 1 && compare == Compare && SortByBytes())
         return;
 
     // Every access is checked: the comparison is a host's and may reach this array.
