@@ -95,9 +95,13 @@ int FindUnit(const unsigned short* text, int length, unsigned short unit)
     }
 
     const UnitVector pattern = FillUnits(unit);
-    int i = length >= kWideStep && HasWideVectors() ? SkipBlocksOf64(text, 0, length, unit) : 0;
-    while (length - i >= kStep && !AnyOf32(text + i, pattern))
+    int i = 0;
+    while (length - i >= kStep && !AnyOf32(text + i, pattern)) {
         i += kStep;
+        // What is near is found before.
+        if (length - i >= kWideStep && HasWideVectors())
+            i = SkipBlocksOf64(text, i, length, unit);
+    }
     for (; length - i >= kLane; i += kLane)
         if (const unsigned matches = Matches(text + i, pattern))
             return i + FirstOf(matches);
