@@ -6,11 +6,13 @@
 #include <atomic>
 
 #include <sched.h>
+#include <time.h>
 
 namespace kelgen::posix {
 
 /// For what is held briefly and seldom by two threads at once: giving it back is a plain store, where a mutex has to look whether somebody
-/// sleeps. A thread that finds it held waits actively and then lets others run; it is not told when it is free.
+/// sleeps. A thread that finds it held waits actively, lets others run, and then sleeps a little at a time, so that one whose priority
+/// keeps the holder from running cannot wait for ever; it is not told when it is free.
 class BriefLock
 {
 public:
@@ -29,11 +31,15 @@ private:
     void AwaitFree() const noexcept
     {
         constexpr int kLooks = 100;
+        constexpr int kYields = 20;
+        constexpr timespec kSleep = {0, 50'000};
         for (int look = 0; m_held.load(std::memory_order_relaxed); ++look) {
             if (look < kLooks)
                 processor::Pause();
-            else
+            else if (look < kLooks + kYields)
                 sched_yield();
+            else
+                nanosleep(&kSleep, nullptr);
         }
     }
 
