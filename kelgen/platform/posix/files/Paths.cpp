@@ -153,11 +153,10 @@ std::string SpellingIn(DIR* folder, const std::string& native, const std::string
     if (!found.empty())
         return found;
     if (part.find('~') != std::string::npos && IsShortName(part)) {
-        const std::vector<std::string> entries = FolderEntries(native);
-        const ShortNames names(entries);
-        for (const std::string& entry : entries)
-            if (EqualNames(names.Of(entry), part))
-                return entry;
+        const ShortNames names(FolderEntries(native));
+        for (std::size_t i = 0; i < names.Entries().size(); ++i)
+            if (EqualNames(names.At(i), part))
+                return names.Entries()[i];
     }
     return ForeignSpellingIn(folder, part);
 }

@@ -48,10 +48,12 @@ struct Window
     Window* parent = nullptr;
     Window* firstChild = nullptr;
     Window* lastChild = nullptr;
+    std::atomic<unsigned> children{0};  // how many; read by the window's thread without the lock
     Window* above = nullptr;
     Window* below = nullptr;
     HWND owner = nullptr;
-    unsigned walk = 0;  // the last walk that came by, under the desktop lock
+    unsigned owned = 0;  // how many windows it owns
+    unsigned walk = 0;   // the last walk that came by, under the desktop lock
 
     LONG style = 0;
     LONG exStyle = 0;
