@@ -11,6 +11,7 @@
 #include <kelgen/platform/posix/nls/NameCase.h>
 
 #include <algorithm>
+#include <cerrno>
 
 using namespace kelgen::posix;
 
@@ -33,18 +34,21 @@ public:
 
     bool ClosesByCloseHandle() const override { return false; }
 
-    // The next entry that still exists.
+    // The next entry that still exists; nothing with the last error.
     std::optional<Found> Next()
     {
         while (m_next < m_names.size()) {
-            const std::string& name = m_names[m_next++];
+            const std::string& name = m_names[m_next];
             const auto entry = EntryAt(m_folder + '/' + name);
+            if (!entry && errno != ENOENT)
+                return Fail(ErrorFromErrno(errno), std::nullopt);
+            ++m_next;
             if (!entry)
                 continue;
             std::string shortName = m_shortNames.Of(name);
             return Found{*entry, name, shortName == name ? std::string() : std::move(shortName)};
         }
-        return std::nullopt;
+        return Fail(ERROR_NO_MORE_FILES, std::nullopt);
     }
 
 private:
@@ -143,15 +147,22 @@ std::shared_ptr<FindObject> StartFind(std::string_view pattern)
             return nullptr;
         const std::size_t end = native->rfind('/');
         const std::string folder = native->substr(0, end);
-        return std::make_shared<FindObject>(folder, std::vector{native->substr(end + 1)}, ShortNames(FolderEntries(folder + '/')));
+        const auto entries = ListFolder(folder + '/');
+        // The entry is there, even where the user may not list the others.
+        if (!entries && errno != EACCES)
+            return Fail(ErrorFromErrno(errno), nullptr);
+        return std::make_shared<FindObject>(folder, std::vector{native->substr(end + 1)},
+                                            ShortNames(entries.value_or(std::vector<std::string>())));
     }
 
     const ResolvedPath folder = Resolve(full.substr(0, slash + 1));
     if (const DWORD error = FolderError(folder))
         return Fail(error, nullptr);
-    const std::vector<std::string> entries = FolderEntries(folder.native);
-    ShortNames shortNames(entries);
-    std::vector<std::string> names = MatchingNames(folder.native, entries, shortNames, last);
+    const auto entries = ListFolder(folder.native);
+    if (!entries)
+        return Fail(ErrorFromErrno(errno), nullptr);
+    ShortNames shortNames(*entries);
+    std::vector<std::string> names = MatchingNames(folder.native, *entries, shortNames, last);
     return std::make_shared<FindObject>(folder.native, std::move(names), std::move(shortNames));
 }
 
@@ -186,7 +197,7 @@ HANDLE FindFirst(std::string_view pattern, Data* data)
     if (!find)
         return INVALID_HANDLE_VALUE;
     if (!FillNext(*find, data))
-        return Fail(ERROR_FILE_NOT_FOUND, INVALID_HANDLE_VALUE);
+        return Fail(GetLastError() == ERROR_NO_MORE_FILES ? DWORD{ERROR_FILE_NOT_FOUND} : GetLastError(), INVALID_HANDLE_VALUE);
     return Handles().Insert(std::move(find), INVALID_HANDLE_VALUE);
 }
 
@@ -196,7 +207,7 @@ BOOL FindNext(HANDLE handle, Data* data)
     const auto find = Handles().Find<FindObject>(handle);
     if (!find)
         return Fail(ERROR_INVALID_HANDLE, FALSE);
-    return FillNext(*find, data) ? TRUE : Fail(ERROR_NO_MORE_FILES, FALSE);
+    return FillNext(*find, data);
 }
 
 }  // namespace
