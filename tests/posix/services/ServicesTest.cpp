@@ -158,7 +158,8 @@ TEST(RaisedRights, TakeNothingFromTheEnvironment)
         });
         return child.ExitCode();
     };
-    EXPECT_EQ(1, findsMark());
+    constexpr int kFound = 42;
+    EXPECT_EQ(kFound, findsMark());
 
     struct statvfs disk
     {};
@@ -170,8 +171,8 @@ TEST(RaisedRights, TakeNothingFromTheEnvironment)
         ASSERT_EQ(0, chown(path.c_str(), 65534, 65534));
     ASSERT_EQ(0, chmod(program.c_str(), 04755));
     const int found = findsMark();
-    if (found == 127)
-        GTEST_SKIP() << "the libraries lie where another user may not read";
+    if (found != 0 && found != kFound)
+        GTEST_SKIP() << "it ends with " << found << ": its libraries are not for others, or a sanitizer wants more rights";
     EXPECT_EQ(0, found);
 }
 
