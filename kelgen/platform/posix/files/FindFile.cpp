@@ -11,6 +11,7 @@
 #include <kelgen/platform/posix/nls/NameCase.h>
 
 #include <algorithm>
+#include <cerrno>
 
 using namespace kelgen::posix;
 
@@ -51,16 +52,20 @@ public:
         m_listed = {{m_only, m_onlyShort}};
     }
 
-    // The next entry that still exists.
+    // The next entry that still exists; nothing with the last error.
     std::optional<Found> Next()
     {
         while (m_next < m_listed.size()) {
-            const Listed& names = m_listed[m_next++];
+            const Listed& names = m_listed[m_next];
             m_path.replace(m_folderLength, std::string::npos, names.name);
-            if (const auto entry = EntryAt(m_path))
+            const auto entry = EntryAt(m_path);
+            if (!entry && errno != ENOENT)
+                return Fail(ErrorFromErrno(errno), std::nullopt);
+            ++m_next;
+            if (entry)
                 return Found{*entry, names};
         }
-        return std::nullopt;
+        return Fail(ERROR_NO_MORE_FILES, std::nullopt);
     }
 
 private:
@@ -193,7 +198,11 @@ std::shared_ptr<FindObject> StartFind(std::string_view pattern)
             return nullptr;
         const std::size_t end = native->rfind('/');
         const std::string folder = native->substr(0, end);
-        auto find = std::make_shared<FindObject>(folder, ShortNames(FolderEntries(folder + '/')));
+        auto entries = ListFolder(folder + '/');
+        // The entry is there, even where the user may not list the others.
+        if (!entries && errno != EACCES)
+            return Fail(ErrorFromErrno(errno), nullptr);
+        auto find = std::make_shared<FindObject>(folder, ShortNames(std::move(entries).value_or(std::vector<std::string>())));
         find->ListOnly(native->substr(end + 1));
         return find;
     }
@@ -201,7 +210,10 @@ std::shared_ptr<FindObject> StartFind(std::string_view pattern)
     const ResolvedPath folder = Resolve(full.substr(0, slash + 1));
     if (const DWORD error = FolderError(folder))
         return Fail(error, nullptr);
-    auto find = std::make_shared<FindObject>(folder.native, ShortNames(FolderEntries(folder.native)));
+    auto entries = ListFolder(folder.native);
+    if (!entries)
+        return Fail(ErrorFromErrno(errno), nullptr);
+    auto find = std::make_shared<FindObject>(folder.native, ShortNames(std::move(*entries)));
     find->List(MatchingNames(folder.native, find->Names(), last));
     return find;
 }
@@ -233,7 +245,7 @@ HANDLE FindFirst(std::string_view pattern, Data* data)
     if (!find)
         return INVALID_HANDLE_VALUE;
     if (!FillNext(*find, data))
-        return Fail(ERROR_FILE_NOT_FOUND, INVALID_HANDLE_VALUE);
+        return Fail(GetLastError() == ERROR_NO_MORE_FILES ? DWORD{ERROR_FILE_NOT_FOUND} : GetLastError(), INVALID_HANDLE_VALUE);
     return Handles().Insert(std::move(find), INVALID_HANDLE_VALUE);
 }
 
@@ -243,7 +255,7 @@ BOOL FindNext(HANDLE handle, Data* data)
     const auto find = Handles().Find<FindObject>(handle);
     if (!find)
         return Fail(ERROR_INVALID_HANDLE, FALSE);
-    return FillNext(*find, data) ? TRUE : Fail(ERROR_NO_MORE_FILES, FALSE);
+    return FillNext(*find, data);
 }
 
 }  // namespace

@@ -45,7 +45,10 @@ std::optional<std::string> ToNativeFolder(std::string_view name);
 /// The parts of @p text between backslashes, empty ones left out.
 std::vector<std::string> SplitAtBackslashes(std::string_view text);
 
-/// The names in the folder @p native in byte order, without "." and ".."; empty when it cannot be read.
+/// The names in the folder @p native in byte order, without "." and ".."; nothing, with errno, when it cannot be read.
+std::optional<std::vector<std::string>> ListFolder(const std::string& native);
+
+/// The same; empty when it cannot be read.
 KELGEN_PLATFORM_TESTED_API std::vector<std::string> FolderEntries(const std::string& native);
 
 /// True when the file names differ at most in case (NameCase.h has the rule); bytes that are not UTF-8 must be equal.

@@ -63,10 +63,9 @@ public:
             return ERROR_INVALID_DATA;
         const std::lock_guard lock(m_mutex);
         ServiceRecord record{status, m_process, m_processStart};
-        const bool isOurs =
-            m_folder.Write(record, [this](const ServiceRecord& now) { return now.IsOf(m_process, m_processStart) && !now.IsStopped(); });
-        if (!isOurs)
-            return ERROR_INVALID_HANDLE;
+        const auto isOurs = [this](const ServiceRecord& now) { return now.IsOf(m_process, m_processStart) && !now.IsStopped(); };
+        if (const DWORD error = m_folder.Write(record, isOurs))
+            return error;
         if (m_channel) {
             SendBytes(m_channel.Get(), "r");
             m_channel = Descriptor();
