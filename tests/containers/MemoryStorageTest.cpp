@@ -187,6 +187,7 @@ TEST(MemoryStorageContainer, OwnsWhatItIsGivenToOwnAndMayHaveNone)
         char bytes[] = "abc";
         CMemoryStorageContainer container(bytes, 3);
         EXPECT_FALSE(container.IsValid() || container.GetAllocation() || container.Lock() || container.Unlock());
+        EXPECT_EQ(0u, container.GetStorageSize_()) << "what may be added to";
         container.Allocate(2);
         EXPECT_TRUE(container.Lock() && container.Unlock());
         Counted borrowed;

@@ -6,6 +6,8 @@
 
 #include "Elements.h"
 
+#include <climits>
+
 using namespace kelgen::test;
 
 namespace {
@@ -101,6 +103,16 @@ TEST(SafeArray, WhatIsNoVectorGivesNothing)
     variant.parray = SafeArrayCreate(VT_UI4, 2, bounds);
     array.Add(4);
     EXPECT_FALSE(array.Copy(&variant));
+    EXPECT_EQ(0, array.GetSize());
+
+    // Bounds alone: nothing lies behind them.
+    array.Add(4);
+    SAFEARRAY huge = {1, 0, 4, 0, nullptr, {{0x80000000u, INT_MIN}}};
+    SAFEARRAY* place = &huge;
+    COleVariant reference;
+    reference.vt = VT_ARRAY | VT_BYREF | VT_UI4;
+    reference.pparray = &place;
+    EXPECT_FALSE(array.Copy(&reference)) << "more than an array can hold";
     EXPECT_EQ(0, array.GetSize());
 
     array.Add(4);
