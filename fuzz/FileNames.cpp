@@ -96,9 +96,9 @@ std::set<std::string> Found(const std::string& pattern)
 void WildCards(const std::string& pattern)
 {
     static const std::set<std::string> all = Found("*");
-    // Dots and blanks at the end are no part of a pattern.
+    // Dots and blanks at the end are no part of a pattern, and a device is none.
     if (pattern.find_first_of(std::string("\\/:\0", 4)) != std::string::npos || pattern.find_first_of("*?") == std::string::npos ||
-        pattern.back() == '.' || pattern.back() == ' ')
+        pattern.back() == '.' || pattern.back() == ' ' || FullName(Folder() + pattern).starts_with("\\\\.\\"))
         return;
     const std::set<std::string> names = Found(pattern);
     Require(std::includes(all.begin(), all.end(), names.begin(), names.end()));
