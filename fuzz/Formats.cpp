@@ -17,11 +17,18 @@ class Argument
 public:
     Argument()
     {
-        constexpr std::uintptr_t kPlace = std::uintptr_t{0x2000} << 32;
-        void* const place =
-            mmap(reinterpret_cast<void*>(kPlace), 4096, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED_NOREPLACE, -1, 0);
-        Require(place == reinterpret_cast<void*>(kPlace));
-        m_text = static_cast<char*>(place) + 8;
+        // Each sanitizer keeps other places for itself.
+        for (const std::uintptr_t high : {0x5678, 0x2000, 0x10}) {
+            void* const wanted = reinterpret_cast<void*>(high << 32);
+            void* const place = mmap(wanted, 4096, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED_NOREPLACE, -1, 0);
+            if (place == wanted) {
+                m_text = static_cast<char*>(place) + 8;
+                break;
+            }
+            if (place != MAP_FAILED)
+                munmap(place, 4096);
+        }
+        Require(m_text != nullptr);
         Restore();
     }
 
@@ -30,7 +37,7 @@ public:
     char* Get() const { return m_text; }
 
 private:
-    char* m_text;
+    char* m_text = nullptr;
 };
 
 const Argument& Value()
