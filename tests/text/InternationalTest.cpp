@@ -254,6 +254,8 @@ TEST(International, ScratchKeepsItsUnitsUntilOneMoreIsNeeded)
     EXPECT_EQ(room - 2, text.GetLength());
     EXPECT_TRUE(CInternational::ShiftJisToUnicode(text, pairs.data(), room));
     EXPECT_EQ(room / 2, text.GetLength()) << "grown, and empty for that";
+    EXPECT_TRUE(CInternational::ShiftJisToUnicode(text, pairs.data(), 0));
+    EXPECT_EQ(0, text.GetLength());
 }
 
 TEST(WStrCodePage, ResourceTextsFollowTheCodePage)
