@@ -231,6 +231,10 @@ TEST_F(WndInterface, CreationIsToldOnceItIsOver)
 {
     EXPECT_TRUE(m_window->_000IsWindowCreated());
     EXPECT_EQ("", m_account.Take()) << "not before the creating call has returned";
+    MSG posted{};
+    EXPECT_TRUE(::PeekMessageA(&posted, m_window->m_hWnd, C000WndInterface::MESSAGE_WNDPOSCREATE, C000WndInterface::MESSAGE_WNDPOSCREATE,
+                               PM_NOREMOVE));
+    EXPECT_TRUE(posted.wParam == 0 && posted.lParam == 0);
     m_a.m_message = C000WndInterface::MESSAGE_WNDPOSCREATE;
     m_window->_000HookWndProc(m_a.Body());
     PumpWaiting();
