@@ -154,6 +154,9 @@ TEST(PropertyValue, EveryTypeReportsSettersOnceAndAssignmentsTwice)
         EXPECT_EQ((std::vector{2, 2, 2, 2, 2, 2}),
                   (std::vector{assigned(5), assigned(low), assigned(true), assigned(5u), assigned(unsignedLow), assigned("5")}));
         EXPECT_EQ(type, value.GetType());
+        value = 5;
+        value = false;
+        EXPECT_EQ(0, value.GetValueInteger());
         EXPECT_EQ(1, reports([&] { value = CPropertyValue("text"); }));
         EXPECT_EQ(eptString, value.GetType()) << "assignment from a value takes its type";
     }
