@@ -181,6 +181,24 @@ TEST(PropertyValue, SetTypeAndCopiesReportNothing)
     EXPECT_EQ(0, property.reports);
 }
 
+TEST(PropertyValue, NarrowTypesKeepTheRestOfTheNumber)
+{
+    struct Row
+    {
+        EPropertyType type;
+        int stored;
+        int whole;
+    };
+    for (const Row& row :
+         {Row{eptBool, 0, 0x12300}, Row{eptBool, 9, 0x12301}, Row{eptShort, 7, 0x10007}, Row{eptUnsignedShort, -1, 0x1FFFF}}) {
+        CPropertyValue value(0x12345);
+        value.SetType(row.type);
+        value.SetValueInteger(row.stored);
+        value.SetType(eptInteger);
+        EXPECT_EQ(row.whole, value.GetValueInteger()) << row.type << ' ' << row.stored;
+    }
+}
+
 TEST(PropertyValue, TextsOfATableAndOfAnArray)
 {
     CIntegerText table;
