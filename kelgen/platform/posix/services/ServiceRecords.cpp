@@ -61,7 +61,7 @@ ServiceRecord ReadRecord(int file)
 {
     ServiceRecord record;
     const bool isWhole = ReadFullyAt(file, {reinterpret_cast<unsigned char*>(&record), sizeof record}, 0) == sizeof record;
-    return isWhole ? record : ServiceRecord();
+    return isWhole && record.status.dwCurrentState <= SERVICE_PAUSED ? record : ServiceRecord();
 }
 
 // Polls one descriptor for reading until the deadline.
