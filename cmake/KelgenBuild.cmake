@@ -65,13 +65,13 @@ if(KELGEN_SANITIZE)
     # By contract some members are called through a null pointer.
     target_compile_options(kelgen_options INTERFACE -fno-sanitize-recover=undefined -fno-sanitize=null)
   endif()
-  if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
-    # Its sanitizers' calls are part of the program only: libraries take them from there.
-    target_link_options(kelgen_options INTERFACE LINKER:-z,undefs)
-  endif()
 endif()
 if(KELGEN_FUZZ)
   target_compile_options(kelgen_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+if(KELGEN_FUZZ OR (KELGEN_SANITIZE AND CMAKE_CXX_COMPILER_ID MATCHES Clang))
+  # The sanitizers' and the fuzzer's calls are part of the program only: libraries take them from there.
+  target_link_options(kelgen_options INTERFACE LINKER:-z,undefs)
 endif()
 
 set(KELGEN_VECTOR "auto" CACHE STRING "Vector code: auto for the processor's, plain for none")

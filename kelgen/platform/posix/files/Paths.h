@@ -52,10 +52,10 @@ std::optional<std::vector<std::string>> ListFolder(const std::string& native);
 KELGEN_PLATFORM_TESTED_API std::vector<std::string> FolderEntries(const std::string& native);
 
 /// True when the file names differ at most in case (NameCase.h has the rule); bytes that are not UTF-8 must be equal.
-bool EqualNames(std::string_view left, std::string_view right);
+KELGEN_PLATFORM_TESTED_API bool EqualNames(std::string_view left, std::string_view right);
 
 /// Less than, equal to or greater than 0: the order of file names by code unit in upper case, equal ones by byte.
-int OrderOfNames(std::string_view left, std::string_view right);
+KELGEN_PLATFORM_TESTED_API int OrderOfNames(std::string_view left, std::string_view right);
 
 /// The current folder's drive form, without a final backslash unless it is a root.
 std::string CurrentFolder();

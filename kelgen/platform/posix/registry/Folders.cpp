@@ -149,10 +149,11 @@ std::u16string ReadKeyName(int parent, const std::string& fileName)
         std::array<unsigned char, 1024> bytes;
         std::u16string name(ReadFully(file.Get(), bytes).value_or(0) / sizeof(char16_t), u'\0');
         std::memcpy(name.data(), bytes.data(), name.size() * sizeof(char16_t));
-        if (!name.empty() && KeyFileName(name) == fileName)
+        if (IsKeyName(name) && KeyFileName(name) == fileName)
             return name;
     }
-    return KeyNameOfFile(fileName).value_or(std::u16string());
+    const auto plain = KeyNameOfFile(fileName);
+    return plain && IsKeyName(*plain) ? *plain : std::u16string();
 }
 
 }  // namespace kelgen::posix

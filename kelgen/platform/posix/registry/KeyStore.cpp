@@ -18,8 +18,6 @@ namespace kelgen::posix {
 
 namespace {
 
-constexpr std::size_t kLongestKeyName = 255;
-
 constexpr const char16_t* kClasses = u"Software\\Classes";
 
 struct Root

@@ -246,7 +246,7 @@ int ReadValueFile(int folder, const std::string& fileName, StoredValue& value)
         if (!bytes)
             return errno == EISDIR || errno == ESPIPE ? ENOENT : errno;
         auto found = ParseValueFile(*bytes);
-        if (found && ValueFileName(found->name) == fileName) {
+        if (found && IsValueName(found->name) && ValueFileName(found->name) == fileName) {
             value = std::move(*found);
             return 0;
         }

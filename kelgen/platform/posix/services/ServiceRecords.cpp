@@ -67,7 +67,8 @@ std::optional<ServiceRecord> ReadRecord(int file)
     const auto size = ReadFullyAt(file, {reinterpret_cast<unsigned char*>(&record), sizeof record}, 0);
     if (!size)
         return std::nullopt;
-    return *size == sizeof record ? record : ServiceRecord();
+    const bool isWhole = *size == sizeof record && record.status.dwCurrentState <= SERVICE_PAUSED;
+    return isWhole ? record : ServiceRecord();
 }
 
 // Whether the record's service has ended; one of which the system cannot tell now has not.

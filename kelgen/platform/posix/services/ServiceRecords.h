@@ -22,7 +22,7 @@ struct ServiceRecord
 };
 
 /// The folder of one service in the home folder's services/, made when it is missing.
-class ServiceFolder
+class KELGEN_PLATFORM_TESTED_API ServiceFolder
 {
 public:
     explicit ServiceFolder(std::u16string_view name);
@@ -66,7 +66,7 @@ private:
 ServiceLock LockServices();
 
 /// Sends and receives whole messages; false on a broken connection or when @p deadline (of the ticks) is over.
-bool SendBytes(int socket, std::string_view bytes);
+KELGEN_PLATFORM_TESTED_API bool SendBytes(int socket, std::string_view bytes);
 bool ReceiveBytes(int socket, void* bytes, std::size_t size, ULONGLONG deadline);
 
 }  // namespace kelgen::posix
