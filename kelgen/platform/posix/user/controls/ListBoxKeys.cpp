@@ -51,6 +51,7 @@ int AskParent(HWND list, const ListBoxState& state, UINT message, UINT key)
 
 void MoveTo(HWND list, ListBoxState& state, int index)
 {
+    ShowItem(list, state, index);
     const DWORD style = StyleOf(list);
     if (style & LBS_MULTIPLESEL) {
         // The selection stays, only the focus moves.
