@@ -185,6 +185,29 @@ TEST(ControlMouse, EditsSelectAndListsChooseUnderTheMouse)
     EXPECT_GT(TakeDesktopPicture(list, 0).windows[0].control.firstRow, 10);
 }
 
+TEST(ControlMouse, AnOpenListOfAComboBoxIsChosenFrom)
+{
+    const Frame frame(u"Combo");
+    const HWND combo = AddChild(frame, u"ComboBox", u"", CBS_DROPDOWNLIST, 1, {10, 10, 150, 150});
+    for (const char* text : {"first", "second", "third"})
+        SendMessageA(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
+    Serve();
+    RECT place{};
+    GetWindowRect(combo, &place);
+    Click(MiddleOf(place));
+    Serve();
+    ASSERT_TRUE(SendMessageA(combo, CB_GETDROPPEDSTATE, 0, 0));
+    const DesktopPicture picture = TakeDesktopPicture(nullptr, 0);
+    ASSERT_EQ(u"ComboLBox", picture.windows[0].className) << "above all others";
+    const RECT row = picture.windows[0].control.rows.at(1).place;
+    Click({picture.windows[0].client.left + 5, picture.windows[0].client.top + MiddleOf(row).y});
+    Serve();
+    EXPECT_FALSE(SendMessageA(combo, CB_GETDROPPEDSTATE, 0, 0));
+    EXPECT_EQ(1, SendMessageA(combo, CB_GETCURSEL, 0, 0));
+    EXPECT_EQ(combo, GetFocus());
+    EXPECT_EQ(u"second", TakeDesktopPicture(combo, 0).windows[0].control.text);
+}
+
 TEST(MessageBoxes, WaitWhileSomebodyAttends)
 {
     SetDesktopAttended(true);

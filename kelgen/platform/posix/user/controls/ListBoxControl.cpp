@@ -423,6 +423,11 @@ LRESULT HandleMessage(HWND list, ListBoxState& state, UINT message, WPARAM wPara
     case WM_CHAR:
         OnListCharacter(list, state, static_cast<WCHAR>(wParam));
         return 0;
+    case WM_MOUSEACTIVATE:
+        // An open list leaves the focus to its combo box: without it that would close the list.
+        if (state.combo && (StyleOf(list) & WS_POPUP))
+            return MA_NOACTIVATE;
+        return DefWindowProcW(list, message, wParam, lParam);
     case WM_MOUSEWHEEL:
         ScrollRows(list, state, -3 * GET_WHEEL_DELTA_WPARAM(wParam) / WHEEL_DELTA);
         return 0;

@@ -108,7 +108,8 @@ void OnListMouse(HWND list, ListBoxState& state, UINT message, LPARAM point)
         return NotifyOfList(list, state, LBN_SELCHANGE);
     }
     const LRESULT hit = SendMessageW(list, LB_ITEMFROMPOINT, 0, point);
-    SetFocus(list);
+    if (!state.combo)
+        SetFocus(list);
     const int index = LOWORD(hit);
     if (HIWORD(hit) || !state.items.Has(index))
         return;
