@@ -5,6 +5,7 @@ import signal
 import subprocess
 import sys
 import tempfile
+import xml.etree.ElementTree
 from pathlib import Path
 
 from devtools import Browser, DEADLINE
@@ -14,7 +15,7 @@ class Monitor:
     """The program, with its page's address."""
 
     def __init__(self, program, folder, home):
-        environment = {**os.environ, "KELGEN_HOME": str(home), "KELGEN_VIEW": "0"}
+        environment = {**os.environ, "KELGEN_HOME": str(home), "KELGEN_VIEW": "0", "KELGEN_SNAPSHOT": str(home / "picture.svg")}
         self.process = subprocess.Popen([program, "Z:" + str(folder)], cwd=home, env=environment, stdout=subprocess.PIPE, text=True)
         self.url = self.line("view: ").removeprefix("view: ")
 
@@ -46,6 +47,7 @@ def run(program, scratch):
     try:
         with Browser() as browser:
             walk(browser, monitor, folder)
+        check_picture(home / "picture.svg")
         check(monitor.end() == 0, f"the monitor ends with {monitor.process.returncode}")
     finally:
         monitor.process.kill()
@@ -80,6 +82,8 @@ def walk(browser, monitor, folder):
     browser.wait("German headings", "[...document.querySelectorAll('[role=columnheader]')].some(e => e.textContent === 'Gr\u00f6\u00dfe')")
     check(not browser.evaluate("!!document.querySelector('[role=dialog]')"), "the dialog stays open")
 
+    monitor.process.send_signal(signal.SIGUSR1)
+
     # The Alt key opens menus, a letter chooses.
     browser.key("Alt", "AltLeft", 18)
     browser.key("d", "KeyD", 68, "d")
@@ -95,6 +99,13 @@ def walk(browser, monitor, folder):
 
     browser.click("button", "Close")
     browser.wait("the end's note", "document.getElementById('note').textContent !== ''")
+
+
+def check_picture(path):
+    """What the signal has written: a whole document of the monitor's window."""
+    root = xml.etree.ElementTree.parse(path).getroot()
+    names = [element.get("aria-label") for element in root.iter()]
+    check(root.tag == "{http://www.w3.org/2000/svg}svg" and "Datei" in names, f"the picture lacks the menu: {names}")
 
 
 def main():

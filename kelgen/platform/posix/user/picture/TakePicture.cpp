@@ -7,6 +7,7 @@
 #include <kelgen/platform/posix/user/objects/WindowTable.h>
 
 #include <map>
+#include <utility>
 
 namespace kelgen {
 
@@ -71,9 +72,15 @@ private:
 
     void ReadChildren(const Window& parent, int place)
     {
-        for (const Window* child = parent.firstChild; child; child = child->below)
-            if ((child->style & WS_VISIBLE) && m_picture.windows.size() < kMostWindows)
-                Read(*child, place);
+        // The active document frame is the one in front.
+        bool isActive = parent.windowClass && parent.windowClass->name == u"MDIClient";
+        for (const Window* child = parent.firstChild; child; child = child->below) {
+            if (!(child->style & WS_VISIBLE) || m_picture.windows.size() >= kMostWindows)
+                continue;
+            const std::size_t at = m_picture.windows.size();
+            Read(*child, place);
+            m_picture.windows[at].isActive = std::exchange(isActive, false);
+        }
     }
 
     void Read(const Window& window, int parent)
@@ -136,7 +143,7 @@ private:
             Told& told = *m_told[thread];
             if (const auto control = told.controls.find(picture.handle); control != told.controls.end())
                 picture.control = std::move(control->second);
-            picture.isActive = told.active == picture.handle;
+            picture.isActive = picture.isActive || told.active == picture.handle;
             picture.hasFocus = told.focus == picture.handle;
             return;
         }
