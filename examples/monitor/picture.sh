@@ -9,7 +9,9 @@ need_view curl=curl
 cd "$here"
 build run monitor kelgen_view
 
-work="$(mktemp -d /tmp/kelgen.XXXX)"
+# The path is in the picture, which is to be the same each time.
+work=/tmp/kelgen-picture
+mkdir -m 700 "$work"
 monitor=""
 finish()
 {
@@ -32,7 +34,7 @@ await()
 mkdir "$work/project" "$work/home"
 cp examples/monitor/Monitor*.* examples/monitor/Folder*.* examples/monitor/monitor.ini "$work/project"
 touch -d '2026-11-22 12:00:00' "$work/project"/*
-printf '[Monitor]\nFolder=%s\nLanguage=English\nLeft=0\nTop=0\nWidth=1280\nHeight=800\n' "$work/project" >"$work/picture.ini"
+printf '[Monitor]\nFolder=%s\nLanguage=English\nLeft=40\nTop=40\nWidth=900\nHeight=560\n' "$work/project" >"$work/picture.ini"
 KELGEN_HOME="$work/home" KELGEN_VIEW=0 KELGEN_SNAPSHOT="$work/picture.svg" build/run/bin/monitor "Z:$work/picture.ini" \
     >"$work/output" 2>&1 &
 monitor=$!
@@ -50,5 +52,5 @@ done
 kill -USR1 "$monitor"
 await '</svg>' "$work/picture.svg"
 await 'role="dialog"' "$work/picture.svg"
-sed "s|$(echo "$work" | tr / '\\' | sed 's/\\/\\\\/g')|\\\\home\\\\me|g" "$work/picture.svg" >"$picture"
+cp "$work/picture.svg" "$picture"
 echo "$picture: $(wc -c <"$picture") bytes"

@@ -152,7 +152,6 @@ TEST(Picture, IsEmptyOfWhatIsNotThere)
 TEST(Picture, AsksOtherThreadsAndDoesNotWaitForBusyOnes)
 {
     HWND window = nullptr;
-    std::atomic<bool> isBusy{false};
     const OwnedHandle ready(CreateEventA(nullptr, FALSE, FALSE, nullptr));
     const OwnedHandle goOn(CreateEventA(nullptr, FALSE, FALSE, nullptr));
     const auto thread = StartThread([&]() -> DWORD {
