@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <dlfcn.h>
 #include <mutex>
+#include <utility>
 
 namespace kelgen::posix::user {
 
