@@ -6,6 +6,7 @@
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/threads/api/Synchronization.h>
 #include <kelgen/platform/posix/threads/api/Ticks.h>
+#include <kelgen/platform/posix/user/messages/ChangeMark.h>
 #include <kelgen/platform/posix/user/objects/Desktop.h>
 
 #include <algorithm>
@@ -90,6 +91,7 @@ DWORD ThreadQueue::WaitFor(std::span<const std::shared_ptr<Waitable>> objects, b
     };
     const ULONGLONG deadline = DeadlineAfter(milliseconds);
     const Waiting waiting(m_waiting);
+    MarkQuietIfWatched();
     for (;;) {
         const WakeSignal::Ticket ticket = m_signal.Look();
         bool input = false;

@@ -10,6 +10,10 @@
 #include <string>
 #include <vector>
 
+namespace kelgen {
+struct ControlPicture;
+}
+
 namespace kelgen::posix::user {
 
 struct ThreadQueue;
@@ -29,6 +33,16 @@ struct WindowProperty
     std::u16string name;
     std::u16string key;  // the name in lower case
     HANDLE value = nullptr;
+};
+
+struct Window;
+
+/// The state of one of the system's own classes.
+struct ControlData
+{
+    virtual ~ControlData() = default;
+    /// Adds what the control shows to @p picture. Threads: the window's.
+    virtual void Show(const Window&, ControlPicture&) const {}
 };
 
 /// One window. It belongs to the thread that created it, which alone destroys it, and is freed when its handle is gone and no call
@@ -77,7 +91,7 @@ struct Window
     DWORD helpId = 0;
     std::vector<WindowProperty> properties;  // in the order of their setting
     std::shared_ptr<void> dialog;            // the dialog manager's state
-    std::shared_ptr<void> control;           // the state of one of the system's own classes
+    std::shared_ptr<ControlData> control;
 
     // What is to be painted: nothing, or the bounds in client coordinates.
     bool needsPaint = false;
