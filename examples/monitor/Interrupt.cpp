@@ -38,15 +38,20 @@ public:
         m_thread.join();
     }
 
+    /// From now on @p thread is the one to wake.
     void Start(DWORD thread)
     {
-        m_thread = std::thread([thread] {
+        m_woken = thread;
+        if (m_thread.joinable())
+            return;
+        m_thread = std::thread([this] {
             state.wait(kNone);
-            ::PostThreadMessageA(thread, WM_NULL, 0, 0);
+            ::PostThreadMessageA(m_woken, WM_NULL, 0, 0);
         });
     }
 
 private:
+    std::atomic<DWORD> m_woken = 0;
     std::thread m_thread;
 };
 
