@@ -5,6 +5,7 @@
 #include <kelgen/platform/posix/services/api/Services.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
