@@ -57,8 +57,8 @@ void Record(const std::string& bytes)
     static const ServiceFolder folder(u"fuzz");
     static const Descriptor file = folder.Open("status");
     Require(ftruncate(file.Get(), 0) == 0 && pwrite(file.Get(), bytes.data(), bytes.size(), 0) == static_cast<ssize_t>(bytes.size()));
-    const DWORD state = folder.Read(SERVICE_WIN32_OWN_PROCESS).status.dwCurrentState;
-    Require(state >= SERVICE_STOPPED && state <= SERVICE_PAUSED);
+    const auto record = folder.Read(SERVICE_WIN32_OWN_PROCESS);
+    Require(record && record->status.dwCurrentState >= SERVICE_STOPPED && record->status.dwCurrentState <= SERVICE_PAUSED);
 }
 
 }  // namespace
