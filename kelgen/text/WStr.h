@@ -496,8 +496,8 @@ public:
     /// Makes this the window's text, and returns what the platform's call does. By contract: null is the null handle, for which that call
     /// fails.
     BOOL _SetWindowText(const CWnd* pWnd) const;
-    /// Becomes an item's text, and returns what the platform's call does; 0: there is none, and the string is empty.
-    /// @param flags MF_BYCOMMAND or MF_BYPOSITION.
+    /// Becomes the text of the item @p id, which is a command or a position as @p flags (MF_BYCOMMAND, MF_BYPOSITION) says, and returns
+    /// what the platform's call does; 0: there is none, and the string is empty.
     /// By contract: outside the NT family the text is read as 8-bit text, since menus there hold no other, and the result is 1.
     int _GetMenuString(const CMenu* pMenu, UINT id, UINT flags);
 
