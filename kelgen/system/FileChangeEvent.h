@@ -45,6 +45,7 @@ class KELGEN_API CFileList : public CStrArray
 class KELGEN_API CFileChangeEvent
 {
 public:
+    /// What OnFileAlarm tells.
     enum EFileAlarm
     {
         /// The last-write time differs from the stored one. By contract: also, once, when the file has vanished, because its time
