@@ -12,8 +12,10 @@ ROOT = Path(__file__).resolve().parent.parent
 SCOPE = re.compile(r"^(?:template\s*<.*>\s*)?(class|struct|union|namespace|extern \"\")(?!\w)([^;(={]*)\{")
 LABEL = re.compile(r"(public|protected|private):\s*")
 # What is no declaration of its own, and what need not be explained.
-PASSED_OVER = re.compile(r"^(?:using|friend|static_assert|extern|typedef|DECLARE_\w+|template class|requires|concept|enum)\b|^[A-Z_0-9]+\(|^(?:class|struct|union) [\w:]+;")
-KNOWN = re.compile(r"=\s*(?:default|delete)\s*;|\boverride\b|~\w+\(|[\w>]::(?:\w+|operator\W+)\(|\boperator(?:[=!]=|<=>|[<>]=?|\*|->|\+\+)\(|^template\s*<>")
+PASSED_OVER = re.compile(r"^(?:using|friend|static_assert|extern|typedef|DECLARE_\w+|template class|requires|concept|enum)\b"
+                         r"|^[A-Z_0-9]+\(|^(?:class|struct|union) [\w:]+;")
+KNOWN = re.compile(r"=\s*(?:default|delete)\s*;|\boverride\b|~\w+\(|[\w>]::(?:\w+|operator\W+)\(|^template\s*<>"
+                   r"|\boperator(?:[=!]=|<=>|[<>]=?|\*|->|\+\+)\(")
 MACRO = re.compile(r"[A-Z_0-9]+\([^()]*\)$")
 
 
@@ -27,6 +29,7 @@ class Declaration:
     line: int
     end: int = 0
     scope: tuple = ()  # the classes and namespaces around it
+    nested: bool = False  # in a class
     shown: bool = True  # to hosts: neither private nor the library's own
     silent: bool = False  # nothing need be said of it
     comment: list = field(default_factory=list)  # the lines of the comment above it
@@ -47,10 +50,22 @@ def without_literals(line):
     return re.sub(r'"(?:\\.|[^"\\])*"|(?<![0-9a-fA-F])\'(?:\\.|[^\'\\])\'', '""', line)
 
 
+def head_of(statement):
+    """A declaration without what comes before its type."""
+    head = re.sub(r"^(?:template\s*<.*?>\s)+", "", statement)
+    head = re.sub(r"^requires\s*\((?:[^()]|\((?:[^()]|\([^()]*\))*\))*\)\s*", "", head)
+    return re.sub(r"\b\w*_API\b|\[\[\w+\]\]", "", head).strip()
+
+
+def identifier(head):
+    """A match for what a declaration declares."""
+    return re.search(r"(operator\s*[^\s(]+|operator [\w ]+[*&]*|~?\w+)\s*\(", head) or re.search(r"(\w+)\s*(?:=|;|\[|\{)", head)
+
+
 def name_of(statement):
     """What a declaration declares and from what parameters, or a call's name without the letter of its kind of text."""
-    head = re.sub(r"^template\s*<.*?>\s", "", statement)
-    match = re.search(r"(operator\s*[^\s(]+|operator \w+|~?\w+)\s*\(", head) or re.search(r"(\w+)\s*(?:=|;|\[|\{)", head)
+    head = head_of(statement)
+    match = identifier(head)
     if not match:
         return head
     call = re.sub(r"(?<=[a-z])[AW]$", "", match[1])
@@ -107,7 +122,8 @@ class Reader:
 
     def add(self, kind, name, statement, line, end, **more):
         scope = tuple(name for _, name, _ in self.scopes if name)
-        declaration = Declaration(kind, name, statement, line, end, scope, **more)
+        nested = any(kind in ("class", "struct", "union") for kind, _, _ in self.scopes)
+        declaration = Declaration(kind, name, statement, line, end, scope, nested, **more)
         self.found.append(declaration)
         return declaration
 
@@ -117,7 +133,10 @@ class Reader:
         is_passed = PASSED_OVER.match(statement) or KNOWN.search(statement) or is_plain_constructor(statement, own)
         is_field = "(" not in statement and (self.is_platform or not in_class or self.access == "protected")
         name = name_of(statement)
-        declaration = self.add("member", name, statement, line, end, shown=self.is_shown(), comment=above, behind=behind)
+        enumeration = re.match(r"enum(?: class)?\s+(\w+)", statement)
+        match = enumeration or identifier(head_of(statement))
+        title = match[1] if match else ""
+        declaration = self.add("member", title, statement, line, end, shown=self.is_shown(), comment=above, behind=behind)
         declaration.silent = bool(is_passed or is_field)
         if above:
             self.speaker = declaration
@@ -127,12 +146,13 @@ class Reader:
             self.told = name
 
     def open(self, line, kind, name, above, behind, statement):
-        words = [word for word in re.sub(r":[^:].*", "", name).split() if not re.match(r"KELGEN_\w+|final", word)]
+        words = [word for word in re.sub(r"(?<!:):(?!:).*", "", name).split() if not re.match(r"KELGEN_\w+|final", word)]
         # What a specialisation holds is known from its template.
         special = statement.startswith("template <>")
         hidden = special or (kind == "namespace" and any(part in name for part in ("detail", "posix")))
         if kind in ("class", "struct", "union"):
-            declaration = self.add("class", words[-1] if words else "", statement, line, line, shown=self.is_shown(), comment=above, behind=behind)
+            name_alone = words[-1] if words else ""
+            declaration = self.add("class", name_alone, statement, line, line, shown=self.is_shown(), comment=above, behind=behind)
             declaration.silent = not words or special or self.is_platform
         self.scopes.append((kind, words[-1] if words else "", not hidden and kind != "class"))
         self.access = ""
@@ -173,7 +193,8 @@ def declarations(path, is_platform):
         if directive or raw.lstrip().startswith("#"):
             macro = None if directive else re.match(r"\s*#\s*define\s+(\w+)(\([^)]*\))?", raw)
             if macro:
-                reader.add("macro", macro[1], (macro[1] + (macro[2] or "")), number, number, silent=True, comment=list(reader.comment), behind="//" in raw)
+                comment = {"comment": list(reader.comment), "behind": "//" in raw}
+                reader.add("macro", macro[1], macro[1] + (macro[2] or ""), number, number, silent=True, **comment)
             directive = raw.endswith("\\")
             continue
         line = without_literals(raw)
