@@ -133,11 +133,11 @@ void ComboSaveStd(State& st)
     }
 }
 
-BENCHMARK(Broadcast)->Name("App/Broadcast100/kelgen");
-BENCHMARK(ListInsert)->Name("App/ListInsert10000/kelgen");
-BENCHMARK(ListInsertStd)->Name("App/ListInsert10000/std_vector");
-BENCHMARK(ComboLoad)->Name("App/ComboLoad1000/kelgen");
-BENCHMARK(ComboSave)->Name("App/ComboSave1000/kelgen");
-BENCHMARK(ComboSaveStd)->Name("App/ComboSave1000/std_vector_unique");
+COUNTED(Broadcast)->Name("App/Broadcast100/kelgen");
+COUNTED(ListInsert)->Name("App/ListInsert10000/kelgen");
+COUNTED(ListInsertStd)->Name("App/ListInsert10000/std_vector");
+COUNTED(ComboLoad)->Name("App/ComboLoad1000/kelgen");
+COUNTED(ComboSave)->Name("App/ComboSave1000/kelgen");
+COUNTED(ComboSaveStd)->Name("App/ComboSave1000/std_vector_unique");
 
 }  // namespace

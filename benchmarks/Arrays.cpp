@@ -36,8 +36,8 @@ public:
 };
 
 #define ARRAYS(op)                                                                                                                         \
-    BENCHMARK(op<std::vector<int>>)->Name("Array/" #op "/vector");                                                                         \
-    BENCHMARK(op<IntArray>)->Name("Array/" #op "/kelgen");
+    COUNTED(op<std::vector<int>>)->Name("Array/" #op "/vector");                                                                           \
+    COUNTED(op<IntArray>)->Name("Array/" #op "/kelgen");
 
 ARRAYS(AppendInt)
 BENCHMARK_TEMPLATE(AppendString, std::vector<std::u16string>, std::u16string)->Name("Array/AppendString/vector");
@@ -78,8 +78,8 @@ template <class K>
 using StdMap = std::unordered_map<K, K>;
 
 BENCHMARK_TEMPLATE(Insert, StdMap<int>, int)->Name("Map/IntInsert/unordered_map");
-BENCHMARK(InsertMap)->Name("Map/IntInsert/kelgen");
+COUNTED(InsertMap)->Name("Map/IntInsert/kelgen");
 BENCHMARK_TEMPLATE(Find, StdMap<int>, int)->Name("Map/IntFind/unordered_map");
-BENCHMARK(FindInMap)->Name("Map/IntFind/kelgen");
+COUNTED(FindInMap)->Name("Map/IntFind/kelgen");
 
 }  // namespace

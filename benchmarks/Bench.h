@@ -75,4 +75,13 @@ inline std::string scratch(const std::string& name)
     return (std::filesystem::temp_directory_path() / "kelgen-bench" / name).string();
 }
 
+// Counting instructions takes a number of iterations that the environment fixes; measuring times lets the clock choose.
+inline void fixIterations(benchmark::internal::Benchmark* row)
+{
+    if (const char* iterations = std::getenv("KELGEN_BENCH_ITERATIONS"))
+        row->Iterations(std::atoi(iterations));
+}
+
 }  // namespace bench
+
+#define COUNTED(...) BENCHMARK(__VA_ARGS__)->Apply(bench::fixIterations)

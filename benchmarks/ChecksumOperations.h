@@ -63,6 +63,6 @@ void MeasureMsb(State& st, Sum sum)
     Measure(st, sum);
 }
 
-#define CHECKSUM(function, name) BENCHMARK(function)->Name("Crc32/Msb/" name)->Arg(64)->Arg(4096)->Arg(1 << 20)
+#define CHECKSUM(function, name) COUNTED(function)->Name("Crc32/Msb/" name)->Arg(64)->Arg(4096)->Arg(1 << 20)
 
 }  // namespace bench

@@ -65,9 +65,9 @@ void FormatLiteralsSwprintf(State& st)
     }
 }
 
-BENCHMARK(SortSorted)->Name("StringList/SortSorted2000/kelgen");
-BENCHMARK(SortSortedStd)->Name("StringList/SortSorted2000/u16string");
-BENCHMARK(FormatLiterals)->Name("Format/Literals1000/kelgen");
-BENCHMARK(FormatLiteralsSwprintf)->Name("Format/Literals1000/swprintf");
+COUNTED(SortSorted)->Name("StringList/SortSorted2000/kelgen");
+COUNTED(SortSortedStd)->Name("StringList/SortSorted2000/u16string");
+COUNTED(FormatLiterals)->Name("Format/Literals1000/kelgen");
+COUNTED(FormatLiteralsSwprintf)->Name("Format/Literals1000/swprintf");
 
 }  // namespace

@@ -25,8 +25,8 @@ struct Kelgen
 };
 
 #define CONVERTERS(op, sizes)                                                                                                              \
-    BENCHMARK(op<IconvConv>)->Name("Convert/" #op "/iconv") sizes;                                                                         \
-    BENCHMARK(op<Kelgen>)->Name("Convert/" #op "/kelgen") sizes;
+    COUNTED(op<IconvConv>)->Name("Convert/" #op "/iconv") sizes;                                                                           \
+    COUNTED(op<Kelgen>)->Name("Convert/" #op "/kelgen") sizes;
 
 CONVERTERS(Cp1252Encode, WESTERN)
 CONVERTERS(Cp1252Decode, WESTERN)

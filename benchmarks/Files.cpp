@@ -97,15 +97,15 @@ void ArchiveRead(State& st)
     }
 }
 
-BENCHMARK(MemoryKelgen)->Name("File/Memory1M/kelgen");
-BENCHMARK(MemoryStringstream)->Name("File/Memory1M/stringstream");
-BENCHMARK(FileWrite<Kelgen>)->Name("File/Write8M/kelgen")->UseRealTime();
-BENCHMARK(FileWrite<StdFile>)->Name("File/Write8M/fstream")->UseRealTime();
-BENCHMARK(FileWrite<StdioFile>)->Name("File/Write8M/FILE")->UseRealTime();
-BENCHMARK(FileRead<Kelgen>)->Name("File/Read8M/kelgen")->UseRealTime();
-BENCHMARK(FileRead<StdFile>)->Name("File/Read8M/fstream")->UseRealTime();
-BENCHMARK(FileRead<StdioFile>)->Name("File/Read8M/FILE")->UseRealTime();
-BENCHMARK(ArchiveWrite)->Name("Archive/Write10000/kelgen");
-BENCHMARK(ArchiveRead)->Name("Archive/Read10000/kelgen");
+COUNTED(MemoryKelgen)->Name("File/Memory1M/kelgen");
+COUNTED(MemoryStringstream)->Name("File/Memory1M/stringstream");
+COUNTED(FileWrite<Kelgen>)->Name("File/Write8M/kelgen")->UseRealTime();
+COUNTED(FileWrite<StdFile>)->Name("File/Write8M/fstream")->UseRealTime();
+COUNTED(FileWrite<StdioFile>)->Name("File/Write8M/FILE")->UseRealTime();
+COUNTED(FileRead<Kelgen>)->Name("File/Read8M/kelgen")->UseRealTime();
+COUNTED(FileRead<StdFile>)->Name("File/Read8M/fstream")->UseRealTime();
+COUNTED(FileRead<StdioFile>)->Name("File/Read8M/FILE")->UseRealTime();
+COUNTED(ArchiveWrite)->Name("Archive/Write10000/kelgen");
+COUNTED(ArchiveRead)->Name("Archive/Read10000/kelgen");
 
 }  // namespace

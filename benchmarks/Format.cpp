@@ -35,8 +35,8 @@ void SnprintfWiden(State& st)  // what is left with nothing but the C library
     });
 }
 
-BENCHMARK(Kelgen)->Name("Format/Mixed4/kelgen");
-BENCHMARK(Swprintf)->Name("Format/Mixed4/swprintf");
-BENCHMARK(SnprintfWiden)->Name("Format/Mixed4/snprintf_widen");
+COUNTED(Kelgen)->Name("Format/Mixed4/kelgen");
+COUNTED(Swprintf)->Name("Format/Mixed4/swprintf");
+COUNTED(SnprintfWiden)->Name("Format/Mixed4/snprintf_widen");
 
 }  // namespace

@@ -130,7 +130,7 @@ void FileRead8M(State& st)
     }
 }
 
-BENCHMARK(Memcpy)
+COUNTED(Memcpy)
     ->Name("Limit/Memcpy/libc")
     ->Arg(10)
     ->Arg(64)
@@ -142,14 +142,14 @@ BENCHMARK(Memcpy)
     ->Arg(400000)
     ->Arg(1 << 20)
     ->Arg(2 << 20);
-BENCHMARK(Memcmp)->Name("Limit/Memcmp/libc")->Arg(80)->Arg(8192);
-BENCHMARK(Memchr)->Name("Limit/Memchr/libc")->Arg(8192)->Arg(400000);
-BENCHMARK(MallocFree)->Name("Limit/MallocFree/libc")->Arg(24)->Arg(96)->Arg(420)->Arg(4020);
-BENCHMARK(AtomicIncDec)->Name("Limit/AtomicIncDec/cpu");
-BENCHMARK(AtomicIncDec)->Name("Limit/AtomicIncDecShared/cpu")->Threads(2)->UseRealTime();
-BENCHMARK(EventfdRoundTrip)->Name("Limit/ThreadRoundTrip/eventfd")->UseRealTime();
-BENCHMARK(FutexRoundTrip)->Name("Limit/ThreadRoundTrip/atomic_wait")->UseRealTime();
-BENCHMARK(FileWrite8M)->Name("Limit/FileWrite8M/write")->UseRealTime();
-BENCHMARK(FileRead8M)->Name("Limit/FileRead8M/read")->UseRealTime();
+COUNTED(Memcmp)->Name("Limit/Memcmp/libc")->Arg(80)->Arg(8192);
+COUNTED(Memchr)->Name("Limit/Memchr/libc")->Arg(8192)->Arg(400000);
+COUNTED(MallocFree)->Name("Limit/MallocFree/libc")->Arg(24)->Arg(96)->Arg(420)->Arg(4020);
+COUNTED(AtomicIncDec)->Name("Limit/AtomicIncDec/cpu");
+COUNTED(AtomicIncDec)->Name("Limit/AtomicIncDecShared/cpu")->Threads(2)->UseRealTime();
+COUNTED(EventfdRoundTrip)->Name("Limit/ThreadRoundTrip/eventfd")->UseRealTime();
+COUNTED(FutexRoundTrip)->Name("Limit/ThreadRoundTrip/atomic_wait")->UseRealTime();
+COUNTED(FileWrite8M)->Name("Limit/FileWrite8M/write")->UseRealTime();
+COUNTED(FileRead8M)->Name("Limit/FileRead8M/read")->UseRealTime();
 
 }  // namespace

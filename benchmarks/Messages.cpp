@@ -262,16 +262,16 @@ void LibraryWindows1000(State& st)
     }
 }
 
-BENCHMARK(PostDeliver)->Name("Messages/PostDeliver10000/kelgen");
-BENCHMARK(PostDeliverStd)->Name("Messages/PostDeliver10000/std_deque");
-BENCHMARK(SendPlain)->Name("Messages/SendPlain/kelgen");
-BENCHMARK(SendFiltered)->Name("Messages/SendFiltered/kelgen")->Arg(0)->Arg(3)->Arg(10);
-BENCHMARK(SendFilteredStd)->Name("Messages/SendFiltered/std_function")->Arg(0)->Arg(3)->Arg(10);
-BENCHMARK(ThreadSend)->Name("Messages/ThreadSend/kelgen")->UseRealTime();
-BENCHMARK(ThreadRoundTrip)->Name("Messages/ThreadRoundTrip/kelgen")->UseRealTime();
-BENCHMARK(TimerStartStop)->Name("Timers/StartStop/kelgen");
-BENCHMARK(Timers1000)->Name("Timers/StartStop1000/kelgen");
-BENCHMARK(Windows1000)->Name("Windows/CreateDestroy1000/kelgen");
-BENCHMARK(LibraryWindows1000)->Name("Windows/CreateDestroyHooked1000/kelgen");
+COUNTED(PostDeliver)->Name("Messages/PostDeliver10000/kelgen");
+COUNTED(PostDeliverStd)->Name("Messages/PostDeliver10000/std_deque");
+COUNTED(SendPlain)->Name("Messages/SendPlain/kelgen");
+COUNTED(SendFiltered)->Name("Messages/SendFiltered/kelgen")->Arg(0)->Arg(3)->Arg(10);
+COUNTED(SendFilteredStd)->Name("Messages/SendFiltered/std_function")->Arg(0)->Arg(3)->Arg(10);
+COUNTED(ThreadSend)->Name("Messages/ThreadSend/kelgen")->UseRealTime();
+COUNTED(ThreadRoundTrip)->Name("Messages/ThreadRoundTrip/kelgen")->UseRealTime();
+COUNTED(TimerStartStop)->Name("Timers/StartStop/kelgen");
+COUNTED(Timers1000)->Name("Timers/StartStop1000/kelgen");
+COUNTED(Windows1000)->Name("Windows/CreateDestroy1000/kelgen");
+COUNTED(LibraryWindows1000)->Name("Windows/CreateDestroyHooked1000/kelgen");
 
 }  // namespace

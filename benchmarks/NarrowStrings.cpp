@@ -146,8 +146,8 @@ struct KelgenNarrow
 };
 
 #define ROW(area, op, name, ...)                                                                                                           \
-    BENCHMARK(op<StdNarrow>)->Name("Narrow" area "/" name "/string") __VA_ARGS__;                                                          \
-    BENCHMARK(op<KelgenNarrow>)->Name("Narrow" area "/" name "/kelgen") __VA_ARGS__;
+    COUNTED(op<StdNarrow>)->Name("Narrow" area "/" name "/string") __VA_ARGS__;                                                            \
+    COUNTED(op<KelgenNarrow>)->Name("Narrow" area "/" name "/kelgen") __VA_ARGS__;
 STRING_ROWS
 STRING_LIST_ROWS
 #undef ROW

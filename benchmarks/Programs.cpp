@@ -121,6 +121,6 @@ void EmptyProgram(State& st)  // what any process takes from its start to its en
 
 }  // namespace
 
-BENCHMARK(StartToIdle)->Name("Program/StartToIdle/kelgen")->UseManualTime();
-BENCHMARK(EmptyProgram)->Name("Program/StartToIdle/empty_program")->UseManualTime();
-BENCHMARK(IdleToExit)->Name("Program/IdleToExit/kelgen")->UseManualTime();
+COUNTED(StartToIdle)->Name("Program/StartToIdle/kelgen")->UseManualTime();
+COUNTED(EmptyProgram)->Name("Program/StartToIdle/empty_program")->UseManualTime();
+COUNTED(IdleToExit)->Name("Program/IdleToExit/kelgen")->UseManualTime();

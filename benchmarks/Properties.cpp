@@ -60,9 +60,9 @@ void FindInSet(State& st)
     findByName(st, [&](unsigned i) { return set[names[i]]; });
 }
 
-BENCHMARK(FunctionList<StdSignal>)->Name("Property/SetNotify/std_function") LISTENERS;
-BENCHMARK(SetNotify)->Name("Property/SetNotify/kelgen") LISTENERS;
+COUNTED(FunctionList<StdSignal>)->Name("Property/SetNotify/std_function") LISTENERS;
+COUNTED(SetNotify)->Name("Property/SetNotify/kelgen") LISTENERS;
 BENCHMARK_TEMPLATE(FindMap, std::unordered_map<std::u16string, int>, std::u16string)->Name("Property/FindByName20/unordered_map");
-BENCHMARK(FindInSet)->Name("Property/FindByName20/kelgen");
+COUNTED(FindInSet)->Name("Property/FindByName20/kelgen");
 
 }  // namespace

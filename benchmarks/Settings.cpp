@@ -75,9 +75,9 @@ void ReadRegistry(State& st)
     require(settings.set.PropertyAt(99).GetValue().GetValueInteger() == 104, "CRegistryPropertyExchange");
 }
 
-BENCHMARK(ParseIni)->Name("Settings/ParseIni10000/kelgen");
-BENCHMARK(LookupIni)->Name("Settings/Lookup1000/kelgen");
-BENCHMARK(WriteRegistry)->Name("Settings/Write100Sync/kelgen")->UseRealTime();
-BENCHMARK(ReadRegistry)->Name("Settings/Read100/kelgen")->UseRealTime();
+COUNTED(ParseIni)->Name("Settings/ParseIni10000/kelgen");
+COUNTED(LookupIni)->Name("Settings/Lookup1000/kelgen");
+COUNTED(WriteRegistry)->Name("Settings/Write100Sync/kelgen")->UseRealTime();
+COUNTED(ReadRegistry)->Name("Settings/Read100/kelgen")->UseRealTime();
 
 }  // namespace

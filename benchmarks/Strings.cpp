@@ -85,13 +85,13 @@ struct Kelgen
 };
 
 #define ROW(area, op, name, ...)                                                                                                           \
-    BENCHMARK(op<StdStr>)->Name(area "/" name "/u16string") __VA_ARGS__;                                                                   \
-    BENCHMARK(op<Kelgen>)->Name(area "/" name "/kelgen") __VA_ARGS__;
+    COUNTED(op<StdStr>)->Name(area "/" name "/u16string") __VA_ARGS__;                                                                     \
+    COUNTED(op<Kelgen>)->Name(area "/" name "/kelgen") __VA_ARGS__;
 STRING_ROWS
 STRING_LIST_ROWS
 #undef ROW
 
-#define ROW(area, op, name, ...) BENCHMARK(op<StdStr>)->Name(area "/" name "/u16string") __VA_ARGS__;
+#define ROW(area, op, name, ...) COUNTED(op<StdStr>)->Name(area "/" name "/u16string") __VA_ARGS__;
 STRING_REVERSE_TEXT_ROWS
 
 }  // namespace

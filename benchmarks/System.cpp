@@ -109,14 +109,14 @@ void VersionTwoPages(State& st)
     }
 }
 
-BENCHMARK(FindAll<Kelgen>)->Name("System/Find10000/kelgen");
-BENCHMARK(FindAll<StdFilesystem>)->Name("System/Find10000/filesystem");
-BENCHMARK(FindAll<StdFilesystemFacts>)->Name("System/Find10000/filesystem_facts");
-BENCHMARK(MakeFolders<Kelgen>)->Name("System/Mkdirp10/kelgen");
-BENCHMARK(MakeFolders<StdFilesystem>)->Name("System/Mkdirp10/filesystem");
-BENCHMARK(ProcessKelgen)->Name("System/ProcessByName/kelgen");
-BENCHMARK(ProcessLinks)->Name("System/ProcessByName/read_symlink");
-BENCHMARK(VersionKelgen)->Name("System/VersionLoad/kelgen");
-BENCHMARK(VersionTwoPages)->Name("System/VersionLoad/limit_two_reads");
+COUNTED(FindAll<Kelgen>)->Name("System/Find10000/kelgen");
+COUNTED(FindAll<StdFilesystem>)->Name("System/Find10000/filesystem");
+COUNTED(FindAll<StdFilesystemFacts>)->Name("System/Find10000/filesystem_facts");
+COUNTED(MakeFolders<Kelgen>)->Name("System/Mkdirp10/kelgen");
+COUNTED(MakeFolders<StdFilesystem>)->Name("System/Mkdirp10/filesystem");
+COUNTED(ProcessKelgen)->Name("System/ProcessByName/kelgen");
+COUNTED(ProcessLinks)->Name("System/ProcessByName/read_symlink");
+COUNTED(VersionKelgen)->Name("System/VersionLoad/kelgen");
+COUNTED(VersionTwoPages)->Name("System/VersionLoad/limit_two_reads");
 
 }  // namespace

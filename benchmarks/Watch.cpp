@@ -78,8 +78,8 @@ void WatchSameThread(State& st)
     close(queue);
 }
 
-BENCHMARK(WatchKelgen)->Name("Watch/ChangeToAlarm/kelgen")->UseRealTime();
-BENCHMARK(WatchInotify)->Name("Watch/ChangeToAlarm/inotify")->UseRealTime();
-BENCHMARK(WatchSameThread)->Name("Watch/ChangeToAlarm/limit_inotify_same_thread")->UseRealTime();
+COUNTED(WatchKelgen)->Name("Watch/ChangeToAlarm/kelgen")->UseRealTime();
+COUNTED(WatchInotify)->Name("Watch/ChangeToAlarm/inotify")->UseRealTime();
+COUNTED(WatchSameThread)->Name("Watch/ChangeToAlarm/limit_inotify_same_thread")->UseRealTime();
 
 }  // namespace

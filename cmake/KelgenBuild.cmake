@@ -20,6 +20,10 @@ endif()
 set(KELGEN_DEBUG_INFO "-g1" CACHE STRING "The compiler's flag for debug information in debug builds")
 set(KELGEN_OPTIMIZE "-O1" CACHE STRING "The compiler's flag for optimisation in debug builds")
 set(CMAKE_CXX_FLAGS_DEBUG "${KELGEN_OPTIMIZE} ${KELGEN_DEBUG_INFO} -DKELGEN_CHECKED")
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+  # No unit comes to a gigabyte: looking for what it could give back is in vain.
+  string(APPEND CMAKE_CXX_FLAGS_DEBUG " --param=ggc-min-expand=1000 --param=ggc-min-heapsize=1000000")
+endif()
 set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
 if(NOT WIN32)
   # Calls inside a library stay in it, and calls between them go straight through the address table.
@@ -61,13 +65,13 @@ if(KELGEN_SANITIZE)
     # By contract some members are called through a null pointer.
     target_compile_options(kelgen_options INTERFACE -fno-sanitize-recover=undefined -fno-sanitize=null)
   endif()
-  if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
-    # Its sanitizers' calls are part of the program only: libraries take them from there.
-    target_link_options(kelgen_options INTERFACE LINKER:-z,undefs)
-  endif()
 endif()
 if(KELGEN_FUZZ)
   target_compile_options(kelgen_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+if(KELGEN_FUZZ OR (KELGEN_SANITIZE AND CMAKE_CXX_COMPILER_ID MATCHES Clang))
+  # The sanitizers' and the fuzzer's calls are part of the program only: libraries take them from there.
+  target_link_options(kelgen_options INTERFACE LINKER:-z,undefs)
 endif()
 
 set(KELGEN_VECTOR "auto" CACHE STRING "Vector code: auto for the processor's, plain for none")

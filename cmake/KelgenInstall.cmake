@@ -28,6 +28,14 @@ if(WIN32)
   install(PROGRAMS cmake/wine-run.sh cmake/wine-stop.sh DESTINATION "${package_folder}")
 endif()
 
+# kelgen::view and its headers are a component that may be left out.
+if(TARGET kelgen_view)
+  install(TARGETS kelgen_view EXPORT kelgenView LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT view)
+  install(FILES kelgen/view/Export.h kelgen/view/Picture.h kelgen/view/View.h DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/kelgen/view"
+    COMPONENT view)
+  install(EXPORT kelgenView NAMESPACE kelgen:: FILE kelgenViewTargets.cmake DESTINATION "${package_folder}" COMPONENT view)
+endif()
+
 # How debuggers show the library's values. gdb looks beside a library for a file of its name; all printers are in one. lldb is told of
 # its file ("command script import"), whose name it wants without dashes.
 if(WIN32)

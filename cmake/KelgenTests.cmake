@@ -20,6 +20,10 @@ function(kelgen_add_test_program folder)
     COMMAND test_${name} "--gtest_output=xml:$<$<BOOL:${WIN32}>:Z:>${PROJECT_BINARY_DIR}/reports/${name}.xml" --gtest_brief=1
     WORKING_DIRECTORY "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
   set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+  if(KELGEN_TESTS_LEFT_OUT)
+    # The toolchain file says why.
+    set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT "GTEST_FILTER=-${KELGEN_TESTS_LEFT_OUT}")
+  endif()
   if(KELGEN_SANITIZE AND KELGEN_SYMBOLIZER)
     # A sanitizer's report tells functions and lines.
     cmake_path(GET KELGEN_SYMBOLIZER PARENT_PATH folder)

@@ -1,4 +1,6 @@
 // Archive.cpp: any bytes as an archive of 16-bit strings and of lines.
+#include "Input.h"
+
 #include <kelgen/framework/files/MemFile.h>
 #include <kelgen/text/WArchive.h>
 
@@ -6,13 +8,9 @@
 #include <cstring>
 #include <vector>
 
-namespace {
+using fuzz::Require;
 
-void Require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
+namespace {
 
 /// Runs @p code until the archive is used up.
 template <class CODE>

@@ -1,4 +1,6 @@
 // IniFile.cpp: any bytes as an INI file: every property is found again, and nothing comes from outside the file.
+#include "Input.h"
+
 #include <kelgen/persistence/IniFile.h>
 
 #include <cstdlib>
@@ -6,13 +8,9 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-namespace {
+using fuzz::Require;
 
-void Require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
+namespace {
 
 // A file without a name, gone with the object.
 class MemoryFile

@@ -1,19 +1,11 @@
 // Profile.cpp: any bytes as an initialization file: unchanged unless edited, and an edit is found again.
-#include <kelgen/platform/posix/registry/ProfileText.h>
+#include "Input.h"
 
-#include <cstdlib>
+#include <kelgen/platform/posix/registry/ProfileText.h>
 
 using namespace kelgen::posix;
 
-namespace {
-
-void Require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
-
-}  // namespace
+using fuzz::Require;
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size)
 {

@@ -1,4 +1,6 @@
 // VersionResource.cpp: any bytes as a program's file, and as a version resource in blocks of every kind of size.
+#include "Input.h"
+
 #include <kelgen/platform/Win32.h>
 #include <kelgen/platform/posix/resources/ExecutableFiles.h>
 #include <kelgen/platform/posix/resources/VersionBlock.h>
@@ -8,13 +10,9 @@
 
 using namespace kelgen::posix;
 
-namespace {
+using fuzz::Require;
 
-void Require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
+namespace {
 
 /// Asks @p block for everything, the texts of the wide form first: the narrow form changes only its own room.
 void QueryAll(std::span<BYTE> block)

@@ -38,9 +38,15 @@ need_native()
     need_packages g++=g++ cmake=cmake ninja=ninja-build x86_64-w64-mingw32-windres=binutils-mingw-w64-x86-64 "$@"
 }
 
+# The view parses its requests with Boost.Beast's headers.
+need_view()
+{
+    need_native /usr/include/boost/beast/http/parser.hpp=libboost-dev "$@"
+}
+
 need_native_tests()
 {
-    need_native /usr/include/gtest/gtest.h=libgtest-dev /usr/src/googletest/CMakeLists.txt=googletest pkg-config=pkg-config "$@"
+    need_view /usr/include/gtest/gtest.h=libgtest-dev /usr/src/googletest/CMakeLists.txt=googletest pkg-config=pkg-config "$@"
 }
 
 need_windows()

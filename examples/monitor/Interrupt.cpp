@@ -1,19 +1,56 @@
-// Interrupt.cpp: the mark that signals set.
+// Interrupt.cpp: the mark that signals set, and a thread that waits for it.
 #include "Interrupt.h"
+
+#include <kelgen/platform/Win32.h>
 
 #include <atomic>
 #include <csignal>
+#include <thread>
 
 namespace interrupt {
 
 namespace {
 
-std::atomic<bool> hasCome = false;
+constexpr int kNone = 0;
+constexpr int kHasCome = 1;
+constexpr int kNoMoreAwaited = 2;
+
+std::atomic<int> state = kNone;
+static_assert(decltype(state)::is_always_lock_free, "signal handlers set it");
 
 void Mark(int)
 {
-    hasCome = true;
+    state = kHasCome;
+    state.notify_all();
 }
+
+/// Wakes a thread when the mark is set. Handlers can do no more themselves.
+class Waker
+{
+public:
+    ~Waker()
+    {
+        if (!m_thread.joinable())
+            return;
+        int none = kNone;
+        state.compare_exchange_strong(none, kNoMoreAwaited);
+        state.notify_all();
+        m_thread.join();
+    }
+
+    void Start(DWORD thread)
+    {
+        m_thread = std::thread([thread] {
+            state.wait(kNone);
+            ::PostThreadMessageA(thread, WM_NULL, 0, 0);
+        });
+    }
+
+private:
+    std::thread m_thread;
+};
+
+Waker waker;
 
 }  // namespace
 
@@ -21,11 +58,12 @@ void Catch()
 {
     std::signal(SIGINT, Mark);
     std::signal(SIGTERM, Mark);
+    waker.Start(::GetCurrentThreadId());
 }
 
 bool HasCome()
 {
-    return hasCome;
+    return state == kHasCome;
 }
 
 }  // namespace interrupt

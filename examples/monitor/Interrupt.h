@@ -3,7 +3,7 @@
 
 namespace interrupt {
 
-/// From now on SIGINT and SIGTERM only set a mark: a handler may do no more.
+/// From now on SIGINT and SIGTERM set a mark and wake the calling thread with WM_NULL. Called once.
 void Catch();
 
 /// Whether one of them came.

@@ -4,10 +4,12 @@
 #include <kelgen/framework/base/Exceptions.h>
 #include <kelgen/framework/files/StdioFile.h>
 
-#include <memory>
+#include <cstring>
 #include <string_view>
 #include <typeinfo>
+#include <unordered_map>
 #include <utility>
+#include <vector>
 
 namespace _kelgen {
 
@@ -59,6 +61,7 @@ CIniSection::CIniSection(CString name) : m_name(std::move(name)) {}
 
 CIniSection::~CIniSection()
 {
+    LeaveIndex();
     ClearProperties();
 }
 
@@ -120,6 +123,47 @@ void CIniSection::ClearProperties()
     m_properties.RemoveAll();
 }
 
+/// The first section of each name. Hosts may change the list and the sections' names: it holds as long as the list is the one that it was
+/// made of and none of those sections has got another name or gone.
+class CIniFile::CIndex
+{
+public:
+    /// Takes in the sections that follow those it knows.
+    void Extend(const CIniFile& file)
+    {
+        const std::size_t known = m_sections.size();
+        m_sections.assign(file.GetData(), file.GetData() + file.GetSize());
+        for (std::size_t i = known; i < m_sections.size(); ++i) {
+            CIniSection* const section = m_sections[i];
+            if (section->m_indexHolds != m_holds) {
+                // Another file's index may know it.
+                section->LeaveIndex();
+                section->m_indexHolds = m_holds;
+            }
+            m_byName.emplace(BytesOf(section->m_name), section);
+        }
+    }
+
+    bool Holds(const CIniFile& file) const
+    {
+        return m_holds->load(std::memory_order_relaxed) && m_sections.size() == static_cast<std::size_t>(file.GetSize()) &&
+               std::equal(m_sections.begin(), m_sections.end(), file.GetData());
+    }
+
+    const CIniSection* Find(std::string_view name) const
+    {
+        const auto found = m_byName.find(name);
+        return found == m_byName.end() ? nullptr : found->second;
+    }
+
+private:
+    const std::shared_ptr<std::atomic<bool>> m_holds = std::make_shared<std::atomic<bool>>(true);
+    std::vector<CIniSection*> m_sections;
+    std::unordered_map<std::string_view, const CIniSection*> m_byName;  // keys lie in the sections
+};
+
+CIniFile::CIniFile() = default;
+
 CIniFile::CIniFile(const char* path)
 {
     LoadFile(path);
@@ -137,6 +181,8 @@ bool CIniFile::LoadFile(const char* path)
         return false;
 
     const int before = GetSize();
+    if (!m_index || !m_index->Holds(*this))
+        m_index = std::make_unique<CIndex>();
     try {
         CIniSection* current = nullptr;
         CString line;
@@ -153,6 +199,7 @@ bool CIniFile::LoadFile(const char* path)
             }
         }
         file.Close();
+        m_index->Extend(*this);
     } catch (CFileException* failure) {
         failure->Delete();
         RemoveFrom(before);
@@ -186,12 +233,15 @@ void CIniFile::RemoveFrom(int first)
 
 void CIniFile::RemoveAll()
 {
+    m_index.reset();
     RemoveFrom(0);
 }
 
 const CIniSection* CIniFile::FindSection(const CString& name) const
 {
     const std::string_view wanted = BytesOf(name);
+    if (m_index && m_index->Holds(*this))
+        return m_index->Find(wanted);
     for (int i = 0; i < GetSize(); ++i) {
         const CIniSection* section = GetAt(i);
         if (BytesOf(section->m_name) == wanted)

@@ -7,6 +7,9 @@
 #include <kelgen/framework/collections/ListTypes.h>
 #include <kelgen/framework/collections/StringArray.h>
 
+#include <atomic>
+#include <memory>
+
 namespace _kelgen {
 
 /// One "name=value" line.
@@ -44,7 +47,11 @@ public:
     /// The section's name.
     CString GetName() const { return m_name; }
     /// Gives the section another name.
-    void SetName(CString name) { m_name = name; }
+    void SetName(CString name)
+    {
+        LeaveIndex();
+        m_name = name;
+    }
 
     /// Appends a plain value.
     void AddValue(CString value);
@@ -70,9 +77,17 @@ public:
 private:
     friend class CIniFile;
 
+    void LeaveIndex()
+    {
+        if (m_indexHolds)
+            m_indexHolds->store(false, std::memory_order_relaxed);
+        m_indexHolds.reset();
+    }
+
     CStringList m_values{10};
     CArray<CIniProperty*, CIniProperty*> m_properties;
     CString m_name;
+    std::shared_ptr<std::atomic<bool>> m_indexHolds;  // of the file that knows this section by its name
 };
 
 /// The sections of an INI file, in file order; sections of one name are kept apart. Owns its sections. Nothing is written back.
@@ -85,7 +100,7 @@ private:
 class KELGEN_API CIniFile : public CArray<CIniSection*, CIniSection*>
 {
 public:
-    CIniFile() = default;
+    CIniFile();
     /// LoadFile(@p path), its result dropped.
     explicit CIniFile(const char* path);
     CIniFile(const CIniFile&) = delete;
@@ -110,6 +125,7 @@ public:
     void RemoveAll();
 
     /// The first section named @p name, owned by the file; null when there is none.
+    /// Cost: a look into an index, which LoadFile makes, and at each place in the list; in a list changed since, a comparison a section.
     const CIniSection* FindSection(const CString& name) const;
     /// CIniSection::GetPropertyValue(@p name) of the first section named @p section; "" when there is none.
     CString GetPropertyValue(const CString& section, const CString& name) const;
@@ -117,7 +133,11 @@ public:
     void GetPropertyValue(const CString& section, CStringArray& out) const;
 
 private:
+    class CIndex;
+
     void RemoveFrom(int first);
+
+    std::unique_ptr<CIndex> m_index;
 };
 
 }  // namespace _kelgen

@@ -124,12 +124,15 @@ void CFileChangeEvent::StartWatch()
         ++m_generation;
     }
     // No thread comes in when none was started, or the destructor would wait for it for ever.
-    const auto giveUp = [this] {
-        m_gate->ExpectNoMore();
+    bool isExpected = false;
+    const auto giveUp = [this, &isExpected] {
+        if (isExpected)
+            m_gate->ExpectNoMore();
         m_bWatching = false;
     };
-    m_gate->Expect();
     try {
+        m_gate->Expect();
+        isExpected = true;
         m_event.ResetEvent();
         if (!AfxBeginThread(FileChangeWatch, this))
             giveUp();

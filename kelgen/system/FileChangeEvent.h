@@ -111,7 +111,8 @@ public:
     /// registered once stays, one registered twice goes at the first call, and its record is looked at even then.
     void RemoveFile(const char* path);
 
-    /// Starts the thread unless one is meant to run; IsWatching tells whether it could be started.
+    /// Starts the thread unless one is meant to run; IsWatching tells whether it could be started. A thread that runs out of memory, or
+    /// of what the system watches folders with, ends as after StopWatch.
     void StartWatch();
 
     /// Tells the thread to end and does not wait for it; nothing when not watching.
@@ -141,6 +142,8 @@ private:
     class CWorker;
 
     UINT Watch();
+    void WatchAsClaimed(bool isClaimed, int generation);
+    void GiveUp(bool isClaimed, int generation);
     bool ClaimWatch(int& generation);
     bool EndsWatch(CWorker& worker, int generation, DWORD result);
     bool CheckFolder(kelgen::detail::FileWatchGate& gate, const CString& folder);

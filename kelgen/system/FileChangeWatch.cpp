@@ -1,6 +1,7 @@
 // FileChangeWatch.cpp: the watching thread of a CFileChangeEvent.
 #include <kelgen/system/FileChangeEvent.h>
 
+#include <kelgen/framework/base/Exceptions.h>
 #include <kelgen/system/internal/FileTimes.h>
 #include <kelgen/system/internal/FileWatchGate.h>
 
@@ -10,6 +11,17 @@
 using kelgen::detail::DateOf;
 using kelgen::detail::FileTimes;
 using kelgen::detail::FileWatchGate;
+
+namespace {
+
+/// Whether the system cannot watch a folder now. Waiting for one that it will not watch, such as a missing one, never ends.
+bool IsLack(DWORD error)
+{
+    return error == ERROR_NOT_ENOUGH_MEMORY || error == ERROR_OUTOFMEMORY || error == ERROR_TOO_MANY_OPEN_FILES ||
+           error == ERROR_NO_SYSTEM_RESOURCES || error == ERROR_GEN_FAILURE;
+}
+
+}  // namespace
 
 /// What a thread holds of its own, so that it can wait while the watcher goes.
 class CFileChangeEvent::CWorker
@@ -24,7 +36,12 @@ public:
     }
     CWorker(const CWorker&) = delete;
     CWorker& operator=(const CWorker&) = delete;
-    ~CWorker() { CloseHandle(m_stop); }
+    ~CWorker()
+    {
+        if (m_gate->IsClosed())
+            PassStopOn();
+        CloseHandle(m_stop);
+    }
 
     FileWatchGate& Gate() { return *m_gate; }
 
@@ -39,8 +56,11 @@ public:
         }
         constexpr DWORD kFilter = FILE_NOTIFY_CHANGE_FILE_NAME | FILE_NOTIFY_CHANGE_SIZE | FILE_NOTIFY_CHANGE_LAST_WRITE;
         m_handles[0] = m_stop;
-        for (std::size_t i = 0; i < m_folders.size(); ++i)
+        for (std::size_t i = 0; i < m_folders.size(); ++i) {
             m_handles[i + 1] = FindFirstChangeNotificationA(m_folders[i], FALSE, kFilter);
+            if (m_handles[i + 1] == INVALID_HANDLE_VALUE && IsLack(GetLastError()))
+                AfxThrowMemoryException();
+        }
     }
 
     /// Waits, outside the gate, for any of the handles; the platform's result.
@@ -80,29 +100,49 @@ UINT CFileChangeEvent::FileChangeWatch(void* param)
 // The watcher may go while this waits or calls the host: afterwards only the worker's own members are there.
 UINT CFileChangeEvent::Watch()
 {
-    m_gate->EnterFirst();
+    const std::shared_ptr<FileWatchGate> gate = m_gate;
+    gate->EnterFirst();
+    int generation = 0;
+    const bool isClaimed = ClaimWatch(generation);
+    try {
+        WatchAsClaimed(isClaimed, generation);
+    } catch (CMemoryException* e) {
+        e->Delete();
+        if (gate->HoldsCaller() && !gate->IsClosed())
+            GiveUp(isClaimed, generation);
+        if (gate->HoldsCaller())
+            gate->Leave();
+    }
+    gate->End();
+    return 0;
+}
+
+/// Ends the watch of a thread that is inside and has no memory.
+void CFileChangeEvent::GiveUp(bool isClaimed, int generation)
+{
+    const std::lock_guard lock(m_gate->lists);
+    if (isClaimed && generation == m_generation)
+        m_bWatching = false;
+}
+
+void CFileChangeEvent::WatchAsClaimed(bool isClaimed, int generation)
+{
     CWorker worker(*this);
     FileWatchGate& gate = worker.Gate();
-    int generation = 0;
-    bool isAlive = ClaimWatch(generation);
+    bool isAlive = isClaimed;
     if (isAlive)
         worker.TakeNotifications(*this);
     while (isAlive) {
         gate.Leave();
         const DWORD result = worker.Wait();
-        if (!gate.Enter()) {
-            worker.PassStopOn();
-            return 0;
-        }
+        if (!gate.Enter())
+            return;
         if (EndsWatch(worker, generation, result))
             break;
         for (const CString& folder : worker.TakeChangedFolders(*this, result - WAIT_OBJECT_0))
             isAlive = isAlive && CheckFolder(gate, folder);
     }
-    if (gate.IsClosed())
-        worker.PassStopOn();
     gate.Leave();
-    return 0;
 }
 
 /// Gives the calling thread the generation that is meant to run; false when another thread has it: restarts came in quick succession.

@@ -97,8 +97,11 @@ bool shell::mkdirp(const char* path)
             return false;
         // Asking afterwards saves a look-up for each folder that is made. A drive or a root exists though its prefix alone may not.
         isNew = CreateDirectoryA(prefix, nullptr) != FALSE;
-        if (!isNew && !is_dir(prefix))
+        const DWORD error = GetLastError();
+        if (!isNew && !is_dir(prefix)) {
+            SetLastError(error);
             return false;
+        }
     }
     return true;
 }

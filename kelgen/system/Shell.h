@@ -26,7 +26,8 @@ public:
     static int file_find(const char* pattern, CStringArray* paths, CStringArray* names, CStringArray* titles);
 
     /// Creates every missing folder along @p path, whose separators are slashes of both kinds; true when all are there. False at the
-    /// first one that is a file or cannot be created; those before it stay. True for the empty path.
+    /// first one that is a file or cannot be created, with CreateDirectoryA's last error; those before it stay. True for the empty
+    /// path.
     static bool mkdirp(const char* path);
 };
 

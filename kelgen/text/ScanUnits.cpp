@@ -13,6 +13,7 @@ namespace {
 
 constexpr int kLane = 8;          // units in a register
 constexpr int kStep = 4 * kLane;  // units in a turn of the long loops
+constexpr int kWideStep = 2 * kStep;
 
 using namespace processor;
 
@@ -28,6 +29,21 @@ bool AnyOf32(const unsigned short* at, UnitVector pattern)
     const UnitVector high =
         Or(EqualUnits(LoadUnits(at + std::ptrdiff_t{2} * kLane), pattern), EqualUnits(LoadUnits(at + std::ptrdiff_t{3} * kLane), pattern));
     return LaneMask(Or(low, high)) != 0;
+}
+
+/// Goes on from @p from as long as none of the next 64 units equals the pattern; where it ends.
+KELGEN_WIDE_VECTORS int SkipBlocksOf64(const unsigned short* text, int from, int length, unsigned short unit)
+{
+    const WideUnitVector pattern = FillWideUnits(unit);
+    for (; length - from >= kWideStep; from += kWideStep) {
+        const unsigned short* const at = text + from;
+        const WideUnitVector low = Or(EqualUnits(LoadWideUnits(at), pattern), EqualUnits(LoadWideUnits(at + 2 * kLane), pattern));
+        const WideUnitVector high =
+            Or(EqualUnits(LoadWideUnits(at + 4 * kLane), pattern), EqualUnits(LoadWideUnits(at + 6 * kLane), pattern));
+        if (LaneMask(Or(low, high)) != 0)
+            break;
+    }
+    return from;
 }
 
 int FirstOf(unsigned matches)
@@ -80,8 +96,12 @@ int FindUnit(const unsigned short* text, int length, unsigned short unit)
 
     const UnitVector pattern = FillUnits(unit);
     int i = 0;
-    while (length - i >= kStep && !AnyOf32(text + i, pattern))
+    while (length - i >= kStep && !AnyOf32(text + i, pattern)) {
         i += kStep;
+        // What is near is found before.
+        if (length - i >= kWideStep && HasWideVectors())
+            i = SkipBlocksOf64(text, i, length, unit);
+    }
     for (; length - i >= kLane; i += kLane)
         if (const unsigned matches = Matches(text + i, pattern))
             return i + FirstOf(matches);

@@ -4,7 +4,55 @@
 #include <kelgen/containers/ArrayMemory.h>
 #include <kelgen/text/StrTokenizer.h>
 
+#include <algorithm>
+#include <cstring>
 #include <utility>
+
+namespace {
+
+/// Walks a text as CStrTokenizer does, but makes no string and looks at each byte once.
+class ByteTokenScan
+{
+public:
+    ByteTokenScan(const CString& text, const CString& separator)
+        : m_text(text), m_end(m_text + text.GetLength()), m_separator(separator), m_separatorLength(separator.GetLength()), m_next(m_text)
+    {}
+
+    bool Next()
+    {
+        if (m_next > m_end)
+            return false;
+        const char* const found = FindSeparator();
+        if (found == nullptr && m_next == m_end)
+            return false;
+        m_first = m_next;
+        m_count = static_cast<int>((found != nullptr ? found : m_end) - m_next);
+        m_next = found != nullptr ? found + 1 : m_end;
+        return true;
+    }
+
+    [[nodiscard]] CString GetToken() const { return CString(m_first, m_count); }
+    [[nodiscard]] bool IsEmpty() const { return m_count == 0; }
+
+private:
+    const char* FindSeparator() const
+    {
+        if (m_separatorLength != 1)
+            return std::strstr(m_next, m_separator);
+        return static_cast<const char*>(
+            std::memchr(m_next, static_cast<unsigned char>(*m_separator), static_cast<std::size_t>(m_end - m_next)));
+    }
+
+    const char* const m_text;
+    const char* const m_end;
+    const char* const m_separator;
+    const int m_separatorLength;
+    const char* m_next;
+    const char* m_first = nullptr;
+    int m_count = 0;
+};
+
+}  // namespace
 
 CStrArray::CStrArray() = default;
 
@@ -68,22 +116,29 @@ void CStrArray::AddNormal(const char* text)
 
 void CStrArray::AddUnique(const char* text)
 {
-    for (int i = 0; i < GetSize(); ++i) {
-        if (Compare(GetAt(i), text) == 0)
-            return;
-    }
-    AddNormal(text);
+    // As Compare: up to the first 0. Where the texts end and how tells most of them apart.
+    const int length = CString::StringLength(text);
+    const auto equals = [text, length](const CString& entry) {
+        return entry.GetLength() >= length && entry.GetString()[length] == 0 &&
+               (length == 0 || (entry.GetString()[length - 1] == text[length - 1] &&
+                                std::memcmp(entry.GetString(), text, static_cast<std::size_t>(length)) == 0));
+    };
+    if (std::none_of(m_pData, m_pData + m_nSize, equals))
+        AddNormal(text);
 }
 
 void CStrArray::AddTokens(const char* text, const char* separator, int bKeepEmpty)
 {
-    // The separator may be an entry's text.
+    // Both may be an entry's text.
+    const CString ownText(text);
     const CString ownSeparator(separator);
-    CStrTokenizer tokenizer{CString(text)};
-    CString token;
-    while (tokenizer.GetNextToken(token, ownSeparator, 0)) {
-        if (bKeepEmpty != 0 || !token.IsEmpty())
-            Add(token);
+    ByteTokenScan scan(ownText, ownSeparator);
+    while (scan.Next()) {
+        if (bKeepEmpty != 0 || !scan.IsEmpty()) {
+            CString token = scan.GetToken();
+            Add(CString());
+            m_pData[m_nSize - 1] = std::move(token);
+        }
     }
     m_bSorted = false;
 }
@@ -144,11 +199,7 @@ void CStrArray::Swap(int i, int j)
     CString& second = GetAt(j);
     if (&first == &second)
         return;
-    // By assignment: a locked text keeps its buffer.
-    CString held;
-    held = std::move(first);
-    first = std::move(second);
-    second = std::move(held);
+    swap(first, second);
 }
 
 void CStrArray::XFV001Expand()

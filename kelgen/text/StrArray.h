@@ -154,4 +154,5 @@ protected:
 
 private:
     void AddFrom(CStringDataSource& source, unsigned int id);
+    bool SortByBytes();
 };

@@ -4,13 +4,27 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 namespace {
 
 char* PutBytes(char* at, const char* bytes, int count)
 {
-    if (count > 0)
+    if (count == 1)
+        *at = *bytes;
+    else if (count > 0)
         std::memcpy(at, bytes, static_cast<std::size_t>(count));
+    return at + count;
+}
+
+// A short text goes with what lies behind it in its block, which the next one overwrites.
+char* PutText(char* at, const char* end, const CString& text)
+{
+    constexpr int kAtOnce = 12;
+    const int count = text.GetLength();
+    if (count > kAtOnce || text.GetAllocLength() < kAtOnce || end - at < kAtOnce)
+        return PutBytes(at, text, count);
+    std::memcpy(at, text.GetString(), kAtOnce);
     return at + count;
 }
 
@@ -44,12 +58,13 @@ void CStrArray::GetFormatString(CString* out, const char* separator) const
     // A text of its own first: the result or the separator may be an entry.
     CString joined;
     char* at = joined.GetBufferSetLength(static_cast<int>(length));
+    const char* const end = at + length;
     for (int i = 0; i < GetSize(); ++i) {
         if (i > 0)
             at = PutBytes(at, separator, separatorLength);
-        at = PutBytes(at, GetAt(i), GetAt(i).GetLength());
+        at = PutText(at, end, m_pData[i]);
     }
-    *out = joined;
+    *out = std::move(joined);
 }
 
 CString CStrArray::FormatString(const char* format) const

@@ -551,7 +551,7 @@ private:
     void CopyLocked(const CWStr& source);
     void Unshare(int n);
     void SetLength(int n) noexcept;
-    void CutFront(int n);
+    void KeepPart(int first, int count);
     int InsertUnits(int nIndex, int n, const unsigned short* text);
     int LengthToZero() const;
     bool Holds(const unsigned short* text) const noexcept;

@@ -2,8 +2,12 @@
 #include <kelgen/text/WStrArray.h>
 
 #include <kelgen/text/WStrTokenizer.h>
+#include <kelgen/text/internal/AsciiLetters.h>
 #include <kelgen/text/internal/ScanUnits.h>
 #include <kelgen/text/internal/WStrBlocks.h>  // CopyUnits, AddLengths
+
+#include <algorithm>
+#include <cstring>
 
 namespace {
 
@@ -42,6 +46,31 @@ private:
     int m_count = 0;
 };
 
+/// Writes texts one behind the other into a buffer of the length of all.
+struct Joined
+{
+    unsigned short* at;
+    const unsigned short* const end;
+
+    void Add(const unsigned short* units, int count)
+    {
+        kelgen::detail::CopyUnits(at, units, count);
+        at += count;
+    }
+    // A short text goes with what lies behind it in its block, which the next one overwrites.
+    void Add(const CWStr& text)
+    {
+        constexpr int kAtOnce = 8;
+        const int count = text.GetLength();
+        if (count > kAtOnce || text.GetAllocLength() < kAtOnce || end - at < kAtOnce) {
+            Add(text, count);
+            return;
+        }
+        std::memcpy(at, static_cast<const unsigned short*>(text), kAtOnce * sizeof *at);
+        at += count;
+    }
+};
+
 }  // namespace
 
 CWStrArray::CWStrArray() = default;
@@ -70,11 +99,17 @@ int CWStrArray::Add(const unsigned short* text)
 void CWStrArray::AddUnique(const unsigned short* text)
 {
     CWStr added(text);
-    for (int i = 0; i < m_nUsedCount; ++i) {
-        if (GetAt(i).Compare(added) == 0)
-            return;
-    }
-    AddOwn(std::move(added));
+    // As Compare: up to the first 0. Where the texts end and how tells most of them apart.
+    const int length = added.GetLength();
+    const unsigned short* const units = added;
+    const auto equals = [units, length](const CWStr& entry) {
+        const unsigned short* const other = entry;
+        return entry.GetLength() >= length && other[length] == 0 &&
+               (length == 0 || (other[length - 1] == units[length - 1] &&
+                                std::memcmp(other, units, static_cast<std::size_t>(length) * sizeof *units) == 0));
+    };
+    if (std::none_of(m_pData, m_pData + m_nUsedCount, equals))
+        AddOwn(std::move(added));
 }
 
 void CWStrArray::AddTokens(const unsigned short* text, const unsigned short* separator, bool bAddEmpty)
@@ -100,8 +135,11 @@ void CWStrArray::AddTokens(const unsigned short* text, const unsigned short* sep
 
 int CWStrArray::FindFirstNoCase(const unsigned short* text) const
 {
+    // Most entries need no call.
+    const unsigned short sought = text != nullptr ? *text : 0;
     for (int i = 0; i < m_nUsedCount; ++i) {
-        if (GetAt(i).CollateNoCase(text) == 0)
+        const CWStr& entry = GetAt(i);
+        if (!kelgen::detail::AreDifferentLetters(sought, *static_cast<const unsigned short*>(entry)) && entry.CollateNoCase(text) == 0)
             return i;
     }
     return -1;
@@ -128,15 +166,15 @@ void CWStrArray::GetFormatString(CWStr& result, const unsigned short* separator)
 
     // A text of its own first: the result or the separator may be an entry.
     CWStr joined;
-    unsigned short* at = joined.GetBufferSetLength(length);
-    const auto append = [&at](const unsigned short* units, int count) {
-        kelgen::detail::CopyUnits(at, units, count);
-        at += count;
-    };
-    append(first, first.GetLength());
+    unsigned short* const buffer = joined.GetBufferSetLength(length);
+    Joined parts{buffer, buffer + length};
+    parts.Add(first);
     for (int i = 1; i < m_nUsedCount; ++i) {
-        append(separator, separatorLength);
-        append(m_pData[i], m_pData[i].GetLength());
+        if (separatorLength == 1)
+            *parts.at++ = *separator;
+        else
+            parts.Add(separator, separatorLength);
+        parts.Add(m_pData[i]);
     }
     result = std::move(joined);
 }

@@ -38,15 +38,16 @@ int LeadingRun(const unsigned short* text, int length, const Belongs& belongs)
     return run;
 }
 
-/// Where the run of units that @p belongs starts that ends at the first 0 unit, or -1 when there is none.
+/// The length without what stands from the run of units on that @p belongs and that ends at the first 0 unit; @p length when there is no
+/// such run.
 template <class Belongs>
-int TrailingRunStart(const unsigned short* text, int length, const Belongs& belongs)
+int LengthWithoutTail(const unsigned short* text, int length, const Belongs& belongs)
 {
     const int end = LengthToZero(text, length);
     int start = end;
     while (start > 0 && belongs(text[start - 1]))
         --start;
-    return start < end ? start : -1;
+    return start < end ? start : length;
 }
 
 /// The number of occurrences of @p sought that do not overlap, from the left.
@@ -91,14 +92,21 @@ bool CWStr::Holds(const unsigned short* text) const noexcept
     return at >= first && at - first <= static_cast<std::size_t>(GetAllocLength()) * sizeof *m_text;
 }
 
-/// Drops the first @p n units of a block that is this string's own.
-void CWStr::CutFront(int n)
+/// Makes the block this string's own and the text the @p count units of it from @p first on.
+void CWStr::KeepPart(int first, int count)
 {
-    if (n == 0)
+    if (LoadCount(GetData()) > 1) {
+        unsigned short* const old = m_text;
+        AllocBuffer(GetLength());
+        CopyUnits(m_text, old + first, count);
+        SetLength(count);
+        ReleaseText(old);
         return;
-    const int rest = GetLength() - n;
-    MoveUnits(m_text, m_text + n, rest);
-    SetLength(rest);
+    }
+    if (first > 0)
+        MoveUnits(m_text, m_text + first, count);
+    if (count != GetLength())
+        SetLength(count);
 }
 
 void CWStr::SetAt(int index, unsigned short ch)
@@ -238,14 +246,14 @@ void CWStr::MakeReverse()
 
 void CWStr::TrimLeft()
 {
-    CopyBeforeWrite();
-    CutFront(LeadingRun(m_text, GetLength(), IsSpace));
+    const int run = LeadingRun(m_text, GetLength(), IsSpace);
+    KeepPart(run, GetLength() - run);
 }
 
 void CWStr::TrimLeft(unsigned short ch)
 {
-    CopyBeforeWrite();
-    CutFront(LeadingRun(m_text, GetLength(), [ch](unsigned short unit) { return unit == ch; }));
+    const int run = LeadingRun(m_text, GetLength(), [ch](unsigned short unit) { return unit == ch; });
+    KeepPart(run, GetLength() - run);
 }
 
 void CWStr::TrimLeft(const unsigned short* set)
@@ -253,40 +261,23 @@ void CWStr::TrimLeft(const unsigned short* set)
     const UnitSet units(set);
     if (units.length == 0)
         return;
-    if (Holds(set)) {
-        const CWStr copy(set, units.length);
-        TrimLeft(static_cast<const unsigned short*>(copy));
-        return;
-    }
-    CopyBeforeWrite();
-    CutFront(LeadingRun(m_text, GetLength(), units));
+    const int run = LeadingRun(m_text, GetLength(), units);
+    KeepPart(run, GetLength() - run);
 }
 
 void CWStr::TrimRight()
 {
-    CopyBeforeWrite();
-    if (const int start = TrailingRunStart(m_text, GetLength(), IsSpace); start >= 0)
-        SetLength(start);
+    KeepPart(0, LengthWithoutTail(m_text, GetLength(), IsSpace));
 }
 
 void CWStr::TrimRight(unsigned short ch)
 {
-    CopyBeforeWrite();
-    const auto isUnit = [ch](unsigned short unit) { return unit == ch; };
-    if (const int start = TrailingRunStart(m_text, GetLength(), isUnit); start >= 0)
-        SetLength(start);
+    KeepPart(0, LengthWithoutTail(m_text, GetLength(), [ch](unsigned short unit) { return unit == ch; }));
 }
 
 void CWStr::TrimRight(const unsigned short* set)
 {
-    if (Holds(set)) {
-        const CWStr copy(set, SafeStrlen(set));
-        TrimRight(static_cast<const unsigned short*>(copy));
-        return;
-    }
-    CopyBeforeWrite();
-    if (const int start = TrailingRunStart(m_text, GetLength(), UnitSet(set)); start >= 0)
-        SetLength(start);
+    KeepPart(0, LengthWithoutTail(m_text, GetLength(), UnitSet(set)));
 }
 
 int CWStr::_EncodeV033(bool* pMarks)

@@ -66,6 +66,7 @@ TEST_F(Frames, LastVisibleFrameEndsTheApplication)
     other.SendMessage(WM_CLOSE);
     EXPECT_EQ("save ", m_app.TakeEvents()) << "the callback alone does not keep it open";
     EXPECT_FALSE(other.IsWindowVisible());
+    EXPECT_TRUE(::IsWindow(other.m_hWnd)) << "it goes with the application";
     EXPECT_TRUE(DrainForQuit());
 }
 

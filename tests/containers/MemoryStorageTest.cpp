@@ -168,7 +168,11 @@ TEST(MemoryStorageContainer, KeptPointersFollowTheBlock)
         ASSERT_EQ(container.GetAllocation() + 10, cursor) << size;
         ASSERT_EQ(container.GetAllocation(), second) << size;
     }
+    const DWORD size = container.GetStorageSize_();
+    container.AllocateAddUp(0);
+    EXPECT_EQ(size, container.GetStorageSize_());
     container.AllocateAddUp(500);
+    EXPECT_EQ(size + 500, container.GetStorageSize_());
     EXPECT_EQ(container.GetAllocation() + 10, cursor);
     EXPECT_TRUE(container.OffsetStorageKeptPointers(-3));
     EXPECT_EQ(container.GetAllocation() + 7, cursor);
@@ -187,7 +191,9 @@ TEST(MemoryStorageContainer, OwnsWhatItIsGivenToOwnAndMayHaveNone)
         char bytes[] = "abc";
         CMemoryStorageContainer container(bytes, 3);
         EXPECT_FALSE(container.IsValid() || container.GetAllocation() || container.Lock() || container.Unlock());
+        EXPECT_EQ(0u, container.GetStorageSize_()) << "what may be added to";
         container.Allocate(2);
+        EXPECT_EQ(2u + 512, container.GetMemoryStorage()->*&Storage::m_capacity);
         EXPECT_TRUE(container.Lock() && container.Unlock());
         Counted borrowed;
         container.FullLoad(new Counted, true);

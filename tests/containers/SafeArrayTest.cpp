@@ -6,6 +6,8 @@
 
 #include "Elements.h"
 
+#include <climits>
+
 using namespace kelgen::test;
 
 namespace {
@@ -71,6 +73,9 @@ TEST(SafeArray, EveryBoundIsReadAndOtherElementSizesNeverOverrun)
     EXPECT_TRUE(array.Copy(&reference));
     EXPECT_EQ(Numbers({7, 8, 9}), ElementsOf(array));
 
+    Hold<DWORD>(variant, VT_UI4, {7});
+    EXPECT_TRUE(array.Copy(&variant));
+    EXPECT_EQ(Numbers({7}), ElementsOf(array));
     Hold<unsigned short>(variant, VT_UI2, {0xFFFF, 2});
     EXPECT_TRUE(array.Copy(&variant));
     EXPECT_EQ(Numbers({0xFFFF, 2}), ElementsOf(array)) << "narrower numbers are widened";
@@ -95,12 +100,24 @@ TEST(SafeArray, WhatIsNoVectorGivesNothing)
     EXPECT_EQ(0, array.GetSize());
     EXPECT_EQ(block, array.GetData()) << "the block is kept";
     EXPECT_FALSE(array.Copy(static_cast<VARIANT*>(nullptr)));
+    COleVariant number(LONG{8});
+    EXPECT_FALSE(array.Copy(&number)) << "no array, but something where one would be";
 
     SAFEARRAYBOUND bounds[2] = {{2, 0}, {3, 0}};
     variant.vt = VT_ARRAY | VT_UI4;
     variant.parray = SafeArrayCreate(VT_UI4, 2, bounds);
     array.Add(4);
     EXPECT_FALSE(array.Copy(&variant));
+    EXPECT_EQ(0, array.GetSize());
+
+    // Bounds alone: nothing lies behind them.
+    array.Add(4);
+    SAFEARRAY huge = {1, 0, 4, 0, nullptr, {{0x80000000u, INT_MIN}}};
+    SAFEARRAY* place = &huge;
+    COleVariant reference;
+    reference.vt = VT_ARRAY | VT_BYREF | VT_UI4;
+    reference.pparray = &place;
+    EXPECT_FALSE(array.Copy(&reference)) << "more than an array can hold";
     EXPECT_EQ(0, array.GetSize());
 
     array.Add(4);

@@ -6,6 +6,7 @@
 
 #include <cstring>
 #include <thread>
+#include <utility>
 
 using namespace kelgen::test;
 
@@ -184,6 +185,34 @@ TEST(String, CopiesOfOneTextMayBeUsedByManyThreads)
     EXPECT_EQ("shared by all", text);
 }
 
+TEST(String, TextsOutliveTheirThreadsAndEndInOthers)
+{
+    std::vector<CString> texts;
+    for (int round = 0; round < 3; ++round) {
+        std::thread([&texts, round] {
+            const std::vector<CString> others = std::exchange(texts, {});
+            for (int i = 0; i < 400; ++i)
+                texts.emplace_back('a', 1 + i * 2 + round);
+            for (std::size_t i = 0; i < others.size(); ++i)
+                ASSERT_EQ(static_cast<int>(i) * 2 + round, others[i].GetLength());
+        }).join();
+    }
+    EXPECT_EQ(CString('a', 801), texts.back());
+}
+
+TEST(String, ExchangedLockedTextKeepsItsBuffer)
+{
+    CString locked("locked text"), other("other");
+    const char* const buffer = locked.LockBuffer();
+    EXPECT_TRUE(locked.IsLocked());
+    swap(locked, other);
+    EXPECT_EQ("other", locked);
+    EXPECT_EQ(buffer, locked.GetString());
+    EXPECT_EQ("locked text", other);
+    EXPECT_FALSE(other.IsLocked());
+    locked.UnlockBuffer();
+}
+
 TEST(String, ZerosInsideBelongToTheText)
 {
     const CString string("a\0b", 3);
@@ -213,7 +242,7 @@ TEST(String, RandomUseEqualsTheStandardString)
         const int size = static_cast<int>(expected.size());
         const std::string piece = text(6);
         const int index = random.Between(0, size), count = random.Between(0, size - index);
-        switch (random.Between(0, 9)) {
+        switch (random.Between(0, 14)) {
         case 0:
             string = ours[from];
             expected = std::string(model[from]);
@@ -251,10 +280,31 @@ TEST(String, RandomUseEqualsTheStandardString)
             expected.erase(expected.find_last_not_of("cd") + 1);
             break;
         case 9:
-            if (size > 500) {
+            if (size > 1500) {
                 string.Empty();
                 expected.clear();
             }
+            break;
+        case 10:
+            string.Preallocate(random.Between(0, 700));
+            break;
+        case 11:
+            string.FreeExtra();
+            break;
+        case 12:
+            string.Insert(index, "  ");
+            string.Trim();
+            expected.insert(static_cast<std::size_t>(index), "  ");
+            expected.erase(expected.find_last_not_of(' ') + 1);
+            expected.erase(0, std::min(expected.find_first_not_of(' '), expected.size()));
+            break;
+        case 13:
+            swap(string, ours[from]);
+            std::swap(expected, model[from]);
+            break;
+        case 14:
+            string.Truncate(index);
+            expected.resize(static_cast<std::size_t>(index));
             break;
         }
         ASSERT_EQ(expected, string.GetString()) << "step " << step;

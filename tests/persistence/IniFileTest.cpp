@@ -2,6 +2,7 @@
 #include <kelgen/persistence/IniFile.h>
 
 #include "framework/Thrown.h"
+#include "support/Random.h"
 #include "support/Rows.h"
 #include "support/Scratch.h"
 
@@ -177,4 +178,58 @@ TEST(IniFile, LongAndManyLines)
         bytes += "[S" + std::to_string(i) + "]\nv\nk=" + std::to_string(i) + "\n";
     ASSERT_TRUE(ini.LoadFile(Written(bytes).c_str()));
     EXPECT_STREQ("49999", ini.GetPropertyValue("S49999", "K"));
+}
+
+// Whatever a host does to the list and to names in it, the first section of a name is found.
+TEST(IniFile, LookupEqualsTheWalkThroughTheList)
+{
+    Random random;
+    const auto name = [&random] { return CString(static_cast<char>('a' + random.Between(0, 9))); };
+    for (int round = 0; round < 30; ++round) {
+        CIniFile ini, other;
+        for (int step = 0; step < 60; ++step) {
+            const int size = ini.GetSize();
+            const int at = random.Between(0, std::max(size - 1, 0));
+            switch (size == 0 ? 0 : random.Between(0, 7)) {
+            case 0: {
+                std::string text;
+                for (int i = random.Between(0, 20); i > 0; --i)
+                    text += "[" + Bytes(name()) + "]\n";
+                ASSERT_TRUE(ini.LoadFile(Written(text).c_str()));
+                break;
+            }
+            case 1:
+                ini.Add(new CIniSection(name()));
+                break;
+            case 2:
+                ini.InsertAt(at, new CIniSection(name()));
+                break;
+            case 3:
+                ini[at]->SetName(name());
+                break;
+            case 4:
+                delete ini[at];
+                ini[at] = new CIniSection(name());
+                break;
+            case 5:
+                std::swap(ini[at], ini[random.Between(0, size - 1)]);
+                break;
+            case 6:
+                delete ini[at];
+                ini.RemoveAt(at);
+                break;
+            case 7:
+                // A section that another file has loaded, or the other way round.
+                ASSERT_TRUE(other.LoadFile(Written("[x]\n[y]\n").c_str()));
+                std::swap(ini[at], other[0]);
+                break;
+            }
+            for (char letter = 'a'; letter <= 'k'; ++letter) {
+                const CIniSection* first = nullptr;
+                for (int i = ini.GetSize(); i-- > 0;)
+                    first = ini[i]->GetName() == CString(letter) ? ini[i] : first;
+                ASSERT_EQ(first, ini.FindSection(CString(letter))) << letter;
+            }
+        }
+    }
 }

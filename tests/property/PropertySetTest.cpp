@@ -103,6 +103,19 @@ TEST_F(PropertySet, GetAndCopyReportToTheOwnerOfTheTarget)
     EXPECT_EQ(5, target.GetValueInteger());
 }
 
+TEST_F(PropertySet, TheFirstOfSeveralIsMeant)
+{
+    CPropertyValue read(0);
+    set.Set("width", 3);
+    EXPECT_TRUE(set.Get("width", read));
+    EXPECT_EQ(3, read.GetValueInteger());
+    set.Set(1, 4);
+    EXPECT_TRUE(set.Get(1, read));
+    EXPECT_EQ(4, read.GetValueInteger());
+    EXPECT_EQ(4, set.PropertyAt(0).GetValue().GetValueInteger());
+    EXPECT_EQ(0, set.PropertyAt(2).GetValue().GetValueInteger());
+}
+
 TEST_F(PropertySet, CopiesReportToTheSetThatHoldsThem)
 {
     CProperty original(7, "depth", eptInteger);

@@ -154,6 +154,9 @@ TEST(PropertyValue, EveryTypeReportsSettersOnceAndAssignmentsTwice)
         EXPECT_EQ((std::vector{2, 2, 2, 2, 2, 2}),
                   (std::vector{assigned(5), assigned(low), assigned(true), assigned(5u), assigned(unsignedLow), assigned("5")}));
         EXPECT_EQ(type, value.GetType());
+        value = 5;
+        value = false;
+        EXPECT_EQ(0, value.GetValueInteger());
         EXPECT_EQ(1, reports([&] { value = CPropertyValue("text"); }));
         EXPECT_EQ(eptString, value.GetType()) << "assignment from a value takes its type";
     }
@@ -176,6 +179,24 @@ TEST(PropertyValue, SetTypeAndCopiesReportNothing)
     copy.SetValueInteger(6);
     EXPECT_EQ(0x12345, value.GetValueInteger());
     EXPECT_EQ(0, property.reports);
+}
+
+TEST(PropertyValue, NarrowTypesKeepTheRestOfTheNumber)
+{
+    struct Row
+    {
+        EPropertyType type;
+        int stored;
+        int whole;
+    };
+    for (const Row& row :
+         {Row{eptBool, 0, 0x12300}, Row{eptBool, 9, 0x12301}, Row{eptShort, 7, 0x10007}, Row{eptUnsignedShort, -1, 0x1FFFF}}) {
+        CPropertyValue value(0x12345);
+        value.SetType(row.type);
+        value.SetValueInteger(row.stored);
+        value.SetType(eptInteger);
+        EXPECT_EQ(row.whole, value.GetValueInteger()) << row.type << ' ' << row.stored;
+    }
 }
 
 TEST(PropertyValue, TextsOfATableAndOfAnArray)

@@ -224,6 +224,10 @@ TEST_F(PropertyValueTrigger, CopiesAndAssignmentsLeaveNoDeadLinks)
     copy.Check();
     EXPECT_EQ((Reports{true}), told->reports) << "a copy reports to the source's callbacks";
     told.reset();
+    for (const CPropertyValueTrigger* trigger : {&copy, &assigned}) {
+        EXPECT_EQ(nullptr, trigger->GetCallbacks().GetAt(0)) << "the first, too";
+        EXPECT_EQ(&callback, trigger->GetCallbacks().GetAt(1));
+    }
     dying.reset();
     copy.Check();
     assigned.Check();

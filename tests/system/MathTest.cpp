@@ -24,6 +24,7 @@ TEST(Math, RoundsAsStated)
     EXPECT_EQ(-2, math.LinearMap(0, -10, 1, 0, 4));
     EXPECT_EQ(INT_MIN, math.LinearMap(0, 10, 1, 3, 3));
     EXPECT_DOUBLE_EQ(2.5, math.LinearMap(0.0, 10.0, 1.0, 0.0, 4.0));
+    EXPECT_DOUBLE_EQ(3.141592653589793, math.GetPi());
     EXPECT_EQ(7, math.RangeRate(10, 0, 0.39));
     EXPECT_EQ(0, math.RangeRate(INT_MIN, INT_MAX, 0.5) / 2);
 }

@@ -3,20 +3,21 @@
 
 #include "support/Rows.h"
 
+#include <array>
 #include <climits>
 
 namespace {
 
-// A table over static data: everything but the accessors is the base's.
+// A table over static data, which knows its end: everything but the accessors is the base's.
 struct StaticTable : CBaseIntegerText
 {
     using CBaseTextArray::TextAt;
-    void TextAt(int index, CString& text) const override { text = kTexts[index]; }
+    void TextAt(int index, CString& text) const override { text = kTexts.at(static_cast<std::size_t>(index)); }
     int GetTextCount() const override { return 4; }
-    int IntegerAt(int index) const override { return kIntegers[index]; }
+    int IntegerAt(int index) const override { return kIntegers.at(static_cast<std::size_t>(index)); }
 
-    static constexpr const char* kTexts[] = {"low", "high", "low", ""};
-    static constexpr int kIntegers[] = {-1, 7, 8, 7};
+    static constexpr std::array<const char*, 4> kTexts = {"low", "high", "low", ""};
+    static constexpr std::array<int, 4> kIntegers = {-1, 7, 8, 7};
 };
 
 void FillLikeStaticTable(CIntegerText& table)

@@ -234,6 +234,28 @@ TEST(International, ScratchGrowsOnly)
     CWStr text;
     EXPECT_TRUE(CInternational::Latin1ToUnicode(text, std::string(20000, '\xE9').c_str(), -1));
     EXPECT_EQ(std::u16string(20000, u'\x00E9'), Units(text));
+    CString narrow;
+    EXPECT_TRUE(CInternational::Latin1ToString(narrow, std::string(20000, '\xE9').c_str(), -1));
+    EXPECT_EQ(std::string(20000, '\x82'), Bytes(narrow));
+}
+
+TEST(International, ScratchKeepsItsUnitsUntilOneMoreIsNeeded)
+{
+    // Room for a text, its terminator and one unit more; then pairs of bytes, behind whose units those of that text follow. More than any
+    // run before.
+    static int room = 30000;
+    room += 2;
+    CWStr text;
+    ASSERT_TRUE(CInternational::Latin1ToUnicode(text, std::string(static_cast<std::size_t>(room) - 2, 'x').c_str(), -1));
+    std::string pairs;
+    for (int i = 0; i < room; i += 2)
+        pairs += "\x82\xA0";
+    EXPECT_TRUE(CInternational::ShiftJisToUnicode(text, pairs.data(), room - 1));
+    EXPECT_EQ(room - 2, text.GetLength());
+    EXPECT_TRUE(CInternational::ShiftJisToUnicode(text, pairs.data(), room));
+    EXPECT_EQ(room / 2, text.GetLength()) << "grown, and empty for that";
+    EXPECT_TRUE(CInternational::ShiftJisToUnicode(text, pairs.data(), 0));
+    EXPECT_EQ(0, text.GetLength());
 }
 
 TEST(WStrCodePage, ResourceTextsFollowTheCodePage)

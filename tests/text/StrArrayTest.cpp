@@ -3,12 +3,15 @@
 
 #include <kelgen/containers/BaseArray.h>
 #include <kelgen/framework/ole/OleVariant.h>
+#include <kelgen/text/StrTokenizer.h>
 
+#include "support/Random.h"
 #include "support/Rows.h"
 
 #include <algorithm>
 #include <cstdlib>
 
+using kelgen::test::Random;
 using kelgen::test::Table;
 using namespace std::string_literals;
 
@@ -36,6 +39,27 @@ struct Numbered : CStringDataSource
 {
     void GetStringData(CString& text, unsigned int id) override { text.AppendFormat("text %u", id); }
 };
+
+// Few letters, some of another case or of none, and sizes around those that fit into a register.
+Texts RandomTexts(Random& random, int most)
+{
+    Texts texts;
+    for (int i = random.Between(0, most); i > 0; --i) {
+        std::string text;
+        for (int length = random.Between(0, 20); length > 0; --length)
+            text += "aAbB@`[{\xE0\xFF"[random.Between(0, random.Between(0, 9))];
+        texts.push_back(text);
+    }
+    return texts;
+}
+
+std::vector<const char*> BlocksOf(const CStrArray& array)
+{
+    std::vector<const char*> blocks;
+    for (int i = 0; i < array.GetSize(); ++i)
+        blocks.push_back(array[i]);
+    return blocks;
+}
 
 using Pairs = std::vector<std::pair<std::string, std::string>>;
 
@@ -217,6 +241,92 @@ TEST(StrArray, SortKeepsLockedBuffersInPlace)
     EXPECT_EQ(texts, TextsOf(array));
     EXPECT_EQ(buffer, array[0].GetString());
     array[0].UnlockBuffer();
+}
+
+TEST(StrArray, SortByBytesEndsAsWithAHostsComparison)
+{
+    Random random;
+    for (int round = 0; round < 300; ++round) {
+        CStrArray quick = ArrayOf(RandomTexts(random, 80));
+        CStrArray plain = quick;
+        quick.Sort(CStrArray::Compare);
+        plain.Sort([](const char* a, const char* b) { return CStrArray::Compare(a, b); });
+        ASSERT_EQ(TextsOf(plain), TextsOf(quick));
+        ASSERT_EQ(BlocksOf(plain), BlocksOf(quick)) << "equal entries too";
+    }
+}
+
+TEST(StrArray, TokensAreTheTokenizers)
+{
+    Random random;
+    for (int round = 0; round < 2000; ++round) {
+        std::string text;
+        for (int length = random.Between(0, 40); length > 0; --length)
+            text += "ab,,"[random.Between(0, 3)];
+        const char* const separator = std::vector{",", "", "a,", ",,", "x", "aba"}[static_cast<std::size_t>(random.Between(0, 5))];
+        for (const int keepEmpty : {0, 1}) {
+            CStrArray expected("x");
+            CStrTokenizer tokenizer{CString(text.c_str())};
+            for (CString token; tokenizer.GetNextToken(token, separator, 0);) {
+                if (keepEmpty || !token.IsEmpty())
+                    expected.Add(token);
+            }
+            CStrArray array("x");
+            array.AddTokens(text.c_str(), separator, keepEmpty);
+            ASSERT_EQ(TextsOf(expected), TextsOf(array)) << text << " at " << separator;
+        }
+    }
+}
+
+TEST(StrArray, UniqueTextsDifferUpToTheirFirstZero)
+{
+    Random random;
+    for (int round = 0; round < 300; ++round) {
+        CStrArray array;
+        Texts expected;
+        for (int step = 0; step < 20; ++step) {
+            std::string text;
+            for (int length = random.Between(0, 4); length > 0; --length)
+                text += "ab\0"[random.Between(0, 2)];
+            if (random.Between(0, 1)) {
+                array.Add(CString(text.data(), static_cast<int>(text.size())));
+                expected.push_back(text);
+                continue;
+            }
+            text = text.c_str();
+            array.AddUnique(text.c_str());
+            if (std::none_of(expected.begin(), expected.end(), [&text](const std::string& entry) { return text == entry.c_str(); }))
+                expected.push_back(text);
+        }
+        ASSERT_EQ(expected, TextsOf(array));
+    }
+    CStrArray empty;
+    empty.AddUnique(nullptr);
+    empty.AddUnique("");
+    EXPECT_EQ(Texts({""}), TextsOf(empty));
+}
+
+TEST(StrArray, SearchAndJoiningEqualTheObviousLoops)
+{
+    Random random;
+    for (int round = 0; round < 500; ++round) {
+        const Texts texts = RandomTexts(random, 30);
+        const CStrArray array = ArrayOf(texts);
+        for (const std::string& sought : RandomTexts(random, 5)) {
+            int first = 0;
+            while (first < array.GetSize() && CStrArray::CompareNoCase(sought.c_str(), array[first]) != 0)
+                ++first;
+            ASSERT_EQ(first < array.GetSize() ? first : -1, array.FindFirstNoSortNoCase(sought.c_str())) << sought;
+        }
+        const std::string separator = std::vector<std::string>{"", ",", ", "}[static_cast<std::size_t>(random.Between(0, 2))];
+        std::string expected;
+        for (std::size_t i = 0; i < texts.size(); ++i)
+            expected += (i > 0 ? separator : "") + texts[i];
+        CString joined;
+        array.GetFormatString(&joined, separator.c_str());
+        ASSERT_EQ(expected, joined.GetString());
+        ASSERT_EQ(static_cast<int>(expected.size()), joined.GetLength());
+    }
 }
 
 TEST(StrArray, Joins)

@@ -118,6 +118,36 @@ TEST(WStrArray, AddsUniqueTextsByCaseAndFindsThemWithout)
     EXPECT_EQ(-1, unique.FindFirstNoCase(u"ab"_w));
 }
 
+TEST(WStrArray, SearchAndJoiningEqualTheObviousLoops)
+{
+    Random random;
+    const auto randomText = [&random] {
+        std::u16string text;
+        for (int length = random.Between(0, 20); length > 0; --length)
+            text += u"aAbB@`[{\u00E9\u212A"[random.Between(0, random.Between(0, 9))];
+        return text;
+    };
+    for (int round = 0; round < 500; ++round) {
+        CWStrArray array;
+        const std::u16string separator = Texts{u"", u",", u", "}[static_cast<std::size_t>(random.Between(0, 2))];
+        std::u16string expected;
+        for (int i = 0, count = random.Between(0, 30); i < count; ++i) {
+            const std::u16string text = randomText();
+            array.Add(Units(text));
+            expected += (i > 0 ? separator : u"") + text;
+        }
+        CWStr joined;
+        array.GetFormatString(joined, Units(separator));
+        ASSERT_EQ(expected, Units(joined));
+
+        const std::u16string sought = randomText();
+        int first = 0;
+        while (first < array.GetSize() && array[first].CollateNoCase(Units(sought)) != 0)
+            ++first;
+        ASSERT_EQ(first < array.GetSize() ? first : -1, array.FindFirstNoCase(Units(sought)));
+    }
+}
+
 TEST(WStrArray, AddsWhatTheTokenizerHandsOut)
 {
     Random random;

@@ -87,6 +87,9 @@ TEST_F(MessageFilter, OneHookServesTheThreadsWindows)
 
     EXPECT_EQ(1, m_filter->MessageFilterUnhook(&m_first));
     EXPECT_FALSE(Filter(m_first.m_hWnd));
+    EXPECT_EQ(1, m_filter->MessageFilterUnhook(&m_second));
+    EXPECT_FALSE(Filter(m_second.m_hWnd));
+    EXPECT_EQ("", m_account.Take()) << "the first of the list, too";
     EXPECT_EQ(1, m_filter->MessageFilterUnhook());
     EXPECT_TRUE(Filter(m_second.m_hWnd));
     EXPECT_EQ("older", m_account.Take()) << "the one hook is gone";
@@ -130,6 +133,8 @@ TEST_F(MessageFilter, ThreadIsLookedForInAsManyPlacesAsThereAreWindows)
     ::WaitForSingleObject(other->m_hThread, INFINITE);
     m_filter->MessageFilterHook();
     EXPECT_EQ(0, call());
+    EXPECT_EQ("first:0/1", m_account.Take());
+    EXPECT_FALSE(Filter(m_first.m_hWnd, 0));
     EXPECT_EQ("first:0/1", m_account.Take());
     m_filter->MessageFilterHook(&m_second);
     EXPECT_TRUE(Filter(m_first.m_hWnd, 0));

@@ -231,6 +231,10 @@ TEST_F(WndInterface, CreationIsToldOnceItIsOver)
 {
     EXPECT_TRUE(m_window->_000IsWindowCreated());
     EXPECT_EQ("", m_account.Take()) << "not before the creating call has returned";
+    MSG posted{};
+    EXPECT_TRUE(::PeekMessageA(&posted, m_window->m_hWnd, C000WndInterface::MESSAGE_WNDPOSCREATE, C000WndInterface::MESSAGE_WNDPOSCREATE,
+                               PM_NOREMOVE));
+    EXPECT_TRUE(posted.wParam == 0 && posted.lParam == 0);
     m_a.m_message = C000WndInterface::MESSAGE_WNDPOSCREATE;
     m_window->_000HookWndProc(m_a.Body());
     PumpWaiting();
@@ -247,6 +251,33 @@ TEST_F(WndInterface, CreationIsToldOnceItIsOver)
     EXPECT_FALSE(other._000IsWindowCreated()) << "a hook after WM_CREATE keeps it back";
     PumpWaiting();
     EXPECT_EQ("after-b", m_account.Take());
+}
+
+TEST_F(WndInterface, WhatIsNotOverriddenEndsNothing)
+{
+    struct PlainHook : C000WndProcInterface
+    {
+    } plain;
+    m_window->_000HookBeforeWndProc({&C000WndProcInterface::_000BeforeWndProc, &plain});
+    m_window->_000HookWndProc({&C000WndProcInterface::_000WndProc, &plain});
+    m_window->_000HookAfterWndProc({&C000WndProcInterface::_000AfterWndProc, &plain});
+    m_window->_000HookAfterWndProc(m_a.After());
+    EXPECT_EQ(7, Send());
+    EXPECT_EQ("default after-a", m_account.Take());
+    m_b.m_message = C000WndInterface::MESSAGE_WNDPOSCREATE;
+    m_window->_000HookWndProc(m_b.Body());
+    PumpWaiting();
+    EXPECT_EQ("created body-b", m_account.Take());
+
+    struct PlainWindow : HookWindow
+    {
+        bool _000OnPosCreate() override { return C000WndInterface::_000OnPosCreate(); }
+    } window;
+    window._000HookWndProc(m_b.Body());
+    ASSERT_TRUE(window.CreateHidden());
+    PumpWaiting();
+    EXPECT_EQ("body-b", m_account.Take());
+    window.DestroyWindow();
 }
 
 TEST_F(WndInterface, LastMessageEndsInTheBody)

@@ -6,6 +6,7 @@
 #include <kelgen/framework/program/WinApp.h>
 #include <kelgen/framework/windows/Wnd.h>
 
+#include <array>
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
@@ -38,15 +39,17 @@ bool HasWorked()
     return AfxGetCurrentMessage()->message != 0 || ::PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE);
 }
 
-std::atomic<void (*)()> atProgramEnd{nullptr};
+constexpr std::size_t kMostAtEnd = 4;
+std::array<std::atomic<void (*)()>, kMostAtEnd> atProgramEnd{};
 
 // Also when an exception leaves the program.
 struct ProgramEnd
 {
     ~ProgramEnd()
     {
-        if (const auto call = atProgramEnd.load())
-            call();
+        for (const auto& each : atProgramEnd)
+            if (const auto call = each.load())
+                call();
     }
 };
 
@@ -143,7 +146,11 @@ int RunProgram(HINSTANCE instance, HINSTANCE previousInstance, LPSTR commandLine
 
 void CallAtProgramEnd(void (*call)())
 {
-    atProgramEnd = call;
+    for (auto& each : atProgramEnd) {
+        void (*none)() = nullptr;
+        if (each.compare_exchange_strong(none, call))
+            return;
+    }
 }
 
 void TellOfFatalExceptions()

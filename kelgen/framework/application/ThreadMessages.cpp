@@ -6,6 +6,7 @@
 #include <kelgen/framework/program/ModuleState.h>
 #include <kelgen/framework/windows/ThreadState.h>
 #include <kelgen/framework/windows/Wnd.h>
+#include <kelgen/framework/windows/internal/HandleMaps.h>
 
 using namespace kelgen::detail;
 
@@ -75,6 +76,9 @@ void AfxInitThread()
 
 void AfxTermThread()
 {
+    // A thread that has begun nothing of that kind has nothing to end, and might lack the memory for it.
+    if (!kelgen::detail::ExistingThreadMaps())
+        return;
     _AFX_THREAD_STATE* const state = AfxGetThreadState();
     if (state->m_hHookOldMsgFilter)
         ::UnhookWindowsHookEx(state->m_hHookOldMsgFilter);

@@ -3,8 +3,10 @@
 
 #include <kelgen/framework/base/Exceptions.h>
 #include <kelgen/framework/base/internal/NarrowText.h>
+#include <kelgen/framework/base/internal/StringBlocks.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
@@ -33,10 +35,33 @@ std::size_t BlockSize(int capacity)
     return sizeof(StringData) + static_cast<std::size_t>(capacity) + 1;
 }
 
+/// The texts may overlap. Short ones go in two pieces, which may share bytes: half the time of a call.
 void CopyBytes(char* target, LPCSTR source, int length)
 {
-    if (length > 0)
+    const auto copy = [target, source, length]<class PIECE>(PIECE) {
+        PIECE first, last;
+        const std::ptrdiff_t atLast = length - static_cast<std::ptrdiff_t>(sizeof last);
+        std::memcpy(&first, source, sizeof first);
+        std::memcpy(&last, source + atLast, sizeof last);
+        std::memcpy(target, &first, sizeof first);
+        std::memcpy(target + atLast, &last, sizeof last);
+    };
+    struct Sixteen
+    {
+        std::uint64_t low, high;
+    };
+    if (length > 32)
         std::memmove(target, source, static_cast<std::size_t>(length));
+    else if (length >= 16)
+        copy(Sixteen());
+    else if (length >= 8)
+        copy(std::uint64_t());
+    else if (length >= 4)
+        copy(std::uint32_t());
+    else if (length >= 2)
+        copy(std::uint16_t());
+    else if (length == 1)
+        *target = *source;
 }
 
 int Sum(int left, int right)
@@ -59,7 +84,7 @@ const EmptyString CString::s_empty;
 char* CString::NewBlock(const char* text, int length, int capacity)
 {
     const int rounded = RoundedCapacity(capacity);
-    void* block = std::malloc(BlockSize(rounded));
+    void* const block = TakeStringBlock(BlockSize(rounded));
     if (!block)
         AfxThrowMemoryException();
     const auto data = new (block) StringData{1, length, rounded};
@@ -71,7 +96,7 @@ char* CString::NewBlock(const char* text, int length, int capacity)
 
 void CString::FreeBlock(char* text) noexcept
 {
-    std::free(DataOf(text));
+    ReturnStringBlock(DataOf(text), BlockSize(DataOf(text)->m_capacity));
 }
 
 CString CString::Join(LPCSTR left, int leftLength, LPCSTR right, int rightLength)
@@ -97,13 +122,27 @@ void CString::Resize(int capacity)
         return;
     }
     const int rounded = RoundedCapacity(capacity);
-    void* const block = std::realloc(static_cast<void*>(Data()), BlockSize(rounded));
+    const std::size_t before = BlockSize(GetAllocLength());
+    const std::size_t size = BlockSize(rounded);
+    const std::size_t blockClass = StringBlockClass(size);
+    if (blockClass != StringBlockClass(before) || blockClass >= ThreadStringBlocks::kClasses)
+        MoveBlock(before, size, length);
+    Data()->m_capacity = rounded;
+    SetLength(length);
+}
+
+// Only blocks of the general heap can grow where they lie.
+void CString::MoveBlock(std::size_t before, std::size_t size, int kept)
+{
+    const bool inHeap = StringBlockClass(before) >= ThreadStringBlocks::kClasses && StringBlockClass(size) >= ThreadStringBlocks::kClasses;
+    void* const block = inHeap ? std::realloc(static_cast<void*>(Data()), size) : TakeStringBlock(size);
     if (!block)
         AfxThrowMemoryException();
-    const auto data = static_cast<StringData*>(block);
-    data->m_capacity = rounded;
-    m_pszData = reinterpret_cast<char*>(data + 1);
-    SetLength(length);
+    if (!inHeap) {
+        std::memcpy(block, static_cast<const void*>(Data()), sizeof(StringData) + static_cast<std::size_t>(kept));
+        ReturnStringBlock(Data(), before);
+    }
+    m_pszData = reinterpret_cast<char*>(static_cast<StringData*>(block) + 1);
 }
 
 char* CString::PrepareWrite(int length)
@@ -138,7 +177,9 @@ CString::CString(const unsigned char* text) : CString(reinterpret_cast<LPCSTR>(t
 
 CString::CString(LPCSTR text, int length) : CString()
 {
-    SetString(text, length);
+    CheckText(text, length);
+    if (length > 0)
+        m_pszData = NewBlock(text, length, length);
 }
 
 CString::CString(char character, int count) : CString()
@@ -228,14 +269,14 @@ void CString::SetString(LPCSTR text, int length)
         return;
     }
     // The source may lie in this very block, which moves when it is replaced.
-    const auto offset = reinterpret_cast<ULONG_PTR>(text) - reinterpret_cast<ULONG_PTR>(m_pszData);
-    const bool ours = offset <= static_cast<ULONG_PTR>(GetLength());
-    if (!ours && IsShared()) {
+    if (IsShared()) {
         char* const block = NewBlock(text, length, length);
         Release(m_pszData);
         m_pszData = block;
         return;
     }
+    const auto offset = reinterpret_cast<ULONG_PTR>(text) - reinterpret_cast<ULONG_PTR>(m_pszData);
+    const bool ours = offset <= static_cast<ULONG_PTR>(GetLength());
     char* const target = PrepareWrite(ours ? std::max(length, GetLength()) : length);
     CopyBytes(target, ours ? target + offset : text, length);
     SetLength(length);
@@ -365,7 +406,12 @@ int CString::StringLength(LPCSTR text) noexcept
 
 bool operator==(const CString& left, const CString& right) noexcept
 {
-    return left.m_pszData == right.m_pszData || std::strcmp(left, right) == 0;
+    if (left.m_pszData == right.m_pszData)
+        return true;
+    const int length = left.GetLength();
+    if (length == right.GetLength() && std::memcmp(left.m_pszData, right.m_pszData, static_cast<std::size_t>(length)) == 0)
+        return true;
+    return std::strcmp(left, right) == 0;
 }
 
 CDumpContext& operator<<(CDumpContext& context, const CString& text)

@@ -411,6 +411,25 @@ public:
     /// Writes the text in UTF-8, zeros inside included.
     friend KELGEN_FRAMEWORK_API std::ostream& operator<<(std::ostream& stream, const CString& text);
 
+    /// Exchanges two strings; a locked one keeps its buffer as long as the text fits.
+    friend void swap(CString& left, CString& right)
+    {
+        if (!left.IsLocked() && !right.IsLocked()) {
+            char* const text = left.m_pszData;
+            left.m_pszData = right.m_pszData;
+            right.m_pszData = text;
+            return;
+        }
+        const CString held(left);
+        left = right;
+        right = held;
+    }
+    /// Whether LockBuffer holds the block.
+    bool IsLocked() const noexcept
+    {
+        return Data()->m_references.load(std::memory_order_relaxed) < 0;
+    }
+
 private:
     static const kelgen::detail::EmptyString s_empty;
 
@@ -452,15 +471,12 @@ private:
     static void FreeBlock(char* text) noexcept;
     static CString Join(LPCSTR left, int leftLength, LPCSTR right, int rightLength);
 
-    bool IsLocked() const noexcept
-    {
-        return Data()->m_references.load(std::memory_order_relaxed) < 0;
-    }
     bool IsShared() const noexcept
     {
         return Data()->m_references.load(std::memory_order_acquire) > 1;
     }
     void Resize(int capacity);
+    void MoveBlock(std::size_t before, std::size_t size, int kept);
     char* PrepareWrite(int length);
     char* PrepareAppend(int length);
     void SetLength(int length) noexcept;

@@ -192,9 +192,16 @@ CString& CString::TrimRight(LPCSTR set)
     return *this;
 }
 
+// Both ends are sought first: a shared text is then copied once, without them.
 CString& CString::Trim()
 {
-    return TrimRight().TrimLeft();
+    const int end = TrailingRun(m_pszData, GetLength(), IsSpaceAt);
+    int start = 0;
+    while (start < end && IsSpaceAt(m_pszData + start))
+        start = Distance(m_pszData, NextCharacter(m_pszData + start));
+    if (start > 0 || end < GetLength())
+        SetString(m_pszData + start, end - start);
+    return *this;
 }
 
 CString& CString::Trim(char character)
@@ -305,7 +312,15 @@ int CString::Find(char character, int start) const
 {
     if (start < 0 || start >= GetLength())
         return -1;
-    return PositionOrNone(m_pszData, FindCharacter(m_pszData + start, character));
+    if (character == 0 || HasTwoByteCharacters())
+        return PositionOrNone(m_pszData, FindCharacter(m_pszData + start, character));
+
+    // With the length known a miss takes one look at each byte. A 0 byte before the place ends the text.
+    const auto length = static_cast<std::size_t>(GetLength() - start);
+    const auto found = static_cast<LPCSTR>(std::memchr(m_pszData + start, static_cast<unsigned char>(character), length));
+    if (!found || std::memchr(m_pszData + start, 0, static_cast<std::size_t>(found - (m_pszData + start))))
+        return -1;
+    return Distance(m_pszData, found);
 }
 
 int CString::Find(LPCSTR text, int start) const

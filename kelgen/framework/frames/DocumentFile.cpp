@@ -26,14 +26,21 @@ public:
     BOOL Open(LPCSTR lpszFileName, UINT nOpenFlags, CFileException* pError) override
     {
         const CString path(lpszFileName);
-        char copy[MAX_PATH];
-        if (!(nOpenFlags & modeCreate) || !CopyNameFor(path, copy))
+        const Way way = nOpenFlags & modeCreate ? WayTo(path) : Way::inPlace;
+        if (way == Way::inPlace)
             return CFile::Open(path, nOpenFlags, pError);
-        if (!CFile::Open(copy, nOpenFlags, pError)) {
-            ::DeleteFileA(copy);
+        if (way == Way::none) {
+            if (pError) {
+                pError->m_lOsError = static_cast<LONG>(::GetLastError());
+                pError->m_cause = CFileException::OsErrorToException(pError->m_lOsError);
+                pError->m_strFileName = path;
+            }
             return FALSE;
         }
-        m_copy = copy;
+        if (!CFile::Open(m_copy, nOpenFlags, pError)) {
+            Abort();
+            return FALSE;
+        }
         m_strFileName = path;
         return TRUE;
     }
@@ -41,46 +48,61 @@ public:
     void Close() override
     {
         // Renamed before its bytes are on the disk it might come out of a crash of the system empty.
-        if (!m_copy.IsEmpty())
+        if (*m_copy)
             Flush();
         CFile::Close();
-        const CString copy = std::exchange(m_copy, {});
-        if (copy.IsEmpty() || ::MoveFileExA(copy, m_target, MOVEFILE_REPLACE_EXISTING))
+        if (!*m_copy || ::MoveFileExA(m_copy, m_target, MOVEFILE_REPLACE_EXISTING)) {
+            *m_copy = '\0';
             return;
+        }
         const DWORD error = ::GetLastError();
-        ::DeleteFileA(copy);
+        Abort();
         CFileException::ThrowOsError(static_cast<LONG>(error), m_target);
     }
 
     void Abort() override
     {
         CFile::Abort();
-        const CString copy = std::exchange(m_copy, {});
-        if (!copy.IsEmpty())
-            ::DeleteFileA(copy);
+        if (*m_copy)
+            ::DeleteFileA(m_copy);
+        *m_copy = '\0';
     }
 
     ~MirrorFile() override { MirrorFile::Abort(); }
 
 private:
-    /// A new file beside an existing plain one that may be written; false without one.
-    bool CopyNameFor(const CString& path, LPSTR copy)
+    enum class Way
+    {
+        beside,
+        inPlace,
+        none,  // with the last error
+    };
+
+    /// How to write @p path. Beside an existing plain file that may be written a copy is made, unless its folder takes no new one.
+    Way WayTo(const CString& path)
     {
         const DWORD attributes = ::GetFileAttributesA(path);
-        if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)))
-            return false;
+        if (attributes == INVALID_FILE_ATTRIBUTES) {
+            const DWORD error = ::GetLastError();
+            return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND || error == ERROR_INVALID_NAME ? Way::inPlace : Way::none;
+        }
+        if (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY))
+            return Way::inPlace;
         char full[MAX_PATH];
         LPSTR name = nullptr;
         const DWORD length = ::GetFullPathNameA(path, MAX_PATH, full, &name);
         if (length == 0 || length >= MAX_PATH || !name)
-            return false;
+            return Way::inPlace;
         m_target = full;
         *name = '\0';
-        return ::GetTempFileNameA(full, "doc", 0, copy) != 0;
+        if (::GetTempFileNameA(full, "doc", 0, m_copy) != 0)
+            return Way::beside;
+        *m_copy = '\0';
+        return ::GetLastError() == ERROR_ACCESS_DENIED || ::GetLastError() == ERROR_BUFFER_OVERFLOW ? Way::inPlace : Way::none;
     }
 
     CString m_target;
-    CString m_copy;
+    char m_copy[MAX_PATH] = "";  // takes no memory, or the file would stay without it
 };
 
 /// Gives the document its file back: aborted, unless Release was called.

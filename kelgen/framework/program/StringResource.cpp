@@ -23,10 +23,12 @@ CString FormatOf(UINT formatId)
 
 CString::CString(LPCSTR text) : CString()
 {
-    if (!IS_INTRESOURCE(text))
-        SetString(text);
-    else if (text)
+    if (!IS_INTRESOURCE(text)) {
+        if (const int length = StringLength(text); length > 0)
+            m_pszData = NewBlock(text, length, length);
+    } else if (text) {
         LoadString(LOWORD(reinterpret_cast<ULONG_PTR>(text)));
+    }
 }
 
 void CString::SetWide(const WCHAR* text, int length)

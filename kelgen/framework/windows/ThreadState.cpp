@@ -36,9 +36,10 @@ _AFX_THREAD_STATE::~_AFX_THREAD_STATE()
 _AFX_THREAD_STATE* AfxGetThreadState()
 {
     if (!threadState) {
+        kelgen::ThreadSlot& slot = StateSlot();
         threadState = new _AFX_THREAD_STATE;
         // Without a slot the state of this thread is never freed.
-        static_cast<void>(StateSlot().Set(threadState));
+        static_cast<void>(slot.Set(threadState));
     }
     return threadState;
 }

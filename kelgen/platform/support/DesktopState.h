@@ -31,8 +31,8 @@ struct QueueState
 /// The queues of the process in the order of their threads' numbers. None where the system does not tell, as on windows.
 KELGEN_PLATFORM_API std::vector<QueueState> QueuesOfProcess();
 
-/// From now on each SIGUSR1 calls @p call, on a thread of its own. False where there is no such signal, and when the program has a
-/// handler for it.
+/// From now on each SIGUSR1 calls @p call, on a thread that all such calls share. False where there is no such signal, and when the program
+/// has a handler for it.
 KELGEN_PLATFORM_API bool CallOnDumpSignal(void (*call)());
 
 }  // namespace kelgen

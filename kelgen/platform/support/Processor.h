@@ -9,9 +9,11 @@
 //   LaneMask              two bits for each unit, set where its lane is; the first unit has the lowest
 //   Narrow, Widen...      between units below 0x100 and bytes
 //   Block, BlockPair      128 bits, or two times 128, for carry-less multiplication, when HasMultiplication()
+//   BlockQuad             four times 128, when HasQuadMultiplication()
 //   Pause                 tells the processor that this thread is waiting actively
 // Functions whose names are overloaded for the wide types may be called from functions marked KELGEN_WIDE_VECTORS only, those on
-// blocks from KELGEN_MULTIPLIES, those on pairs of blocks from KELGEN_MULTIPLIES_PAIRS. Identity.h says what the processor is.
+// blocks from KELGEN_MULTIPLIES, those on pairs of blocks from KELGEN_MULTIPLIES_PAIRS, those on four from KELGEN_MULTIPLIES_QUADS.
+// Identity.h says what the processor is.
 #pragma once
 
 #include <kelgen/platform/support/processor/Identity.h>

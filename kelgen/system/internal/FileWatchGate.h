@@ -16,10 +16,13 @@ public:
     /// Guards the watcher's lists and stored times. Never held while a host's code runs.
     std::mutex lists;
 
-    /// A thread is about to start and will come in by EnterFirst: the watcher must not go before.
+    /// A thread is about to start and will come in by EnterFirst: the watcher must not go before. What the thread needs to come in and
+    /// leave is there then, since it could not tell anybody that it lacks memory.
     void Expect()
     {
         const std::lock_guard lock(m_mutex);
+        m_inside.reserve(m_threads + 1);
+        ++m_threads;
         ++m_expected;
     }
 
@@ -28,6 +31,14 @@ public:
     {
         const std::lock_guard lock(m_mutex);
         --m_expected;
+        --m_threads;
+    }
+
+    /// The calling thread comes in no more.
+    void End()
+    {
+        const std::lock_guard lock(m_mutex);
+        --m_threads;
     }
 
     /// The calling thread, just started, comes in.
@@ -83,6 +94,7 @@ private:
     std::mutex m_mutex;
     std::condition_variable m_left;
     std::vector<std::thread::id> m_inside;
+    std::size_t m_threads = 0;
     int m_expected = 0;
     bool m_closed = false;
 };

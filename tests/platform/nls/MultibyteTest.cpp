@@ -1,6 +1,11 @@
 // MultibyteTest.cpp: the multibyte functions in a single-byte and a double-byte page.
+#include "support/Random.h"
+
+#include <algorithm>
 #include <climits>
 #include <cstring>
+
+using kelgen::test::Random;
 
 namespace {
 
@@ -140,6 +145,43 @@ TEST(Multibyte, ComparesByCharacter)
     EXPECT_EQ(0, _mbsicmp(AsBytes("\x82\x60"), AsBytes("\x82\x81")));
     EXPECT_EQ(-1, _mbsicmp(AsBytes("\x82\x60"), AsBytes("\x82\x82")));
     EXPECT_EQ(INT_MAX, _mbsicmp(nullptr, AsBytes("a")));
+}
+
+// Blocks of exactly the texts' sizes: the address sanitizer sees what is read behind them.
+TEST(Multibyte, CaseOfBytesEqualsTheObviousLoops)
+{
+    const SelectedPage page(1252);
+    Random random;
+    const auto lower = [](char byte) { return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + 32) : byte; };
+    const auto upper = [](char byte) { return byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - 32) : byte; };
+    for (int round = 0; round < 5000; ++round) {
+        const int common = random.Between(0, round % 10 == 0 ? 200 : 40);
+        std::vector<char> left, right;
+        const auto add = [&random](std::vector<char>& text, int count) {
+            for (; count > 0; --count)
+                text.push_back("azAZ@[`{\x7F\xE1\xC1"[random.Between(0, 10)]);
+        };
+        add(left, common);
+        for (const char byte : left)
+            right.push_back(random.Between(0, 1) ? lower(byte) : byte);
+        add(left, random.Between(0, 3));
+        add(right, random.Between(0, 3));
+        left.push_back(0);
+        right.push_back(0);
+
+        const auto differ = std::mismatch(left.begin(), left.end() - 1, right.begin(), right.end() - 1,
+                                          [&](char a, char b) { return lower(a) == lower(b); });
+        const int expected = static_cast<signed char>(lower(*differ.first)) - static_cast<signed char>(lower(*differ.second));
+        const auto sign = [](int order) { return (order > 0) - (order < 0); };
+        ASSERT_EQ(sign(expected), sign(_mbsicmp(AsBytes(left.data()), AsBytes(right.data())))) << left.data() << " | " << right.data();
+        ASSERT_EQ(0, _strnicmp(left.data(), right.data(), static_cast<std::size_t>(differ.first - left.begin())));
+
+        std::vector<char> mapped = left;
+        std::transform(mapped.begin(), mapped.end(), mapped.begin(), upper);
+        ASSERT_STREQ(mapped.data(), _strupr(left.data()));
+        std::transform(mapped.begin(), mapped.end(), mapped.begin(), lower);
+        ASSERT_STREQ(mapped.data(), _strlwr(left.data()));
+    }
 }
 
 TEST(Multibyte, EditsByCharacter)

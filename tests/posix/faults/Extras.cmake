@@ -1,4 +1,5 @@
-# What replaces the program's allocation functions is a part of the programs alone whose allocations are to fail.
-target_sources(test_posix_faults PRIVATE "${PROJECT_SOURCE_DIR}/tests/support/faults/FailingMemory.cpp")
+# What stands before the allocation functions and system calls is a part of the programs alone where they are to fail.
+target_sources(test_posix_faults PRIVATE "${PROJECT_SOURCE_DIR}/tests/support/faults/FailingMemory.cpp"
+  "${PROJECT_SOURCE_DIR}/tests/support/faults/FailingCalls.cpp")
 include("${PROJECT_SOURCE_DIR}/tests/support/system/Programs.cmake")
 kelgen_label_test(posix_faults faults)

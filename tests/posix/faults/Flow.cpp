@@ -1,18 +1,19 @@
-// Flow.cpp: the runs, and what each may leave behind.
+// Flow.cpp: the runs, and what each may come to.
 #include "posix/faults/Flow.h"
 
+#include "posix/faults/Remains.h"
+#include "support/faults/FailingCalls.h"
 #include "support/faults/FailingMemory.h"
 #include "support/system/Services.h"
 
 #include <kelgen/framework/base/Exceptions.h>
 
-#include <gtest/gtest.h>
-
+#include <array>
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <iostream>
+#include <optional>
 
 #include <unistd.h>
 
@@ -20,76 +21,96 @@ namespace kelgen::test {
 
 namespace {
 
-struct Remains
-{
-    std::ptrdiff_t descriptors = 0;
-    std::ptrdiff_t files = 0;
-    int windows = 0;
+Failing failing = Failing::memory;
 
-    bool operator==(const Remains&) const = default;
-};
+// A run that takes longer hangs.
+constexpr unsigned kDeadlineSeconds = 60;
 
-std::ostream& operator<<(std::ostream& out, const Remains& remains)
+using Errors = std::set<DWORD>;
+
+const Errors kLackOfMemory = {ERROR_NOT_ENOUGH_MEMORY, ERROR_OUTOFMEMORY};
+
+bool Workers()
 {
-    return out << remains.descriptors << " descriptors, " << remains.files << " files, " << remains.windows << " windows";
+    return failing == Failing::workersMemory || failing == Failing::workersCalls;
 }
 
-Remains RemainsNow()
+FailingThreads Whose()
 {
-    namespace fs = std::filesystem;
-    Remains remains;
-    remains.descriptors = std::distance(fs::directory_iterator("/proc/self/fd"), {});
-    const fs::path home = std::getenv("KELGEN_HOME");
-    for (auto entry = fs::recursive_directory_iterator(home.parent_path()); entry != fs::recursive_directory_iterator(); ++entry)
-        ++remains.files;
-    const auto count = [](HWND, LPARAM number) -> BOOL {
-        ++*reinterpret_cast<int*>(number);
-        return TRUE;
-    };
-    EnumWindows(count, reinterpret_cast<LPARAM>(&remains.windows));
-    for (HWND window = nullptr; (window = FindWindowExA(HWND_MESSAGE, window, nullptr, nullptr));)
-        ++remains.windows;
-    return remains;
+    return Workers() ? FailingThreads::others : FailingThreads::calling;
 }
 
-bool IsLackOfMemory(DWORD error)
+/// Whether one of these errors is why the framework throws it: a file's or a resource's exception, for a call of the platform that failed.
+bool TellsOf(CException& exception, const Errors& errors, DWORD lastError)
 {
-    return error == ERROR_NOT_ENOUGH_MEMORY || error == ERROR_OUTOFMEMORY;
-}
-
-/// Whether a lack of memory is why the framework throws it: a file's or a resource's exception, for a call of the platform that failed.
-bool TellsOfMemory(CException& exception, DWORD lastError)
-{
+    if (exception.IsKindOf(RUNTIME_CLASS(CMemoryException)))
+        return errors.contains(ERROR_NOT_ENOUGH_MEMORY);
     if (const CFileException* const file = DYNAMIC_DOWNCAST(CFileException, &exception))
-        return IsLackOfMemory(static_cast<DWORD>(file->m_lOsError));
-    return exception.IsKindOf(RUNTIME_CLASS(CResourceException)) && IsLackOfMemory(lastError);
+        return errors.contains(static_cast<DWORD>(file->m_lOsError));
+    return exception.IsKindOf(RUNTIME_CLASS(CResourceException)) && errors.contains(lastError);
 }
 
-/// One run: whether an allocation failed in it.
-bool Run(const std::function<Outcome()>& work, int first, bool fromThereOn)
+/// Does the work once, between @p begin, which makes something fail, and @p end. It must come to its end, or tell of one of these errors.
+template <class Begin, class End>
+Outcome Do(const Flow& flow, const Errors& errors, Begin begin, End end)
 {
-    FailingMemory memory(first, fromThereOn);
-    Outcome outcome = {true};
-    const char* wrong = nullptr;
+    Outcome outcome = {false};
+    std::string wrong;
     try {
-        outcome = work();
-    } catch (CMemoryException* e) {
-        e->Delete();
+        begin();
+        outcome = flow.work();
+        end();
+        if (!outcome.done && !errors.contains(outcome.error) && !flow.alsoTold.contains(outcome.error))
+            wrong = "fails with " + std::to_string(outcome.error);
     } catch (CException* e) {
-        memory.End();
-        if (!TellsOfMemory(*e, GetLastError()))
-            wrong = e->GetRuntimeClass()->m_lpszClassName;
+        end();
+        outcome.error = GetLastError();
+        if (!TellsOf(*e, errors, outcome.error))
+            wrong = std::string("throws ") + e->GetRuntimeClass()->m_lpszClassName;
         e->Delete();
     } catch (const std::exception& e) {
-        memory.End();
-        wrong = typeid(e).name();
+        end();
+        wrong = std::string("throws ") + typeid(e).name();
     }
-    memory.End();
-    if (wrong)
-        ADD_FAILURE() << "throws " << wrong;
-    if (!outcome.done && !IsLackOfMemory(outcome.error))
-        ADD_FAILURE() << "fails with " << outcome.error;
-    return memory.HasFailed();
+    if (!wrong.empty())
+        ADD_FAILURE() << wrong;
+    return outcome;
+}
+
+/// Names a run in failures, and ends the program when it hangs.
+class Run
+{
+public:
+    explicit Run(std::string name) : m_trace(__FILE__, __LINE__, name)
+    {
+        current = std::move(name);
+        std::signal(SIGALRM, [](int) {
+            static_cast<void>(!write(2, current.data(), current.size()));
+            static_cast<void>(!write(2, ": hangs\n", 8));
+            std::abort();
+        });
+        alarm(kDeadlineSeconds);
+    }
+    ~Run() { alarm(0); }
+    Run(const Run&) = delete;
+    Run& operator=(const Run&) = delete;
+
+private:
+    static inline std::string current;
+    testing::ScopedTrace m_trace;
+};
+
+void Check(const Flow& flow, const Outcome& outcome, Remains& before, bool mayLeaveFiles = false)
+{
+    if (flow.check)
+        flow.check(outcome);
+    if (mayLeaveFiles)
+        before.files = Remains::Now().files;
+    // What has ended may still be on its way out, now or when the first was counted.
+    Eventually([&before] { return Remains::Now().IsWithin(before); });
+    const Remains now = Remains::Now();
+    EXPECT_TRUE(now.IsWithin(before)) << before << " before, " << now;
+    before = now;
 }
 
 int Step()
@@ -98,32 +119,73 @@ int Step()
     return chosen && std::string(chosen) == "all" ? 1 : 7;
 }
 
-/// All runs of a kind. Returns their number.
-int RunAll(const std::function<Outcome()>& work, const std::function<void()>& check, bool fromThereOn)
+constexpr int kMostRuns = 100000;
+
+/// All runs with allocations of a kind. Returns their number.
+int RunWithoutMemory(const Flow& flow, bool fromThereOn)
 {
-    constexpr int kMost = 100000;
-    const Remains before = RemainsNow();
+    Remains before = Remains::Now();
     int runs = 0;
-    for (int first = 0; first < kMost; first += Step(), ++runs) {
-        SCOPED_TRACE(std::to_string(first) + (fromThereOn ? " and all after it" : " alone"));
-        const bool failed = Run(work, first, fromThereOn);
-        if (check)
-            check();
-        // What has ended may still be on its way out.
-        Eventually([&before] { return RemainsNow() == before; });
-        EXPECT_EQ(before, RemainsNow());
-        if (!failed || testing::Test::HasFailure())
+    for (int first = 0; first < kMostRuns; first += Step(), ++runs) {
+        const Run run("allocation " + std::to_string(first) + (fromThereOn ? " and all after it" : " alone"));
+        std::optional<FailingMemory> memory;
+        const Outcome outcome = Do(
+            flow, Workers() ? Errors() : kLackOfMemory, [&] { memory.emplace(first, fromThereOn, Whose()); }, [&] { memory->End(); });
+        const bool failed = memory->HasFailed();
+        Check(flow, outcome, before);
+        if (!failed || (testing::Test::HasFailure()))
             break;
     }
     return runs;
 }
 
-/// The program's resident memory in KB.
-long Resident()
+struct Reason
 {
-    long pages = 0;
-    std::ifstream("/proc/self/statm") >> pages >> pages;
-    return pages * (sysconf(_SC_PAGESIZE) / 1024);
+    const char* name;
+    CallFault fault;
+    Errors errors;
+};
+
+/// All runs with system calls that fail for a reason. Returns their number.
+int RunWithFailingCalls(const Flow& flow, const Reason& reason)
+{
+    Remains before = Remains::Now();
+    int runs = 0;
+    for (int first = 0; first < kMostRuns; first += Step(), ++runs) {
+        const Run run("system call " + std::to_string(first) + ": " + reason.name);
+        std::optional<FailingCalls> calls;
+        const Outcome outcome = Do(
+            flow, Workers() ? Errors() : reason.errors, [&] { calls.emplace(reason.fault, Whose(), first); }, FailingCalls::End);
+        const char* const failed = FailingCalls::Failed();
+        const testing::ScopedTrace trace(__FILE__, __LINE__, failed ? failed : "none");
+        Check(flow, outcome, before, FailingCalls::FailedToRemove());
+        if (!failed || (testing::Test::HasFailure()))
+            break;
+    }
+    return runs;
+}
+
+/// Runs it with everything failing once. Returns the number of runs.
+int RunAll(const Flow& flow)
+{
+    if (failing == Failing::memory || failing == Failing::workersMemory)
+        return RunWithoutMemory(flow, false) + RunWithoutMemory(flow, true);
+    static const std::array kReasons = {
+        Reason{"EINTR", CallFault::broken, {}},
+        Reason{"part", CallFault::part, {}},
+        Reason{"EIO", CallFault::inputOutput, {ERROR_GEN_FAILURE}},
+        Reason{"ENOSPC", CallFault::space, {ERROR_DISK_FULL}},
+        Reason{"EMFILE", CallFault::descriptors, {ERROR_TOO_MANY_OPEN_FILES}},
+        Reason{"EACCES", CallFault::denied, {ERROR_ACCESS_DENIED}},
+        Reason{"ENOMEM", CallFault::memory, kLackOfMemory},
+    };
+    int runs = 0;
+    for (const Reason& reason : kReasons) {
+        // By contract a thread that may not look at something goes on without it.
+        if (!Workers() || reason.fault != CallFault::denied)
+            runs += RunWithFailingCalls(flow, reason);
+    }
+    return runs;
 }
 
 /// What a work came to hold after some of its runs.
@@ -133,12 +195,12 @@ struct Holding
     std::ptrdiff_t blocks;
     long resident;
 
-    static Holding Now() { return {RemainsNow(), LiveBlocks(), Resident()}; }
+    static Holding Now() { return {Remains::Now(), LiveBlocks(), Resident()}; }
 };
 
-/// Runs @p work for so many seconds. What the process holds must be the same at the end as after a third of the time, which is left to what
-/// is made once and kept.
-void Soak(const std::function<Outcome()>& work, const std::function<void()>& check, double seconds)
+/// Does the work for so many seconds. What the process holds must be the same at the end as after a third of the time, which is left to
+/// what is made once and kept.
+void Soak(const Flow& flow, double seconds)
 {
     using Clock = std::chrono::steady_clock;
     // Pages that the heap keeps, and numbers of closed handles, which wait in line before they come again.
@@ -147,9 +209,9 @@ void Soak(const std::function<Outcome()>& work, const std::function<void()>& che
     long runs = 0;
     const auto runFor = [&](double share) {
         do {
-            ASSERT_TRUE(work().done) << "in run " << runs << ", error " << GetLastError();
-            if (check)
-                check();
+            ASSERT_TRUE(flow.work().done) << "in run " << runs << ", error " << GetLastError();
+            if (flow.check)
+                flow.check({true});
             ++runs;
         } while (Clock::now() - start < std::chrono::duration<double>(seconds * share) && !testing::Test::HasFailure());
     };
@@ -157,10 +219,10 @@ void Soak(const std::function<Outcome()>& work, const std::function<void()>& che
     const Holding before = Holding::Now();
     runFor(1);
     // What has ended may still be on its way out.
-    Eventually([&before] { return RemainsNow() == before.remains && LiveBlocks() <= before.blocks; });
+    Eventually([&before] { return Remains::Now() == before.remains && LiveBlocks() <= before.blocks; });
     const Holding after = Holding::Now();
     EXPECT_EQ(before.remains, after.remains);
-    EXPECT_LE(after.blocks, before.blocks) << "loses memory";
+    EXPECT_TRUE(after.blocks <= before.blocks || flow.keepsMemory) << "loses memory";
     EXPECT_LE(after.resident, before.resident + kSpareResident) << "KB";
     std::cout << testing::UnitTest::GetInstance()->current_test_info()->name() << ": " << runs << " runs, " << after.remains << ", "
               << after.blocks << " blocks (" << after.blocks - before.blocks << " more), " << after.resident << " KB resident ("
@@ -169,30 +231,41 @@ void Soak(const std::function<Outcome()>& work, const std::function<void()>& che
 
 }  // namespace
 
-void RunWithoutMemory(const std::function<Outcome()>& work, const std::function<void()>& check)
+FailingKind::FailingKind(Failing kind)
+{
+    failing = kind;
+}
+
+FailingKind::~FailingKind()
+{
+    failing = Failing::memory;
+}
+
+void RunFlow(const Flow& flow)
 {
     if (const char* const seconds = std::getenv("KELGEN_SOAK")) {
-        Soak(work, check, std::strtod(seconds, nullptr));
+        Soak(flow, std::strtod(seconds, nullptr));
         return;
     }
     // What is made once and kept, before anything fails.
-    ASSERT_TRUE(work().done) << "with memory, error " << GetLastError();
-    if (check)
-        check();
+    const Outcome first = flow.work();
+    ASSERT_TRUE(first.done) << "without failures, error " << first.error;
+    if (flow.check)
+        flow.check(first);
     int runs = 0;
     // What is kept for later use comes to an end of its growth, what is lost does not.
     constexpr int kMostRounds = 150;
     bool grows = true;
-    for (int round = 0; grows && round < kMostRounds; ++round) {
+    for (int round = 0; grows && round < (flow.keepsMemory ? 1 : kMostRounds); ++round) {
         const std::ptrdiff_t blocks = LiveBlocks();
-        for (const bool fromThereOn : {false, true})
-            runs += RunAll(work, check, fromThereOn);
+        runs += RunAll(flow);
         if (testing::Test::HasFailure())
             return;
         grows = LiveBlocks() > blocks;
     }
-    EXPECT_FALSE(grows) << "loses memory";
-    EXPECT_TRUE(runs > 0 || !FailsMalloc()) << "allocates nothing";
+    // Threads that end when they like hold now more, now less.
+    EXPECT_FALSE(grows && !flow.keepsMemory && failing != Failing::workersCalls) << "loses memory";
+    EXPECT_TRUE(runs > 0 || Workers() || !FailsMalloc()) << "nothing that fails";
     testing::Test::RecordProperty("runs", runs);
 }
 

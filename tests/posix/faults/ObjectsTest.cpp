@@ -17,7 +17,7 @@ const CString kLong('x', 300);
 TEST(WithoutMemory, NarrowStrings)
 {
     CString kept = "kept";
-    RunWithoutMemory(
+    RunFlow(
         [&] {
             CString text = kept;
             text += kLong;
@@ -33,7 +33,7 @@ TEST(WithoutMemory, NarrowStrings)
 TEST(WithoutMemory, WideStrings)
 {
     CWStr kept = u"kept"_w;
-    RunWithoutMemory(
+    RunFlow(
         [&] {
             CWStr text = kept;
             for (int i = 0; i < 100; ++i)
@@ -54,7 +54,7 @@ TEST(WithoutMemory, Arrays)
     CStringArray strings;
     CArray<int, int> numbers;
     CFastArray<CString> fast;
-    RunWithoutMemory(
+    RunFlow(
         [&] {
             for (int i = 0; i < 40; ++i) {
                 strings.Add(kLong);
@@ -84,7 +84,7 @@ TEST(WithoutMemory, MapsAndLists)
 {
     CMapStringToString map;
     CStringList list;
-    RunWithoutMemory(
+    RunFlow(
         [&] {
             for (int i = 0; i < 40; ++i) {
                 CString key;
@@ -106,7 +106,7 @@ TEST(WithoutMemory, MapsAndLists)
 TEST(WithoutMemory, Archives)
 {
     CMemFile file;
-    RunWithoutMemory(
+    RunFlow(
         [&] {
             file.SeekToBegin();
             CStringArray strings;
@@ -132,7 +132,7 @@ TEST(WithoutMemory, Archives)
 TEST(WithoutMemory, PropertySets)
 {
     gen::CPropertySet set;
-    RunWithoutMemory(
+    RunFlow(
         [&] {
             gen::CPropertySet made;
             for (int i = 0; i < 5; ++i) {
@@ -152,7 +152,7 @@ TEST(WithoutMemory, PropertySets)
 
 TEST(WithoutMemory, AutomationValues)
 {
-    RunWithoutMemory([] {
+    RunFlow([] {
         CWStr text = u"12"_w;
         VARIANT value;
         VariantInit(&value);
@@ -172,7 +172,7 @@ TEST(WithoutMemory, AutomationValues)
 
 TEST(WithoutMemory, FormattedMessages)
 {
-    RunWithoutMemory([] {
+    RunFlow([] {
         char* text = nullptr;
         const DWORD length = FormatMessageA(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM, nullptr, ERROR_FILE_NOT_FOUND, 0,
                                             reinterpret_cast<LPSTR>(&text), 0, nullptr);

@@ -17,15 +17,48 @@ Outcome StatusOutcome(LSTATUS status)
     return {status == ERROR_SUCCESS, static_cast<DWORD>(status)};
 }
 
+/// A watcher that counts its alarms.
+class CountingWatcher : public CFileChangeEvent
+{
+public:
+    ~CountingWatcher() override { EndWatch(); }
+
+    std::atomic<int> alarms = 0;
+
+protected:
+    void OnFileAlarm(EFileAlarm, const char*) override { ++alarms; }
+};
+
+/// Its thread sees a change, or ends and says so.
+void SeeAlarms(Failing failing)
+{
+    const FailingKind kind(failing);
+    const std::string path = DrivePath(ScratchFile("watched"));
+    std::unique_ptr<CountingWatcher> watcher;
+    RunFlow({[&] {
+                 watcher = std::make_unique<CountingWatcher>();
+                 watcher->AddFile(path.c_str());
+                 watcher->StartWatch();
+                 return Outcome{Eventually([&] {
+                                    Touch(path);
+                                    return watcher->alarms > 0 || !watcher->IsWatching();
+                                }),
+                                WAIT_TIMEOUT};
+             },
+             [&](const Outcome&) { watcher.reset(); },
+             {},
+             true});
+}
+
 }  // namespace
 
-TEST(WithoutMemory, RegistryValues)
+KELGEN_FLOW(RegistryValues)
 {
     const ScratchKey key;
     const std::string large(10000, 'x');
     for (const char* name : {"kept", "large"})
         SetText(key, name, "old");
-    RunWithoutMemory(
+    RunFlow(
         [&] {
             for (const auto& [name, text] : {std::pair<const char*, const char*>{"kept", "new"}, {"large", large.c_str()}})
                 if (const LSTATUS status = RegSetValueExA(key, name, 0, REG_SZ, Bytes(text), static_cast<DWORD>(std::strlen(text) + 1));
@@ -44,11 +77,11 @@ TEST(WithoutMemory, RegistryValues)
         });
 }
 
-TEST(WithoutMemory, RegistryKeys)
+KELGEN_FLOW(RegistryKeys)
 {
     const ScratchKey key;
     MakeKey(key, "Always\\there", "text");
-    RunWithoutMemory(
+    RunFlow(
         [&] {
             HKEY made = nullptr;
             if (const LSTATUS status = RegCreateKeyExA(key, "One\\Two\\three", 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &made, nullptr);
@@ -70,7 +103,7 @@ TEST(WithoutMemory, RegistryKeys)
         });
 }
 
-TEST(WithoutMemory, PropertyExchange)
+KELGEN_FLOW(PropertyExchange)
 {
     const ScratchKey key;
     gen::CPropertySet set;
@@ -82,7 +115,7 @@ TEST(WithoutMemory, PropertyExchange)
     CRegistryPropertyExchange exchange;
     ASSERT_TRUE(exchange.key.OpenKey(HKEY_CURRENT_USER, key.Path().c_str()));
     exchange.propertySet = &set;
-    RunWithoutMemory(
+    RunFlow(
         [&] {
             exchange.Write();
             exchange.Load();
@@ -94,10 +127,10 @@ TEST(WithoutMemory, PropertyExchange)
         });
 }
 
-TEST(WithoutMemory, Profiles)
+KELGEN_FLOW(Profiles)
 {
     const std::string path = ScratchFile("settings.ini");
-    RunWithoutMemory(
+    RunFlow(
         [&] {
             if (!WritePrivateProfileStringA("Section", "name", "new", path.c_str()))
                 return Outcome::Of(false);
@@ -113,20 +146,20 @@ TEST(WithoutMemory, Profiles)
         });
 }
 
-TEST(WithoutMemory, InitializationFiles)
+KELGEN_FLOW(InitializationFiles)
 {
     const std::string path = ScratchFile("file.ini");
     WriteBytes(path, "[One]\nname=value\nother=of some more length\nplain\n[Two]\nname=2\n");
-    RunWithoutMemory([&] {
+    RunFlow([&] {
         _kelgen::CIniFile ini;
         ini.LoadFile(path.c_str());
         return Outcome{ini.GetPropertyValue("Two", "name") == "2", GetLastError()};
     });
 }
 
-TEST(WithoutMemory, ServiceRecords)
+KELGEN_FLOW(ServiceRecords)
 {
-    RunWithoutMemory(
+    RunFlow(
         [] {
             const SC_HANDLE manager = OpenSCManagerA(nullptr, nullptr, SC_MANAGER_ALL_ACCESS);
             if (!manager)
@@ -154,16 +187,27 @@ TEST(WithoutMemory, ServiceRecords)
         });
 }
 
-TEST(WithoutMemory, Watchers)
+KELGEN_FLOW(Watchers)
 {
-    const std::string path = ScratchFile("watched");
+    const std::string path = DrivePath(ScratchFile("watched"));
     std::unique_ptr<RecordingWatcher> watcher;
-    RunWithoutMemory(
-        [&] {
-            watcher = std::make_unique<RecordingWatcher>();
-            watcher->AddFile(path.c_str());
-            watcher->StartWatch();
-            return Outcome{true};
-        },
-        [&] { watcher.reset(); });
+    RunFlow({[&] {
+                 watcher = std::make_unique<RecordingWatcher>();
+                 watcher->AddFile(path.c_str());
+                 watcher->StartWatch();
+                 return Outcome{true};
+             },
+             [&](const Outcome&) { watcher.reset(); },
+             {},
+             true});
+}
+
+TEST(WithoutMemoryInWorkers, AlarmsOfWatchers)
+{
+    SeeAlarms(Failing::workersMemory);
+}
+
+TEST(WithFailingCallsInWorkers, AlarmsOfWatchers)
+{
+    SeeAlarms(Failing::workersCalls);
 }

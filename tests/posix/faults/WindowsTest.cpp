@@ -72,7 +72,7 @@ TEST(WithoutMemory, WindowsOfThePlatform)
     windowClass.lpszClassName = "faults";
     windowClass.cbWndExtra = 16;
     ASSERT_NE(0, RegisterClassA(&windowClass));
-    RunWithoutMemory([] {
+    RunFlow([] {
         const WindowEnd parent{Made("faults", WS_OVERLAPPEDWINDOW, nullptr)};
         if (!parent.window)
             return Outcome::Of(false);
@@ -88,7 +88,7 @@ TEST(WithoutMemory, WindowsOfThePlatform)
 
 TEST(WithoutMemory, WindowClasses)
 {
-    RunWithoutMemory(
+    RunFlow(
         [] {
             WNDCLASSA windowClass = {};
             windowClass.lpfnWndProc = DefWindowProcA;
@@ -101,7 +101,7 @@ TEST(WithoutMemory, WindowClasses)
 
 TEST(WithoutMemory, WindowsOfTheFramework)
 {
-    RunWithoutMemory([] {
+    RunFlow([] {
         CWnd window;
         if (!window.CreateEx(0, AfxRegisterWndClass(0), "title", WS_POPUP, CRect(0, 0, 50, 50), nullptr, 0))
             return Outcome::Of(false);
@@ -116,7 +116,7 @@ TEST(WithoutMemory, WindowsOfTheFramework)
 TEST(WithoutMemory, Messages)
 {
     const WindowEnd window{Made("static", WS_POPUP, nullptr)};
-    RunWithoutMemory(
+    RunFlow(
         [&] {
             for (UINT i = 0; i < 100; ++i)
                 if (!PostMessageA(window.window, WM_APP, i, 0))
@@ -157,7 +157,7 @@ TEST(WithoutMemory, Timers)
 
 TEST(WithoutMemory, Hooks)
 {
-    RunWithoutMemory([] {
+    RunFlow([] {
         const HHOOK hook = SetWindowsHookExA(
             WH_GETMESSAGE, [](int code, WPARAM wParam, LPARAM lParam) { return CallNextHookEx(nullptr, code, wParam, lParam); }, nullptr,
             GetCurrentThreadId());
@@ -171,7 +171,7 @@ TEST(WithoutMemory, Hooks)
 TEST(WithoutMemory, DialogsOfThePlatform)
 {
     const Template made;
-    RunWithoutMemory([&] {
+    RunFlow([&] {
         const WindowEnd dialog{CreateDialogIndirectParamA(
             nullptr, made.Get(), nullptr, [](HWND, UINT message, WPARAM, LPARAM) -> INT_PTR { return message == WM_INITDIALOG; }, 0)};
         if (!dialog.window)
@@ -183,7 +183,7 @@ TEST(WithoutMemory, DialogsOfThePlatform)
 TEST(WithoutMemory, DialogsOfTheFramework)
 {
     const Template made;
-    RunWithoutMemory([&] {
+    RunFlow([&] {
         PlainDialog dialog(made);
         if (!dialog.Make())
             return Outcome::Of(false);
@@ -196,7 +196,7 @@ TEST(WithoutMemory, DialogsOfTheFramework)
 TEST(WithoutMemory, ListBoxes)
 {
     const WindowEnd list{Made("listbox", WS_POPUP | LBS_SORT, nullptr)};
-    RunWithoutMemory(
+    RunFlow(
         [&] {
             for (const char* text : {"second", "first", "third, which is longer than the others"})
                 if (SendMessageA(list.window, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text)) < 0)
@@ -220,7 +220,7 @@ TEST(WithoutMemory, ListViews)
     column.mask = LVCF_TEXT;
     column.pszText = title;
     SendMessageA(view.window, LVM_INSERTCOLUMNA, 0, reinterpret_cast<LPARAM>(&column));
-    RunWithoutMemory(
+    RunFlow(
         [&] {
             char text[] = "an item's text of some length";
             for (int i = 0; i < 5; ++i) {
@@ -246,7 +246,7 @@ TEST(WithoutMemory, ListViews)
 
 TEST(WithoutMemory, Menus)
 {
-    RunWithoutMemory([] {
+    RunFlow([] {
         const HMENU menu = CreatePopupMenu();
         if (!menu)
             return Outcome::Of(false);
@@ -269,5 +269,5 @@ TEST(WithoutMemory, HandlersThatAllocate)
     windowClass.lpszClassName = "allocating";
     ASSERT_NE(0, RegisterClassA(&windowClass));
     const WindowEnd window{Made("allocating", WS_POPUP, nullptr)};
-    RunWithoutMemory([&] { return Outcome{SendMessageA(window.window, WM_APP, 0, 0) == 100}; });
+    RunFlow([&] { return Outcome{SendMessageA(window.window, WM_APP, 0, 0) == 100}; });
 }

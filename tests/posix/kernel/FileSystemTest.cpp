@@ -234,6 +234,42 @@ TEST(ShareModes, HoldBetweenProcesses)
         close(end);
 }
 
+TEST(Listing, IsInTheOrderOfUpperCaseAndThenOfBytes)
+{
+    Random random;
+    for (int round = 0; round < 10; ++round) {
+        const std::string folder = (ScratchFolder() / std::to_string(round)).string() + "/";
+        std::filesystem::create_directory(folder);
+        std::set<std::string> names;
+        for (int i = 0; i < 30; ++i) {
+            std::string name("n");
+            for (int length = random.Between(0, 12); length > 0; --length)
+                name += "aAbB_~1 ."[random.Between(0, 8)];
+            names.insert(round % 2 == 0 ? name + "x" : name + "\xC3\xA4");
+        }
+        const auto upper = [](std::string name) {
+            std::ranges::transform(name, name.begin(),
+                                   [](char byte) { return byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - 32) : byte; });
+            return name;
+        };
+        std::vector<std::string> expected(names.begin(), names.end());
+        std::ranges::stable_sort(expected, {}, upper);
+        for (const std::string& name : expected)
+            WriteBytes(folder + name, "");
+        expected.insert(expected.begin(), {".", ".."});
+
+        std::vector<std::string> found;
+        WIN32_FIND_DATAA data;
+        const HANDLE find = FindFirstFileA((folder + "*").c_str(), &data);
+        ASSERT_NE(INVALID_HANDLE_VALUE, find);
+        do
+            found.push_back(NarrowName(data.cFileName));
+        while (FindNextFileA(find, &data));
+        EXPECT_EQ(expected, found);
+        EXPECT_TRUE(FindClose(find));
+    }
+}
+
 TEST(ShortNames, AreDifferentAmongMoreAlikeNamesThanFourDigitsTellApart)
 {
     std::vector<std::string> entries;

@@ -5,6 +5,9 @@
 #include "support/Random.h"
 #include "support/Scratch.h"
 
+#include <kelgen/framework/files/Archive.h>
+#include <kelgen/framework/frames/Document.h>
+
 #include <sys/mman.h>
 #include <sys/resource.h>
 
@@ -110,6 +113,40 @@ TEST(KilledWriter, LeavesTheOldOrTheNewProfile)
     ASSERT_TRUE(WritePrivateProfileStringA("s", "v", "last", file.c_str()));
     const auto folder = std::filesystem::path(file).parent_path();
     EXPECT_EQ(1, std::distance(std::filesystem::directory_iterator(folder), {})) << "the next write clears what was left behind";
+}
+
+TEST(KilledWriter, LeavesTheOldOrTheNewDocument)
+{
+    class Letter : public CDocument
+    {
+    public:
+        void Serialize(CArchive& archive) override
+        {
+            if (archive.IsStoring())
+                archive << text;
+            else
+                archive >> text;
+        }
+        CString text;
+    };
+    const std::string path = ScratchFile("document");
+    const auto save = [&](int number) {
+        Letter letter;
+        letter.text = TextOfOneLetter(number).c_str();
+        return letter.OnSaveDocument(path.c_str());
+    };
+    ASSERT_TRUE(save(0));
+    KillAtRandom(
+        [&](std::atomic<int>& writes) {
+            for (;; ++writes)
+                save(writes);
+        },
+        [&] {
+            Letter letter;
+            EXPECT_TRUE(letter.OnOpenDocument(path.c_str()));
+            ExpectWhole(std::string(letter.text));
+            EXPECT_TRUE(save(1)) << "what was left behind is in nobody's way";
+        });
 }
 
 TEST(TwoWriters, LoseNoCompletedWrite)

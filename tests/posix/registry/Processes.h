@@ -24,12 +24,15 @@ public:
     ChildProcess(ChildProcess&&) = delete;
 
     /// Whether it ended by itself without a failure.
-    bool Wait()
+    bool Wait() { return ExitCode() == 0; }
+
+    /// Its exit code once it has ended; -1 when a signal ended it.
+    int ExitCode()
     {
         int status = 1;
         waitpid(m_id, &status, 0);
         m_id = 0;
-        return status == 0;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
 
     void Kill()

@@ -42,6 +42,16 @@ TEST(ProfileFiles, KeepOwnerModeAndAttributes)
 {
     const std::string path = Profile();
     ASSERT_EQ(0, chmod(path.c_str(), 0640));
+    // What the system keeps of a list that lets the user 65534 read: version, then tag, rights and id of each entry.
+    constexpr std::string_view kAccessList("\2\0\0\0"
+                                           "\1\0\6\0\xFF\xFF\xFF\xFF"
+                                           "\2\0\4\0\xFE\xFF\0\0"
+                                           "\4\0\4\0\xFF\xFF\xFF\xFF"
+                                           "\x10\0\4\0\xFF\xFF\xFF\xFF"
+                                           "\x20\0\0\0\xFF\xFF\xFF\xFF",
+                                           44);
+    constexpr const char* kAccessListName = "system.posix_acl_access";
+    const bool hasList = setxattr(path.c_str(), kAccessListName, kAccessList.data(), kAccessList.size(), 0) == 0;
     const bool hasAttributes = setxattr(path.c_str(), "user.kept", "value", 5, 0) == 0;
     if (IsRoot()) {
         ASSERT_EQ(0, chown(path.c_str(), kStranger, kStranger));
@@ -55,6 +65,9 @@ TEST(ProfileFiles, KeepOwnerModeAndAttributes)
     EXPECT_EQ(IsRoot() ? kStranger : geteuid(), state.st_uid);
     char value[8] = "";
     EXPECT_EQ(hasAttributes ? 5 : -1, getxattr(path.c_str(), "user.kept", value, sizeof value));
+    char list[64] = "";
+    const ssize_t size = getxattr(path.c_str(), kAccessListName, list, sizeof list);
+    EXPECT_EQ(hasList ? kAccessList : std::string_view(), std::string_view(list, size > 0 ? static_cast<std::size_t>(size) : 0));
 }
 
 TEST(ProfileFiles, AReadOnlyOneIsRefused)

@@ -1,8 +1,11 @@
 // ServicesTest.cpp: services that die, what the registry holds, and homes with long names.
 #include "support/system/Services.h"
+#include "posix/registry/Processes.h"
 #include "support/Failures.h"
 
 #include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <sys/un.h>
 #include <unistd.h>
 
@@ -14,9 +17,11 @@ namespace {
 class Client
 {
 public:
-    explicit Client(const InstalledService& service) : m_socket(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0))
+    explicit Client(const InstalledService& service)
+        : Client(std::string(std::getenv("KELGEN_HOME")) + "/services/" + service.name + "/control")
+    {}
+    explicit Client(const std::string& path) : m_socket(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0))
     {
-        const std::string path = std::string(std::getenv("KELGEN_HOME")) + "/services/" + service.name + "/control";
         sockaddr_un address{};
         address.sun_family = AF_UNIX;
         path.copy(address.sun_path, sizeof address.sun_path - 1);
@@ -103,6 +108,72 @@ TEST(Services, SilentClientsHoldUpNobody)
     const Client first(service), second(service), third(service), fourth(service);
     SERVICE_STATUS status = {};
     EXPECT_TRUE(ControlService(service.handle, 200, &status)) << GetLastError();
+}
+
+TEST(Services, AnotherUsersControlsAreRefused)
+{
+    if (geteuid() != 0)
+        GTEST_SKIP() << "this user cannot be another one";
+    const InstalledService service("run");
+    ASSERT_TRUE(StartServiceA(service.handle, 0, nullptr));
+    ASSERT_TRUE(service.Reaches(SERVICE_RUNNING));
+    // The folder keeps others out; here it does not, so that it is the service that has to.
+    const std::filesystem::path folder = std::string(std::getenv("KELGEN_HOME")) + "/services/" + service.name;
+    ASSERT_EQ(0, chmod(folder.c_str(), 0711));
+    ASSERT_EQ(0, chmod((folder / "control").c_str(), 0777));
+    for (const uid_t user : {0u, 65534u}) {
+        ChildProcess client([&] {
+            ASSERT_EQ(0, chdir(folder.c_str()));
+            ASSERT_EQ(0, setresuid(user, user, user));
+            EXPECT_EQ(user == 0, Client("control").Ask({"\xC8\0\0\0", 4}) > 0);
+        });
+        EXPECT_TRUE(client.Wait()) << user;
+    }
+}
+
+TEST(Services, ThatAreKilledWhileTheyStartAreStopped)
+{
+    const InstalledService service("hold");
+    ASSERT_TRUE(StartServiceA(service.handle, 0, nullptr));
+    EXPECT_EQ(DWORD{SERVICE_START_PENDING}, service.State());
+    ASSERT_EQ(0, kill(static_cast<pid_t>(service.Status().dwProcessId), SIGKILL));
+    ASSERT_TRUE(service.Reaches(SERVICE_STOPPED));
+    EXPECT_EQ("1 1067", StateAndExitCode(service));
+    service.Open("start");
+    EXPECT_TRUE(StartServiceA(service.handle, 0, nullptr)) << GetLastError();
+    EXPECT_TRUE(service.Reaches(SERVICE_RUNNING));
+}
+
+TEST(RaisedRights, TakeNothingFromTheEnvironment)
+{
+    const std::filesystem::path home = ScratchFolder();
+    std::filesystem::create_directory(home / "drive_c");
+    WriteBytes(home / "drive_c/mark", "");
+    const std::filesystem::path program = ScratchFolder() / "program";
+    std::filesystem::copy_file(SERVICE_PROGRAM, program);
+    const auto findsMark = [&] {
+        ChildProcess child([&] {
+            setenv("KELGEN_HOME", home.c_str(), 1);
+            execl(program.c_str(), program.c_str(), "exists", "C:\\mark", nullptr);
+        });
+        return child.ExitCode();
+    };
+    constexpr int kFound = 42;
+    EXPECT_EQ(kFound, findsMark());
+
+    struct statvfs disk
+    {};
+    ASSERT_EQ(0, statvfs(program.c_str(), &disk));
+    if (geteuid() != 0 || (disk.f_flag & ST_NOSUID))
+        GTEST_SKIP() << "no program can get more rights than its user here";
+    // The folder is that user's own, so that nothing else speaks against it.
+    for (const auto& path : {program, home, home / "drive_c", home / "drive_c/mark"})
+        ASSERT_EQ(0, chown(path.c_str(), 65534, 65534));
+    ASSERT_EQ(0, chmod(program.c_str(), 04755));
+    const int found = findsMark();
+    if (found != 0 && found != kFound)
+        GTEST_SKIP() << "it ends with " << found << ": its libraries are not for others, or a sanitizer wants more rights";
+    EXPECT_EQ(0, found);
 }
 
 TEST(Services, TakeKnownControlsOnly)

@@ -18,8 +18,32 @@ struct Failures
 constinit thread_local Failures failures{-1, false, false};
 constinit std::atomic<std::ptrdiff_t> liveBlocks = 0;
 
+/// What is planned for the threads that do not plan it.
+struct FailuresOfOthers
+{
+    std::atomic<int> left;
+    std::atomic<bool> isOn;
+    std::atomic<bool> fromThereOn;
+    std::atomic<bool> any;
+};
+
+constinit FailuresOfOthers others{};
+constinit thread_local bool plansForOthers = false;
+
+bool FailsAmongOthers()
+{
+    if (plansForOthers)
+        return false;
+    const int left = others.left--;
+    const bool fails = left == 0 || (left < 0 && others.fromThereOn);
+    others.any = others.any || fails;
+    return fails;
+}
+
 bool Fails()
 {
+    if (others.isOn)
+        return FailsAmongOthers();
     if (failures.left < 0 || failures.left-- > 0)
         return false;
     failures.any = true;
@@ -147,19 +171,28 @@ void free(void* block)
 
 namespace kelgen::test {
 
-FailingMemory::FailingMemory(int first, bool fromThereOn)
+FailingMemory::FailingMemory(int first, bool fromThereOn, FailingThreads threads)
 {
-    failures = {first, fromThereOn, false};
+    failures = {threads == FailingThreads::calling ? first : -1, fromThereOn, false};
+    others.any = false;
+    if (threads == FailingThreads::calling)
+        return;
+    plansForOthers = true;
+    others.left = first;
+    others.fromThereOn = fromThereOn;
+    others.isOn = true;
 }
 
 void FailingMemory::End()
 {
     failures.left = -1;
+    others.isOn = false;
+    plansForOthers = false;
 }
 
 bool FailingMemory::HasFailed() const
 {
-    return failures.any;
+    return failures.any || others.any;
 }
 
 bool FailsMalloc()

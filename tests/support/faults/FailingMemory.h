@@ -1,15 +1,17 @@
 // FailingMemory.h: a program whose allocations fail when they are told to. Its source replaces the program's allocation functions.
 #pragma once
 
+#include "support/faults/FailingThreads.h"
+
 #include <cstddef>
 
 namespace kelgen::test {
 
-/// While one lives the calling thread's allocations fail from the one with the number @p first (0: the next) on: that one alone, or all.
+/// While one lives the allocations of @p threads fail from the one with the number @p first (0: the next) on: that one alone, or all.
 class FailingMemory
 {
 public:
-    explicit FailingMemory(int first, bool fromThereOn = false);
+    explicit FailingMemory(int first, bool fromThereOn = false, FailingThreads threads = FailingThreads::calling);
     ~FailingMemory() { End(); }
     FailingMemory(const FailingMemory&) = delete;
     FailingMemory& operator=(const FailingMemory&) = delete;

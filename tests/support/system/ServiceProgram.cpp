@@ -4,6 +4,7 @@
 //                            FILE.stop exist), ignore (no stop), exit5, specific, silent (no dispatcher), nopause.
 //     service child CODE FILE ARGUMENT...   appends its arguments to FILE and ends with CODE.
 //     service wait           sleeps for a minute.
+//     service exists PATH    ends with 42 when there is such an entry, else with 0.
 //     service start NAME     starts the service NAME and ends with the low byte of the error, 0 when it was started.
 //
 // Control 130 kills the process, 131 ends it without a report.
@@ -135,6 +136,8 @@ int main(int count, char** arguments)
         return RunChild(count, arguments);
     if (count > 2 && std::strcmp(arguments[1], "start") == 0)
         return StartAsClient(arguments[2]);
+    if (count > 2 && std::strcmp(arguments[1], "exists") == 0)
+        return GetFileAttributesA(arguments[2]) != INVALID_FILE_ATTRIBUTES ? 42 : 0;
     if (count > 1 && std::strcmp(arguments[1], "wait") == 0)
         Sleep(60000);
     if (count > 1)

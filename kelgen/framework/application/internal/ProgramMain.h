@@ -15,7 +15,8 @@ KELGEN_FRAMEWORK_API int RunProgram(HINSTANCE instance, HINSTANCE previousInstan
 /// exit status 1.
 KELGEN_FRAMEWORK_API void TellOfFatalExceptions();
 
-/// Sets what is called when the program's loop or start is over, however it ended, before its windows go with their thread.
+/// Adds to what is called, in the order of the calls here, when the program's loop or start is over, however it ended, before its windows
+/// go with their thread. There is room for four.
 KELGEN_FRAMEWORK_API void CallAtProgramEnd(void (*call)());
 
 }  // namespace kelgen::detail

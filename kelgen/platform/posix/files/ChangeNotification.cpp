@@ -41,11 +41,13 @@ HANDLE FindFirstChangeNotificationW(LPCWSTR path, BOOL subtree, DWORD filter)
 
 BOOL FindNextChangeNotification(HANDLE notification)
 {
-    const auto object = Handles().Find<ChangeNotification>(notification);
-    if (!object)
-        return Fail(ERROR_INVALID_HANDLE, FALSE);
-    object->Rearm();
-    return TRUE;
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        const auto object = Handles().Find<ChangeNotification>(notification);
+        if (!object)
+            return Fail(ERROR_INVALID_HANDLE, FALSE);
+        object->Rearm();
+        return TRUE;
+    });
 }
 
 BOOL FindCloseChangeNotification(HANDLE notification)

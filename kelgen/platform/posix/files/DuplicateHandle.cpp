@@ -38,7 +38,7 @@ BOOL DuplicateHandle(HANDLE sourceProcess, HANDLE source, HANDLE targetProcess, 
             return Fail(ERROR_INVALID_HANDLE, FALSE);
         auto object = ObjectOf(source);
         if (!object)
-            return Fail(ERROR_INVALID_HANDLE, FALSE);
+            return FALSE;
 
         if (target) {
             const bool same = (options & DUPLICATE_SAME_ACCESS) != 0;

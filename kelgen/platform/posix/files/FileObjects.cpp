@@ -17,6 +17,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <new>
 
 namespace kelgen::posix {
 
@@ -134,7 +135,8 @@ DWORD SpecificAccess(DWORD access)
     return specific;
 }
 
-std::shared_ptr<FileObject> OpenFileObject(std::string_view name, DWORD access, DWORD share, DWORD disposition, DWORD attributes)
+std::shared_ptr<FileObject> OpenFileObject(std::string_view name, DWORD access, DWORD share, DWORD disposition, DWORD attributes,
+                                           std::string* madePath)
 {
     if (disposition < CREATE_NEW || disposition > TRUNCATE_EXISTING)
         return Fail(ERROR_INVALID_PARAMETER, nullptr);
@@ -147,7 +149,11 @@ std::shared_ptr<FileObject> OpenFileObject(std::string_view name, DWORD access, 
     if (attributes & FILE_FLAG_DELETE_ON_CLOSE)
         rights |= DELETE;
     const int extra = attributes & FILE_FLAG_WRITE_THROUGH ? O_SYNC : 0;
-    Descriptor file;
+    // Before a file is made: afterwards nothing takes memory.
+    auto opened = std::make_shared<OpenFile>(Descriptor(), path.isFolder);
+    auto object = std::make_shared<FileObject>(opened, rights);
+    std::string deleteAtEnd = attributes & FILE_FLAG_DELETE_ON_CLOSE ? path.native : std::string();
+    Descriptor& file = opened->descriptor;
     bool made = false;
     if (!path.exists) {
         file = MakeFile(path.native, rights, attributes, extra);
@@ -167,12 +173,13 @@ std::shared_ptr<FileObject> OpenFileObject(std::string_view name, DWORD access, 
     if (plain && !made && EmptiesExisting(disposition) && !Empty(file.Get(), path.native))
         return Fail(ErrorFromErrno(errno), nullptr);
 
-    auto opened = std::make_shared<OpenFile>(std::move(file), path.isFolder);
-    if (plain && (attributes & FILE_FLAG_DELETE_ON_CLOSE))
-        opened->deleteAtEnd = path.native;
+    if (plain)
+        opened->deleteAtEnd = std::move(deleteAtEnd);
+    if (made && madePath)
+        *madePath = std::move(path.native);
     const bool found = !made && (disposition == CREATE_ALWAYS || disposition == OPEN_ALWAYS);
     SetLastError(found ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS);
-    return std::make_shared<FileObject>(std::move(opened), rights);
+    return object;
 }
 
 }  // namespace kelgen::posix
@@ -183,8 +190,17 @@ namespace {
 
 HANDLE OpenHandle(std::string_view name, DWORD access, DWORD share, DWORD disposition, DWORD attributes)
 {
-    auto file = OpenFileObject(name, access, share, disposition, attributes);
-    return file ? Handles().Insert(std::move(file), INVALID_HANDLE_VALUE) : INVALID_HANDLE_VALUE;
+    std::string madePath;
+    auto file = OpenFileObject(name, access, share, disposition, attributes, &madePath);
+    if (!file)
+        return INVALID_HANDLE_VALUE;
+    try {
+        return Handles().Insert(std::move(file), INVALID_HANDLE_VALUE);
+    } catch (const std::bad_alloc&) {
+        if (!madePath.empty())
+            unlink(madePath.c_str());
+        throw;
+    }
 }
 
 }  // namespace

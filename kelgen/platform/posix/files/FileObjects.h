@@ -57,7 +57,9 @@ private:
 /// The specific rights that @p access asks for, generic ones resolved.
 DWORD SpecificAccess(DWORD access);
 
-/// Opens a file as CreateFileA does; null with the last error set. Success sets the last error too.
-std::shared_ptr<FileObject> OpenFileObject(std::string_view name, DWORD access, DWORD share, DWORD disposition, DWORD attributes);
+/// Opens a file as CreateFileA does; null with the last error set. Success sets the last error too. A file that was made goes again when
+/// memory runs out; its path is given to @p madePath.
+std::shared_ptr<FileObject> OpenFileObject(std::string_view name, DWORD access, DWORD share, DWORD disposition, DWORD attributes,
+                                           std::string* madePath = nullptr);
 
 }  // namespace kelgen::posix

@@ -125,7 +125,9 @@ BOOL SystemTimeToFileTime(const SYSTEMTIME* system, LPFILETIME time)
 {
     const year_month_day date(std::chrono::year(system->wYear), std::chrono::month(system->wMonth), std::chrono::day(system->wDay));
     const bool clockValid = system->wHour < 24 && system->wMinute < 60 && system->wSecond < 60 && system->wMilliseconds < 1000;
-    if (system->wYear < 1601 || system->wYear > 30828 || !date.ok() || !clockValid)
+    // The library's months and days are bytes: a larger number would be cut to one that there is.
+    const bool dateValid = system->wYear >= 1601 && system->wYear <= 30828 && system->wMonth <= 12 && system->wDay <= 31 && date.ok();
+    if (!dateValid || !clockValid)
         return Fail(ERROR_INVALID_PARAMETER, FALSE);
 
     const ULONGLONG days = static_cast<ULONGLONG>((Days(date) - kFirstDay).count());

@@ -41,14 +41,12 @@ bool Reposition(int file, const OVERLAPPED& overlapped)
     return lseek(file, static_cast<off_t>(offset), SEEK_SET) >= 0;
 }
 
-bool IsPipe(int file)
+bool IsPipe(const struct stat& status)
 {
-    struct stat status;
-    return fstat(file, &status) == 0 && (S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode));
+    return S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode);
 }
 
-// Calls transfer(done) for the rest after done bytes until size bytes are done or it gives no more; false on failure. What was
-// transferred before a failure counts.
+// Calls transfer(done) for the rest after done bytes until size bytes are done or it gives no more; false, with errno, on failure.
 template <class Transfer>
 bool TransferAll(DWORD size, bool whole, DWORD& done, Transfer transfer)
 {
@@ -58,7 +56,7 @@ bool TransferAll(DWORD size, bool whole, DWORD& done, Transfer transfer)
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)
-            return done > 0;
+            return false;
         done += static_cast<DWORD>(count);
         if (count == 0 || !whole)
             return true;
@@ -124,13 +122,20 @@ BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD done, LPOVERLAPPED
     if (!object)
         return FALSE;
 
-    // The system reads at most 2 GB at once.
+    // A file gives as much as there is, if not always at once; a pipe or a terminal what it has now.
+    struct stat status;
+    if (fstat(object->Number(), &status) != 0)
+        return Fail(ErrorFromErrno(errno), FALSE);
+    const bool isPipe = IsPipe(status);
     DWORD count = 0;
-    const bool isPipe = IsPipe(object->Number());
-    const bool read = TransferAll(size, !isPipe && size > INT32_MAX, count,
+    const bool read = TransferAll(size, S_ISREG(status.st_mode), count,
                                   [&](DWORD from) { return ::read(object->Number(), static_cast<BYTE*>(buffer) + from, size - from); });
-    if (!read)
-        return Fail(TransferError(ERROR_NOACCESS), FALSE);
+    if (!read) {
+        const DWORD error = TransferError(ERROR_NOACCESS);
+        // Who asks again gets it whole.
+        lseek(object->Number(), -static_cast<off_t>(count), SEEK_CUR);
+        return Fail(error, FALSE);
+    }
     if (count == 0 && size > 0 && isPipe)
         return Fail(ERROR_BROKEN_PIPE, FALSE);
     if (count == 0 && size > 0 && overlapped)
@@ -218,7 +223,7 @@ BOOL GetFileSizeEx(HANDLE file, PLARGE_INTEGER size)
     struct stat status;
     if (fstat(object->Number(), &status) != 0)
         return Fail(ErrorFromErrno(errno), FALSE);
-    if (S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode))
+    if (IsPipe(status))
         return Fail(ERROR_INVALID_FUNCTION, FALSE);
     size->QuadPart = status.st_size;
     return TRUE;
@@ -262,7 +267,7 @@ DWORD GetFileType(HANDLE file)
         return Fail(ErrorFromErrno(errno), DWORD{FILE_TYPE_UNKNOWN});
     if (S_ISCHR(status.st_mode))
         return FILE_TYPE_CHAR;
-    return S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode) ? FILE_TYPE_PIPE : FILE_TYPE_DISK;
+    return IsPipe(status) ? FILE_TYPE_PIPE : FILE_TYPE_DISK;
 }
 
 HANDLE GetStdHandle(DWORD number)

@@ -11,46 +11,70 @@
 #include <kelgen/platform/posix/nls/NameCase.h>
 
 #include <algorithm>
+#include <cerrno>
 
 using namespace kelgen::posix;
 
 namespace {
 
+// A name that is to be listed, in the names of its folder.
+struct Listed
+{
+    std::string_view name;
+    std::string_view shortName;  // the name itself when it is short
+};
+
 // What is still to be listed.
 class FindObject : public HandleObject
 {
 public:
-    FindObject(std::string folder, std::vector<std::string> names, ShortNames shortNames)
-        : m_folder(std::move(folder)), m_names(std::move(names)), m_shortNames(std::move(shortNames))
+    FindObject(const std::string& folder, ShortNames names) : m_path(folder + '/'), m_folderLength(m_path.size()), m_names(std::move(names))
     {}
 
     struct Found
     {
         FileEntry entry;
-        std::string name;
-        std::string shortName;  // empty when the name is short itself
+        Listed names;
     };
 
     bool ClosesByCloseHandle() const override { return false; }
 
-    // The next entry that still exists.
+    const ShortNames& Names() const { return m_names; }
+
+    // The names may be those of Names().
+    void List(std::vector<Listed> listed) { m_listed = std::move(listed); }
+
+    // One name, which a concurrent change may have taken from the names of the folder.
+    void ListOnly(std::string name)
+    {
+        m_only = std::move(name);
+        m_onlyShort = m_names.Of(m_only);
+        m_listed = {{m_only, m_onlyShort}};
+    }
+
+    // The next entry that still exists; nothing with the last error.
     std::optional<Found> Next()
     {
-        while (m_next < m_names.size()) {
-            const std::string& name = m_names[m_next++];
-            const auto entry = EntryAt(m_folder + '/' + name);
-            if (!entry)
-                continue;
-            std::string shortName = m_shortNames.Of(name);
-            return Found{*entry, name, shortName == name ? std::string() : std::move(shortName)};
+        while (m_next < m_listed.size()) {
+            const Listed& names = m_listed[m_next];
+            m_path.replace(m_folderLength, std::string::npos, names.name);
+            const auto entry = EntryAt(m_path);
+            if (!entry && errno != ENOENT)
+                return Fail(ErrorFromErrno(errno), std::nullopt);
+            ++m_next;
+            if (entry)
+                return Found{*entry, names};
         }
-        return std::nullopt;
+        return Fail(ERROR_NO_MORE_FILES, std::nullopt);
     }
 
 private:
-    std::string m_folder;
-    std::vector<std::string> m_names;
-    ShortNames m_shortNames;
+    std::string m_path;
+    const std::size_t m_folderLength;
+    const ShortNames m_names;
+    std::string m_only;
+    std::string m_onlyShort;
+    std::vector<Listed> m_listed;
     std::size_t m_next = 0;
 };
 
@@ -96,24 +120,55 @@ std::u16string UpperName(std::string_view name)
     return upper;
 }
 
-std::vector<std::string> MatchingNames(const std::string& folder, const std::vector<std::string>& entries, const ShortNames& shortNames,
-                                       std::string_view pattern)
+bool IsAscii(std::string_view name)
+{
+    return std::ranges::all_of(name, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
+}
+
+// Sorts by OrderOfNames, which for names in ASCII is the order of their upper-case forms: these are made once.
+void SortByName(std::vector<Listed>& names)
+{
+    const auto before = [](const Listed& left, const Listed& right) { return OrderOfNames(left.name, right.name) < 0; };
+    // Bytes in order are mostly names in order.
+    if (std::ranges::is_sorted(names, before))
+        return;
+    if (!std::ranges::all_of(names, [](const Listed& listed) { return IsAscii(listed.name); })) {
+        std::ranges::sort(names, before);
+        return;
+    }
+    std::vector<std::pair<std::string, Listed>> keys;
+    keys.reserve(names.size());
+    for (const Listed& listed : names) {
+        std::string upper(listed.name);
+        std::ranges::transform(upper, upper.begin(), [](char byte) { return static_cast<char>(UpperUnit(static_cast<char16_t>(byte))); });
+        keys.emplace_back(std::move(upper), listed);
+    }
+    std::ranges::sort(keys, [](const auto& left, const auto& right) {
+        const int order = left.first.compare(right.first);
+        return order != 0 ? order < 0 : left.second.name < right.second.name;
+    });
+    std::ranges::transform(keys, names.begin(), [](const auto& key) { return key.second; });
+}
+
+std::vector<Listed> MatchingNames(const std::string& folder, const ShortNames& entries, std::string_view pattern)
 {
     const bool all = pattern == "*" || pattern == "*.*";
     const std::u16string upper = UpperName(pattern);
-    std::vector<std::string> names;
-    for (const std::string& entry : entries)
-        if (all || Matches(upper, UpperName(entry)) || Matches(upper, UpperName(shortNames.Of(entry))))
-            names.push_back(entry);
-    std::sort(names.begin(), names.end(), [](const std::string& left, const std::string& right) { return OrderOfNames(left, right) < 0; });
+    std::vector<Listed> names;
+    names.reserve(entries.Entries().size() + 2);
+    for (std::size_t i = 0; i < entries.Entries().size(); ++i) {
+        const Listed listed{entries.Entries()[i], entries.At(i)};
+        if (all || Matches(upper, UpperName(listed.name)) || Matches(upper, UpperName(listed.shortName)))
+            names.push_back(listed);
+    }
+    SortByName(names);
 
     // The root of a drive has no entries for itself and its parent.
     if (DriveForm(folder).size() > 3) {
-        std::vector<std::string> dots;
-        for (const char* dot : {".", ".."})
+        auto place = names.begin();
+        for (const std::string_view dot : {".", ".."})
             if (all || Matches(upper, UpperName(dot)))
-                dots.emplace_back(dot);
-        names.insert(names.begin(), dots.begin(), dots.end());
+                place = names.insert(place, {dot, dot}) + 1;
     }
     return names;
 }
@@ -143,28 +198,32 @@ std::shared_ptr<FindObject> StartFind(std::string_view pattern)
             return nullptr;
         const std::size_t end = native->rfind('/');
         const std::string folder = native->substr(0, end);
-        return std::make_shared<FindObject>(folder, std::vector{native->substr(end + 1)}, ShortNames(FolderEntries(folder + '/')));
+        auto entries = ListFolder(folder + '/');
+        // The entry is there, even where the user may not list the others.
+        if (!entries && errno != EACCES)
+            return Fail(ErrorFromErrno(errno), nullptr);
+        auto find = std::make_shared<FindObject>(folder, ShortNames(std::move(entries).value_or(std::vector<std::string>())));
+        find->ListOnly(native->substr(end + 1));
+        return find;
     }
 
     const ResolvedPath folder = Resolve(full.substr(0, slash + 1));
     if (const DWORD error = FolderError(folder))
         return Fail(error, nullptr);
-    const std::vector<std::string> entries = FolderEntries(folder.native);
-    ShortNames shortNames(entries);
-    std::vector<std::string> names = MatchingNames(folder.native, entries, shortNames, last);
-    return std::make_shared<FindObject>(folder.native, std::move(names), std::move(shortNames));
+    auto entries = ListFolder(folder.native);
+    if (!entries)
+        return Fail(ErrorFromErrno(errno), nullptr);
+    auto find = std::make_shared<FindObject>(folder.native, ShortNames(std::move(*entries)));
+    find->List(MatchingNames(folder.native, find->Names(), last));
+    return find;
 }
 
-void StoreFound(const FindObject::Found& found, WIN32_FIND_DATAA& data)
+template <class Data>
+void StoreNames(const Listed& names, Data& data)
 {
-    StoreName(found.name, data.cFileName, MAX_PATH);
-    StoreName(found.shortName, data.cAlternateFileName, std::size(data.cAlternateFileName));
-}
-
-void StoreFound(const FindObject::Found& found, WIN32_FIND_DATAW& data)
-{
-    StoreName(found.name, data.cFileName, MAX_PATH);
-    StoreName(found.shortName, data.cAlternateFileName, std::size(data.cAlternateFileName));
+    StoreName(names.name, data.cFileName, MAX_PATH);
+    if (names.shortName != names.name)
+        StoreName(names.shortName, data.cAlternateFileName, std::size(data.cAlternateFileName));
 }
 
 template <class Data>
@@ -175,7 +234,7 @@ bool FillNext(FindObject& find, Data* data)
         return false;
     *data = {};
     found->entry.FillTimesAndSize(*data);
-    StoreFound(*found, *data);
+    StoreNames(found->names, *data);
     return true;
 }
 
@@ -186,7 +245,7 @@ HANDLE FindFirst(std::string_view pattern, Data* data)
     if (!find)
         return INVALID_HANDLE_VALUE;
     if (!FillNext(*find, data))
-        return Fail(ERROR_FILE_NOT_FOUND, INVALID_HANDLE_VALUE);
+        return Fail(GetLastError() == ERROR_NO_MORE_FILES ? DWORD{ERROR_FILE_NOT_FOUND} : GetLastError(), INVALID_HANDLE_VALUE);
     return Handles().Insert(std::move(find), INVALID_HANDLE_VALUE);
 }
 
@@ -196,7 +255,7 @@ BOOL FindNext(HANDLE handle, Data* data)
     const auto find = Handles().Find<FindObject>(handle);
     if (!find)
         return Fail(ERROR_INVALID_HANDLE, FALSE);
-    return FillNext(*find, data) ? TRUE : Fail(ERROR_NO_MORE_FILES, FALSE);
+    return FillNext(*find, data);
 }
 
 }  // namespace

@@ -10,7 +10,10 @@
 #include <sys/inotify.h>
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <climits>
+#include <memory>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -49,10 +52,10 @@ bool IsBelow(const std::string& path, const std::string& folder)
     return path.starts_with(folder) && (path.size() == folder.size() || path[folder.size()] == '/');
 }
 
-bool IsFolder(const std::string& path)
+// Whether a folder that cannot be looked at for this reason is left out of a tree: it has gone, or the user may not.
+bool IsLeftOut(int error)
 {
-    struct stat entry;
-    return lstat(path.c_str(), &entry) == 0 && S_ISDIR(entry.st_mode);
+    return error == ENOENT || error == ENOTDIR || error == EACCES || error == ELOOP;
 }
 
 }  // namespace
@@ -67,6 +70,7 @@ void ChangeNotification::Rearm()
     FolderWatches& watches = FolderWatches::Get();
     const std::lock_guard lock(watches.m_mutex);
     watches.ReadEvents();
+    watches.AddMissed();
     m_subscription->forgettable.erase(m_number);
     if (!m_subscription->folderGone)
         m_subscription->armed.insert(this);
@@ -88,13 +92,20 @@ FolderWatches& FolderWatches::Get()
     return watches;
 }
 
-FolderWatches::FolderWatches() : m_queue(inotify_init1(IN_CLOEXEC | IN_NONBLOCK))
+// Begins to take events, once; false with errno.
+bool FolderWatches::Start()
 {
     if (m_queue)
-        DescriptorEvents::Get().Watch(m_queue.Get(), [this] {
-            const std::lock_guard lock(m_mutex);
-            ReadEvents();
-        });
+        return true;
+    Descriptor queue(inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
+    const auto read = [this] {
+        const std::lock_guard lock(m_mutex);
+        ReadEvents();
+    };
+    if (!queue || !DescriptorEvents::Get().Watch(queue.Get(), read))
+        return false;
+    m_queue = std::move(queue);
+    return true;
 }
 
 HANDLE FolderWatches::Open(const std::string& path, bool subtree, DWORD filter)
@@ -103,27 +114,37 @@ HANDLE FolderWatches::Open(const std::string& path, bool subtree, DWORD filter)
     std::shared_ptr<HandleObject> forgotten;
     std::shared_ptr<ChangeNotification> notification;
     const std::lock_guard lock(m_mutex);
+    if (!Start())
+        return nullptr;
     // Changes up to now are not this notification's.
     ReadEvents();
+    AddMissed();
     FolderSubscription* const subscription = Subscribe(path, subtree, filter);
     if (!subscription)
         return nullptr;
 
+    try {
+        notification = std::make_shared<ChangeNotification>(subscription, ++m_opened);
+    } catch (const std::bad_alloc&) {
+        DropUnused(*subscription);
+        throw;
+    }
+    // From here on it is the notification that gives all back.
     ++subscription->users;
-    notification = std::make_shared<ChangeNotification>(subscription, ++m_opened);
-    const HANDLE handle = Handles().Insert(notification);
+    subscription->armed.insert(notification.get());
+    auto& forgettable = subscription->forgettable;
+    HANDLE& handle = forgettable[m_opened];
+    handle = Handles().Insert(notification);
     if (!handle) {
         errno = ENOSPC;
         return nullptr;
     }
-    subscription->armed.insert(notification.get());
-    auto& forgettable = subscription->forgettable;
-    forgettable.emplace(m_opened, handle);
+    const HANDLE opened = handle;
     if (forgettable.size() > kMostForgotten) {
         forgotten = Handles().Remove(forgettable.begin()->second);
         forgettable.erase(forgettable.begin());
     }
-    return handle;
+    return opened;
 }
 
 // The subscription for the key, new or known; null with errno.
@@ -134,44 +155,98 @@ FolderSubscription* FolderWatches::Subscribe(const std::string& path, bool subtr
         return nullptr;
 
     const FolderSubscription::Key key(watch, subtree, filter);
-    FolderSubscription*& known = m_subscriptions[key];
-    if (known)
-        return known;
-    known = new FolderSubscription{key, {}, {}, {}, 0, false};
-    Link(*known, watch);
-    if (subtree)
-        AddBelow(*known, path, nullptr);
-    return known;
+    if (const auto known = m_subscriptions.find(key); known != m_subscriptions.end())
+        return known->second;
+    auto made = std::make_unique<FolderSubscription>(FolderSubscription{key, {}, {}, {}, 0, false});
+    m_subscriptions.emplace(key, made.get());
+    FolderSubscription* const subscription = made.release();
+    try {
+        Link(*subscription, watch);
+        if (!subtree || AddBelow(*subscription, path, nullptr))
+            return subscription;
+    } catch (const std::bad_alloc&) {
+        DropUnused(*subscription);
+        throw;
+    }
+    const int error = errno;
+    DropUnused(*subscription);
+    errno = error;
+    return nullptr;
 }
 
 // The kernel's watch of the folder, which has one at most; -1 with errno.
 int FolderWatches::Watch(const std::string& path)
 {
     const int watch = inotify_add_watch(m_queue.Get(), path.c_str(), kEvents);
-    if (watch >= 0)
+    if (watch < 0)
+        return watch;
+    try {
         m_folders[watch].path = path;
+    } catch (const std::bad_alloc&) {
+        DropIfFree(watch);
+        throw;
+    }
     return watch;
+}
+
+// Gives a watch back that no subscription has.
+void FolderWatches::DropIfFree(int watch)
+{
+    const auto folder = m_folders.find(watch);
+    if (folder != m_folders.end() && !folder->second.subscriptions.empty())
+        return;
+    inotify_rm_watch(m_queue.Get(), watch);
+    m_folders.erase(watch);
 }
 
 void FolderWatches::Link(FolderSubscription& subscription, int watch)
 {
-    m_folders[watch].subscriptions.insert(&subscription);
-    subscription.watches.insert(watch);
+    try {
+        subscription.watches.insert(watch);
+        m_folders[watch].subscriptions.insert(&subscription);
+    } catch (const std::bad_alloc&) {
+        subscription.watches.erase(watch);
+        DropIfFree(watch);
+        throw;
+    }
 }
 
-// Watches the folders below @p path; a folder that cannot be watched is left out.
-void FolderWatches::AddBelow(FolderSubscription& subscription, const std::string& path, bool* hasEntries)
+// Watches the folders below @p path; one that the user may not look at is left out. False, with errno, when the system refuses.
+bool FolderWatches::AddBelow(FolderSubscription& subscription, const std::string& path, bool* hasEntries)
 {
-    for (const std::string& name : FolderEntries(path)) {
+    const auto entries = ListFolder(path);
+    if (!entries)
+        return IsLeftOut(errno);
+    for (const std::string& name : *entries) {
         if (hasEntries)
             *hasEntries = true;
         const std::string entry = path + '/' + name;
-        const int watch = IsFolder(entry) ? Watch(entry) : -1;
+        struct stat status;
+        const bool isThere = lstat(entry.c_str(), &status) == 0;
+        if (isThere && !S_ISDIR(status.st_mode))
+            continue;
+        const int watch = isThere ? Watch(entry) : -1;
+        if (watch < 0 && !IsLeftOut(errno))
+            return false;
         if (watch < 0)
             continue;
         Link(subscription, watch);
-        AddBelow(subscription, entry, nullptr);
+        if (!AddBelow(subscription, entry, nullptr))
+            return false;
     }
+    return true;
+}
+
+// Looks through all trees for folders that are not watched yet.
+void FolderWatches::AddMissed()
+{
+    if (!m_mayMissFolders)
+        return;
+    bool isWhole = true;
+    for (const auto& [key, subscription] : m_subscriptions)
+        if (const auto folder = m_folders.find(std::get<0>(key)); std::get<1>(key) && folder != m_folders.end())
+            isWhole = AddBelow(*subscription, folder->second.path, nullptr) && isWhole;
+    m_mayMissFolders = !isWhole;
 }
 
 void FolderWatches::Drop(FolderSubscription& subscription, int watch)
@@ -181,16 +256,14 @@ void FolderWatches::Drop(FolderSubscription& subscription, int watch)
     if (folder == m_folders.end())
         return;
     folder->second.subscriptions.erase(&subscription);
-    if (!folder->second.subscriptions.empty())
-        return;
-    inotify_rm_watch(m_queue.Get(), watch);
-    m_folders.erase(folder);
+    DropIfFree(watch);
 }
 
 void FolderWatches::DropBelow(FolderSubscription& subscription, const std::string& path)
 {
     for (const int watch : std::vector<int>(subscription.watches.begin(), subscription.watches.end()))
-        if (watch != std::get<0>(subscription.key) && IsBelow(m_folders[watch].path, path))
+        if (const auto folder = m_folders.find(watch);
+            watch != std::get<0>(subscription.key) && folder != m_folders.end() && IsBelow(folder->second.path, path))
             Drop(subscription, watch);
 }
 
@@ -200,13 +273,20 @@ void FolderWatches::Release(ChangeNotification& notification)
     FolderSubscription* const subscription = notification.m_subscription;
     subscription->armed.erase(&notification);
     subscription->forgettable.erase(notification.m_number);
-    if (--subscription->users > 0)
+    --subscription->users;
+    DropUnused(*subscription);
+}
+
+// Ends a subscription that no notification has.
+void FolderWatches::DropUnused(FolderSubscription& subscription)
+{
+    if (subscription.users > 0)
         return;
-    for (const int watch : std::vector<int>(subscription->watches.begin(), subscription->watches.end()))
-        Drop(*subscription, watch);
-    if (!subscription->folderGone)
-        m_subscriptions.erase(subscription->key);
-    delete subscription;
+    while (!subscription.watches.empty())
+        Drop(subscription, *subscription.watches.begin());
+    if (!subscription.folderGone)
+        m_subscriptions.erase(subscription.key);
+    delete &subscription;
 }
 
 // Takes all events that there are. The lock is held.
@@ -217,20 +297,29 @@ void FolderWatches::ReadEvents()
         for (const char* at = buffer; at < buffer + size;) {
             const auto& event = *reinterpret_cast<const inotify_event*>(at);
             at += sizeof event;
-            Dispatch(event, event.len > 0 ? at : "");
+            try {
+                Dispatch(event, event.len > 0 ? at : "");
+            } catch (const std::bad_alloc&) {
+                // This runs on threads that nobody could tell.
+                SignalEveryone();
+            }
             at += event.len;
         }
     }
 }
 
+// Events are lost: whatever is watched may have changed.
+void FolderWatches::SignalEveryone()
+{
+    m_mayMissFolders = true;
+    for (const auto& [key, subscription] : m_subscriptions)
+        SignalAll(*subscription);
+}
+
 void FolderWatches::Dispatch(const inotify_event& event, std::string_view name)
 {
-    if (event.mask & IN_Q_OVERFLOW) {
-        // Events are lost: whatever is watched may have changed.
-        for (const auto& [key, subscription] : m_subscriptions)
-            SignalAll(*subscription);
-        return;
-    }
+    if (event.mask & IN_Q_OVERFLOW)
+        return SignalEveryone();
     const auto folder = m_folders.find(event.wd);
     if (folder == m_folders.end())
         return;
@@ -254,13 +343,18 @@ void FolderWatches::FolderEvent(FolderSubscription& subscription, const inotify_
 {
     if (event.mask & IN_MOVED_FROM)
         DropBelow(subscription, path);
-    const int watch = event.mask & (IN_CREATE | IN_MOVED_TO) ? Watch(path) : -1;
-    if (watch < 0)
+    if (!(event.mask & (IN_CREATE | IN_MOVED_TO)))
         return;
+    const int watch = Watch(path);
+    if (watch < 0) {
+        m_mayMissFolders = m_mayMissFolders || !IsLeftOut(errno);
+        return;
+    }
     Link(subscription, watch);
     // What was made in it before it was watched would not be seen.
     bool hasEntries = false;
-    AddBelow(subscription, path, &hasEntries);
+    if (!AddBelow(subscription, path, &hasEntries))
+        m_mayMissFolders = true;
     if (hasEntries && (event.mask & IN_CREATE))
         SignalAll(subscription);
 }

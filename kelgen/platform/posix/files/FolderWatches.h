@@ -71,16 +71,21 @@ private:
         std::set<FolderSubscription*> subscriptions;
     };
 
-    FolderWatches();
+    FolderWatches() = default;
+    bool Start();
     int Watch(const std::string& path);
     void Link(FolderSubscription& subscription, int watch);
-    void AddBelow(FolderSubscription& subscription, const std::string& path, bool* hasEntries);
+    bool AddBelow(FolderSubscription& subscription, const std::string& path, bool* hasEntries);
+    void AddMissed();
+    void DropIfFree(int watch);
     void Drop(FolderSubscription& subscription, int watch);
     void DropBelow(FolderSubscription& subscription, const std::string& path);
     FolderSubscription* Subscribe(const std::string& path, bool subtree, DWORD filter);
     void Release(ChangeNotification& notification);
+    void DropUnused(FolderSubscription& subscription);
 
     void ReadEvents();
+    void SignalEveryone();
     void Dispatch(const inotify_event& event, std::string_view name);
     void FolderEvent(FolderSubscription& subscription, const inotify_event& event, const std::string& path);
     void FolderEnded(int watch);
@@ -91,6 +96,7 @@ private:
     std::map<int, Folder> m_folders;
     std::map<FolderSubscription::Key, FolderSubscription*> m_subscriptions;
     ULONGLONG m_opened = 0;
+    bool m_mayMissFolders = false;  // events of trees were lost, or folders in them could not be watched
 };
 
 }  // namespace kelgen::posix

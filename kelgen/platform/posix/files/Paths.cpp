@@ -99,9 +99,12 @@ DWORD FaultOfName(std::string_view part)
     return 0;
 }
 
+// False with errno. A link that leads nowhere exists itself.
 bool Exists(const std::string& native, struct stat& status)
 {
-    return stat(native.c_str(), &status) == 0 || lstat(native.c_str(), &status) == 0;
+    if (stat(native.c_str(), &status) == 0)
+        return true;
+    return (errno == ENOENT || errno == ELOOP || errno == EACCES) && lstat(native.c_str(), &status) == 0;
 }
 
 struct FolderCloser
@@ -119,54 +122,70 @@ OwnedFolder OpenToList(const std::string& native)
     return folder;
 }
 
-// Calls visit with the name of each entry but "." and "..".
+// Calls visit with the name of each entry but "." and "..". 0, or an errno value when the rest cannot be read.
 template <class Visit>
-void ForEachEntry(DIR* folder, Visit visit)
+int ForEachEntry(DIR* folder, Visit visit)
 {
-    while (const dirent* entry = readdir(folder))
+    for (;;) {
+        errno = 0;
+        const dirent* const entry = readdir(folder);
+        if (!entry)
+            return errno;
         if (std::strcmp(entry->d_name, ".") != 0 && std::strcmp(entry->d_name, "..") != 0)
             visit(entry->d_name);
+    }
 }
 
-// The entry of folder that is not UTF-8 and reads like part in the ANSI code page, or empty.
-std::string ForeignSpellingIn(DIR* folder, const std::string& part)
+// What a look for an entry of another spelling came to.
+struct Spelling
 {
-    std::string found;
+    std::string name;  // empty when there is none
+    int error = 0;     // an errno value when the folder cannot be read: there may be one
+};
+
+// The entry of folder that is not UTF-8 and reads like part in the ANSI code page, or empty.
+Spelling ForeignSpellingIn(DIR* folder, const std::string& part)
+{
+    Spelling found;
     if (AnsiName(part) == part)
         return found;
     rewinddir(folder);
-    ForEachEntry(folder, [&](std::string_view entry) {
-        if (!IsUtf8(entry) && NarrowName(AnsiName(entry).c_str()) == part && (found.empty() || entry < found))
-            found = entry;
+    found.error = ForEachEntry(folder, [&](std::string_view entry) {
+        if (!IsUtf8(entry) && NarrowName(AnsiName(entry).c_str()) == part && (found.name.empty() || entry < found.name))
+            found.name = entry;
     });
     return found;
 }
 
 // The entry of folder that part means, or empty: of those equal but for case the first by its bytes.
-std::string SpellingIn(DIR* folder, const std::string& native, const std::string& part)
+Spelling SpellingIn(DIR* folder, const std::string& native, const std::string& part)
 {
-    std::string found;
-    ForEachEntry(folder, [&](std::string_view entry) {
-        if (found != part && EqualNames(entry, part) && (found.empty() || entry == part || entry < found))
-            found = entry;
+    Spelling found;
+    found.error = ForEachEntry(folder, [&](std::string_view entry) {
+        if (found.name != part && EqualNames(entry, part) && (found.name.empty() || entry == part || entry < found.name))
+            found.name = entry;
     });
-    if (!found.empty())
+    if (!found.name.empty() || found.error != 0)
         return found;
     if (part.find('~') != std::string::npos && IsShortName(part)) {
-        const std::vector<std::string> entries = FolderEntries(native);
-        const ShortNames names(entries);
-        for (const std::string& entry : entries)
-            if (EqualNames(names.Of(entry), part))
-                return entry;
+        auto entries = ListFolder(native);
+        if (!entries)
+            return {{}, errno};
+        const ShortNames names(std::move(*entries));
+        for (std::size_t i = 0; i < names.Entries().size(); ++i)
+            if (EqualNames(names.At(i), part))
+                return {names.Entries()[i]};
     }
     return ForeignSpellingIn(folder, part);
 }
 
-// As SpellingIn; empty also when the folder cannot be read.
-std::string OtherSpelling(const std::string& native, const std::string& part)
+// As SpellingIn; none in what is no folder, or one that the user may not list.
+Spelling OtherSpelling(const std::string& native, const std::string& part)
 {
-    const OwnedFolder folder = OpenToList(native);
-    return folder ? SpellingIn(folder.get(), native, part) : std::string();
+    if (const OwnedFolder folder = OpenToList(native))
+        return SpellingIn(folder.get(), native, part);
+    const bool isHidden = errno == EACCES || errno == ENOTDIR || errno == ENOENT;
+    return {{}, isHidden ? 0 : errno};
 }
 
 // Looks the last part up when the folder before it exists as it is spelt; false when it does not. The whole path, spelt so, does not
@@ -183,17 +202,26 @@ bool WalkLast(const Place& place, ResolvedPath& result)
         return false;
 
     const std::string& part = place.parts.back();
-    const std::string spelling = SpellingIn(folder.get(), native, part);
+    const Spelling spelling = SpellingIn(folder.get(), native, part);
     struct stat status;
-    if (!spelling.empty() && Exists(path + '/' + spelling, status)) {
-        result.native = path + '/' + spelling;
+    if (!spelling.name.empty() && Exists(path + '/' + spelling.name, status)) {
+        result.native = path + '/' + spelling.name;
         result.exists = true;
         result.isFolder = S_ISDIR(status.st_mode);
         return true;
     }
+    const int error = spelling.error != 0 ? spelling.error : spelling.name.empty() ? ENOENT : errno;
     const DWORD fault = FaultOfName(part);
-    result.error = fault ? fault : DWORD{ERROR_FILE_NOT_FOUND};
+    result.error = fault ? fault : ErrorFromErrno(error);
     return true;
+}
+
+// Why a part, the last one or one before, is not there.
+DWORD ErrorOfMissing(int error, bool last)
+{
+    if (error != 0 && error != ENOENT)
+        return ErrorFromErrno(error);
+    return last ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
 }
 
 // Looks the parts up one by one.
@@ -207,20 +235,17 @@ void Walk(const Place& place, ResolvedPath& result)
         std::string next = path + '/' + part;
         if (!Exists(next, status)) {
             const int cause = errno;
-            const std::string spelling = cause == ENOENT ? OtherSpelling(path.empty() ? "/" : path, part) : std::string();
-            if (spelling.empty()) {
+            const Spelling spelling = cause == ENOENT ? OtherSpelling(path.empty() ? "/" : path, part) : Spelling{{}, cause};
+            if (spelling.name.empty()) {
                 result.native = next;
                 const DWORD fault = FaultOfName(part);
-                result.error = fault             ? fault
-                               : cause != ENOENT ? ErrorFromErrno(cause)
-                               : last            ? DWORD{ERROR_FILE_NOT_FOUND}
-                                                 : DWORD{ERROR_PATH_NOT_FOUND};
+                result.error = fault ? fault : ErrorOfMissing(spelling.error, last);
                 return;
             }
-            next = path + '/' + spelling;
+            next = path + '/' + spelling.name;
             if (!Exists(next, status)) {
                 result.native = next;
-                result.error = last ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
+                result.error = ErrorOfMissing(errno, last);
                 return;
             }
         }
@@ -301,14 +326,23 @@ std::optional<std::string> ToNativeFolder(std::string_view name)
     return std::move(path.native);
 }
 
-std::vector<std::string> FolderEntries(const std::string& native)
+std::optional<std::vector<std::string>> ListFolder(const std::string& native)
 {
-    std::vector<std::string> entries;
     const OwnedFolder folder = OpenToList(native);
-    if (folder)
-        ForEachEntry(folder.get(), [&entries](const char* name) { entries.emplace_back(name); });
+    if (!folder)
+        return std::nullopt;
+    std::vector<std::string> entries;
+    if (const int error = ForEachEntry(folder.get(), [&entries](const char* name) { entries.emplace_back(name); })) {
+        errno = error;
+        return std::nullopt;
+    }
     std::sort(entries.begin(), entries.end());
     return entries;
+}
+
+std::vector<std::string> FolderEntries(const std::string& native)
+{
+    return ListFolder(native).value_or(std::vector<std::string>());
 }
 
 bool EqualNames(std::string_view left, std::string_view right)

@@ -45,14 +45,17 @@ std::optional<std::string> ToNativeFolder(std::string_view name);
 /// The parts of @p text between backslashes, empty ones left out.
 std::vector<std::string> SplitAtBackslashes(std::string_view text);
 
-/// The names in the folder @p native in byte order, without "." and ".."; empty when it cannot be read.
+/// The names in the folder @p native in byte order, without "." and ".."; nothing, with errno, when it cannot be read.
+std::optional<std::vector<std::string>> ListFolder(const std::string& native);
+
+/// The same; empty when it cannot be read.
 KELGEN_PLATFORM_TESTED_API std::vector<std::string> FolderEntries(const std::string& native);
 
 /// True when the file names differ at most in case (NameCase.h has the rule); bytes that are not UTF-8 must be equal.
-bool EqualNames(std::string_view left, std::string_view right);
+KELGEN_PLATFORM_TESTED_API bool EqualNames(std::string_view left, std::string_view right);
 
 /// Less than, equal to or greater than 0: the order of file names by code unit in upper case, equal ones by byte.
-int OrderOfNames(std::string_view left, std::string_view right);
+KELGEN_PLATFORM_TESTED_API int OrderOfNames(std::string_view left, std::string_view right);
 
 /// The current folder's drive form, without a final backslash unless it is a root.
 std::string CurrentFolder();

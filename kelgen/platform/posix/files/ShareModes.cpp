@@ -3,6 +3,7 @@
 #include <kelgen/platform/posix/files/ShareModes.h>
 
 #include <kelgen/platform/posix/base/Descriptor.h>
+#include <kelgen/platform/posix/base/Retry.h>
 #include <kelgen/platform/posix/base/api/AccessRights.h>
 #include <kelgen/platform/posix/files/api/Files.h>
 
@@ -79,7 +80,7 @@ bool ClaimShare(int file, DWORD access, DWORD share)
 
 bool MayDelete(const std::string& native)
 {
-    const Descriptor file(open(native.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY | O_NOFOLLOW));
+    const Descriptor file(Retry([&] { return open(native.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY | O_NOFOLLOW); }));
     return !file || !AnyAnnounced(file.Get(), kDenials, FILE_SHARE_DELETE);
 }
 

@@ -59,24 +59,23 @@ UINT StoreTemporaryName(const std::string& folder, const std::string& prefix, UI
         return Fail(ERROR_DIRECTORY, 0u);
 
     UINT number = unique & 0xFFFF;
-    std::string name = TemporaryName(folder, prefix, number ? number : 0xFFFF);
-    if (NameIn<Unit>(name).size() >= MAX_PATH)
+    if (NameIn<Unit>(TemporaryName(folder, prefix, number ? number : 0xFFFF)).size() >= MAX_PATH)
         return Fail(ERROR_BUFFER_OVERFLOW, 0u);
     if (number == 0) {
         const UINT first = std::random_device{}() % 0xFFFF + 1;
         number = first;
         for (;;) {
-            name = TemporaryName(folder, prefix, number);
+            // Stored first: once it is made nothing may fail.
+            const std::string name = TemporaryName(folder, prefix, number);
+            StoreName(name, buffer, MAX_PATH);
             if (MakeTemporary(name))
-                break;
+                return number;
             number = number % 0xFFFF + 1;
             if (GetLastError() != ERROR_FILE_EXISTS || number == first)
                 return 0;
         }
-    } else {
-        name = TemporaryName(folder, prefix, number);
     }
-    StoreName(name, buffer, MAX_PATH);
+    StoreName(TemporaryName(folder, prefix, number), buffer, MAX_PATH);
     return number;
 }
 

@@ -10,6 +10,7 @@ using namespace std::chrono;
 
 constexpr sys_days kDayZero = year{1899} / December / 30;
 constexpr int kSecondsPerDay = 24 * 60 * 60;
+constexpr double kDayAfterLast = 2958466;  // 1 January 10000
 
 }  // namespace
 
@@ -28,7 +29,7 @@ INT SystemTimeToVariantTime(SYSTEMTIME* time, DATE* date)
 
 INT VariantTimeToSystemTime(DATE date, SYSTEMTIME* time)
 {
-    if (!(date > -657435.0 && date < 2958466.0))
+    if (!(date > -657435.0 && date < kDayAfterLast))
         return FALSE;
 
     double whole = std::trunc(date);
@@ -37,6 +38,9 @@ INT VariantTimeToSystemTime(DATE date, SYSTEMTIME* time)
         second = 0;
         whole += 1;
     }
+    // The last half second is rounded out of the calendar.
+    if (whole >= kDayAfterLast)
+        return FALSE;
     const sys_days at = kDayZero + days{static_cast<int>(whole)};
     const year_month_day day{at};
     *time = SYSTEMTIME{};

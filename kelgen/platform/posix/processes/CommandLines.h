@@ -1,6 +1,8 @@
 // CommandLines.h: the programs and arguments that command lines name.
 #pragma once
 
+#include <kelgen/platform/Export.h>
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,7 +12,7 @@ namespace kelgen::posix {
 
 /// The arguments of @p line by the rules of the platform's runtime: blanks separate outside quotes, a backslash counts only before
 /// a quote, two quotes inside quotes are one.
-std::vector<std::string> SplitArguments(std::string_view line);
+KELGEN_PLATFORM_TESTED_API std::vector<std::string> SplitArguments(std::string_view line);
 
 /// @p text with the values of the variables that stand in it as %NAME%; unknown ones stay.
 std::string WithVariables(std::string_view text);

@@ -147,19 +147,23 @@ BOOL CreateProcessW(LPCWSTR program, LPWSTR commandLine, LPSECURITY_ATTRIBUTES, 
 
 BOOL GetExitCodeProcess(HANDLE process, LPDWORD exitCode)
 {
-    const auto object = FindProcessObject(process);
-    if (!object)
-        return Fail(ERROR_INVALID_HANDLE, FALSE);
-    *exitCode = object->Target().ExitCode();
-    return TRUE;
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        const auto object = FindProcessObject(process);
+        if (!object)
+            return Fail(ERROR_INVALID_HANDLE, FALSE);
+        *exitCode = object->Target().ExitCode();
+        return TRUE;
+    });
 }
 
 BOOL TerminateProcess(HANDLE process, UINT exitCode)
 {
-    const auto object = FindProcessObject(process);
-    if (!object)
-        return Fail(ERROR_INVALID_HANDLE, FALSE);
-    if (!(object->Access() & PROCESS_TERMINATE) || !object->Target().Kill(exitCode))
-        return Fail(ERROR_ACCESS_DENIED, FALSE);
-    return TRUE;
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        const auto object = FindProcessObject(process);
+        if (!object)
+            return Fail(ERROR_INVALID_HANDLE, FALSE);
+        if (!(object->Access() & PROCESS_TERMINATE) || !object->Target().Kill(exitCode))
+            return Fail(ERROR_ACCESS_DENIED, FALSE);
+        return TRUE;
+    });
 }

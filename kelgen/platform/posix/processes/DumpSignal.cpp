@@ -3,7 +3,9 @@
 
 #include <cerrno>
 #include <csignal>
+#include <mutex>
 #include <thread>
+#include <vector>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -21,13 +23,36 @@ extern "C" void NoteDumpSignal(int)
     errno = error;
 }
 
-void Answer(void (*call)())
+struct Calls
+{
+    std::mutex lock;
+    std::vector<void (*)()> list;
+
+    static Calls& Get()
+    {
+        static Calls& calls = *new Calls;
+        return calls;
+    }
+};
+
+void CallAll()
+{
+    std::vector<void (*)()> list;
+    {
+        const std::lock_guard lock(Calls::Get().lock);
+        list = Calls::Get().list;
+    }
+    for (const auto call : list)
+        call();
+}
+
+void Answer()
 {
     char one = 0;
     for (;;) {
         const ssize_t count = read(wakeUp[0], &one, 1);
         if (count == 1)
-            call();
+            CallAll();
         else if (count == 0 || errno != EINTR)
             return;
     }
@@ -39,11 +64,17 @@ namespace kelgen {
 
 bool CallOnDumpSignal(void (*call)())
 {
+    const std::lock_guard lock(Calls::Get().lock);
+    if (wakeUp[0] >= 0) {
+        Calls::Get().list.push_back(call);
+        return true;
+    }
     struct sigaction before = {};
-    if (wakeUp[0] >= 0 || sigaction(SIGUSR1, nullptr, &before) != 0 || before.sa_handler != SIG_DFL || pipe2(wakeUp, O_CLOEXEC) != 0)
+    if (sigaction(SIGUSR1, nullptr, &before) != 0 || before.sa_handler != SIG_DFL || pipe2(wakeUp, O_CLOEXEC) != 0)
         return false;
     fcntl(wakeUp[1], F_SETFL, O_NONBLOCK);
-    std::thread(Answer, call).detach();
+    Calls::Get().list.push_back(call);
+    std::thread(Answer).detach();
     struct sigaction action = {};
     action.sa_handler = NoteDumpSignal;
     action.sa_flags = SA_RESTART;

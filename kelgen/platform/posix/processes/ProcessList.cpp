@@ -10,6 +10,7 @@
 #include <kelgen/platform/posix/processes/RunningProcesses.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <mutex>
 
 using namespace kelgen::posix;
@@ -71,7 +72,7 @@ HANDLE OpenProcess(DWORD access, BOOL, DWORD id)
     return OrNoMemory(HANDLE{}, [&]() -> HANDLE {
         const auto process = id == 0 ? nullptr : FindProcessById(id);
         if (!process)
-            return Fail(ERROR_INVALID_PARAMETER, HANDLE{});
+            return Fail(id == 0 || errno == ESRCH ? DWORD{ERROR_INVALID_PARAMETER} : ErrorFromErrno(errno), HANDLE{});
         if ((access & PROCESS_VM_READ) && !MayLookInto(id))
             return Fail(ERROR_ACCESS_DENIED, HANDLE{});
         return Handles().Insert(std::make_shared<ProcessObject>(process, access));
@@ -87,9 +88,11 @@ DWORD GetProcessId(HANDLE process)
 BOOL EnumProcesses(LPDWORD ids, DWORD size, LPDWORD used)
 {
     return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
-        const std::vector<DWORD> running = RunningProcesses();
-        const std::size_t count = std::min(running.size(), size / sizeof(DWORD));
-        std::copy_n(running.begin(), count, ids);
+        const auto running = RunningProcesses();
+        if (!running)
+            return Fail(ErrorFromErrno(errno), FALSE);
+        const std::size_t count = std::min(running->size(), size / sizeof(DWORD));
+        std::copy_n(running->begin(), count, ids);
         *used = static_cast<DWORD>(count * sizeof(DWORD));
         return TRUE;
     });

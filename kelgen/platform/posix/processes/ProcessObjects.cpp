@@ -64,6 +64,12 @@ int OpenDescriptor(DWORD id)
     return static_cast<int>(syscall(SYS_pidfd_open, static_cast<pid_t>(id), 0));
 }
 
+// The system's limits of watches and processes are a lack of memory for the platform.
+DWORD LackError(int error)
+{
+    return error == ENOSPC || error == EAGAIN ? ERROR_NOT_ENOUGH_MEMORY : ErrorFromErrno(error);
+}
+
 // What the platform would give as exit code: that of an exception for a crash, 3 after abort.
 DWORD CodeOf(const siginfo_t& end)
 {
@@ -82,22 +88,40 @@ DWORD CodeOf(const siginfo_t& end)
 
 }  // namespace
 
-bool Process::IsRunning() const
+Process::~Process()
 {
-    return StartOfProcess(m_id) == m_start;
+    // Nobody else asks for its end.
+    if (m_isChild && !m_isWatched)
+        waitpid(static_cast<pid_t>(m_id), nullptr, WNOHANG);
 }
 
-void Process::WatchEnd()
+bool Process::IsRunning() const
 {
-    std::call_once(m_watched, [this] {
-        Descriptor descriptor(OpenDescriptor(m_id));
-        // The number may be another process's by now.
-        if (!descriptor || (!m_isChild && !IsRunning()))
-            return End(0);
-        const int number = descriptor.Get();
-        if (DescriptorEvents::Get().Watch(number, [self = shared_from_this(), number] { self->Reap(number); }))
-            descriptor.Release();
-    });
+    const auto start = StartOfProcess(m_id);
+    if (!start)
+        return errno != ESRCH;
+    return *start == m_start || (m_isChild && m_start == 0);
+}
+
+bool Process::WatchEnd()
+{
+    const std::lock_guard lock(m_watchMutex);
+    if (m_isWatched)
+        return true;
+    Descriptor descriptor(OpenDescriptor(m_id));
+    if (!descriptor && errno != ESRCH)
+        return false;
+    // The number may be another process's by now.
+    if (!descriptor || (!m_isChild && !IsRunning())) {
+        m_isWatched = true;
+        End(0);
+        return true;
+    }
+    const int number = descriptor.Get();
+    m_isWatched = DescriptorEvents::Get().Watch(number, [self = shared_from_this(), number] { self->Reap(number); });
+    if (m_isWatched)
+        descriptor.Release();
+    return m_isWatched;
 }
 
 void Process::Reap(int descriptor)
@@ -120,6 +144,8 @@ void Process::End(DWORD exitCode)
 
 DWORD Process::ExitCode()
 {
+    if (m_isChild)
+        WatchEnd();
     {
         const std::lock_guard lock(DispatcherLock());
         if (m_ended)
@@ -131,17 +157,18 @@ DWORD Process::ExitCode()
 bool Process::Kill(DWORD exitCode)
 {
     const Descriptor descriptor(OpenDescriptor(m_id));
-    if (!descriptor || !IsRunning())
+    if ((!descriptor && errno == ESRCH) || !IsRunning())
         return true;
     m_killedWith = exitCode;
     m_killed = true;
+    if (!descriptor)
+        return kill(static_cast<pid_t>(m_id), SIGKILL) == 0;
     return syscall(SYS_pidfd_send_signal, descriptor.Get(), SIGKILL, nullptr, 0) == 0;
 }
 
 std::shared_ptr<Waitable> ProcessObject::WaitedFor()
 {
-    m_process->WatchEnd();
-    return m_process;
+    return m_process->WatchEnd() ? m_process : Fail(LackError(errno), std::shared_ptr<Process>());
 }
 
 std::shared_ptr<ProcessObject> FindProcessObject(HANDLE handle)
@@ -184,7 +211,7 @@ DWORD StartError(int error, const std::string& program)
     // A file that nobody may execute is no program; the platform knows no such permission.
     if (error == ENOEXEC || (error == EACCES && isFile && (file.st_mode & 0111) == 0))
         return ERROR_BAD_EXE_FORMAT;
-    return ErrorFromErrno(error);
+    return LackError(error);
 }
 
 class SpawnActions

@@ -18,12 +18,14 @@ class Process final : public Waitable, public std::enable_shared_from_this<Proce
 {
 public:
     Process(DWORD id, ULONGLONG start, bool isChild) : m_id(id), m_start(start), m_isChild(isChild) {}
+    ~Process() override;
 
     DWORD Id() const { return m_id; }
     bool IsSignalled(DWORD) const override { return m_ended; }
 
-    /// Sees to it that the object is signalled at the process's end. Called before the first wait; for a child at its start.
-    void WatchEnd();
+    /// Sees to it that the object is signalled at the process's end. Called before the first wait; for a child at its start. False, with
+    /// errno, when the system refuses now: to be called again.
+    bool WatchEnd();
 
     /// The exit code, or STILL_ACTIVE; 0 for an ended process that this one has not started.
     DWORD ExitCode();
@@ -37,9 +39,10 @@ private:
     void End(DWORD exitCode);
 
     const DWORD m_id;
-    const ULONGLONG m_start;
+    const ULONGLONG m_start;  // 0: a child's that the system could not tell
     const bool m_isChild;
-    std::once_flag m_watched;
+    std::mutex m_watchMutex;
+    bool m_isWatched = false;
     std::atomic<bool> m_killed = false;
     std::atomic<DWORD> m_killedWith = 0;
     bool m_ended = false;  // under the dispatcher lock, as the exit code
@@ -69,7 +72,7 @@ private:
 /// The object of @p handle, even of the pseudo handle of this process; null for another kind.
 std::shared_ptr<ProcessObject> FindProcessObject(HANDLE handle);
 
-/// The process with number @p id, or null when there is none.
+/// The process with number @p id; null, with errno, when there is none (ESRCH) or the system cannot tell now.
 std::shared_ptr<Process> FindProcessById(DWORD id);
 
 /// How a program is started.

@@ -9,7 +9,9 @@
 #include <kelgen/platform/posix/processes/RunningProcesses.h>
 #include <kelgen/platform/posix/processes/api/Processes.h>
 
+#include <cerrno>
 #include <mutex>
+#include <optional>
 
 using namespace kelgen::posix;
 
@@ -35,10 +37,14 @@ struct SnapshotObject : HandleObject
     Walk<MODULEENTRY32>& WalkOf(const MODULEENTRY32*) { return modules; }
 };
 
-std::vector<PROCESSENTRY32> ProcessEntries()
+// Nothing with errno.
+std::optional<std::vector<PROCESSENTRY32>> ProcessEntries()
 {
+    const auto ids = RunningProcesses();
+    if (!ids)
+        return std::nullopt;
     std::vector<PROCESSENTRY32> entries;
-    for (const DWORD id : RunningProcesses()) {
+    for (const DWORD id : *ids) {
         const auto facts = FactsOfProcess(id);
         if (!facts)
             continue;
@@ -111,8 +117,12 @@ HANDLE CreateToolhelp32Snapshot(DWORD flags, DWORD id)
                 return Fail(ERROR_ACCESS_DENIED, INVALID_HANDLE_VALUE);
             snapshot->modules.entries = ModuleEntries(id);
         }
-        if (flags & TH32CS_SNAPPROCESS)
-            snapshot->processes.entries = ProcessEntries();
+        if (flags & TH32CS_SNAPPROCESS) {
+            auto entries = ProcessEntries();
+            if (!entries)
+                return Fail(ErrorFromErrno(errno), INVALID_HANDLE_VALUE);
+            snapshot->processes.entries = *std::move(entries);
+        }
         return Handles().Insert(std::move(snapshot), INVALID_HANDLE_VALUE);
     });
 }

@@ -2,6 +2,7 @@
 #include <kelgen/platform/posix/processes/RunningProcesses.h>
 
 #include <kelgen/platform/posix/base/Descriptor.h>
+#include <kelgen/platform/posix/base/Retry.h>
 #include <kelgen/platform/posix/files/Paths.h>
 
 #include <fcntl.h>
@@ -11,7 +12,6 @@
 #include <algorithm>
 #include <charconv>
 #include <climits>
-#include <fstream>
 #include <sstream>
 #include <string_view>
 
@@ -48,40 +48,69 @@ struct Mapping
     std::string_view path;  // empty for what is no file
 };
 
-// The whole of a process file; empty when it cannot be read.
-std::string ContentsOf(const std::string& name)
+// The whole of a process file; nothing, with errno, when it cannot be read: ESRCH when the process has ended.
+std::optional<std::string> ContentsOf(const std::string& name)
 {
-    const Descriptor file(open(name.c_str(), O_RDONLY | O_CLOEXEC));
+    const Descriptor file(Retry([&] { return open(name.c_str(), O_RDONLY | O_CLOEXEC); }));
     std::string contents;
     constexpr std::size_t kPiece = 16384;
-    for (ssize_t got = 1; file && got > 0;) {
+    ssize_t got = file ? 1 : -1;
+    while (got > 0) {
         const std::size_t size = contents.size();
         contents.resize(size + kPiece);
-        do {
-            got = read(file.Get(), contents.data() + size, kPiece);
-        } while (got < 0 && errno == EINTR);
+        got = Retry([&] { return read(file.Get(), contents.data() + size, kPiece); });
         contents.resize(size + static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
     }
-    return contents;
+    if (got == 0)
+        return contents;
+    errno = errno == ENOENT ? ESRCH : errno;
+    return std::nullopt;
+}
+
+// What a process's "stat" says: "id (name) state parent ...". The name may hold anything, brackets too.
+struct StatLine
+{
+    std::string name;
+    std::istringstream rest;  // from the state on
+
+    // The field so many fields on.
+    template <class Field>
+    Field Skip(int count)
+    {
+        std::string skipped;
+        for (int i = 0; i < count; ++i)
+            rest >> skipped;
+        Field field{};
+        rest >> field;
+        return field;
+    }
+};
+
+// Nothing, with errno, as ContentsOf.
+std::optional<StatLine> StatOf(DWORD id)
+{
+    const auto stat = ContentsOf(FileOf(id, "stat"));
+    if (!stat)
+        return std::nullopt;
+    const std::size_t open = stat->find('(');
+    const std::size_t close = stat->rfind(')');
+    if (open == std::string::npos || close == std::string::npos) {
+        errno = ESRCH;
+        return std::nullopt;
+    }
+    return StatLine{stat->substr(open + 1, close - open - 1), std::istringstream(stat->substr(close + 1))};
 }
 
 // False for the kernel's own threads and for processes that have ended and wait for their parent to ask.
 bool HasProgram(DWORD id)
 {
-    const std::string stat = ContentsOf(FileOf(id, "stat"));
-    const std::size_t close = stat.rfind(')');
-    if (close == std::string::npos)
+    auto stat = StatOf(id);
+    if (!stat)
         return false;
-    std::istringstream rest(stat.substr(close + 1));
-    std::string state;
-    rest >> state;
     constexpr int kBetweenStateAndFlags = 5;
-    std::string skipped;
-    for (int i = 0; i < kBetweenStateAndFlags; ++i)
-        rest >> skipped;
-    unsigned long flags = 0;
-    rest >> flags;
     constexpr unsigned long kKernelThread = 0x00200000;
+    const auto state = stat->Skip<std::string>(0);
+    const auto flags = stat->Skip<unsigned long>(kBetweenStateAndFlags);
     return state != "Z" && state != "X" && (flags & kKernelThread) == 0;
 }
 
@@ -110,10 +139,13 @@ Mapping ParseMapping(std::string_view line)
 
 }  // namespace
 
-std::vector<DWORD> RunningProcesses()
+std::optional<std::vector<DWORD>> RunningProcesses()
 {
+    const auto entries = ListFolder("/proc");
+    if (!entries)
+        return std::nullopt;
     std::vector<DWORD> ids;
-    for (const std::string& entry : FolderEntries("/proc")) {
+    for (const std::string& entry : *entries) {
         if (entry.find_first_not_of("0123456789") != std::string::npos)
             continue;
         const auto id = static_cast<DWORD>(std::stoul(entry));
@@ -126,49 +158,31 @@ std::vector<DWORD> RunningProcesses()
 
 std::optional<ProcessFacts> FactsOfProcess(DWORD id)
 {
-    std::ifstream file(FileOf(id, "stat"));
-    std::string line;
-    if (!std::getline(file, line))
+    auto stat = StatOf(id);
+    if (!stat)
         return std::nullopt;
-
-    // "id (name) state parent ...": the name may hold anything, brackets too.
-    const std::size_t open = line.find('(');
-    const std::size_t close = line.rfind(')');
-    if (open == std::string::npos || close == std::string::npos)
-        return std::nullopt;
-    ProcessFacts facts;
-    std::istringstream rest(line.substr(close + 1));
-    std::string skipped;
-    rest >> skipped >> facts.parent;
     constexpr int kBetweenParentAndThreads = 15;
-    for (int i = 0; i < kBetweenParentAndThreads; ++i)
-        rest >> skipped;
-    rest >> facts.threads;
+    ProcessFacts facts;
+    facts.parent = stat->Skip<DWORD>(1);
+    facts.threads = stat->Skip<DWORD>(kBetweenParentAndThreads);
     const std::string program = ProgramOf(id);
-    facts.name = program.empty() ? line.substr(open + 1, close - open - 1) : program.substr(program.rfind('/') + 1);
+    facts.name = program.empty() ? stat->name : program.substr(program.rfind('/') + 1);
     return facts;
 }
 
 std::optional<ULONGLONG> StartOfProcess(DWORD id)
 {
-    std::ifstream file(FileOf(id, "stat"));
-    std::string line;
-    std::getline(file, line);
-    const std::size_t close = line.rfind(')');
-    if (close == std::string::npos)
+    auto stat = StatOf(id);
+    if (!stat)
         return std::nullopt;
-    std::istringstream rest(line.substr(close + 1));
-    std::string field;
-    rest >> field;
     // A process that nobody has asked for its end yet is still listed.
-    if (field == "Z" || field == "X")
+    const auto state = stat->Skip<std::string>(0);
+    if (state == "Z" || state == "X") {
+        errno = ESRCH;
         return std::nullopt;
+    }
     constexpr int kBetweenStateAndStart = 18;
-    for (int i = 0; i < kBetweenStateAndStart; ++i)
-        rest >> field;
-    ULONGLONG start = 0;
-    rest >> start;
-    return start;
+    return stat->Skip<ULONGLONG>(kBetweenStateAndStart);
 }
 
 std::vector<ProcessModule> ModulesOfProcess(DWORD id)
@@ -181,7 +195,7 @@ std::vector<ProcessModule> ModulesOfProcess(DWORD id)
         bool hasCode;
     };
     std::vector<Candidate> candidates;
-    const std::string maps = ContentsOf(FileOf(id, "maps"));
+    const std::string maps = ContentsOf(FileOf(id, "maps")).value_or(std::string());
     for (std::string_view rest = maps; !rest.empty();) {
         const std::size_t length = std::min(rest.find('\n'), rest.size());
         const Mapping mapping = ParseMapping(rest.substr(0, length));

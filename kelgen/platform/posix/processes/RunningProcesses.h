@@ -9,8 +9,8 @@
 
 namespace kelgen::posix {
 
-/// The numbers of all processes, rising.
-std::vector<DWORD> RunningProcesses();
+/// The numbers of all processes, rising; nothing, with errno, when the system cannot tell now.
+std::optional<std::vector<DWORD>> RunningProcesses();
 
 struct ProcessFacts
 {
@@ -19,10 +19,11 @@ struct ProcessFacts
     std::string name;  // the program's file name, or what the kernel calls a process without one
 };
 
-/// The facts of process @p id, or nothing when it has ended.
+/// The facts of process @p id. Nothing, with errno, when it has ended (ESRCH) or the system cannot tell now.
 std::optional<ProcessFacts> FactsOfProcess(DWORD id);
 
-/// When process @p id started, in the kernel's ticks: with the number it names a process for ever. Nothing when it has ended.
+/// When process @p id started, in the kernel's ticks: with the number it names a process for ever. Nothing, with errno, when it has ended
+/// (ESRCH) or the system cannot tell now.
 std::optional<ULONGLONG> StartOfProcess(DWORD id);
 
 struct ProcessModule

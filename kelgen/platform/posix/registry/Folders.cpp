@@ -53,11 +53,12 @@ struct ListedEntry
 /// RemoveTree with no more memory than a stack has: what is taken out of sight goes, even when there is no other.
 void RemoveTreeWithoutMemory(int parent, const char* name)
 {
-    // A process that has the key open may add a file while this runs: empty it again then, but not for ever.
+    // A process that has the key open may add a file while this runs, and a call may fail: empty it again then, but not for ever.
     constexpr int kAttempts = 100;
-    const Descriptor folder(openat(parent, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-    for (int attempt = 0; folder && attempt < kAttempts; ++attempt) {
-        lseek(folder.Get(), 0, SEEK_SET);
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        const Descriptor folder(Retry([&] { return openat(parent, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC); }));
+        if (!folder && errno == ENOENT)
+            return;
         Listing listing;
         for (long size; (size = syscall(SYS_getdents64, folder.Get(), listing.bytes, sizeof listing.bytes)) > 0;) {
             for (const char* at = listing.bytes; at < listing.bytes + size;) {
@@ -70,7 +71,7 @@ void RemoveTreeWithoutMemory(int parent, const char* name)
                     RemoveTreeWithoutMemory(folder.Get(), found);
             }
         }
-        if (unlinkat(parent, name, AT_REMOVEDIR) == 0 || errno != ENOTEMPTY)
+        if (unlinkat(parent, name, AT_REMOVEDIR) == 0 || errno == ENOENT)
             return;
     }
 }
@@ -79,7 +80,7 @@ void RemoveTreeWithoutMemory(int parent, const char* name)
 
 Descriptor OpenFolder(int parent, const std::string& name)
 {
-    return Descriptor(openat(parent, name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    return Descriptor(Retry([&] { return openat(parent, name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC); }));
 }
 
 bool ForEachEntry(int folder, const std::function<void(const std::string& name, bool isFolder)>& visit)
@@ -93,12 +94,15 @@ bool ForEachEntry(int folder, const std::function<void(const std::string& name, 
     if (!stream)
         return false;
     own.Release();
-    while (const dirent* entry = readdir(stream.get())) {
+    for (;;) {
+        errno = 0;
+        const dirent* const entry = readdir(stream.get());
+        if (!entry)
+            return errno == 0;
         const std::string name = entry->d_name;
         if (name != "." && name != "..")
             visit(name, IsFolder(folder, *entry));
     }
-    return true;
 }
 
 bool HoldsSubkeys(int folder)
@@ -140,15 +144,16 @@ int WriteNameFile(int folder, std::u16string_view name)
 std::u16string ReadKeyName(int parent, const std::string& fileName)
 {
     const std::string nameFile = fileName + '/' + kNameFile;
-    const Descriptor file(openat(parent, nameFile.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    const Descriptor file(Retry([&] { return openat(parent, nameFile.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC); }));
     if (file) {
         std::array<unsigned char, 1024> bytes;
         std::u16string name(ReadFully(file.Get(), bytes).value_or(0) / sizeof(char16_t), u'\0');
         std::memcpy(name.data(), bytes.data(), name.size() * sizeof(char16_t));
-        if (!name.empty() && KeyFileName(name) == fileName)
+        if (IsKeyName(name) && KeyFileName(name) == fileName)
             return name;
     }
-    return KeyNameOfFile(fileName).value_or(std::u16string());
+    const auto plain = KeyNameOfFile(fileName);
+    return plain && IsKeyName(*plain) ? *plain : std::u16string();
 }
 
 }  // namespace kelgen::posix

@@ -61,7 +61,7 @@ Key::Key(Descriptor folder, std::string path, REGSAM rights) : m_folder(std::mov
 bool Key::IsDeleted() const
 {
     struct stat state;
-    return fstat(m_folder.Get(), &state) != 0 || state.st_nlink == 0;
+    return fstat(m_folder.Get(), &state) == 0 && state.st_nlink == 0;
 }
 
 LSTATUS Key::Status(int error) const
@@ -86,7 +86,9 @@ LSTATUS Key::List(KeyListing& listing)
 {
     const std::lock_guard lock(m_mutex);
     struct stat state;
-    if (fstat(m_folder.Get(), &state) != 0 || state.st_nlink == 0)
+    if (fstat(m_folder.Get(), &state) != 0)
+        return Status(errno);
+    if (state.st_nlink == 0)
         return ERROR_KEY_DELETED;
     if (!IsListingCurrent(state)) {
         m_listedState = state.st_mtim;

@@ -18,8 +18,6 @@ namespace kelgen::posix {
 
 namespace {
 
-constexpr std::size_t kLongestKeyName = 255;
-
 constexpr const char16_t* kClasses = u"Software\\Classes";
 
 struct Root
@@ -257,7 +255,7 @@ LSTATUS RemoveKey(const Key& key, std::u16string_view subkey, Removal removal)
     const auto [parent, name] = OpenParent(path);
     const Descriptor folder = parent ? OpenFolder(parent.Get(), name) : Descriptor();
     if (!folder)
-        return ERROR_FILE_NOT_FOUND;
+        return static_cast<LSTATUS>(ErrorFromErrno(errno == ENOTDIR || errno == ELOOP ? ENOENT : errno));
     if (std::ranges::any_of(Roots(), [&](const Root& root) { return path == RegistryFolder() + '/' + root.folder; }))
         return ERROR_ACCESS_DENIED;
     if (removal == Removal::LeafOnly && HoldsSubkeys(folder.Get()))

@@ -43,7 +43,7 @@ bool ReadWhole(const Descriptor& file, std::string& bytes)
 
 Descriptor OpenToRead(const std::string& path)
 {
-    return Descriptor(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    return Descriptor(Retry([&] { return open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC); }));
 }
 
 /// Why a file cannot be opened. A folder in its place, or in the way to it, is told apart from a missing file.
@@ -128,10 +128,9 @@ private:
         if (fstat(old, &state) != 0)
             return false;
         // By contract a read-only one stays as it is, since the attribute binds even a user who may write everything.
-        if ((state.st_mode & 0222) == 0 || access(m_path.c_str(), W_OK) != 0) {
-            errno = EACCES;
+        errno = EACCES;
+        if ((state.st_mode & 0222) == 0 || access(m_path.c_str(), W_OK) != 0)
             return false;
-        }
         if (!Fill(bytes))
             return false;
         return Resemble(old, state) ? Rename() : Overwrite(bytes);

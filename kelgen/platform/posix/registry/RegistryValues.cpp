@@ -14,8 +14,6 @@ using namespace kelgen::posix;
 
 namespace {
 
-constexpr std::size_t kLongestValueName = 16383;
-
 /// The key of @p handle when it grants @p rights; else null and the error code in @p status.
 std::shared_ptr<Key> FindKeyFor(HKEY handle, REGSAM rights, LSTATUS& status)
 {

@@ -154,6 +154,17 @@ std::optional<std::u16string> KeyNameOfFile(std::string_view fileName)
     return name;
 }
 
+bool IsKeyName(std::u16string_view name)
+{
+    return !name.empty() && name.size() <= kLongestKeyName &&
+           name.find_first_of(std::u16string_view(u"\\\0", 2)) == std::u16string_view::npos;
+}
+
+bool IsValueName(std::u16string_view name)
+{
+    return name.size() <= kLongestValueName && name.find(u'\0') == std::u16string_view::npos;
+}
+
 std::string ScratchName()
 {
     static std::atomic<unsigned> counter;

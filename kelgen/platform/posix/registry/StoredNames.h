@@ -22,6 +22,13 @@ std::string ValueFileName(std::u16string_view name);
 /// The lower-cased name that @p fileName stands for; nothing when it is not one that KeyFileName makes or when it is a hash.
 KELGEN_PLATFORM_TESTED_API std::optional<std::u16string> KeyNameOfFile(std::string_view fileName);
 
+inline constexpr std::size_t kLongestKeyName = 255;
+inline constexpr std::size_t kLongestValueName = 16383;
+
+/// Whether a key, or a value, may have the name @p name, which somebody may have put into a file.
+bool IsKeyName(std::u16string_view name);
+bool IsValueName(std::u16string_view name);
+
 /// Keeps a folder's name with its case; lies in the folder unless the name is all lower case.
 inline constexpr const char* kNameFile = ".name";
 

@@ -175,7 +175,8 @@ bool SaveOtherSlot(int file, off_t position, std::size_t size)
 /// @p value then has the name that the file holds.
 bool WriteInPlace(int folder, const std::string& fileName, StoredValue& value, int& error)
 {
-    const Descriptor file(openat(folder, fileName.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600));
+    const Descriptor file(
+        Retry([&] { return openat(folder, fileName.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600); }));
     if (!file) {
         error = errno;
         return error != ELOOP && error != ENXIO;
@@ -230,7 +231,7 @@ std::optional<StoredValue> ParseValueFile(std::span<const BYTE> bytes)
 int ReadValueFile(int folder, const std::string& fileName, StoredValue& value)
 {
     // Not blocking: a pipe of that name must not stop us.
-    const Descriptor file(openat(folder, fileName.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    const Descriptor file(Retry([&] { return openat(folder, fileName.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC); }));
     if (!file)
         return errno == ELOOP || errno == ENXIO || errno == ENAMETOOLONG ? ENOENT : errno;
 
@@ -245,7 +246,7 @@ int ReadValueFile(int folder, const std::string& fileName, StoredValue& value)
         if (!bytes)
             return errno == EISDIR || errno == ESPIPE ? ENOENT : errno;
         auto found = ParseValueFile(*bytes);
-        if (found && ValueFileName(found->name) == fileName) {
+        if (found && IsValueName(found->name) && ValueFileName(found->name) == fileName) {
             value = std::move(*found);
             return 0;
         }
@@ -271,15 +272,16 @@ int ReplaceFile(int folder, const std::string& fileName, std::string_view bytes)
     Descriptor file;
     do {
         scratch = ScratchName();
-        file = Descriptor(openat(folder, scratch.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+        file = Descriptor(Retry([&] { return openat(folder, scratch.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600); }));
     } while (!file && errno == EEXIST);
     if (!file)
         return errno;
 
     // Renamed before its bytes are on the disk it might come out of a power cut empty.
     bool good = WriteFully(file.Get(), bytes) && Retry([&] { return fsync(file.Get()); }) == 0;
-    const int closed = close(file.Release());
-    good = good && closed == 0 && renameat(folder, scratch.c_str(), folder, fileName.c_str()) == 0;
+    // Closed for all that a signal says.
+    const bool closed = close(file.Release()) == 0 || errno == EINTR;
+    good = good && closed && renameat(folder, scratch.c_str(), folder, fileName.c_str()) == 0;
     if (good)
         return 0;
     const int error = errno;

@@ -5,6 +5,7 @@
 #include <kelgen/platform/posix/base/Retry.h>
 #include <kelgen/platform/posix/base/api/Types.h>
 
+#include <algorithm>
 #include <cstring>
 #include <optional>
 #include <span>
@@ -81,7 +82,8 @@ private:
         // Parsers ask for many small pieces that lie close together.
         if (offset < m_start || offset + target.size() > m_start + m_count) {
             m_start = offset / kPage * kPage;
-            m_count = ReadFile(m_start, m_pages);
+            m_count = ReadFile(m_start,
+                               std::span(m_pages).first(static_cast<std::size_t>(std::min<ULONGLONG>(sizeof m_pages, Size() - m_start))));
         }
         if (offset + target.size() > m_start + m_count)
             return false;

@@ -66,7 +66,10 @@ BOOL Query(SC_HANDLE service, Configuration* buffer, DWORD size, LPDWORD needed)
         return FALSE;
     if (!needed)
         return Fail(ERROR_INVALID_ADDRESS, FALSE);
-    const ServiceConfiguration configuration = object->Configuration();
+    const auto read = object->Configuration();
+    if (!read)
+        return FALSE;
+    const ServiceConfiguration& configuration = *read;
     // In the order of the members; a list ends with an empty text.
     const std::basic_string<Char> texts[] = {PathText<Char>(configuration.path), TextOf<Char>(configuration.group),
                                              TextOf<Char>(configuration.dependencies), TextOf<Char>(configuration.account),
@@ -95,8 +98,7 @@ BOOL Change(SC_HANDLE service, const ServiceSettings& settings)
                                [&settings](const std::u16string& name, ServiceConfiguration& configuration) -> DWORD {
                                    if (!Apply(settings, configuration))
                                        return ERROR_INVALID_PARAMETER;
-                                   const bool isTaken = settings.displayName && IsDisplayNameTaken(name, configuration.displayName);
-                                   return isTaken ? ERROR_DUPLICATE_SERVICE_NAME : ERROR_SUCCESS;
+                                   return settings.displayName ? CheckDisplayName(name, configuration.displayName) : ERROR_SUCCESS;
                                });
 }
 

@@ -3,6 +3,7 @@
 
 #include <kelgen/platform/posix/base/Home.h>
 #include <kelgen/platform/posix/base/NoMemory.h>
+#include <kelgen/platform/posix/base/Retry.h>
 #include <kelgen/platform/posix/files/Paths.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/processes/CommandLines.h>
@@ -16,6 +17,7 @@
 #include <fcntl.h>
 #include <sys/socket.h>
 
+#include <cerrno>
 #include <climits>
 #include <cstdlib>
 
@@ -99,7 +101,9 @@ StartedService StartProcess(const ServiceConfiguration& configuration)
         return Fail(ErrorFromErrno(errno), StartedService());
     Descriptor own(ends[0]);
     const Descriptor services(ends[1]);
-    const Descriptor nothing(open("/dev/null", O_RDWR | O_CLOEXEC));
+    const Descriptor nothing(Retry([] { return open("/dev/null", O_RDWR | O_CLOEXEC); }));
+    if (!nothing)
+        return Fail(ErrorFromErrno(errno), StartedService());
     ProgramStart start;
     start.program = command->program;
     start.arguments = command->arguments;
@@ -136,29 +140,33 @@ BOOL Start(SC_HANDLE handle, const std::vector<std::string>& arguments)
     const ServiceFolder& folder = object->Folder();
     // Who starts the service holds this lock until it runs.
     const ServiceLock lock(folder.Open("start"), true, false);
-    const ServiceConfiguration configuration = object->Configuration();
-    const ServiceRecord before = object->Record();
-    if (!lock || !before.IsStopped())
+    if (!lock)
+        return Fail(GetLastError() == ERROR_LOCK_VIOLATION ? DWORD{ERROR_SERVICE_ALREADY_RUNNING} : GetLastError(), FALSE);
+    const auto configuration = object->Configuration();
+    const auto before = configuration ? folder.Read(configuration->type) : std::nullopt;
+    if (!before)
+        return FALSE;
+    if (!before->IsStopped())
         return Fail(ERROR_SERVICE_ALREADY_RUNNING, FALSE);
-    if (configuration.start == SERVICE_DISABLED)
+    if (configuration->start == SERVICE_DISABLED)
         return Fail(ERROR_SERVICE_DISABLED, FALSE);
 
-    const StartedService service = StartProcess(configuration);
+    const StartedService service = StartProcess(*configuration);
     if (!service.process)
         return FALSE;
     ServiceRecord record;
-    record.status.dwServiceType = configuration.type;
+    record.status.dwServiceType = configuration->type;
     record.status.dwCurrentState = SERVICE_START_PENDING;
     record.process = service.process->Id();
     record.processStart = StartOfProcess(record.process).value_or(0);
-    folder.Write(record, [](const ServiceRecord&) { return true; });
+    const DWORD error = folder.Write(record, [](const ServiceRecord&) { return true; });
 
     const ULONGLONG deadline = GetTickCount64() + kStartMilliseconds;
-    if (SendBytes(service.channel.Get(), StartMessage(object->Name(), arguments)) && Reports(service, deadline))
+    if (error == ERROR_SUCCESS && SendBytes(service.channel.Get(), StartMessage(object->Name(), arguments)) && Reports(service, deadline))
         return TRUE;
     service.process->Kill(ERROR_SERVICE_REQUEST_TIMEOUT);
-    folder.Write(before, [&record](const ServiceRecord& now) { return now.IsOf(record.process, record.processStart); });
-    return Fail(ERROR_SERVICE_REQUEST_TIMEOUT, FALSE);
+    folder.Write(*before, [&record](const ServiceRecord& now) { return now.IsOf(record.process, record.processStart); });
+    return Fail(error ? error : DWORD{ERROR_SERVICE_REQUEST_TIMEOUT}, FALSE);
 }
 
 template <class Char>
@@ -175,6 +183,9 @@ DWORD Send(const ServiceFolder& folder, DWORD control)
 {
     const Descriptor connection = folder.Connect();
     DWORD error = ERROR_SERVICE_REQUEST_TIMEOUT;
+    // Nobody listens any more, or something is in the way here.
+    if (!connection && errno != ENOENT && errno != ECONNREFUSED)
+        return ErrorFromErrno(errno);
     if (connection && SendBytes(connection.Get(), {reinterpret_cast<const char*>(&control), sizeof control}))
         ReceiveBytes(connection.Get(), &error, sizeof error, GetTickCount64() + kControlMilliseconds);
     return error;
@@ -190,7 +201,10 @@ BOOL QueryServiceStatus(SC_HANDLE service, LPSERVICE_STATUS status)
             return FALSE;
         if (!status)
             return Fail(ERROR_INVALID_ADDRESS, FALSE);
-        *status = object->Record().status;
+        const auto record = object->Record();
+        if (!record)
+            return FALSE;
+        *status = record->status;
         return TRUE;
     });
 }
@@ -208,8 +222,10 @@ BOOL QueryServiceStatusEx(SC_HANDLE service, SC_STATUS_TYPE level, LPBYTE buffer
         *needed = sizeof(SERVICE_STATUS_PROCESS);
         if (!buffer || size < sizeof(SERVICE_STATUS_PROCESS))
             return Fail(ERROR_INSUFFICIENT_BUFFER, FALSE);
-        const ServiceRecord record = object->Record();
-        const SERVICE_STATUS& status = record.status;
+        const auto record = object->Record();
+        if (!record)
+            return FALSE;
+        const SERVICE_STATUS& status = record->status;
         *reinterpret_cast<SERVICE_STATUS_PROCESS*>(buffer) = {status.dwServiceType,
                                                               status.dwCurrentState,
                                                               status.dwControlsAccepted,
@@ -217,7 +233,7 @@ BOOL QueryServiceStatusEx(SC_HANDLE service, SC_STATUS_TYPE level, LPBYTE buffer
                                                               status.dwServiceSpecificExitCode,
                                                               status.dwCheckPoint,
                                                               status.dwWaitHint,
-                                                              record.IsStopped() ? 0 : record.process,
+                                                              record->IsStopped() ? 0 : record->process,
                                                               0};
         return TRUE;
     });
@@ -244,12 +260,16 @@ BOOL ControlService(SC_HANDLE service, DWORD control, LPSERVICE_STATUS status)
             return Fail(ERROR_INVALID_PARAMETER, FALSE);
         if (!status)
             return Fail(ERROR_INVALID_ADDRESS, FALSE);
-        *status = object->Record().status;
+        const auto before = object->Record();
+        if (!before)
+            return FALSE;
+        *status = before->status;
         if (const DWORD refusal = Refusal(*status, control, needs->accepted))
             return Fail(refusal, FALSE);
 
         DWORD error = Send(object->Folder(), control);
-        *status = object->Record().status;
+        if (const auto after = object->Record())
+            *status = after->status;
         // It may have stopped meanwhile, before it took the control.
         if (error == ERROR_SERVICE_REQUEST_TIMEOUT && status->dwCurrentState == SERVICE_STOPPED)
             error = control == SERVICE_CONTROL_STOP ? ERROR_SUCCESS : ERROR_SERVICE_NOT_ACTIVE;

@@ -63,10 +63,9 @@ public:
             return ERROR_INVALID_DATA;
         const std::lock_guard lock(m_mutex);
         ServiceRecord record{status, m_process, m_processStart};
-        const bool isOurs =
-            m_folder.Write(record, [this](const ServiceRecord& now) { return now.IsOf(m_process, m_processStart) && !now.IsStopped(); });
-        if (!isOurs)
-            return ERROR_INVALID_HANDLE;
+        const auto isOurs = [this](const ServiceRecord& now) { return now.IsOf(m_process, m_processStart) && !now.IsStopped(); };
+        if (const DWORD error = m_folder.Write(record, isOurs))
+            return error;
         if (m_channel) {
             SendBytes(m_channel.Get(), "r");
             m_channel = Descriptor();
@@ -111,9 +110,8 @@ public:
 private:
     void TakeControl(const Descriptor& connection)
     {
-        DWORD control = 0;
-        const ssize_t received = Retry([&] { return recv(connection.Get(), &control, sizeof control, MSG_DONTWAIT); });
-        if (received != static_cast<ssize_t>(sizeof control) || !IsControl(control))
+        const auto control = ReadControl(connection.Get());
+        if (!control)
             return;
         Handler handler;
         {
@@ -124,8 +122,8 @@ private:
         const bool takes = handler && !m_isStopping;
         const DWORD error = takes ? ERROR_SUCCESS : ERROR_SERVICE_CANNOT_ACCEPT_CTRL;
         if (takes) {
-            handler(control);
-            m_isStopping = control == SERVICE_CONTROL_STOP;
+            handler(*control);
+            m_isStopping = *control == SERVICE_CONTROL_STOP;
         }
         SendBytes(connection.Get(), {reinterpret_cast<const char*>(&error), sizeof error});
     }

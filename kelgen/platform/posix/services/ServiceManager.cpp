@@ -46,7 +46,8 @@ bool IsName(std::u16string_view name)
 
 SC_HANDLE InsertService(std::u16string name, DWORD access)
 {
-    return static_cast<SC_HANDLE>(Handles().Insert(std::make_shared<ServiceObject>(std::move(name), ServiceRights(access))));
+    auto service = std::make_shared<ServiceObject>(std::move(name), ServiceRights(access));
+    return service->IsHeld() ? static_cast<SC_HANDLE>(Handles().Insert(std::move(service))) : nullptr;
 }
 
 SC_HANDLE OpenManager(std::u16string_view database, DWORD access)
@@ -66,15 +67,19 @@ SC_HANDLE Create(SC_HANDLE handle, std::u16string name, DWORD access, const Serv
         return Fail(ERROR_INVALID_NAME, SC_HANDLE{});
 
     const ServiceLock lock = LockServices();
+    if (!lock)
+        return nullptr;
     RemoveIfDue(name);
     if (const auto existing = LoadService(name))
         return Fail(existing->isDeleted ? ERROR_SERVICE_MARKED_FOR_DELETE : ERROR_SERVICE_EXISTS, SC_HANDLE{});
+    if (GetLastError() != ERROR_SERVICE_DOES_NOT_EXIST)
+        return nullptr;
     ServiceConfiguration configuration;
     configuration.account = u"LocalSystem";
     if (!Apply(settings, configuration))
         return Fail(ERROR_INVALID_PARAMETER, SC_HANDLE{});
-    if (IsDisplayNameTaken(name, configuration.displayName))
-        return Fail(ERROR_DUPLICATE_SERVICE_NAME, SC_HANDLE{});
+    if (const DWORD error = CheckDisplayName(name, configuration.displayName))
+        return Fail(error, SC_HANDLE{});
     NewServiceKey key(name);
     if (const LONG status = StoreService(name, configuration))
         return Fail(static_cast<DWORD>(status), SC_HANDLE{});
@@ -91,8 +96,10 @@ SC_HANDLE Open(SC_HANDLE handle, std::u16string name, DWORD access)
     if (!IsName(name))
         return Fail(ERROR_INVALID_NAME, SC_HANDLE{});
     const ServiceLock lock = LockServices();
+    if (!lock)
+        return nullptr;
     RemoveIfDue(name);
-    return LoadService(name) ? InsertService(std::move(name), access) : Fail(ERROR_SERVICE_DOES_NOT_EXIST, SC_HANDLE{});
+    return LoadService(name) ? InsertService(std::move(name), access) : nullptr;
 }
 
 struct ListedService
@@ -104,18 +111,26 @@ struct ListedService
     std::size_t Size() const { return sizeof(ENUM_SERVICE_STATUSA) + name.size() + displayName.size() + 2; }
 };
 
-std::vector<ListedService> List(DWORD types, DWORD states)
+// Nothing with the last error.
+std::optional<std::vector<ListedService>> List(DWORD types, DWORD states)
 {
     const ServiceLock lock = LockServices();
+    const auto names = lock ? ServiceNames() : std::nullopt;
+    if (!names)
+        return std::nullopt;
     std::vector<ListedService> listed;
-    for (const std::u16string& name : ServiceNames()) {
+    for (const std::u16string& name : *names) {
         RemoveIfDue(name);
         const auto configuration = LoadService(name);
+        if (!configuration && GetLastError() != ERROR_SERVICE_DOES_NOT_EXIST)
+            return std::nullopt;
         if (!configuration || !(configuration->type & types))
             continue;
-        const ServiceRecord record = ServiceFolder(name).Read(configuration->type);
-        if (states & (record.IsStopped() ? SERVICE_INACTIVE : SERVICE_ACTIVE))
-            listed.push_back({AnsiText(name), AnsiText(configuration->displayName), record.status});
+        const auto record = ServiceFolder(name).Read(configuration->type);
+        if (!record)
+            return std::nullopt;
+        if (states & (record->IsStopped() ? SERVICE_INACTIVE : SERVICE_ACTIVE))
+            listed.push_back({AnsiText(name), AnsiText(configuration->displayName), record->status});
     }
     return listed;
 }
@@ -215,7 +230,10 @@ BOOL EnumServicesStatusA(SC_HANDLE manager, DWORD types, DWORD states, LPENUM_SE
         if ((types & (SERVICE_WIN32 | SERVICE_DRIVER)) == 0 || states == 0 || (states & ~SERVICE_STATE_ALL))
             return Fail(ERROR_INVALID_PARAMETER, FALSE);
 
-        const std::vector<ListedService> listed = List(types, states);
+        const auto found = List(types, states);
+        if (!found)
+            return FALSE;
+        const std::vector<ListedService>& listed = *found;
         std::size_t at = std::min<std::size_t>(resume ? *resume : 0, listed.size());
         char* end = reinterpret_cast<char*>(services) + size;
         std::size_t room = services ? size : 0;

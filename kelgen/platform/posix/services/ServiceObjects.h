@@ -7,6 +7,7 @@
 #include <kelgen/platform/posix/services/ServiceRecords.h>
 #include <kelgen/platform/posix/services/ServiceStore.h>
 
+#include <optional>
 #include <string>
 
 namespace kelgen::posix {
@@ -36,9 +37,23 @@ public:
     const std::u16string& Name() const { return m_name; }
     const ServiceFolder& Folder() const { return m_folder; }
 
-    /// The description now; empty when somebody removed it from the registry.
-    ServiceConfiguration Configuration() const { return LoadService(m_name).value_or(ServiceConfiguration()); }
-    ServiceRecord Record() const { return m_folder.Read(Configuration().type); }
+    /// Whether it is kept from being removed; false with the last error.
+    bool IsHeld() const { return static_cast<bool>(m_open); }
+
+    /// The description now; empty when somebody removed it from the registry. Nothing, with the last error, when it cannot be read.
+    std::optional<ServiceConfiguration> Configuration() const
+    {
+        auto configuration = LoadService(m_name);
+        if (!configuration && GetLastError() == ERROR_SERVICE_DOES_NOT_EXIST)
+            configuration.emplace();
+        return configuration;
+    }
+    /// The same for the record.
+    std::optional<ServiceRecord> Record() const
+    {
+        const auto configuration = Configuration();
+        return configuration ? m_folder.Read(configuration->type) : std::nullopt;
+    }
 
 private:
     std::u16string m_name;
@@ -66,12 +81,14 @@ BOOL ChangeConfiguration(SC_HANDLE service, DWORD rights, Change change)
     if (!object)
         return FALSE;
     const ServiceLock lock = LockServices();
-    ServiceConfiguration configuration = object->Configuration();
-    if (configuration.isDeleted || configuration.type == 0)
+    auto configuration = lock ? object->Configuration() : std::nullopt;
+    if (!configuration)
+        return FALSE;
+    if (configuration->isDeleted || configuration->type == 0)
         return Fail(ERROR_SERVICE_MARKED_FOR_DELETE, FALSE);
-    DWORD error = change(object->Name(), configuration);
+    DWORD error = change(object->Name(), *configuration);
     if (error == ERROR_SUCCESS)
-        error = static_cast<DWORD>(StoreService(object->Name(), configuration));
+        error = static_cast<DWORD>(StoreService(object->Name(), *configuration));
     return error == ERROR_SUCCESS ? TRUE : Fail(error, FALSE);
 }
 

@@ -4,6 +4,7 @@
 #include <kelgen/platform/posix/base/Home.h>
 #include <kelgen/platform/posix/base/Retry.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
+#include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/processes/RunningProcesses.h>
 #include <kelgen/platform/posix/registry/StoredNames.h>
 #include <kelgen/platform/posix/threads/api/Ticks.h>
@@ -38,13 +39,15 @@ std::string ServicesFolder()
 class SocketAddress
 {
 public:
-    explicit SocketAddress(const std::string& folder) : m_folder(open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC))
+    explicit SocketAddress(const std::string& folder)
+        : m_folder(Retry([&] { return open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC); }))
     {
         const std::string path = "/proc/self/fd/" + std::to_string(m_folder.Get()) + '/' + kControlSocket;
         m_address.sun_family = AF_UNIX;
         std::copy(path.begin(), path.end(), m_address.sun_path);
     }
 
+    explicit operator bool() const { return static_cast<bool>(m_folder); }
     const sockaddr* Get() const { return reinterpret_cast<const sockaddr*>(&m_address); }
 
 private:
@@ -57,11 +60,22 @@ Descriptor NewSocket()
     return Descriptor(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
 }
 
-ServiceRecord ReadRecord(int file)
+// Nothing with errno.
+std::optional<ServiceRecord> ReadRecord(int file)
 {
     ServiceRecord record;
-    const bool isWhole = ReadFullyAt(file, {reinterpret_cast<unsigned char*>(&record), sizeof record}, 0) == sizeof record;
+    const auto size = ReadFullyAt(file, {reinterpret_cast<unsigned char*>(&record), sizeof record}, 0);
+    if (!size)
+        return std::nullopt;
+    const bool isWhole = *size == sizeof record && record.status.dwCurrentState <= SERVICE_PAUSED;
     return isWhole ? record : ServiceRecord();
+}
+
+// Whether the record's service has ended; one of which the system cannot tell now has not.
+bool HasDied(const ServiceRecord& record)
+{
+    const auto start = StartOfProcess(record.process);
+    return start ? *start != record.processStart : errno == ESRCH;
 }
 
 // Polls one descriptor for reading until the deadline.
@@ -83,32 +97,41 @@ ServiceFolder::ServiceFolder(std::u16string_view name) : m_path(ServicesFolder()
 
 Descriptor ServiceFolder::Open(const char* name) const
 {
-    return Descriptor(open((m_path + '/' + name).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+    return Descriptor(Retry([&] { return open((m_path + '/' + name).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600); }));
 }
 
-ServiceRecord ServiceFolder::Read(DWORD type) const
+std::optional<ServiceRecord> ServiceFolder::Read(DWORD type) const
 {
-    ServiceRecord record;
+    std::optional<ServiceRecord> read;
     {
         const Descriptor file = Open(kRecordFile);
-        Retry([&] { return flock(file.Get(), LOCK_SH); });
-        record = ReadRecord(file.Get());
+        if (file && Retry([&] { return flock(file.Get(), LOCK_SH); }) == 0)
+            read = ReadRecord(file.Get());
     }
+    if (!read)
+        return Fail(ErrorFromErrno(errno), std::nullopt);
+    ServiceRecord& record = *read;
     if (record.status.dwCurrentState == 0) {
         record.status.dwServiceType = type;
         record.status.dwCurrentState = SERVICE_STOPPED;
         record.status.dwWin32ExitCode = ERROR_SERVICE_NEVER_STARTED;
-    } else if (!record.IsStopped() && StartOfProcess(record.process) != record.processStart) {
+    } else if (!record.IsStopped() && HasDied(record)) {
         record.status = {record.status.dwServiceType, SERVICE_STOPPED, 0, ERROR_PROCESS_ABORTED, 0, 0, 0};
     }
-    return record;
+    return read;
 }
 
-bool ServiceFolder::Write(const ServiceRecord& record, const std::function<bool(const ServiceRecord&)>& mayReplace) const
+DWORD ServiceFolder::Write(const ServiceRecord& record, const std::function<bool(const ServiceRecord&)>& mayReplace) const
 {
     const Descriptor file = Open(kRecordFile);
-    Retry([&] { return flock(file.Get(), LOCK_EX); });
-    return mayReplace(ReadRecord(file.Get())) && WriteFullyAt(file.Get(), {reinterpret_cast<const char*>(&record), sizeof record}, 0);
+    if (!file || Retry([&] { return flock(file.Get(), LOCK_EX); }) != 0)
+        return ErrorFromErrno(errno);
+    const auto now = ReadRecord(file.Get());
+    if (!now)
+        return ErrorFromErrno(errno);
+    if (!mayReplace(*now))
+        return ERROR_INVALID_HANDLE;
+    return WriteFullyAt(file.Get(), {reinterpret_cast<const char*>(&record), sizeof record}, 0) ? ERROR_SUCCESS : ErrorFromErrno(errno);
 }
 
 Descriptor ServiceFolder::Listen() const
@@ -117,8 +140,8 @@ Descriptor ServiceFolder::Listen() const
     const SocketAddress address(m_path);
     // Another process's socket of an earlier run may be there.
     unlink((m_path + '/' + kControlSocket).c_str());
-    Descriptor listener = NewSocket();
-    if (bind(listener.Get(), address.Get(), sizeof(sockaddr_un)) != 0 || listen(listener.Get(), kWaitingClients) != 0)
+    Descriptor listener = address ? NewSocket() : Descriptor();
+    if (!listener || bind(listener.Get(), address.Get(), sizeof(sockaddr_un)) != 0 || listen(listener.Get(), kWaitingClients) != 0)
         return Descriptor();
     return listener;
 }
@@ -126,15 +149,15 @@ Descriptor ServiceFolder::Listen() const
 Descriptor ServiceFolder::Connect() const
 {
     const SocketAddress address(m_path);
-    Descriptor connection = NewSocket();
-    if (Retry([&] { return connect(connection.Get(), address.Get(), sizeof(sockaddr_un)); }) != 0)
+    Descriptor connection = address ? NewSocket() : Descriptor();
+    if (!connection || Retry([&] { return connect(connection.Get(), address.Get(), sizeof(sockaddr_un)); }) != 0)
         return Descriptor();
     return connection;
 }
 
 void ServiceFolder::Remove() const
 {
-    const Descriptor folder(open(m_path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    const Descriptor folder(Retry([&] { return open(m_path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC); }));
     for (const char* file : kFiles)
         unlinkat(folder.Get(), file, 0);
     rmdir(m_path.c_str());
@@ -142,13 +165,16 @@ void ServiceFolder::Remove() const
 
 ServiceLock::ServiceLock(Descriptor file, bool alone, bool wait)
 {
-    if (Retry([&] { return flock(file.Get(), (alone ? LOCK_EX : LOCK_SH) | (wait ? 0 : LOCK_NB)); }) == 0)
+    if (file && Retry([&] { return flock(file.Get(), (alone ? LOCK_EX : LOCK_SH) | (wait ? 0 : LOCK_NB)); }) == 0)
         m_file = std::move(file);
+    else
+        SetLastError(ErrorFromErrno(errno));
 }
 
 ServiceLock LockServices()
 {
-    return ServiceLock(Descriptor(open((ServicesFolder() + "/.lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)), true, true);
+    const std::string path = ServicesFolder() + "/.lock";
+    return ServiceLock(Descriptor(Retry([&] { return open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600); })), true, true);
 }
 
 bool SendBytes(int socket, std::string_view bytes)

@@ -22,7 +22,7 @@ struct ServiceRecord
 };
 
 /// The folder of one service in the home folder's services/, made when it is missing.
-class ServiceFolder
+class KELGEN_PLATFORM_TESTED_API ServiceFolder
 {
 public:
     explicit ServiceFolder(std::u16string_view name);
@@ -30,11 +30,13 @@ public:
     /// Opens the file @p name in it, made when it is missing; not for child processes.
     Descriptor Open(const char* name) const;
 
-    /// The record; a service that died without a word is stopped there. Never ran: @p type and ERROR_SERVICE_NEVER_STARTED.
-    ServiceRecord Read(DWORD type) const;
+    /// The record; a service that died without a word is stopped there. Never ran: @p type and ERROR_SERVICE_NEVER_STARTED. Nothing, with
+    /// the last error, when it cannot be read.
+    std::optional<ServiceRecord> Read(DWORD type) const;
 
-    /// Replaces the record when @p mayReplace says so of the one there is, in one step for all processes. False when not.
-    bool Write(const ServiceRecord& record, const std::function<bool(const ServiceRecord&)>& mayReplace) const;
+    /// Replaces the record when @p mayReplace says so of the one there is, in one step for all processes. An error code;
+    /// ERROR_INVALID_HANDLE when it does not say so.
+    DWORD Write(const ServiceRecord& record, const std::function<bool(const ServiceRecord&)>& mayReplace) const;
 
     /// A socket that listens for controls, or one connected to it; empty with errno.
     Descriptor Listen() const;
@@ -47,7 +49,8 @@ private:
     std::string m_path;
 };
 
-/// Holds a lock on a file while it lives: shared or alone; false when another process or thread is in the way and @p wait is not set.
+/// Holds a lock on a file while it lives: shared or alone; false with the last error: ERROR_LOCK_VIOLATION when another process or thread
+/// is in the way and @p wait is not set.
 class ServiceLock
 {
 public:
@@ -59,11 +62,11 @@ private:
     Descriptor m_file;
 };
 
-/// The lock over which services there are.
+/// The lock over which services there are; false with the last error.
 ServiceLock LockServices();
 
 /// Sends and receives whole messages; false on a broken connection or when @p deadline (of the ticks) is over.
-bool SendBytes(int socket, std::string_view bytes);
+KELGEN_PLATFORM_TESTED_API bool SendBytes(int socket, std::string_view bytes);
 bool ReceiveBytes(int socket, void* bytes, std::size_t size, ULONGLONG deadline);
 
 }  // namespace kelgen::posix

@@ -1,8 +1,11 @@
 // ServiceStart.cpp: packs and unpacks the message.
 #include <kelgen/platform/posix/services/ServiceStart.h>
 
+#include <kelgen/platform/posix/base/Retry.h>
 #include <kelgen/platform/posix/files/Paths.h>
 #include <kelgen/platform/posix/services/ServiceRecords.h>
+
+#include <sys/socket.h>
 
 namespace kelgen::posix {
 
@@ -24,14 +27,20 @@ std::optional<StartArguments> ReadStartMessage(int socket, ULONGLONG deadline)
     std::string texts(size, '\0');
     if (!ReceiveBytes(socket, texts.data(), size, deadline))
         return std::nullopt;
+    if (texts.back() != '\0')
+        return std::nullopt;
     StartArguments start;
-    start.name = WideName(texts.substr(0, texts.find('\0')));
-    for (std::size_t at = texts.find('\0') + 1; at < texts.size(); at = texts.find('\0', at) + 1) {
+    start.name = WideName(texts.c_str());
+    for (std::size_t at = texts.find('\0') + 1; at < texts.size(); at = texts.find('\0', at) + 1)
         start.arguments.emplace_back(texts.c_str() + at);
-        if (texts.find('\0', at) == std::string::npos)
-            break;
-    }
     return start;
+}
+
+std::optional<DWORD> ReadControl(int socket)
+{
+    DWORD control = 0;
+    const ssize_t received = Retry([&] { return recv(socket, &control, sizeof control, MSG_DONTWAIT); });
+    return received == static_cast<ssize_t>(sizeof control) && IsControl(control) ? std::optional(control) : std::nullopt;
 }
 
 }  // namespace kelgen::posix

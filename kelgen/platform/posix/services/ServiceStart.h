@@ -1,6 +1,7 @@
 // ServiceStart.h: what a starting service and its starter tell each other.
 #pragma once
 
+#include <kelgen/platform/Export.h>
 #include <kelgen/platform/posix/base/api/Types.h>
 #include <kelgen/platform/posix/services/api/Services.h>
 
@@ -41,9 +42,12 @@ struct StartArguments
 };
 
 /// The message: its size without these four bytes, then texts with their terminators.
-std::string StartMessage(std::u16string_view name, const std::vector<std::string>& arguments);
+KELGEN_PLATFORM_TESTED_API std::string StartMessage(std::u16string_view name, const std::vector<std::string>& arguments);
 
-/// Reads the message from @p socket; nothing when there is none.
-std::optional<StartArguments> ReadStartMessage(int socket, ULONGLONG deadline);
+/// Reads the message from @p socket; nothing when there is none, or one without its last terminator.
+KELGEN_PLATFORM_TESTED_API std::optional<StartArguments> ReadStartMessage(int socket, ULONGLONG deadline);
+
+/// The control that a client has sent to @p socket, without waiting for it; nothing when it is none.
+KELGEN_PLATFORM_TESTED_API std::optional<DWORD> ReadControl(int socket);
 
 }  // namespace kelgen::posix

@@ -27,7 +27,7 @@ struct ServiceConfiguration
     bool isDeleted = false;  // marked for removal
 };
 
-/// The description of the service @p name; nothing when there is none.
+/// The description of the service @p name. Nothing with the last error: ERROR_SERVICE_DOES_NOT_EXIST, or why it cannot be read.
 std::optional<ServiceConfiguration> LoadService(std::u16string_view name);
 
 /// Removes the key and the files of a new service on destruction, unless Keep was called: it takes no memory then. A key that was there
@@ -51,11 +51,12 @@ private:
 /// Stores the description; an error code.
 LONG StoreService(std::u16string_view name, const ServiceConfiguration& configuration);
 
-/// The names of all services, in alphabetical order.
-std::vector<std::u16string> ServiceNames();
+/// The names of all services, in alphabetical order; nothing, with the last error, when they cannot be read.
+std::optional<std::vector<std::u16string>> ServiceNames();
 
-/// Whether another service than @p name has that display name; an empty one is free.
-bool IsDisplayNameTaken(std::u16string_view name, std::u16string_view displayName);
+/// ERROR_DUPLICATE_SERVICE_NAME when another service than @p name has that display name, ERROR_SUCCESS when not; an empty one is free. Or
+/// why that cannot be told.
+DWORD CheckDisplayName(std::u16string_view name, std::u16string_view displayName);
 
 /// Removes the service when it is marked for removal, has stopped and is open nowhere. The lock over services is held.
 void RemoveIfDue(std::u16string_view name);

@@ -1,6 +1,9 @@
 // DescriptorEvents.cpp: the thread, in the kernel's poll queue.
 #include <kelgen/platform/posix/threads/DescriptorEvents.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
+
+#include <cerrno>
 #include <csignal>
 #include <exception>
 #include <sys/epoll.h>
@@ -15,10 +18,12 @@ DescriptorEvents& DescriptorEvents::Get()
     return events;
 }
 
-DescriptorEvents::DescriptorEvents() : m_queue(epoll_create1(EPOLL_CLOEXEC))
+// Makes queue and thread, under the lock; false with errno.
+bool DescriptorEvents::Start()
 {
+    m_queue = Descriptor(epoll_create1(EPOLL_CLOEXEC));
     if (!m_queue)
-        return;
+        return false;
     // Signals are the host's threads' business.
     sigset_t all;
     sigset_t before;
@@ -27,22 +32,29 @@ DescriptorEvents::DescriptorEvents() : m_queue(epoll_create1(EPOLL_CLOEXEC))
     try {
         std::thread([this] { Run(); }).detach();
     } catch (const std::exception&) {
-        // Nothing can be watched then: no thread, or no memory for one.
-        m_queue = Descriptor();
+        // No thread, or no memory for one: the next watch tries again.
+        m_queue.Close();
     }
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    errno = ENOMEM;
+    return static_cast<bool>(m_queue);
 }
 
 bool DescriptorEvents::Watch(int descriptor, std::function<void()> readable)
 {
+    auto function = std::make_shared<const std::function<void()>>(std::move(readable));
     const std::lock_guard lock(m_mutex);
-    m_functions[descriptor] = std::make_shared<const std::function<void()>>(std::move(readable));
+    if (!m_queue && !Start())
+        return false;
+    m_functions[descriptor] = std::move(function);
     epoll_event event{};
     event.events = EPOLLIN;
     event.data.fd = descriptor;
     if (epoll_ctl(m_queue.Get(), EPOLL_CTL_ADD, descriptor, &event) == 0)
         return true;
+    const int error = errno;
     m_functions.erase(descriptor);
+    errno = error;
     return false;
 }
 
@@ -55,6 +67,7 @@ void DescriptorEvents::Forget(int descriptor)
 
 void DescriptorEvents::Run()
 {
+    const MemoryMode own(true);
     for (;;) {
         epoll_event event{};
         if (epoll_wait(m_queue.Get(), &event, 1, -1) != 1)

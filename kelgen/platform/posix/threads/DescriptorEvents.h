@@ -17,15 +17,16 @@ class DescriptorEvents
 public:
     static DescriptorEvents& Get();
 
-    /// Calls @p readable on the thread, with no lock held, as long as @p descriptor has something to read; false when the system
-    /// refuses. The descriptor must stay open until Forget.
+    /// Calls @p readable on the thread, with no lock held, as long as @p descriptor has something to read; false, with errno, when
+    /// the system refuses. The descriptor must stay open until Forget.
     bool Watch(int descriptor, std::function<void()> readable);
 
     /// Calls no more for @p descriptor, except that a call may be under way.
     void Forget(int descriptor);
 
 private:
-    DescriptorEvents();
+    DescriptorEvents() = default;
+    bool Start();
     void Run();
 
     Descriptor m_queue;

@@ -7,6 +7,7 @@
 #include <kelgen/platform/posix/threads/ThreadObjects.h>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <cmath>
 #include <condition_variable>
@@ -15,7 +16,6 @@
 #include <sys/syscall.h>
 #include <thread>
 #include <unistd.h>
-#include <unordered_set>
 #include <vector>
 
 namespace kelgen::posix {
@@ -53,25 +53,29 @@ std::vector<OwnedByThread*>& OwnedObjects()
 
 std::atomic<void (*)(DWORD)> threadEndAct{nullptr};
 
-// Ids of threads that have ended here and may still be known to the kernel for a moment. Under the dispatcher lock.
-std::unordered_set<DWORD>& EndedThreads()
+/// Ids of threads that have ended here and may still be known to the kernel for a moment: the latest ones. Under the dispatcher lock. Takes
+/// no memory, since a thread that ends cannot fail.
+class EndedThreads
 {
-    static auto& ended = *new std::unordered_set<DWORD>;
-    return ended;
-}
+public:
+    static EndedThreads& Get()
+    {
+        static constinit EndedThreads ended;
+        return ended;
+    }
+
+    bool Contains(DWORD thread) const { return std::ranges::find(m_ids, thread) != m_ids.end(); }
+    void Add(DWORD thread) { m_ids[m_next++ % m_ids.size()] = thread; }
+    void Remove(DWORD thread) { std::ranges::replace(m_ids, thread, DWORD{0}); }
+
+private:
+    std::array<DWORD, 256> m_ids{};
+    std::size_t m_next = 0;
+};
 
 bool KernelKnows(DWORD thread)
 {
     return syscall(SYS_tgkill, getpid(), thread, 0) == 0;
-}
-
-void NoteEnded(DWORD thread)
-{
-    constexpr std::size_t kEnough = 256;
-    auto& ended = EndedThreads();
-    if (ended.size() >= kEnough)
-        std::erase_if(ended, [](DWORD id) { return !KernelKnows(id); });
-    ended.insert(thread);
 }
 
 // Runs after the thread's C++ thread-local objects are destroyed: whoever waits for the thread finds nothing of it running.
@@ -81,7 +85,7 @@ void ThreadEnded(void* value)
     if (const auto act = threadEndAct.load())
         act(GetCurrentThreadId());
     const std::lock_guard lock(DispatcherLock());
-    NoteEnded((*object)->id);
+    EndedThreads::Get().Add((*object)->id);
     for (OwnedByThread* owned : OwnedObjects())
         owned->OwnerEnded((*object)->id);
     (*object)->SignalEnd();
@@ -110,9 +114,10 @@ ThreadPointer Current()
     auto object = std::make_shared<ThreadObject>();
     object->id = GetCurrentThreadId();
     object->begun = true;
+    OwnedObjects();
     Adopt(std::make_unique<ThreadPointer>(object));
     const std::lock_guard lock(DispatcherLock());
-    EndedThreads().erase(object->id);
+    EndedThreads::Get().Remove(object->id);
     return object;
 }
 
@@ -137,7 +142,7 @@ void* RunThread(void* value)
     {
         std::unique_lock lock(DispatcherLock());
         object.id = GetCurrentThreadId();
-        EndedThreads().erase(object.id);
+        EndedThreads::Get().Remove(object.id);
         object.changed.notify_all();
         object.changed.wait(lock, [&object] { return object.suspendCount == 0; });
         object.begun = true;
@@ -150,6 +155,8 @@ void* RunThread(void* value)
 
 bool StartDetached(std::unique_ptr<StartRecord> record, SIZE_T stackSize)
 {
+    // Made here: a thread that ends cannot fail.
+    OwnedObjects();
     pthread_attr_t attributes;
     pthread_attr_init(&attributes);
     pthread_attr_setdetachstate(&attributes, PTHREAD_CREATE_DETACHED);
@@ -173,7 +180,7 @@ std::shared_ptr<Waitable> CurrentThreadObject()
 bool ThreadRuns(DWORD thread)
 {
     const std::lock_guard lock(DispatcherLock());
-    return !EndedThreads().contains(thread) && KernelKnows(thread);
+    return !EndedThreads::Get().Contains(thread) && KernelKnows(thread);
 }
 
 void CallAtThreadEnd(void (*act)(DWORD thread))

@@ -52,8 +52,13 @@ struct PendingWait
 
     void Enlist()
     {
-        for (const auto& object : objects)
-            object->m_waits.push_back(this);
+        try {
+            for (const auto& object : objects)
+                object->m_waits.push_back(this);
+        } catch (const std::bad_alloc&) {
+            Delist();
+            throw;
+        }
     }
 
     void Delist()
@@ -105,7 +110,8 @@ std::shared_ptr<Waitable> FindWaitable(const void* handle)
     const auto object = Handles().FindAny(handle);
     if (const auto indirect = std::dynamic_pointer_cast<WaitsForAnother>(object))
         return indirect->WaitedFor();
-    return std::dynamic_pointer_cast<Waitable>(object);
+    auto waitable = std::dynamic_pointer_cast<Waitable>(object);
+    return waitable ? waitable : Fail(ERROR_INVALID_HANDLE, waitable);
 }
 
 DWORD WaitForObjects(std::span<const std::shared_ptr<Waitable>> objects, bool all, DWORD milliseconds)
@@ -151,7 +157,7 @@ DWORD WaitForMultipleObjects(DWORD count, const HANDLE* handles, BOOL all, DWORD
         for (DWORD i = 0; i < count; ++i) {
             found[i] = FindWaitable(handles[i]);
             if (!found[i])
-                return Fail(ERROR_INVALID_HANDLE, WAIT_FAILED);
+                return WAIT_FAILED;
         }
         return WaitForObjects(std::span(found.data(), count), all != FALSE, milliseconds);
     });

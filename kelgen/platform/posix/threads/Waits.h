@@ -43,11 +43,12 @@ private:
 class WaitsForAnother : public HandleObject
 {
 public:
+    /// Null with the last error when it cannot be waited for now.
     virtual std::shared_ptr<Waitable> WaitedFor() = 0;
 };
 
-/// The waitable object of @p handle, even of the pseudo handles of the current process (never signalled) and thread; null for
-/// any other handle.
+/// The waitable object of @p handle, even of the pseudo handles of the current process (never signalled) and thread; null
+/// with the last error: ERROR_INVALID_HANDLE for any other handle.
 std::shared_ptr<Waitable> FindWaitable(const void* handle);
 
 /// Waits until one of @p objects is signalled, or @p all are at once, or @p milliseconds have passed.

@@ -8,6 +8,7 @@
 
 #define KELGEN_WIDE_VECTORS
 #define KELGEN_MULTIPLIES_PAIRS KELGEN_MULTIPLIES
+#define KELGEN_MULTIPLIES_QUADS KELGEN_MULTIPLIES
 
 namespace kelgen::processor {
 
@@ -21,6 +22,7 @@ struct Pair
 using WideUnitVector = Pair<UnitVector>;
 using WideByteVector = Pair<ByteVector>;
 using BlockPair = Pair<Block>;
+using BlockQuad = Pair<BlockPair>;
 
 /// Two steps in one turn of a loop are worth their code everywhere.
 constexpr bool HasWideVectors()
@@ -31,6 +33,12 @@ constexpr bool HasWideVectors()
 inline bool HasPairMultiplication()
 {
     return HasMultiplication();
+}
+
+/// Eight chains of pairs keep the multiplier as busy.
+constexpr bool HasQuadMultiplication()
+{
+    return false;
 }
 
 template <class VECTOR>
@@ -160,6 +168,41 @@ KELGEN_MULTIPLIES_PAIRS KELGEN_IN_CALLER BlockPair MultiplyLow(const BlockPair& 
 }
 
 KELGEN_MULTIPLIES_PAIRS KELGEN_IN_CALLER BlockPair MultiplyHigh(const BlockPair& a, const BlockPair& b)
+{
+    return {MultiplyHigh(a.first, b.first), MultiplyHigh(a.second, b.second)};
+}
+
+KELGEN_MULTIPLIES_QUADS KELGEN_IN_CALLER BlockQuad LoadQuad(const unsigned char* from)
+{
+    return {LoadPair(from), LoadPair(from + 32)};
+}
+
+KELGEN_MULTIPLIES_QUADS KELGEN_IN_CALLER BlockQuad MakeQuad(const BlockPair& first, const BlockPair& second)
+{
+    return {first, second};
+}
+
+KELGEN_MULTIPLIES_QUADS KELGEN_IN_CALLER BlockPair FirstOfQuad(const BlockQuad& quad)
+{
+    return quad.first;
+}
+
+KELGEN_MULTIPLIES_QUADS KELGEN_IN_CALLER BlockPair SecondOfQuad(const BlockQuad& quad)
+{
+    return quad.second;
+}
+
+KELGEN_MULTIPLIES_QUADS KELGEN_IN_CALLER BlockQuad Xor(const BlockQuad& a, const BlockQuad& b, const BlockQuad& c)
+{
+    return Xor(Xor(a, b), c);
+}
+
+KELGEN_MULTIPLIES_QUADS KELGEN_IN_CALLER BlockQuad MultiplyLow(const BlockQuad& a, const BlockQuad& b)
+{
+    return {MultiplyLow(a.first, b.first), MultiplyLow(a.second, b.second)};
+}
+
+KELGEN_MULTIPLIES_QUADS KELGEN_IN_CALLER BlockQuad MultiplyHigh(const BlockQuad& a, const BlockQuad& b)
 {
     return {MultiplyHigh(a.first, b.first), MultiplyHigh(a.second, b.second)};
 }

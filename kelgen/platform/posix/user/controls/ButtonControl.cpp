@@ -9,8 +9,15 @@ namespace kelgen::posix::user {
 
 namespace {
 
-struct ButtonState
+struct ButtonState final : ControlData
 {
+    void Show(const Window&, ControlPicture& picture) const override
+    {
+        picture.kind = EControlKind::button;
+        picture.bits = bits;
+        picture.image = icon ? icon : bitmap;
+    }
+
     UINT bits = 0;  // BST_ flags
     bool isHeld = false;
     HFONT font = nullptr;

@@ -4,6 +4,7 @@
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/user/api/User.h>
+#include <kelgen/platform/posix/user/controls/ListBoxControl.h>
 
 #include <algorithm>
 #include <vector>
@@ -285,6 +286,18 @@ void Destroy(ComboBoxState& state)
 }
 
 }  // namespace
+
+void ComboBoxState::Show(const Window&, ControlPicture& picture) const
+{
+    picture.kind = EControlKind::combo;
+    picture.isDropped = isDropped;
+    const Window* const items = OwnWindow(list);
+    if (edit || !items || !items->control)
+        return;
+    const auto shown = std::static_pointer_cast<const ListBoxState>(items->control);
+    if (shown->items.Has(shown->items.current))
+        picture.text = shown->items[shown->items.current].text.substr(0, 1000);
+}
 
 void TakeListText(HWND combo, ComboBoxState& state)
 {

@@ -5,8 +5,10 @@
 
 namespace kelgen::posix::user {
 
-struct ComboBoxState
+struct ComboBoxState final : ControlData
 {
+    void Show(const Window& combo, ControlPicture& picture) const override;
+
     HWND edit = nullptr;  // null for CBS_DROPDOWNLIST
     HWND list = nullptr;
     HFONT font = nullptr;

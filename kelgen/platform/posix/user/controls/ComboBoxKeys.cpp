@@ -2,6 +2,7 @@
 #include <kelgen/platform/posix/user/controls/ComboBoxControl.h>
 
 #include <kelgen/platform/posix/user/api/User.h>
+#include <kelgen/platform/posix/user/controls/ListBoxControl.h>
 
 #include <algorithm>
 
@@ -63,6 +64,8 @@ void ShowList(HWND combo, ComboBoxState& state, bool isShown, bool chooses)
     if (isShown) {
         NotifyParent(combo, CBN_DROPDOWN);
         state.isDropped = true;
+        if (const auto list = ControlState<ListBoxState>(state.list); list && list->items.Has(list->items.current))
+            ShowItem(state.list, *list, list->items.current);
         RECT window;
         GetWindowRect(combo, &window);
         SetWindowPos(state.list, HWND_TOP, window.left, window.bottom, std::max<int>(state.dropWidth, window.right - window.left),

@@ -3,10 +3,16 @@
 
 #include <kelgen/platform/posix/user/api/Controls.h>
 #include <kelgen/platform/posix/user/objects/WindowObject.h>
+#include <kelgen/platform/support/DesktopPicture.h>
 
 #include <memory>
 
 namespace kelgen::posix::user {
+
+// The most of a control that a picture of it has.
+constexpr std::size_t kMostShownRows = 500;
+constexpr std::size_t kMostShownColumns = 200;
+constexpr std::size_t kLongestShownText = 1000;
 
 /// The state of a control of the calling thread, made at first; null for no window. Holding it keeps it while messages are sent,
 /// in which the control may go.

@@ -13,10 +13,6 @@ namespace kelgen::posix::user {
 
 namespace {
 
-// What a character takes when a point stands for a position.
-constexpr int kCharacterWidth = 7;
-constexpr int kLineHeight = 13;
-
 constexpr LRESULT kNone = -1;
 
 LRESULT Position(std::size_t position)
@@ -50,6 +46,7 @@ LRESULT SetText(HWND edit, EditState& state, LPCWSTR text)
     else if (style & ES_LOWERCASE)
         CharLowerBuffW(reinterpret_cast<LPWSTR>(units.data()), static_cast<DWORD>(units.size()));
     state.model.SetText(units);
+    state.firstLine = state.firstColumn = 0;
     if (TellsOfSetText(edit))
         TellOfChange(edit);
     return TRUE;
@@ -120,22 +117,26 @@ void SetLimit(EditModel& model, WPARAM limit)
     model.limit = limit == 0 ? most : std::min<std::size_t>(limit, most);
 }
 
-LRESULT PositionFromPoint(const EditModel& model, LPARAM point)
+LRESULT PositionFromPoint(const EditState& state, LPARAM point)
 {
-    const int row = std::max<int>(static_cast<short>(HIWORD(point)), 0) / kLineHeight;
-    const int column = std::max<int>(static_cast<short>(LOWORD(point)), 0) / kCharacterWidth;
-    const std::size_t line = std::min<std::size_t>(static_cast<std::size_t>(row), model.LineCount() - 1);
+    const EditModel& model = state.model;
+    const auto row = static_cast<std::size_t>(std::max<int>(static_cast<short>(HIWORD(point)), 0) / kLineHeight) + state.firstLine;
+    const auto column = static_cast<std::size_t>(std::max<int>(static_cast<short>(LOWORD(point)), 0) / kCharacterWidth) + state.firstColumn;
+    const std::size_t line = std::min(row, model.LineCount() - 1);
     const std::size_t start = model.LineStart(line);
-    const std::size_t position = start + std::min<std::size_t>(static_cast<std::size_t>(column), model.LineLength(start));
+    const std::size_t position = start + std::min(column, model.LineLength(start));
     return MAKELONG(position, line);
 }
 
-LRESULT PointFromPosition(const EditModel& model, std::size_t position)
+LRESULT PointFromPosition(const EditState& state, std::size_t position)
 {
+    const EditModel& model = state.model;
     if (position >= model.Length())
         return kNone;
     const std::size_t line = model.LineOf(position);
-    return MAKELONG((position - model.LineStart(line)) * kCharacterWidth, line * kLineHeight);
+    const auto column = static_cast<int>(position - model.LineStart(line)) - static_cast<int>(state.firstColumn);
+    const int row = static_cast<int>(line) - static_cast<int>(state.firstLine);
+    return MAKELONG(column * kCharacterWidth, row * kLineHeight);
 }
 
 LRESULT GetCode(EditState& state, LPARAM message)
@@ -204,6 +205,7 @@ LRESULT EditMessage(HWND edit, EditState& state, UINT message, WPARAM wParam, LP
     case EM_GETMARGINS:
         return static_cast<LRESULT>(state.margins);
     case EM_SCROLLCARET:
+        ShowCaret(edit, state);
         return 1;
     case EM_LINESCROLL:
         return model.hasLines;
@@ -211,9 +213,9 @@ LRESULT EditMessage(HWND edit, EditState& state, UINT message, WPARAM wParam, LP
         GetClientRect(edit, reinterpret_cast<LPRECT>(lParam));
         return 1;
     case EM_CHARFROMPOS:
-        return PositionFromPoint(model, lParam);
+        return PositionFromPoint(state, lParam);
     case EM_POSFROMCHAR:
-        return PointFromPosition(model, wParam);
+        return PointFromPosition(state, wParam);
     default:
         return 0;
     }
@@ -257,15 +259,18 @@ LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lP
         return GetCode(state, lParam);
     case WM_KEYDOWN:
         OnEditKey(edit, state, static_cast<UINT>(wParam));
+        ShowCaret(edit, state);
         return 0;
     case WM_CHAR:
         OnEditCharacter(edit, state, static_cast<WCHAR>(wParam));
+        ShowCaret(edit, state);
         return 0;
     case WM_CUT:
     case WM_COPY:
     case WM_PASTE:
     case WM_CLEAR:
         OnEditClipboard(edit, state, message);
+        ShowCaret(edit, state);
         return 0;
     case WM_UNDO:
         return EditMessage(edit, state, message, wParam, lParam);
@@ -275,12 +280,14 @@ LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lP
     case WM_KILLFOCUS:
         NotifyParent(edit, EN_KILLFOCUS);
         return 0;
-    case WM_LBUTTONDOWN: {
-        const std::size_t position = LOWORD(PositionFromPoint(state.model, lParam));
-        state.model.Select(position, position);
-        SetFocus(edit);
+    case WM_MOUSEMOVE:
+    case WM_LBUTTONUP:
+        if (GetCapture() != edit)
+            return 0;
+        [[fallthrough]];
+    case WM_LBUTTONDOWN:
+        SelectByMouse(edit, state, message, LOWORD(PositionFromPoint(state, lParam)));
         return 0;
-    }
     case WM_LBUTTONDBLCLK:
         state.model.Select(state.model.WordBefore(state.model.Caret()), state.model.WordAfter(state.model.Caret()));
         return 0;

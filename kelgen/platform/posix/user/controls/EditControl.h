@@ -6,9 +6,17 @@
 
 namespace kelgen::posix::user {
 
-struct EditState
+// What a character takes when a point stands for a position.
+constexpr int kCharacterWidth = 7;
+constexpr int kLineHeight = 13;
+
+struct EditState final : ControlData
 {
+    void Show(const Window& edit, ControlPicture& picture) const override;
+
     EditModel model;
+    std::size_t firstLine = 0;    // in view
+    std::size_t firstColumn = 0;  // in view
     HFONT font = nullptr;
     WCHAR passwordCharacter = 0;
     DWORD margins = 0;
@@ -21,6 +29,12 @@ void ReplaceSelection(HWND edit, EditState& state, std::u16string_view text, boo
 
 /// Sends EN_UPDATE and EN_CHANGE to the parent.
 void TellOfChange(HWND edit);
+
+/// Scrolls so that the caret is in view, as far as the style lets it.
+void ShowCaret(HWND edit, EditState& state);
+
+/// A press, a move with the mouse captured, or a release at @p position of the text.
+void SelectByMouse(HWND edit, EditState& state, UINT message, std::size_t position);
 
 void OnEditKey(HWND edit, EditState& state, UINT key);
 void OnEditCharacter(HWND edit, EditState& state, WCHAR character);

@@ -190,11 +190,6 @@ LRESULT SelectString(HWND list, ListBoxState& state, int start, LPARAM text)
     return found;
 }
 
-int ItemHeight(const ListBoxState& state, int index)
-{
-    return state.items[index].height ? state.items[index].height : state.itemHeight;
-}
-
 LRESULT ItemRectangle(HWND list, const ListBoxState& state, int index, RECT* rectangle)
 {
     if (!state.items.Has(index) || !rectangle)
@@ -202,10 +197,10 @@ LRESULT ItemRectangle(HWND list, const ListBoxState& state, int index, RECT* rec
     GetClientRect(list, rectangle);
     rectangle->top = 0;
     for (int i = state.items.top; i < index; ++i)
-        rectangle->top += ItemHeight(state, i);
+        rectangle->top += state.HeightOf(i);
     for (int i = index; i < state.items.top; ++i)
-        rectangle->top -= ItemHeight(state, i);
-    rectangle->bottom = rectangle->top + ItemHeight(state, index);
+        rectangle->top -= state.HeightOf(i);
+    rectangle->bottom = rectangle->top + state.HeightOf(index);
     return LB_OKAY;
 }
 
@@ -336,7 +331,7 @@ LRESULT ViewMessage(HWND list, ListBoxState& state, UINT message, WPARAM wParam,
         return MAKELONG(std::clamp(row, 0, std::max(items.Count() - 1, 0)), row < 0 || row >= items.Count());
     }
     case LB_GETITEMHEIGHT:
-        return items.Has(index) ? ItemHeight(state, index) : state.itemHeight;
+        return items.Has(index) ? state.HeightOf(index) : state.itemHeight;
     case LB_SETITEMHEIGHT:
         if (LOWORD(lParam) == 0)
             return LB_ERR;
@@ -427,6 +422,14 @@ LRESULT HandleMessage(HWND list, ListBoxState& state, UINT message, WPARAM wPara
         return 0;
     case WM_CHAR:
         OnListCharacter(list, state, static_cast<WCHAR>(wParam));
+        return 0;
+    case WM_MOUSEACTIVATE:
+        // An open list leaves the focus to its combo box: without it that would close the list.
+        if (state.combo && (StyleOf(list) & WS_POPUP))
+            return MA_NOACTIVATE;
+        return DefWindowProcW(list, message, wParam, lParam);
+    case WM_MOUSEWHEEL:
+        ScrollRows(list, state, -3 * GET_WHEEL_DELTA_WPARAM(wParam) / WHEEL_DELTA);
         return 0;
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:

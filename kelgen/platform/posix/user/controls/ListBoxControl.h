@@ -6,8 +6,11 @@
 
 namespace kelgen::posix::user {
 
-struct ListBoxState
+struct ListBoxState final : ControlData
 {
+    void Show(const Window& list, ControlPicture& picture) const override;
+    int HeightOf(int index) const { return items[index].height ? items[index].height : itemHeight; }
+
     ListItems items;
     HWND combo = nullptr;  // the combo box whose list this is
     HFONT font = nullptr;
@@ -37,6 +40,11 @@ void SetCurrent(HWND list, ListBoxState& state, int index);
 
 /// LB_SETSEL; -1 for all items.
 void SelectItem(ListBoxState& state, int index, bool isSelected);
+
+/// Scrolls so that the item is in view.
+void ShowItem(HWND list, ListBoxState& state, int index);
+/// Scrolls by @p rows, as far as there are items.
+void ScrollRows(HWND list, ListBoxState& state, int rows);
 
 void OnListKey(HWND list, ListBoxState& state, UINT key);
 void OnListCharacter(HWND list, ListBoxState& state, WCHAR character);

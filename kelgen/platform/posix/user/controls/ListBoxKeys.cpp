@@ -51,6 +51,7 @@ int AskParent(HWND list, const ListBoxState& state, UINT message, UINT key)
 
 void MoveTo(HWND list, ListBoxState& state, int index)
 {
+    ShowItem(list, state, index);
     const DWORD style = StyleOf(list);
     if (style & LBS_MULTIPLESEL) {
         // The selection stays, only the focus moves.
@@ -107,7 +108,8 @@ void OnListMouse(HWND list, ListBoxState& state, UINT message, LPARAM point)
         return NotifyOfList(list, state, LBN_SELCHANGE);
     }
     const LRESULT hit = SendMessageW(list, LB_ITEMFROMPOINT, 0, point);
-    SetFocus(list);
+    if (!state.combo)
+        SetFocus(list);
     const int index = LOWORD(hit);
     if (HIWORD(hit) || !state.items.Has(index))
         return;

@@ -1,5 +1,6 @@
 // ListViewControl.cpp: the messages of list views, and what they tell their parents.
 #include <kelgen/platform/posix/user/controls/ControlBase.h>
+#include <kelgen/platform/posix/user/controls/ListViewInput.h>
 #include <kelgen/platform/posix/user/controls/ListViewModel.h>
 
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
@@ -190,6 +191,7 @@ LRESULT DeleteAll(HWND list, ListViewState& state)
             Tell(list, LVN_DELETEITEM, About(i, 0, 0, 0, 0, state[i].data));
     }
     state.items.clear();
+    state.top = 0;
     return TRUE;
 }
 
@@ -287,6 +289,8 @@ bool HandleItemMessage(HWND list, ListViewState& state, UINT message, WPARAM wPa
         return true;
     case LVM_ENSUREVISIBLE:
         result = state.Has(index);
+        if (const Window* const window = OwnWindow(list); window && result)
+            state.ScrollTo(*window, index);
         return true;
     case LVM_SETITEMCOUNT:
         state.items.reserve(std::min<std::size_t>(wParam, 1u << 20));
@@ -346,6 +350,8 @@ LRESULT CALLBACK ListViewProcedure(HWND list, UINT message, WPARAM wParam, LPARA
     LRESULT result = 0;
     if (HandleItemMessage(list, *state, message, wParam, lParam, result) || HandleColumnMessage(*state, message, wParam, lParam, result))
         return result;
+    if (OnListViewInput(list, *state, message, wParam, lParam))
+        return 0;
     if (message == WM_GETDLGCODE)
         return DLGC_WANTCHARS | DLGC_WANTARROWS;
     if (message == WM_DESTROY)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <kelgen/platform/posix/user/api/ListView.h>
+#include <kelgen/platform/posix/user/controls/ControlBase.h>
 
 #include <string>
 #include <vector>
@@ -30,8 +31,18 @@ struct ListViewColumn
     int subItem = 0;
 };
 
-struct ListViewState
+/// The heights of the columns' headings and of an item in a report.
+constexpr int kListViewHeader = 17;
+constexpr int kListViewRow = 14;
+
+struct ListViewState final : ControlData
 {
+    void Show(const Window& list, ControlPicture& picture) const override;
+    /// How many items are wholly in view.
+    int PageOf(const Window& list) const;
+    void ScrollTo(const Window& list, int item);
+
+    int top = 0;
     std::vector<ListViewItem> items;
     std::vector<ListViewColumn> columns;
     DWORD extendedStyle = 0;

@@ -7,8 +7,14 @@ namespace kelgen::posix::user {
 
 namespace {
 
-struct StaticState
+struct StaticState final : ControlData
 {
+    void Show(const Window&, ControlPicture& picture) const override
+    {
+        picture.kind = EControlKind::label;
+        picture.image = image;
+    }
+
     HFONT font = nullptr;
     HANDLE image = nullptr;
 };

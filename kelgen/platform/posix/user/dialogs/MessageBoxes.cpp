@@ -6,6 +6,8 @@
 #include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/nls/api/CodePages.h>
 #include <kelgen/platform/posix/user/api/User.h>
+#include <kelgen/platform/posix/user/dialogs/ShownMessageBox.h>
+#include <kelgen/platform/posix/user/messages/ChangeMark.h>
 
 #include <array>
 #include <cstdio>
@@ -14,6 +16,7 @@
 #include <strings.h>
 
 using namespace kelgen::posix;
+using namespace kelgen::posix::user;
 
 namespace {
 
@@ -23,17 +26,18 @@ struct Button
 {
     int id;
     const char* name;
+    const char16_t* label;
 };
 
-constexpr Button kOk = {IDOK, "ok"};
-constexpr Button kCancel = {IDCANCEL, "cancel"};
-constexpr Button kAbort = {IDABORT, "abort"};
-constexpr Button kRetry = {IDRETRY, "retry"};
-constexpr Button kIgnore = {IDIGNORE, "ignore"};
-constexpr Button kYes = {IDYES, "yes"};
-constexpr Button kNo = {IDNO, "no"};
-constexpr Button kTry = {IDTRYAGAIN, "try"};
-constexpr Button kContinue = {IDCONTINUE, "continue"};
+constexpr Button kOk = {IDOK, "ok", u"OK"};
+constexpr Button kCancel = {IDCANCEL, "cancel", u"Cancel"};
+constexpr Button kAbort = {IDABORT, "abort", u"&Abort"};
+constexpr Button kRetry = {IDRETRY, "retry", u"&Retry"};
+constexpr Button kIgnore = {IDIGNORE, "ignore", u"&Ignore"};
+constexpr Button kYes = {IDYES, "yes", u"&Yes"};
+constexpr Button kNo = {IDNO, "no", u"&No"};
+constexpr Button kTry = {IDTRYAGAIN, "try", u"&Try Again"};
+constexpr Button kContinue = {IDCONTINUE, "continue", u"&Continue"};
 
 /// The buttons of a kind of box, from the left; none for an unknown kind.
 std::span<const Button> ButtonsOf(UINT type)
@@ -86,6 +90,19 @@ std::string Utf8(std::u16string_view text)
     return bytes;
 }
 
+/// Waits for whoever sees the box.
+int Show(HWND owner, std::u16string_view text, std::u16string_view caption, std::span<const Button> buttons, UINT type)
+{
+    ShownBox box;
+    box.text = text;
+    box.caption = caption;
+    box.icon = type & MB_ICONMASK;
+    box.answer = AnswerOf(buttons, type);
+    for (const Button& button : buttons)
+        box.buttons.push_back({button.id, button.label});
+    return RunMessageBox(owner, box);
+}
+
 int Ask(HWND owner, std::u16string_view text, std::u16string_view caption, UINT type)
 {
     if (owner && !IsWindow(owner))
@@ -97,7 +114,7 @@ int Ask(HWND owner, std::u16string_view text, std::u16string_view caption, UINT 
     if (disables)
         EnableWindow(owner, FALSE);
     std::fprintf(stderr, "%s: %s\n", Utf8(caption).c_str(), Utf8(text).c_str());
-    const int answer = AnswerOf(buttons, type);
+    const int answer = IsDesktopAttended() ? Show(owner, text, caption, buttons, type) : AnswerOf(buttons, type);
     if (disables)
         EnableWindow(owner, TRUE);
     return answer;

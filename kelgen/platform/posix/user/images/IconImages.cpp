@@ -31,7 +31,7 @@ std::optional<Header> ReadHeader(TemplateReader& reader)
             DWORD value = 0;
             for (int i = 0; i < 4; ++i)
                 value = value << 8 | reader.Byte();
-            return static_cast<int>(value);
+            return static_cast<int>(std::min<DWORD>(value, kLargest + 1));
         };
         reader.Skip(12);  // the rest of the signature, the first chunk's length and name
         header.width = bigEndian();
@@ -63,6 +63,12 @@ std::optional<Header> ReadHeader(TemplateReader& reader)
 std::uint64_t RowBytes(int width, int bits)
 {
     return static_cast<std::uint64_t>(width * bits + 31) / 32 * 4;
+}
+
+/// A place in an image of @p from pixels, in one of @p to.
+int Scaled(int place, int to, int from)
+{
+    return static_cast<int>(std::int64_t{place} * to / from);
 }
 
 /// How far an entry is from what is wanted; less is better.
@@ -97,8 +103,8 @@ std::optional<IconObject> ReadIconImage(TemplateReader reader, bool isIcon, int 
     }
     icon.width = width > 0 ? width : header->width;
     icon.height = height > 0 ? height : ownHeight;
-    icon.xHotspot = isIcon ? icon.width / 2 : icon.xHotspot * icon.width / header->width;
-    icon.yHotspot = isIcon ? icon.height / 2 : icon.yHotspot * icon.height / ownHeight;
+    icon.xHotspot = isIcon ? icon.width / 2 : Scaled(icon.xHotspot, icon.width, header->width);
+    icon.yHotspot = isIcon ? icon.height / 2 : Scaled(icon.yHotspot, icon.height, ownHeight);
     return icon;
 }
 

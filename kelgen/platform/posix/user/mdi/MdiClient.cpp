@@ -12,7 +12,7 @@ namespace kelgen::posix::user {
 
 namespace {
 
-struct MdiClientState
+struct MdiClientState final : ControlData
 {
     HMENU windowMenu = nullptr;
     UINT firstId = 0;

@@ -73,7 +73,9 @@ void MenuLoop::Loop()
 
 void MenuLoop::Handle(const MSG& message)
 {
-    // Without pixels every press is outside the menu; it stays for what lies there.
+    if (IsMouse(message.message) && OnMouse(message))
+        return Remove(message);
+    // A press outside of the menu stays for what lies there.
     if (IsPress(message.message))
         return End();
     if (message.message == WM_QUIT) {
@@ -243,7 +245,7 @@ void OpenMenuByKey(HWND window, UINT character)
 
 using namespace kelgen::posix::user;
 
-BOOL TrackPopupMenuEx(HMENU menu, UINT flags, int, int, HWND window, LPTPMPARAMS)
+BOOL TrackPopupMenuEx(HMENU menu, UINT flags, int x, int y, HWND window, LPTPMPARAMS)
 {
     if (!IsMenu(menu))
         return FALSE;
@@ -252,7 +254,7 @@ BOOL TrackPopupMenuEx(HMENU menu, UINT flags, int, int, HWND window, LPTPMPARAMS
     if (GetMenu(window) == menu || (MenuLoop::Current() && !(flags & TPM_RECURSE)))
         return Fail(ERROR_POPUP_ALREADY_ACTIVE, FALSE);
     const bool isEmpty = GetMenuItemCount(menu) == 0;
-    const UINT command = MenuLoop(window, menu, flags).RunPopup();
+    const UINT command = MenuLoop(window, menu, flags, {x, y}).RunPopup();
     SetLastError(ERROR_SUCCESS);
     if (isEmpty)
         return FALSE;

@@ -29,8 +29,8 @@ MenuLoop::MenuLoop(HWND owner, HMENU bar, bool isSystem)
     t_current = this;
 }
 
-MenuLoop::MenuLoop(HWND owner, HMENU popup, UINT flags)
-    : m_owner(owner), m_isBar(false), m_isSystem(false), m_flags(flags), m_levels{{popup, -1}}, m_outer(t_current)
+MenuLoop::MenuLoop(HWND owner, HMENU popup, UINT flags, POINT corner)
+    : m_owner(owner), m_isBar(false), m_isSystem(false), m_flags(flags), m_levels{{popup, -1}}, m_corner(corner), m_outer(t_current)
 {
     t_current = this;
 }
@@ -149,8 +149,8 @@ void MenuLoop::SelectFrom(int start, int step)
     }
 }
 
-/// Opens the submenu of the selected item. False when it has none that can be opened.
-bool MenuLoop::OpenSelected()
+/// Opens the submenu of the selected item; keys select the first item of it. False when it has none that can be opened.
+bool MenuLoop::OpenSelected(bool selectsFirst)
 {
     MenuItem item;
     if (!SelectedItem(item) || !item.submenu || item.IsDisabled())
@@ -161,7 +161,8 @@ bool MenuLoop::OpenSelected()
     if (!SelectedItem(item) || !item.submenu)
         return false;
     m_levels.push_back({item.submenu, -1});
-    SelectFrom(-1, 1);
+    if (selectsFirst)
+        SelectFrom(-1, 1);
     return true;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <kelgen/platform/posix/user/menus/MenuObjects.h>
+#include <kelgen/platform/support/DesktopPicture.h>
 
 #include <vector>
 
@@ -15,19 +16,23 @@ public:
     /// For the menu bar of @p owner, or for its system menu.
     MenuLoop(HWND owner, HMENU bar, bool isSystem);
     /// For a menu that pops up.
-    MenuLoop(HWND owner, HMENU popup, UINT flags);
+    MenuLoop(HWND owner, HMENU popup, UINT flags, POINT corner);
     ~MenuLoop();
     MenuLoop(const MenuLoop&) = delete;
     MenuLoop& operator=(const MenuLoop&) = delete;
 
     /// Runs a bar that the key @p character (0 for none) opens.
     void RunBar(UINT character);
+    /// Runs a bar that was pressed at @p point of the screen.
+    void RunBarByMouse(POINT point);
     /// Runs a popup; the chosen command, or 0.
     UINT RunPopup();
 
     /// The calling thread's innermost loop, or null.
     static MenuLoop* Current();
     void End() { m_isDone = true; }
+    /// Where the popups lie that are open, those of the loops around this one first.
+    std::vector<MenuPicture> Places() const;
 
 private:
     struct Level
@@ -44,6 +49,10 @@ private:
     void Handle(const MSG& message);
     void OnKey(const MSG& message);
     void OnCharacter(UINT character);
+    bool OnMouse(const MSG& message);
+    int LevelAt(POINT point, int& item) const;
+    MenuPicture PlaceOfBar() const;
+    std::vector<MenuPicture> PlacesOfLevels() const;
     void OnEscape();
     void OnSideways(UINT key);
     void MoveInBar(UINT key);
@@ -52,7 +61,7 @@ private:
 
     void Select(int position);
     void SelectFrom(int start, int step);
-    bool OpenSelected();
+    bool OpenSelected(bool selectsFirst = true);
     void CloseLevels(std::size_t left);
     void Execute();
     int FindMnemonic(UINT character) const;
@@ -66,8 +75,10 @@ private:
     bool m_isSystem;
     UINT m_flags;
     std::vector<Level> m_levels;
+    POINT m_corner{};
     bool m_isDone = false;
-    bool m_hopping = false;  // the user moves along the bar: popups of items on the way stay closed
+    bool m_isPressed = false;  // a button went down in a menu: its release chooses
+    bool m_hopping = false;    // the user moves along the bar: popups of items on the way stay closed
     UINT m_command = 0;
     MenuLoop* m_outer;
 };

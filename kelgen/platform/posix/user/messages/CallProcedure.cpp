@@ -22,9 +22,10 @@ struct CallStack
 {
     const char* limit;  // the lowest address that the thread's stack may still use for a call; null: not known yet
     int depth;
+    unsigned calls;  // so far
 };
 
-constinit thread_local CallStack callStack{nullptr, 0};
+constinit thread_local CallStack callStack{nullptr, 0, 0};
 
 const char* FindStackLimit()
 {
@@ -46,7 +47,11 @@ bool IsTooDeep(const CallStack& stack)
 
 struct DepthGuard
 {
-    explicit DepthGuard(CallStack& used) : stack(used) { ++stack.depth; }
+    explicit DepthGuard(CallStack& used) : stack(used)
+    {
+        ++stack.depth;
+        ++stack.calls;
+    }
     ~DepthGuard() { --stack.depth; }
     CallStack& stack;
 };
@@ -79,6 +84,11 @@ LRESULT CallAnyProcedure(WNDPROC procedure, HWND window, UINT message, WPARAM wP
 bool TooDeep()
 {
     return IsTooDeep(callStack);
+}
+
+unsigned CallsSoFar()
+{
+    return callStack.calls;
 }
 
 LRESULT CallProcedure(Window& window, UINT message, WPARAM wParam, LPARAM lParam, bool wideCaller)

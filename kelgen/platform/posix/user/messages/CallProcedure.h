@@ -12,4 +12,7 @@ LRESULT CallProcedure(Window& window, UINT message, WPARAM wParam, LPARAM lParam
 /// Whether the calling thread has no room for one more procedure: too many are under way, or its stack is nearly used up.
 bool TooDeep();
 
+/// How many calls the calling thread has begun, counted around 2^32.
+unsigned CallsSoFar();
+
 }  // namespace kelgen::posix::user

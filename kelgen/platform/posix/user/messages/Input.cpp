@@ -30,6 +30,7 @@ struct Devices
     bool altAlone = false;            // no other key went down since the alt key did
     std::atomic<ULONGLONG> cursor{0};
     std::atomic<UINT> doubleClickTime{kDoubleClickTime};
+    std::weak_ptr<ThreadQueue> pressQueue;  // what got the last press of a button
 };
 
 Devices& TheDevices()
@@ -139,7 +140,17 @@ void FeedMouseMessage(UINT message, POINT point, WORD data, BYTE key, bool down,
         }
         event.modifiers = Modifiers(devices.keys);
     }
-    if (const auto queue = MouseQueue(point))
+    Devices& devices = TheDevices();
+    auto queue = MouseQueue(point);
+    {
+        // What follows a press reaches the thread that is about to capture the mouse because of it.
+        const std::lock_guard lock(devices.lock);
+        if (key && down)
+            devices.pressQueue = queue;
+        else if (!queue && (key || event.modifiers & (MK_LBUTTON | MK_RBUTTON | MK_MBUTTON)))
+            queue = devices.pressQueue.lock();
+    }
+    if (queue)
         queue->AddInput(event);
 }
 

@@ -1,6 +1,7 @@
 // ThreadQueue.h: what waits for one thread: sent and posted messages, input, paint requests and timers; its hooks and its focus.
 #pragma once
 
+#include <kelgen/platform/posix/base/BriefLock.h>
 #include <kelgen/platform/posix/user/api/MessageCalls.h>
 #include <kelgen/platform/posix/user/messages/HookChains.h>
 #include <kelgen/platform/posix/user/messages/InputEvents.h>
@@ -158,7 +159,7 @@ private:
     UINT NewKindsLocked();
     ULONGLONG NextTimerDue(const MessageFilter& filter);
 
-    std::mutex m_lock;
+    BriefLock m_lock;
     WakeSignal m_signal;
     std::deque<MSG> m_posted;
     std::deque<std::shared_ptr<SentMessage>> m_sent;

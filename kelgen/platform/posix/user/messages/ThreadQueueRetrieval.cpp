@@ -3,6 +3,7 @@
 
 #include <kelgen/platform/posix/nls/api/Nls.h>
 #include <kelgen/platform/posix/threads/api/Ticks.h>
+#include <kelgen/platform/posix/user/messages/ChangeMark.h>
 #include <kelgen/platform/posix/user/messages/MessageText.h>
 #include <kelgen/platform/posix/user/objects/WindowObject.h>
 
@@ -78,8 +79,10 @@ bool ThreadQueue::Retrieve(MSG& message, const MessageFilter& filter, bool remov
         }
         found = found || ((filter.kinds & QS_PAINT) && m_hasPaint && TakePaint(message, filter));
         found = found || ((filter.kinds & QS_TIMER) && m_hasTimers && TakeTimer(message, filter, remove));
-        if (!found)
+        if (!found) {
+            MarkQuietIfWatched();
             return false;
+        }
         if (!wide)
             NarrowCharacter(message);
         if (hooks.HasAny(HookChains::BitOf(WH_GETMESSAGE)) || GlobalHooks().HasAny(HookChains::BitOf(WH_GETMESSAGE)))

@@ -1,10 +1,12 @@
 // ThreadQueueWaits.cpp: what a queue holds by kinds, and waiting for kinds of input and for objects at once.
 #include <kelgen/platform/posix/user/messages/ThreadQueue.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/threads/api/Synchronization.h>
 #include <kelgen/platform/posix/threads/api/Ticks.h>
+#include <kelgen/platform/posix/user/messages/ChangeMark.h>
 #include <kelgen/platform/posix/user/objects/Desktop.h>
 
 #include <algorithm>
@@ -89,6 +91,7 @@ DWORD ThreadQueue::WaitFor(std::span<const std::shared_ptr<Waitable>> objects, b
     };
     const ULONGLONG deadline = DeadlineAfter(milliseconds);
     const Waiting waiting(m_waiting);
+    MarkQuietIfWatched();
     for (;;) {
         const WakeSignal::Ticket ticket = m_signal.Look();
         bool input = false;
@@ -134,11 +137,16 @@ DWORD MsgWaitForMultipleObjectsEx(DWORD count, const HANDLE* handles, DWORD mill
     if (count >= MAXIMUM_WAIT_OBJECTS)
         return Fail(ERROR_INVALID_PARAMETER, WAIT_FAILED);
     std::vector<std::shared_ptr<Waitable>> objects;
-    for (DWORD i = 0; i < count; ++i) {
-        objects.push_back(FindWaitable(handles[i]));
-        if (!objects.back())
-            return Fail(ERROR_INVALID_HANDLE, WAIT_FAILED);
-    }
+    const bool found = OrNoMemory(false, [&] {
+        for (DWORD i = 0; i < count; ++i) {
+            objects.push_back(FindWaitable(handles[i]));
+            if (!objects.back())
+                return false;
+        }
+        return true;
+    });
+    if (!found)
+        return WAIT_FAILED;
     return CurrentQueue().WaitFor(objects, (flags & MWMO_WAITALL) != 0, milliseconds, wakeMask, (flags & MWMO_INPUTAVAILABLE) != 0);
 }
 

@@ -10,6 +10,10 @@
 #include <string>
 #include <vector>
 
+namespace kelgen {
+struct ControlPicture;
+}
+
 namespace kelgen::posix::user {
 
 struct ThreadQueue;
@@ -31,6 +35,16 @@ struct WindowProperty
     HANDLE value = nullptr;
 };
 
+struct Window;
+
+/// The state of one of the system's own classes.
+struct ControlData
+{
+    virtual ~ControlData() = default;
+    /// Adds what the control shows to @p picture. Threads: the window's.
+    virtual void Show(const Window&, ControlPicture&) const {}
+};
+
 /// One window. It belongs to the thread that created it, which alone destroys it, and is freed when its handle is gone and no call
 /// of its procedure is in progress.
 /// Threads: the links are read and written under the desktop lock. Everything else is written by the window's thread under the
@@ -48,10 +62,12 @@ struct Window
     Window* parent = nullptr;
     Window* firstChild = nullptr;
     Window* lastChild = nullptr;
+    std::atomic<unsigned> children{0};  // how many; read by the window's thread without the lock
     Window* above = nullptr;
     Window* below = nullptr;
     HWND owner = nullptr;
-    unsigned walk = 0;  // the last walk that came by, under the desktop lock
+    unsigned owned = 0;  // how many windows it owns
+    unsigned walk = 0;   // the last walk that came by, under the desktop lock
 
     LONG style = 0;
     LONG exStyle = 0;
@@ -75,7 +91,7 @@ struct Window
     DWORD helpId = 0;
     std::vector<WindowProperty> properties;  // in the order of their setting
     std::shared_ptr<void> dialog;            // the dialog manager's state
-    std::shared_ptr<void> control;           // the state of one of the system's own classes
+    std::shared_ptr<ControlData> control;
 
     // What is to be painted: nothing, or the bounds in client coordinates.
     bool needsPaint = false;

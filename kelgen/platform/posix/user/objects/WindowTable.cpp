@@ -8,6 +8,7 @@
 #include <kelgen/platform/posix/user/objects/ClassTable.h>
 
 #include <array>
+#include <utility>
 
 namespace kelgen::posix::user {
 
@@ -135,6 +136,8 @@ void RemoveWindow(Window& window)
     {
         DesktopGuard guard;
         UnlinkWindow(window);
+        if (Window* const owner = FindWindowLocked(window.owner))
+            --owner->owned;
         Entry* entry = EntryOf(window.handle);
         entry->handle.store(0, std::memory_order_relaxed);
         entry->thread.store(0, std::memory_order_relaxed);
@@ -169,9 +172,19 @@ void WindowUse::Delete(Window& window)
     delete &window;
 }
 
+HWND SetOwner(Window& window, HWND owner)
+{
+    if (Window* const former = FindWindowLocked(window.owner))
+        --former->owned;
+    if (Window* const next = FindWindowLocked(owner))
+        ++next->owned;
+    return std::exchange(window.owner, owner);
+}
+
 void LinkBelow(Window& window, Window& parent, Window& after)
 {
     window.parent = &parent;
+    ++parent.children;
     window.above = &after;
     window.below = after.below;
     (after.below ? after.below->above : parent.lastChild) = &window;
@@ -190,6 +203,7 @@ void LinkWindow(Window& window, Window& parent, Place place)
         return LinkBelow(window, parent, *above);
 
     window.parent = &parent;
+    ++parent.children;
     window.above = nullptr;
     window.below = parent.firstChild;
     (parent.firstChild ? parent.firstChild->above : parent.lastChild) = &window;
@@ -200,6 +214,7 @@ void UnlinkWindow(Window& window)
 {
     if (!window.parent)
         return;
+    --window.parent->children;
     (window.above ? window.above->below : window.parent->firstChild) = window.below;
     (window.below ? window.below->above : window.parent->lastChild) = window.above;
     window.parent = window.above = window.below = nullptr;

@@ -15,6 +15,9 @@ void RemoveWindow(Window& window);
 
 // These want the desktop lock.
 
+/// Gives @p window another owner, or none, and returns the former one.
+HWND SetOwner(Window& window, HWND owner);
+
 /// Where among its siblings a window goes.
 enum class Place
 {

@@ -114,7 +114,6 @@ Window* MakeObject(const std::shared_ptr<WindowClass>& windowClass, const Surrou
     window->createdWide = wide;
     window->style = style;
     window->exStyle = exStyle;
-    window->owner = around.owner;
     window->extra.resize(static_cast<std::size_t>(windowClass->windowExtra));
 
     DesktopGuard guard;
@@ -123,6 +122,7 @@ Window* MakeObject(const std::shared_ptr<WindowClass>& windowClass, const Surrou
         return Fail(ERROR_INVALID_WINDOW_HANDLE, static_cast<Window*>(nullptr));
     if (!InsertWindow(*window))
         return Fail(ERROR_NOT_ENOUGH_MEMORY, static_cast<Window*>(nullptr));
+    SetOwner(*window, around.owner);
     ++windowClass->windows;
     LinkWindow(*window, *parent, parent->IsDesktopOrMessageRoot() ? Place::Top : Place::Bottom);
     return window.release();

@@ -13,6 +13,7 @@
 #include <kelgen/platform/posix/user/messages/Sends.h>
 #include <kelgen/platform/posix/user/objects/ClassTable.h>
 #include <kelgen/platform/posix/user/objects/WindowTable.h>
+#include <kelgen/platform/posix/user/windows/DragFrame.h>
 #include <kelgen/platform/posix/user/windows/Focus.h>
 #include <kelgen/platform/posix/user/windows/MenuBarKey.h>
 #include <kelgen/platform/posix/user/windows/Positions.h>
@@ -60,6 +61,13 @@ LRESULT SystemCommand(Window& window, WPARAM wParam, LPARAM lParam)
     case SC_HOTKEY:
         SetForegroundWindow(reinterpret_cast<HWND>(lParam));
         break;
+    case SC_MOUSEMENU:
+        OpenMenuByMouse(window.handle, {MAKEPOINTS(lParam).x, MAKEPOINTS(lParam).y}, (wParam & ~kCommandMask) == HTSYSMENU);
+        break;
+    case SC_MOVE:
+    case SC_SIZE:
+        DragFrame(window, command == SC_MOVE ? 0 : wParam & ~kCommandMask, {MAKEPOINTS(lParam).x, MAKEPOINTS(lParam).y});
+        break;
     case SC_KEYMENU:
         OpenMenuByKey(window.handle, LOWORD(lParam));
         break;
@@ -92,6 +100,19 @@ void PressFrame(Window& window, WPARAM part, LPARAM point)
     switch (part) {
     case HTCAPTION:
         SetActiveWindow(TopLevel(window));
+        if (!window.destroyed && GetKeyState(VK_LBUTTON) < 0)
+            Send(window, WM_SYSCOMMAND, SC_MOVE + HTCAPTION, point);
+        return;
+    case HTLEFT:
+    case HTRIGHT:
+    case HTTOP:
+    case HTTOPLEFT:
+    case HTTOPRIGHT:
+    case HTBOTTOM:
+    case HTBOTTOMLEFT:
+    case HTBOTTOMRIGHT:
+        if (GetKeyState(VK_LBUTTON) < 0)
+            Send(window, WM_SYSCOMMAND, SC_SIZE + part - HTLEFT + WMSZ_LEFT, point);
         return;
     case HTSYSMENU:
         command = SC_MOUSEMENU + HTSYSMENU;

@@ -137,6 +137,12 @@ void SendNcDestroy(Window& window)
 
 void DestroyOwned(const Window& window)
 {
+    {
+        // Most windows own none: a walk by all top-level windows is saved.
+        DesktopGuard guard;
+        if (window.owned == 0)
+            return;
+    }
     Walk walk;
     const auto isOwned = [&window](const Window& other) { return other.owner && FindWindowLocked(other.owner) == &window; };
     while (const HWND other = walk.Next(DesktopRoot(), isOwned)) {

@@ -111,7 +111,7 @@ LONG_PTR SetParentOrOwner(Window& window, HWND value)
         if (next == &window)
             return Fail(ERROR_INVALID_PARAMETER, LONG_PTR{0});
     const HWND newOwner = owner && !owner->IsDesktopOrMessageRoot() ? TopLevelOf(*owner).handle : nullptr;
-    return reinterpret_cast<LONG_PTR>(std::exchange(window.owner, newOwner));
+    return reinterpret_cast<LONG_PTR>(SetOwner(window, newOwner));
 }
 
 // What sends messages runs on the window's thread.

@@ -27,6 +27,8 @@ auto Ask(HWND window, Question question) -> decltype(question(std::declval<Windo
 
 BOOL IsWindow(HWND window)
 {
+    if (OwnWindow(window))
+        return TRUE;
     DesktopGuard guard;
     if (FindWindowLocked(window))
         return TRUE;

@@ -143,6 +143,9 @@ HWND GetWindow(HWND window, UINT relation)
 
 HWND GetTopWindow(HWND window)
 {
+    // Broadcasts ask each window, most of which have no children: a thread sees that of its own without the lock.
+    if (const Window* const own = OwnWindow(window); own && own->children.load(std::memory_order_relaxed) == 0)
+        return nullptr;
     return GetWindow(window ? window : GetDesktopWindow(), GW_CHILD);
 }
 

@@ -21,6 +21,8 @@ void SetTopmost(Window& window, bool topmost)
 std::vector<Window*> OwnedBy(const Window& window)
 {
     std::vector<Window*> result;
+    if (window.owned == 0)
+        return result;
     for (Window* other = DesktopRoot().firstChild; other; other = other->below) {
         const Window* owner = FindWindowLocked(other->owner);
         while (owner && owner != &window)

@@ -1,0 +1,16 @@
+// AsciiLetters.h: what can be told of letters of ASCII whatever the locale. Not for hosts.
+#pragma once
+
+namespace kelgen::detail {
+
+/// Whether two units are letters of ASCII and not the same one, case aside: comparisons without case take such for equal in no locale.
+constexpr bool AreDifferentLetters(unsigned left, unsigned right)
+{
+    constexpr unsigned kLower = 'a' - 'A';
+    constexpr unsigned kLetters = 26;
+    left |= kLower;
+    right |= kLower;
+    return left != right && left - 'a' < kLetters && right - 'a' < kLetters;
+}
+
+}  // namespace kelgen::detail

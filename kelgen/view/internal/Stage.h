@@ -1,0 +1,61 @@
+// Stage.h: the desktop as pages see it: drawn again when it has changed, by a thread of its own that also feeds in their input.
+#pragma once
+
+#include <kelgen/platform/support/DesktopPicture.h>
+#include <kelgen/view/internal/Input.h>
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace kelgen::view::detail {
+
+class Stage
+{
+public:
+    /// @p onChange is called when there is something new for the pages; on the stage's thread.
+    explicit Stage(std::function<void()> onChange) : m_onChange(std::move(onChange)) {}
+
+    /// Draws until the process ends. Sleeps while nobody looks.
+    void Run();
+
+    // Threads: any.
+
+    /// How many look.
+    void SetViewers(int count);
+    /// Feeds input in, in the order of the calls. Dropped when 5000 events wait.
+    void Feed(const std::vector<INPUT>& inputs);
+    /// As JSON what has changed since @p seen, which moves on; empty when nothing has.
+    std::string ChangesSince(std::uint64_t& seen);
+
+private:
+    struct Drawn
+    {
+        std::string element;
+        std::uint64_t version = 0;
+    };
+
+    bool TakeInput(std::vector<INPUT>& inputs);
+    void Draw();
+    bool Keep(Drawn& drawn, std::string element);
+
+    std::function<void()> m_onChange;
+    DesktopPicture m_last;  // the stage's thread alone
+
+    std::mutex m_lock;
+    int m_viewers = 0;
+    std::vector<INPUT> m_input;
+    HeldInput m_held;
+    std::uint64_t m_version = 0;
+    std::uint64_t m_orderVersion = 0;
+    std::vector<std::string> m_order;
+    std::map<std::string, Drawn> m_windows;
+    Drawn m_menus;
+    std::string m_title;
+    SIZE m_size{};
+};
+
+}  // namespace kelgen::view::detail

@@ -1,0 +1,80 @@
+// SvgDesktop.h: a picture of the desktop as elements of SVG.
+#pragma once
+
+#include <kelgen/platform/support/DesktopPicture.h>
+#include <kelgen/view/internal/SvgText.h>
+
+#include <string>
+#include <vector>
+
+namespace kelgen::view::detail {
+
+/// What stands in the id of an element: a number that counts them, or the window's handle.
+enum class EIds
+{
+    ordinal,
+    handle,
+};
+
+/// Draws the windows of one picture, which outlives it.
+class SvgDesktop
+{
+public:
+    SvgDesktop(const DesktopPicture& picture, EIds ids);
+
+    /// The places of the top-level windows in the picture, from the bottom of the z-order up.
+    std::vector<std::size_t> FromBottom() const;
+    /// The element of a top-level window.
+    std::string TopLevel(std::size_t window);
+    /// The elements of the open menus; empty without any.
+    std::string Menus();
+    std::string IdOf(std::size_t window) const;
+
+private:
+    void Window(std::size_t index, POINT origin);
+    void Frame(const WindowPicture& window);
+    void Caption(const WindowPicture& window, int border);
+    void CaptionButton(const char* name, int x, int y, int width, int height, const char* sign);
+    void MenuBar(const WindowPicture& window);
+    void ScrollBars(const WindowPicture& window);
+    void Content(std::size_t index);
+    void Menu(const MenuPicture& menu);
+    void MenuItem(const MenuItemPicture& item);
+
+    void Begin(std::size_t index, POINT origin);
+    std::string Role(std::size_t index) const;
+    std::string Name(std::size_t index) const;
+    std::u16string LabelBefore(std::size_t index) const;
+
+    // Of the controls; in their own source.
+    void Control(const WindowPicture& window);
+    void Button(const WindowPicture& window);
+    void PushButton(const WindowPicture& window);
+    void CheckOrRadio(const WindowPicture& window, bool isRadio);
+    void GroupBox(const WindowPicture& window);
+    void StaticLabel(const WindowPicture& window);
+    void Sign(HANDLE image, int width, int height);
+    void Edit(const WindowPicture& window);
+    void List(const WindowPicture& window);
+    void Combo(const WindowPicture& window);
+    void ListView(const WindowPicture& window);
+    void Headings(const WindowPicture& window);
+    void RowMark(const WindowPicture& window, const RowPicture& row);
+    void Thumb(const WindowPicture& window);
+
+    const DesktopPicture& m_picture;
+    EIds m_ids;
+    std::vector<std::vector<std::size_t>> m_children;
+    SvgText m_out;
+};
+
+/// Whether the window cannot be used.
+inline bool IsDisabled(const WindowPicture& window)
+{
+    return (window.style & WS_DISABLED) != 0;
+}
+
+/// The whole document; of one window with all that lies in it, it is as large as that.
+std::string SvgDocument(const DesktopPicture& picture, bool isWindow);
+
+}  // namespace kelgen::view::detail
