@@ -41,9 +41,10 @@ class Declaration:
 
 
 def public_headers():
-    """The installed headers, as the build lists them."""
+    """The installed headers, as the build lists them, and those that are installed with the view."""
     command = ["cmake", "-DKELGEN_PLATFORM=posix", "-P", "cmake/KelgenHeaders.cmake"]
-    return sorted(subprocess.run(command, cwd=ROOT, capture_output=True, text=True, check=True).stderr.split())
+    listed = subprocess.run(command, cwd=ROOT, capture_output=True, text=True, check=True).stderr.split()
+    return sorted(listed + [path.relative_to(ROOT).as_posix() for path in (ROOT / "kelgen/view").glob("*.h")])
 
 
 def without_literals(line):
