@@ -129,7 +129,7 @@ class Header:
 
     def collect(self):
         """Enters the header's oddities and returns the anchor of each line that has one."""
-        anchors, seen = {}, set()
+        anchors, seen, entered = {}, set(), 0
         for number, line in enumerate(self.raw, 1):
             if not CONTRACT.search(without_literals(line).partition("//")[2]):
                 continue
@@ -148,7 +148,11 @@ class Header:
                 elif is_shown:
                     anchors[number] = f"oddity_{group_of(self.room)}_{Path(self.name).stem}_{number}"
                     link = f"@ref {anchors[number]}"
+            entered += len(CONTRACT.findall(words))
             self.oddities.add(self.name, link, escaped(title).replace("[", "\\[").replace("]", "\\]"), bold_contract(escaped(words)))
+        said = len(CONTRACT.findall(re.sub(r"\s*\n\s*//[/!]?<?", "", "\n".join(map(without_literals, self.raw)))))
+        if entered != said:
+            self.faults.append(f"{self.name}:1: {said} behaviours by contract, {entered} of them among the oddities")
         return anchors
 
     def comment(self, numbers, indent, anchors):

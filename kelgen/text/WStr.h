@@ -485,8 +485,8 @@ public:
     void SetOEM(const char* text);
     /// Converts @p n bytes from code page 1252; -1: up to the terminator. The text ends at the first 0. False when memory ends.
     bool Copy(const char* text, int n);
-    /// Becomes the short form of @p path, and returns what the platform's call does; 0: it failed and nothing changed. By
-    /// contract: @p path is OEM text.
+    /// Becomes the short form of @p path, and returns what the platform's call does; 0: it failed and nothing changed.
+    /// By contract: @p path is OEM text.
     DWORD _GetShortPathName(const char* path);
 
     /// Of the window's text, in units. @p pWnd must not be null; nor for the next one.
