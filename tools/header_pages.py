@@ -66,8 +66,8 @@ class Oddities:
 
     def page(self):
         lines = ["# Oddities {#docs_oddities}", "",
-                 f"What is so by contract and may surprise: {self.count} behaviours that hosts rely on, from the comments of the headers, each",
-                 "with what a host does about it where that is not plain. The links lead to the whole comment.", ""]
+                 f"What is so by contract and may surprise: {self.count} behaviours that hosts rely on, from the comments of the headers,",
+                 "each with what a host does about it where that is not plain. The links lead to the whole comment.", ""]
         for room, entries in self.rooms.items():
             lines += [f"## {room} {{#oddities_{group_of(room)}}}", "", f"See @ref {group_of(room)}.", ""]
             for header, link, title, words in entries:
