@@ -66,6 +66,7 @@ public:
     void StdAdd(ARG_TYPE value) override { CFastArray::Add(value); }
     int StdArrayGetSize() override { return m_nUsedCount; }
     void StdRemoveAll() override { CFastArray::RemoveAll(); }
+    /// Add, without the index.
     void Push(ARG_TYPE value) { CFastArray::Add(value); }
     /// Takes the last element out of use and returns it; its slot keeps its value.
     TYPE Pop();

@@ -52,13 +52,13 @@ public:
     CPropertyValue() = default;
     /// A value of type eptInteger.
     CPropertyValue(int value);
-    /// A value of type eptString; null gives the empty text.
+    /// Each: a value of type eptString; null gives the empty text.
     CPropertyValue(const char* text);
     CPropertyValue(const CString& text) : CPropertyValue(text.GetString()) {}
     CPropertyValue(std::nullptr_t) : CPropertyValue(static_cast<const char*>(nullptr)) {}
     /// A value of type eptBool.
     CPropertyValue(bool value);
-    /// A value of type eptUnsignedInteger; of a number with more than 32 bits the low 32.
+    /// Each: a value of type eptUnsignedInteger; of a number with more than 32 bits the low 32.
     CPropertyValue(unsigned int value);
     CPropertyValue(unsigned long value) : CPropertyValue(static_cast<unsigned int>(value)) {}
     /// A value of type eptInteger; of a number with more than 32 bits the low 32.
@@ -81,16 +81,17 @@ public:
     CPropertyValue& operator=(unsigned int value);
     /// Calls SetValueUnsignedInteger. By contract: reports twice, see the class.
     CPropertyValue& operator=(unsigned short value);
-    /// Calls SetValueString. By contract: reports twice, see the class.
+    /// Each calls SetValueString. By contract: reports twice, see the class.
     CPropertyValue& operator=(const char* text);
     CPropertyValue& operator=(const CString& text) { return *this = text.GetString(); }
     CPropertyValue& operator=(std::nullptr_t) { return *this = static_cast<const char*>(nullptr); }
-    /// As the operators for 32 bits, with the low 32 of a longer number.
+    /// Both: as the operators for 32 bits, with the low 32 of a longer number.
     CPropertyValue& operator=(long value) { return *this = static_cast<int>(value); }
     CPropertyValue& operator=(unsigned long value) { return *this = static_cast<unsigned int>(value); }
     /// As for the constructor: no 16-bit text and no other pointer.
     CPropertyValue& operator=(const void*) = delete;
 
+    /// The type of what was assigned last, or what SetType made it.
     EPropertyType GetType() const { return m_type; }
     /// Makes @p type the type. By contract: converts nothing and reports nothing; number and text stay as they are, so the
     /// bits of the one are read as the other.

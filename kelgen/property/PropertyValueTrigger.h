@@ -77,8 +77,8 @@ public:
         /// CItem::RemoveListener of every item.
         void RemoveListener(CPropertySetListener* listener) { items.RemoveListener(listener); }
 
-        int mode = modeAll;
-        CItemArray items;
+        int mode = modeAll;  ///< How the items combine, an EMode.
+        CItemArray items;    ///< What is watched.
     };
 
     /// A new identifier; no callbacks, no items.

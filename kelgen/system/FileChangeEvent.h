@@ -45,6 +45,7 @@ class KELGEN_API CFileList : public CStrArray
 class KELGEN_API CFileChangeEvent
 {
 public:
+    /// What OnFileAlarm tells.
     enum EFileAlarm
     {
         /// The last-write time differs from the stored one. By contract: also, once, when the file has vanished, because its time
@@ -61,13 +62,14 @@ public:
     class KELGEN_API CFilePath
     {
     public:
+        /// The path as it is spelt, registered once.
         explicit CFilePath(const char* path) : m_strPath(path) {}
         virtual ~CFilePath() = default;
         CFilePath(const CFilePath&) = default;
         CFilePath& operator=(const CFilePath&) = default;
 
-        CString m_strPath;
-        LONG m_nReferences = 0;
+        CString m_strPath;       ///< The path, as spelt.
+        LONG m_nReferences = 0;  ///< How often it was registered again.
     };
 
     /// A file as it is watched.
@@ -80,7 +82,7 @@ public:
         CFileInfo(const CFileInfo&) = default;
         CFileInfo& operator=(const CFileInfo&) = default;
 
-        CString m_strPath;
+        CString m_strPath;  ///< The path, as spelt.
         /// Drive and directory of the path, as spelt, with the final backslash. By contract: the current directory, without a final
         /// backslash, for every path that has no drive, whatever directory that names.
         CString m_strFolder;
@@ -88,8 +90,10 @@ public:
         COleDateTime m_timeLastWrite;
     };
 
+    /// The paths that are watched, owned.
     class KELGEN_API CFilePathArray : public CBasePtrAllocArray<CFilePath>
     {};
+    /// The files as they are watched, owned.
     class KELGEN_API CFileInfoArray : public CBasePtrAllocArray<CFileInfo>
     {};
 

@@ -485,8 +485,8 @@ public:
     void SetOEM(const char* text);
     /// Converts @p n bytes from code page 1252; -1: up to the terminator. The text ends at the first 0. False when memory ends.
     bool Copy(const char* text, int n);
-    /// Becomes the short form of @p path, and returns what the platform's call does; 0: it failed and nothing changed. By
-    /// contract: @p path is OEM text.
+    /// Becomes the short form of @p path, and returns what the platform's call does; 0: it failed and nothing changed.
+    /// By contract: @p path is OEM text.
     DWORD _GetShortPathName(const char* path);
 
     /// Of the window's text, in units. @p pWnd must not be null; nor for the next one.
@@ -496,8 +496,8 @@ public:
     /// Makes this the window's text, and returns what the platform's call does. By contract: null is the null handle, for which that call
     /// fails.
     BOOL _SetWindowText(const CWnd* pWnd) const;
-    /// Becomes an item's text, and returns what the platform's call does; 0: there is none, and the string is empty.
-    /// @param flags MF_BYCOMMAND or MF_BYPOSITION.
+    /// Becomes the text of the item @p id, which is a command or a position as @p flags (MF_BYCOMMAND, MF_BYPOSITION) says, and returns
+    /// what the platform's call does; 0: there is none, and the string is empty.
     /// By contract: outside the NT family the text is read as 8-bit text, since menus there hold no other, and the result is 1.
     int _GetMenuString(const CMenu* pMenu, UINT id, UINT flags);
 

@@ -7,6 +7,7 @@
 
 namespace kelgen::view {
 
+/// Where the desktop is served, and who is told.
 struct Options
 {
     int port = 0;           ///< On 127.0.0.1; 0: any that is free.

@@ -20,7 +20,7 @@ public:
     CMessageFilterWndHook(const CMessageFilterWndHook&) = default;
     CMessageFilterWndHook& operator=(const CMessageFilterWndHook&) = default;
     virtual ~CMessageFilterWndHook();
-    /// @param code MSGF_DIALOGBOX, MSGF_MENU, ... What it returns does not count.
+    /// Called for each message; @p code is MSGF_DIALOGBOX, MSGF_MENU, ... What it returns does not count.
     virtual LRESULT OnMessageFilter(int code, WPARAM wParam, MSG* pMsg) = 0;
 };
 

@@ -149,6 +149,7 @@ public:
         badSchema,  ///< The object is of another version of its class.
     };
 
+    /// Of that cause, for an archive over that file; null for none.
     explicit CArchiveException(int cause = none, LPCSTR fileName = nullptr);
     ~CArchiveException() override;
 
@@ -158,7 +159,7 @@ public:
 
     /// Why, one of the class's causes.
     int m_cause;
-    CString m_strFileName;
+    CString m_strFileName;  ///< The archive's file; empty for none.
 };
 
 /// A file operation failed.
@@ -186,6 +187,7 @@ public:
         endOfFile,
     };
 
+    /// Of that cause, the platform's code (-1 for none) and that file; null for none.
     explicit CFileException(int cause = none, LONG osError = -1, LPCSTR fileName = nullptr);
     ~CFileException() override;
 
@@ -205,8 +207,8 @@ public:
 
     /// Why, one of the class's causes.
     int m_cause;
-    LONG m_lOsError;  ///< The platform's code, or -1.
-    CString m_strFileName;
+    LONG m_lOsError;        ///< The platform's code, or -1.
+    CString m_strFileName;  ///< The file; empty for none.
 };
 
 /// Each throws a pointer to an exception of its name. The first five objects exist already: they need no memory.

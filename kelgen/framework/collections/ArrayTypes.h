@@ -58,6 +58,7 @@ public:
     TYPE operator[](int nIndex) const { return GetAt(nIndex); }
     TYPE& operator[](int nIndex) { return ElementAt(nIndex); }
 
+    /// Each: the base's call of that name, which takes and gives TYPE alone.
     void SetAt(int nIndex, TYPE ptr) { BASE_CLASS::SetAt(nIndex, ptr); }
     void SetAtGrow(int nIndex, TYPE newElement) { BASE_CLASS::SetAtGrow(nIndex, newElement); }
     int Add(TYPE newElement) { return BASE_CLASS::Add(newElement); }

@@ -44,6 +44,7 @@ public:
     /// Elements are allocated @p nBlockSize at a time.
     explicit CTypedPtrList(int nBlockSize = 10) : BASE_CLASS(nBlockSize) {}
 
+    /// Each: the base's call of that name, whose element is a TYPE.
     TYPE& GetHead() { return reinterpret_cast<TYPE&>(BASE_CLASS::GetHead()); }
     TYPE GetHead() const { return static_cast<TYPE>(BASE_CLASS::GetHead()); }
     TYPE& GetTail() { return reinterpret_cast<TYPE&>(BASE_CLASS::GetTail()); }
@@ -51,11 +52,13 @@ public:
     TYPE RemoveHead() { return static_cast<TYPE>(BASE_CLASS::RemoveHead()); }
     TYPE RemoveTail() { return static_cast<TYPE>(BASE_CLASS::RemoveTail()); }
 
+    /// Each: the base's call of that name, which takes TYPE alone.
     POSITION AddHead(TYPE newElement) { return BASE_CLASS::AddHead(newElement); }
     POSITION AddTail(TYPE newElement) { return BASE_CLASS::AddTail(newElement); }
     void AddHead(CTypedPtrList* pNewList) { BASE_CLASS::AddHead(pNewList); }
     void AddTail(CTypedPtrList* pNewList) { BASE_CLASS::AddTail(pNewList); }
 
+    /// Each: the base's call of that name, which takes and gives TYPE alone.
     TYPE& GetNext(POSITION& rPosition) { return reinterpret_cast<TYPE&>(BASE_CLASS::GetNext(rPosition)); }
     TYPE GetNext(POSITION& rPosition) const { return static_cast<TYPE>(BASE_CLASS::GetNext(rPosition)); }
     TYPE& GetPrev(POSITION& rPosition) { return reinterpret_cast<TYPE&>(BASE_CLASS::GetPrev(rPosition)); }

@@ -94,6 +94,7 @@ public:
     /// Loads what WriteCount stored.
     DWORD_PTR ReadCount();
 
+    /// Stores a number in as many bytes as it has, the lowest first; a bool in one.
     template <class T>
     requires std::integral<T> || std::floating_point<T> CArchive& operator<<(T value)
     {
@@ -104,6 +105,7 @@ public:
         return *this;
     }
 
+    /// Loads what the operator above stored.
     template <class T>
     requires std::integral<T> || std::floating_point<T> CArchive& operator>>(T& value)
     {

@@ -81,6 +81,7 @@ public:
     BOOL m_bAutoDelete = TRUE;  ///< Whether the application deletes it at its end.
 
 protected:
+    /// Documents, frames and views of these classes. @p nIDResource numbers the frame's resources and the text that GetDocString reads.
     CDocTemplate(UINT nIDResource, CRuntimeClass* pDocClass, CRuntimeClass* pFrameClass, CRuntimeClass* pViewClass);
 
     /// A new document in a new frame, neither filled nor shown; null and null when that fails: the user was told.
@@ -101,6 +102,7 @@ class KELGEN_FRAMEWORK_API CSingleDocTemplate : public CDocTemplate
     DECLARE_DYNAMIC(CSingleDocTemplate)
 
 public:
+    /// As the base's.
     CSingleDocTemplate(UINT nIDResource, CRuntimeClass* pDocClass, CRuntimeClass* pFrameClass, CRuntimeClass* pViewClass);
     ~CSingleDocTemplate() override;
 
@@ -125,6 +127,7 @@ class KELGEN_FRAMEWORK_API CMultiDocTemplate : public CDocTemplate
     DECLARE_DYNAMIC(CMultiDocTemplate)
 
 public:
+    /// As the base's.
     CMultiDocTemplate(UINT nIDResource, CRuntimeClass* pDocClass, CRuntimeClass* pFrameClass, CRuntimeClass* pViewClass);
     ~CMultiDocTemplate() override;
 

@@ -187,6 +187,7 @@ protected:
     /// A window class like the one that PreCreateWindow gives for this style, with the icon of that number; null, for that very class,
     /// when there is no icon or PreCreateWindow refuses.
     LPCSTR GetIconWndClass(DWORD dwDefaultStyle, UINT nIDResource);
+    /// What WM_CREATE does with what it was told to create: 0; -1, which ends the window, when the base or OnCreateClient fails.
     int OnCreateHelper(LPCREATESTRUCTA lpcs, CCreateContext* pContext);
     /// Sets the window's text by the rules of OnUpdateFrameTitle; null means no document.
     void UpdateFrameTitleForDocument(LPCSTR lpszDocName);
@@ -197,6 +198,7 @@ protected:
     CFrameWnd* ToFrameWnd() override { return this; }
     void PostNcDestroy() override;
 
+    /// Each handles the message of its name for the message map.
     int OnCreate(LPCREATESTRUCTA lpcs);
     void OnClose();
     void OnDestroy();

@@ -16,20 +16,21 @@ public:
     };
 
     COleDateTimeSpan() = default;
+    /// So many days, or days, hours, minutes and seconds together. Both are valid.
     COleDateTimeSpan(double days) : m_span(days) {}
     COleDateTimeSpan(LONG days, int hours, int minutes, int seconds) : m_span(days + hours / 24.0 + minutes / 1440.0 + seconds / 86400.0) {}
 
     /// Whether the span means anything. Nothing but SetStatus changes it.
     DateTimeSpanStatus GetStatus() const { return m_status; }
     void SetStatus(DateTimeSpanStatus status) { m_status = status; }
-    /// The whole span in one unit, with its fraction.
+    /// Each: the whole span in one unit, with its fraction.
     double GetTotalDays() const { return m_span; }
     double GetTotalHours() const { return m_span * 24; }
     double GetTotalMinutes() const { return m_span * 24 * 60; }
     double GetTotalSeconds() const { return m_span * 24 * 60 * 60; }
 
-    double m_span = 0;
-    DateTimeSpanStatus m_status = valid;
+    double m_span = 0;                    ///< Days.
+    DateTimeSpanStatus m_status = valid;  ///< What GetStatus returns.
 };
 
 /// A date with time of day: days since 30 December 1899 and a status. Before that day the fraction counts away from zero.
@@ -50,11 +51,13 @@ public:
     static COleDateTime GetCurrentTime();
 
     COleDateTime() = default;
+    /// That many days since 30 December 1899; valid, whatever the number.
     COleDateTime(DATE date) : m_dt(date) {}
     /// The date for @p time; 0 and invalid when there is none.
     COleDateTime(const SYSTEMTIME& time);
     /// The local date for the UTC time @p time.
     COleDateTime(const FILETIME& time);
+    /// As SetDateTime: invalid for a date that there is not.
     COleDateTime(int year, int month, int day, int hour, int minute, int second);
 
     /// Whether the date means anything: error, valid, invalid or null.
@@ -68,7 +71,7 @@ public:
     /// Stores the calendar's fields; false when not valid.
     bool GetAsSystemTime(SYSTEMTIME& time) const;
 
-    /// Fields of the calendar; error (-1) when not valid. Sunday is day 1 of the week.
+    /// Each: a field of the calendar; error (-1) when not valid. Sunday is day 1 of the week.
     int GetYear() const;
     int GetMonth() const;
     int GetDay() const;
@@ -80,6 +83,7 @@ public:
     /// The text by strftime's rules; empty when not valid.
     CString Format(LPCSTR format) const;
 
+    /// The days, whatever the status.
     operator DATE() const { return m_dt; }
     /// The date that much later.
     COleDateTime operator+(const COleDateTimeSpan& span) const;
@@ -96,5 +100,5 @@ public:
 
     /// Days since 30 December 1899.
     DATE m_dt = 0;
-    DateTimeStatus m_status = valid;
+    DateTimeStatus m_status = valid;  ///< What GetStatus returns.
 };

@@ -38,18 +38,19 @@ public:
     /// Called for each argument; a switch comes without its first character.
     virtual void ParseParam(LPCSTR param, BOOL isFlag, BOOL isLast);
 
-    BOOL m_bShowSplash = TRUE;
-    BOOL m_bRunEmbedded = FALSE;
-    BOOL m_bRunAutomated = FALSE;
+    BOOL m_bShowSplash = TRUE;     ///< Whether a splash window is wanted: FALSE once a switch that is known was given.
+    BOOL m_bRunEmbedded = FALSE;   ///< Whether "Embedding" was given.
+    BOOL m_bRunAutomated = FALSE;  ///< Whether "Automation" was given.
     /// What the program was asked to do.
     Command m_nShellCommand = FileNew;
     /// The file to open or print; empty for none. The next three say on which printer, with /pt.
     CString m_strFileName;
-    CString m_strPrinterName;
-    CString m_strDriverName;
-    CString m_strPortName;
+    CString m_strPrinterName;  ///< The printer.
+    CString m_strDriverName;   ///< Its driver.
+    CString m_strPortName;     ///< Its port.
 
 protected:
+    /// Each is a part of ParseParam: a switch, another argument, and what comes after the last one.
     void ParseParamFlag(LPCSTR param);
     void ParseParamNotFlag(LPCSTR param);
     void ParseLast(BOOL isLast);

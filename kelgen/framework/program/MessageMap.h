@@ -72,14 +72,14 @@ enum class EntryKind : BYTE
 /// One entry of a message map.
 struct AFX_MSGMAP_ENTRY
 {
-    kelgen::detail::EntryKind kind;
-    UINT nMessage;
-    UINT nCode;
-    UINT nID;
-    UINT nLastID;
-    const UINT* pnRegistered;  ///< The variable of a registered message's number.
-    kelgen::detail::MessageThunk message;
-    kelgen::detail::CommandThunk command;
+    kelgen::detail::EntryKind kind;        ///< What the number below means.
+    UINT nMessage;                         ///< The message.
+    UINT nCode;                            ///< The notification's or the command's code.
+    UINT nID;                              ///< The first command or control.
+    UINT nLastID;                          ///< The last one.
+    const UINT* pnRegistered;              ///< The variable of a registered message's number.
+    kelgen::detail::MessageThunk message;  ///< Calls a message's handler.
+    kelgen::detail::CommandThunk command;  ///< Calls a command's handler.
 };
 
 namespace kelgen::detail {
@@ -251,7 +251,7 @@ protected:                                                                      
         using TheBaseClass = baseClass;                                                                                                    \
         static const AFX_MSGMAP_ENTRY entries[] = {
 
-/// The map of a class template with one parameter, which is named as in the template: KIND for template <class KIND> class CRow.
+/// The map of a class template with one parameter, which is named as in the template: KIND for `template <class KIND> class CRow`.
 /// Members of the base that depend on KIND are named with this->, as everywhere in a template.
 ///
 ///     BEGIN_TEMPLATE_MESSAGE_MAP(CRow, KIND, CWnd)

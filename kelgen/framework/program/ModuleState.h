@@ -154,6 +154,7 @@ enum
 /// Enters one of the framework's process-wide locks, which its owner may enter again.
 /// Throws: CInvalidArgException for a number outside the list.
 KELGEN_FRAMEWORK_API void AfxLockGlobals(int lock);
+/// Leaves it again. Throws: as AfxLockGlobals.
 KELGEN_FRAMEWORK_API void AfxUnlockGlobals(int lock);
 
 /// The first module that has the resource: the state's resource handle unless the state is a system module's, extension libraries

@@ -43,8 +43,7 @@ public:
 /// The calling thread's state.
 KELGEN_FRAMEWORK_API _AFX_THREAD_STATE* AfxGetThreadState();
 
-/// Keeps temporary objects of the calling thread alive, and lets them go again: when the count reaches 0 and @p deleteTemp is set,
-/// they are deleted. Returns the count.
+/// Keeps temporary objects of the calling thread alive, until AfxUnlockTempMaps has been called as often. Returns the count after it.
 KELGEN_FRAMEWORK_API int AfxLockTempMaps();
-/// The other half: returns the count after it.
+/// Lets them go again: when the count reaches 0 and @p deleteTemp is set, they are deleted. Returns the count after it.
 KELGEN_FRAMEWORK_API int AfxUnlockTempMaps(BOOL deleteTemp = TRUE);

@@ -20,7 +20,7 @@
 /// "%1" to "%99" insert a text, "%1!d!" formats by printf's rules but for floating point, a '*' in it takes the next argument and moves
 /// the later ones on; "%%" "%." "%!" "% " are that character, "%n" a line end, "%r" CR, "%t" a tab, "%0" ends the text. A line feed
 /// becomes CR LF; with the width mask 0xFF line ends of the source become blanks. Widths from 1 to 0xFE do not wrap.
-/// @param arguments A va_list's address, or with ARGUMENT_ARRAY the first of pointer-sized values.
+/// @p arguments is a va_list's address, or with ARGUMENT_ARRAY the first of pointer-sized values.
 /// @return The units without the terminator; 0 with last error 87 for a bad format or flags, 122 for a short buffer (filled and
 /// terminated), 317 for an id without a text, 235 when the result is empty.
 KELGEN_PLATFORM_API DWORD FormatMessageW(DWORD flags, LPCVOID source, DWORD id, DWORD language, LPWSTR text, DWORD size,

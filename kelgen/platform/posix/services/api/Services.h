@@ -235,7 +235,7 @@ KELGEN_PLATFORM_API BOOL EnumServicesStatusA(SC_HANDLE manager, DWORD types, DWO
 KELGEN_PLATFORM_API BOOL StartServiceCtrlDispatcherA(const SERVICE_TABLE_ENTRYA* table);
 KELGEN_PLATFORM_API BOOL StartServiceCtrlDispatcherW(const SERVICE_TABLE_ENTRYW* table);
 
-/// Makes @p handler the one that gets the controls of this process's service. Null with ERROR_SERVICE_DOES_NOT_EXIST when it runs none.
+/// Each makes @p handler get the controls of this process's service. Null with ERROR_SERVICE_DOES_NOT_EXIST when it runs none.
 KELGEN_PLATFORM_API SERVICE_STATUS_HANDLE RegisterServiceCtrlHandlerA(LPCSTR name, LPHANDLER_FUNCTION handler);
 KELGEN_PLATFORM_API SERVICE_STATUS_HANDLE RegisterServiceCtrlHandlerW(LPCWSTR name, LPHANDLER_FUNCTION handler);
 KELGEN_PLATFORM_API SERVICE_STATUS_HANDLE RegisterServiceCtrlHandlerExA(LPCSTR name, LPHANDLER_FUNCTION_EX handler, LPVOID context);

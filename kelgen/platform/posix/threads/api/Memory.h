@@ -66,7 +66,7 @@ KELGEN_PLATFORM_API BOOL LocalUnlock(HLOCAL memory);
 KELGEN_PLATFORM_API SIZE_T LocalSize(HLOCAL memory);
 KELGEN_PLATFORM_API HLOCAL LocalHandle(LPCVOID address);
 
-/// The only heap: @p heap in the calls below is not looked at.
+/// The only heap: the calls below do not look at the one that they are given.
 KELGEN_PLATFORM_API HANDLE GetProcessHeap();
 /// A block, zeroed with HEAP_ZERO_MEMORY; null when memory is out, without a last error.
 KELGEN_PLATFORM_API LPVOID HeapAlloc(HANDLE heap, DWORD flags, SIZE_T size);

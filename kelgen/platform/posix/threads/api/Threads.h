@@ -23,7 +23,7 @@ using LPTHREAD_START_ROUTINE = DWORD (*)(LPVOID);
 using PTHREAD_START_ROUTINE = LPTHREAD_START_ROUTINE;
 
 /// Starts a thread. Stores its id when @p id is not null. With CREATE_SUSPENDED it begins at the first ResumeThread.
-/// @param stackSize In bytes; 0 is the system's default.
+/// @p stackSize is in bytes; 0 is the system's default.
 /// @return A handle that is signalled once the thread has ended and its thread-local objects are gone; null with last error 8.
 KELGEN_PLATFORM_API HANDLE CreateThread(LPSECURITY_ATTRIBUTES security, SIZE_T stackSize, LPTHREAD_START_ROUTINE start, LPVOID argument,
                                         DWORD flags, LPDWORD id);

@@ -75,7 +75,7 @@ KELGEN_PLATFORM_API BOOL WaitMessage();
 /// Waits for up to 63 objects and for input of the kinds in @p wakeMask (QS_). Input that was there at the last look does not count,
 /// but for MWMO_INPUTAVAILABLE. @return WAIT_OBJECT_0 plus the index, plus @p count for input; WAIT_TIMEOUT; WAIT_FAILED.
 KELGEN_PLATFORM_API DWORD MsgWaitForMultipleObjects(DWORD count, const HANDLE* handles, BOOL all, DWORD milliseconds, DWORD wakeMask);
-/// The same by the MWMO_ flags, of which MWMO_WAITALL stands for @p all. ERROR_INVALID_PARAMETER for more objects.
+/// The same by the MWMO_ flags, of which MWMO_WAITALL waits for all objects. ERROR_INVALID_PARAMETER for more objects.
 KELGEN_PLATFORM_API DWORD MsgWaitForMultipleObjectsEx(DWORD count, const HANDLE* handles, DWORD milliseconds, DWORD wakeMask, DWORD flags);
 
 /// The kinds in @p flags that are in the queue (high word) and that came since the last call or look (low word).
