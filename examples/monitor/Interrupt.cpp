@@ -1,4 +1,4 @@
-// Interrupt.cpp: the mark that signals set, and a thread that waits for it.
+// Interrupt.cpp: the mark that signals set, and the thread that waits for it.
 #include "Interrupt.h"
 
 #include <kelgen/platform/Win32.h>

@@ -3,7 +3,7 @@
 
 namespace interrupt {
 
-/// From now on SIGINT and SIGTERM set a mark and wake the calling thread with WM_NULL. Called once.
+/// From now on SIGINT and SIGTERM set a mark and wake the calling thread with WM_NULL; the last caller is the one that is woken.
 void Catch();
 
 /// Whether one of them came.
