@@ -1,11 +1,7 @@
 // WideText.h: 16-bit text is unsigned short* above the platform and WCHAR* in its calls; these cross the border.
 #pragma once
 
-#ifdef _WIN32
-#include <kelgen/platform/windows/Windows.h>
-#else
-#include <kelgen/platform/posix/Windows.h>
-#endif
+#include <kelgen/platform/Win32.h>
 
 #include <cstddef>
 
