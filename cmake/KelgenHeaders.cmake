@@ -1,7 +1,8 @@
 # KelgenHeaders.cmake: which headers a host may include. As a script (cmake -DKELGEN_PLATFORM=posix -P) it prints them.
 
 # kelgen_public_headers(VARIABLE)
-# All but internal headers and the view's, which go with its library; and of the platform the one for everything, its calls, and what those need: paths from the project's folder.
+# All but internal headers and the view's, which go with its library; and of the platform the one for everything, its calls, and what
+# those need: paths from the project's folder.
 function(kelgen_public_headers variable)
   set(project "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/..")
   set(of_platform "Export|Win32|support/Assert|support/FormatCheck|support/SharedCount|support/WideText|${KELGEN_PLATFORM}/Windows|${KELGEN_PLATFORM}/.*/api/[^/]*|${KELGEN_PLATFORM}/resources/scripts/windows")
