@@ -106,6 +106,11 @@ KELGEN_IN_CALLER ByteVector And(ByteVector a, ByteVector b)
     return vandq_u8(a, b);
 }
 
+KELGEN_IN_CALLER ByteVector Without(ByteVector a, ByteVector b)
+{
+    return vbicq_u8(a, b);
+}
+
 KELGEN_IN_CALLER ByteVector LoadBytes(const void* from)
 {
     return vld1q_u8(static_cast<const std::uint8_t*>(from));
