@@ -6,6 +6,9 @@
 
 #include <kelgen/kelgen.h>
 
+#include <atomic>
+#include <thread>
+
 using namespace kelgen::test;
 
 namespace {
@@ -137,6 +140,7 @@ KELGEN_FLOW_WITH_WORKERS(Workers)
     {
         const std::string& path;
         HANDLE ended;
+        std::atomic<bool> isDone = false;  // a wait for the event may lack memory
     };
     RunFlow(
         [&] {
@@ -145,8 +149,7 @@ KELGEN_FLOW_WITH_WORKERS(Workers)
                 return Outcome::Of(false);
             Task task{path, ended.get()};
             const auto work = [](LPVOID argument) -> UINT {
-                const Task& given = *static_cast<Task*>(argument);
-                const std::unique_ptr<void, BOOL (*)(HANDLE)> end(given.ended, [](HANDLE event) { return SetEvent(event); });
+                Task& given = *static_cast<Task*>(argument);
                 try {
                     CStdioFile file(given.path.c_str(), CFile::modeCreate | CFile::modeWrite | CFile::typeText);
                     file.WriteString("a line");
@@ -154,11 +157,16 @@ KELGEN_FLOW_WITH_WORKERS(Workers)
                 } catch (CException* e) {
                     e->Delete();
                 }
+                SetEvent(given.ended);
+                given.isDone = true;
                 return 0;
             };
             if (!AfxBeginThread(work, &task))
                 return Outcome::Of(false);
-            return Outcome::Of(WaitForSingleObject(ended.get(), kDeadline) == WAIT_OBJECT_0);
+            const bool hasEnded = WaitForSingleObject(ended.get(), kDeadline) == WAIT_OBJECT_0;
+            while (!task.isDone)
+                std::this_thread::yield();
+            return Outcome::Of(hasEnded);
         },
         [&] {
             ended.reset();
