@@ -1,5 +1,5 @@
-# What the debuggers' printers show of a program's values. Sanitized libraries have line numbers only.
-if(NOT WIN32 AND NOT CMAKE_CROSSCOMPILING AND NOT KELGEN_SANITIZE AND CMAKE_BUILD_TYPE STREQUAL Debug)
+# What the debuggers' printers show of a program's values. Sanitized libraries have line numbers only, those of some presets nothing.
+if(NOT WIN32 AND NOT CMAKE_CROSSCOMPILING AND NOT KELGEN_SANITIZE AND NOT KELGEN_DEBUG_INFO STREQUAL "-g0" AND CMAKE_BUILD_TYPE STREQUAL Debug)
   find_program(KELGEN_GDB gdb)
   find_program(KELGEN_LLDB NAMES lldb lldb-16)
   if(KELGEN_GDB OR KELGEN_LLDB)
