@@ -20,6 +20,7 @@
 #include <chrono>
 #include <list>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace kelgen::view::http {
@@ -200,11 +201,12 @@ private:
     void Poll()
     {
         std::vector<pollfd> waits{{m_wake, POLLIN, 0}};
-        // With too many connections new ones wait in the kernel.
-        waits.push_back({m_connections.size() < kMostConnections ? m_listener : -1, POLLIN, 0});
+        // With too many connections new ones wait in the kernel; and for a turn, when one could not be taken in.
+        const bool takesMore = m_connections.size() < kMostConnections && !std::exchange(m_isFull, false);
+        waits.push_back({takesMore ? m_listener : -1, POLLIN, 0});
         for (const Connection& connection : m_connections)
             waits.push_back({connection.socket, static_cast<short>(POLLIN | (connection.output.empty() ? 0 : POLLOUT)), 0});
-        poll(waits.data(), waits.size(), m_connections.empty() && !m_ticks ? -1 : 1000);
+        poll(waits.data(), waits.size(), m_connections.empty() && !m_ticks && takesMore ? -1 : 1000);
         if (waits[0].revents) {
             std::uint64_t count = 0;
             [[maybe_unused]] const ssize_t taken = read(m_wake, &count, sizeof count);
@@ -226,8 +228,11 @@ private:
     void Accept()
     {
         const int socket = accept4(m_listener, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
-        if (socket < 0)
+        if (socket < 0) {
+            // Without a descriptor it stays ready, and asking again at once would keep the processor busy.
+            m_isFull = errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM;
             return;
+        }
         const int one = 1;
         setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &one, sizeof one);
         Connection& connection = m_connections.emplace_back();
@@ -354,6 +359,7 @@ private:
     int m_listener = -1;
     int m_port = 0;
     bool m_ticks = false;
+    bool m_isFull = false;
     std::list<Connection> m_connections;
     std::atomic<bool> m_isStopped{false};
 };

@@ -9,8 +9,11 @@
 
 #include <arpa/inet.h>
 #include <poll.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
+
+#include <ctime>
 
 using namespace kelgen;
 using namespace kelgen::test;
@@ -59,6 +62,12 @@ public:
         }
     }
     void EndSending() { shutdown(m_socket, SHUT_WR); }
+
+    bool HasAnswer(int milliseconds) const
+    {
+        pollfd waiting{m_socket, POLLIN, 0};
+        return poll(&waiting, 1, milliseconds) == 1;
+    }
 
     /// What comes until @p end is in it, the connection ends or the time is over.
     std::string Await(const std::string& end)
@@ -177,6 +186,25 @@ TEST(ViewServer, OutlivesCutAndRandomRequests)
         client.Await("\r\n\r\n");
     }
     EXPECT_EQ("200", StatusOf(whole));
+}
+
+TEST(ViewServer, WaitsQuietlyForDescriptors)
+{
+    Address::OfView();
+    rlimit limit{};
+    ASSERT_EQ(0, getrlimit(RLIMIT_NOFILE, &limit));
+    const int next = dup(STDIN_FILENO);
+    close(next);
+    const rlimit oneMore{static_cast<rlim_t>(next) + 1, limit.rlim_max};
+    ASSERT_EQ(0, setrlimit(RLIMIT_NOFILE, &oneMore));
+    // Its own descriptor is the last one.
+    Client client;
+    client.Send(Get("/", ""));
+    const auto before = std::clock();
+    EXPECT_FALSE(client.HasAnswer(300));
+    EXPECT_GT(CLOCKS_PER_SEC / 10, std::clock() - before) << "the processor had nothing to do";
+    ASSERT_EQ(0, setrlimit(RLIMIT_NOFILE, &limit));
+    EXPECT_NE("", client.Await("\r\n\r\n"));
 }
 
 TEST(ViewServer, StreamsWhatChangesToEveryReaderButTheOneWhoDoesNotRead)
