@@ -22,6 +22,7 @@ CProperty& CProperty::operator=(const CProperty& other)
     m_value = other.m_value;
     if (watch.IsGone())
         return *this;
+    ForgetPlace();
     m_id = other.m_id;
     m_name = other.m_name;
     return *this;
@@ -30,6 +31,24 @@ CProperty& CProperty::operator=(const CProperty& other)
 bool CProperty::operator==(const CProperty& other) const
 {
     return m_id == other.m_id && m_name == other.m_name && m_value == other.m_value;
+}
+
+void CProperty::SetId(int id)
+{
+    ForgetPlace();
+    m_id = id;
+}
+
+void CProperty::SetName(const char* name)
+{
+    ForgetPlace();
+    m_name = name;
+}
+
+void CProperty::ForgetPlace()
+{
+    if (m_set != nullptr)
+        m_set->m_index.Forget();
 }
 
 void CProperty::OnChangeValue()

@@ -35,11 +35,11 @@ public:
     /// The number by which a set finds the property.
     int GetId() const { return m_id; }
     /// Sets the number. Reports nothing.
-    void SetId(int id) { m_id = id; }
+    void SetId(int id);
     /// The name by which a set finds the property, and under which the registry keeps it.
     const CString& GetName() const { return m_name; }
     /// Sets the name. Reports nothing.
-    void SetName(const char* name) { m_name = name; }
+    void SetName(const char* name);
     /// The value. Assigning to it reports to the set.
     CPropertyValue& GetValue() { return m_value; }
     const CPropertyValue& GetValue() const { return m_value; }
@@ -54,6 +54,8 @@ private:
     friend class CPropertySetListenerArray;
     friend class CPropertyValue;
     friend class ::CRegistryPropertyExchange;
+
+    void ForgetPlace();
 
     int m_id;
     CString m_name;

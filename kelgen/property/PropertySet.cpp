@@ -13,21 +13,6 @@ namespace {
 
 using ListenerTable = kelgen::detail::LinkTable<CPropertySetListener, CPropertySet>;
 
-// The first property from start on that the predicate accepts; null when there is none.
-template <class PROPERTIES, class PREDICATE>
-CProperty* FindProperty(PROPERTIES& properties, int start, PREDICATE accepts)
-{
-    if (start < 0)
-        KELGEN_THROW_BAD_INDEX(start, properties.GetCount());
-    const int count = properties.GetCount();
-    for (int i = start; i < count; ++i) {
-        CProperty* property = properties.PtrAt(i);
-        if (accepts(*property))
-            return property;
-    }
-    return nullptr;
-}
-
 bool CopyValue(const CProperty* property, CPropertyValue& value)
 {
     if (property == nullptr)
@@ -37,6 +22,24 @@ bool CopyValue(const CProperty* property, CPropertyValue& value)
 }
 
 }  // namespace
+
+// The first property from start on with that key, as the predicate knows it; null when there is none.
+template <class KEY, class PREDICATE>
+CProperty* CPropertySet::FindProperty(KEY key, int start, PREDICATE accepts) const
+{
+    const int count = m_properties.GetCount();
+    if (start < 0)
+        KELGEN_THROW_BAD_INDEX(start, count);
+    const int first = count < kelgen::detail::PropertyIndex::kLeastProperties ? -1 : m_index.FirstOf(m_properties, key);
+    if (first >= start)
+        return first < count ? m_properties.PtrAt(first) : nullptr;
+    for (int i = start; i < count; ++i) {
+        CProperty* property = m_properties.PtrAt(i);
+        if (accepts(*property))
+            return property;
+    }
+    return nullptr;
+}
 
 CPropertySetLink::CPropertySetLink(CPropertySet* set)
 {
@@ -73,6 +76,7 @@ CPropertySet::CPropertySet(const CPropertySet& other)
 
 CPropertySet& CPropertySet::operator=(const CPropertySet& other)
 {
+    m_index.Forget();
     try {
         m_properties = other.m_properties;
     } catch (...) {
@@ -94,6 +98,7 @@ void CPropertySet::AddProperty(CProperty& property)
 {
     m_properties.Add(property);
     m_properties.PtrAt(m_properties.GetCount() - 1)->m_set = this;
+    m_index.Added(m_properties);
 }
 
 void CPropertySet::AddProperty(const CProperty& property)
@@ -115,14 +120,14 @@ void CPropertySet::PropertyAt(int index, CProperty& out) const
 CProperty* CPropertySet::FindFirst(const char* name, int start)
 {
     const std::string_view wanted(name != nullptr ? name : "");
-    return FindProperty(m_properties, start, [wanted](const CProperty& property) {
+    return FindProperty(wanted, start, [wanted](const CProperty& property) {
         return wanted == std::string_view(property.m_name, static_cast<std::size_t>(property.m_name.GetLength()));
     });
 }
 
 CProperty* CPropertySet::FindFirst(int id, int start)
 {
-    return FindProperty(m_properties, start, [id](const CProperty& property) { return property.m_id == id; });
+    return FindProperty(id, start, [id](const CProperty& property) { return property.m_id == id; });
 }
 
 // The properties of a constant set are found by the same search; they leave as constants.

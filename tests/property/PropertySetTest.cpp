@@ -3,6 +3,7 @@
 
 #include "framework/Thrown.h"
 #include "property/Recorder.h"
+#include "support/Random.h"
 #include "support/Rows.h"
 
 #include <climits>
@@ -237,4 +238,40 @@ TEST(PropertySetListener, EndOfListenerOrPropertyEndsTheLink)
     };
     set["a"]->GetValue() = 2;
     EXPECT_EQ(Log{"first:a=2"}, log) << "nobody is told of a property that is gone";
+}
+
+// A large set has an index beside its properties: whatever changes, its answers are those of a walk.
+TEST(LargePropertySet, IsSearchedAsIfWalked)
+{
+    Random random;
+    const auto name = [&] { return std::to_string(random.Between(0, 60)); };
+    CPropertySet set;
+    for (int step = 0; step < 3000; ++step) {
+        const int count = set.GetPropertyCount();
+        CProperty added(random.Between(0, 60), name().c_str(), eptInteger);
+        const int change = random.Between(0, 99);
+        if (count < 20 || change < 3)
+            set.AddProperty(added);
+        else if (change == 4)
+            set.PropertyAt(random.Between(0, count - 1)).SetName(name().c_str());
+        else if (change == 5)
+            set.PropertyAt(random.Between(0, count - 1)).SetId(random.Between(0, 60));
+        else if (change == 6)
+            set.PropertyAt(random.Between(0, count - 1)) = added;
+        else if (change == 7)
+            set = CPropertySet(set);
+
+        const std::string wanted = name();
+        const int id = random.Between(0, 60);
+        const int start = random.Between(0, 1) * random.Between(0, set.GetPropertyCount());
+        CProperty* byName = nullptr;
+        CProperty* byId = nullptr;
+        for (int i = set.GetPropertyCount() - 1; i >= start; --i) {
+            CProperty& property = set.PropertyAt(i);
+            byName = property.GetName() == wanted.c_str() ? &property : byName;
+            byId = property.GetId() == id ? &property : byId;
+        }
+        ASSERT_EQ(byName, set.FindFirst(wanted.c_str(), start)) << step;
+        ASSERT_EQ(byId, set.FindFirst(id, start)) << step;
+    }
 }
