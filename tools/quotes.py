@@ -6,8 +6,9 @@ A document marks a block that a file fills, or a part of it, and one that a prog
     <!-- quote tests/posix/view/PictureTest.cpp compared -->
     <!-- output examples/guides/text.cpp -->
 
-A part of a source lies between the lines "// quote NAME" and "// end". The part that is the example in a header's comment has the
-header's path as its name, with #2 and so on behind it for the header's second example and those after it."""
+A part of a source lies between the lines "// quote NAME" and "// end"; it may be interrupted, and goes on under its name. The part that is
+the example in a header's comment has the header's path as its name, with #2 and so on behind it for the header's second example and those
+after it."""
 import re
 import textwrap
 from pathlib import Path
@@ -33,9 +34,7 @@ def parts(path):
     """The marked parts of a source by their names."""
     found = {}
     for match in PART.finditer(path.read_text()):
-        if match[1] in found:
-            raise QuoteError(f"{path.relative_to(ROOT)} has two parts named {match[1]}")
-        found[match[1]] = textwrap.dedent(match[2])
+        found[match[1]] = found.get(match[1], "") + textwrap.dedent(match[2])
     return found
 
 
@@ -61,5 +60,13 @@ def filled(path, fill):
 
 
 def examples(text):
-    """The examples of a header: their places in its text."""
-    return [match.span() for match in EXAMPLE.finditer(text)]
+    """The examples in a header's comments, without the comments' slashes."""
+    return [re.sub(r"^[ \t]*//[/!]?", "", match[0], flags=re.M) for match in EXAMPLE.finditer(text)]
+
+
+def shows(example, source):
+    """Whether an example shows a source: blanks and line ends are the comment's own, and "..." stands for anything."""
+    def bare(text):
+        return re.sub(r"\s+", "", text)
+
+    return re.fullmatch(".*".join(map(re.escape, bare(example).split("..."))), bare(source)) is not None
