@@ -28,6 +28,8 @@ def escaped(text):
     parts = re.split(r"(``.*?``|`[^`]*`)", text)
     for place in range(0, len(parts), 2):
         part = re.sub(r"([\\%#])", r"\\\1", parts[place]).replace("<", "&lt;")
+        # It would take the second mark of a quoted backslash for a part of a quote that goes on up to the end of the page.
+        part = re.sub(r'"(\\+)"', r"&quot;\1&quot;", part)
         parts[place] = re.sub(r"@(?!(?:p|param|return|throws|anchor|ref)\b)", r"\\@", part)
     return "".join(parts)
 

@@ -34,7 +34,7 @@ enum EPropertyType : int
 ///     gen::CPropertyValue width("640");     // type 6
 ///     width.GetValueInteger();              // 640
 ///     width.SetValueInteger(800);           // still type 6: the text "800"
-///     width == gen::CPropertyValue(800);    // true
+///     bool same = width == gen::CPropertyValue(800);  // true
 ///
 /// Every store reports to the owning property, changed or not. A setter reports once.
 /// By contract: assignment operators from numbers and texts report twice, once in the setter and once more after it, and listeners count

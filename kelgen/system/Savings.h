@@ -8,7 +8,7 @@
 ///
 ///     enum CSavings::ESaveWhat : int { saveWindows, saveHistory };
 ///     class CHostApp : public CWinApp, public CSavings { ... };
-///     CSavings::AppGetSavings().SavingsSaveWhat().Set(saveHistory);
+///     CSavings::AppGetSavings().SavingsSaveWhat().Set(CSavings::saveHistory);
 class KELGEN_API CSavings
 {
 public:

@@ -27,8 +27,8 @@ protected:
 ///     CStrArray names;
 ///     names.AddTokens("beta;alpha;;beta", ";", 0);  // beta, alpha, beta
 ///     names.Sort(CStrArray::CompareNoCase);         // alpha, beta, beta
-///     names.FindNoCase("ALPHA");                    // 0
-///     names.FormatString("%1 and %2");              // "alpha and beta"
+///     int place = names.FindNoCase("ALPHA");        // 0
+///     CString text = names.FormatString("%1 and %2");  // "alpha and beta"
 ///
 /// Comparisons "without case" follow the multibyte code page (_mbsicmp). A null text counts as the empty one.
 /// Throws: the invalid-argument exception for an index outside [0, count), before anything changes; the memory exception.

@@ -120,7 +120,9 @@ TEST(Picture, ShowsEveryKindOfControlAsTheFileSays)
     AddLists(frame);
     AddListView(frame, 9);
     Serve();
+    // quote compared
     KELGEN_EXPECT_SVG("controls", frame);
+    // end
     EXPECT_EQ(Svg(frame), Svg(frame));
     EXPECT_EQ(std::string::npos, Svg(frame).find("secret"));
     DestroyMenu(menu);
