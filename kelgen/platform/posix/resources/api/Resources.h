@@ -39,7 +39,8 @@ using ENUMRESLANGPROCW = BOOL (*)(HMODULE module, LPCWSTR type, LPCWSTR name, WO
 /// interface, where it is not the user's, and its primary language; that of the thread's locale; the user's language and its primary
 /// one; the system's and its primary one; English (United States); the lowest language number. All loading by name looks in this
 /// order: strings, menus, dialogs, accelerators, icons, versions. Null and the last error when it is missing:
-/// ERROR_RESOURCE_DATA_NOT_FOUND (the module has no resources), ERROR_RESOURCE_TYPE_NOT_FOUND, ERROR_RESOURCE_NAME_NOT_FOUND; ERROR_INVALID_PARAMETER for "#number" that is not 0 to 65535.
+/// ERROR_RESOURCE_DATA_NOT_FOUND (the module has no resources), ERROR_RESOURCE_TYPE_NOT_FOUND, ERROR_RESOURCE_NAME_NOT_FOUND;
+/// ERROR_INVALID_PARAMETER for "#number" that is not 0 to 65535.
 KELGEN_PLATFORM_API HRSRC FindResourceA(HMODULE module, LPCSTR name, LPCSTR type);
 KELGEN_PLATFORM_API HRSRC FindResourceW(HMODULE module, LPCWSTR name, LPCWSTR type);
 
