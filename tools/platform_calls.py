@@ -116,6 +116,13 @@ def number_lines(platform):
     return lines
 
 
+def as_cell(words):
+    """Words for a cell of a table; what stands between backticks is left as it is."""
+    parts = re.split(r"(`[^`]*`)", words)
+    parts[::2] = [part.replace("\\", "\\\\") for part in parts[::2]]
+    return "".join(parts).replace("|", "\\|")
+
+
 def list_lines():
     """The list as lines of a document."""
     platform = read_platform()
@@ -126,8 +133,7 @@ def list_lines():
         lines += ["| call | what it gives, and its limits |", "|---|---|"]
         for call in platform.calls:
             if call.header == header:
-                words = call.words.replace("|", "\\|")
-                lines.append(f"| {', '.join(f'`{name}`' for name in call.names)} | {words} |")
+                lines.append(f"| {', '.join(f'`{name}`' for name in call.names)} | {as_cell(call.words)} |")
         lines.append("")
     lines += number_lines(platform)
     lines += ["## Not implemented", "", "| for | calls |", "|---|---|"]
