@@ -1,5 +1,13 @@
 # KelgenResources.cmake: resource scripts for programs and libraries of both targets.
 
+# As a script: writes the header beside a compiled one. The assembler includes that one's bytes behind the back of a compiler's
+# cache, which would take an older object for the same: the header tells it by their sum.
+if(CMAKE_SCRIPT_MODE_FILE STREQUAL CMAKE_CURRENT_LIST_FILE)
+  file(SHA256 "${COMPILED}" sum)
+  file(WRITE "${COMPILED}.h" "// ${sum}\n")
+  return()
+endif()
+
 # kelgen_add_resources(TARGET FILE.rc... [DEPENDS files...])
 # Compiles each script and makes its resources part of TARGET, a program or shared library that links kelgen. The calls of the
 # platform find them by TARGET's module handle. The script sees TARGET's include folders and its own folder. DEPENDS names files
@@ -16,6 +24,7 @@ function(kelgen_add_resources target)
   list(TRANSFORM ARG_DEPENDS REPLACE "^([^/].*)$" "${CMAKE_CURRENT_SOURCE_DIR}/\\1")
   set(folders "$<TARGET_PROPERTY:${target},INCLUDE_DIRECTORIES>")
   set(preprocessor "")
+  set(finish "")
   if(NOT WIN32)
     # The one folder that kelgen's own headers lie in, in the source tree or installed.
     set(headers "$<FILTER:$<TARGET_PROPERTY:kelgen::platform,INTERFACE_INCLUDE_DIRECTORIES>,INCLUDE,.>")
@@ -36,10 +45,12 @@ function(kelgen_add_resources target)
     else()
       set(compiled "${stem}.res")
       set(format res)
+      set(finish COMMAND "${CMAKE_COMMAND}" "-DCOMPILED=${compiled}" -P "${CMAKE_CURRENT_FUNCTION_LIST_FILE}")
     endif()
     add_custom_command(OUTPUT "${compiled}"
       COMMAND "${KELGEN_WINDRES}" -O ${format} ${preprocessor} "-I${script_folder}" "$<$<BOOL:${folders}>:-I$<JOIN:${folders},;-I>>"
         -i "${script}" -o "${compiled}"
+      ${finish}
       DEPENDS "${script}" ${ARG_DEPENDS} COMMENT "Compiling resources ${name} of ${target}" VERBATIM COMMAND_EXPAND_LISTS)
     if(WIN32)
       set_source_files_properties("${compiled}" PROPERTIES EXTERNAL_OBJECT TRUE GENERATED TRUE)
@@ -54,6 +65,7 @@ endfunction()
 function(_kelgen_embed_resources target compiled source symbol)
   file(CONFIGURE OUTPUT "${source}" @ONLY CONTENT [=[
 // The compiled resources of one script: their bytes, and their registration while this file is loaded.
+#include "@compiled@.h"
 #include <kelgen/platform/posix/resources/api/ResourceModules.h>
 
 asm(R"(

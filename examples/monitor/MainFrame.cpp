@@ -24,7 +24,7 @@ END_MESSAGE_MAP()
 
 BOOL CMainFrame::Open(int showCommand)
 {
-    if (!LoadFrame(texts::ResourceId(IDR_MAIN)))
+    if (!LoadFrame(IDR_MAIN))
         return FALSE;
     const int left = m_settings.GetInteger(CSettings::idLeft);
     const int top = m_settings.GetInteger(CSettings::idTop);
@@ -97,7 +97,7 @@ void CMainFrame::KelGenOnClose()
 LRESULT CMainFrame::OnAppLanguage(UINT, LPARAM)
 {
     CMenu menu;
-    if (menu.LoadMenu(texts::ResourceId(IDR_MAIN))) {
+    if (menu.LoadMenu(IDR_MAIN)) {
         const HMENU before = m_hMenuDefault;
         m_hMenuDefault = menu.Detach();
         ::SetMenu(m_hWnd, m_hMenuDefault);

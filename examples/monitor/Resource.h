@@ -1,7 +1,5 @@
-// Resource.h: the numbers of the monitor's resources. Those of the German ones are a step higher.
+// Resource.h: the numbers of the monitor's resources, the same in all languages.
 #pragma once
-
-#define LANGUAGE_STEP 1000
 
 // The frame: its menu, icon, accelerators and title.
 #define IDR_MAIN 100

@@ -8,14 +8,14 @@
 #include <kelgen/app/DDX.h>
 
 CSettingsDialog::CSettingsDialog(CSettings& settings, CWnd* owner)
-    : CAppDialog(texts::ResourceId(IDD_SETTINGS), owner), m_settings(settings), m_owner(owner),
-      m_folder(settings.GetText(CSettings::idFolder)), m_withSubfolders(settings.GetInteger(CSettings::idSubfolders)),
-      m_mostFiles(settings.GetInteger(CSettings::idMostFiles)), m_language(settings.GetInteger(CSettings::idLanguage))
+    : CAppDialog(IDD_SETTINGS, owner), m_settings(settings), m_owner(owner), m_folder(settings.GetText(CSettings::idFolder)),
+      m_withSubfolders(settings.GetInteger(CSettings::idSubfolders)), m_mostFiles(settings.GetInteger(CSettings::idMostFiles)),
+      m_language(settings.GetInteger(CSettings::idLanguage))
 {}
 
 BOOL CSettingsDialog::Open()
 {
-    return Create(MAKEINTRESOURCEA(texts::ResourceId(IDD_SETTINGS)), m_owner);
+    return Create(MAKEINTRESOURCEA(IDD_SETTINGS), m_owner);
 }
 
 void CSettingsDialog::DoDataExchange(CDataExchange* pDX)

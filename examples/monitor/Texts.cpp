@@ -7,7 +7,11 @@ namespace texts {
 
 namespace {
 
-int current = languageEnglish;
+// The platform's numbers of the languages, in the order of ELanguage.
+constexpr LANGID kNumbers[] = {
+    MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US),
+    MAKELANGID(LANG_GERMAN, SUBLANG_GERMAN),
+};
 
 CIntegerText MakeLanguages()
 {
@@ -27,18 +31,16 @@ const CIntegerText& Languages()
 
 void SetLanguage(int language)
 {
-    current = language;
-}
-
-UINT ResourceId(UINT id)
-{
-    return id + static_cast<UINT>(current) * LANGUAGE_STEP;
+    const LANGID number = kNumbers[language];
+    // Windows looks at the one since version 6.0, at the other one before that.
+    ::SetThreadUILanguage(number);
+    ::SetThreadLocale(MAKELCID(number, SORT_DEFAULT));
 }
 
 CString Text(UINT id)
 {
     CString text;
-    text.LoadString(ResourceId(id));
+    text.LoadString(id);
     return text;
 }
 

@@ -14,11 +14,9 @@ enum ELanguage
 /// The languages' numbers and their names.
 const CIntegerText& Languages();
 
-/// The language from now on. Who shows texts hears of it by CKelGenApp::APPM_LANGUAGE, which the caller sends.
+/// The language from now on, an ELanguage, in which this thread loads texts, menus and dialogs. Who shows them hears of it by
+/// CKelGenApp::APPM_LANGUAGE, which the caller sends.
 void SetLanguage(int language);
-
-/// The number of the language's resource (text, menu, dialog) for that of the English one.
-UINT ResourceId(UINT id);
 
 /// The text; empty when the program has none of that number.
 CString Text(UINT id);

@@ -4,6 +4,7 @@
 #include <kelgen/platform/Export.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
+#include <kelgen/platform/posix/base/api/MissingCalls.h>
 #include <kelgen/platform/posix/base/api/Types.h>
 #include <kelgen/platform/posix/files/api/ChangeNotification.h>
 #include <kelgen/platform/posix/files/api/DuplicateHandle.h>

@@ -111,16 +111,20 @@ TEST(VersionQuery, TakesTheLanguageThatLookUpPrefers)
 {
     struct Row
     {
+        LCID locale;
         std::vector<WORD> languages;
         WORD taken;
     };
-    for (const Row& row : {Row{{0x40C, 0x407}, 0x407}, Row{{0x407, 0x409, 0x0C}, 0x409}, Row{{0x407, 0, 0x409}, 0}}) {
+    for (const Row& row : {Row{0x409, {0x40C, 0x407}, 0x407}, Row{0x409, {0x407, 0x409, 0x0C}, 0x409}, Row{0x409, {0x407, 0, 0x409}, 0},
+                           Row{0x40C, {0x407, 0x409, 0x40C}, 0x40C}}) {
+        SetThreadLocale(row.locale);
         std::vector<ImageResource> resources;
         for (const WORD language : row.languages)
             resources.push_back({16, 1, language, VersionResource(kFixed, {}, Number(language, 4))});
         std::string block = BlockOf(Write(resources));
         EXPECT_EQ(Number(row.taken, 4), Narrow(block, "\\VarFileInfo\\Translation"));
     }
+    SetThreadLocale(LOCALE_USER_DEFAULT);
 }
 
 TEST(VersionFile, ErrorsTellWhatIsMissing)

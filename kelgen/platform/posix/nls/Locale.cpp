@@ -1,4 +1,4 @@
-// Locale.cpp: the one locale of the process.
+// Locale.cpp: the one locale of the process, and the languages of threads.
 #include <kelgen/platform/posix/nls/api/Locale.h>
 
 #include <kelgen/platform/posix/base/NoMemory.h>
@@ -13,6 +13,9 @@
 using namespace kelgen::posix;
 
 namespace {
+
+constinit thread_local LCID threadLocale = kProcessLocale;
+constinit thread_local LANGID threadLanguage = LANGIDFROMLCID(kProcessLocale);
 
 struct LocaleFact
 {
@@ -136,6 +139,14 @@ const LocaleFact* FactOf(LCTYPE type)
     return fact != end && fact->type == type ? fact : nullptr;
 }
 
+/// The language of one country that @p language stands for, when that is neutral or of no country; else itself.
+LANGID OfCountry(LANGID language)
+{
+    if (PRIMARYLANGID(language) == LANG_NEUTRAL)
+        return LANGIDFROMLCID(kProcessLocale);
+    return SUBLANGID(language) == SUBLANG_NEUTRAL && language != LANG_INVARIANT ? MAKELANGID(language, SUBLANG_DEFAULT) : language;
+}
+
 // Answers in units of either size. The facts are ASCII, so a unit is a byte's value.
 template <class Unit>
 int Answer(LCID locale, LCTYPE type, Unit* data, int capacity)
@@ -173,7 +184,30 @@ bool kelgen::posix::IsKnownLocale(LCID locale)
 
 LCID GetThreadLocale()
 {
-    return kProcessLocale;
+    return threadLocale;
+}
+
+BOOL SetThreadLocale(LCID locale)
+{
+    constexpr LCID kSorting = 0xF0000;
+    const LCID unsorted = locale & ~kSorting;
+    if (!IsKnownLocale(unsorted))
+        return Fail(ERROR_INVALID_PARAMETER, FALSE);
+    threadLocale = MAKELCID(OfCountry(LANGIDFROMLCID(unsorted)), SORT_DEFAULT);
+    return TRUE;
+}
+
+LANGID GetThreadUILanguage()
+{
+    return threadLanguage;
+}
+
+LANGID SetThreadUILanguage(LANGID language)
+{
+    if (!IsKnownLocale(language))
+        return Fail(ERROR_INVALID_PARAMETER, LANGID{0});
+    threadLanguage = OfCountry(language);
+    return language ? language : threadLanguage;
 }
 
 LCID GetUserDefaultLCID()
@@ -197,6 +231,11 @@ LANGID GetSystemDefaultLangID()
 }
 
 LANGID GetUserDefaultUILanguage()
+{
+    return LANGIDFROMLCID(kProcessLocale);
+}
+
+LANGID GetSystemDefaultUILanguage()
 {
     return LANGIDFROMLCID(kProcessLocale);
 }

@@ -110,15 +110,31 @@ std::optional<std::u16string_view> FindString(HMODULE module, UINT id)
 }
 
 /// A key as the enumeration callbacks get it: a text of their own or a number.
+template <class Char>
 class CallbackName
 {
 public:
-    explicit CallbackName(const ResourceKey& key) : m_text(AnsiText(key.text)), m_number(key.number) {}
+    explicit CallbackName(const ResourceKey& key) : m_number(key.number)
+    {
+        if constexpr (sizeof(Char) == 1)
+            Take(AnsiText(key.text));
+        else
+            Take(key.text);
+    }
 
-    LPSTR Get() { return m_text.empty() ? MAKEINTRESOURCEA(m_number) : m_text.data(); }
+    Char* Get() { return m_text.empty() ? reinterpret_cast<Char*>(MAKEINTRESOURCEA(m_number)) : m_text.data(); }
 
 private:
-    std::string m_text;
+    template <class Text>
+    void Take(const Text& text)
+    {
+        if (text.empty())
+            return;
+        m_text.assign(text.begin(), text.end());
+        m_text.push_back(0);
+    }
+
+    std::vector<Char> m_text;
     WORD m_number;
 };
 
@@ -128,6 +144,53 @@ void Collect(std::set<Member>& values, std::span<const ResourceEntry> entries, M
 {
     for (const ResourceEntry& entry : entries)
         values.insert(entry.*member);
+}
+
+template <class Char, class Callback>
+BOOL EnumerateTypes(HMODULE module, Callback callback, LONG_PTR parameter)
+{
+    std::set<ResourceKey> types;
+    for (const auto& table : TablesOf(module))
+        Collect(types, table->Entries(), &ResourceEntry::type);
+    if (types.empty())
+        return Fail(ERROR_RESOURCE_DATA_NOT_FOUND, FALSE);
+    return std::ranges::all_of(
+        types, [&](const ResourceKey& type) { return callback(module, CallbackName<Char>(type).Get(), parameter) != FALSE; });
+}
+
+template <class Char, class Callback>
+BOOL EnumerateNames(HMODULE module, const Char* type, Callback callback, LONG_PTR parameter)
+{
+    const auto typeKey = KeyOf(type);
+    if (!typeKey)
+        return Fail(ERROR_INVALID_PARAMETER, FALSE);
+    std::set<ResourceKey> names;
+    const Tables tables = TablesOf(module);
+    for (const auto& table : tables)
+        Collect(names, table->OfType(*typeKey), &ResourceEntry::name);
+    if (names.empty())
+        return Fail(tables.empty() ? ERROR_RESOURCE_DATA_NOT_FOUND : ERROR_RESOURCE_TYPE_NOT_FOUND, FALSE);
+    return std::ranges::all_of(
+        names, [&](const ResourceKey& name) { return callback(module, type, CallbackName<Char>(name).Get(), parameter) != FALSE; });
+}
+
+template <class Char, class Callback>
+BOOL EnumerateLanguages(HMODULE module, const Char* type, const Char* name, Callback callback, LONG_PTR parameter)
+{
+    const auto typeKey = KeyOf(type);
+    const auto nameKey = KeyOf(name);
+    if (!typeKey || !nameKey)
+        return Fail(ERROR_INVALID_PARAMETER, FALSE);
+    std::set<WORD> languages;
+    const Tables tables = TablesOf(module);
+    for (const auto& table : tables)
+        Collect(languages, table->OfName(*typeKey, *nameKey), &ResourceEntry::language);
+    if (languages.empty()) {
+        DWORD error;
+        Find(tables, *typeKey, *nameKey, 0, error);
+        return Fail(error, FALSE);
+    }
+    return std::ranges::all_of(languages, [&](WORD language) { return callback(module, type, name, language, parameter) != FALSE; });
 }
 
 }  // namespace
@@ -215,44 +278,30 @@ int LoadStringW(HINSTANCE module, UINT id, LPWSTR buffer, int size)
 
 BOOL EnumResourceTypesA(HMODULE module, ENUMRESTYPEPROCA callback, LONG_PTR parameter)
 {
-    std::set<ResourceKey> types;
-    for (const auto& table : TablesOf(module))
-        Collect(types, table->Entries(), &ResourceEntry::type);
-    if (types.empty())
-        return Fail(ERROR_RESOURCE_DATA_NOT_FOUND, FALSE);
-    return std::ranges::all_of(types,
-                               [&](const ResourceKey& type) { return callback(module, CallbackName(type).Get(), parameter) != FALSE; });
+    return EnumerateTypes<CHAR>(module, callback, parameter);
 }
 
 BOOL EnumResourceNamesA(HMODULE module, LPCSTR type, ENUMRESNAMEPROCA callback, LONG_PTR parameter)
 {
-    const auto typeKey = KeyOf(type);
-    if (!typeKey)
-        return Fail(ERROR_INVALID_PARAMETER, FALSE);
-    std::set<ResourceKey> names;
-    const Tables tables = TablesOf(module);
-    for (const auto& table : tables)
-        Collect(names, table->OfType(*typeKey), &ResourceEntry::name);
-    if (names.empty())
-        return Fail(tables.empty() ? ERROR_RESOURCE_DATA_NOT_FOUND : ERROR_RESOURCE_TYPE_NOT_FOUND, FALSE);
-    return std::ranges::all_of(
-        names, [&](const ResourceKey& name) { return callback(module, type, CallbackName(name).Get(), parameter) != FALSE; });
+    return EnumerateNames(module, type, callback, parameter);
 }
 
 BOOL EnumResourceLanguagesA(HMODULE module, LPCSTR type, LPCSTR name, ENUMRESLANGPROCA callback, LONG_PTR parameter)
 {
-    const auto typeKey = KeyOf(type);
-    const auto nameKey = KeyOf(name);
-    if (!typeKey || !nameKey)
-        return Fail(ERROR_INVALID_PARAMETER, FALSE);
-    std::set<WORD> languages;
-    const Tables tables = TablesOf(module);
-    for (const auto& table : tables)
-        Collect(languages, table->OfName(*typeKey, *nameKey), &ResourceEntry::language);
-    if (languages.empty()) {
-        DWORD error;
-        Find(tables, *typeKey, *nameKey, 0, error);
-        return Fail(error, FALSE);
-    }
-    return std::ranges::all_of(languages, [&](WORD language) { return callback(module, type, name, language, parameter) != FALSE; });
+    return EnumerateLanguages(module, type, name, callback, parameter);
+}
+
+BOOL EnumResourceTypesW(HMODULE module, ENUMRESTYPEPROCW callback, LONG_PTR parameter)
+{
+    return EnumerateTypes<WCHAR>(module, callback, parameter);
+}
+
+BOOL EnumResourceNamesW(HMODULE module, LPCWSTR type, ENUMRESNAMEPROCW callback, LONG_PTR parameter)
+{
+    return EnumerateNames(module, type, callback, parameter);
+}
+
+BOOL EnumResourceLanguagesW(HMODULE module, LPCWSTR type, LPCWSTR name, ENUMRESLANGPROCW callback, LONG_PTR parameter)
+{
+    return EnumerateLanguages(module, type, name, callback, parameter);
 }

@@ -9,23 +9,27 @@
 
 namespace kelgen::posix {
 
-/// Of @p entries, whose language @p languageOf tells, the one to give for @p language: it, its primary language or neutral; for a
-/// neutral @p language also the thread's, English and at last the first one. Null when there is none.
+/// True for a language that stands for the thread's, the user's or the system's.
+inline bool IsNeutral(WORD language)
+{
+    return PRIMARYLANGID(language) == LANG_NEUTRAL;
+}
+
+/// The languages in which a resource is looked for when @p language is asked for, the first one that has it being given: @p language,
+/// its primary one, neutral; for a neutral @p language also those of the thread, of the user, of the system and English.
+std::vector<WORD> LanguagesFor(WORD language);
+
+/// Of @p entries, whose language @p languageOf tells, the one to give for @p language; for a neutral one at last the first entry. Null
+/// when there is none.
 template <class Entries, class LanguageOf>
 auto ChooseLanguage(const Entries& entries, WORD language, LanguageOf languageOf) -> decltype(&*std::begin(entries))
 {
-    std::vector<WORD> wanted = {language, MAKELANGID(PRIMARYLANGID(language), SUBLANG_NEUTRAL), 0};
-    const bool anyLanguage = PRIMARYLANGID(language) == LANG_NEUTRAL;
-    if (anyLanguage) {
-        const WORD ofThread = LANGIDFROMLCID(GetThreadLocale());
-        wanted.insert(wanted.end(),
-                      {ofThread, MAKELANGID(PRIMARYLANGID(ofThread), SUBLANG_NEUTRAL), MAKELANGID(LANG_ENGLISH, SUBLANG_DEFAULT)});
-    }
-    for (const WORD candidate : wanted)
+    const auto first = std::begin(entries);
+    for (const WORD wanted : LanguagesFor(language))
         for (const auto& entry : entries)
-            if (languageOf(entry) == candidate)
+            if (languageOf(entry) == wanted)
                 return &entry;
-    return anyLanguage && std::begin(entries) != std::end(entries) ? &*std::begin(entries) : nullptr;
+    return IsNeutral(language) && first != std::end(entries) ? &*first : nullptr;
 }
 
 }  // namespace kelgen::posix

@@ -1,15 +1,10 @@
-// Locale.h: the locale of the process, which is English (United States), and what it says.
+// Locale.h: the locale of the process, which is English (United States), what it says, and the language of a thread.
 #pragma once
 
 #include <kelgen/platform/Export.h>
 #include <kelgen/platform/posix/base/api/Types.h>
+#include <kelgen/platform/posix/nls/api/Languages.h>
 
-#define LANG_NEUTRAL 0x00
-#define LANG_ENGLISH 0x09
-#define SUBLANG_NEUTRAL 0x00
-#define SUBLANG_DEFAULT 0x01
-#define SUBLANG_SYS_DEFAULT 0x02
-#define SUBLANG_ENGLISH_US 0x01
 #define SORT_DEFAULT 0x0
 
 #define MAKELANGID(primary, sub) (static_cast<WORD>((static_cast<WORD>(sub) << 10) | static_cast<WORD>(primary)))
@@ -136,8 +131,20 @@ using LCTYPE = DWORD;
 #define LOCALE_IDEFAULTMACCODEPAGE 0x1011
 #define LOCALE_IDEFAULTEBCDICCODEPAGE 0x1012
 
-/// The thread's locale: 0x0409.
+/// The calling thread's locale: what SetThreadLocale said, else the user's.
 KELGEN_PLATFORM_API LCID GetThreadLocale();
+/// Makes @p locale the calling thread's, in which resources are looked for (FindResourceA), and returns TRUE. A language without a
+/// country stands for its first one, a neutral number for the user's locale; the order of sorting is not kept. FALSE and
+/// ERROR_INVALID_PARAMETER for an unknown number. Limits: what GetLocaleInfoA says, comparison and narrow text stay as they are.
+/// Threads: a new thread begins with the user's locale.
+KELGEN_PLATFORM_API BOOL SetThreadLocale(LCID locale);
+/// The language of the calling thread's user interface: what SetThreadUILanguage said, else the user's.
+KELGEN_PLATFORM_API LANGID GetThreadUILanguage();
+/// Makes @p language the calling thread's, in which resources are looked for (FindResourceA), and returns it; 0 gives the user's back
+/// to the thread and returns that one. A language without a country stands for its first one. 0 and ERROR_INVALID_PARAMETER for an
+/// unknown number.
+/// Threads: a new thread begins with the user's language.
+KELGEN_PLATFORM_API LANGID SetThreadUILanguage(LANGID language);
 /// The user's locale: 0x0409.
 KELGEN_PLATFORM_API LCID GetUserDefaultLCID();
 /// The system's locale: 0x0409.
@@ -146,8 +153,10 @@ KELGEN_PLATFORM_API LCID GetSystemDefaultLCID();
 KELGEN_PLATFORM_API LANGID GetUserDefaultLangID();
 /// The system's language: 0x0409.
 KELGEN_PLATFORM_API LANGID GetSystemDefaultLangID();
-/// The language of the user interface: 0x0409.
+/// The language of the user's interface: 0x0409.
 KELGEN_PLATFORM_API LANGID GetUserDefaultUILanguage();
+/// The language in which the system was installed: 0x0409.
+KELGEN_PLATFORM_API LANGID GetSystemDefaultUILanguage();
 
 /// The bytes written to @p data with the terminator, or needed when @p capacity is 0; with LOCALE_RETURN_NUMBER the value as a DWORD.
 /// Every locale answers as English (United States). 0 with ERROR_INSUFFICIENT_BUFFER, ERROR_INVALID_FLAGS for an unknown type, or

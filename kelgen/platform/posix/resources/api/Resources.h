@@ -24,27 +24,29 @@
 #define RT_HTML MAKEINTRESOURCEA(23)
 #define RT_MANIFEST MAKEINTRESOURCEA(24)
 
-#ifndef LANG_GERMAN
-#define LANG_GERMAN 0x07
-#define LANG_FRENCH 0x0C
-#endif
-
 using ENUMRESTYPEPROCA = BOOL (*)(HMODULE module, LPSTR type, LONG_PTR parameter);
 using ENUMRESNAMEPROCA = BOOL (*)(HMODULE module, LPCSTR type, LPSTR name, LONG_PTR parameter);
 using ENUMRESLANGPROCA = BOOL (*)(HMODULE module, LPCSTR type, LPCSTR name, WORD language, LONG_PTR parameter);
+using ENUMRESTYPEPROCW = BOOL (*)(HMODULE module, LPWSTR type, LONG_PTR parameter);
+using ENUMRESNAMEPROCW = BOOL (*)(HMODULE module, LPCWSTR type, LPWSTR name, LONG_PTR parameter);
+using ENUMRESLANGPROCW = BOOL (*)(HMODULE module, LPCWSTR type, LPCWSTR name, WORD language, LONG_PTR parameter);
 
 // A module is the load address of a program or library that was built with kelgen_add_resources; null means the program. Names
 // and types are texts (case does not count), numbers (MAKEINTRESOURCEA) or texts such as "#123" for the number.
 // Threads: any. What a find returns stays valid while its module is loaded.
 
-/// The resource of that type and name in neutral language, else in the thread's, then English, then the lowest language number.
-/// Null and the last error when it is missing: ERROR_RESOURCE_DATA_NOT_FOUND (the module has no resources),
-/// ERROR_RESOURCE_TYPE_NOT_FOUND, ERROR_RESOURCE_NAME_NOT_FOUND; ERROR_INVALID_PARAMETER for "#number" that is not 0 to 65535.
+/// The resource of that type and name, in the first of these languages in which it exists: neutral; that of the thread's user
+/// interface, where it is not the user's, and its primary language; that of the thread's locale; the user's language and its primary
+/// one; the system's and its primary one; English (United States); the lowest language number. All loading by name looks in this
+/// order: strings, menus, dialogs, accelerators, icons, versions. Null and the last error when it is missing:
+/// ERROR_RESOURCE_DATA_NOT_FOUND (the module has no resources), ERROR_RESOURCE_TYPE_NOT_FOUND, ERROR_RESOURCE_NAME_NOT_FOUND;
+/// ERROR_INVALID_PARAMETER for "#number" that is not 0 to 65535.
 KELGEN_PLATFORM_API HRSRC FindResourceA(HMODULE module, LPCSTR name, LPCSTR type);
 KELGEN_PLATFORM_API HRSRC FindResourceW(HMODULE module, LPCWSTR name, LPCWSTR type);
 
-/// As FindResourceA in @p language, its primary language or neutral; a neutral @p language looks as FindResourceA does. Null and
-/// ERROR_RESOURCE_LANG_NOT_FOUND when the resource exists in other languages only. Note the order: type before name.
+/// As FindResourceA in @p language, its primary language or neutral; a neutral @p language looks as FindResourceA does, except that the
+/// system's (LANG_SYSTEM_DEFAULT) passes by the thread's. Null and ERROR_RESOURCE_LANG_NOT_FOUND when the resource exists in other
+/// languages only. Note the order: type before name.
 KELGEN_PLATFORM_API HRSRC FindResourceExA(HMODULE module, LPCSTR type, LPCSTR name, WORD language);
 KELGEN_PLATFORM_API HRSRC FindResourceExW(HMODULE module, LPCWSTR type, LPCWSTR name, WORD language);
 
@@ -75,6 +77,9 @@ KELGEN_PLATFORM_API int LoadStringW(HINSTANCE module, UINT id, LPWSTR buffer, in
 KELGEN_PLATFORM_API BOOL EnumResourceTypesA(HMODULE module, ENUMRESTYPEPROCA callback, LONG_PTR parameter);
 KELGEN_PLATFORM_API BOOL EnumResourceNamesA(HMODULE module, LPCSTR type, ENUMRESNAMEPROCA callback, LONG_PTR parameter);
 KELGEN_PLATFORM_API BOOL EnumResourceLanguagesA(HMODULE module, LPCSTR type, LPCSTR name, ENUMRESLANGPROCA callback, LONG_PTR parameter);
+KELGEN_PLATFORM_API BOOL EnumResourceTypesW(HMODULE module, ENUMRESTYPEPROCW callback, LONG_PTR parameter);
+KELGEN_PLATFORM_API BOOL EnumResourceNamesW(HMODULE module, LPCWSTR type, ENUMRESNAMEPROCW callback, LONG_PTR parameter);
+KELGEN_PLATFORM_API BOOL EnumResourceLanguagesW(HMODULE module, LPCWSTR type, LPCWSTR name, ENUMRESLANGPROCW callback, LONG_PTR parameter);
 
 #define FindResource FindResourceA
 #define FindResourceEx FindResourceExA
