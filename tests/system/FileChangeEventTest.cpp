@@ -238,16 +238,17 @@ TEST(FileChangeEvent, LosesNoModificationOfAHundredFiles)
     while (!await(std::chrono::milliseconds(100), [&] { return watcher.waiting.empty(); }));
 
     const char* const given = std::getenv("KELGEN_SOAK_SECONDS");
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(given ? std::atoi(given) : 1);
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(given ? std::atoi(given) : 0);
+    // A number, whatever time a loaded machine takes for it.
+    constexpr int kFewestWrites = 500;
     int writes = 0;
     const auto deadline = std::chrono::milliseconds(kDeadline);
-    for (; std::chrono::steady_clock::now() < end; ++writes) {
+    for (; writes < kFewestWrites || std::chrono::steady_clock::now() < end; ++writes) {
         const std::string& file = files[static_cast<std::size_t>(random.Between(0, kFiles - 1))];
         // One alarm for each write: a file is written again once its last write was seen, the others do not wait for it.
         ASSERT_TRUE(await(deadline, [&] { return watcher.waiting.count(file) == 0; })) << file << " after " << writes << " writes";
         touch(file);
     }
     ASSERT_TRUE(await(deadline, [&] { return watcher.waiting.empty(); })) << *watcher.waiting.begin() << " after " << writes << " writes";
-    EXPECT_GT(writes, 100);
     watcher.StopWatch();
 }

@@ -7,8 +7,10 @@
 #include <kelgen/framework/program/ModuleState.h>
 #include <kelgen/framework/program/WinApp.h>
 #include <kelgen/framework/program/internal/StandardTexts.h>
+#include <kelgen/platform/support/ScratchFile.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <memory>
 #include <utility>
 
@@ -37,35 +39,33 @@ public:
             }
             return FALSE;
         }
-        if (!CFile::Open(m_copy, nOpenFlags, pError)) {
-            Abort();
-            return FALSE;
-        }
+        m_bCloseOnDelete = TRUE;
         m_strFileName = path;
         return TRUE;
     }
 
     void Close() override
     {
-        // Renamed before its bytes are on the disk it might come out of a crash of the system empty.
-        if (*m_copy)
+        if (*m_copy) {
+            // Renamed before its bytes are on the disk it might come out of a crash of the system empty.
             Flush();
-        CFile::Close();
-        if (!*m_copy || ::MoveFileExA(m_copy, m_target, MOVEFILE_REPLACE_EXISTING)) {
+            // Before it is closed: from then on the next writer may have it.
+            if (!::MoveFileExA(m_copy, m_target, MOVEFILE_REPLACE_EXISTING)) {
+                const DWORD error = ::GetLastError();
+                Abort();
+                CFileException::ThrowOsError(static_cast<LONG>(error), m_target);
+            }
             *m_copy = '\0';
-            return;
         }
-        const DWORD error = ::GetLastError();
-        Abort();
-        CFileException::ThrowOsError(static_cast<LONG>(error), m_target);
+        CFile::Close();
     }
 
     void Abort() override
     {
-        CFile::Abort();
         if (*m_copy)
             ::DeleteFileA(m_copy);
         *m_copy = '\0';
+        CFile::Abort();
     }
 
     ~MirrorFile() override { MirrorFile::Abort(); }
@@ -94,12 +94,24 @@ private:
         if (length == 0 || length >= MAX_PATH || !name)
             return Way::inPlace;
         m_target = full;
-        *name = '\0';
-        if (::GetTempFileNameA(full, "doc", 0, m_copy) != 0)
-            return Way::beside;
+        const int folder = static_cast<int>(name - full);
+        // Under the same name each time: what a killed writer has left is used by the next. Several may write at once.
+        for (int number = 0; number < kMostWriters; ++number) {
+            const int size = std::snprintf(m_copy, sizeof m_copy, "%.*sdoc%d-%.200s.tmp", folder, full, number, name);
+            const bool fits = size > 0 && size < static_cast<int>(sizeof m_copy);
+            m_hFile = fits ? kelgen::OpenScratchFile(m_copy, full) : hFileNull;
+            if (m_hFile != hFileNull)
+                return Way::beside;
+            if (!fits || ::GetLastError() != ERROR_SHARING_VIOLATION) {
+                *m_copy = '\0';
+                return !fits || ::GetLastError() == ERROR_ACCESS_DENIED ? Way::inPlace : Way::none;
+            }
+        }
         *m_copy = '\0';
-        return ::GetLastError() == ERROR_ACCESS_DENIED || ::GetLastError() == ERROR_BUFFER_OVERFLOW ? Way::inPlace : Way::none;
+        return Way::none;
     }
+
+    static constexpr int kMostWriters = 10;
 
     CString m_target;
     char m_copy[MAX_PATH] = "";  // takes no memory, or the file would stay without it

@@ -54,16 +54,8 @@ template <class Unit>
 bool IsKnown(const Unit* format, va_list arguments)
 {
     VaListArguments list(arguments);
-    PrintfDirectiveReader<Unit, VaListArguments> reader(list);
-    while (*format) {
-        if (*format++ != '%')
-            continue;
-        if (*format == '%') {
-            ++format;
-            continue;
-        }
-        PrintfDirective directive;
-        format = reader.Read(format, directive);
+    PrintfDirectiveWalk<Unit, VaListArguments> walk(format, list);
+    for (PrintfDirective directive; walk.Next(directive);) {
         double value = 0;
         switch (ArgumentOf(directive)) {
         case PrintfArgument::None:

@@ -1,6 +1,7 @@
 // ApplicationsTest.cpp: documents, profiles of applications, services and workers.
 #include "posix/faults/Flow.h"
 #include "support/Scratch.h"
+#include "support/TextDocument.h"
 #include "support/faults/FailingCalls.h"
 #include "support/system/Services.h"
 
@@ -11,43 +12,17 @@
 
 using namespace kelgen::test;
 
-namespace {
-
-/// A document that keeps a text, and why it could not be loaded or saved.
-class Note : public CDocument
-{
-public:
-    void Serialize(CArchive& archive) override
-    {
-        if (archive.IsStoring())
-            archive << text;
-        else
-            archive >> text;
-    }
-    void ReportSaveLoadException(LPCSTR, CException* e, BOOL, UINT) override
-    {
-        const auto file = DYNAMIC_DOWNCAST(CFileException, e);
-        error = file ? static_cast<DWORD>(file->m_lOsError) : e->IsKindOf(RUNTIME_CLASS(CMemoryException)) ? ERROR_NOT_ENOUGH_MEMORY : 0;
-    }
-
-    CString text;
-    DWORD error = 0;
-};
-
-}  // namespace
-
 KELGEN_FLOW(Documents)
 {
     const std::string path = ScratchFile("document");
     const CString oldText('o', 5000);
     const CString newText('n', 6000);
     const auto save = [&](const CString& text) {
-        Note note;
-        note.text = text;
+        TextDocument note(text);
         return Outcome{note.OnSaveDocument(path.c_str()) != FALSE, note.error};
     };
     const auto load = [&](CString& text) {
-        Note note;
+        TextDocument note;
         const Outcome outcome{note.OnOpenDocument(path.c_str()) != FALSE, note.error};
         text = note.text;
         return outcome;

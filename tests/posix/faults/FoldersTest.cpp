@@ -3,6 +3,7 @@
 #include "support/Scratch.h"
 #include "support/Threads.h"
 #include "support/faults/FailingCalls.h"
+#include "support/system/Services.h"
 
 #include <kelgen/kelgen.h>
 
@@ -103,6 +104,54 @@ KELGEN_FLOW(AttributesTimesAndSizes)
             EXPECT_TRUE(ReadBytes(path) == "12345" || ReadBytes(path) == "123");
             std::filesystem::remove(path);
             WriteBytes(path, "12345");
+        });
+}
+
+KELGEN_FLOW(LocksOfFiles)
+{
+    const std::string path = ScratchFile("file");
+    WriteBytes(path, "12345");
+    const auto open = [&path] {
+        return OwnedHandle(CreateFileA(path.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                       OPEN_EXISTING, 0, nullptr));
+    };
+    RunFlow([&] {
+        const OwnedHandle file = open();
+        if (file.get() == INVALID_HANDLE_VALUE || !LockFile(file.get(), 1, 0, 2, 0))
+            return Outcome::Of(false);
+        {
+            // What is locked nobody else has.
+            const Undisturbed undisturbed;
+            EXPECT_FALSE(LockFile(open().get(), 2, 0, 2, 0));
+        }
+        return Outcome::Of(UnlockFile(file.get(), 1, 0, 2, 0) != FALSE);
+    });
+}
+
+KELGEN_FLOW(VolumesAndTheCurrentFolder)
+{
+    const std::string folder = ScratchFolder();
+    char before[MAX_PATH];
+    GetCurrentDirectoryA(MAX_PATH, before);
+    RunFlow(
+        [&] {
+            ULARGE_INTEGER space = {};
+            char name[MAX_PATH];
+            return All({
+                [&] { return GetDiskFreeSpaceExA(folder.c_str(), &space, nullptr, nullptr) != FALSE; },
+                [&] { return GetVolumeInformationA("Z:\\", nullptr, 0, nullptr, nullptr, nullptr, name, MAX_PATH) != FALSE; },
+                [&] { return SetCurrentDirectoryA(folder.c_str()) != FALSE; },
+                [&] { return GetCurrentDirectoryA(MAX_PATH, name) != 0; },
+                [&] { return GetFullPathNameA("name", MAX_PATH, name, nullptr) != 0; },
+            });
+        },
+        [&](const Outcome& outcome) {
+            char now[MAX_PATH] = "";
+            GetCurrentDirectoryA(MAX_PATH, now);
+            // Never another one, in which relative names would be made.
+            EXPECT_TRUE(now == std::string(before) || now == DrivePath(folder)) << now;
+            EXPECT_TRUE(!outcome.done || now == DrivePath(folder));
+            SetCurrentDirectoryA(before);
         });
 }
 

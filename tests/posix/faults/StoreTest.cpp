@@ -2,6 +2,7 @@
 #include "platform/registry/RegistryFixture.h"
 #include "posix/faults/Flow.h"
 #include "support/Scratch.h"
+#include "support/system/Services.h"
 #include "support/system/Watcher.h"
 
 #include <kelgen/kelgen.h>
@@ -137,6 +138,8 @@ KELGEN_FLOW(Profiles)
             char text[100] = "untouched";
             GetPrivateProfileStringA("Section", "name", "default", text, sizeof text, path.c_str());
             EXPECT_LT(std::strlen(text), sizeof text);
+            if (!WritePrivateProfileSectionA("Other", "a=1\0b=2\0", path.c_str()))
+                return Outcome::Of(false);
             return Outcome::Of(WritePrivateProfileStringA("Section", "name", "other", path.c_str()) != FALSE);
         },
         [&] {
@@ -184,6 +187,26 @@ KELGEN_FLOW(ServiceRecords)
                 CloseServiceHandle(service);
             }
             CloseServiceHandle(manager);
+        });
+}
+
+KELGEN_FLOW(ServiceConfigurations)
+{
+    const InstalledService service("run");
+    RunFlow(
+        [&] {
+            if (!ChangeServiceConfigA(service.handle, SERVICE_NO_CHANGE, SERVICE_DISABLED, SERVICE_NO_CHANGE, nullptr, nullptr, nullptr,
+                                      nullptr, nullptr, nullptr, "another name"))
+                return Outcome::Of(false);
+            alignas(QUERY_SERVICE_CONFIGA) char bytes[4096];
+            DWORD size = 0;
+            auto* const configuration = reinterpret_cast<QUERY_SERVICE_CONFIGA*>(bytes);
+            const BOOL isRead = QueryServiceConfigA(service.handle, configuration, sizeof bytes, &size);
+            return Outcome::Of(isRead && configuration->dwStartType == SERVICE_DISABLED);
+        },
+        [&](const Outcome&) {
+            EXPECT_TRUE(ChangeServiceConfigA(service.handle, SERVICE_NO_CHANGE, SERVICE_DEMAND_START, SERVICE_NO_CHANGE, nullptr, nullptr,
+                                             nullptr, nullptr, nullptr, nullptr, "name"));
         });
 }
 

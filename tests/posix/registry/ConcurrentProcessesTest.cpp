@@ -4,12 +4,11 @@
 #include "support/Failures.h"
 #include "support/Random.h"
 #include "support/Scratch.h"
-
-#include <kelgen/framework/files/Archive.h>
-#include <kelgen/framework/frames/Document.h>
+#include "support/TextDocument.h"
 
 #include <sys/mman.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 #include <atomic>
 #include <filesystem>
@@ -117,24 +116,8 @@ TEST(KilledWriter, LeavesTheOldOrTheNewProfile)
 
 TEST(KilledWriter, LeavesTheOldOrTheNewDocument)
 {
-    class Letter : public CDocument
-    {
-    public:
-        void Serialize(CArchive& archive) override
-        {
-            if (archive.IsStoring())
-                archive << text;
-            else
-                archive >> text;
-        }
-        CString text;
-    };
     const std::string path = ScratchFile("document");
-    const auto save = [&](int number) {
-        Letter letter;
-        letter.text = TextOfOneLetter(number).c_str();
-        return letter.OnSaveDocument(path.c_str());
-    };
+    const auto save = [&](int number) { return TextDocument(TextOfOneLetter(number).c_str()).OnSaveDocument(path.c_str()); };
     ASSERT_TRUE(save(0));
     KillAtRandom(
         [&](std::atomic<int>& writes) {
@@ -142,11 +125,36 @@ TEST(KilledWriter, LeavesTheOldOrTheNewDocument)
                 save(writes);
         },
         [&] {
-            Letter letter;
+            TextDocument letter;
             EXPECT_TRUE(letter.OnOpenDocument(path.c_str()));
             ExpectWhole(std::string(letter.text));
             EXPECT_TRUE(save(1)) << "what was left behind is in nobody's way";
+            const auto folder = std::filesystem::path(path).parent_path();
+            EXPECT_EQ(1, std::distance(std::filesystem::directory_iterator(folder), {})) << "and the next has taken it";
         });
+}
+
+TEST(SavedDocument, KeepsItsModeAndTakesNobodysFile)
+{
+    const std::string path = ScratchFile("document");
+    const auto scratch = std::filesystem::path(path).parent_path() / "doc0-document.tmp";
+    const auto save = [&] { return TextDocument("new").OnSaveDocument(path.c_str()); };
+    WriteBytes(path, "old");
+    for (const mode_t mode : {0640u, 0600u}) {
+        chmod(path.c_str(), mode);
+        EXPECT_TRUE(save());
+        struct stat state;
+        EXPECT_EQ(0, stat(path.c_str(), &state));
+        EXPECT_EQ(mode, state.st_mode & 07777);
+    }
+    const std::string other = ScratchFile("other");
+    WriteBytes(other, "kept");
+    std::filesystem::create_hard_link(other, scratch);
+    EXPECT_TRUE(save());
+    std::filesystem::remove(scratch);
+    std::filesystem::create_symlink(other, scratch);
+    EXPECT_TRUE(save());
+    EXPECT_EQ("kept", ReadBytes(other)) << "a link to it stood where the scratch file would be";
 }
 
 TEST(TwoWriters, LoseNoCompletedWrite)

@@ -6,9 +6,7 @@
 #include "support/Failures.h"
 #include "support/Random.h"
 #include "support/Scratch.h"
-
-#include <kelgen/framework/files/Archive.h>
-#include <kelgen/framework/frames/Document.h>
+#include "support/TextDocument.h"
 
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -61,12 +59,6 @@ std::string TextOf(const std::string& file)
     return text.substr(0, text.find('\0'));
 }
 
-class Note : public CDocument
-{
-public:
-    void Serialize(CArchive& archive) override { archive << CString("new"); }
-};
-
 /// Ends each test with the system's own disk.
 class Durability : public testing::Test
 {
@@ -118,7 +110,7 @@ TEST_F(Durability, WhatTakesAnothersPlaceIsOnTheDiskBefore)
     const std::vector<std::pair<const char*, std::function<bool()>>> rows = {
         {"outgrown value", [&] { return SetText(key, "v", std::string(9000, 'x')) == ERROR_SUCCESS; }},
         {"profile", [&] { return WritePrivateProfileStringA("s", "n", "v", profile.c_str()) != FALSE; }},
-        {"document", [&] { return Note().OnSaveDocument(document.c_str()) != FALSE; }},
+        {"document", [&] { return TextDocument("new").OnSaveDocument(document.c_str()) != FALSE; }},
     };
     for (const auto& [name, write] : rows) {
         Disk() = {};

@@ -2,11 +2,10 @@
 #include "platform/registry/RegistryFixture.h"
 #include "posix/registry/Processes.h"
 #include "support/Scratch.h"
+#include "support/TextDocument.h"
 
 #include <kelgen/framework/base/Exceptions.h>
-#include <kelgen/framework/files/Archive.h>
 #include <kelgen/framework/files/StdioFile.h>
-#include <kelgen/framework/frames/Document.h>
 
 #include <fcntl.h>
 #include <sched.h>
@@ -47,19 +46,6 @@ public:
 
 private:
     fs::path m_path;
-};
-
-class Letter : public CDocument
-{
-public:
-    void Serialize(CArchive& archive) override { archive << CString('n', 20000); }
-    void ReportSaveLoadException(LPCSTR, CException* e, BOOL, UINT) override
-    {
-        if (const auto file = DYNAMIC_DOWNCAST(CFileException, e))
-            error = static_cast<DWORD>(file->m_lOsError);
-    }
-
-    DWORD error = 0;
 };
 
 /// A way to write, which replaces what is old; the error, or 0.
@@ -106,7 +92,7 @@ void WriteOnFullDisk(const fs::path& folder)
          [&] { return ReadBytes(profile); }, true},
         {"document",
          [&] {
-             Letter letter;
+             TextDocument letter(CString('n', 20000));
              return letter.OnSaveDocument(document.c_str()) ? 0 : letter.error;
          },
          [&] { return ReadBytes(document); }, true},

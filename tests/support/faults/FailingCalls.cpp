@@ -4,8 +4,11 @@
 #include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <iconv.h>
+#include <linux/futex.h>
 #include <poll.h>
 #include <pthread.h>
+#include <pwd.h>
 #include <spawn.h>
 #include <sys/epoll.h>
 #include <sys/eventfd.h>
@@ -14,6 +17,7 @@
 #include <sys/sendfile.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <sys/xattr.h>
@@ -76,6 +80,8 @@ int NumberOf(const char* function)
     case denied:
         return EACCES;
     default:
+        if (std::strcmp(function, "fcntl") == 0)
+            return ENOLCK;
         return std::strcmp(function, "posix_spawn") == 0 || std::strcmp(function, "pthread_create") == 0 ? EAGAIN : ENOMEM;
     }
 }
@@ -223,6 +229,10 @@ KELGEN_CALL(int, fsetxattr, (int file, const char* name, const void* value, std:
 KELGEN_CALL(ssize_t, fgetxattr, (int file, const char* name, void* value, std::size_t size), (file, name, value, size), kMayLookUp)
 KELGEN_CALL(ssize_t, flistxattr, (int file, char* names, std::size_t size), (file, names, size), kMayLookUp)
 
+KELGEN_CALL(int, removexattr, (const char* path, const char* name), (path, name), kMayChangeEntries)
+KELGEN_CALL(int, statvfs, (const char* path, struct statvfs* volume), (path, volume), (kMay<broken, inputOutput, denied, memory>))
+KELGEN_CALL(int, chdir, (const char* path), (path), (kMay<inputOutput, denied, memory>))
+
 KELGEN_CALL(int, inotify_init1, (int flags), (flags), (kMay<descriptors, memory>))
 KELGEN_CALL(int, inotify_add_watch, (int file, const char* path, std::uint32_t mask), (file, path, mask), (kMay<space, denied, memory>))
 KELGEN_CALL(int, epoll_create1, (int flags), (flags), (kMay<descriptors, memory>))
@@ -237,6 +247,7 @@ KELGEN_CALL(int, connect, (int socket, const sockaddr* address, socklen_t size),
 KELGEN_CALL(int, bind, (int socket, const sockaddr* address, socklen_t size), (socket, address, size), (kMay<denied, space>))
 KELGEN_CALL(int, accept4, (int socket, sockaddr* address, socklen_t* size, int flags), (socket, address, size, flags),
             (kMay<broken, descriptors, memory>))
+KELGEN_CALL(int, pipe2, (int ends[2], int flags), (ends, flags), (kMay<descriptors>))
 KELGEN_CALL(pid_t, waitpid, (pid_t id, int* status, int options), (id, status, options), (kMay<broken>))
 KELGEN_CALL(int, waitid, (idtype_t type, id_t id, siginfo_t* end, int options), (type, id, end, options), (kMay<broken>))
 
@@ -293,6 +304,40 @@ char* realpath(const char* path, char* target)
     return Fails("realpath", kMayLookUp) ? Failure("realpath"), nullptr : next(path, target);
 }
 
+char* getcwd(char* buffer, std::size_t size)
+{
+    static auto* const next = Next<char*(char*, std::size_t)>("getcwd");
+    return Fails("getcwd", kMay<memory>) ? Failure("getcwd"), nullptr : next(buffer, size);
+}
+
+iconv_t iconv_open(const char* to, const char* from)
+{
+    static auto* const next = Next<iconv_t(const char*, const char*)>("iconv_open");
+    if (Fails("iconv_open", kMay<descriptors, memory>)) {
+        Failure("iconv_open");
+        return reinterpret_cast<iconv_t>(-1);
+    }
+    return next(to, from);
+}
+
+// Locks of files alone.
+int fcntl(int file, int command, ...)
+{
+    static auto* const next = Next<int(int, int, ...)>("fcntl");
+    std::va_list more;
+    va_start(more, command);
+    void* const argument = va_arg(more, void*);
+    va_end(more);
+    return command == F_OFD_SETLK && Fails("fcntl", kMay<memory>) ? Failure("fcntl") : next(file, command, argument);
+}
+
+void* dlopen(const char* path, int mode)
+{
+    static auto* const next = Next<void*(const char*, int)>("dlopen");
+    // What is loaded already needs nothing of the system.
+    return path && !(mode & RTLD_NOLOAD) && Fails("dlopen", kMay<descriptors, memory>) ? nullptr : next(path, mode);
+}
+
 // Calls that have no function of their own.
 long syscall(long number, ...)
 {
@@ -305,7 +350,7 @@ long syscall(long number, ...)
     va_end(more);
     const bool fails = (number == SYS_pidfd_open && Fails("pidfd_open", kMay<descriptors, memory>)) ||
                        (number == SYS_getdents64 && Fails("getdents64", kMay<inputOutput>)) ||
-                       (number == SYS_futex && Fails("futex", kMay<broken>));
+                       (number == SYS_futex && (arguments[1] & FUTEX_CMD_MASK) == FUTEX_WAIT && Fails("futex", kMay<broken>));
     return fails ? Failure("syscall") : next(number, arguments[0], arguments[1], arguments[2], arguments[3], arguments[4], arguments[5]);
 }
 
@@ -317,6 +362,15 @@ int posix_spawn(pid_t* id, const char* path, const posix_spawn_file_actions_t* a
     if (Fails("posix_spawn", kMay<memory, denied, inputOutput>))
         return NumberOf("posix_spawn");
     return next(id, path, actions, attributes, arguments, environment);
+}
+
+int getpwuid_r(uid_t id, passwd* record, char* buffer, std::size_t size, passwd** result)
+{
+    static auto* const next = Next<decltype(getpwuid_r)>("getpwuid_r");
+    if (!Fails("getpwuid_r", kMay<broken, inputOutput, descriptors, memory>))
+        return next(id, record, buffer, size, result);
+    *result = nullptr;
+    return NumberOf("getpwuid_r");
 }
 
 int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*start)(void*), void* argument)

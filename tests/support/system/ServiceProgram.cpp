@@ -103,6 +103,9 @@ void WINAPI Main(DWORD count, LPSTR* arguments)
         Note(arguments[i]);
     stopEvent = CreateEventA(nullptr, FALSE, FALSE, nullptr);
     serviceHandle = RegisterServiceCtrlHandlerExA(arguments[0], Handle, context);
+    // Nobody could stop it.
+    if (!serviceHandle || !stopEvent)
+        std::_Exit(4);
     Report(SERVICE_START_PENDING);
     HoldFor("start");
     Report(SERVICE_RUNNING, Accepted());

@@ -2,6 +2,7 @@
 #include <kelgen/platform/posix/files/api/PathNames.h>
 
 #include <kelgen/platform/posix/base/NoMemory.h>
+#include <kelgen/platform/posix/base/Retry.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/FileEntries.h>
@@ -76,7 +77,7 @@ BOOL GetDiskFreeSpaceExA(LPCSTR folder, ULARGE_INTEGER* available, ULARGE_INTEGE
         if (!native)
             return FALSE;
         struct statvfs volume;
-        if (statvfs(native->c_str(), &volume) != 0)
+        if (Retry([&] { return statvfs(native->c_str(), &volume); }) != 0)
             return Fail(ErrorFromErrno(errno), FALSE);
 
         if (available)

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <new>
 
 using namespace kelgen::posix;
 
@@ -47,7 +48,12 @@ bool ChangeLock(const FileObject& object, const LockedRange& range, bool locked)
     lock.l_whence = SEEK_SET;
     lock.l_start = static_cast<off_t>(range.offset);
     lock.l_len = static_cast<off_t>(end - range.offset);
-    return fcntl(object.Number(), F_OFD_SETLK, &lock) == 0 || (errno != EAGAIN && errno != EACCES);
+    if (fcntl(object.Number(), F_OFD_SETLK, &lock) == 0)
+        return true;
+    // What the system has no room for nobody has locked; a file system without locks leaves them to this process.
+    if (errno == ENOLCK)
+        throw std::bad_alloc();
+    return errno != EAGAIN && errno != EACCES;
 }
 
 std::shared_ptr<FileObject> FindLockable(HANDLE file)
@@ -78,7 +84,10 @@ BOOL LockFile(HANDLE file, DWORD offsetLow, DWORD offsetHigh, DWORD sizeLow, DWO
     const LockedRange range = RangeOf(offsetLow, offsetHigh, sizeLow, sizeHigh);
     return ChangeLocks(file, [&range](const FileObject& object, auto& locks) {
         const bool ours = std::any_of(locks.begin(), locks.end(), [&](const LockedRange& other) { return Overlap(range, other); });
-        if (ours || !ChangeLock(object, range, true))
+        if (ours)
+            return false;
+        locks.reserve(locks.size() + 1);
+        if (!ChangeLock(object, range, true))
             return false;
         locks.push_back(range);
         return true;
@@ -92,8 +101,8 @@ BOOL UnlockFile(HANDLE file, DWORD offsetLow, DWORD offsetHigh, DWORD sizeLow, D
         const auto found = std::find(locks.begin(), locks.end(), range);
         if (found == locks.end())
             return false;
-        locks.erase(found);
         ChangeLock(object, range, false);
+        locks.erase(found);
         return true;
     });
 }

@@ -4,8 +4,10 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <climits>
 #include <cstdlib>
+#include <new>
 
 namespace kelgen::posix {
 
@@ -135,7 +137,12 @@ std::optional<std::string_view> Below(std::string_view native, std::string_view 
 std::string NativeCurrentFolder()
 {
     char buffer[PATH_MAX];
-    return getcwd(buffer, sizeof buffer) ? buffer : "/";
+    if (getcwd(buffer, sizeof buffer))
+        return buffer;
+    // Names must not come to lie elsewhere for want of memory; a folder that has gone has no name any more.
+    if (errno == ENOMEM)
+        throw std::bad_alloc();
+    return "/";
 }
 
 }  // namespace

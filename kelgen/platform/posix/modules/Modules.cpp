@@ -1,6 +1,7 @@
 // Modules.cpp: module handles, loading, procedures.
 #include <kelgen/platform/posix/modules/api/Modules.h>
 
+#include <kelgen/platform/posix/base/LibraryLoad.h>
 #include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/ProgramFile.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
@@ -15,7 +16,9 @@
 
 #include <algorithm>
 #include <map>
+#include <memory>
 #include <mutex>
+#include <new>
 
 using namespace kelgen::posix;
 
@@ -111,15 +114,37 @@ std::vector<std::string> FileNames(const std::string& name)
     return names;
 }
 
-HMODULE Keep(void* library)
+// Keeps the reference that was taken; without memory it is given back.
+HMODULE Keep(void* taken)
 {
+    struct Unload
+    {
+        void operator()(void* library) const { dlclose(library); }
+    };
+    std::unique_ptr<void, Unload> library(taken);
     const link_map* map = nullptr;
-    dlinfo(library, RTLD_DI_LINKMAP, &map);
+    dlinfo(library.get(), RTLD_DI_LINKMAP, &map);
     const HMODULE module = ModuleOfAddress(map->l_ld);
     References& references = AllReferences();
     const std::lock_guard lock(references.mutex);
-    references.taken[module].push_back(library);
+    references.taken[module].push_back(taken);
+    library.release();
     return module;
+}
+
+// The latest reference to the module, which is the caller's now; null when there is none.
+void* TakeReference(HMODULE module)
+{
+    References& references = AllReferences();
+    const std::lock_guard lock(references.mutex);
+    const auto taken = references.taken.find(module);
+    if (taken == references.taken.end())
+        return nullptr;
+    void* const library = taken->second.back();
+    taken->second.pop_back();
+    if (taken->second.empty())
+        references.taken.erase(taken);
+    return library;
 }
 
 // The module of the library at path, or null; found becomes true when there is a file at all.
@@ -128,8 +153,13 @@ HMODULE LoadFile(const std::string& path, bool& found)
     struct stat status;
     if (HasFolder(path) && (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)))
         return nullptr;
+    const LibraryLoad load;
     void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     found = found || HasFolder(path);
+    if (library && load.lacksMemory) {
+        dlclose(library);
+        throw std::bad_alloc();
+    }
     return library ? Keep(library) : nullptr;
 }
 
@@ -284,23 +314,13 @@ BOOL FreeLibrary(HMODULE module)
 {
     if (!module)
         return Fail(ERROR_INVALID_HANDLE, FALSE);
-    if (!IsModule(module))
-        return Fail(ERROR_MOD_NOT_FOUND, FALSE);
 
-    void* library = nullptr;
-    {
-        References& references = AllReferences();
-        const std::lock_guard lock(references.mutex);
-        const auto taken = references.taken.find(module);
-        if (taken == references.taken.end())
-            return TRUE;
-        library = taken->second.back();
-        taken->second.pop_back();
-        if (taken->second.empty())
-            references.taken.erase(taken);
+    // First, since it takes no memory: what is loaded can be given back at any time.
+    if (void* const library = TakeReference(module)) {
+        dlclose(library);
+        return TRUE;
     }
-    dlclose(library);
-    return TRUE;
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return IsModule(module) ? TRUE : Fail(ERROR_MOD_NOT_FOUND, FALSE); });
 }
 
 FARPROC GetProcAddress(HMODULE module, LPCSTR name)

@@ -19,7 +19,7 @@ public:
     static constexpr WCHAR kLead = 0xFFFF;
 
     /// The page, or null when it does not exist or is none of bytes and pairs (UTF-7, UTF-8, symbols). Built at the first look-up
-    /// and kept. Threads: any.
+    /// and kept. Throws: std::bad_alloc when it cannot be built now. Threads: any.
     static const CodePage* Find(UINT number);
 
     UINT Number() const { return m_number; }

@@ -2,6 +2,7 @@
 #include <kelgen/platform/posix/nls/CodePageConverter.h>
 
 #include <cerrno>
+#include <new>
 #include <utility>
 
 namespace kelgen::posix {
@@ -30,9 +31,15 @@ Conversion Convert(iconv_t converter, char* from, std::size_t size, char* to, st
 
 }  // namespace
 
-CodePageConverter::CodePageConverter(const std::string& name)
-    : m_decoder(iconv_open(kUnits, name.c_str())), m_encoder(iconv_open(name.c_str(), kUnits))
-{}
+CodePageConverter::CodePageConverter(const std::string& name) : m_decoder(Opened(kUnits, name.c_str()))
+{
+    try {
+        m_encoder = Opened(name.c_str(), kUnits);
+    } catch (const std::bad_alloc&) {
+        Close(m_decoder);
+        throw;
+    }
+}
 
 CodePageConverter::CodePageConverter(CodePageConverter&& other) noexcept
     : m_decoder(std::exchange(other.m_decoder, kClosed)), m_encoder(std::exchange(other.m_encoder, kClosed))
@@ -40,10 +47,22 @@ CodePageConverter::CodePageConverter(CodePageConverter&& other) noexcept
 
 CodePageConverter::~CodePageConverter()
 {
-    if (m_decoder != kClosed)
-        iconv_close(m_decoder);
-    if (m_encoder != kClosed)
-        iconv_close(m_encoder);
+    Close(m_decoder);
+    Close(m_encoder);
+}
+
+iconv_t CodePageConverter::Opened(const char* to, const char* from)
+{
+    const iconv_t opened = iconv_open(to, from);
+    if (opened == kClosed && errno != EINVAL)
+        throw std::bad_alloc();
+    return opened;
+}
+
+void CodePageConverter::Close(iconv_t converter)
+{
+    if (converter != kClosed)
+        iconv_close(converter);
 }
 
 CodePageConverter::Result CodePageConverter::ToUnit(std::string bytes)

@@ -14,6 +14,7 @@ namespace kelgen::posix {
 class CodePageConverter
 {
 public:
+    /// Throws: std::bad_alloc when the C library lacks memory or files for it, which says nothing of the name.
     explicit CodePageConverter(const std::string& name);
     ~CodePageConverter();
     CodePageConverter(CodePageConverter&& other) noexcept;
@@ -36,8 +37,12 @@ public:
 private:
     static inline const iconv_t kClosed = reinterpret_cast<iconv_t>(-1);
 
-    iconv_t m_decoder;
-    iconv_t m_encoder;
+    /// The converter; kClosed for a name that is unknown.
+    static iconv_t Opened(const char* to, const char* from);
+    static void Close(iconv_t converter);
+
+    iconv_t m_decoder = kClosed;
+    iconv_t m_encoder = kClosed;
 };
 
 }  // namespace kelgen::posix

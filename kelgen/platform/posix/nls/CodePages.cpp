@@ -1,6 +1,7 @@
 // CodePages.cpp: the calls for code pages.
 #include <kelgen/platform/posix/nls/api/CodePages.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/nls/CodePage.h>
@@ -30,6 +31,15 @@ UINT PageFromEnvironment(const char* variable, UINT standard)
 
     const UINT page = static_cast<UINT>(std::strtoul(text, nullptr, 10));
     return IsValidCodePage(page) && page != kGb18030 ? page : standard;
+}
+
+// Finds the table of a page; false with the last error.
+bool FindTable(UINT number, const CodePage*& table)
+{
+    return OrNoMemory(false, [&] {
+        table = CodePage::Find(number);
+        return table || Fail(ERROR_INVALID_PARAMETER, false);
+    });
 }
 
 // The call's result for a conversion that ended; sizes are bounded by the caller's own capacities.
@@ -71,6 +81,17 @@ int EncodeGb18030Text(DWORD flags, Units from, ByteRoom to, LPBOOL usedDefault)
     if (usedDefault)
         *usedDefault = converted.outcome == Outcome::kDone && converted.hasReplaced;
     return Finish(converted);
+}
+
+// Text of one page in another; FALSE, with the last error, when a table cannot be built now.
+BOOL Exchange(UINT fromPage, DWORD flags, LPCSTR from, UINT toPage, LPSTR to)
+{
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
+        std::vector<WCHAR> wide(std::strlen(from) + 1);
+        const int units = MultiByteToWideChar(fromPage, flags, from, -1, wide.data(), static_cast<int>(wide.size()));
+        const int size = WideCharToMultiByte(toPage, 0, wide.data(), units, nullptr, 0, nullptr, nullptr);
+        return WideCharToMultiByte(toPage, 0, wide.data(), units, to, size, nullptr, nullptr) != 0;
+    });
 }
 
 }  // namespace
@@ -118,7 +139,7 @@ BOOL IsValidCodePage(UINT page)
     case kGb18030:
         return HasGb18030();
     default:
-        return CodePage::Find(page) != nullptr;
+        return OrNoMemory<BOOL>(FALSE, [page]() -> BOOL { return CodePage::Find(page) != nullptr; });
     }
 }
 
@@ -185,9 +206,9 @@ int MultiByteToWideChar(UINT page, DWORD flags, LPCCH text, int length, LPWSTR w
         return Finish(DecodeGb18030(flags != 0, from, to));
     }
 
-    const CodePage* table = number == CP_UTF8 ? nullptr : CodePage::Find(number);
-    if (!table && number != CP_UTF8)
-        return Fail(ERROR_INVALID_PARAMETER, 0);
+    const CodePage* table = nullptr;
+    if (number != CP_UTF8 && !FindTable(number, table))
+        return 0;
     if ((flags & ~kDecodeFlags) != 0)
         return Fail(ERROR_INVALID_FLAGS, 0);
 
@@ -212,9 +233,9 @@ int WideCharToMultiByte(UINT page, DWORD flags, LPCWCH wide, int length, LPSTR t
     if (number == kGb18030 && HasGb18030())
         return EncodeGb18030Text(flags, from, to, usedDefault);
 
-    const CodePage* table = number == CP_UTF8 ? nullptr : CodePage::Find(number);
-    if (!table && number != CP_UTF8)
-        return Fail(ERROR_INVALID_PARAMETER, 0);
+    const CodePage* table = nullptr;
+    if (number != CP_UTF8 && !FindTable(number, table))
+        return 0;
     if ((flags & ~kEncodeFlags) != 0)
         return Fail(ERROR_INVALID_FLAGS, 0);
 
@@ -240,11 +261,7 @@ BOOL CharToOemA(LPCSTR ansi, LPSTR oem)
     if (!ansi || !oem)
         return FALSE;
 
-    std::vector<WCHAR> wide(std::strlen(ansi) + 1);
-    const int units = MultiByteToWideChar(CP_ACP, 0, ansi, -1, wide.data(), static_cast<int>(wide.size()));
-    const int size = WideCharToMultiByte(CP_OEMCP, 0, wide.data(), units, nullptr, 0, nullptr, nullptr);
-    WideCharToMultiByte(CP_OEMCP, 0, wide.data(), units, oem, size, nullptr, nullptr);
-    return TRUE;
+    return Exchange(CP_ACP, 0, ansi, CP_OEMCP, oem);
 }
 
 BOOL OemToCharA(LPCSTR oem, LPSTR ansi)
@@ -252,9 +269,5 @@ BOOL OemToCharA(LPCSTR oem, LPSTR ansi)
     if (!oem || !ansi)
         return FALSE;
 
-    std::vector<WCHAR> wide(std::strlen(oem) + 1);
-    const int units = MultiByteToWideChar(CP_OEMCP, MB_USEGLYPHCHARS, oem, -1, wide.data(), static_cast<int>(wide.size()));
-    const int size = WideCharToMultiByte(CP_ACP, 0, wide.data(), units, nullptr, 0, nullptr, nullptr);
-    WideCharToMultiByte(CP_ACP, 0, wide.data(), units, ansi, size, nullptr, nullptr);
-    return TRUE;
+    return Exchange(CP_OEMCP, MB_USEGLYPHCHARS, oem, CP_ACP, ansi);
 }

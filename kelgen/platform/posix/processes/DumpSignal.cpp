@@ -4,7 +4,9 @@
 #include <cerrno>
 #include <csignal>
 #include <mutex>
+#include <system_error>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include <fcntl.h>
@@ -69,12 +71,20 @@ bool CallOnDumpSignal(void (*call)())
         Calls::Get().list.push_back(call);
         return true;
     }
+    Calls::Get().list.reserve(1);
     struct sigaction before = {};
     if (sigaction(SIGUSR1, nullptr, &before) != 0 || before.sa_handler != SIG_DFL || pipe2(wakeUp, O_CLOEXEC) != 0)
         return false;
     fcntl(wakeUp[1], F_SETFL, O_NONBLOCK);
-    Calls::Get().list.push_back(call);
-    std::thread(Answer).detach();
+    try {
+        Calls::Get().list.push_back(call);
+        std::thread(Answer).detach();
+    } catch (const std::system_error&) {
+        Calls::Get().list.pop_back();
+        for (int& end : wakeUp)
+            close(std::exchange(end, -1));
+        return false;
+    }
     struct sigaction action = {};
     action.sa_handler = NoteDumpSignal;
     action.sa_flags = SA_RESTART;

@@ -231,7 +231,7 @@ bool IsRunning(DWORD id)
 
 bool MayLookInto(DWORD id)
 {
-    return static_cast<bool>(Descriptor(open(FileOf(id, "maps").c_str(), O_RDONLY | O_CLOEXEC)));
+    return static_cast<bool>(Descriptor(Retry([&] { return open(FileOf(id, "maps").c_str(), O_RDONLY | O_CLOEXEC); })));
 }
 
 }  // namespace kelgen::posix

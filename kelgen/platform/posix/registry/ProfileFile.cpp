@@ -6,14 +6,13 @@
 #include <kelgen/platform/posix/base/Retry.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
+#include <kelgen/platform/posix/files/FileLikeness.h>
 #include <kelgen/platform/posix/files/Paths.h>
 
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
-#include <sys/xattr.h>
 
-#include <algorithm>
 #include <array>
 #include <climits>
 #include <cstdio>
@@ -133,7 +132,7 @@ private:
             return false;
         if (!Fill(bytes))
             return false;
-        return Resemble(old, state) ? Rename() : Overwrite(bytes);
+        return MakeAlike(m_file.Get(), old, state) ? Rename() : Overwrite(bytes);
     }
 
     bool IsStrangers() const
@@ -148,25 +147,6 @@ private:
     {
         return Retry([&] { return ftruncate(m_file.Get(), 0); }) == 0 && WriteFully(m_file.Get(), bytes) &&
                Retry([&] { return fsync(m_file.Get()); }) == 0;
-    }
-
-    /// Gives it the owner, the mode and the extended attributes, access lists among them, of @p old. False when it may not.
-    bool Resemble(int old, const struct stat& state) const
-    {
-        if (fchown(m_file.Get(), state.st_uid, state.st_gid) != 0)
-            return false;
-        std::string names(static_cast<std::size_t>(std::max<ssize_t>(flistxattr(old, nullptr, 0), 0)), '\0');
-        names.resize(static_cast<std::size_t>(std::max<ssize_t>(flistxattr(old, names.data(), names.size()), 0)));
-        for (std::size_t begin = 0; begin < names.size(); begin = names.find('\0', begin) + 1) {
-            const char* const name = names.c_str() + begin;
-            std::string value(static_cast<std::size_t>(std::max<ssize_t>(fgetxattr(old, name, nullptr, 0), 0)), '\0');
-            // What the system keeps for itself it gives to each file.
-            const bool isKept = fgetxattr(old, name, value.data(), value.size()) == static_cast<ssize_t>(value.size()) &&
-                                fsetxattr(m_file.Get(), name, value.data(), value.size(), 0) == 0;
-            if (!isKept && !std::string_view(name).starts_with("security."))
-                return false;
-        }
-        return fchmod(m_file.Get(), state.st_mode & 07777) == 0;
     }
 
     bool Rename()

@@ -72,6 +72,9 @@ class FileBytes : public ByteSource
 public:
     FileBytes(Descriptor file, ULONGLONG size) : ByteSource(size), m_file(std::move(file)) {}
 
+    /// Why the last read that failed did, as errno; 0 when none has.
+    int Error() const { return m_error; }
+
 private:
     static constexpr std::size_t kPage = 4096;
 
@@ -93,12 +96,16 @@ private:
 
     std::size_t ReadFile(ULONGLONG offset, std::span<BYTE> target) const
     {
-        return ReadFullyAt(m_file.Get(), target, static_cast<off_t>(offset)).value_or(0);
+        const auto count = ReadFullyAt(m_file.Get(), target, static_cast<off_t>(offset));
+        if (!count)
+            m_error = errno;
+        return count.value_or(0);
     }
 
     Descriptor m_file;
     mutable ULONGLONG m_start = 0;
     mutable std::size_t m_count = 0;
+    mutable int m_error = 0;
     mutable BYTE m_pages[2 * kPage];
 };
 

@@ -1,6 +1,8 @@
 // ResourceModules.cpp: the process's list of registered resources.
 #include <kelgen/platform/posix/resources/api/ResourceModules.h>
 
+#include <kelgen/platform/posix/base/LibraryLoad.h>
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/resources/ResourceTable.h>
 
 #include <algorithm>
@@ -31,11 +33,18 @@ Registrations& All()
 
 }  // namespace
 
-RegisteredResources::RegisteredResources(const void* module, const void* begin, const void* end)
-    : m_table(std::make_shared<ResourceTable>(std::span(static_cast<const BYTE*>(begin), static_cast<const BYTE*>(end)))), m_module(module)
+RegisteredResources::RegisteredResources(const void* module, const void* begin, const void* end) : m_module(module)
 {
-    const std::lock_guard lock(All().mutex);
-    All().list.push_back({m_module, m_table});
+    try {
+        const MemoryMode own(true);
+        m_table = std::make_shared<ResourceTable>(std::span(static_cast<const BYTE*>(begin), static_cast<const BYTE*>(end)));
+        const std::lock_guard lock(All().mutex);
+        All().list.push_back({m_module, m_table});
+    } catch (const std::bad_alloc&) {
+        if (!LibraryLoad::Current())
+            throw;
+        LibraryLoad::Current()->lacksMemory = true;
+    }
 }
 
 RegisteredResources::~RegisteredResources()

@@ -2,6 +2,7 @@
 #include <kelgen/platform/posix/resources/api/VersionInformation.h>
 
 #include <kelgen/platform/posix/base/NoMemory.h>
+#include <kelgen/platform/posix/base/Retry.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/files/Paths.h>
@@ -50,15 +51,16 @@ std::optional<std::vector<BYTE>> ResourceOf(const std::string& name)
     if (!path)
         return std::nullopt;
     // A pipe without a writer must not hold the caller up.
-    Descriptor file(open(path->c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    Descriptor file(Retry([&] { return open(path->c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK); }));
     struct stat status;
     if (!file || fstat(file.Get(), &status) != 0)
         return Fail(ErrorFromErrno(errno), std::nullopt);
     if (S_ISDIR(status.st_mode))
         return Fail(ERROR_ACCESS_DENIED, std::nullopt);
     const ULONGLONG size = S_ISREG(status.st_mode) ? static_cast<ULONGLONG>(status.st_size) : 0;
-    auto resource = FindVersionResource(FileBytes(std::move(file), size));
-    return resource ? resource : Fail(ERROR_RESOURCE_DATA_NOT_FOUND, resource);
+    const FileBytes bytes(std::move(file), size);
+    auto resource = FindVersionResource(bytes);
+    return resource ? resource : Fail(bytes.Error() ? ErrorFromErrno(bytes.Error()) : ERROR_RESOURCE_DATA_NOT_FOUND, resource);
 }
 
 DWORD BlockSize(const std::string& name, LPDWORD handle)

@@ -121,15 +121,19 @@ bool Reports(const StartedService& service, ULONGLONG deadline)
 {
     constexpr ULONGLONG kTurnMilliseconds = 50;
     char report;
-    while (!ReceiveBytes(service.channel.Get(), &report, sizeof report, std::min(deadline, GetTickCount64() + kTurnMilliseconds))) {
+    for (;;) {
+        const ULONGLONG turn = std::min(deadline, GetTickCount64() + kTurnMilliseconds);
+        if (ReceiveBytes(service.channel.Get(), &report, sizeof report, turn))
+            return true;
         const std::shared_ptr<Waitable> process = service.process;
         // Asked for once more after the end: it may have reported just before.
         if (WaitForObjects({&process, 1}, false, 0) == WAIT_OBJECT_0)
             return ReceiveBytes(service.channel.Get(), &report, sizeof report, GetTickCount64() + kTurnMilliseconds);
-        if (GetTickCount64() >= deadline)
+        // Nothing more comes from a channel that the service has closed.
+        const ULONGLONG now = GetTickCount64();
+        if (now >= deadline || now < turn)
             return false;
     }
-    return true;
 }
 
 BOOL Start(SC_HANDLE handle, const std::vector<std::string>& arguments)
@@ -158,11 +162,13 @@ BOOL Start(SC_HANDLE handle, const std::vector<std::string>& arguments)
     record.status.dwServiceType = configuration->type;
     record.status.dwCurrentState = SERVICE_START_PENDING;
     record.process = service.process->Id();
-    record.processStart = StartOfProcess(record.process).value_or(0);
-    const DWORD error = folder.Write(record, [](const ServiceRecord&) { return true; });
+    const auto begin = StartOfProcess(record.process);
+    record.processStart = begin.value_or(0);
+    const DWORD error = begin ? folder.Write(record, [](const ServiceRecord&) { return true; }) : DWORD{ERROR_SUCCESS};
 
     const ULONGLONG deadline = GetTickCount64() + kStartMilliseconds;
-    if (error == ERROR_SUCCESS && SendBytes(service.channel.Get(), StartMessage(object->Name(), arguments)) && Reports(service, deadline))
+    if (begin && error == ERROR_SUCCESS && SendBytes(service.channel.Get(), StartMessage(object->Name(), arguments)) &&
+        Reports(service, deadline))
         return TRUE;
     service.process->Kill(ERROR_SERVICE_REQUEST_TIMEOUT);
     folder.Write(*before, [&record](const ServiceRecord& now) { return now.IsOf(record.process, record.processStart); });

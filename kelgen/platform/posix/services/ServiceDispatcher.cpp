@@ -20,6 +20,7 @@
 #include <sys/socket.h>
 
 #include <atomic>
+#include <cerrno>
 #include <cstdlib>
 
 using namespace kelgen::posix;
@@ -48,7 +49,8 @@ public:
     {}
 
     const StartArguments& Start() const { return m_start; }
-    bool IsReady() const { return m_listener && m_stopped; }
+    /// Whether it can be asked, and its reports told from those of another process.
+    bool IsReady() const { return m_listener && m_stopped && m_processStart != 0; }
 
     void SetHandler(Handler handler)
     {
@@ -66,10 +68,8 @@ public:
         const auto isOurs = [this](const ServiceRecord& now) { return now.IsOf(m_process, m_processStart) && !now.IsStopped(); };
         if (const DWORD error = m_folder.Write(record, isOurs))
             return error;
-        if (m_channel) {
-            SendBytes(m_channel.Get(), "r");
+        if (m_channel && SendBytes(m_channel.Get(), "r"))
             m_channel = Descriptor();
-        }
         if (status.dwCurrentState == SERVICE_STOPPED)
             eventfd_write(m_stopped.Get(), 1);
         return ERROR_SUCCESS;
@@ -78,36 +78,82 @@ public:
     /// Takes controls until the service has reported its stop.
     void TakeControls()
     {
-        // A client that says nothing waits aside, until it is the eldest of too many.
-        constexpr std::size_t kMostClients = 64;
         std::vector<Descriptor> clients;
-        for (;;) {
-            std::vector<pollfd> wanted = {{m_stopped.Get(), POLLIN, 0}, {m_listener.Get(), POLLIN, 0}};
-            for (const Descriptor& client : clients)
-                wanted.push_back({client.Get(), POLLIN, 0});
-            if (Retry([&] { return poll(wanted.data(), wanted.size(), -1); }) < 0)
-                continue;
-            if (wanted[0].revents)
-                break;
-            for (std::size_t i = clients.size(); i-- > 0;) {
-                if (!wanted[i + 2].revents)
-                    continue;
-                TakeControl(clients[i]);
-                clients.erase(clients.begin() + static_cast<std::ptrdiff_t>(i));
-            }
-            if (!wanted[1].revents)
-                continue;
-            Descriptor client(Retry([&] { return accept4(m_listener.Get(), nullptr, nullptr, SOCK_CLOEXEC); }));
-            if (client && IsOfUser(client.Get()))
-                clients.push_back(std::move(client));
-            if (clients.size() > kMostClients)
-                clients.erase(clients.begin());
+        for (Turn turn = Turn::taken; turn != Turn::stopped;) {
+            turn = OrNoMemory(Turn::lacking, [&] { return TakeTurn(clients); });
+            if (turn == Turn::lacking)
+                turn = Refuse(clients);
         }
         const ServiceLock lock = LockServices();
         RemoveIfDue(m_start.name);
     }
 
 private:
+    enum class Turn
+    {
+        taken,
+        lacking,
+        stopped,
+    };
+
+    /// Waits for clients and takes what they send. A client that says nothing waits aside, until it is the eldest of too many.
+    Turn TakeTurn(std::vector<Descriptor>& clients)
+    {
+        constexpr std::size_t kMostClients = 64;
+        std::vector<pollfd> wanted = {{m_stopped.Get(), POLLIN, 0}, {m_listener.Get(), POLLIN, 0}};
+        for (const Descriptor& client : clients)
+            wanted.push_back({client.Get(), POLLIN, 0});
+        clients.reserve(clients.size() + 1);
+        if (Retry([&] { return poll(wanted.data(), wanted.size(), -1); }) < 0)
+            return Turn::lacking;
+        if (wanted[0].revents)
+            return Turn::stopped;
+        for (std::size_t i = clients.size(); i-- > 0;) {
+            if (!wanted[i + 2].revents)
+                continue;
+            // It goes with its answer, also when there is none.
+            const Descriptor client = std::move(clients[i]);
+            clients.erase(clients.begin() + static_cast<std::ptrdiff_t>(i));
+            TakeControl(client);
+        }
+        if (!wanted[1].revents)
+            return Turn::taken;
+        Descriptor client(Retry([&] { return accept4(m_listener.Get(), nullptr, nullptr, SOCK_CLOEXEC); }));
+        if (!client && errno != ECONNABORTED)
+            return Turn::lacking;
+        if (client && IsOfUser(client.Get()))
+            clients.push_back(std::move(client));
+        if (clients.size() > kMostClients)
+            clients.erase(clients.begin());
+        return Turn::taken;
+    }
+
+    /// A turn without memory or descriptors: the eldest client is told so.
+    Turn Refuse(std::vector<Descriptor>& clients)
+    {
+        constexpr int kTurnMilliseconds = 50;
+        pollfd wanted[] = {{m_stopped.Get(), POLLIN, 0}, {m_listener.Get(), POLLIN, 0}};
+        if (poll(wanted, clients.empty() ? 2 : 1, clients.empty() ? kTurnMilliseconds : 0) > 0 && wanted[0].revents)
+            return Turn::stopped;
+        Descriptor eldest;
+        if (!clients.empty()) {
+            eldest = std::move(clients.front());
+            clients.erase(clients.begin());
+        } else if (wanted[1].revents) {
+            eldest = Descriptor(accept4(m_listener.Get(), nullptr, nullptr, SOCK_CLOEXEC));
+            if (!eldest)
+                poll(wanted, 1, kTurnMilliseconds);
+        }
+        if (eldest && IsOfUser(eldest.Get()))
+            Answer(eldest, ERROR_NOT_ENOUGH_MEMORY);
+        return Turn::taken;
+    }
+
+    static void Answer(const Descriptor& client, DWORD error)
+    {
+        SendBytes(client.Get(), {reinterpret_cast<const char*>(&error), sizeof error});
+    }
+
     void TakeControl(const Descriptor& connection)
     {
         const auto control = ReadControl(connection.Get());
@@ -122,10 +168,11 @@ private:
         const bool takes = handler && !m_isStopping;
         const DWORD error = takes ? ERROR_SUCCESS : ERROR_SERVICE_CANNOT_ACCEPT_CTRL;
         if (takes) {
+            const MemoryMode ofHost(false);
             handler(*control);
             m_isStopping = *control == SERVICE_CONTROL_STOP;
         }
-        SendBytes(connection.Get(), {reinterpret_cast<const char*>(&error), sizeof error});
+        Answer(connection, error);
     }
 
     const StartArguments m_start;
@@ -259,12 +306,12 @@ Handler Extended(LPHANDLER_FUNCTION_EX handler, LPVOID context)
 
 BOOL StartServiceCtrlDispatcherA(const SERVICE_TABLE_ENTRYA* table)
 {
-    return Dispatch<CHAR>(table);
+    return OrNoMemory<BOOL>(FALSE, [table] { return Dispatch<CHAR>(table); });
 }
 
 BOOL StartServiceCtrlDispatcherW(const SERVICE_TABLE_ENTRYW* table)
 {
-    return Dispatch<WCHAR>(table);
+    return OrNoMemory<BOOL>(FALSE, [table] { return Dispatch<WCHAR>(table); });
 }
 
 SERVICE_STATUS_HANDLE RegisterServiceCtrlHandlerA(LPCSTR, LPHANDLER_FUNCTION handler)

@@ -74,33 +74,23 @@ template <class Unit>
 class FormatCheck
 {
 public:
-    FormatCheck(const char* caller, const FormatArgument* arguments, std::size_t count)
-        : m_caller(caller), m_arguments(arguments), m_count(count)
+    FormatCheck(const char* caller, const Unit* format, const FormatArgument* arguments, std::size_t count)
+        : m_caller(caller), m_arguments(arguments), m_count(count), m_walk(format, *this)
     {}
 
-    void Run(const Unit* format)
+    void Run()
     {
-        PrintfDirectiveReader<Unit, FormatCheck> reader(*this);
-        while (*format) {
-            if (*format++ != '%')
-                continue;
-            if (*format == '%') {
-                ++format;
-                continue;
-            }
-            m_first = format;
-            PrintfDirective directive;
-            format = reader.Read(format, directive);
+        for (PrintfDirective directive; m_walk.Next(directive);) {
             const FormatArgument wanted = WantedBy(directive, sizeof(Unit) > 1);
             if (wanted != FormatArgument::Other)
-                Take(wanted, format);
+                Take(wanted, m_walk.End());
         }
     }
 
     /// The reader asks for a star's argument here. Its value does not matter.
     int Int()
     {
-        const Unit* end = m_first;
+        const Unit* end = m_walk.Begin();
         while (*end && *end != '*')
             ++end;
         Take(FormatArgument::Int, *end ? end + 1 : end);
@@ -122,7 +112,7 @@ private:
     std::string Conversion(const Unit* end) const
     {
         std::string text = "%";
-        for (const Unit* at = m_first; at < end; ++at)
+        for (const Unit* at = m_walk.Begin(); at < end; ++at)
             text += static_cast<char>(*at);
         return text;
     }
@@ -131,19 +121,19 @@ private:
     const FormatArgument* const m_arguments;
     const std::size_t m_count;
     std::size_t m_next = 0;
-    const Unit* m_first = nullptr;
+    PrintfDirectiveWalk<Unit, FormatCheck> m_walk;
 };
 
 }  // namespace
 
 void CheckFormat(const char* caller, const char* format, const FormatArgument* arguments, std::size_t count)
 {
-    FormatCheck<char>(caller, arguments, count).Run(format);
+    FormatCheck<char>(caller, format, arguments, count).Run();
 }
 
 void CheckFormat(const char* caller, const unsigned short* format, const FormatArgument* arguments, std::size_t count)
 {
-    FormatCheck<unsigned short>(caller, arguments, count).Run(format);
+    FormatCheck<unsigned short>(caller, format, arguments, count).Run();
 }
 
 }  // namespace kelgen::detail

@@ -208,4 +208,40 @@ private:
     Arguments& m_arguments;
 };
 
+/// Goes along the directives of a format, of which "%%" is none.
+template <class Unit, class Arguments>
+class PrintfDirectiveWalk
+{
+public:
+    /// Stars take their numbers from @p arguments.
+    PrintfDirectiveWalk(const Unit* format, Arguments& arguments) : m_end(format), m_reader(arguments) {}
+
+    /// Reads the next one; false when there is no more.
+    bool Next(PrintfDirective& directive)
+    {
+        while (*m_end) {
+            if (*m_end++ != '%')
+                continue;
+            m_begin = m_end;
+            if (*m_end == '%') {
+                ++m_end;
+                continue;
+            }
+            directive = {};
+            m_end = m_reader.Read(m_end, directive);
+            return true;
+        }
+        return false;
+    }
+
+    /// Behind the percent sign of the one that is or was read, and, once it was, behind its letter.
+    const Unit* Begin() const { return m_begin; }
+    const Unit* End() const { return m_end; }
+
+private:
+    const Unit* m_begin = nullptr;
+    const Unit* m_end;
+    PrintfDirectiveReader<Unit, Arguments> m_reader;
+};
+
 }  // namespace kelgen::detail

@@ -6,6 +6,7 @@
 #include <array>
 #include <atomic>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace kelgen::posix::user {
@@ -38,6 +39,17 @@ public:
     void Add(const std::shared_ptr<Hook>& hook);
     void Remove(const Hook& hook);
     std::vector<std::shared_ptr<Hook>> All() const;
+
+    /// Takes all out, without memory; @p taken sees each.
+    template <class Taken>
+    void Clear(Taken taken)
+    {
+        for (auto& list : m_lists)
+            if (const auto gone = std::exchange(list, nullptr))
+                for (const auto& hook : *gone)
+                    taken(*hook);
+        m_types = 0;
+    }
 
 private:
     void Replace(int type, HookList list);

@@ -114,11 +114,10 @@ BOOL CallFilters(MSG* message, int code)
 void TakeOutHooksOf(ThreadQueue& queue)
 {
     const DesktopGuard guard;
-    for (const auto& hook : queue.hooks.All()) {
-        hook->removed = true;
-        queue.hooks.Remove(*hook);
-        HooksByHandle().erase(hook->handle);
-    }
+    queue.hooks.Clear([](Hook& hook) {
+        hook.removed = true;
+        HooksByHandle().erase(hook.handle);
+    });
 }
 
 }  // namespace kelgen::posix::user

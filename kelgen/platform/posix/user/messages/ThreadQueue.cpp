@@ -1,6 +1,7 @@
 // ThreadQueue.cpp: what other threads put into a queue, and what is left when a window or the thread goes.
 #include <kelgen/platform/posix/user/messages/ThreadQueue.h>
 
+#include <kelgen/platform/posix/base/NoMemory.h>
 #include <kelgen/platform/posix/threads/api/Ticks.h>
 #include <kelgen/platform/posix/user/objects/ThreadWindows.h>
 #include <kelgen/platform/posix/user/objects/WindowObject.h>
@@ -151,38 +152,48 @@ void ThreadQueue::ForgetWindow(HWND window)
         m_timers.StopAllOf(window);
         m_hasTimers = !m_timers.Empty();
     }
-    // One by one: a list of them would need memory.
+    Lose([window](const SentMessage& sent) { return sent.window == window && !sent.calledBack; });
+}
+
+// Answers the sent messages that @p concerns chooses, which nobody takes any more. One by one: a list of them would need memory.
+template <class Concerns>
+void ThreadQueue::Lose(Concerns concerns)
+{
     for (;;) {
         std::shared_ptr<SentMessage> lost;
         {
             const std::lock_guard lock(m_lock);
-            const auto found =
-                std::ranges::find_if(m_sent, [window](const auto& sent) { return sent->window == window && !sent->calledBack; });
+            const auto found = std::ranges::find_if(m_sent, [&concerns](const auto& sent) { return concerns(*sent); });
             if (found == m_sent.end())
                 return;
             lost = std::move(*found);
             m_sent.erase(found);
             m_hasSent = !m_sent.empty();
         }
-        lost->Answer(lost, 0, SentMessage::State::Lost);
+        Lose(lost);
     }
+}
+
+// Without memory a callback is lost, too; a sender that waits is told.
+void ThreadQueue::Lose(const std::shared_ptr<SentMessage>& sent)
+{
+    OrNoMemory(false, [&sent] {
+        sent->Answer(sent, 0, SentMessage::State::Lost);
+        return true;
+    });
 }
 
 void ThreadQueue::End()
 {
-    std::deque<std::shared_ptr<SentMessage>> unanswered;
     {
         const std::lock_guard lock(m_lock);
         m_ended = true;
-        unanswered.swap(m_sent);
-        m_hasSent = false;
     }
     ForgetQueue(*this);
     DestroyWindowsOf(*this);
     if (m_received)
-        m_received->Answer(m_received, 0, SentMessage::State::Lost);
-    for (const auto& sent : unanswered)
-        sent->Answer(sent, 0, SentMessage::State::Lost);
+        Lose(m_received);
+    Lose([](const SentMessage&) { return true; });
     TakeOutHooksOf(*this);
 }
 

@@ -138,6 +138,9 @@ private:
         Again
     };
 
+    template <class Concerns>
+    void Lose(Concerns concerns);
+    static void Lose(const std::shared_ptr<SentMessage>& sent);
     void NoteSeenLocked(UINT kinds);
     void Serve(const std::shared_ptr<SentMessage>& message);
     bool Take(const MSG& message, LPARAM extra);

@@ -136,18 +136,15 @@ DWORD MsgWaitForMultipleObjectsEx(DWORD count, const HANDLE* handles, DWORD mill
 {
     if (count >= MAXIMUM_WAIT_OBJECTS)
         return Fail(ERROR_INVALID_PARAMETER, WAIT_FAILED);
-    std::vector<std::shared_ptr<Waitable>> objects;
-    const bool found = OrNoMemory(false, [&] {
+    return OrNoMemory(DWORD{WAIT_FAILED}, [&]() -> DWORD {
+        std::vector<std::shared_ptr<Waitable>> objects;
         for (DWORD i = 0; i < count; ++i) {
             objects.push_back(FindWaitable(handles[i]));
             if (!objects.back())
-                return false;
+                return WAIT_FAILED;
         }
-        return true;
+        return CurrentQueue().WaitFor(objects, (flags & MWMO_WAITALL) != 0, milliseconds, wakeMask, (flags & MWMO_INPUTAVAILABLE) != 0);
     });
-    if (!found)
-        return WAIT_FAILED;
-    return CurrentQueue().WaitFor(objects, (flags & MWMO_WAITALL) != 0, milliseconds, wakeMask, (flags & MWMO_INPUTAVAILABLE) != 0);
 }
 
 DWORD MsgWaitForMultipleObjects(DWORD count, const HANDLE* handles, BOOL all, DWORD milliseconds, DWORD wakeMask)
@@ -157,7 +154,7 @@ DWORD MsgWaitForMultipleObjects(DWORD count, const HANDLE* handles, BOOL all, DW
 
 BOOL WaitMessage()
 {
-    return CurrentQueue().WaitFor({}, false, INFINITE, QS_ALLINPUT, false) != WAIT_FAILED;
+    return OrNoMemory<BOOL>(FALSE, []() -> BOOL { return CurrentQueue().WaitFor({}, false, INFINITE, QS_ALLINPUT, false) != WAIT_FAILED; });
 }
 
 DWORD GetQueueStatus(UINT flags)

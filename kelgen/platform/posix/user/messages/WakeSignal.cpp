@@ -119,9 +119,17 @@ DWORD WakeSignal::WaitWithObjects(std::span<const std::shared_ptr<Waitable>> obj
     std::vector<std::shared_ptr<Waitable>> all(objects.begin(), objects.end());
     all.push_back(m_arrival);
     m_arrival->Set(false);
-    m_amongObjects.store(true);
-    const DWORD result = WaitForObjects(all, false, Look() == seen ? MillisecondsUntil(deadline) : 0);
-    m_amongObjects.store(false);
+    struct Among
+    {
+        std::atomic<bool>& flag;
+        explicit Among(std::atomic<bool>& among) : flag(among) { flag.store(true); }
+        ~Among() { flag.store(false); }
+    };
+    DWORD result = 0;
+    {
+        const Among among(m_amongObjects);
+        result = WaitForObjects(all, false, Look() == seen ? MillisecondsUntil(deadline) : 0);
+    }
     if (result == WAIT_TIMEOUT && Look() != seen)
         return WAIT_OBJECT_0 + static_cast<DWORD>(objects.size());
     return result;

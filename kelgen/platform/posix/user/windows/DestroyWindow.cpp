@@ -14,7 +14,6 @@
 #include <kelgen/platform/posix/user/windows/Focus.h>
 #include <kelgen/platform/posix/user/windows/Positions.h>
 
-#include <algorithm>
 #include <utility>
 
 namespace kelgen::posix::user {
@@ -113,6 +112,15 @@ void Orphan(HWND child)
         LinkWindow(*other, MessageRoot(), Place::Bottom);
     }
     DestroyElsewhere(child);
+}
+
+// The last in the order of parents before their children, topmost first; @p window itself without children.
+Window& LastBelow(Window& window)
+{
+    Window* last = &window;
+    while (last->lastChild)
+        last = last->lastChild;
+    return *last;
 }
 
 // WM_NCDESTROY to the children first, then to the window.
@@ -249,17 +257,16 @@ void AbandonAfterException(Window& window) noexcept
 
 void DestroyWindowsOf(ThreadQueue& queue)
 {
-    // The windows of the thread, wherever they are in the tree; no code of the host runs any more.
+    // The windows of the thread, wherever they are in the tree, what is below before what is above; no code of the host runs any more.
     DesktopGuard guard;
     for (Window* root : {&DesktopRoot(), &MessageRoot()}) {
-        auto all = DescendantsOf(*root);
-        std::reverse(all.begin(), all.end());
-        for (HWND handle : all) {
-            Window* window = FindWindowLocked(handle);
-            if (!window || window->thread != queue.thread)
+        Window* before = nullptr;
+        for (Window* window = &LastBelow(*root); window != root; window = before) {
+            before = window->above ? &LastBelow(*window->above) : window->parent;
+            if (window->thread != queue.thread)
                 continue;
-            for (HWND child : ChildrenOf(*window))
-                Orphan(child);
+            while (window->firstChild)
+                Orphan(window->firstChild->handle);
             window->queue = &queue;
             UnlistWindow(*window);
         }
