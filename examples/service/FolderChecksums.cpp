@@ -47,7 +47,7 @@ void CFolderChecksums::Look(HANDLE stop, const Listener& listener)
         names.push_back(entry.path.Mid(entry.path.ReverseFind('\\') + 1));
         const FileChecksum* const known = Find(names.back());
         isAnyNew |= !known;
-        if (known && known->size == entry.size && known->time == entry.time)
+        if (known && known->isReadable && known->size == entry.size && known->time == entry.time)
             continue;
         CFileReading reading;
         if (!reading.Begin(entry.path))
@@ -73,6 +73,8 @@ const FileChecksum* CFolderChecksums::Find(const CString& name) const
 void CFolderChecksums::Keep(const FileChecksum& file, const Listener& listener)
 {
     const FileChecksum* const known = Find(file.name);
+    if (known && *known == file)
+        return;
     if (listener)
         listener((known ? "changed " : "added   ") + file.GetLine());
     CSingleLock lock(&m_lock, TRUE);

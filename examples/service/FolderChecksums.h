@@ -19,6 +19,8 @@ struct FileChecksum
 
     /// "9d3c1a03 12 notes.txt"; dashes for the checksum of a file that cannot be read.
     CString GetLine() const;
+
+    bool operator==(const FileChecksum&) const = default;
 };
 
 /// Keeps the table of one folder, without its subfolders.
@@ -34,8 +36,8 @@ public:
     explicit CFolderChecksums(const CString& folder);
     ~CFolderChecksums();
 
-    /// Looks at all files and reads those that are new, or have another size or time than when they were read. Breaks off when
-    /// @p stop is signalled.
+    /// Looks at all files and reads those that are new, or have another size or time than when they were read, or could
+    /// not be read. Breaks off when @p stop is signalled.
     void Look(HANDLE stop, const Listener& listener = {});
 
     /// Waits until a known file has changed, Wake is called, @p milliseconds are over, or @p stop is signalled, when it returns false.
