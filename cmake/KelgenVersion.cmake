@@ -1,4 +1,17 @@
-# KelgenVersion.cmake: the version resources of what is built here.
+# KelgenVersion.cmake: the version in kelgen/Version.h, and the version resources of what is built here.
+
+# The project's version is said in CMakeLists.txt alone. The header keeps it in the source tree, where hosts and tools need no build to
+# find it, and follows here: it changes once, before a release.
+set(_header "${PROJECT_SOURCE_DIR}/kelgen/Version.h")
+file(READ "${_header}" _text)
+set(_right "${_text}")
+foreach(_part IN ITEMS MAJOR MINOR PATCH)
+  string(REGEX REPLACE "(#define KELGEN_VERSION_${_part}) [0-9]+" "\\1 ${PROJECT_VERSION_${_part}}" _right "${_right}")
+endforeach()
+if(NOT _right STREQUAL _text)
+  file(WRITE "${_header}" "${_right}")
+  message(STATUS "kelgen/Version.h says ${PROJECT_VERSION} now")
+endif()
 
 # kelgen_add_version(TARGET DESCRIPTION)
 # Gives TARGET, a program or shared library, a version resource with the project's version and that description.

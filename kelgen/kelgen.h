@@ -1,6 +1,7 @@
 // kelgen.h: every public header of the library, for hosts that want all of it.
 #pragma once
 
+#include <kelgen/Version.h>
 #include <kelgen/platform/Win32.h>
 #include <kelgen/platform/support/WideText.h>
 

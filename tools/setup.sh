@@ -60,11 +60,17 @@ need_windows_tests()
     need_windows /usr/src/googletest/CMakeLists.txt=googletest pkg-config=pkg-config "$@"
 }
 
-# configure PRESET: prints only what went wrong.
+# What packing takes beyond building: dpkg-shlibdeps and file find out what the libraries need.
+need_packing()
+{
+    need_view dpkg-shlibdeps=dpkg-dev file=file doxygen=doxygen python3=python3 "$@"
+}
+
+# configure PRESET [ARGUMENT...]: prints only what went wrong.
 configure()
 {
     build_log="$(mktemp)"
-    if ! cmake --preset "$1" >"$build_log" 2>&1; then
+    if ! cmake --preset "$@" >"$build_log" 2>&1; then
         cat "$build_log" >&2
         rm -f "$build_log"
         return 1

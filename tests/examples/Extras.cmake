@@ -1,12 +1,12 @@
 # The processes under test: built with the examples. Wine shows the root of the file system as drive Z.
 if(TARGET settings_host)
   set(drive "$<$<BOOL:${WIN32}>:Z:>")
-  add_dependencies(test_examples settings_host monitor)
+  add_dependencies(test_examples settings_host monitor service)
   target_link_libraries(test_examples PRIVATE monitor_parts)
   kelgen_add_resources(test_examples "${PROJECT_SOURCE_DIR}/tests/examples/Monitor.rc"
     DEPENDS "${PROJECT_SOURCE_DIR}/examples/monitor/Monitor.rc" "${PROJECT_SOURCE_DIR}/examples/monitor/Resource.h")
   target_compile_definitions(test_examples PRIVATE
-    SETTINGS_HOST="${drive}$<TARGET_FILE:settings_host>" MONITOR="${drive}$<TARGET_FILE:monitor>"
+    SETTINGS_HOST="${drive}$<TARGET_FILE:settings_host>" MONITOR="${drive}$<TARGET_FILE:monitor>" SERVICE="${drive}$<TARGET_FILE:service>"
     SETTINGS_INI="${drive}${PROJECT_SOURCE_DIR}/examples/settings_host/settings.ini")
   if(WIN32)
     # Windows of other processes are seen there only.

@@ -6,6 +6,9 @@ if(NOT KELGEN_SANITIZE AND (WIN32 OR NOT CMAKE_CROSSCOMPILING))
   kelgen_label_test(install plain)
   # What is installed.
   add_custom_target(test_install DEPENDS kelgen_kelgen kelgen_main)
+  if(TARGET kelgen_view)
+    add_dependencies(test_install kelgen_view)
+  endif()
 endif()
 
 # A host that is an application object, in the build itself.

@@ -1,6 +1,8 @@
 // VersionInfoTest.cpp: version resources of sound and damaged files, and the generations of operating systems.
 #include <kelgen/system/VersionInfo.h>
 
+#include <kelgen/Version.h>
+
 #include "support/Scratch.h"
 #include "support/VersionImages.h"
 
@@ -232,12 +234,15 @@ TEST(VersionInfo, TheLibraryHasAVersionOfItsOwn)
         CVersionInfo version;
         ASSERT_EQ(1, version.Load(name)) << name;
         EXPECT_STREQ("kelgen", version.GetProductName());
-        EXPECT_STREQ(KELGEN_VERSION, version.GetFileVersionAsString());
+        EXPECT_STREQ(KELGEN_VERSION_TEXT, version.GetFileVersionAsString());
         const ULONGLONG number = version.GetFileVersion();
-        EXPECT_EQ(KELGEN_VERSION,
+        EXPECT_EQ(KELGEN_VERSION_TEXT,
                   std::to_string(number >> 48) + '.' + std::to_string(number >> 32 & 0xFFFF) + '.' + std::to_string(number >> 16 & 0xFFFF));
+        EXPECT_EQ(static_cast<ULONGLONG>(kelgen::Version()),
+                  (number >> 48) * 10000 + (number >> 32 & 0xFFFF) * 100 + (number >> 16 & 0xFFFF));
         EXPECT_EQ(DWORD{VFT_DLL}, version.GetFileType());
     }
+    EXPECT_EQ(KELGEN_VERSION, kelgen::Version());
 }
 
 TEST(OSVersionInfo, ToldFromPlatformAndVersion)

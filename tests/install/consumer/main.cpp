@@ -26,6 +26,10 @@ int main()
     settings.Set("width", gen::CPropertyValue(640));
 
     const CWStr text(u"installed"_w);
+    // The numbers of the header and of the library, and the package's.
+    std::printf("kelgen %s\n", KELGEN_VERSION_TEXT);
+    if (kelgen::Version() != KELGEN_VERSION)
+        return 1;
     std::printf("%d listener call, width %d, %d units\n", counter.count, settings["width"]->GetValue().GetValueInteger(), text.GetLength());
     return counter.count == 1 && text.GetLength() == 9 ? 0 : 1;
 }
