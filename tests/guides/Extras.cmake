@@ -1,5 +1,6 @@
 # The programs of the guides (docs/guides): each is compiled as a host's program, run, and its output held against what its page says.
-if(KELGEN_EXAMPLES)
+# What they call has tests of its own, which the sanitizers see.
+if(KELGEN_EXAMPLES AND NOT KELGEN_SANITIZE)
   file(GLOB guide_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/examples/guides/*.cpp" "${PROJECT_SOURCE_DIR}/examples/host/*.cpp")
   if(CMAKE_CROSSCOMPILING AND NOT WIN32)
     # The toolchain file says why.
