@@ -55,9 +55,11 @@ need_windows()
         x86_64-w64-mingw32-windres=binutils-mingw-w64-x86-64 wine=wine /usr/lib/wine/wine64=wine64 Xvfb=xvfb "$@"
 }
 
+# Wine has no font of its own: what texts measure is that of the fonts on the machine.
 need_windows_tests()
 {
-    need_windows /usr/src/googletest/CMakeLists.txt=googletest pkg-config=pkg-config "$@"
+    need_windows /usr/src/googletest/CMakeLists.txt=googletest pkg-config=pkg-config \
+        /usr/share/fonts/truetype/dejavu/DejaVuSans.ttf=fonts-dejavu-core "$@"
 }
 
 # What packing takes beyond building: dpkg-shlibdeps and file find out what the libraries need.

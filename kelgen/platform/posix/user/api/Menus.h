@@ -260,8 +260,12 @@ KELGEN_PLATFORM_API HMENU GetMenu(HWND window);
 /// Gives @p window another menu or none; the one before lives on. FALSE for a child window or, with
 /// ERROR_INVALID_MENU_HANDLE, when @p menu is none.
 KELGEN_PLATFORM_API BOOL SetMenu(HWND window, HMENU menu);
-/// TRUE for a window: there is nothing to draw.
+/// Lays the menu bar out anew after its items have changed: the client area follows, with the messages of SetWindowPos with
+/// SWP_FRAMECHANGED. FALSE for null or, with ERROR_INVALID_WINDOW_HANDLE, for no window.
 KELGEN_PLATFORM_API BOOL DrawMenuBar(HWND window);
+/// The place on the screen of the item at the position @p item of the window's menu bar @p menu. FALSE, and @p rectangle as it was, for
+/// another menu or past the last item.
+KELGEN_PLATFORM_API BOOL GetMenuItemRect(HWND window, HMENU menu, UINT item, LPRECT rectangle);
 /// The window's own copy of the system menu, made at the first call; with @p revert null, after throwing the copy away. Null
 /// for a window without WS_SYSMENU.
 KELGEN_PLATFORM_API HMENU GetSystemMenu(HWND window, BOOL revert);

@@ -85,6 +85,7 @@ LRESULT Insert(HWND list, ListBoxState& state, int index, ListItem item)
     index = state.items.Insert(index, std::move(item));
     if (StyleOf(list) & LBS_OWNERDRAWVARIABLE)
         state.items[index].height = MeasureItem(list, state, index, state.items[index].data);
+    UpdateScrollBar(list, state);
     return index;
 }
 
@@ -107,6 +108,7 @@ LRESULT Delete(HWND list, ListBoxState& state, int index)
     TellOfDeletion(list, state, index);
     if (state.items.Has(index))
         state.items.Erase(index);
+    UpdateScrollBar(list, state);
     return state.items.Count();
 }
 
@@ -232,6 +234,7 @@ LRESULT ItemMessage(HWND list, ListBoxState& state, UINT message, WPARAM wParam,
         return Delete(list, state, index);
     case LB_RESETCONTENT:
         Clear(list, state);
+        UpdateScrollBar(list, state);
         return LB_OKAY;
     case LB_GETCOUNT:
         return items.Count();
@@ -259,6 +262,7 @@ LRESULT ItemMessage(HWND list, ListBoxState& state, UINT message, WPARAM wParam,
         Clear(list, state);
         for (int i = 0; i < std::min(index, 1 << 20); ++i)
             items.Insert(-1, {});
+        UpdateScrollBar(list, state);
         return LB_OKAY;
     default:
         return LB_ERR;
@@ -408,9 +412,12 @@ LRESULT HandleMessage(HWND list, ListBoxState& state, UINT message, WPARAM wPara
     case WM_CREATE:
         if (StyleOf(list) & LBS_OWNERDRAWFIXED)
             state.itemHeight = MeasureItem(list, state, -1, 0);
+        state.hidesScrollBar = (StyleOf(list) & WS_VSCROLL) && !(StyleOf(list) & LBS_DISABLENOSCROLL);
+        UpdateScrollBar(list, state);
         return 0;
     case WM_SIZE:
         FitHeight(list, state);
+        UpdateScrollBar(list, state);
         return 0;
     case WM_GETDLGCODE:
         return DLGC_WANTARROWS | DLGC_WANTCHARS;

@@ -18,6 +18,7 @@ struct ListBoxState final : ControlData
     int horizontalExtent = 0;
     DWORD locale = 0;
     bool isHeld = false;
+    bool hidesScrollBar = false;  // while all items are in view
 };
 
 inline bool IsMultiple(HWND list)
@@ -45,6 +46,8 @@ void SelectItem(ListBoxState& state, int index, bool isSelected);
 void ShowItem(HWND list, ListBoxState& state, int index);
 /// Scrolls by @p rows, as far as there are items.
 void ScrollRows(HWND list, ListBoxState& state, int rows);
+/// Shows or hides the vertical scroll bar as the number of items wants it.
+void UpdateScrollBar(HWND list, const ListBoxState& state);
 
 void OnListKey(HWND list, ListBoxState& state, UINT key);
 void OnListCharacter(HWND list, ListBoxState& state, WCHAR character);

@@ -32,6 +32,21 @@ void ScrollRows(HWND list, ListBoxState& state, int rows)
     state.items.top = std::clamp(state.items.top + rows, 0, std::max(state.items.Count() - RowsIn(list, state), 0));
 }
 
+void UpdateScrollBar(HWND list, const ListBoxState& state)
+{
+    Window* const window = OwnWindow(list);
+    if (!state.hidesScrollBar || !window)
+        return;
+    const bool isNeeded = state.items.Count() > RowsIn(list, state);
+    if (isNeeded == ((window->style & WS_VSCROLL) != 0))
+        return;
+    {
+        const DesktopGuard guard;
+        window->style ^= WS_VSCROLL;
+    }
+    SetWindowPos(list, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+}
+
 void ListBoxState::Show(const Window& list, ControlPicture& picture) const
 {
     picture.kind = EControlKind::list;

@@ -1,6 +1,7 @@
 // MenuPlaces.cpp: the layout of menus, from the widths of their texts.
 #include <kelgen/platform/posix/user/menus/MenuPlaces.h>
 
+#include <kelgen/platform/posix/user/api/Menus.h>
 #include <kelgen/platform/posix/user/menus/MenuLoop.h>
 #include <kelgen/platform/posix/user/menus/MenuObjects.h>
 #include <kelgen/platform/posix/user/windows/Borders.h>
@@ -12,7 +13,8 @@ namespace kelgen::posix::user {
 
 namespace {
 
-constexpr int kBarPadding = 6;  // on each side of an item's text
+constexpr int kBarPadding = 7;  // on each side of an item's text
+constexpr int kBarLine = 1;     // above the first row
 constexpr int kItemHeight = 18;
 constexpr int kSeparatorHeight = 9;
 constexpr int kPopupBorder = 3;
@@ -42,23 +44,52 @@ void CopyItems(HMENU menu, MenuPicture& picture)
     }
 }
 
+// Lays the items of a bar out in the rows that a window at area gives them room for. A break starts a row, and in the last one the items
+// from the first right-justified one on stand at its end.
+void PlaceBar(const Window& window, const RECT& area, MenuPicture& picture)
+{
+    const int border = BorderWidth(window.style, window.exStyle);
+    const LONG left = area.left + border;
+    const LONG right = std::max<LONG>(area.right - border, left);
+    const LONG top = area.top + FrameMargins(window.style, window.exStyle & ~WS_EX_CLIENTEDGE, false).top;
+    LONG x = left;
+    LONG y = top + kBarLine;
+    std::size_t rowBegin = 0;
+    std::size_t justified = picture.items.size();
+    for (std::size_t i = 0; i < picture.items.size(); ++i) {
+        MenuItemPicture& item = picture.items[i];
+        const LONG width = item.type & MFT_SEPARATOR ? 0 : std::min<LONG>(TextWidth(item.text) + 2 * kBarPadding, right - left);
+        if (i > rowBegin && ((item.type & (MFT_MENUBREAK | MFT_MENUBARBREAK)) || x + width > right)) {
+            x = left;
+            y += kItemHeight;
+            rowBegin = i;
+        }
+        if ((item.type & MFT_RIGHTJUSTIFY) && justified == picture.items.size())
+            justified = i;
+        item.place = {x, y, x + width, y + kItemHeight};
+        x += width;
+    }
+    for (std::size_t i = std::max(justified, rowBegin); i < picture.items.size(); ++i)
+        OffsetRect(&picture.items[i].place, static_cast<int>(right - x), 0);
+    picture.place = {left, top, right, y + kItemHeight};
+}
+
 }  // namespace
 
 void ShowMenuBar(const Window& window, MenuPicture& picture)
 {
     if (!HasMenuBar(window))
         return;
-    const int border = BorderWidth(window.style, window.exStyle);
-    picture.place = {window.window.left + border, window.client.top - kMenuHeight, window.window.right - border, window.client.top};
-    if (window.exStyle & WS_EX_CLIENTEDGE)
-        OffsetRect(&picture.place, 0, -kClientEdge);
     CopyItems(reinterpret_cast<HMENU>(window.id), picture);
-    int left = picture.place.left;
-    for (MenuItemPicture& item : picture.items) {
-        const int width = TextWidth(item.text) + 2 * kBarPadding;
-        item.place = {left, picture.place.top, left + width, picture.place.bottom - 1};
-        left += width;
-    }
+    PlaceBar(window, window.window, picture);
+}
+
+int MenuBarHeight(const Window& window, const RECT& area)
+{
+    MenuPicture picture;
+    CopyItems(reinterpret_cast<HMENU>(window.id), picture);
+    PlaceBar(window, area, picture);
+    return HeightOf(picture.place);
 }
 
 MenuPicture PlaceMenu(HMENU menu, POINT corner)
@@ -98,3 +129,20 @@ void ShowOpenMenus(std::vector<MenuPicture>& pictures)
 }
 
 }  // namespace kelgen::posix::user
+
+using namespace kelgen::posix::user;
+
+BOOL GetMenuItemRect(HWND window, HMENU menu, UINT item, LPRECT rectangle)
+{
+    kelgen::MenuPicture picture;
+    {
+        const DesktopGuard guard;
+        const Window* const object = FindWindowLocked(window);
+        if (object && reinterpret_cast<HMENU>(object->id) == menu)
+            ShowMenuBar(*object, picture);
+    }
+    if (!rectangle || item >= picture.items.size())
+        return FALSE;
+    *rectangle = picture.items[item].place;
+    return TRUE;
+}

@@ -31,6 +31,12 @@ HMENU MakeSystemMenuBar()
     return bar;
 }
 
+/// The client area's height changes with the menu bar.
+BOOL LayOutAnew(HWND window)
+{
+    return SetWindowPos(window, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | SWP_NOZORDER | SWP_FRAMECHANGED);
+}
+
 }  // namespace
 
 namespace kelgen::posix::user {
@@ -68,16 +74,14 @@ BOOL SetMenu(HWND window, HMENU menu)
             return FALSE;
         object->id = reinterpret_cast<UINT_PTR>(menu);
     }
-    // The client area's height changes with the menu bar.
-    return SetWindowPos(window, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | SWP_NOZORDER | SWP_FRAMECHANGED);
+    return LayOutAnew(window);
 }
 
 BOOL DrawMenuBar(HWND window)
 {
     if (!window)
         return FALSE;
-    const DesktopGuard guard;
-    return FindWindowLocked(window) ? TRUE : Fail(ERROR_INVALID_WINDOW_HANDLE, FALSE);
+    return LayOutAnew(window);
 }
 
 HMENU GetSystemMenu(HWND window, BOOL revert)

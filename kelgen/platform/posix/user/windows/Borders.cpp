@@ -4,6 +4,7 @@
 #include <kelgen/platform/posix/user/api/Menus.h>
 #include <kelgen/platform/posix/user/api/Painting.h>
 #include <kelgen/platform/posix/user/api/WindowPositions.h>
+#include <kelgen/platform/posix/user/menus/MenuPlaces.h>
 #include <kelgen/platform/posix/user/messages/Sends.h>
 
 #include <algorithm>
@@ -132,7 +133,9 @@ void ShrinkToClient(const Window& window, RECT& area)
         area.bottom = area.top;
         return;
     }
-    const RECT margins = FrameMargins(window.style, window.exStyle, HasMenuBar(window));
+    RECT margins = FrameMargins(window.style, window.exStyle, false);
+    if (HasMenuBar(window))
+        margins.top += MenuBarHeight(window, area);
     area = {area.left + margins.left, area.top + margins.top, area.right - margins.right, area.bottom - margins.bottom};
     if ((window.style & WS_VSCROLL) && WidthOf(area) >= kScrollBarSize)
         (window.exStyle & WS_EX_LEFTSCROLLBAR ? area.left : area.right) +=
