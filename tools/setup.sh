@@ -46,7 +46,8 @@ need_view()
 
 need_native_tests()
 {
-    need_view /usr/include/gtest/gtest.h=libgtest-dev /usr/src/googletest/CMakeLists.txt=googletest pkg-config=pkg-config "$@"
+    need_view /usr/include/gtest/gtest.h=libgtest-dev /usr/src/googletest/CMakeLists.txt=googletest pkg-config=pkg-config \
+        python3=python3 "$@"
 }
 
 need_windows()
@@ -57,7 +58,7 @@ need_windows()
 
 need_windows_tests()
 {
-    need_windows /usr/src/googletest/CMakeLists.txt=googletest pkg-config=pkg-config "$@"
+    need_windows /usr/src/googletest/CMakeLists.txt=googletest pkg-config=pkg-config python3=python3 "$@"
 }
 
 # configure PRESET: prints only what went wrong.
