@@ -27,7 +27,7 @@ class QuoteError(Exception):
 
 def documents():
     """The documents that may have marks."""
-    return sorted([*ROOT.glob("*.md"), *(ROOT / "docs").rglob("*.md"), *(ROOT / "tests").glob("*.md")])
+    return sorted([*ROOT.glob("*.md"), *(path for folder in ("docs", "examples", "tests") for path in (ROOT / folder).rglob("*.md"))])
 
 
 def parts(path):

@@ -46,7 +46,8 @@ need_view()
 
 need_native_tests()
 {
-    need_view /usr/include/gtest/gtest.h=libgtest-dev /usr/src/googletest/CMakeLists.txt=googletest pkg-config=pkg-config "$@"
+    need_view /usr/include/gtest/gtest.h=libgtest-dev /usr/src/googletest/CMakeLists.txt=googletest pkg-config=pkg-config \
+        python3=python3 "$@"
 }
 
 need_windows()
@@ -58,7 +59,7 @@ need_windows()
 # Wine has no font of its own: what texts measure is that of the fonts on the machine.
 need_windows_tests()
 {
-    need_windows /usr/src/googletest/CMakeLists.txt=googletest pkg-config=pkg-config \
+    need_windows /usr/src/googletest/CMakeLists.txt=googletest pkg-config=pkg-config python3=python3 \
         /usr/share/fonts/truetype/dejavu/DejaVuSans.ttf=fonts-dejavu-core "$@"
 }
 

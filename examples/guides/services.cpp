@@ -81,9 +81,9 @@ int main(int count, char**)
         // Whoever only works with a service takes the controller. A wait that is over is no failure: ask for the state.
         CServiceController service;
         std::cout << "opened: " << (service.OpenServiceA(serviceName) == CServiceController::serviceOpened) << '\n';
-        service.StartServiceA(10000);
+        service.StartServiceA(30000);
         std::cout << "running: " << (service.GetServiceStatus() == CServiceController::serviceRunning) << '\n';
-        service.StopService(10000);
+        service.StopService(30000);
         std::cout << "stopped: " << (service.GetServiceStatus() == CServiceController::serviceStopped) << '\n';
     }
     Remove();

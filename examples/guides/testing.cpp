@@ -32,7 +32,7 @@ bool Until(CDialog& dialog, const std::function<bool()>& holds)
 {
     for (const DWORD start = ::GetTickCount(); !holds();) {
         MSG message;
-        if (::GetTickCount() - start > 10000)
+        if (::GetTickCount() - start > 30000)
             return false;
         if (!::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
             ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);

@@ -43,11 +43,12 @@ int main()
     // The watch compares times to the second: a file that is written twice within one has not changed.
     std::filesystem::last_write_time("rates.txt", std::filesystem::file_time_type::clock::now() - 1min);
 
-    Reload reload([](CFileChangeEvent::EFileAlarm alarm, const CString& path) {
+    bool isSeen = false;
+    Reload reload([&isSeen](CFileChangeEvent::EFileAlarm alarm, const CString& path) {
         std::string line;
         std::getline(std::ifstream(kelgen::ToPath(path)), line);
         std::cout << (alarm == CFileChangeEvent::FILE_ALARM_MODIFIED ? "modified: " : "other: ") << path << " says " << line << '\n';
-        ::PostQuitMessage(0);
+        isSeen = true;
     });
     // A file without a drive lies in the current folder.
     reload.AddFile("rates.txt");
@@ -56,11 +57,11 @@ int main()
 
     // The work of others. A watch begins some time after StartWatch, and sees what has changed since AddFile.
     const kelgen::Timer other(50ms, [] { Write("rates.txt", "1.18\n"); });
-    const kelgen::Timer giveUp(20s, [] { ::PostQuitMessage(1); });
+    const kelgen::Timer giveUp(30s, [] { ::PostQuitMessage(1); });
 
     // Tasks, timers and windows live from the thread's messages.
     MSG message;
-    while (::GetMessageA(&message, nullptr, 0, 0) > 0)
+    while (!isSeen && ::GetMessageA(&message, nullptr, 0, 0) > 0)
         ::DispatchMessageA(&message);
-    return static_cast<int>(message.wParam);
+    return isSeen ? 0 : 1;
 }

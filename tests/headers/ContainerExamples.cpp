@@ -19,14 +19,6 @@ void Follow(void* names, int i, int j)
 }
 // end
 
-// quote kelgen/framework/collections/CollectionHelpers.h
-struct Row
-{
-    CString name;
-    int size;
-};
-// end
-
 // quote kelgen/containers/BaseId.h
 class Job : public CBaseIdentifiable
 {
@@ -46,11 +38,6 @@ std::string Joined(const ARRAY& array)
 
 }  // namespace
 
-// quote kelgen/framework/collections/CollectionHelpers.h
-template <>
-constexpr bool kelgen::is_movable_bitwise<Row> = true;
-// end
-
 TEST(HeaderExamples, OfArrays)
 {
     // quote kelgen/containers/BaseArray.h
@@ -60,9 +47,6 @@ TEST(HeaderExamples, OfArrays)
     // end
     EXPECT_EQ("5 6 ", Joined(numbers));
     EXPECT_EQ(7, last);
-    CArray<Row> rows;
-    rows.Add({"one", 1});
-    EXPECT_STREQ("one", rows[0].name);
 }
 
 TEST(HeaderExamples, OfPlainArrays)

@@ -6,14 +6,6 @@
 
 using namespace kelgen::test;
 
-// quote kelgen/system/Savings.h
-enum CSavings::ESaveWhat : int
-{
-    saveWindows,
-    saveHistory
-};
-// end
-
 namespace {
 
 void Write(const char* path, const char* text)
@@ -298,20 +290,6 @@ TEST(HeaderExamples, OfResources)
         loaded.assign(reinterpret_cast<const char*>(page.GetAllocation()), page.GetStorageSize());
     // end
     EXPECT_EQ("page", loaded);
-}
-
-TEST(HeaderExamples, OfSavings)
-{
-    // quote kelgen/system/Savings.h
-    class CHostApp : public CWinApp, public CSavings
-    {};
-    // end
-    CHostApp app;
-    // quote kelgen/system/Savings.h
-    CSavings::AppGetSavings().SavingsSaveWhat().Set(CSavings::saveHistory);
-    // end
-    EXPECT_TRUE(app.SavingsSaveWhat().IsSet(CSavings::saveHistory));
-    EXPECT_FALSE(app.SavingsSaveWhat().IsSet(CSavings::saveWindows));
 }
 
 TEST(HeaderExamples, OfServices)
