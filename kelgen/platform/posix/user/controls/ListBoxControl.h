@@ -32,6 +32,12 @@ inline bool HasStrings(HWND list)
     return !(style & (LBS_OWNERDRAWFIXED | LBS_OWNERDRAWVARIABLE)) || (style & LBS_HASSTRINGS);
 }
 
+/// Whether its owner draws the items.
+inline bool IsOwnerDrawn(HWND list)
+{
+    return (StyleOf(list) & (LBS_OWNERDRAWFIXED | LBS_OWNERDRAWVARIABLE)) != 0;
+}
+
 /// Sends a notification to the parent when the list's style asks for that, or to its combo box.
 void NotifyOfList(HWND list, const ListBoxState& state, int code);
 
@@ -45,6 +51,11 @@ void SelectItem(ListBoxState& state, int index, bool isSelected);
 void ShowItem(HWND list, ListBoxState& state, int index);
 /// Scrolls by @p rows, as far as there are items.
 void ScrollRows(HWND list, ListBoxState& state, int rows);
+
+/// WM_PAINT: asks for colours, or has the owner draw the items in view.
+LRESULT PaintList(HWND list, const ListBoxState& state);
+/// Whether a message changes what is in view of a list that its owner draws.
+bool ChangesView(UINT message);
 
 void OnListKey(HWND list, ListBoxState& state, UINT key);
 void OnListCharacter(HWND list, ListBoxState& state, WCHAR character);
