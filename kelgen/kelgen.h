@@ -46,6 +46,7 @@
 #include <kelgen/framework/program/WinThread.h>
 #include <kelgen/framework/windows/CmdUI.h>
 #include <kelgen/framework/windows/DeviceContext.h>
+#include <kelgen/framework/windows/GdiObjects.h>
 #include <kelgen/framework/windows/Menu.h>
 #include <kelgen/framework/windows/MessageMapWindows.h>
 #include <kelgen/framework/windows/PrivateMessages.h>

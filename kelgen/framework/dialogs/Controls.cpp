@@ -61,3 +61,51 @@ void CComboBox::GetLBText(int nIndex, CString& rString) const
 {
     rString = kelgen::detail::ListItemText(m_hWnd, CB_GETLBTEXTLEN, CB_GETLBTEXT, nIndex);
 }
+
+void CButton::DrawItem(LPDRAWITEMSTRUCT) {}
+
+BOOL CButton::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult)
+{
+    // Entries of its message map go first.
+    if (CWnd::OnChildNotify(message, wParam, lParam, pResult))
+        return TRUE;
+    if (message != WM_DRAWITEM)
+        return FALSE;
+    DrawItem(reinterpret_cast<LPDRAWITEMSTRUCT>(lParam));
+    return TRUE;
+}
+
+namespace {
+
+/// Hands a message about items on to the object of a list or combo box.
+template <class Control>
+BOOL HandOn(Control& control, UINT message, LPARAM lParam)
+{
+    if (message == WM_DRAWITEM)
+        control.DrawItem(reinterpret_cast<LPDRAWITEMSTRUCT>(lParam));
+    else if (message == WM_MEASUREITEM)
+        control.MeasureItem(reinterpret_cast<LPMEASUREITEMSTRUCT>(lParam));
+    else
+        return FALSE;
+    return TRUE;
+}
+
+}  // namespace
+
+void CListBox::DrawItem(LPDRAWITEMSTRUCT) {}
+
+void CListBox::MeasureItem(LPMEASUREITEMSTRUCT) {}
+
+BOOL CListBox::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult)
+{
+    return CWnd::OnChildNotify(message, wParam, lParam, pResult) || HandOn(*this, message, lParam);
+}
+
+void CComboBox::DrawItem(LPDRAWITEMSTRUCT) {}
+
+void CComboBox::MeasureItem(LPMEASUREITEMSTRUCT) {}
+
+BOOL CComboBox::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult)
+{
+    return CWnd::OnChildNotify(message, wParam, lParam, pResult) || HandOn(*this, message, lParam);
+}

@@ -48,6 +48,11 @@ public:
     UINT GetButtonStyle() const { return static_cast<UINT>(::GetWindowLongPtrA(m_hWnd, GWL_STYLE) & 0xF); }
     /// BM_SETSTYLE: changes the BS_ kind.
     void SetButtonStyle(UINT nStyle, BOOL bRedraw = TRUE) { ::SendMessageA(m_hWnd, BM_SETSTYLE, nStyle, static_cast<LPARAM>(bRedraw)); }
+    /// Draws the button whose parent hands WM_DRAWITEM on to it (BS_OWNERDRAW). This one draws nothing.
+    virtual void DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct);
+
+protected:
+    BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;
 };
 
 /// A field to edit text in.
@@ -147,6 +152,14 @@ public:
     /// LB_SELECTSTRING: selects what FindString finds. Returns its place; -1 if there is none.
     int SelectString(int nStartAfter, LPCSTR lpszItem) { return Put(LB_SELECTSTRING, nStartAfter, lpszItem); }
 
+    /// Draws the items whose parent hands WM_DRAWITEM on to it (LBS_OWNERDRAWFIXED and LBS_OWNERDRAWVARIABLE). This one draws nothing.
+    virtual void DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct);
+    /// Sets the items' height at WM_MEASUREITEM, handed on likewise. This one leaves it as it is.
+    virtual void MeasureItem(LPMEASUREITEMSTRUCT lpMeasureItemStruct);
+
+protected:
+    BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;
+
 private:
     int Put(UINT message, int index, LPCSTR text) const
     {
@@ -204,6 +217,14 @@ public:
     void ShowDropDown(BOOL bShowIt = TRUE) { ::SendMessageA(m_hWnd, CB_SHOWDROPDOWN, static_cast<WPARAM>(bShowIt), 0); }
     /// CB_LIMITTEXT: the number of characters that the user may enter in the field; 0 stands for the largest. FALSE on failure.
     BOOL LimitText(int nMaxChars) { return ::SendMessageA(m_hWnd, CB_LIMITTEXT, static_cast<WPARAM>(nMaxChars), 0) != 0; }
+
+    /// Draws the items whose parent hands WM_DRAWITEM on to it (CBS_OWNERDRAWFIXED and CBS_OWNERDRAWVARIABLE). This one draws nothing.
+    virtual void DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct);
+    /// Sets the items' height at WM_MEASUREITEM, handed on likewise. This one leaves it as it is.
+    virtual void MeasureItem(LPMEASUREITEMSTRUCT lpMeasureItemStruct);
+
+protected:
+    BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;
 
 private:
     int Put(UINT message, int index, LPCSTR text) const

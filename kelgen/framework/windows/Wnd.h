@@ -254,6 +254,8 @@ public:
     void EndPaint(LPPAINTSTRUCT lpPaint);
     /// A device context of the client area, temporary; null on failure. ReleaseDC gives it back.
     CDC* GetDC();
+    /// The same of the whole window, from the corner of its frame.
+    CDC* GetWindowDC();
     /// Gives a device context back. Returns 1; 0 if it was none of this window's.
     int ReleaseDC(CDC* pDC);
     /// Sends WM_PAINT at once if anything is invalid.
@@ -264,6 +266,11 @@ public:
     void InvalidateRect(LPCRECT lpRect, BOOL bErase = TRUE);
     /// Takes the mark off a part of the client area; null stands for all of it.
     void ValidateRect(LPCRECT lpRect);
+
+    /// WM_SETFONT: the font that the window's texts are to be drawn in; it stays the caller's.
+    void SetFont(CFont* pFont, BOOL bRedraw = TRUE);
+    /// WM_GETFONT: that font, temporary; null for the system's.
+    CFont* GetFont() const;
 
     // Relatives. Objects that come back are temporary unless attached.
 

@@ -285,6 +285,21 @@ CDC* CWnd::GetDC()
     return CDC::FromHandle(::GetDC(m_hWnd));
 }
 
+CDC* CWnd::GetWindowDC()
+{
+    return CDC::FromHandle(::GetWindowDC(m_hWnd));
+}
+
+void CWnd::SetFont(CFont* pFont, BOOL bRedraw)
+{
+    ::SendMessageA(m_hWnd, WM_SETFONT, reinterpret_cast<WPARAM>(kelgen::detail::HandleOf(pFont)), static_cast<LPARAM>(bRedraw));
+}
+
+CFont* CWnd::GetFont() const
+{
+    return CFont::FromHandle(reinterpret_cast<HFONT>(::SendMessageA(m_hWnd, WM_GETFONT, 0, 0)));
+}
+
 int CWnd::ReleaseDC(CDC* pDC)
 {
     return ::ReleaseDC(m_hWnd, kelgen::detail::HandleOf(pDC));

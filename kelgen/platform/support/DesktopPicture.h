@@ -3,6 +3,7 @@
 #pragma once
 
 #include <kelgen/platform/Win32.h>
+#include <kelgen/platform/support/DrawnShapes.h>
 
 #include <string>
 #include <vector>
@@ -62,7 +63,11 @@ struct ControlPicture
     int headerHeight = 0;  ///< Of a list view's columns' headings; 0 for none.
     std::vector<ColumnPicture> columns;
     std::vector<RowPicture> rows;
-    int rowCount = 0;  ///< All, in view or not.
+    int rowCount = 0;           ///< All, in view or not.
+    bool hasTextColor = false;  ///< The host has chosen colours of its own.
+    bool hasGroundColor = false;
+    COLORREF textColor = 0;
+    COLORREF groundColor = 0;
     int pageRows = 0;  ///< How many are wholly in view when there are enough.
     int firstRow = 0;
 };
@@ -99,9 +104,10 @@ struct WindowPicture
     bool hasIcon = false;
     ControlPicture control;
     MenuPicture bar;
+    std::shared_ptr<const DrawnShapes> drawn;  ///< What the program has painted on the client area; null for nothing.
 };
 
-/// Bounded: 4000 windows, 500 lines or rows of one, 200 columns, 300 items of a menu, 1000 units of a text are the most.
+/// Bounded: 4000 windows, 500 lines or rows of one, 200 columns, 300 items of a menu, 1000 units of a text, 4000 shapes of a window are the most.
 struct DesktopPicture
 {
     SIZE size{};

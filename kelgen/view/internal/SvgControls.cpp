@@ -56,6 +56,8 @@ void SvgDesktop::Button(const WindowPicture& window)
         return CheckOrRadio(window, true);
     case BS_GROUPBOX:
         return GroupBox(window);
+    case BS_OWNERDRAW:
+        return window.drawn ? m_out.Rectangle("face", 0, 0, WidthOf(window.client), HeightOf(window.client)) : PushButton(window);
     default:
         return PushButton(window);
     }
@@ -244,13 +246,16 @@ void SvgDesktop::List(const WindowPicture& window)
 {
     const int width = WidthOf(window.client);
     m_out.Rectangle("field", 0, 0, width, HeightOf(window.client));
+    const bool isDrawnByOwner = window.drawn && (static_cast<DWORD>(window.style) & (LBS_OWNERDRAWFIXED | LBS_OWNERDRAWVARIABLE));
     for (const RowPicture& row : window.control.rows) {
         m_out << "<g role=\"option\" aria-posinset=\"" << row.number + 1 << "\" aria-setsize=\"" << window.control.rowCount
               << "\" aria-selected=\"" << (row.isSelected ? "true" : "false") << "\">";
-        RowMark(window, row);
         const bool isChosen = row.isSelected && (window.hasFocus || window.parent < 0);
-        m_out.Text(isChosen ? "text chosen" : Style("text", window), 3, row.place.top + CentredTop(HeightOf(row.place)),
-                   Fitted(row.cells.front(), width - 6));
+        if (!isDrawnByOwner)
+            RowMark(window, row);
+        if (!isDrawnByOwner)
+            m_out.Text(isChosen ? "text chosen" : Style("text", window), 3, row.place.top + CentredTop(HeightOf(row.place)),
+                       Fitted(row.cells.front(), width - 6));
         m_out << "</g>";
     }
     Thumb(window);

@@ -192,11 +192,13 @@ void SvgDesktop::Content(std::size_t index)
     const int width = WidthOf(window.client);
     const int height = HeightOf(window.client);
     if (window.control.kind != EControlKind::none) {
+        Colors(index);
         Control(window);
     } else {
         const bool isDialog = window.className == u"#32770" || window.parent >= 0;
         m_out.Rectangle(window.className == u"MDIClient" ? "work" : isDialog ? "face" : "field", 0, 0, width, height);
     }
+    Shapes(index);
     const auto& children = m_children[index];
     for (std::size_t i = children.size(); i-- > 0;)
         Window(children[i], {window.client.left, window.client.top});

@@ -46,6 +46,10 @@ private:
     std::string Name(std::size_t index) const;
     std::u16string LabelBefore(std::size_t index) const;
 
+    // What was painted; in its own source.
+    void Shapes(std::size_t index);
+    void Colors(std::size_t index);
+
     // Of the controls; in their own source.
     void Control(const WindowPicture& window);
     void Button(const WindowPicture& window);

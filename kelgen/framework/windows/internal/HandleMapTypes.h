@@ -1,4 +1,4 @@
-// HandleMapTypes.h: the maps of windows, menus and device contexts.
+// HandleMapTypes.h: the maps of windows, menus, device contexts and what they draw with.
 #pragma once
 
 #include <kelgen/framework/windows/DeviceContext.h>
@@ -12,4 +12,5 @@ struct kelgen::detail::HandleMaps
     HandleMap<CWnd, HWND, &CWnd::m_hWnd> windows;
     HandleMap<CMenu, HMENU, &CMenu::m_hMenu> menus;
     HandleMap<CDC, HDC, &CDC::m_hDC> contexts;
+    HandleMap<CGdiObject, HGDIOBJ, &CGdiObject::m_hObject> drawing;
 };

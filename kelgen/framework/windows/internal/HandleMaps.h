@@ -33,13 +33,20 @@ public:
 
     Object* Any(Handle handle)
     {
+        return Any(handle, [](Handle) { return new Object; });
+    }
+
+    /// @p make: a new object for a handle that has none.
+    template <class Make>
+    Object* Any(Handle handle, Make make)
+    {
         if (!handle)
             return nullptr;
         if (Object* const permanent = Permanent(handle))
             return permanent;
         Object*& temporary = m_temporary[handle];
         if (!temporary) {
-            temporary = new Object;
+            temporary = make(handle);
             temporary->*Member = handle;
         }
         return temporary;

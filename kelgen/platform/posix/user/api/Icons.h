@@ -120,16 +120,7 @@ KELGEN_PLATFORM_API int LookupIconIdFromDirectory(PBYTE directory, BOOL isIcon);
 /// The same for another size than the usual one, which 0 stands for.
 KELGEN_PLATFORM_API int LookupIconIdFromDirectoryEx(PBYTE directory, BOOL isIcon, int width, int height, UINT flags);
 
-/// A bitmap; null and ERROR_INVALID_PARAMETER for a negative size.
-KELGEN_PLATFORM_API HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bitsPerPixel, const void* bits);
-/// Fills a BITMAP and returns its size, which is the result for a null @p buffer too; 0 for no bitmap or a short buffer.
-KELGEN_PLATFORM_API int GetObjectA(HANDLE object, int size, LPVOID buffer);
-KELGEN_PLATFORM_API int GetObjectW(HANDLE object, int size, LPVOID buffer);
-/// Deletes a bitmap; FALSE when it is none.
-KELGEN_PLATFORM_API BOOL DeleteObject(HGDIOBJ object);
-
 #define LoadIcon LoadIconA
 #define LoadCursor LoadCursorA
 #define LoadImage LoadImageA
-#define GetObject GetObjectA
 #define CopyCursor(cursor) (CopyIcon(cursor))

@@ -1,21 +1,21 @@
-// Painting.h: what is to be painted, drawing surfaces that draw nothing, and the colours and sizes of the desktop.
+// Painting.h: what is to be painted, contexts of windows, and the colours and sizes of the desktop.
 #pragma once
 
 #include <kelgen/platform/Export.h>
 #include <kelgen/platform/posix/user/api/WindowTypes.h>
 
 // A window keeps the bounds of what is to be painted. WM_PAINT comes when nothing else is in the queue, until the bounds are taken
-// by BeginPaint or ValidateRect. Drawing surfaces are handles without pixels.
+// by BeginPaint or ValidateRect. What is drawn is kept as shapes: DeviceContexts.h.
 
 /// Adds @p rectangle (null: the client area) to what is to be painted, with its background when @p erase. A null @p window means all.
 KELGEN_PLATFORM_API BOOL InvalidateRect(HWND window, const RECT* rectangle, BOOL erase);
-/// InvalidateRect of the client area: regions have no shape here.
+/// InvalidateRect of the smallest rectangle around @p region, or with null of the client area.
 KELGEN_PLATFORM_API BOOL InvalidateRgn(HWND window, HRGN region, BOOL erase);
 /// Takes @p rectangle out, null: everything.
 KELGEN_PLATFORM_API BOOL ValidateRect(HWND window, const RECT* rectangle);
 /// Sends WM_PAINT to the window when there is something to be painted, and to its children unless it has WS_CLIPCHILDREN.
 KELGEN_PLATFORM_API BOOL UpdateWindow(HWND window);
-/// Invalidates, validates and paints, as the RDW_ flags say.
+/// Invalidates, validates and paints, as the RDW_ flags say; of @p region, which goes before @p rectangle, its smallest rectangle.
 KELGEN_PLATFORM_API BOOL RedrawWindow(HWND window, const RECT* rectangle, HRGN region, UINT flags);
 /// Stores the bounds; FALSE when there is nothing to be painted.
 KELGEN_PLATFORM_API BOOL GetUpdateRect(HWND window, RECT* rectangle, BOOL erase);
@@ -24,19 +24,20 @@ KELGEN_PLATFORM_API BOOL LockWindowUpdate(HWND window);
 /// Moves the children, and with @p rectangle null those all; what was there is to be painted.
 KELGEN_PLATFORM_API BOOL ScrollWindow(HWND window, int x, int y, const RECT* rectangle, const RECT* clip);
 
-/// Takes what is to be painted, sends WM_NCPAINT and WM_ERASEBKGND as needed, and fills @p paint. Null with
-/// ERROR_INVALID_WINDOW_HANDLE.
+/// Takes what is to be painted, sends WM_NCPAINT and WM_ERASEBKGND as needed, and fills @p paint. Nothing is drawn outside of it by this
+/// context. Null with ERROR_INVALID_WINDOW_HANDLE.
 KELGEN_PLATFORM_API HDC BeginPaint(HWND window, PAINTSTRUCT* paint);
-/// Gives the surface of BeginPaint back. FALSE for null.
+/// Gives the context of BeginPaint back. FALSE for null.
 KELGEN_PLATFORM_API BOOL EndPaint(HWND window, const PAINTSTRUCT* paint);
 
-/// Each: a surface of the window (null: of the screen), until ReleaseDC. Null with ERROR_INVALID_WINDOW_HANDLE.
+/// Each: a context of the window (null: of the screen, on which nothing is drawn), until ReleaseDC; by GetWindowDC from the upper left
+/// corner of its frame, where however only the client area can be drawn on. Null with ERROR_INVALID_WINDOW_HANDLE.
 KELGEN_PLATFORM_API HDC GetDC(HWND window);
 KELGEN_PLATFORM_API HDC GetDCEx(HWND window, HRGN region, DWORD flags);
 KELGEN_PLATFORM_API HDC GetWindowDC(HWND window);
-/// 1 for a surface of GetDC, GetDCEx or GetWindowDC, else 0.
+/// 1 for a context of GetDC, GetDCEx or GetWindowDC, else 0.
 KELGEN_PLATFORM_API int ReleaseDC(HWND window, HDC surface);
-/// The window that such a surface was given for; null for none.
+/// The window that such a context was given for; null for none.
 KELGEN_PLATFORM_API HWND WindowFromDC(HDC surface);
 
 /// The colour of a COLOR_ number, 0 past the last.

@@ -4,7 +4,11 @@
 #include <kelgen/platform/posix/user/api/Accelerators.h>
 #include <kelgen/platform/posix/user/api/Activation.h>
 #include <kelgen/platform/posix/user/api/Controls.h>
+#include <kelgen/platform/posix/user/api/DeviceContexts.h>
 #include <kelgen/platform/posix/user/api/Dialogs.h>
+#include <kelgen/platform/posix/user/api/Drawing.h>
+#include <kelgen/platform/posix/user/api/DrawingObjects.h>
+#include <kelgen/platform/posix/user/api/DrawnTexts.h>
 #include <kelgen/platform/posix/user/api/Hooks.h>
 #include <kelgen/platform/posix/user/api/Icons.h>
 #include <kelgen/platform/posix/user/api/Input.h>
@@ -15,6 +19,8 @@
 #include <kelgen/platform/posix/user/api/MessageCalls.h>
 #include <kelgen/platform/posix/user/api/Messages.h>
 #include <kelgen/platform/posix/user/api/Painting.h>
+#include <kelgen/platform/posix/user/api/Regions.h>
+#include <kelgen/platform/posix/user/api/Shapes.h>
 #include <kelgen/platform/posix/user/api/Timers.h>
 #include <kelgen/platform/posix/user/api/WindowCalls.h>
 #include <kelgen/platform/posix/user/api/WindowClasses.h>

@@ -137,6 +137,50 @@ void Release(HWND button, ButtonState& state, bool isInside)
         NotifyParent(button, BN_CLICKED);
 }
 
+/// Has the parent draw the button, for the reason of an ODA_ number.
+void DrawByParent(HWND button, const ButtonState& state, UINT action, HDC context)
+{
+    DRAWITEMSTRUCT item{};
+    item.CtlType = ODT_BUTTON;
+    item.CtlID = static_cast<UINT>(GetDlgCtrlID(button));
+    item.itemAction = action;
+    item.itemState = (state.bits & BST_PUSHED ? ODS_SELECTED : 0) | (state.bits & BST_FOCUS ? ODS_FOCUS : 0) |
+                     (StyleOf(button) & WS_DISABLED ? ODS_DISABLED : 0);
+    item.hwndItem = button;
+    item.hDC = context;
+    GetClientRect(button, &item.rcItem);
+    SendMessageW(GetParent(button), WM_DRAWITEM, item.CtlID, reinterpret_cast<LPARAM>(&item));
+}
+
+/// The same at once, when the state of a button that its owner draws has changed.
+void DrawNow(HWND button, const ButtonState& state, UINT action)
+{
+    if (ButtonTypeOf(button) != BS_OWNERDRAW || !IsWindowVisible(button))
+        return;
+    const HDC context = GetDC(button);
+    if (state.font)
+        SelectObject(context, state.font);
+    DrawByParent(button, state, action, context);
+    ReleaseDC(button, context);
+}
+
+LRESULT Paint(HWND button, const ButtonState& state)
+{
+    const UINT type = ButtonTypeOf(button);
+    if (type == BS_OWNERDRAW)
+        return PaintByOwner(button, state.font, [&](HDC context, const RECT&) { DrawByParent(button, state, ODA_DRAWENTIRE, context); });
+    const bool isPush = type == BS_PUSHBUTTON || type == BS_DEFPUSHBUTTON;
+    return PaintControl(button, isPush ? WM_CTLCOLORBTN : WM_CTLCOLORSTATIC);
+}
+
+void SetPushed(HWND button, ButtonState& state, bool isPushed)
+{
+    const UINT before = state.bits;
+    state.bits = (state.bits & ~static_cast<UINT>(BST_PUSHED)) | (isPushed ? BST_PUSHED : 0);
+    if (state.bits != before)
+        DrawNow(button, state, ODA_SELECT);
+}
+
 LRESULT SetImage(ButtonState& state, WPARAM type, LPARAM image)
 {
     HANDLE& place = type == IMAGE_BITMAP ? state.bitmap : state.icon;
@@ -179,6 +223,7 @@ LRESULT OnFocus(HWND button, ButtonState& state, bool hasIt)
         if (state.isHeld && GetCapture() == button)
             ReleaseCapture();
     }
+    DrawNow(button, state, ODA_FOCUS);
     if (StyleOf(button) & BS_NOTIFY)
         NotifyParent(button, hasIt ? BN_SETFOCUS : BN_KILLFOCUS);
     return 0;
@@ -226,6 +271,16 @@ LRESULT CALLBACK ButtonProcedure(HWND button, UINT message, WPARAM wParam, LPARA
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
         return OnFocus(button, state, message == WM_SETFOCUS);
+    case WM_PAINT:
+        return Paint(button, state);
+    case WM_ENABLE:
+        DrawNow(button, state, ODA_DRAWENTIRE);
+        break;
+    case WM_SETTEXT: {
+        const LRESULT result = DefWindowProcW(button, message, wParam, lParam);
+        DrawNow(button, state, ODA_DRAWENTIRE);
+        return result;
+    }
     case WM_SETFONT:
         state.font = reinterpret_cast<HFONT>(wParam);
         return 0;
@@ -239,7 +294,7 @@ LRESULT CALLBACK ButtonProcedure(HWND button, UINT message, WPARAM wParam, LPARA
     case BM_GETSTATE:
         return state.bits;
     case BM_SETSTATE:
-        state.bits = (state.bits & ~static_cast<UINT>(BST_PUSHED)) | (wParam ? BST_PUSHED : 0);
+        SetPushed(button, state, wParam != 0);
         return 0;
     case BM_SETSTYLE:
         ChangeStyle(button, BS_TYPEMASK, static_cast<DWORD>(wParam));

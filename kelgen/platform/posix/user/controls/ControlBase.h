@@ -2,6 +2,8 @@
 #pragma once
 
 #include <kelgen/platform/posix/user/api/Controls.h>
+#include <kelgen/platform/posix/user/api/DrawingObjects.h>
+#include <kelgen/platform/posix/user/api/Painting.h>
 #include <kelgen/platform/posix/user/objects/WindowObject.h>
 #include <kelgen/platform/support/DesktopPicture.h>
 
@@ -37,6 +39,22 @@ void ChangeStyle(HWND window, DWORD mask, DWORD bits);
 
 /// Whether a point of a mouse message lies in the control's client area.
 bool IsInClient(HWND control, LPARAM point);
+
+/// WM_PAINT of a control that the view draws: takes what is to be painted, and asks the parent for the colours (a WM_CTLCOLOR message).
+LRESULT PaintControl(HWND control, UINT colorMessage);
+
+/// WM_PAINT of a control that its owner draws: calls @p draw with the context, which has the control's font.
+template <class Draw>
+LRESULT PaintByOwner(HWND control, HFONT font, Draw draw)
+{
+    PAINTSTRUCT paint;
+    const HDC context = BeginPaint(control, &paint);
+    if (font)
+        SelectObject(context, font);
+    draw(context, paint.rcPaint);
+    EndPaint(control, &paint);
+    return 0;
+}
 
 // The window procedures of the classes; they take wide text.
 LRESULT CALLBACK ButtonProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam);

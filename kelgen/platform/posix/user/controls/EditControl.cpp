@@ -291,6 +291,11 @@ LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lP
     case WM_LBUTTONDBLCLK:
         state.model.Select(state.model.WordBefore(state.model.Caret()), state.model.WordAfter(state.model.Caret()));
         return 0;
+    case WM_PAINT: {
+        // By contract text that cannot be changed has the colours of labels.
+        const DWORD style = StyleOf(edit);
+        return PaintControl(edit, style & WS_DISABLED || style & ES_READONLY ? WM_CTLCOLORSTATIC : WM_CTLCOLOREDIT);
+    }
     case WM_SETFONT:
         state.font = reinterpret_cast<HFONT>(wParam);
         return 0;

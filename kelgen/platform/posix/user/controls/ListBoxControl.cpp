@@ -17,11 +17,6 @@ HWND OwnerOf(HWND list, const ListBoxState& state)
     return state.combo ? state.combo : GetParent(list);
 }
 
-bool IsOwnerDrawn(HWND list)
-{
-    return (StyleOf(list) & (LBS_OWNERDRAWFIXED | LBS_OWNERDRAWVARIABLE)) != 0;
-}
-
 LRESULT BadIndex()
 {
     return Fail(ERROR_INVALID_INDEX, LRESULT{LB_ERR});
@@ -406,6 +401,8 @@ LRESULT ListMessage(HWND list, ListBoxState& state, UINT message, WPARAM wParam,
 
 LRESULT HandleMessage(HWND list, ListBoxState& state, UINT message, WPARAM wParam, LPARAM lParam)
 {
+    if (ChangesView(message) && IsOwnerDrawn(list))
+        InvalidateRect(list, nullptr, TRUE);
     if (message >= LB_ADDSTRING && message <= LB_GETLISTBOXINFO)
         return ListMessage(list, state, message, wParam, lParam);
     switch (message) {
@@ -449,6 +446,8 @@ LRESULT HandleMessage(HWND list, ListBoxState& state, UINT message, WPARAM wPara
     case WM_KILLFOCUS:
         NotifyOfList(list, state, LBN_KILLFOCUS);
         return 0;
+    case WM_PAINT:
+        return PaintList(list, state);
     case WM_SETFONT:
         state.font = reinterpret_cast<HFONT>(wParam);
         if (!IsOwnerDrawn(list))

@@ -33,6 +33,12 @@ inline bool HasStrings(HWND list)
     return !(style & (LBS_OWNERDRAWFIXED | LBS_OWNERDRAWVARIABLE)) || (style & LBS_HASSTRINGS);
 }
 
+/// Whether its owner draws the items.
+inline bool IsOwnerDrawn(HWND list)
+{
+    return (StyleOf(list) & (LBS_OWNERDRAWFIXED | LBS_OWNERDRAWVARIABLE)) != 0;
+}
+
 /// Sends a notification to the parent when the list's style asks for that, or to its combo box.
 void NotifyOfList(HWND list, const ListBoxState& state, int code);
 
@@ -48,6 +54,11 @@ void ShowItem(HWND list, ListBoxState& state, int index);
 void ScrollRows(HWND list, ListBoxState& state, int rows);
 /// Shows or hides the vertical scroll bar as the number of items wants it.
 void UpdateScrollBar(HWND list, const ListBoxState& state);
+
+/// WM_PAINT: asks for colours, or has the owner draw the items in view.
+LRESULT PaintList(HWND list, const ListBoxState& state);
+/// Whether a message changes what is in view of a list that its owner draws.
+bool ChangesView(UINT message);
 
 void OnListKey(HWND list, ListBoxState& state, UINT key);
 void OnListCharacter(HWND list, ListBoxState& state, WCHAR character);

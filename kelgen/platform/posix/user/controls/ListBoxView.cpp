@@ -16,7 +16,76 @@ int RowsIn(HWND list, const ListBoxState& state)
     return std::max<int>(client.bottom / std::max(state.itemHeight, 1), 1);
 }
 
+/// Has the owner draw an item; of a combo box's list the box's parent.
+void DrawItem(HWND list, const ListBoxState& state, int index, const RECT& place, HDC context)
+{
+    const HWND control = state.combo ? state.combo : list;
+    const ListItem& listed = state.items[index];
+    DRAWITEMSTRUCT item{};
+    item.CtlType = state.combo ? ODT_COMBOBOX : ODT_LISTBOX;
+    item.CtlID = static_cast<UINT>(GetDlgCtrlID(control));
+    item.itemID = static_cast<UINT>(index);
+    item.itemAction = ODA_DRAWENTIRE;
+    const bool isSelected = IsMultiple(list) ? listed.isSelected : index == state.items.current;
+    const bool isFocused = index == state.items.current && GetFocus() == control;
+    item.itemState = (isSelected ? ODS_SELECTED : 0) | (isFocused ? ODS_FOCUS : 0) | (StyleOf(list) & WS_DISABLED ? ODS_DISABLED : 0);
+    item.hwndItem = control;
+    item.hDC = context;
+    item.rcItem = place;
+    // By contract data stands for what was added without a text.
+    item.itemData = listed.data;
+    SendMessageW(GetParent(control), WM_DRAWITEM, item.CtlID, reinterpret_cast<LPARAM>(&item));
+}
+
 }  // namespace
+
+LRESULT PaintList(HWND list, const ListBoxState& state)
+{
+    if (!IsOwnerDrawn(list))
+        return PaintControl(list, WM_CTLCOLORLISTBOX);
+    return PaintByOwner(list, state.font, [&](HDC context, const RECT& painted) {
+        FillRect(context, &painted, GetSysColorBrush(COLOR_WINDOW));
+        RECT place{};
+        GetClientRect(list, &place);
+        const LONG bottom = place.bottom;
+        // The owner may change the list while it draws.
+        for (int i = state.items.top; state.items.Has(i) && place.top < bottom; ++i) {
+            place.bottom = place.top + std::max(state.HeightOf(i), 1);
+            DrawItem(list, state, i, place, context);
+            place.top = place.bottom;
+        }
+    });
+}
+
+bool ChangesView(UINT message)
+{
+    switch (message) {
+    case LB_ADDSTRING:
+    case LB_INSERTSTRING:
+    case LB_DELETESTRING:
+    case LB_RESETCONTENT:
+    case LB_SETITEMDATA:
+    case LB_SETCOUNT:
+    case LB_SETCURSEL:
+    case LB_SETSEL:
+    case LB_SELECTSTRING:
+    case LB_SELITEMRANGE:
+    case LB_SELITEMRANGEEX:
+    case LB_SETCARETINDEX:
+    case LB_SETTOPINDEX:
+    case LB_SETITEMHEIGHT:
+    case WM_KEYDOWN:
+    case WM_CHAR:
+    case WM_MOUSEWHEEL:
+    case WM_LBUTTONDOWN:
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+    case WM_ENABLE:
+        return true;
+    default:
+        return false;
+    }
+}
 
 void ShowItem(HWND list, ListBoxState& state, int index)
 {

@@ -89,6 +89,8 @@ LRESULT CALLBACK StaticProcedure(HWND label, UINT message, WPARAM wParam, LPARAM
         if (notifies)
             NotifyParent(label, STN_DBLCLK);
         return 0;
+    case WM_PAINT:
+        return PaintControl(label, WM_CTLCOLORSTATIC);
     case WM_ENABLE:
         if (notifies)
             NotifyParent(label, wParam ? STN_ENABLE : STN_DISABLE);

@@ -17,9 +17,6 @@ using namespace kelgen::posix::user;
 
 namespace {
 
-/// The one font of dialogs; there is nothing to draw with it.
-const HFONT kDialogFont = reinterpret_cast<HFONT>(static_cast<ULONG_PTR>(0x0A0A0001));
-
 int Scale(int units, int base, int parts)
 {
     // Halves are rounded away from zero.
@@ -33,10 +30,25 @@ RECT InPixels(const DialogState& state, int x, int y, int width, int height)
             Scale(height, state.baseHeight, 8)};
 }
 
-/// An average character of a font, in pixels of a screen with 96 in an inch.
+/// The em of a font on a screen with 96 pixels in an inch.
+int PixelsOf(int points)
+{
+    return (std::clamp(points, 1, 200) * 96 + 36) / 72;
+}
+
+/// Makes the template's font.
+void SetFont(DialogState& state, const DialogTemplate& dialog)
+{
+    const std::u16string_view face = dialog.face.empty() ? std::u16string_view(u"MS Shell Dlg") : std::u16string_view(dialog.face);
+    state.font = CreateFontW(-PixelsOf(dialog.points), 0, 0, 0, FW_DONTCARE, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
+                             CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH, reinterpret_cast<LPCWSTR>(face.data()));
+    state.ownFont = std::shared_ptr<void>(state.font, [](void* font) { DeleteObject(font); });
+}
+
+/// An average character of a font, in pixels.
 void SetFontSize(DialogState& state, int points)
 {
-    const int height = (std::clamp(points, 1, 200) * 96 + 36) / 72;
+    const int height = PixelsOf(points);
     state.baseWidth = std::max((height * 61 + 50) / 100, 1);
     state.baseHeight = (height * 19 + 8) / 16;
 }
@@ -203,7 +215,7 @@ bool Fill(HWND window, const DialogTemplate& dialog, const DialogCreation& creat
     state->baseHeight = sizes.baseHeight;
     state->hasWideProcedure = creation.wide;
     if (dialog.style & DS_SETFONT)
-        state->font = kDialogFont;
+        SetFont(*state, dialog);
     if (dialog.helpId)
         SetWindowContextHelpId(window, dialog.helpId);
     SetWindowLongPtrW(window, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(creation.procedure));

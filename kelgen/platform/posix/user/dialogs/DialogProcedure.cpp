@@ -5,6 +5,7 @@
 #include <kelgen/platform/posix/user/api/Controls.h>
 #include <kelgen/platform/posix/user/api/User.h>
 #include <kelgen/platform/posix/user/dialogs/DialogState.h>
+#include <kelgen/platform/posix/user/drawing/Erase.h>
 #include <kelgen/platform/posix/user/messages/MessageText.h>
 #include <kelgen/platform/posix/user/objects/ClassTable.h>
 #include <kelgen/platform/posix/user/objects/ProcedureTable.h>
@@ -132,6 +133,14 @@ LRESULT DefaultAction(HWND dialog, DialogState& state, UINT message, WPARAM wPar
     case WM_SETFONT:
         state.font = reinterpret_cast<HFONT>(wParam);
         return 0;
+    case WM_ERASEBKGND:
+        // By contract the dialog itself is asked for its colour.
+        if (const Window* const window = OwnWindow(dialog)) {
+            const LRESULT brush = SendMessageW(dialog, WM_CTLCOLORDLG, wParam, reinterpret_cast<LPARAM>(dialog));
+            if (brush && OwnWindow(dialog) == window)
+                Erase(*window, reinterpret_cast<HDC>(wParam), reinterpret_cast<HBRUSH>(brush));
+        }
+        return 1;
     case WM_CLOSE:
         PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(dialog, IDCANCEL)));
         return 0;

@@ -14,7 +14,8 @@ struct DialogState
     bool hasWideProcedure = false;
     HWND focus = nullptr;  // while another window is active
     HFONT font = nullptr;
-    int baseWidth = 9;  // of an average character, in pixels
+    std::shared_ptr<void> ownFont;  // of the template: deleted with the dialog
+    int baseWidth = 9;              // of an average character, in pixels
     int baseHeight = 16;
 };
 

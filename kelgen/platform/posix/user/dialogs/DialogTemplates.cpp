@@ -80,7 +80,7 @@ std::optional<DialogTemplate> ReadDialogTemplate(TemplateReader reader)
         if (points != kDefaultFont) {
             if (isExtended)
                 reader.Skip(4);  // weight, slant, character set
-            reader.Text();       // the font's name
+            dialog.face = reader.Text();
         }
     }
     for (int i = 0; i < count && reader.IsSound(); ++i)

@@ -45,6 +45,7 @@ struct DialogTemplate : TemplateWindow
     TemplateName className;
     std::u16string title;
     int points = 0;  // of the font, when the style has DS_SETFONT
+    std::u16string face;
     std::vector<TemplateControl> controls;
 };
 

@@ -1,4 +1,4 @@
-// UserHandles.h: tables of the handles of menus, icons, accelerator tables and bitmaps, checked by generation.
+// UserHandles.h: tables of the handles of menus, icons, accelerator tables and objects of drawing, checked by generation.
 #pragma once
 
 #include <kelgen/platform/posix/base/Slots.h>
@@ -15,7 +15,7 @@ enum class HandleKind : WORD
     kMenu = 0x21,
     kIcon = 0x23,
     kAccelerators = 0x25,
-    kBitmap = 0x27,
+    kDrawing = 0x27,  // pens, brushes, fonts, bitmaps, regions, contexts
 };
 
 /// Objects by handle. A handle has 32 bits: its slot, and above it a generation that is never 0, so that a handle is no command

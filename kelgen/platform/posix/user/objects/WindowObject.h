@@ -16,6 +16,7 @@ struct ControlPicture;
 
 namespace kelgen::posix::user {
 
+class ShapeList;
 struct ThreadQueue;
 struct WindowClass;
 
@@ -37,12 +38,23 @@ struct WindowProperty
 
 struct Window;
 
+/// What a control's parent answered to a WM_CTLCOLOR message.
+struct ControlColors
+{
+    bool hasText = false;
+    bool hasGround = false;
+    COLORREF text = 0;
+    COLORREF ground = 0;
+};
+
 /// The state of one of the system's own classes.
 struct ControlData
 {
     virtual ~ControlData() = default;
     /// Adds what the control shows to @p picture. Threads: the window's.
     virtual void Show(const Window&, ControlPicture&) const {}
+
+    std::unique_ptr<ControlColors> colors;  // null for the usual ones
 };
 
 /// One window. It belongs to the thread that created it, which alone destroys it, and is freed when its handle is gone and no call
@@ -98,6 +110,7 @@ struct Window
     bool needsErase = false;
     bool internalPaint = false;
     RECT update{};
+    std::shared_ptr<ShapeList> drawing;  // null until something is drawn; under the desktop lock
 
     bool owesSize = false;  // WM_SIZE and WM_MOVE come when it is first shown
     bool hiddenByOwner = false;

@@ -1,6 +1,7 @@
 // TakePicture.cpp: TakeDesktopPicture: the tree of windows under the desktop's lock, what controls show on their own threads.
 #include <kelgen/platform/support/DesktopPicture.h>
 
+#include <kelgen/platform/posix/user/drawing/ShapeList.h>
 #include <kelgen/platform/posix/user/menus/MenuPlaces.h>
 #include <kelgen/platform/posix/user/messages/ThreadQueue.h>
 #include <kelgen/platform/posix/user/objects/ClassTable.h>
@@ -39,6 +40,12 @@ void TellOfThread(Told& told)
             continue;
         ControlPicture picture;
         window->control->Show(*window, picture);
+        if (const ControlColors* const colors = window->control->colors.get()) {
+            picture.hasTextColor = colors->hasText;
+            picture.textColor = colors->text;
+            picture.hasGroundColor = colors->hasGround;
+            picture.groundColor = colors->ground;
+        }
         told.controls.emplace(handle, std::move(picture));
     }
     ShowOpenMenus(told.menus);
@@ -96,6 +103,8 @@ private:
         picture.window = window.window;
         picture.client = window.client;
         picture.hasIcon = window.smallIcon || window.bigIcon || window.windowClass->smallIcon || window.windowClass->icon;
+        if (window.drawing)
+            picture.drawn = window.drawing->Snapshot();
         m_threads.push_back(window.thread);
         const auto told = m_told.find(window.thread);
         const auto& of = told != m_told.end() ? told : m_told.emplace(window.thread, std::make_shared<Told>()).first;

@@ -7,7 +7,10 @@
 #include <kelgen/platform/posix/user/api/Activation.h>
 #include <kelgen/platform/posix/user/api/Icons.h>
 #include <kelgen/platform/posix/user/api/Painting.h>
+#include <kelgen/platform/posix/user/api/Regions.h>
+#include <kelgen/platform/posix/user/api/Shapes.h>
 #include <kelgen/platform/posix/user/api/WindowTree.h>
+#include <kelgen/platform/posix/user/drawing/GdiObjects.h>
 #include <kelgen/platform/posix/user/messages/Sends.h>
 #include <kelgen/platform/posix/user/objects/ClassTable.h>
 #include <kelgen/platform/posix/user/objects/WindowTable.h>
@@ -173,7 +176,10 @@ LRESULT DefaultFor(Window& window, UINT message, WPARAM wParam, LPARAM lParam)
     }
     case WM_ERASEBKGND:
     case WM_ICONERASEBKGND:
-        return window.windowClass->background ? 1 : 0;
+        if (!window.windowClass->background)
+            return 0;
+        Erase(window, reinterpret_cast<HDC>(wParam), window.windowClass->background);
+        return 1;
     case WM_SYNCPAINT:
         RedrawWindow(window.handle, nullptr, nullptr, RDW_ERASENOW);
         return 0;

@@ -1,10 +1,12 @@
-// Painting.cpp: the bounds of what is to be painted, WM_PAINT, and surfaces without pixels.
+// Painting.cpp: the bounds of what is to be painted, WM_PAINT, and contexts of windows.
 #include <kelgen/platform/posix/user/api/Painting.h>
 
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
+#include <kelgen/platform/posix/user/api/Regions.h>
 #include <kelgen/platform/posix/user/api/WindowCalls.h>
 #include <kelgen/platform/posix/user/api/WindowPositions.h>
+#include <kelgen/platform/posix/user/drawing/Context.h>
 #include <kelgen/platform/posix/user/messages/InternalCalls.h>
 #include <kelgen/platform/posix/user/messages/Sends.h>
 #include <kelgen/platform/posix/user/objects/WindowTable.h>
@@ -12,34 +14,20 @@
 #include <kelgen/platform/posix/user/windows/UpdateBounds.h>
 
 #include <algorithm>
-#include <map>
 
 namespace kelgen::posix::user {
 
 namespace {
 
-// The surfaces that are given out, and whose they are.
-struct Surfaces
+/// A context of the window, or of the screen; of its whole area with @p isWhole.
+HDC GiveSurface(HWND window, bool isWhole = false, const RECT* painted = nullptr)
 {
-    std::map<HDC, HWND> windows;  // under the desktop lock
-    ULONG_PTR last = 0;
-};
-
-Surfaces& GivenSurfaces()
-{
-    static auto& surfaces = *new Surfaces;
-    return surfaces;
-}
-
-constexpr ULONG_PTR kFirstSurface = 0x10000;
-
-HDC GiveSurface(HWND window)
-{
-    DesktopGuard guard;
-    Surfaces& surfaces = GivenSurfaces();
-    const HDC surface = reinterpret_cast<HDC>(kFirstSurface + 4 * ++surfaces.last);
-    surfaces.windows[surface] = window;
-    return surface;
+    return OrNoMemory(HDC{}, [=] {
+        const DesktopGuard guard;
+        const Window* const found = isWhole && window ? FindWindowLocked(window) : nullptr;
+        const POINT origin = found ? POINT{found->window.left - found->client.left, found->window.top - found->client.top} : POINT{};
+        return GiveContext(window, origin, painted);
+    });
 }
 
 RECT ClientBounds(const Window& window)
@@ -163,9 +151,10 @@ BOOL InvalidateRect(HWND window, const RECT* rectangle, BOOL erase)
     return ForTarget(window, [=](Window& target) { AddUpdate(target, area, erase, !(target.style & WS_CLIPCHILDREN) || !area); });
 }
 
-BOOL InvalidateRgn(HWND window, HRGN, BOOL erase)
+BOOL InvalidateRgn(HWND window, HRGN region, BOOL erase)
 {
-    return InvalidateRect(window, nullptr, erase);
+    RECT box;
+    return region && GetRgnBox(region, &box) ? InvalidateRect(window, &box, erase) : InvalidateRect(window, nullptr, erase);
 }
 
 BOOL ValidateRect(HWND window, const RECT* rectangle)
@@ -185,8 +174,11 @@ BOOL UpdateWindow(HWND window)
     return TRUE;
 }
 
-BOOL RedrawWindow(HWND window, const RECT* rectangle, HRGN, UINT flags)
+BOOL RedrawWindow(HWND window, const RECT* rectangle, HRGN region, UINT flags)
 {
+    RECT box;
+    if (region && GetRgnBox(region, &box))
+        rectangle = &box;
     const bool children = (flags & RDW_ALLCHILDREN) != 0;
     ForTarget(window, [=](Window& target) {
         if (flags & RDW_INVALIDATE)
@@ -272,7 +264,7 @@ HDC BeginPaint(HWND window, PAINTSTRUCT* paint)
         DropUpdate(*found);
     }
     *paint = {};
-    paint->hdc = GiveSurface(window);
+    paint->hdc = GiveSurface(window, false, &bounds);
     paint->rcPaint = bounds;
     if (needed)
         SendTo(window, WM_NCPAINT, 1, 0, true);
@@ -289,11 +281,14 @@ BOOL EndPaint(HWND window, const PAINTSTRUCT* paint)
     return TRUE;
 }
 
-HDC GetDCEx(HWND window, HRGN, DWORD)
+HDC GetDCEx(HWND window, HRGN region, DWORD flags)
 {
     if (window && !IsWindow(window))
         return Fail(ERROR_INVALID_WINDOW_HANDLE, static_cast<HDC>(nullptr));
-    return GiveSurface(window);
+    const HDC context = GiveSurface(window, (flags & DCX_WINDOW) != 0);
+    if (context && region && (flags & DCX_INTERSECTRGN))
+        SelectClipRgn(context, region);
+    return context;
 }
 
 HDC GetDC(HWND window)
@@ -308,14 +303,13 @@ HDC GetWindowDC(HWND window)
 
 int ReleaseDC(HWND, HDC surface)
 {
-    DesktopGuard guard;
-    return static_cast<int>(GivenSurfaces().windows.erase(surface));
+    const DesktopGuard guard;
+    return TakeContext(surface);
 }
 
 HWND WindowFromDC(HDC surface)
 {
-    DesktopGuard guard;
-    const auto& windows = GivenSurfaces().windows;
-    const auto place = windows.find(surface);
-    return place == windows.end() ? nullptr : place->second;
+    const DesktopGuard guard;
+    const auto context = FindContext(surface);
+    return context ? context->window : nullptr;
 }

@@ -28,14 +28,6 @@ DWORD GetSysColor(int index)
     return index >= 0 && static_cast<std::size_t>(index) < kColors.size() ? kColors[static_cast<std::size_t>(index)] : 0;
 }
 
-HBRUSH GetSysColorBrush(int index)
-{
-    constexpr ULONG_PTR kFirstBrush = 0x01100040;
-    if (index < 0 || static_cast<std::size_t>(index) >= kColors.size())
-        return nullptr;
-    return reinterpret_cast<HBRUSH>(kFirstBrush + static_cast<ULONG_PTR>(index));
-}
-
 int GetSystemMetrics(int index)
 {
     switch (index) {

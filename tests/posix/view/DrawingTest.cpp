@@ -1,0 +1,192 @@
+// DrawingTest.cpp: what a program paints, in pictures.
+#include "platform/gdi/Plate.h"
+#include "posix/view/Windows.h"
+
+#include <kelgen/view/Picture.h>
+
+#include <functional>
+#include <sstream>
+
+using namespace kelgen;
+using namespace kelgen::test;
+
+namespace {
+
+using Paint = std::function<void(HWND, HDC, const RECT&)>;
+
+Paint& Painter()
+{
+    static Paint paint;
+    return paint;
+}
+
+LRESULT CALLBACK PaintedProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message != WM_PAINT)
+        return DefWindowProcW(window, message, wParam, lParam);
+    PAINTSTRUCT paint;
+    const HDC context = BeginPaint(window, &paint);
+    if (Painter())
+        Painter()(window, context, paint.rcPaint);
+    EndPaint(window, &paint);
+    return 0;
+}
+
+/// A shown window of 320 by 190 pixels, painted by a function.
+class Painted
+{
+public:
+    explicit Painted(Paint paint, HBRUSH background = GetSysColorBrush(COLOR_WINDOW))
+    {
+        Painter() = std::move(paint);
+        WNDCLASSW type{};
+        type.lpfnWndProc = PaintedProcedure;
+        type.hbrBackground = background;
+        type.lpszClassName = Wide(u"Painted");
+        RegisterClassW(&type);
+        m_window =
+            CreateWindowExW(0, Wide(u"Painted"), Wide(u""), WS_POPUP | WS_VISIBLE, 10, 10, 320, 190, nullptr, nullptr, nullptr, nullptr);
+        Serve();
+    }
+    ~Painted()
+    {
+        DestroyWindow(m_window);
+        Serve();
+        UnregisterClassW(Wide(u"Painted"), nullptr);
+        Painter() = nullptr;
+    }
+    Painted(const Painted&) = delete;
+    Painted& operator=(const Painted&) = delete;
+
+    operator HWND() const { return m_window; }
+    const DrawnShapes& Shapes() const
+    {
+        const DesktopPicture picture = TakeDesktopPicture(m_window, 0);
+        m_shapes = picture.windows.at(0).drawn;
+        static const DrawnShapes none;
+        return m_shapes ? *m_shapes : none;
+    }
+    std::string Svg() const
+    {
+        std::ostringstream out;
+        view::WriteSvg(out, m_window);
+        return out.str();
+    }
+
+private:
+    HWND m_window = nullptr;
+    mutable std::shared_ptr<const DrawnShapes> m_shapes;
+};
+
+void FillAll(HWND window, HDC context, COLORREF color)
+{
+    RECT area;
+    GetClientRect(window, &area);
+    const HBRUSH brush = CreateSolidBrush(color);
+    FillRect(context, &area, brush);
+    DeleteObject(brush);
+}
+
+}  // namespace
+
+TEST(Drawing, ShowsThePlateAsTheFileSays)
+{
+    const Painted window([](HWND, HDC context, const RECT&) { DrawPlate(context); });
+    KELGEN_EXPECT_SVG("plate", window);
+    const std::string once = window.Svg();
+    InvalidateRect(window, nullptr, TRUE);
+    Serve();
+    // The same drawing over itself is the same picture.
+    EXPECT_EQ(once, window.Svg());
+    EXPECT_NE(std::string::npos, once.find("&lt;&amp;&gt;"));
+}
+
+TEST(Drawing, ShowsNothingOfAWindowThatDrawsNothing)
+{
+    const Painted window(nullptr);
+    EXPECT_TRUE(window.Shapes().empty());
+}
+
+TEST(Drawing, TheClassBrushIsShownAndFillsCoverWhatIsBelow)
+{
+    const HBRUSH green = CreateSolidBrush(RGB(0, 255, 0));
+    const Painted window(nullptr, green);
+    ASSERT_EQ(1u, window.Shapes().size());
+    EXPECT_EQ(RGB(0, 255, 0), window.Shapes()[0].fillColor);
+    const HDC context = GetDC(window);
+    for (int i = 0; i < 10; ++i)
+        Rectangle(context, i, i, 50, 50);
+    EXPECT_EQ(11u, window.Shapes().size());
+    FillAll(window, context, RGB(1, 2, 3));
+    EXPECT_EQ(1u, window.Shapes().size());
+    EXPECT_EQ(1, ReleaseDC(window, context));
+    EXPECT_EQ(0, ReleaseDC(window, context));
+    DeleteObject(green);
+}
+
+TEST(Drawing, PaintingKeepsToWhatWasInvalidated)
+{
+    RECT painted{};
+    const Painted window([&](HWND self, HDC context, const RECT& area) {
+        painted = area;
+        FillAll(self, context, RGB(static_cast<BYTE>(area.left), 0, 0));
+    });
+    const RECT part{10, 20, 30, 40};
+    InvalidateRect(window, &part, FALSE);
+    Serve();
+    EXPECT_TRUE(EqualRect(&part, &painted));
+    ASSERT_EQ(2u, window.Shapes().size());
+    EXPECT_TRUE(EqualRect(&part, &window.Shapes()[1].box));
+    ValidateRect(window, nullptr);
+    PAINTSTRUCT nothing;
+    BeginPaint(window, &nothing);
+    FillAll(window, nothing.hdc, RGB(9, 9, 9));
+    EndPaint(window, &nothing);
+    EXPECT_EQ(2u, window.Shapes().size());
+}
+
+TEST(Drawing, HiddenWindowsKeepWhatTheyHadAndNumbersAreBounded)
+{
+    const Painted window(nullptr);
+    const HDC context = GetDC(window);
+    for (int i = 0; i < 20'000; ++i)
+        Rectangle(context, i % 300, i % 150, i % 300 + 5, i % 150 + 5);
+    EXPECT_LE(window.Shapes().size(), 4000u);
+    EXPECT_GE(window.Shapes().size(), 3000u);
+    FillAll(window, context, 0);
+    for (int x = 0; x < 300; ++x)
+        SetPixel(context, x, 5, RGB(255, 0, 0));
+    // A row of pixels is one shape.
+    EXPECT_EQ(2u, window.Shapes().size());
+    const std::vector<POINT> many(16'000);
+    for (int i = 0; i < 10; ++i)
+        Polyline(context, many.data(), 16'000);
+    EXPECT_LE(window.Shapes().size(), 6u);
+    FillAll(window, context, 0);
+    ShowWindow(window, SW_HIDE);
+    Rectangle(context, 0, 0, 5, 5);
+    ShowWindow(window, SW_SHOW);
+    EXPECT_EQ(1u, window.Shapes().size());
+    ReleaseDC(window, context);
+}
+
+TEST(Drawing, CopiesWithinAWindowAndInvertsTwice)
+{
+    const Painted window(nullptr);
+    const HDC context = GetDC(window);
+    FillAll(window, context, 0);
+    const RECT box{10, 10, 20, 20};
+    FillRect(context, &box, GetSysColorBrush(COLOR_WINDOW));
+    EXPECT_TRUE(BitBlt(context, 100, 100, 30, 30, context, 0, 0, SRCCOPY));
+    // The ground of the copied part, cut to it, and the box.
+    ASSERT_EQ(4u, window.Shapes().size());
+    EXPECT_EQ(110, window.Shapes()[3].box.left);
+    EXPECT_FALSE(BitBlt(context, 0, 0, 5, 5, context, 0, 0, 0x00EE0086));
+    EXPECT_FALSE(StretchBlt(context, 0, 0, 5, 5, context, 0, 0, 9, 9, SRCCOPY));
+    const std::size_t before = window.Shapes().size();
+    DrawFocusRect(context, &box);
+    EXPECT_EQ(before + 1, window.Shapes().size());
+    DrawFocusRect(context, &box);
+    EXPECT_EQ(before, window.Shapes().size());
+    ReleaseDC(window, context);
+}
