@@ -272,11 +272,12 @@ void SvgDesktop::MenuBar(const WindowPicture& window)
     m_out.Rectangle("face", 0, 0, WidthOf(window.bar.place), HeightOf(window.bar.place));
     for (const MenuItemPicture& item : window.bar.items) {
         const int left = item.place.left - window.bar.place.left;
+        const int top = item.place.top - window.bar.place.top;
         const bool isOpen = (item.state & MFS_HILITE) != 0;
         m_out << "<g role=\"menuitem\" aria-label=\"" << Escaped(WithoutMnemonic(item.text)) << "\" aria-haspopup=\""
               << YesNo(item.hasSubmenu) << "\">";
-        m_out.Rectangle(isOpen ? "chosen" : "plain", left, 0, WidthOf(item.place), HeightOf(item.place));
-        m_out.Label(isOpen ? "text chosen" : (item.state & MFS_GRAYED) ? "text off" : "text", left + 6, 3, item.text);
+        m_out.Rectangle(isOpen ? "chosen" : "plain", left, top, WidthOf(item.place), HeightOf(item.place));
+        m_out.Label(isOpen ? "text chosen" : (item.state & MFS_GRAYED) ? "text off" : "text", left + 7, top + 2, item.text);
         m_out << "</g>";
     }
     m_out << "</svg>";
