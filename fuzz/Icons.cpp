@@ -2,6 +2,8 @@
 #include "Input.h"
 #include "ResourceFile.h"
 
+#include <kelgen/platform/support/IconPicture.h>
+
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -20,6 +22,8 @@ void IsSoundIcon(HICON icon)
 {
     ICONINFO info = {};
     Require(GetIconInfo(icon, &info));
+    const auto png = kelgen::IconPng(icon);
+    Require(png.empty() || png[0] == 0x89);
     IsSoundBitmap(info.hbmMask);
     if (info.hbmColor)
         IsSoundBitmap(info.hbmColor);

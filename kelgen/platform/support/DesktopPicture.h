@@ -101,6 +101,7 @@ struct WindowPicture
     RECT client{};
     bool isActive = false;
     bool hasFocus = false;
+    HICON icon = nullptr;  ///< The one of its caption; IconPicture.h has its pixels.
     bool hasIcon = false;
     ControlPicture control;
     MenuPicture bar;

@@ -2,6 +2,7 @@
 #include <kelgen/view/internal/SvgDesktop.h>
 
 #include <kelgen/platform/support/DialogText.h>
+#include <kelgen/platform/support/IconPicture.h>
 
 #include <algorithm>
 
@@ -121,9 +122,11 @@ void SvgDesktop::GroupBox(const WindowPicture& window)
     m_out.Label(Style("text", window), 9, 0, window.text);
 }
 
-/// A sign for an icon, whose pixels nobody keeps.
+/// An icon, or a sign for one without pixels.
 void SvgDesktop::Sign(HANDLE image, int width, int height)
 {
+    if (const auto png = IconPng(static_cast<HICON>(image)); !png.empty())
+        return m_out.Image(0, 0, width, height, png);
     const int size = std::min({width, height, 32});
     if (size < 6)
         return;

@@ -2,6 +2,7 @@
 #include <kelgen/view/internal/SvgDesktop.h>
 
 #include <kelgen/platform/support/DialogText.h>
+#include <kelgen/platform/support/IconPicture.h>
 #include <kelgen/view/internal/Page.h>
 
 #include <algorithm>
@@ -231,7 +232,10 @@ void SvgDesktop::Caption(const WindowPicture& window, int border)
     m_out.Rectangle(window.isActive ? "caption active" : "caption", border, border, width, height - 1, 2);
     int left = border + 6;
     if (window.hasIcon && (window.style & WS_SYSMENU) && !isTool) {
-        m_out.Rectangle("icon", left - 3, border + 3, 12, 12, 3);
+        if (const auto png = IconPng(window.icon); !png.empty())
+            m_out.Image(left - 3, border + 3, 12, 12, png);
+        else
+            m_out.Rectangle("icon", left - 3, border + 3, 12, 12, 3);
         left += 13;
     }
     int right = border + width;

@@ -29,6 +29,21 @@ void AppendUtf8(std::string& out, char32_t code)
     }
 }
 
+std::string Base64(const std::vector<unsigned char>& bytes)
+{
+    constexpr std::string_view kDigits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string out;
+    for (std::size_t at = 0; at < bytes.size(); at += 3) {
+        const std::size_t left = bytes.size() - at;
+        const unsigned bits = bytes[at] << 16 | (left > 1 ? bytes[at + 1] << 8 : 0) | (left > 2 ? bytes[at + 2] : 0);
+        out += kDigits[bits >> 18];
+        out += kDigits[bits >> 12 & 63];
+        out += left > 1 ? kDigits[bits >> 6 & 63] : '=';
+        out += left > 2 ? kDigits[bits & 63] : '=';
+    }
+    return out;
+}
+
 bool IsHigh(char32_t unit)
 {
     return unit >= 0xD800 && unit <= 0xDBFF;
@@ -116,6 +131,12 @@ void SvgText::Rectangle(std::string_view style, int x, int y, int width, int hei
 void SvgText::Circle(std::string_view style, int x, int y, int radius)
 {
     *this << "<circle class=\"" << style << "\" cx=\"" << x << "\" cy=\"" << y << "\" r=\"" << radius << "\"/>";
+}
+
+void SvgText::Image(int x, int y, int width, int height, const std::vector<unsigned char>& png)
+{
+    *this << "<image x=\"" << x << "\" y=\"" << y << "\" width=\"" << width << "\" height=\"" << height
+          << "\" href=\"data:image/png;base64," << Base64(png) << "\"/>";
 }
 
 void SvgText::Path(std::string_view style, std::string_view commands)

@@ -6,6 +6,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kelgen::view::detail {
 
@@ -48,6 +49,8 @@ public:
     /// A rectangle of a class of the style sheet; one without area is left out.
     void Rectangle(std::string_view style, int x, int y, int width, int height, int round = 0);
     void Circle(std::string_view style, int x, int y, int radius);
+    /// The image of a PNG file, which is scaled to that size.
+    void Image(int x, int y, int width, int height, const std::vector<unsigned char>& png);
     /// A path from its commands.
     void Path(std::string_view style, std::string_view commands);
     void Line(std::string_view style, int x1, int y1, int x2, int y2);

@@ -8,6 +8,8 @@ namespace kelgen::posix::user {
 namespace {
 
 constexpr int kLargest = 4096;
+// What is kept of an image for pictures: enough for 256 by 256 pixels.
+constexpr std::size_t kMostBytes = 300000;
 
 struct Header
 {
@@ -90,17 +92,29 @@ std::optional<IconObject> ReadIconImage(TemplateReader reader, bool isIcon, int 
         icon.xHotspot = reader.Word();
         icon.yHotspot = reader.Word();
     }
+    const TemplateReader start = reader;
     const auto header = ReadHeader(reader);
     if (!header)
         return std::nullopt;
     const int ownHeight = header->height / 2;
-    if (!header->isPng) {
+    IconBits bits{header->isPng, header->width, ownHeight, header->bits, 0, 0, {}};
+    if (header->isPng) {
+        // One whose end its caller vouches for has no end that could be found here.
+        if (start.Left() <= kMostBytes)
+            bits.bytes.assign(start.Here(), start.Here() + start.Left());
+    } else {
         const DWORD colors = header->bits > 8 ? header->colors : header->colors ? header->colors : 1u << header->bits;
         const std::uint64_t needed = colors * header->bytesOfColor + (RowBytes(header->width, header->bits) + RowBytes(header->width, 1)) *
                                                                          static_cast<std::uint64_t>(ownHeight);
         if (needed > reader.Left())
             return std::nullopt;
+        bits.colors = colors;
+        bits.bytesOfColor = header->bytesOfColor;
+        if (needed <= kMostBytes)
+            bits.bytes.assign(reader.Here(), reader.Here() + needed);
     }
+    if (!bits.bytes.empty())
+        icon.bits = std::make_shared<const IconBits>(std::move(bits));
     icon.width = width > 0 ? width : header->width;
     icon.height = height > 0 ? height : ownHeight;
     icon.xHotspot = isIcon ? icon.width / 2 : Scaled(icon.xHotspot, icon.width, header->width);

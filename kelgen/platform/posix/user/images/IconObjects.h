@@ -5,9 +5,23 @@
 #include <kelgen/platform/posix/user/objects/TemplateReader.h>
 
 #include <cstdint>
+#include <memory>
 #include <optional>
+#include <vector>
 
 namespace kelgen::posix::user {
+
+/// An image as its resource or file has it: a PNG file, or colours, pixels and mask of a bitmap of that size.
+struct IconBits
+{
+    bool isPng = false;
+    int width = 0;
+    int height = 0;
+    int bits = 0;
+    std::size_t colors = 0;
+    std::size_t bytesOfColor = 0;
+    std::vector<BYTE> bytes;
+};
 
 struct IconObject
 {
@@ -18,6 +32,7 @@ struct IconObject
     int xHotspot = 0;
     int yHotspot = 0;
     bool isShared = false;
+    std::shared_ptr<const IconBits> bits = {};  // null where no image was read
 };
 
 /// What shared images are found by: an address or a number that is theirs alone, and a size where that tells them apart.

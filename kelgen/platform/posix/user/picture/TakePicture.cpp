@@ -101,6 +101,8 @@ private:
         picture.style = window.style;
         picture.exStyle = window.exStyle;
         picture.window = window.window;
+        for (const HICON icon : {window.windowClass->icon, window.windowClass->smallIcon, window.bigIcon, window.smallIcon})
+            picture.icon = icon ? icon : picture.icon;
         picture.client = window.client;
         picture.hasIcon = window.smallIcon || window.bigIcon || window.windowClass->smallIcon || window.windowClass->icon;
         if (window.drawing)
