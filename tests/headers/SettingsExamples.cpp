@@ -302,6 +302,17 @@ TEST(HeaderExamples, OfServices)
     EXPECT_NE(CServiceController::serviceOpened, spooler.GetServiceStatus());
 }
 
+TEST(HeaderExamples, OfTheLoadedVersion)
+{
+    std::string warning;
+    const auto Warn = [&warning](const char* text) { warning = text; };
+    // quote kelgen/Version.h
+    if (kelgen::Version() < 102)
+        Warn("kelgen 0.1.2 mends a fault that matters here");
+    // end
+    EXPECT_EQ(KELGEN_VERSION < 102, !warning.empty());
+}
+
 TEST(HeaderExamples, OfVersions)
 {
     std::string shown;

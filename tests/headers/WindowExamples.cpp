@@ -117,6 +117,48 @@ TEST(HeaderExamples, OfMessageMaps)
     row.DestroyWindow();
 }
 
+namespace {
+
+class CMyWnd : public CWnd
+{
+protected:
+    void OnPaint();
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(CMyWnd, CWnd)
+ON_WM_PAINT()
+END_MESSAGE_MAP()
+
+// quote kelgen/framework/windows/DeviceContext.h
+void CMyWnd::OnPaint()
+{
+    CPaintDC dc(this);
+    dc.Rectangle(10, 10, 60, 40);
+    dc.TextOut(15, 15, "Hello");
+}
+// end
+
+}  // namespace
+
+TEST(HeaderExamples, OfDrawing)
+{
+    CMyWnd window;
+    ASSERT_TRUE(window.CreateEx(0, nullptr, "example", WS_POPUP, CRect(0, 0, 100, 100), nullptr, 0));
+    window.ShowWindow(SW_SHOWNA);
+    window.UpdateWindow();
+    EXPECT_FALSE(::GetUpdateRect(window, nullptr, FALSE)) << "painted";
+    CClientDC dc(&window);
+    // quote kelgen/framework/windows/GdiObjects.h
+    CPen pen(PS_SOLID, 1, RGB(255, 0, 0));
+    CPen* const before = dc.SelectObject(&pen);
+    dc.LineTo(100, 100);
+    dc.SelectObject(before);
+    // end
+    EXPECT_EQ(CPoint(100, 100), dc.GetCurrentPosition());
+    window.DestroyWindow();
+}
+
 TEST(HeaderExamples, OfDialogs)
 {
     int used = 0;
