@@ -8,25 +8,19 @@
 
 namespace {
 
-enum Language : UINT
+/// What this thread loads from now on is in @p language, where there is such.
+void UseLanguage(LANGID language)
 {
-    kEnglish,
-    kGerman,
-};
-
-Language language = kEnglish;
-
-/// The number of a resource in the present language.
-UINT Number(UINT id)
-{
-    return id + language * LANGUAGE_STEP;
+    // The first decides on Windows since 6.0 and on Linux, the second before that and under Wine.
+    ::SetThreadUILanguage(language);
+    ::SetThreadLocale(MAKELCID(language, SORT_DEFAULT));
 }
 
-/// A text in the present language, or else in the first one: a text that nobody has translated yet still says something.
+/// A text in the present language; one that is missing says so.
 CWStr Text(UINT id)
 {
     CWStr text;
-    if (!text.LoadStringA(Number(id)) && !text.LoadStringA(id))
+    if (!text.LoadStringA(id))
         text.Format(u"<text %d>", static_cast<int>(id));
     return text;
 }
@@ -42,7 +36,7 @@ void Show()
 
     // Any file can be a resource, under a type of your own.
     CMemoryStorage help(nullptr);
-    if (CResource::LoadResource(help, Number(IDR_HELP), "TEXTFILE"))
+    if (CResource::LoadResource(help, IDR_HELP, "TEXTFILE"))
         for (const unsigned char letter : kelgen::Span(help))
             std::cout << static_cast<char>(letter);
     std::cout << '\n';
@@ -52,8 +46,11 @@ void Show()
 
 int main()
 {
+    UseLanguage(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US));
     Show();
-    language = kGerman;
+    UseLanguage(MAKELANGID(LANG_GERMAN, SUBLANG_GERMAN));
     Show();
-    std::cout << Text(99) << '\n';
+    // Nobody has translated into French: the user's language comes, or else English.
+    UseLanguage(MAKELANGID(LANG_FRENCH, SUBLANG_FRENCH));
+    std::cout << Text(IDS_SIZE) << ' ' << Text(99) << '\n';
 }

@@ -56,6 +56,7 @@ using PWSTR = WCHAR*;
 using LPCWSTR = const WCHAR*;
 using PCWSTR = const WCHAR*;
 using TCHAR = char;
+#define TEXT(text) text
 using LPTSTR = char*;
 using LPCTSTR = const char*;
 using LPBYTE = BYTE*;
