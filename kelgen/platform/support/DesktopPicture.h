@@ -108,7 +108,8 @@ struct WindowPicture
     std::shared_ptr<const DrawnShapes> drawn;  ///< What the program has painted on the client area; null for nothing.
 };
 
-/// Bounded: 4000 windows, 500 lines or rows of one, 200 columns, 300 items of a menu, 1000 units of a text, 4000 shapes of a window are the most.
+/// Bounded: 4000 windows, 500 lines or rows of one, 200 columns, 300 items of a menu, 1000 units of a text, 4000 shapes of a
+/// window are the most.
 struct DesktopPicture
 {
     SIZE size{};

@@ -69,8 +69,9 @@ public:
     void Draw(const DrawnShape& shape)
     {
         const std::string hatch = shape.isFilled && shape.hatch >= 0 && shape.kind != EShapeKind::text ? HatchId(shape) : "";
-        if (shape.clip)
-            m_out << "<g clip-path=\"url(#" << ClipId(shape) << ")\">";
+        // Before the element: what it refers to comes first.
+        if (const std::string clip = shape.clip ? ClipId(shape) : ""; !clip.empty())
+            m_out << "<g clip-path=\"url(#" << clip << ")\">";
         m_paint = shape.isInverted ? "" : hatch.empty() ? ColorOf(shape.fillColor) : "url(#" + hatch + ")";
         Element(shape);
         if (shape.clip)

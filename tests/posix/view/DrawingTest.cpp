@@ -99,6 +99,11 @@ TEST(Drawing, ShowsThePlateAsTheFileSays)
     // The same drawing over itself is the same picture.
     EXPECT_EQ(once, window.Svg());
     EXPECT_NE(std::string::npos, once.find("&lt;&amp;&gt;"));
+    // What an element refers to stands before it.
+    for (std::size_t at = once.find("url(#"); at != std::string::npos; at = once.find("url(#", at + 1)) {
+        const std::string id = once.substr(at + 5, once.find(')', at) - at - 5);
+        EXPECT_LT(once.find("id=\"" + id + "\""), at) << id;
+    }
 }
 
 TEST(Drawing, ShowsNothingOfAWindowThatDrawsNothing)

@@ -4,8 +4,8 @@
 #include <kelgen/platform/Export.h>
 #include <kelgen/platform/posix/user/api/Drawing.h>
 
-// Texts are as wide as fixed tables say, regular and bold, whatever the font is called: the same numbers on every machine. They are those of
-// the dialogs' font at 8 points (11 pixels an em), and scaled ones for other sizes, rounded for each character.
+// Texts are as wide as fixed tables say, regular and bold, whatever the font is called: the same numbers on every machine. They are those
+// of the dialogs' font at 8 points (11 pixels an em), and scaled ones for other sizes, rounded for each character.
 // Source: the advance widths of the fonts DejaVu Sans and DejaVu Sans Bold.
 
 /// Draws @p length units of @p text; where the place lies in it, SetTextAlign says. FALSE on failure.

@@ -7,10 +7,8 @@
 #include <kelgen/platform/posix/user/api/Activation.h>
 #include <kelgen/platform/posix/user/api/Icons.h>
 #include <kelgen/platform/posix/user/api/Painting.h>
-#include <kelgen/platform/posix/user/api/Regions.h>
-#include <kelgen/platform/posix/user/api/Shapes.h>
 #include <kelgen/platform/posix/user/api/WindowTree.h>
-#include <kelgen/platform/posix/user/drawing/GdiObjects.h>
+#include <kelgen/platform/posix/user/drawing/Erase.h>
 #include <kelgen/platform/posix/user/messages/Sends.h>
 #include <kelgen/platform/posix/user/objects/ClassTable.h>
 #include <kelgen/platform/posix/user/objects/WindowTable.h>
