@@ -17,10 +17,10 @@ namespace {
 constexpr UINT kNews = WM_APP + 0x200;
 
 /// Adds a name when one of the messages comes that frames are sent.
-void Note(const std::string& name, UINT message)
+void Note(const std::string& name, UINT message, WPARAM wParam)
 {
     if (message == WM_IDLEUPDATECMDUI)
-        Traffic::Add(name + ":idle");
+        Traffic::Add(name + (wParam ? ":idle" : ":idle without disabling"));
     else if (message == kNews || message == CKelGenApp::APPM_LANGUAGE)
         Traffic::Add(name);
 }
@@ -35,7 +35,7 @@ public:
 protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
     {
-        Note(m_name, message);
+        Note(m_name, message, wParam);
         if (message == kNews && m_onNews)
             m_onNews();
         return CWnd::WindowProc(message, wParam, lParam);
@@ -54,7 +54,7 @@ public:
 protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
     {
-        Note(m_name, message);
+        Note(m_name, message, wParam);
         if (message == WM_IDLEUPDATECMDUI && m_onIdle)
             std::exchange(m_onIdle, nullptr)();
         if (message == kNews && m_onNews) {
@@ -75,7 +75,7 @@ HWND PlainChild(HWND parent)
     kind.lpszClassName = "kelgen test plain";
     kind.hInstance = AfxGetInstanceHandle();
     kind.lpfnWndProc = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT {
-        Note("plain", message);
+        Note("plain", message, wParam);
         return ::DefWindowProcA(window, message, wParam, lParam);
     };
     ::RegisterClassA(&kind);

@@ -309,6 +309,18 @@ TEST(BufferedFile, FileThatShrinksEndsWhereItEnds)
     EXPECT_EQ(10u, ReadSome(file, 1000).size());
 }
 
+TEST(BufferedFile, InnerFileThatIsMovedLeavesABoundedCopy)
+{
+    CNotingFile inner(Bytes(1000));
+    CBufferedFile file(&inner, 128, 128);
+    EXPECT_EQ(Bytes(10), ReadSome(file, 10));
+    inner.Seek(22, CFile::current);
+    // By contract the buffer's last byte is the one before the inner file's position: 12 bytes lie in front of it.
+    std::string read(20, '-');
+    EXPECT_EQ(20u, file.Read(read.data(), 20));
+    EXPECT_EQ(std::string(12, '-') + Bytes(8), read);
+}
+
 TEST(BufferedFile, OverstatingFileIsBounded)
 {
     struct COverstatingFile : CNotingFile

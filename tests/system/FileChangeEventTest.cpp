@@ -119,6 +119,17 @@ TEST(FileChangeEvent, SeesFilesInFoldersAddedWhileItRuns)
     EXPECT_TRUE(watcher.IsWatching());
 }
 
+TEST(FileChangeEvent, GoesOnBesideAFolderThatIsNotThere)
+{
+    const std::string file = NewFolder() + 'f';
+    Touch(file);
+    RecordingWatcher watcher;
+    watcher.Add(file);
+    watcher.Add(NewFolder() + "missing\\f");
+    watcher.Begin(file);
+    EXPECT_TRUE(watcher.IsWatching());
+}
+
 TEST(FileChangeEvent, EndsWithOneFolderMoreThanAWaitHolds)
 {
     RecordingWatcher watcher;

@@ -100,6 +100,7 @@ TEST(WStrRecord, NarrowOneIsTakenInPairs)
     for (const auto& [bytes, text] : Table<std::string, std::u16string>{
              {"\2AB", u"\x4241"},
              {"\3ABC", u"\x4241\x43"},
+             {"\xFF\3\0ABC"s, u"\x4241\x43"},  // of a length in two bytes
              {"\0"s, u""},
              {"\6AB\0\0CD"s, u"\x4241"},  // ends at a zero unit
              {"\4A\0\0B"s, u"A\x4200"},   // but not at a zero byte

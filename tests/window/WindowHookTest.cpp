@@ -113,6 +113,12 @@ TEST_F(WindowHook, NewestSeesAMessageFirst)
     EXPECT_EQ(9, Send());
     EXPECT_EQ("before-new body-new", m_account.Take());
 
+    _kelgen::CWindowHook plain;
+    plain.HookWindow(m_window);
+    EXPECT_EQ(9, Send()) << "one without stages of its own passes all on";
+    EXPECT_EQ("before-new body-new", m_account.Take());
+    plain.HookWindow(static_cast<CWnd*>(nullptr));
+
     m_old.HookWindow(static_cast<CWnd*>(nullptr));
     EXPECT_EQ(&_kelgen::CWindowHookMap::WindowProc, Procedure());
     m_new.HookWindow(static_cast<CWnd*>(nullptr));

@@ -171,6 +171,8 @@ TEST_F(WndInterface, DestroyedHookLeavesItsWindowsAndItsPlaceIsFree)
     };
     Send();
     EXPECT_EQ("body-first body-second default", m_account.Take());
+    ::SendMessageA(second.m_hWnd, WM_APP, 7, 0);
+    EXPECT_EQ("default", m_account.Take()) << "the one at the same place is not its hook";
     std::launder(reinterpret_cast<NotingHook*>(place))->~NotingHook();
     Send();
     ::SendMessageA(second.m_hWnd, WM_APP, 7, 0);

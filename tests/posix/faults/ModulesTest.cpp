@@ -24,7 +24,7 @@ KELGEN_FLOW(Libraries)
              },
              // Nothing keeps it when its load has failed.
              [](const Outcome&) { EXPECT_EQ(nullptr, GetModuleHandleA(RESOURCE_LIBRARY)); },
-             {ERROR_BAD_EXE_FORMAT, ERROR_PROC_NOT_FOUND},
+             {ERROR_BAD_EXE_FORMAT, ERROR_MOD_NOT_FOUND, ERROR_PROC_NOT_FOUND},
              false});
 }
 

@@ -1,6 +1,6 @@
 // ThreadsTest.cpp: threads that wait for each other, for locks, timers and messages.
-#include "support/Threads.h"
 #include "posix/faults/Flow.h"
+#include "support/system/Services.h"
 
 #include <kelgen/kelgen.h>
 
@@ -31,7 +31,11 @@ public:
     void End()
     {
         if (m_thread) {
-            PostThreadMessageA(m_id, WM_QUIT, 0, 0);
+            // It may have no queue yet.
+            const auto isTold = [this] {
+                return PostThreadMessageA(m_id, WM_QUIT, 0, 0) || WaitForSingleObject(m_thread.get(), 0) == WAIT_OBJECT_0;
+            };
+            EXPECT_TRUE(Eventually(isTold));
             ExitCodeOf(m_thread);
         }
         m_thread.reset();

@@ -15,10 +15,12 @@ using namespace kelgen::posix;
 
 namespace {
 
-/// Whether it may be written into: a plain file of the user's own, or of the model's owner, that has no other name.
+/// Whether it may be written into: a plain file of the user's own, or of the model's owner, that has no other name, and that nobody may
+/// have open who may not open the model.
 bool IsScratch(const struct stat& state, const struct stat& model)
 {
-    return S_ISREG(state.st_mode) && state.st_nlink == 1 && (state.st_uid == geteuid() || state.st_uid == model.st_uid);
+    const bool isOpenToOthers = (state.st_mode & ~model.st_mode & (S_IRWXG | S_IRWXO)) != 0;
+    return S_ISREG(state.st_mode) && state.st_nlink == 1 && (state.st_uid == geteuid() || state.st_uid == model.st_uid) && !isOpenToOthers;
 }
 
 /// The scratch file, held; null with the last error. It may be another's, or have gone, until it is held.
@@ -28,10 +30,11 @@ std::shared_ptr<FileObject> Take(const std::string& scratch, const struct stat& 
     // Nobody else may look into it before it is like its model.
     const Descriptor made(Retry([&] { return open(native.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600); }));
     struct stat there;
-    if (!made && (errno == EACCES || errno == ELOOP) && lstat(native.c_str(), &there) == 0)
-        return Fail(ERROR_SHARING_VIOLATION, nullptr);
-    if (!made)
-        return Fail(ErrorFromErrno(errno), nullptr);
+    if (!made) {
+        const int error = errno;
+        const bool isAnothers = (error == EACCES || error == ELOOP) && lstat(native.c_str(), &there) == 0;
+        return Fail(isAnothers ? ERROR_SHARING_VIOLATION : ErrorFromErrno(error), nullptr);
+    }
     auto file = OpenFileObject(scratch, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_DELETE, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL);
     if (!file)
         return nullptr;
@@ -57,7 +60,7 @@ HANDLE Open(const std::string& scratch, const std::string& path)
     if (Retry([&] { return ftruncate(file->Number(), 0); }) == 0 && MakeAlike(file->Number(), model.Get(), state))
         return Handles().Insert(file, INVALID_HANDLE_VALUE);
     const DWORD error = ErrorFromErrno(errno);
-    DeleteFileA(scratch.c_str());
+    unlink(Resolve(scratch).native.c_str());
     return Fail(error, INVALID_HANDLE_VALUE);
 }
 
