@@ -7,7 +7,7 @@
 #include <kelgen/platform/posix/user/api/User.h>
 #include <kelgen/platform/posix/user/menus/MenuTracking.h>
 #include <kelgen/platform/posix/user/objects/WindowObject.h>
-#include <kelgen/platform/posix/user/windows/MenuBarKey.h>
+#include <kelgen/platform/posix/user/windows/MenuBar.h>
 
 using namespace kelgen::posix;
 

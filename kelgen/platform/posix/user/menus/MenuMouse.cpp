@@ -6,7 +6,7 @@
 #include <kelgen/platform/posix/user/menus/MenuTracking.h>
 #include <kelgen/platform/posix/user/objects/WindowObject.h>
 #include <kelgen/platform/posix/user/windows/Borders.h>
-#include <kelgen/platform/posix/user/windows/MenuBarKey.h>
+#include <kelgen/platform/posix/user/windows/MenuBar.h>
 
 namespace kelgen::posix::user {
 

@@ -5,6 +5,7 @@
 #include <kelgen/platform/posix/user/menus/MenuLoop.h>
 #include <kelgen/platform/posix/user/menus/MenuObjects.h>
 #include <kelgen/platform/posix/user/windows/Borders.h>
+#include <kelgen/platform/posix/user/windows/MenuBar.h>
 #include <kelgen/platform/support/DialogText.h>
 
 #include <algorithm>

@@ -11,9 +11,6 @@ namespace kelgen::posix::user {
 /// The menu bar of @p window, empty when it has none. The desktop lock is held, or the window is the calling thread's.
 void ShowMenuBar(const Window& window, MenuPicture& picture);
 
-/// How high the menu bar of @p window, which has one, is when the window lies at @p area: as many rows as its items take.
-int MenuBarHeight(const Window& window, const RECT& area);
-
 /// The popup @p menu with its upper left corner at @p corner, moved so that it lies on the screen.
 MenuPicture PlaceMenu(HMENU menu, POINT corner);
 

@@ -4,8 +4,8 @@
 #include <kelgen/platform/posix/user/api/Menus.h>
 #include <kelgen/platform/posix/user/api/Painting.h>
 #include <kelgen/platform/posix/user/api/WindowPositions.h>
-#include <kelgen/platform/posix/user/menus/MenuPlaces.h>
 #include <kelgen/platform/posix/user/messages/Sends.h>
+#include <kelgen/platform/posix/user/windows/MenuBar.h>
 
 #include <algorithm>
 

@@ -15,7 +15,7 @@
 #include <kelgen/platform/posix/user/objects/WindowTable.h>
 #include <kelgen/platform/posix/user/windows/DragFrame.h>
 #include <kelgen/platform/posix/user/windows/Focus.h>
-#include <kelgen/platform/posix/user/windows/MenuBarKey.h>
+#include <kelgen/platform/posix/user/windows/MenuBar.h>
 #include <kelgen/platform/posix/user/windows/Positions.h>
 
 #include <algorithm>

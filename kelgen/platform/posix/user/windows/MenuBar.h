@@ -1,8 +1,8 @@
-// MenuBarKey.h: what windows do by default with the key and the mouse button that open menus. Menus answer it (MenuKeys.cpp,
-// MenuMouse.cpp).
+// MenuBar.h: what windows ask of menus: the key and the mouse button that open them, and the bar's height. Menus answer it (MenuKeys.cpp,
+// MenuMouse.cpp, MenuPlaces.cpp).
 #pragma once
 
-#include <kelgen/platform/posix/user/api/WindowTypes.h>
+#include <kelgen/platform/posix/user/objects/WindowObject.h>
 
 namespace kelgen::posix::user {
 
@@ -13,5 +13,8 @@ void OpenMenuByKey(HWND window, UINT character);
 /// What WM_SYSCOMMAND with SC_MOUSEMENU does: runs the menu bar of @p window, or its system menu, which was pressed at @p point of the
 /// screen.
 void OpenMenuByMouse(HWND window, POINT point, bool isSystem);
+
+/// How high the menu bar of @p window, which has one, is when the window lies at @p area: as many rows as its items take.
+int MenuBarHeight(const Window& window, const RECT& area);
 
 }  // namespace kelgen::posix::user
