@@ -133,7 +133,8 @@ KELGEN_FLOW(VolumesAndTheCurrentFolder)
     const std::string folder = ScratchFolder();
     char before[MAX_PATH];
     GetCurrentDirectoryA(MAX_PATH, before);
-    RunFlow(
+    // A folder that cannot be looked at is told as none.
+    RunFlow({
         [&] {
             ULARGE_INTEGER space = {};
             char name[MAX_PATH];
@@ -152,7 +153,10 @@ KELGEN_FLOW(VolumesAndTheCurrentFolder)
             EXPECT_TRUE(now == std::string(before) || now == DrivePath(folder)) << now;
             EXPECT_TRUE(!outcome.done || now == DrivePath(folder));
             SetCurrentDirectoryA(before);
-        });
+        },
+        {ERROR_DIRECTORY},
+        false,
+    });
 }
 
 KELGEN_FLOW(TemporaryFiles)
