@@ -1,8 +1,9 @@
 // PropertyIndex.cpp: finds properties of large sets without a walk.
-#include <kelgen/property/internal/PropertyIndex.h>
+#include <kelgen/property/PropertyIndex.h>
 
 #include <kelgen/property/Property.h>
 
+#include <memory>
 #include <unordered_map>
 
 namespace kelgen::detail {

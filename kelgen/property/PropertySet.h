@@ -3,8 +3,8 @@
 
 #include <kelgen/containers/BasePtrAllocArray.h>
 #include <kelgen/property/Property.h>
+#include <kelgen/property/PropertyIndex.h>
 #include <kelgen/property/PropertySetListener.h>
-#include <kelgen/property/internal/PropertyIndex.h>
 
 #include <memory>
 

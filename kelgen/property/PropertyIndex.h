@@ -1,10 +1,10 @@
 // PropertyIndex.h: where the names and the ids of a large set's properties stand first.
 #pragma once
 
+#include <kelgen/Export.h>
 #include <kelgen/containers/BasePtrAllocArray.h>
 
 #include <atomic>
-#include <memory>
 #include <string_view>
 
 namespace gen {
@@ -19,7 +19,7 @@ namespace kelgen::detail {
 /// a set that is renamed all the time is walked as if there were no index. The answers are those of the walk.
 ///
 /// Threads: several may look up at once; changes need the set for themselves.
-class PropertyIndex
+class KELGEN_API PropertyIndex
 {
 public:
     using Properties = CBasePtrAllocArray<gen::CProperty, gen::CProperty&>;
