@@ -1,6 +1,7 @@
 // Scratch.cpp: one scratch folder for each process, named after it.
 #include "support/Scratch.h"
 
+#include <atomic>
 #include <fstream>
 #include <random>
 #include <sstream>
@@ -10,7 +11,7 @@ namespace kelgen::test {
 namespace {
 
 std::filesystem::path processFolder;
-int folderCount = 0;
+std::atomic<int> folderCount = 0;
 
 }  // namespace
 
