@@ -15,6 +15,9 @@ class CProperty;
 
 namespace kelgen::detail {
 
+/// In sets of fewer properties a walk is as fast as the index.
+inline constexpr int kLeastIndexedProperties = 32;
+
 /// Made by the look-ups of a set once they have gone through all its properties a few times, and forgotten when a name or an id changes:
 /// a set that is renamed all the time is walked as if there were no index. The answers are those of the walk.
 ///
@@ -23,9 +26,6 @@ class KELGEN_API PropertyIndex
 {
 public:
     using Properties = CBasePtrAllocArray<gen::CProperty, gen::CProperty&>;
-
-    /// In sets of fewer a walk is as fast.
-    static constexpr int kLeastProperties = 32;
 
     PropertyIndex() = default;
     PropertyIndex(const PropertyIndex&) = delete;

@@ -30,7 +30,7 @@ CProperty* CPropertySet::FindProperty(KEY key, int start, PREDICATE accepts) con
     const int count = m_properties.GetCount();
     if (start < 0)
         KELGEN_THROW_BAD_INDEX(start, count);
-    const int first = count < kelgen::detail::PropertyIndex::kLeastProperties ? -1 : m_index.FirstOf(m_properties, key);
+    const int first = count < kelgen::detail::kLeastIndexedProperties ? -1 : m_index.FirstOf(m_properties, key);
     if (first >= start)
         return first < count ? m_properties.PtrAt(first) : nullptr;
     for (int i = start; i < count; ++i) {
