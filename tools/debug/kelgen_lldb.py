@@ -9,18 +9,24 @@ MAX_UNITS = 1000
 MAX_CHILDREN = 1000
 
 
+def whole_type(value, name):
+    """The type of that name with its members, from the module that knows them; None when none does."""
+    found = value.GetTarget().FindTypes(name)
+    for i in range(found.GetSize()):
+        candidate = found.GetTypeAtIndex(i)
+        if candidate.GetNumberOfFields() or candidate.GetNumberOfDirectBaseClasses():
+            return candidate
+    return None
+
+
 def whole(value):
     """The value with its members: a program may know no more of a class than its name, and the library knows the rest."""
     value = value.GetNonSyntheticValue()
     kind = value.GetType().GetUnqualifiedType()
     if value.GetNumChildren() or kind.GetTypeClass() not in (lldb.eTypeClassClass, lldb.eTypeClassStruct):
         return value
-    found = value.GetTarget().FindTypes(kind.GetName())
-    for i in range(found.GetSize()):
-        candidate = found.GetTypeAtIndex(i)
-        if candidate.GetNumberOfFields() or candidate.GetNumberOfDirectBaseClasses():
-            return value.CreateValueFromAddress(value.GetName() or "whole", value.GetLoadAddress(), candidate)
-    return value
+    known = whole_type(value, kind.GetName())
+    return value.CreateValueFromAddress(value.GetName() or "whole", value.GetLoadAddress(), known) if known else value
 
 
 def number(value, name):
@@ -43,8 +49,8 @@ def read(value, address, size):
 
 def head_field(value, address, type_name, field):
     """A number of the block's head, which lies just before the first unit."""
-    head = value.GetTarget().FindFirstType(type_name)
-    if not head.IsValid() or address == 0:
+    head = whole_type(value, type_name)
+    if not head or address == 0:
         return 0
     place = lldb.SBAddress(address - head.GetByteSize(), value.GetTarget())
     return number(value.GetTarget().CreateValueFromAddress("head", place, head), field)
