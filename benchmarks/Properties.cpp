@@ -60,9 +60,38 @@ void FindInSet(State& st)
     findByName(st, [&](unsigned i) { return set[names[i]]; });
 }
 
+// One of so many, each in turn: a set of 32 and more has an index.
+template <class Add, class Find>
+void FindAmongMany(State& st, Add add, Find find)
+{
+    std::vector<std::string> keys;
+    for (int i = 0; i < st.range(0); ++i)
+        add(keys.emplace_back("property" + std::to_string(i)), i);
+    unsigned i = 0;
+    for (auto _ : st)
+        DoNotOptimize(find(keys[(i += 7919) % keys.size()]));
+}
+
+void FindManyInSet(State& st)
+{
+    gen::CPropertySet set;
+    FindAmongMany(
+        st, [&](const std::string& key, int id) { set.AddProperty(gen::CProperty(id, key.c_str(), gen::eptInteger)); },
+        [&](const std::string& key) { return set[key.c_str()]; });
+}
+
+void FindManyInMap(State& st)
+{
+    std::unordered_map<std::string, int> map;
+    FindAmongMany(
+        st, [&](const std::string& key, int id) { map[key] = id; }, [&](const std::string& key) { return map.find(key); });
+}
+
 COUNTED(FunctionList<StdSignal>)->Name("Property/SetNotify/std_function") LISTENERS;
 COUNTED(SetNotify)->Name("Property/SetNotify/kelgen") LISTENERS;
 BENCHMARK_TEMPLATE(FindMap, std::unordered_map<std::u16string, int>, std::u16string)->Name("Property/FindByName20/unordered_map");
 COUNTED(FindInSet)->Name("Property/FindByName20/kelgen");
+COUNTED(FindManyInMap)->Name("Property/FindByName/unordered_map")->Arg(100)->Arg(1000)->Arg(10000);
+COUNTED(FindManyInSet)->Name("Property/FindByName/kelgen")->Arg(100)->Arg(1000)->Arg(10000);
 
 }  // namespace
