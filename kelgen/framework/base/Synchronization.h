@@ -20,8 +20,8 @@ public:
     /// The handle, so that an object serves where a call takes one.
     operator HANDLE() const { return m_hObject; }
 
-    /// Waits for the object. FALSE after @p timeout milliseconds. By contract: FALSE even for a mutex whose owner ended, which the caller
-    /// then owns, since what it guards may be half changed.
+    /// Waits for the object by WaitForSingleObject. FALSE after @p timeout milliseconds. By contract: FALSE even for a mutex whose owner
+    /// ended, which the caller then owns, since what it guards may be half changed.
     virtual BOOL Lock(DWORD timeout = INFINITE);
     /// Gives the object free. FALSE on failure.
     virtual BOOL Unlock() = 0;
@@ -46,13 +46,13 @@ class KELGEN_FRAMEWORK_API CSemaphore : public CSyncObject
     DECLARE_DYNAMIC(CSemaphore)
 
 public:
-    /// Throws: CResourceException when the platform refuses, as for a count above the maximum.
+    /// Calls CreateSemaphoreA. Throws: CResourceException when the platform refuses, as for a count above the maximum.
     explicit CSemaphore(LONG initialCount = 1, LONG maximumCount = 1, LPCSTR name = nullptr, LPSECURITY_ATTRIBUTES security = nullptr);
     ~CSemaphore() override;
 
     /// Frees one place. FALSE when all are free.
     BOOL Unlock() override;
-    /// Frees @p count places, or none and FALSE when that are too many.
+    /// Frees @p count places by ReleaseSemaphore, or none and FALSE when that are too many.
     BOOL Unlock(LONG count, LPLONG previousCount = nullptr) override;
 };
 
@@ -67,7 +67,7 @@ public:
     ~CMutex() override;
 
     using CSyncObject::Unlock;
-    /// FALSE when the calling thread does not own it.
+    /// Calls ReleaseMutex: FALSE when the calling thread does not own it.
     BOOL Unlock() override;
 };
 
@@ -106,12 +106,12 @@ public:
     /// The system's object, for its calls.
     operator CRITICAL_SECTION*() { return &m_sect; }
 
-    /// Waits for the lock. Returns TRUE.
+    /// Waits for the lock by EnterCriticalSection. Returns TRUE.
     BOOL Lock();
     /// Does the same. By contract: @p timeout must be INFINITE, since the platform has no timed wait for this lock.
     BOOL Lock(DWORD timeout) override;
     using CSyncObject::Unlock;
-    /// Gives the lock free. Returns TRUE.
+    /// Gives the lock free by LeaveCriticalSection. Returns TRUE.
     BOOL Unlock() override;
 
     /// The platform's lock.
@@ -155,7 +155,8 @@ public:
     CMultiLock(const CMultiLock&) = delete;
     CMultiLock& operator=(const CMultiLock&) = delete;
 
-    /// The platform's wait result: WAIT_OBJECT_0 or WAIT_ABANDONED_0 plus an index, WAIT_TIMEOUT, WAIT_FAILED.
+    /// Waits by WaitForMultipleObjects, whose result it returns: WAIT_OBJECT_0 or WAIT_ABANDONED_0 plus an index, WAIT_TIMEOUT,
+    /// WAIT_FAILED.
     DWORD Lock(DWORD timeout = INFINITE, BOOL waitForAll = TRUE);
     /// Unlocks all that are held. Returns TRUE.
     BOOL Unlock();

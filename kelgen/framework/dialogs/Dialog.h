@@ -55,7 +55,7 @@ public:
     void EndDialog(int nResult);
     /// Turns a rectangle in the dialog's own units into pixels.
     void MapDialogRect(LPRECT lpRect) const;
-    /// Moves the focus to the next control in tab order.
+    /// Moves the focus to the next control in tab order. Sends WM_NEXTDLGCTL, as the next two do.
     void NextDlgCtrl() const;
     /// Moves the focus to the control before in tab order.
     void PrevDlgCtrl() const;

@@ -91,7 +91,7 @@ public:
     /// FALSE on failure, with the cause, error code and name in @p pError if given; nothing is thrown for it.
     virtual BOOL Open(LPCSTR lpszFileName, UINT nOpenFlags, CFileException* pError = nullptr);
 
-    /// The position, in bytes from the beginning.
+    /// The position, in bytes from the beginning, by SetFilePointerEx.
     virtual ULONGLONG GetPosition() const;
     /// The full path, or the text given to SetFilePath; empty for a file without one.
     virtual CString GetFilePath() const { return m_strFileName; }
@@ -102,7 +102,7 @@ public:
     /// Throws: the invalid-argument exception for null.
     virtual void SetFilePath(LPCSTR lpszNewName);
 
-    /// Moves the position, counted from the beginning, the current position or the end, and returns the new one.
+    /// Moves the position, counted from the beginning, the current position or the end, by SetFilePointerEx, and returns the new one.
     /// Throws: CFileException; a target before the beginning leaves the position.
     virtual ULONGLONG Seek(LONGLONG lOff, UINT nFrom);
     /// Moves the position to the beginning.
@@ -110,24 +110,24 @@ public:
     /// Moves the position to the end and returns it: the length.
     ULONGLONG SeekToEnd() { return Seek(0, end); }
 
-    /// Cuts or extends the file; the position becomes its end.
+    /// Cuts or extends the file by SetEndOfFile; the position becomes its end.
     virtual void SetLength(ULONGLONG dwNewLen);
-    /// The length in bytes.
+    /// The length in bytes, by GetFileSizeEx.
     virtual ULONGLONG GetLength() const;
 
-    /// Reads up to @p nCount bytes and returns their number; fewer only when the end comes before.
+    /// Reads up to @p nCount bytes by ReadFile and returns their number; fewer only when the end comes before.
     virtual UINT Read(void* lpBuf, UINT nCount);
-    /// Writes all @p nCount bytes. Throws: CFileException diskFull when fewer could be written.
+    /// Writes all @p nCount bytes by WriteFile. Throws: CFileException diskFull when fewer could be written.
     virtual void Write(const void* lpBuf, UINT nCount);
 
-    /// Keeps other openers out of a range, which may lie past the end.
+    /// Keeps other openers out of a range, which may lie past the end, by LockFile.
     virtual void LockRange(ULONGLONG dwPos, ULONGLONG dwCount);
-    /// Frees a range that LockRange took, with the same numbers.
+    /// Frees a range that LockRange took, with the same numbers, by UnlockFile.
     virtual void UnlockRange(ULONGLONG dwPos, ULONGLONG dwCount);
 
-    /// Forces what was written to the disk.
+    /// Forces what was written to the disk by FlushFileBuffers.
     virtual void Flush();
-    /// Closes; a closed file stays so.
+    /// Closes by CloseHandle; a closed file stays so.
     virtual void Close();
     /// Closes without an exception, even if the system reports an error.
     virtual void Abort();
@@ -143,9 +143,9 @@ public:
     /// of last writing, so a caller gives that one too.
     static void SetStatus(LPCSTR lpszFileName, const CFileStatus& status);
 
-    /// Gives a file another name, in the same volume; a file of the new name must not exist.
+    /// Gives a file another name by MoveFileA, in the same volume; a file of the new name must not exist.
     static void Rename(LPCSTR lpszOldName, LPCSTR lpszNewName);
-    /// Deletes a file.
+    /// Deletes a file by DeleteFileA.
     static void Remove(LPCSTR lpszFileName);
 
     /// The handle; hFileNull while closed.

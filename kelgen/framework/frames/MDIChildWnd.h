@@ -25,13 +25,13 @@ public:
 
     /// The MDI frame around the child; null if it is in none.
     CMDIFrameWnd* GetMDIFrame();
-    /// Destroys the child.
+    /// Destroys the child. Sends WM_MDIDESTROY to the client window.
     void MDIDestroy();
-    /// Activates the child.
+    /// Activates the child. Sends WM_MDIACTIVATE to the client window.
     void MDIActivate();
-    /// Maximises the child.
+    /// Maximises the child. Sends WM_MDIMAXIMIZE to the client window.
     void MDIMaximize();
-    /// Restores the child.
+    /// Restores the child. Sends WM_MDIRESTORE to the client window.
     void MDIRestore();
     /// Menu and accelerators while it is active, which stay the caller's.
     void SetHandles(HMENU hMenu, HACCEL hAccel);

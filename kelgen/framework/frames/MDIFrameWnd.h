@@ -17,29 +17,29 @@ public:
     CMDIFrameWnd();
     ~CMDIFrameWnd() override;
 
-    /// Activates a child. Sends WM_MDIACTIVATE; each of the members below sends the message of its name to the client window.
+    /// Activates a child. Sends WM_MDIACTIVATE; messages of this member and those below go to the client window.
     void MDIActivate(CWnd* pWndActivate);
-    /// The active child, or null; *@p pbMaximized, if given, tells whether it is maximised. By contract: null even for an active child
-    /// that is no CMDIChildWnd or is hidden, since commands cannot be routed to it.
+    /// The active child (WM_MDIGETACTIVE), or null; *@p pbMaximized, if given, tells whether it is maximised. By contract: null even
+    /// for an active child that is no CMDIChildWnd or is hidden, since commands cannot be routed to it.
     CMDIChildWnd* MDIGetActive(BOOL* pbMaximized = nullptr) const;
-    /// Arranges the minimised children.
+    /// Arranges the minimised children. Sends WM_MDIICONARRANGE.
     void MDIIconArrange();
-    /// Maximises a child.
+    /// Maximises a child. Sends WM_MDIMAXIMIZE.
     void MDIMaximize(CWnd* pWnd);
-    /// Restores a child.
+    /// Restores a child. Sends WM_MDIRESTORE.
     void MDIRestore(CWnd* pWnd);
-    /// Activates the child after the active one.
+    /// Activates the child after the active one. Sends WM_MDINEXT, as MDIPrev does.
     void MDINext();
-    /// Activates the child before the active one.
+    /// Activates the child before the active one. Sends WM_MDINEXT with a nonzero lParam.
     void MDIPrev();
-    /// Gives the frame another menu and the list of children another popup. Returns the menu before. A null window menu leaves the popup
-    /// where it is.
+    /// Gives the frame another menu and the list of children another popup (WM_MDISETMENU). Returns the menu before. A null
+    /// window menu leaves the popup where it is.
     CMenu* MDISetMenu(CMenu* pFrameMenu, CMenu* pWindowMenu);
-    /// Lays the children side by side.
+    /// Lays the children side by side. Sends WM_MDITILE.
     void MDITile();
     /// Does the same with MDITILE_ flags.
     void MDITile(int nType);
-    /// Lays the children one upon the other, each a little further.
+    /// Lays the children one upon the other, each a little further. Sends WM_MDICASCADE.
     void MDICascade();
     /// Does the same with MDITILE_ flags.
     void MDICascade(int nType);

@@ -20,6 +20,7 @@ class CWnd;
 ///     }
 ///
 /// It deletes the context that CreateCompatibleDC made for it, and no other one; the classes below release theirs.
+/// A member with the name of a platform call makes that call with this context; where it is another one, its comment names it.
 /// Threads: an object belongs to the thread that attached its handle.
 class KELGEN_FRAMEWORK_API CDC : public CObject
 {
@@ -82,7 +83,7 @@ public:
     int SetPolyFillMode(int nPolyFillMode) { return ::SetPolyFillMode(m_hDC, nPolyFillMode); }
     int GetMapMode() const { return ::GetMapMode(m_hDC); }
 
-    /// Origins; each that moves one returns the former one.
+    /// Origins (GetViewportOrgEx and so on); each that moves one returns the former one.
     CPoint GetViewportOrg() const;
     virtual CPoint SetViewportOrg(int x, int y);
     CPoint SetViewportOrg(POINT point) { return SetViewportOrg(point.x, point.y); }
@@ -109,8 +110,9 @@ public:
     BOOL RectVisible(LPCRECT lpRect) const { return ::RectVisible(m_hDC, lpRect); }
 
     /// Lines, each by the call of that name: FALSE on failure.
+    /// Where they begin, by GetCurrentPositionEx.
     CPoint GetCurrentPosition() const;
-    /// The former point.
+    /// The former point, by MoveToEx.
     CPoint MoveTo(int x, int y);
     CPoint MoveTo(POINT point) { return MoveTo(point.x, point.y); }
     BOOL LineTo(int x, int y) { return ::LineTo(m_hDC, x, y); }
@@ -129,10 +131,10 @@ public:
         return ::FillRgn(m_hDC, static_cast<HRGN>(kelgen::detail::HandleOf(pRgn)), BrushOf(pBrush));
     }
     BOOL PaintRgn(CRgn* pRgn) { return ::PaintRgn(m_hDC, static_cast<HRGN>(kelgen::detail::HandleOf(pRgn))); }
-    /// Fills with a colour, without a brush.
+    /// Fills with a colour, without a brush: ExtTextOutA with ETO_OPAQUE and no text.
     void FillSolidRect(LPCRECT lpRect, COLORREF clr);
     void FillSolidRect(int x, int y, int cx, int cy, COLORREF clr);
-    /// A frame of one pixel: left and top in one colour, right and bottom in the other.
+    /// A frame of one pixel, by FillSolidRect: left and top in one colour, right and bottom in the other.
     void Draw3dRect(LPCRECT lpRect, COLORREF clrTopLeft, COLORREF clrBottomRight);
     void Draw3dRect(int x, int y, int cx, int cy, COLORREF clrTopLeft, COLORREF clrBottomRight);
     BOOL DrawEdge(LPRECT lpRect, UINT nEdge, UINT nFlags) { return ::DrawEdge(m_hDC, lpRect, nEdge, nFlags); }
@@ -176,10 +178,11 @@ public:
         return ::DrawTextA(m_hDC, lpszString, nCount, lpRect, nFormat);
     }
     int DrawText(const CString& str, LPRECT lpRect, UINT nFormat) { return DrawText(str, str.GetLength(), lpRect, nFormat); }
-    /// Zero on failure.
+    /// The size of GetTextExtentPoint32A; zero on failure.
     CSize GetTextExtent(LPCSTR lpszString, int nCount) const;
     CSize GetTextExtent(const CString& str) const { return GetTextExtent(str, str.GetLength()); }
     BOOL GetTextMetrics(TEXTMETRICA* lpMetrics) const { return ::GetTextMetricsA(m_hDC, lpMetrics); }
+    /// GetCharWidth32A: FALSE on failure.
     BOOL GetCharWidth(UINT nFirstChar, UINT nLastChar, LPINT lpBuffer) const
     {
         return ::GetCharWidth32A(m_hDC, nFirstChar, nLastChar, lpBuffer);

@@ -16,6 +16,7 @@ class CDC;
 ///     dc.LineTo(100, 100);
 ///     dc.SelectObject(before);
 ///
+/// A member with the name of a platform call makes that call; where it is another one, its comment names it.
 /// Threads: an object belongs to the thread that attached its handle.
 class KELGEN_FRAMEWORK_API CGdiObject : public CObject
 {
@@ -43,7 +44,7 @@ public:
     int GetObject(int nCount, LPVOID lpObject) const { return ::GetObjectA(m_hObject, nCount, lpObject); }
     /// An OBJ_ number; 0 on failure.
     UINT GetObjectType() const { return static_cast<UINT>(::GetObjectType(m_hObject)); }
-    /// Attaches one of the system's own objects, which is never deleted. FALSE when there is none of that number.
+    /// Attaches one of the system's own objects (GetStockObject), which is never deleted. FALSE when there is none of that number.
     BOOL CreateStockObject(int nIndex) { return Attach(::GetStockObject(nIndex)); }
 
     bool operator==(const CGdiObject& other) const { return m_hObject == other.m_hObject; }
@@ -67,7 +68,7 @@ public:
     /// Each: FALSE on failure.
     BOOL CreatePen(int nPenStyle, int nWidth, COLORREF crColor) { return Attach(::CreatePen(nPenStyle, nWidth, crColor)); }
     BOOL CreatePenIndirect(LPLOGPEN lpLogPen) { return Attach(::CreatePenIndirect(lpLogPen)); }
-    /// FALSE on failure.
+    /// GetObjectA for a LOGPEN: FALSE on failure.
     BOOL GetLogPen(LOGPEN* pLogPen) const { return GetObject(sizeof *pLogPen, pLogPen) != 0; }
     operator HPEN() const { return static_cast<HPEN>(GetSafeHandle()); }
 };
@@ -88,9 +89,9 @@ public:
     BOOL CreateSolidBrush(COLORREF crColor) { return Attach(::CreateSolidBrush(crColor)); }
     BOOL CreateHatchBrush(int nIndex, COLORREF crColor) { return Attach(::CreateHatchBrush(nIndex, crColor)); }
     BOOL CreateBrushIndirect(const LOGBRUSH* lpLogBrush) { return Attach(::CreateBrushIndirect(lpLogBrush)); }
-    /// A brush of a colour of the desktop.
+    /// A brush of a colour of the desktop, by GetSysColorBrush.
     BOOL CreateSysColorBrush(int nIndex) { return Attach(::GetSysColorBrush(nIndex)); }
-    /// FALSE on failure.
+    /// GetObjectA for a LOGBRUSH: FALSE on failure.
     BOOL GetLogBrush(LOGBRUSH* pLogBrush) const { return GetObject(sizeof *pLogBrush, pLogBrush) != 0; }
     operator HBRUSH() const { return static_cast<HBRUSH>(GetSafeHandle()); }
 };
@@ -108,9 +109,10 @@ public:
     BOOL CreateFontIndirect(const LOGFONTA* lpLogFont) { return Attach(::CreateFontIndirectA(lpLogFont)); }
     BOOL CreateFont(int nHeight, int nWidth, int nEscapement, int nOrientation, int nWeight, BYTE bItalic, BYTE bUnderline, BYTE cStrikeOut,
                     BYTE nCharSet, BYTE nOutPrecision, BYTE nClipPrecision, BYTE nQuality, BYTE nPitchAndFamily, LPCSTR lpszFacename);
-    /// A font of that many tenths of a point, as high as @p pDC has pixels for it; null stands for the screen. FALSE on failure.
-    BOOL CreatePointFont(int nPointSize, LPCSTR lpszFaceName, CDC* pDC = nullptr);
+    /// A font of that many tenths of a point, by CreateFontA, as high as @p pDC has pixels for it; null stands for the screen.
     /// FALSE on failure.
+    BOOL CreatePointFont(int nPointSize, LPCSTR lpszFaceName, CDC* pDC = nullptr);
+    /// GetObjectA for a LOGFONTA: FALSE on failure.
     BOOL GetLogFont(LOGFONTA* pLogFont) const { return ::GetObjectA(m_hObject, sizeof *pLogFont, pLogFont) != 0; }
     operator HFONT() const { return static_cast<HFONT>(GetSafeHandle()); }
 };
@@ -130,10 +132,10 @@ public:
         return Attach(::CreateBitmap(nWidth, nHeight, nPlanes, nBitcount, lpBits));
     }
     BOOL CreateCompatibleBitmap(CDC* pDC, int nWidth, int nHeight);
-    /// A bitmap resource of the program. FALSE when there is none.
+    /// A bitmap resource of the program, by LoadImageA. FALSE when there is none.
     BOOL LoadBitmap(LPCSTR lpszResourceName);
     BOOL LoadBitmap(UINT nIDResource) { return LoadBitmap(MAKEINTRESOURCEA(nIDResource)); }
-    /// FALSE on failure.
+    /// GetObjectA for a BITMAP: FALSE on failure.
     BOOL GetBitmap(BITMAP* pBitMap) const { return GetObject(sizeof *pBitMap, pBitMap) != 0; }
     operator HBITMAP() const { return static_cast<HBITMAP>(GetSafeHandle()); }
 };
@@ -161,7 +163,7 @@ public:
     {
         return ::CombineRgn(*this, HandleOf(pRgn1), HandleOf(pRgn2), nCombineMode);
     }
-    /// Makes this one, which has a handle already, a copy: its kind.
+    /// Makes this one, which has a handle already, a copy by CombineRgn: its kind.
     int CopyRgn(const CRgn* pRgnSrc) { return ::CombineRgn(*this, HandleOf(pRgnSrc), nullptr, RGN_COPY); }
     BOOL EqualRgn(const CRgn* pRgn) const { return ::EqualRgn(*this, HandleOf(pRgn)); }
     /// Moves it: its kind.

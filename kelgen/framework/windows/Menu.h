@@ -88,9 +88,10 @@ public:
     int GetMenuString(UINT nIDItem, CString& rString, UINT nFlags) const;
     /// The popup menu that the item at that position opens, temporary unless attached; null if there is none.
     CMenu* GetSubMenu(int nPos) const;
-    /// Makes one item the default, which a double click on the menu's item chooses; 0xFFFFFFFF makes none so. FALSE on failure.
+    /// Makes one item the default (SetMenuDefaultItem), which a double click on the menu's item chooses; 0xFFFFFFFF makes none so.
+    /// FALSE on failure.
     BOOL SetDefaultItem(UINT uItem, BOOL fByPos = FALSE);
-    /// The command, or with @p fByPos the position, of the default item; 0xFFFFFFFF if there is none.
+    /// The command, or with @p fByPos the position, of the default item (GetMenuDefaultItem); 0xFFFFFFFF if there is none.
     UINT GetDefaultItem(UINT gmdiFlags, BOOL fByPos = FALSE);
 
     /// Shows the popup menu at a point of the screen until the user is done, and sends its messages to @p pWnd. With TPM_RETURNCMD the

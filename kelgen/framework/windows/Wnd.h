@@ -71,6 +71,9 @@ KELGEN_FRAMEWORK_API int AfxMessageBox(UINT nIDPrompt, UINT nType = MB_OK, UINT 
 /// nobody handled it, DefWindowProc. The default handlers (OnPaint and so on) pass the current message on unchanged, whatever
 /// arguments they are given.
 ///
+/// A member with the name of a platform call makes that call with this window's handle; where it is another one, or a message, its
+/// comment names it. A handler OnX answers WM_X.
+///
 /// Threads: an object belongs to the thread whose map holds it; calls by handle (SendMessage, PostMessage) are for any.
 class KELGEN_FRAMEWORK_API CWnd : public CCmdTarget
 {
@@ -116,10 +119,10 @@ public:
     BOOL Attach(HWND hWndNew);
     /// Parts the object from its window, which lives on. Returns the window's handle; null if there was none.
     HWND Detach();
-    /// Attaches a window that exists and puts AfxWndProc before its procedure, so that its messages come here first. FALSE for a null
-    /// handle.
+    /// Attaches a window that exists and puts AfxWndProc before its procedure (SetWindowLongPtrA), so that its messages come here first.
+    /// FALSE for a null handle.
     BOOL SubclassWindow(HWND hWnd);
-    /// Does what SubclassWindow does for the item @p nID of @p pParent. FALSE if there is no such item.
+    /// Does what SubclassWindow does for the item @p nID of @p pParent (GetDlgItem). FALSE if there is no such item.
     BOOL SubclassDlgItem(UINT nID, CWnd* pParent);
     /// Undoes SubclassWindow: gives the window its own procedure back, parts from it, and returns its handle.
     HWND UnsubclassWindow();
@@ -149,9 +152,9 @@ public:
 
     // State.
 
-    /// The window's style bits (WS_).
+    /// The window's style bits (WS_), of GetWindowLongPtrA.
     DWORD GetStyle() const;
-    /// The window's extended style bits (WS_EX_).
+    /// The window's extended style bits (WS_EX_), of GetWindowLongPtrA.
     DWORD GetExStyle() const;
     /// Clears the bits of @p dwRemove in the style, then sets those of @p dwAdd. TRUE if that changed anything. A nonzero @p nFlags draws
     /// the frame anew by SetWindowPos with these flags.
@@ -176,7 +179,7 @@ public:
     void SetWindowText(LPCSTR lpszString);
     /// The id of a child window; 0 on failure. Calls GetDlgCtrlID.
     int GetDlgCtrlID() const;
-    /// Gives a child window another id. Returns the one before; 0 on failure.
+    /// Gives a child window another id, by SetWindowLongPtrA. Returns the one before; 0 on failure.
     int SetDlgCtrlID(int nID);
     /// The icon that was set, the large one (for Alt+Tab) or the small one (in the title); null if none was. Sends WM_GETICON.
     HICON GetIcon(BOOL bBigIcon) const;
