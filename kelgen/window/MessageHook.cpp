@@ -51,10 +51,14 @@ LONG CMessageFilterMainHook::MessageFilterHook()
     CThreadHook entry;
     entry.m_pThread = thread;
     entry.m_nThreadID = ::GetCurrentThreadId();
-    entry.m_hHook = ::SetWindowsHookExA(WH_MSGFILTER, &MessageFilterMessageProc, LibraryInstance(), entry.m_nThreadID);
-    if (!entry.m_hHook)
+    // Listed first: without memory there is no hook that nobody knows.
+    const int index = m_threads.Add(entry);
+    const HHOOK hook = ::SetWindowsHookExA(WH_MSGFILTER, &MessageFilterMessageProc, LibraryInstance(), entry.m_nThreadID);
+    if (!hook) {
+        m_threads.RemoveAt(index);
         return 0;
-    m_threads.Add(entry);
+    }
+    m_threads[index].m_hHook = hook;
     return 1;
 }
 

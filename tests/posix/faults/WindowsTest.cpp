@@ -168,6 +168,16 @@ TEST(WithoutMemory, Hooks)
     });
 }
 
+TEST(WithoutMemory, MessageFilters)
+{
+    RunFlow([] {
+        CMessageFilterMainHook& filter = CMessageFilterMainHook::theMFMH;
+        if (!filter.MessageFilterHook())
+            return Outcome::Of(false);
+        return Outcome::Of(filter.MessageFilterUnhook() != 0);
+    });
+}
+
 TEST(WithoutMemory, DialogsOfThePlatform)
 {
     const Template made;
