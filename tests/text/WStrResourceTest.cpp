@@ -35,6 +35,7 @@ TEST(WStrResource, LoadsIntoStringAndByNumber)
              {"longest of the second step", 19, true, Letters(509), 512},
              {"third step", 20, true, Letters(510), 767},
              {"ends at its first zero", 21, true, u"a", 8},
+             {"one unit", 22, true, u"z", 8},
              {"no text in its block", 6, false, u"", 0},
              {"no block", 5000, false, u"", 0},
          }) {
