@@ -39,6 +39,8 @@ void SvgDesktop::Control(const WindowPicture& window)
         return Combo(window);
     case EControlKind::listView:
         return ListView(window);
+    case EControlKind::scrollBar:
+        return ScrollBar(window.scrollBars[SB_CTL], {window.client.left, window.client.top}, true);
     default:
         return;
     }
@@ -234,7 +236,7 @@ void SvgDesktop::RowMark(const WindowPicture& window, const RowPicture& row)
 void SvgDesktop::Thumb(const WindowPicture& window)
 {
     const ControlPicture& control = window.control;
-    if (control.rowCount <= control.pageRows)
+    if (control.rowCount <= control.pageRows || !IsRectEmpty(&window.scrollBars[SB_VERT].place))
         return;
     const int left = WidthOf(window.client) - 8;
     const int top = control.headerHeight;
