@@ -47,6 +47,9 @@ KELGEN_PLATFORM_API BOOL DrawFrameControl(HDC context, RECT* area, UINT kind, UI
 
 /// A single pixel: its colour; CLR_INVALID on failure and outside of what is drawn on.
 KELGEN_PLATFORM_API COLORREF SetPixel(HDC context, int x, int y, COLORREF color);
+/// The colour of a pixel: CLR_INVALID outside of what can be drawn on. It is computed from the shapes, of which texts and icons cover
+/// nothing natively; round outlines, arcs and the ends of wide lines are right within a pixel. What a bitmap was loaded with is black.
+KELGEN_PLATFORM_API COLORREF GetPixel(HDC context, int x, int y);
 /// SetPixel, which tells whether it drew.
 KELGEN_PLATFORM_API BOOL SetPixelV(HDC context, int x, int y, COLORREF color);
 

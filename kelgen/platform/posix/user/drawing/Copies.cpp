@@ -17,12 +17,6 @@ void Move(DrawnShape& shape, int x, int y)
         point = {point.x + x, point.y + y};
 }
 
-/// What a source has where nothing was drawn: bitmaps are black, windows white.
-COLORREF GroundOf(const Context& source)
-{
-    return source.type == OBJ_MEMDC ? 0 : 0xFFFFFF;
-}
-
 /// Draws the shapes of @p source that lie in @p from, moved by an offset and clipped to where they go.
 class Copy
 {
@@ -30,7 +24,7 @@ public:
     Copy(Context& target, const Context& source, const RECT& from, int x, int y) : m_target(target), m_from(from), m_x(x), m_y(y)
     {
         m_outer = target.state.clip;
-        DrawnShape ground = Fill(from, GroundOf(source));
+        DrawnShape ground = Fill(from, source.Ground());
         Move(ground, x, y);
         const Region whole(ground.box);
         m_area = m_outer ? Region::Combined(*m_outer, whole, RGN_AND) : whole;
