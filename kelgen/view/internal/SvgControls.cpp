@@ -169,6 +169,8 @@ void SvgDesktop::StaticLabel(const WindowPicture& window)
     case SS_WHITEFRAME:
     case SS_ETCHEDFRAME:
         return m_out.Rectangle("group", 0, 0, width - 1, height - 1);
+    case SS_OWNERDRAW:
+        return m_out.Rectangle("face", 0, 0, width, height);
     case SS_ETCHEDHORZ:
         return m_out.Line("line", 0, 0, width, 0);
     case SS_ETCHEDVERT:

@@ -394,6 +394,70 @@ TEST(Pixels, OfBrokenLines)
     }
 }
 
+TEST(Pixels, OfCopiesInAnotherSize)
+{
+    const auto draw = [](HDC source, const RECT& area) {
+        const HBRUSH red = CreateSolidBrush(RGB(255, 0, 0));
+        FillRect(source, &area, red);
+        DeleteObject(red);
+    };
+    const Canvas small({10, 8});
+    draw(small, {2, 1, 7, 5});
+    SetPixel(small, 8, 6, RGB(0, 0, 0));
+    const Canvas twice({24, 20});
+    EXPECT_TRUE(StretchBlt(twice, 2, 2, 20, 16, small, 0, 0, 10, 8, SRCCOPY));
+    EXPECT_EQ("........................|"
+              "........................|"
+              "........................|"
+              "........................|"
+              "......rrrrrrrrrr........|"
+              "......rrrrrrrrrr........|"
+              "......rrrrrrrrrr........|"
+              "......rrrrrrrrrr........|"
+              "......rrrrrrrrrr........|"
+              "......rrrrrrrrrr........|"
+              "......rrrrrrrrrr........|"
+              "......rrrrrrrrrr........|"
+              "........................|"
+              "........................|"
+              "..................##....|"
+              "..................##....|"
+              "........................|"
+              "........................|"
+              "........................|"
+              "........................|",
+              twice.Picture());
+
+    const Canvas large({20, 16});
+    draw(large, {4, 2, 14, 10});
+    const Canvas half({14, 10});
+    EXPECT_TRUE(StretchBlt(half, 2, 2, 10, 8, large, 0, 0, 20, 16, SRCCOPY));
+    EXPECT_EQ("..............|"
+              "..............|"
+              "..............|"
+              "....rrrrr.....|"
+              "....rrrrr.....|"
+              "....rrrrr.....|"
+              "....rrrrr.....|"
+              "..............|"
+              "..............|"
+              "..............|",
+              half.Picture());
+
+    // Outlines stay in their boxes.
+    const Canvas outlined({10, 8});
+    Rectangle(outlined, 1, 1, 9, 7);
+    const Canvas thick({20, 16});
+    EXPECT_TRUE(StretchBlt(thick, 0, 0, 20, 16, outlined, 0, 0, 10, 8, SRCCOPY));
+    for (const auto& [x, y, expected] : Table<int, int, COLORREF>{{10, 1, RGB(255, 255, 255)},
+                                                                  {10, 2, RGB(0, 0, 0)},
+                                                                  {10, 3, RGB(0, 0, 0)},
+                                                                  {10, 4, RGB(255, 255, 255)},
+                                                                  {17, 8, RGB(0, 0, 0)},
+                                                                  {18, 8, RGB(255, 255, 255)}})
+        EXPECT_EQ(expected, GetPixel(thick, x, y)) << x << "," << y;
+}
+
 // One point inside, outside and on the edge of each shape of the plate.
 TEST(Pixels, OfThePlate)
 {
@@ -486,6 +550,45 @@ TEST(Pixels, OfThePlate)
     EXPECT_EQ(extent.cx, width);
     EXPECT_EQ(kPale, GetPixel(canvas, 10, 99 + extent.cy));
     EXPECT_EQ(kWhite, GetPixel(canvas, 10, 100 + extent.cy));
+}
+
+namespace {
+
+DRAWITEMSTRUCT g_item{};
+
+LRESULT CALLBACK DrawItems(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message != WM_DRAWITEM)
+        return DefWindowProcA(window, message, wParam, lParam);
+    g_item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+    FillRect(g_item.hDC, &g_item.rcItem, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+    return TRUE;
+}
+
+}  // namespace
+
+TEST(OwnerDraw, ALabelIsDrawnByItsParent)
+{
+    WNDCLASSA type{};
+    type.lpfnWndProc = DrawItems;
+    type.lpszClassName = "DrawsItems";
+    RegisterClassA(&type);
+    const HWND parent = CreateWindowExA(0, "DrawsItems", "", WS_POPUP | WS_VISIBLE, 50, 50, 200, 100, nullptr, nullptr, nullptr, nullptr);
+    const HWND label = CreateWindowExA(0, "Static", "text", WS_CHILD | WS_VISIBLE | SS_OWNERDRAW, 10, 10, 50, 20, parent,
+                                       reinterpret_cast<HMENU>(LONG_PTR{7}), nullptr, nullptr);
+    g_item = {};
+    InvalidateRect(label, nullptr, TRUE);
+    UpdateWindow(label);
+    EXPECT_EQ(UINT{ODT_STATIC}, g_item.CtlType);
+    EXPECT_EQ(7u, g_item.CtlID);
+    EXPECT_EQ(UINT{ODA_DRAWENTIRE}, g_item.itemAction);
+    EXPECT_EQ(label, g_item.hwndItem);
+    EXPECT_EQ(50, g_item.rcItem.right);
+    EnableWindow(label, FALSE);
+    InvalidateRect(label, nullptr, TRUE);
+    UpdateWindow(label);
+    EXPECT_EQ(UINT{ODS_DISABLED}, g_item.itemState);
+    DestroyWindow(parent);
 }
 
 TEST(Pixels, OutsideOfTheSurfaceHaveNoColour)

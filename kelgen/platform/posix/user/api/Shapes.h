@@ -56,7 +56,7 @@ KELGEN_PLATFORM_API BOOL SetPixelV(HDC context, int x, int y, COLORREF color);
 /// Copies what was drawn in the rectangle of @p source (SRCCOPY), or as PatBlt, without a source. FALSE with ERROR_NOT_SUPPORTED for other
 /// operations, and for copying from the screen: what lies below is not known.
 KELGEN_PLATFORM_API BOOL BitBlt(HDC context, int x, int y, int width, int height, HDC source, int sourceX, int sourceY, DWORD operation);
-/// BitBlt for equal sizes; FALSE with ERROR_NOT_SUPPORTED for others.
+/// BitBlt that scales what it copies, the widths of pens and texts too. FALSE with ERROR_NOT_SUPPORTED for a mirrored copy.
 KELGEN_PLATFORM_API BOOL StretchBlt(HDC context, int x, int y, int width, int height, HDC source, int sourceX, int sourceY, int sourceWidth,
                                     int sourceHeight, DWORD operation);
 /// Fills with the brush (PATCOPY), black (BLACKNESS) or white (WHITENESS), or inverts (DSTINVERT).
