@@ -105,6 +105,39 @@ public:
     BOOL SetReadOnly(BOOL bReadOnly = TRUE) { return ::SendMessageA(m_hWnd, EM_SETREADONLY, static_cast<WPARAM>(bReadOnly), 0) != 0; }
 };
 
+/// A scroll bar as a control of its own.
+///
+/// It tells its parent what the user presses (WM_HSCROLL, WM_VSCROLL), which sets the new position.
+class KELGEN_FRAMEWORK_API CScrollBar : public CWnd
+{
+    DECLARE_DYNAMIC(CScrollBar)
+
+public:
+    /// Creates the control; SBS_ bits of the style choose its kind. The rectangle is in pixels of the parent's client area. FALSE on
+    /// failure.
+    virtual BOOL Create(DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID);
+    using CWnd::Create;
+
+    /// The position of the thumb.
+    int GetScrollPos() const { return ::GetScrollPos(m_hWnd, SB_CTL); }
+    /// Sets the position. Returns the one before.
+    int SetScrollPos(int nPos, BOOL bRedraw = TRUE) { return ::SetScrollPos(m_hWnd, SB_CTL, nPos, bRedraw); }
+    /// Stores the range.
+    void GetScrollRange(LPINT lpMinPos, LPINT lpMaxPos) const { ::GetScrollRange(m_hWnd, SB_CTL, lpMinPos, lpMaxPos); }
+    /// Sets the range, which is empty at first.
+    void SetScrollRange(int nMinPos, int nMaxPos, BOOL bRedraw = TRUE) { ::SetScrollRange(m_hWnd, SB_CTL, nMinPos, nMaxPos, bRedraw); }
+    /// Shows or hides the control.
+    void ShowScrollBar(BOOL bShow = TRUE) { ::ShowScrollBar(m_hWnd, SB_CTL, bShow); }
+    /// Disables the arrows that ESB_ flags name, and enables the others. FALSE if they were so already.
+    BOOL EnableScrollBar(UINT nArrowFlags = ESB_ENABLE_BOTH) { return ::EnableScrollBar(m_hWnd, SB_CTL, nArrowFlags); }
+    /// Sets the numbers that the mask of @p lpScrollInfo names; its size is filled in. FALSE for null.
+    BOOL SetScrollInfo(LPSCROLLINFO lpScrollInfo, BOOL bRedraw = TRUE) { return CWnd::SetScrollInfo(SB_CTL, lpScrollInfo, bRedraw); }
+    /// Stores the numbers that @p nMask names. FALSE for null.
+    BOOL GetScrollInfo(LPSCROLLINFO lpScrollInfo, UINT nMask = SIF_ALL) { return CWnd::GetScrollInfo(SB_CTL, lpScrollInfo, nMask); }
+    /// The last position that can be scrolled to: a page before the end of the range.
+    int GetScrollLimit() { return CWnd::GetScrollLimit(SB_CTL); }
+};
+
 /// A list of texts with numbers of the host's own.
 class KELGEN_FRAMEWORK_API CListBox : public CWnd
 {

@@ -275,6 +275,34 @@ public:
     /// WM_GETFONT: that font, temporary; null for the system's.
     CFont* GetFont() const;
 
+    // Scroll bars. nBar is SB_HORZ or SB_VERT for a bar of the frame, SB_CTL for a scroll bar control itself.
+
+    /// Sets the numbers that the mask of @p lpScrollInfo names; its size is filled in. TRUE, even where the numbers were limited; FALSE for
+    /// null. Calls SetScrollInfo.
+    BOOL SetScrollInfo(int nBar, LPSCROLLINFO lpScrollInfo, BOOL bRedraw = TRUE);
+    /// Stores the numbers that @p nMask names. FALSE for null, and for a window that never had scroll bars. Calls GetScrollInfo.
+    BOOL GetScrollInfo(int nBar, LPSCROLLINFO lpScrollInfo, UINT nMask = SIF_ALL);
+    /// Sets the position. Returns the one before.
+    int SetScrollPos(int nBar, int nPos, BOOL bRedraw = TRUE);
+    /// The position; 0 for a window that never had scroll bars.
+    int GetScrollPos(int nBar) const;
+    /// Sets the range; a bar of the frame goes when that is empty.
+    void SetScrollRange(int nBar, int nMinPos, int nMaxPos, BOOL bRedraw = TRUE);
+    /// Stores the range.
+    void GetScrollRange(int nBar, LPINT lpMinPos, LPINT lpMaxPos) const;
+    /// The last position that can be scrolled to: a page before the end of the range.
+    int GetScrollLimit(int nBar);
+    /// Shows or hides a bar, or with SB_BOTH both of the frame.
+    void ShowScrollBar(UINT nBar, BOOL bShow = TRUE);
+    /// Disables the arrows that ESB_ flags name, and enables the others. FALSE if they were so already.
+    BOOL EnableScrollBar(int nSBFlags, UINT nArrowFlags = ESB_ENABLE_BOTH);
+    /// Moves what is drawn in @p lpRect (null: the client area and the children), within @p lpClipRect if given. What is uncovered will be
+    /// painted.
+    void ScrollWindow(int xAmount, int yAmount, LPCRECT lpRect = nullptr, LPCRECT lpClipRect = nullptr);
+    /// Does the same as the SW_ flags say. Returns the kind of the region that was uncovered, and stores it in @p prgnUpdate and its bounds
+    /// in @p lpRectUpdate if they are given. Calls ScrollWindowEx.
+    int ScrollWindowEx(int dx, int dy, LPCRECT lpRectScroll, LPCRECT lpRectClip, CRgn* prgnUpdate, LPRECT lpRectUpdate, UINT flags);
+
     // Relatives. Objects that come back are temporary unless attached.
 
     /// The parent of a child, the owner of a popup; null if there is none.

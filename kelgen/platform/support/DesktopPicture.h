@@ -19,6 +19,7 @@ enum class EControlKind
     list,
     combo,
     listView,
+    scrollBar,
 };
 
 /// A line of an edit control that lies in its client area, from its first visible column on.
@@ -88,6 +89,20 @@ struct MenuPicture
     std::vector<MenuItemPicture> items;
 };
 
+/// A scroll bar of a window's frame, or a control that is one.
+struct ScrollBarPicture
+{
+    RECT place{};  ///< On the screen; empty for none.
+    bool isUpright = false;
+    bool isDisabled = false;
+    int arrow = 0;       ///< The length of each of the two.
+    int thumbStart = 0;  ///< From the bar's start.
+    int thumbEnd = 0;    ///< As @p thumbStart without a thumb.
+    int least = 0;
+    int most = 0;  ///< The last position, a page before the range's end.
+    int position = 0;
+};
+
 struct WindowPicture
 {
     HWND handle = nullptr;
@@ -105,6 +120,7 @@ struct WindowPicture
     bool hasIcon = false;
     ControlPicture control;
     MenuPicture bar;
+    ScrollBarPicture scrollBars[3];            ///< By SB_HORZ, SB_VERT, and SB_CTL for a control.
     std::shared_ptr<const DrawnShapes> drawn;  ///< What the program has painted on the client area; null for nothing.
 };
 

@@ -39,6 +39,8 @@ void SvgDesktop::Control(const WindowPicture& window)
         return Combo(window);
     case EControlKind::listView:
         return ListView(window);
+    case EControlKind::scrollBar:
+        return ScrollBar(window.scrollBars[SB_CTL], {window.client.left, window.client.top}, true);
     default:
         return;
     }
@@ -167,6 +169,8 @@ void SvgDesktop::StaticLabel(const WindowPicture& window)
     case SS_WHITEFRAME:
     case SS_ETCHEDFRAME:
         return m_out.Rectangle("group", 0, 0, width - 1, height - 1);
+    case SS_OWNERDRAW:
+        return m_out.Rectangle("face", 0, 0, width, height);
     case SS_ETCHEDHORZ:
         return m_out.Line("line", 0, 0, width, 0);
     case SS_ETCHEDVERT:
@@ -234,7 +238,7 @@ void SvgDesktop::RowMark(const WindowPicture& window, const RowPicture& row)
 void SvgDesktop::Thumb(const WindowPicture& window)
 {
     const ControlPicture& control = window.control;
-    if (control.rowCount <= control.pageRows)
+    if (control.rowCount <= control.pageRows || !IsRectEmpty(&window.scrollBars[SB_VERT].place))
         return;
     const int left = WidthOf(window.client) - 8;
     const int top = control.headerHeight;

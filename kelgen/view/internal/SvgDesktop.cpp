@@ -47,6 +47,13 @@ const char* YesNo(bool is)
     return is ? "true" : "false";
 }
 
+std::string ScrollBarRole(const ScrollBarPicture& bar)
+{
+    return Attribute("role", "scrollbar") + Attribute("aria-orientation", bar.isUpright ? "vertical" : "horizontal") +
+           Attribute("aria-valuemin", std::to_string(bar.least)) + Attribute("aria-valuemax", std::to_string(bar.most)) +
+           Attribute("aria-valuenow", std::to_string(bar.position));
+}
+
 /// "Name:" names an edit control as "Name".
 std::u16string WithoutColon(std::u16string name)
 {
@@ -122,6 +129,8 @@ std::string SvgDesktop::Role(std::size_t index) const
         return Attribute("role", "listbox");
     case EControlKind::combo:
         return Attribute("role", "combobox") + Attribute("aria-expanded", YesNo(control.isDropped));
+    case EControlKind::scrollBar:
+        return ScrollBarRole(window.scrollBars[SB_CTL]);
     case EControlKind::listView:
         return Attribute("role", "grid") + Attribute("aria-rowcount", std::to_string(control.rowCount + (control.headerHeight ? 1 : 0)));
     default:
@@ -221,7 +230,8 @@ void SvgDesktop::Frame(const WindowPicture& window)
     if (window.exStyle & WS_EX_CLIENTEDGE)
         m_out.Rectangle("sunken", window.client.left - window.window.left - kEdge, window.client.top - window.window.top - kEdge,
                         WidthOf(window.client) + 2 * kEdge, HeightOf(window.client) + 2 * kEdge);
-    ScrollBars(window);
+    for (const int bar : {SB_HORZ, SB_VERT})
+        ScrollBar(window.scrollBars[bar], {window.window.left, window.window.top}, false);
 }
 
 void SvgDesktop::Caption(const WindowPicture& window, int border)
@@ -287,17 +297,36 @@ void SvgDesktop::MenuBar(const WindowPicture& window)
     m_out << "</svg>";
 }
 
-void SvgDesktop::ScrollBars(const WindowPicture& window)
+/// @p origin is where the element's coordinates start on the screen.
+void SvgDesktop::ScrollBar(const ScrollBarPicture& bar, POINT origin, bool isControl)
 {
-    const int right = window.client.right - window.window.left;
-    const int top = window.client.top - window.window.top;
-    const int bottom = window.client.bottom - window.window.top;
-    const int left = window.client.left - window.window.left;
-    constexpr int kBar = 17;
-    if ((window.style & WS_VSCROLL) && WidthOf(window.window) > WidthOf(window.client) + kBar - 1)
-        m_out.Rectangle("bar", right, top, kBar, bottom - top);
-    if ((window.style & WS_HSCROLL) && HeightOf(window.window) > HeightOf(window.client) + kBar - 1)
-        m_out.Rectangle("bar", left, bottom, right - left, kBar);
+    if (IsRectEmpty(&bar.place))
+        return;
+    const int width = WidthOf(bar.place);
+    const int height = HeightOf(bar.place);
+    m_out << "<svg x=\"" << bar.place.left - origin.x << "\" y=\"" << bar.place.top - origin.y << "\" width=\"" << width << "\" height=\""
+          << height << '"';
+    // A control's element says so already.
+    if (!isControl)
+        m_out << ScrollBarRole(bar);
+    m_out << ">";
+    m_out.Rectangle("bar", 0, 0, width, height);
+    const std::string sign = bar.isDisabled ? "arrow off" : "arrow";
+    const int middle = (bar.isUpright ? width : height) / 2;
+    const int length = bar.isUpright ? height : width;
+    for (const bool isFirst : {true, false}) {
+        const int tip = isFirst ? bar.arrow / 2 - 2 : length - bar.arrow / 2 + 2;
+        const char* const rest = bar.isUpright ? isFirst ? "l4 4h-8z" : "l4 -4h-8z" : isFirst ? "l4 4v-8z" : "l-4 4v-8z";
+        const int x = bar.isUpright ? middle : tip;
+        const int y = bar.isUpright ? tip : middle;
+        m_out.Path(sign, "M" + std::to_string(x) + " " + std::to_string(y) + rest);
+    }
+    const int thumb = bar.thumbEnd - bar.thumbStart;
+    if (bar.isUpright)
+        m_out.Rectangle("thumb", 2, bar.thumbStart, width - 4, thumb, 3);
+    else
+        m_out.Rectangle("thumb", bar.thumbStart, 2, thumb, height - 4, 3);
+    m_out << "</svg>";
 }
 
 std::string SvgDesktop::Menus()

@@ -36,7 +36,7 @@ private:
     void Caption(const WindowPicture& window, int border);
     void CaptionButton(const char* name, int x, int y, int width, int height, const char* sign);
     void MenuBar(const WindowPicture& window);
-    void ScrollBars(const WindowPicture& window);
+    void ScrollBar(const ScrollBarPicture& bar, POINT origin, bool isControl);
     void Content(std::size_t index);
     void Menu(const MenuPicture& menu);
     void MenuItem(const MenuItemPicture& item);

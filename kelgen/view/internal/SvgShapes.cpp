@@ -26,13 +26,14 @@ std::string Halves(int halves)
 }
 
 /// Dashes and gaps of a broken line.
-const char* DashesOf(int style)
+const char* DashesOf(int style, bool isInverted)
 {
     switch (style) {
     case PS_DASH:
         return "18 6";
     case PS_DOT:
-        return "1 1";
+        // The focus is every other pixel.
+        return isInverted ? "1 1" : "3 3";
     case PS_DASHDOT:
         return "9 6 3 6";
     case PS_DASHDOTDOT:
@@ -48,13 +49,13 @@ const char* HatchOf(int hatch)
     case HS_HORIZONTAL:
         return "M0 3.5h8";
     case HS_VERTICAL:
-        return "M3.5 0v8";
+        return "M4.5 0v8";
     case HS_FDIAGONAL:
         return "M-1 -1l10 10M-1 7l2 2M7 -1l2 2";
     case HS_BDIAGONAL:
         return "M-1 9l10 -10M-1 1l2 -2M7 9l2 -2";
     case HS_CROSS:
-        return "M0 3.5h8M3.5 0v8";
+        return "M0 3.5h8M4.5 0v8";
     default:
         return "M0 0l8 8M0 8l8 -8";
     }
@@ -114,7 +115,7 @@ private:
                 m_out << " stroke-width=\"" << shape.penWidth << '"';
             if (shape.penWidth > 1 && shape.penStyle != PS_INSIDEFRAME)
                 m_out << " stroke-linejoin=\"round\" stroke-linecap=\"round\"";
-            if (const char* const dashes = DashesOf(shape.penStyle))
+            if (const char* const dashes = DashesOf(shape.penStyle, shape.isInverted))
                 m_out << " stroke-dasharray=\"" << dashes << '"';
         }
         m_out << "/>";

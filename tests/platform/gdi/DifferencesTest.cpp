@@ -15,6 +15,8 @@ TEST(Differences, PixelsOutsideOfTheClipAreRefused)
     IntersectClipRect(context, 0, 0, 5, 5);
     EXPECT_EQ(RGB(255, 0, 0), SetPixel(context, 2, 2, RGB(255, 0, 0)));
     EXPECT_EQ(isOurPlatform ? CLR_INVALID : RGB(255, 0, 0), SetPixel(context, 7, 7, RGB(255, 0, 0)));
+    EXPECT_EQ(RGB(255, 0, 0), GetPixel(context, 2, 2));
+    EXPECT_EQ(isOurPlatform ? CLR_INVALID : RGB(0, 0, 0), GetPixel(context, 7, 7));
     SelectObject(context, former);
     DeleteObject(bitmap);
     DeleteDC(context);

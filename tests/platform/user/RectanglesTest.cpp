@@ -240,6 +240,51 @@ TEST(Rectangles, OfDialogsAndTheirControls)
     }
 }
 
+// What the examples show: the monitor's settings and the order of the guides, and frames with their menus.
+TEST(Rectangles, OfTheExamples)
+{
+    const std::string settings = "426x197 client 3,22 420x172; "
+                                 "12,15 95x16 client 0,0 95x16; "
+                                 "112,11 296x21 client 2,2 292x17; "
+                                 "112,41 296x18 client 0,0 296x18; "
+                                 "12,70 95x16 client 0,0 95x16; "
+                                 "112,67 70x21 client 2,2 66x17; "
+                                 "189,70 105x16 client 0,0 105x16; "
+                                 "12,101 95x16 client 0,0 95x16; "
+                                 "112,99 105x18 client 0,0 105x18; "
+                                 "224,99 105x18 client 0,0 105x18; "
+                                 "226,138 88x23 client 0,0 88x23; "
+                                 "320,138 88x23 client 0,0 88x23";
+    const std::string order = "321x139 client 3,22 315x114; "
+                              "12,15 88x16 client 0,0 88x16; "
+                              "105,11 198x21 client 2,2 194x17; "
+                              "12,44 88x16 client 0,0 88x16; "
+                              "105,41 70x21 client 2,2 66x17; "
+                              "193,42 105x18 client 0,0 105x18; "
+                              "117,80 88x23 client 0,0 88x23; "
+                              "215,80 88x23 client 0,0 88x23";
+    const HMODULE module = GetModuleHandleA(nullptr);
+    const LCID before = GetThreadLocale();
+    for (const auto& [name, language, dialog, menu, expected, frame] : Table<const char*, WORD, int, int, std::string, const char*>{
+             {"monitor", MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), 200, 100, settings,
+              "40,50 300x200 client 4,42 292x154; item 4,24 33x18; item 37,24 69x18"},
+             {"monitor in German", MAKELANGID(LANG_GERMAN, SUBLANG_GERMAN), 200, 100, settings,
+              "40,50 300x200 client 4,42 292x154; item 4,24 43x18; item 47,24 60x18"},
+             {"order", MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), 1200, 1100, order,
+              "40,50 300x200 client 4,42 292x154; item 4,24 47x18"}}) {
+        SetThreadLocale(MAKELCID(language, SORT_DEFAULT));
+        const HWND shown = CreateDialogParamA(module, MAKEINTRESOURCEA(dialog), nullptr, IgnoreMessages, 0);
+        const std::string places = PlacesOf(shown);
+        // One of them is in the middle of the screen.
+        EXPECT_EQ(expected, places.substr(places.find(' ') + 1)) << name;
+        DestroyWindow(shown);
+        const HWND window = MakeFrame(WS_OVERLAPPEDWINDOW, 0, LoadMenuA(module, MAKEINTRESOURCEA(menu)), 300);
+        EXPECT_EQ(frame, PlacesOf(window)) << name;
+        DestroyWindow(window);
+    }
+    SetThreadLocale(before);
+}
+
 // What changes a menu shows when its bar is drawn, or the window sized: the client area follows the number of rows.
 TEST(Rectangles, OfMenusThatChange)
 {

@@ -187,7 +187,7 @@ TEST(Drawing, CopiesWithinAWindowAndInvertsTwice)
     ASSERT_EQ(4u, window.Shapes().size());
     EXPECT_EQ(110, window.Shapes()[3].box.left);
     EXPECT_FALSE(BitBlt(context, 0, 0, 5, 5, context, 0, 0, 0x00EE0086));
-    EXPECT_FALSE(StretchBlt(context, 0, 0, 5, 5, context, 0, 0, 9, 9, SRCCOPY));
+    EXPECT_FALSE(StretchBlt(context, 0, 0, -5, 5, context, 0, 0, 5, 5, SRCCOPY)) << "mirrored";
     const std::size_t before = window.Shapes().size();
     DrawFocusRect(context, &box);
     EXPECT_EQ(before + 1, window.Shapes().size());

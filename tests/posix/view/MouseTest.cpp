@@ -2,6 +2,7 @@
 #include "posix/view/Windows.h"
 #include "support/Threads.h"
 
+#include <algorithm>
 #include <functional>
 
 using namespace kelgen;
@@ -206,6 +207,54 @@ TEST(ControlMouse, AnOpenListOfAComboBoxIsChosenFrom)
     EXPECT_EQ(1, SendMessageA(combo, CB_GETCURSEL, 0, 0));
     EXPECT_EQ(combo, GetFocus());
     EXPECT_EQ(u"second", TakeDesktopPicture(combo, 0).windows[0].control.text);
+}
+
+// A list box scrolls by its bar: the arrow, and the thumb that the picture shows.
+TEST(ControlMouse, AScrollBarIsPressedAndDragged)
+{
+    const Frame frame(u"List");
+    const HWND list = AddChild(frame, u"ListBox", u"", WS_VSCROLL, 1, {10, 10, 150, 170});
+    for (int i = 0; i < 40; ++i)
+        SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>("item"));
+    Serve();
+    const auto bar = [&] { return TakeDesktopPicture(list, 0).windows[0].scrollBars[SB_VERT]; };
+    const ScrollBarPicture before = bar();
+    ASSERT_GT(before.thumbEnd, before.thumbStart);
+    const POINT arrow{before.place.left + 5, before.place.bottom - 5};
+    Click(arrow);
+    Serve();
+    EXPECT_EQ(1, SendMessageA(list, LB_GETTOPINDEX, 0, 0));
+    EXPECT_EQ(1, bar().position);
+    SetCursorPos(before.place.left + 5, before.place.top + bar().thumbStart + 5);
+    Mouse(MOUSEEVENTF_LEFTDOWN);
+    SetCursorPos(before.place.left + 5, before.place.bottom + 500);
+    Mouse(MOUSEEVENTF_LEFTUP);
+    Serve();
+    EXPECT_EQ(bar().most, SendMessageA(list, LB_GETTOPINDEX, 0, 0));
+    EXPECT_EQ(bar().most, bar().position);
+    EXPECT_EQ(before.place.bottom - before.place.top - bar().arrow, bar().thumbEnd);
+    EXPECT_EQ(nullptr, GetCapture());
+}
+
+TEST(ControlMouse, AHeldArrowScrollsOn)
+{
+    const Frame frame(u"List");
+    const HWND list = AddChild(frame, u"ListBox", u"", WS_VSCROLL, 1, {10, 10, 150, 170});
+    for (int i = 0; i < 40; ++i)
+        SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>("item"));
+    Serve();
+    const RECT place = TakeDesktopPicture(list, 0).windows[0].scrollBars[SB_VERT].place;
+    const User user([&] {
+        User::Await([&](const DesktopPicture& picture) {
+            return std::ranges::any_of(picture.windows,
+                                       [&](const WindowPicture& window) { return window.scrollBars[SB_VERT].position >= 4; });
+        });
+        Mouse(MOUSEEVENTF_LEFTUP);
+    });
+    SetCursorPos(place.left + 5, place.bottom - 5);
+    Mouse(MOUSEEVENTF_LEFTDOWN);
+    ServeUntil([&] { return SendMessageA(list, LB_GETTOPINDEX, 0, 0) >= 4 && GetKeyState(VK_LBUTTON) >= 0; });
+    EXPECT_GE(SendMessageA(list, LB_GETTOPINDEX, 0, 0), 4);
 }
 
 TEST(MessageBoxes, WaitWhileSomebodyAttends)

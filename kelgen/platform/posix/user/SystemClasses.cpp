@@ -68,7 +68,7 @@ void RegisterSystemClasses()
     AddSystemClass({u"ComboBox", kResizing, Control<ComboBoxProcedure>, 8, kArrow, 0});
     AddSystemClass({u"MDIClient", 0, Control<MdiClientProcedure>, 8, kArrow, COLOR_APPWORKSPACE + 1});
     AddSystemClass({u"SysListView32", CS_DBLCLKS, Control<ListViewProcedure>, 8, kArrow, 0});
-    AddSystemClass({u"ScrollBar", kResizing, DefWindowProcW, 28, kArrow, 0});
+    AddSystemClass({u"ScrollBar", kResizing, Control<ScrollBarProcedure>, 28, kArrow, 0});
 }
 
 }  // namespace kelgen::posix::user

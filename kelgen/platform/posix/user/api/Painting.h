@@ -21,8 +21,19 @@ KELGEN_PLATFORM_API BOOL RedrawWindow(HWND window, const RECT* rectangle, HRGN r
 KELGEN_PLATFORM_API BOOL GetUpdateRect(HWND window, RECT* rectangle, BOOL erase);
 /// Stops (TRUE) or resumes painting of a window; one at a time.
 KELGEN_PLATFORM_API BOOL LockWindowUpdate(HWND window);
-/// Moves the children, and with @p rectangle null those all; what was there is to be painted.
+
+#define SW_SCROLLCHILDREN 0x0001
+#define SW_INVALIDATE 0x0002
+#define SW_ERASE 0x0004
+#define SW_SMOOTHSCROLL 0x0010
+
+/// Moves what is drawn in @p rectangle (null: the client area) and in @p clip, if given; what it uncovers is to be painted, with its
+/// background. Without a rectangle the children move along.
 KELGEN_PLATFORM_API BOOL ScrollWindow(HWND window, int x, int y, const RECT* rectangle, const RECT* clip);
+/// Does the same as the SW_ flags say: moves the children that touch the rectangle, and has what is uncovered painted, with its background.
+/// Stores what is uncovered in @p region and its bounds in @p bounds, where they are given. Returns the region's kind; ERROR on failure.
+KELGEN_PLATFORM_API int ScrollWindowEx(HWND window, int x, int y, const RECT* rectangle, const RECT* clip, HRGN region, RECT* bounds,
+                                       UINT flags);
 
 /// Takes what is to be painted, sends WM_NCPAINT and WM_ERASEBKGND as needed, and fills @p paint. Nothing is drawn outside of it by this
 /// context. Null with ERROR_INVALID_WINDOW_HANDLE.

@@ -47,13 +47,16 @@ KELGEN_PLATFORM_API BOOL DrawFrameControl(HDC context, RECT* area, UINT kind, UI
 
 /// A single pixel: its colour; CLR_INVALID on failure and outside of what is drawn on.
 KELGEN_PLATFORM_API COLORREF SetPixel(HDC context, int x, int y, COLORREF color);
+/// The colour of a pixel: CLR_INVALID outside of what can be drawn on. It is computed from the shapes, of which texts and icons cover
+/// nothing natively; round outlines, arcs and the ends of wide lines are right within a pixel. What a bitmap was loaded with is black.
+KELGEN_PLATFORM_API COLORREF GetPixel(HDC context, int x, int y);
 /// SetPixel, which tells whether it drew.
 KELGEN_PLATFORM_API BOOL SetPixelV(HDC context, int x, int y, COLORREF color);
 
 /// Copies what was drawn in the rectangle of @p source (SRCCOPY), or as PatBlt, without a source. FALSE with ERROR_NOT_SUPPORTED for other
 /// operations, and for copying from the screen: what lies below is not known.
 KELGEN_PLATFORM_API BOOL BitBlt(HDC context, int x, int y, int width, int height, HDC source, int sourceX, int sourceY, DWORD operation);
-/// BitBlt for equal sizes; FALSE with ERROR_NOT_SUPPORTED for others.
+/// BitBlt that scales what it copies, the widths of pens and texts too. FALSE with ERROR_NOT_SUPPORTED for a mirrored copy.
 KELGEN_PLATFORM_API BOOL StretchBlt(HDC context, int x, int y, int width, int height, HDC source, int sourceX, int sourceY, int sourceWidth,
                                     int sourceHeight, DWORD operation);
 /// Fills with the brush (PATCOPY), black (BLACKNESS) or white (WHITENESS), or inverts (DSTINVERT).

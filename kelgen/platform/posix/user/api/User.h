@@ -20,6 +20,7 @@
 #include <kelgen/platform/posix/user/api/Messages.h>
 #include <kelgen/platform/posix/user/api/Painting.h>
 #include <kelgen/platform/posix/user/api/Regions.h>
+#include <kelgen/platform/posix/user/api/ScrollBars.h>
 #include <kelgen/platform/posix/user/api/Shapes.h>
 #include <kelgen/platform/posix/user/api/Timers.h>
 #include <kelgen/platform/posix/user/api/WindowCalls.h>

@@ -3,6 +3,9 @@
 
 #include <kelgen/platform/posix/user/api/User.h>
 #include <kelgen/platform/posix/user/drawing/GdiObjects.h>
+#include <kelgen/platform/posix/user/windows/ScrollBars.h>
+
+#include <algorithm>
 
 namespace kelgen::posix::user {
 
@@ -28,6 +31,62 @@ bool IsInClient(HWND control, LPARAM point)
     RECT client;
     GetClientRect(control, &client);
     return PtInRect(&client, {static_cast<short>(LOWORD(point)), static_cast<short>(HIWORD(point))}) != FALSE;
+}
+
+void SetRowBar(HWND control, int count, int page, int first)
+{
+    Window* const window = OwnWindow(control);
+    if (!window || !(window->style & WS_VSCROLL))
+        return;
+    try {
+        BarOf(*window, SB_VERT);
+    } catch (const std::bad_alloc&) {
+        return;  // what the message did stays done: without memory the bar alone is as it was
+    }
+    ScrollBar& bar = BarOf(*window, SB_VERT);
+    const DesktopGuard guard;
+    bar.least = 0;
+    bar.most = std::max(count - 1, 0);
+    bar.page = page;
+    bar.position = first;
+    bar.Limit();
+    bar.disabled = bar.HasNothingToScroll() ? ESB_DISABLE_BOTH : ESB_ENABLE_BOTH;
+}
+
+int ScrolledRow(HWND control, WPARAM code, int count, int page, int first)
+{
+    int wanted = first;
+    switch (LOWORD(code)) {
+    case SB_LINEUP:
+        wanted = first - 1;
+        break;
+    case SB_LINEDOWN:
+        wanted = first + 1;
+        break;
+    case SB_PAGEUP:
+        wanted = first - page;
+        break;
+    case SB_PAGEDOWN:
+        wanted = first + page;
+        break;
+    case SB_TOP:
+        wanted = 0;
+        break;
+    case SB_BOTTOM:
+        wanted = count;
+        break;
+    case SB_THUMBPOSITION:
+    case SB_THUMBTRACK: {
+        // The message has room for 16 bits of it only.
+        SCROLLINFO info{sizeof info, SIF_TRACKPOS, 0, 0, 0, 0, first};
+        GetScrollInfo(control, SB_VERT, &info);
+        wanted = info.nTrackPos;
+        break;
+    }
+    default:
+        return first;
+    }
+    return std::clamp(wanted, 0, std::max(count - page, 0));
 }
 
 LRESULT PaintControl(HWND control, UINT colorMessage)

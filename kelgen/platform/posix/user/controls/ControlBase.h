@@ -40,6 +40,12 @@ void ChangeStyle(HWND window, DWORD mask, DWORD bits);
 /// Whether a point of a mouse message lies in the control's client area.
 bool IsInClient(HWND control, LPARAM point);
 
+/// Makes the control's vertical bar, if it has one, show that of @p count rows @p page are in view from @p first on.
+void SetRowBar(HWND control, int count, int page, int first);
+
+/// The first row in view after WM_VSCROLL, which was @p first.
+int ScrolledRow(HWND control, WPARAM code, int count, int page, int first);
+
 /// WM_PAINT of a control that the view draws: takes what is to be painted, and asks the parent for the colours (a WM_CTLCOLOR message).
 LRESULT PaintControl(HWND control, UINT colorMessage);
 
@@ -61,6 +67,7 @@ LRESULT CALLBACK ButtonProcedure(HWND control, UINT message, WPARAM wParam, LPAR
 LRESULT CALLBACK StaticProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam);
 LRESULT CALLBACK EditProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam);
 LRESULT CALLBACK ListBoxProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT CALLBACK ScrollBarProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam);
 LRESULT CALLBACK ListViewProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam);
 LRESULT CALLBACK ComboBoxProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam);
 /// For the list of a combo box, which hears of selections instead of the parent.

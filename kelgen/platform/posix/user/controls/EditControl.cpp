@@ -208,7 +208,12 @@ LRESULT EditMessage(HWND edit, EditState& state, UINT message, WPARAM wParam, LP
         ShowCaret(edit, state);
         return 1;
     case EM_LINESCROLL:
+        if (model.hasLines)
+            state.firstLine = static_cast<std::size_t>(std::clamp<LPARAM>(static_cast<LPARAM>(state.firstLine) + static_cast<int>(lParam),
+                                                                          0, static_cast<LPARAM>(model.LineCount()) - 1));
         return model.hasLines;
+    case EM_GETFIRSTVISIBLELINE:
+        return static_cast<LRESULT>(model.hasLines ? state.firstLine : state.firstColumn);
     case EM_GETRECT:
         GetClientRect(edit, reinterpret_cast<LPRECT>(lParam));
         return 1;
@@ -237,12 +242,18 @@ void ReplaceSelection(HWND edit, EditState& state, std::u16string_view text, boo
     TellOfChange(edit);
 }
 
-LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam)
+namespace {
+
+/// How many lines are wholly in view, at least one.
+int LinesIn(HWND edit)
 {
-    const auto holder = ControlState<EditState>(edit);
-    if (!holder)
-        return 0;
-    EditState& state = *holder;
+    RECT client{};
+    GetClientRect(edit, &client);
+    return std::max<int>(client.bottom / kLineHeight, 1);
+}
+
+LRESULT HandleMessage(HWND edit, EditState& state, UINT message, WPARAM wParam, LPARAM lParam)
+{
     if (message >= EM_GETSEL && message <= EM_GETLIMITTEXT + 2)
         return EditMessage(edit, state, message, wParam, lParam);
     switch (message) {
@@ -280,6 +291,10 @@ LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lP
     case WM_KILLFOCUS:
         NotifyParent(edit, EN_KILLFOCUS);
         return 0;
+    case WM_VSCROLL:
+        state.firstLine = static_cast<std::size_t>(
+            ScrolledRow(edit, wParam, static_cast<int>(state.model.LineCount()), LinesIn(edit), static_cast<int>(state.firstLine)));
+        return 0;
     case WM_MOUSEMOVE:
     case WM_LBUTTONUP:
         if (GetCapture() != edit)
@@ -304,6 +319,20 @@ LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lP
     default:
         return DefWindowProcW(edit, message, wParam, lParam);
     }
+}
+
+}  // namespace
+
+LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const auto holder = ControlState<EditState>(edit);
+    if (!holder)
+        return 0;
+    const LRESULT result = HandleMessage(edit, *holder, message, wParam, lParam);
+    const EditModel& model = holder->model;
+    if (const Window* const window = OwnWindow(edit); window && (window->style & WS_VSCROLL) && model.hasLines)
+        SetRowBar(edit, static_cast<int>(model.LineCount()), LinesIn(edit), static_cast<int>(holder->firstLine));
+    return result;
 }
 
 }  // namespace kelgen::posix::user

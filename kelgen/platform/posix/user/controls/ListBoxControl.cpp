@@ -432,6 +432,9 @@ LRESULT HandleMessage(HWND list, ListBoxState& state, UINT message, WPARAM wPara
         if (state.combo && (StyleOf(list) & WS_POPUP))
             return MA_NOACTIVATE;
         return DefWindowProcW(list, message, wParam, lParam);
+    case WM_VSCROLL:
+        state.items.top = ScrolledRow(list, wParam, state.items.Count(), RowsIn(list, state), state.items.top);
+        return 0;
     case WM_MOUSEWHEEL:
         ScrollRows(list, state, -3 * GET_WHEEL_DELTA_WPARAM(wParam) / WHEEL_DELTA);
         return 0;
@@ -458,6 +461,14 @@ LRESULT HandleMessage(HWND list, ListBoxState& state, UINT message, WPARAM wPara
     default:
         return DefWindowProcW(list, message, wParam, lParam);
     }
+}
+
+LRESULT HandleAndShow(HWND list, ListBoxState& state, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const LRESULT result = HandleMessage(list, state, message, wParam, lParam);
+    if (const Window* const window = OwnWindow(list); window && (window->style & WS_VSCROLL))
+        SetRowBar(list, state.items.Count(), RowsIn(list, state), state.items.top);
+    return result;
 }
 
 }  // namespace
@@ -493,7 +504,7 @@ void SelectItem(ListBoxState& state, int index, bool isSelected)
 LRESULT CALLBACK ListBoxProcedure(HWND list, UINT message, WPARAM wParam, LPARAM lParam)
 {
     const auto holder = ControlState<ListBoxState>(list);
-    return holder ? HandleMessage(list, *holder, message, wParam, lParam) : 0;
+    return holder ? HandleAndShow(list, *holder, message, wParam, lParam) : 0;
 }
 
 LRESULT CALLBACK ComboListProcedure(HWND list, UINT message, WPARAM wParam, LPARAM lParam)
@@ -503,7 +514,7 @@ LRESULT CALLBACK ComboListProcedure(HWND list, UINT message, WPARAM wParam, LPAR
         return 0;
     if (message == WM_NCCREATE)
         holder->combo = static_cast<HWND>(reinterpret_cast<const CREATESTRUCTW*>(lParam)->lpCreateParams);
-    return HandleMessage(list, *holder, message, wParam, lParam);
+    return HandleAndShow(list, *holder, message, wParam, lParam);
 }
 
 }  // namespace kelgen::posix::user

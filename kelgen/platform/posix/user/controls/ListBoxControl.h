@@ -48,6 +48,8 @@ void SetCurrent(HWND list, ListBoxState& state, int index);
 /// LB_SETSEL; -1 for all items.
 void SelectItem(ListBoxState& state, int index, bool isSelected);
 
+/// How many rows are wholly in view, at least one.
+int RowsIn(HWND list, const ListBoxState& state);
 /// Scrolls so that the item is in view.
 void ShowItem(HWND list, ListBoxState& state, int index);
 /// Scrolls by @p rows, as far as there are items.

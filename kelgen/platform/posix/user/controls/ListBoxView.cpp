@@ -9,13 +9,6 @@ namespace kelgen::posix::user {
 
 namespace {
 
-int RowsIn(HWND list, const ListBoxState& state)
-{
-    RECT client{};
-    GetClientRect(list, &client);
-    return std::max<int>(client.bottom / std::max(state.itemHeight, 1), 1);
-}
-
 /// Has the owner draw an item; of a combo box's list the box's parent.
 void DrawItem(HWND list, const ListBoxState& state, int index, const RECT& place, HDC context)
 {
@@ -38,6 +31,13 @@ void DrawItem(HWND list, const ListBoxState& state, int index, const RECT& place
 }
 
 }  // namespace
+
+int RowsIn(HWND list, const ListBoxState& state)
+{
+    RECT client{};
+    GetClientRect(list, &client);
+    return std::max<int>(client.bottom / std::max(state.itemHeight, 1), 1);
+}
 
 LRESULT PaintList(HWND list, const ListBoxState& state)
 {
@@ -77,6 +77,7 @@ bool ChangesView(UINT message)
     case WM_KEYDOWN:
     case WM_CHAR:
     case WM_MOUSEWHEEL:
+    case WM_VSCROLL:
     case WM_LBUTTONDOWN:
     case WM_SETFOCUS:
     case WM_KILLFOCUS:

@@ -62,6 +62,20 @@ void LoadNamedImage(HWND label, StaticState& state, const CREATESTRUCTW& create)
         state.image = LoadImageW(create.hInstance, name, IMAGE_BITMAP, 0, 0, 0);
 }
 
+/// Has the parent draw a label (SS_OWNERDRAW).
+void DrawByParent(HWND label, HDC context)
+{
+    DRAWITEMSTRUCT item{};
+    item.CtlType = ODT_STATIC;
+    item.CtlID = static_cast<UINT>(GetDlgCtrlID(label));
+    item.itemAction = ODA_DRAWENTIRE;
+    item.itemState = StyleOf(label) & WS_DISABLED ? ODS_DISABLED : 0;
+    item.hwndItem = label;
+    item.hDC = context;
+    GetClientRect(label, &item.rcItem);
+    SendMessageW(GetParent(label), WM_DRAWITEM, item.CtlID, reinterpret_cast<LPARAM>(&item));
+}
+
 }  // namespace
 
 LRESULT CALLBACK StaticProcedure(HWND label, UINT message, WPARAM wParam, LPARAM lParam)
@@ -90,6 +104,8 @@ LRESULT CALLBACK StaticProcedure(HWND label, UINT message, WPARAM wParam, LPARAM
             NotifyParent(label, STN_DBLCLK);
         return 0;
     case WM_PAINT:
+        if (LabelTypeOf(label) == SS_OWNERDRAW)
+            return PaintByOwner(label, state.font, [&](HDC context, const RECT&) { DrawByParent(label, context); });
         return PaintControl(label, WM_CTLCOLORSTATIC);
     case WM_ENABLE:
         if (notifies)

@@ -141,6 +141,15 @@ ShapeList* Context::Target()
     return found->drawing.get();
 }
 
+COLORREF Context::Ground() const
+{
+    if (type == OBJ_MEMDC)
+        return 0;
+    const Window* const found = window ? FindWindowLocked(window) : nullptr;
+    const auto background = found && found->windowClass ? FindBrush(found->windowClass->background) : nullptr;
+    return background && background->brush.lbStyle == BS_SOLID ? background->brush.lbColor & 0xFFFFFF : 0xFFFFFF;
+}
+
 const ShapeList* Context::Source() const
 {
     if (type == OBJ_MEMDC)

@@ -53,6 +53,8 @@ struct Context final : GdiObject
     RECT Surface() const;
     /// The list that shapes go to, made when missing; null where nothing is drawn.
     ShapeList* Target();
+    /// The colour of what nothing was drawn on: bitmaps are black; windows have their class's, else white.
+    COLORREF Ground() const;
     /// What there is to be copied; null for nothing.
     const ShapeList* Source() const;
     /// Forgets what was found out about the clip, which changes.

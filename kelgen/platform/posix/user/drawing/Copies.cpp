@@ -4,34 +4,55 @@
 #include <kelgen/platform/posix/user/api/WindowPositions.h>
 #include <kelgen/platform/posix/user/drawing/Context.h>
 
+#include <algorithm>
+
 using namespace kelgen;
 using namespace kelgen::posix;
 using namespace kelgen::posix::user;
 
 namespace {
 
-void Move(DrawnShape& shape, int x, int y)
+long long FloorOf(long long number, long long divisor)
 {
-    OffsetRect(&shape.box, x, y);
-    for (POINT& point : shape.points)
-        point = {point.x + x, point.y + y};
+    const long long whole = number / divisor;
+    return whole * divisor > number ? whole - 1 : whole;
 }
 
-/// What a source has where nothing was drawn: bitmaps are black, windows white.
-COLORREF GroundOf(const Context& source)
+/// Where a copy goes to, along one axis; what is as large there is moved alone.
+class Axis
 {
-    return source.type == OBJ_MEMDC ? 0 : 0xFFFFFF;
-}
+public:
+    Axis(LONG from, LONG fromEnd, LONG to, LONG toEnd) : m_from(from), m_to(to), m_length(fromEnd - from), m_wanted(toEnd - to) {}
 
-/// Draws the shapes of @p source that lie in @p from, moved by an offset and clipped to where they go.
+    /// An edge between two pixels: a pixel of the copy shows the one that its middle lies in.
+    LONG Edge(LONG edge) const { return Bounded(m_to - FloorOf(m_length - 2LL * (edge - m_from) * m_wanted, 2LL * m_length)); }
+    /// A pixel: the middle one of those that show it.
+    LONG Pixel(LONG pixel) const { return Bounded(m_to + FloorOf((2LL * (pixel - m_from) + 1) * m_wanted, 2LL * m_length)); }
+    int Size(int size) const { return Bounded((2LL * size * m_wanted + m_length) / (2LL * m_length)); }
+    bool Scales() const { return m_length != m_wanted; }
+
+private:
+    // Drawing farther away has no effect.
+    static LONG Bounded(long long value) { return static_cast<LONG>(std::clamp(value, -0x7FFFFFFLL, 0x7FFFFFFLL)); }
+
+    LONG m_from;
+    LONG m_to;
+    LONG m_length;
+    LONG m_wanted;
+};
+
+/// Draws the shapes of @p source that lie in @p from as @p to shows that, clipped to where they go.
 class Copy
 {
 public:
-    Copy(Context& target, const Context& source, const RECT& from, int x, int y) : m_target(target), m_from(from), m_x(x), m_y(y)
+    Copy(Context& target, const Context& source, const RECT& from, const RECT& to)
+        : m_target(target), m_from(from), m_x(from.left, from.right, to.left, to.right), m_y(from.top, from.bottom, to.top, to.bottom)
     {
         m_outer = target.state.clip;
-        DrawnShape ground = Fill(from, GroundOf(source));
-        Move(ground, x, y);
+        const RECT surface = source.Surface();
+        if (!IntersectRect(&m_from, &from, &surface))
+            return;
+        DrawnShape ground = Fill(Placed(m_from), source.Ground());
         const Region whole(ground.box);
         m_area = m_outer ? Region::Combined(*m_outer, whole, RGN_AND) : whole;
         const ShapeList* const list = source.Source();
@@ -45,6 +66,8 @@ public:
     }
 
 private:
+    RECT Placed(const RECT& area) const { return {m_x.Edge(area.left), m_y.Edge(area.top), m_x.Edge(area.right), m_y.Edge(area.bottom)}; }
+
     void Draw(DrawnShape shape, POINT origin)
     {
         // Lists are in coordinates of the client area.
@@ -54,8 +77,25 @@ private:
             return;
         ClipTo(shape.clip, origin);
         shape.clip = nullptr;
-        Move(shape, m_x - origin.x, m_y - origin.y);
+        OffsetRect(&shape.box, -origin.x, -origin.y);
+        shape.box = Placed(shape.box);
+        for (POINT& point : shape.points)
+            point = {m_x.Pixel(point.x - origin.x), m_y.Pixel(point.y - origin.y)};
+        if (m_x.Scales() || m_y.Scales())
+            Scale(shape);
         m_target.Draw(std::move(shape));
+    }
+
+    void Scale(DrawnShape& shape) const
+    {
+        shape.corner = {m_x.Size(shape.corner.cx), m_y.Size(shape.corner.cy)};
+        shape.baseline = m_y.Size(shape.baseline);
+        shape.fontHeight = m_y.Size(shape.fontHeight);
+        const bool isThin = shape.penWidth == 1;
+        shape.penWidth = std::clamp(std::min(m_x.Size(shape.penWidth), m_y.Size(shape.penWidth)), 1, 10'000);
+        // The outline of a box lies in it still; broken lines are thin ones.
+        if (shape.penWidth > 1 && shape.penStyle != PS_NULL)
+            shape.penStyle = isThin ? PS_INSIDEFRAME : shape.penStyle;
     }
 
     void ClipTo(const DrawnClip& clip, POINT origin)
@@ -67,9 +107,10 @@ private:
         if (!clip)
             return Clip(m_area);
         Region own;
-        for (const RECT& each : *clip)
-            own = Region::Combined(own, Region(each), RGN_OR);
-        own.Offset(m_x - origin.x, m_y - origin.y);
+        for (RECT each : *clip) {
+            OffsetRect(&each, -origin.x, -origin.y);
+            own = Region::Combined(own, Region(Placed(each)), RGN_OR);
+        }
         Clip(Region::Combined(m_area, own, RGN_AND));
     }
 
@@ -81,8 +122,8 @@ private:
 
     Context& m_target;
     RECT m_from;
-    int m_x;
-    int m_y;
+    Axis m_x;
+    Axis m_y;
     std::optional<Region> m_outer;
     Region m_area;
     bool m_isClipped = false;
@@ -115,6 +156,12 @@ BOOL FillBy(Context& context, const RECT& area, DWORD operation)
 
 BOOL BitBlt(HDC context, int x, int y, int width, int height, HDC source, int sourceX, int sourceY, DWORD operation)
 {
+    return StretchBlt(context, x, y, width, height, source, sourceX, sourceY, width, height, operation);
+}
+
+BOOL StretchBlt(HDC context, int x, int y, int width, int height, HDC source, int sourceX, int sourceY, int sourceWidth, int sourceHeight,
+                DWORD operation)
+{
     return WithContext(context, FALSE, [=](Context& target) -> BOOL {
         const RECT to = target.ToPixels(AreaOf(x, y, width, height));
         if (operation != SRCCOPY)
@@ -122,23 +169,14 @@ BOOL BitBlt(HDC context, int x, int y, int width, int height, HDC source, int so
         const auto from = FindContext(source);
         if (!from)
             return Fail(ERROR_INVALID_HANDLE, FALSE);
-        if (from->type != OBJ_MEMDC && !from->window)
+        const bool isMirrored = (width < 0) != (sourceWidth < 0) || (height < 0) != (sourceHeight < 0);
+        if ((from->type != OBJ_MEMDC && !from->window) || isMirrored)
             return Fail(ERROR_NOT_SUPPORTED, FALSE);
-        const RECT wanted = from->ToPixels(AreaOf(sourceX, sourceY, width, height));
-        const RECT surface = from->Surface();
-        RECT area;
-        if (IntersectRect(&area, &wanted, &surface))
-            const Copy copy(target, *from, area, to.left - wanted.left, to.top - wanted.top);
+        const RECT wanted = from->ToPixels(AreaOf(sourceX, sourceY, sourceWidth, sourceHeight));
+        if (!IsRectEmpty(&wanted) && !IsRectEmpty(&to))
+            const Copy copy(target, *from, wanted, to);
         return TRUE;
     });
-}
-
-BOOL StretchBlt(HDC context, int x, int y, int width, int height, HDC source, int sourceX, int sourceY, int sourceWidth, int sourceHeight,
-                DWORD operation)
-{
-    if (operation == SRCCOPY && (width != sourceWidth || height != sourceHeight))
-        return Fail(ERROR_NOT_SUPPORTED, FALSE);
-    return BitBlt(context, x, y, width, height, source, sourceX, sourceY, operation);
 }
 
 BOOL PatBlt(HDC context, int x, int y, int width, int height, DWORD operation)

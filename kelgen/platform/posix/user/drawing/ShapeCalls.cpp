@@ -3,6 +3,7 @@
 
 #include <kelgen/platform/posix/user/api/WindowPositions.h>
 #include <kelgen/platform/posix/user/drawing/Context.h>
+#include <kelgen/platform/posix/user/drawing/PixelOf.h>
 
 #include <utility>
 
@@ -39,6 +40,9 @@ BOOL DrawClosed(HDC handle, EShapeKind kind, const RECT& area, SIZE corner, std:
         shape.kind = kind;
         shape.box = context.ToPixels(area);
         shape.corner = corner;
+        // By contract a rectangle without an outline is a pixel smaller: its inside is all there is.
+        if (kind == EShapeKind::rectangle && corner.cx == 0 && context.state.pen.object->pen.lopnStyle == PS_NULL)
+            shape.box = {shape.box.left, shape.box.top, shape.box.right - 1, shape.box.bottom - 1};
         for (const POINT& point : points)
             shape.points.push_back(context.ToPixels(point));
         if (kind != EShapeKind::arc)
@@ -245,6 +249,19 @@ COLORREF SetPixel(HDC context, int x, int y, COLORREF color)
             return CLR_INVALID;
         found.Draw(Fill({place.x, place.y, place.x + 1, place.y + 1}, color));
         return color & 0xFFFFFF;
+    });
+}
+
+COLORREF GetPixel(HDC context, int x, int y)
+{
+    return WithContext(context, COLORREF{CLR_INVALID}, [=](Context& found) -> COLORREF {
+        const POINT place = found.ToPixels(POINT{x, y});
+        const RECT surface = found.Surface();
+        if (!PtInRect(&surface, place) || (found.state.clip && !found.state.clip->Has(place)))
+            return CLR_INVALID;
+        const ShapeList* const list = found.Source();
+        const COLORREF ground = found.Ground();
+        return list ? PixelOf(list->Shapes(), {place.x + found.origin.x, place.y + found.origin.y}, ground) : ground;
     });
 }
 

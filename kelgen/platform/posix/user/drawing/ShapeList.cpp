@@ -4,6 +4,7 @@
 #include <kelgen/platform/posix/user/api/WindowPositions.h>
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 namespace kelgen::posix::user {
@@ -59,6 +60,38 @@ void ShapeList::Clear()
     m_snapshot.reset();
     m_shapes.clear();
     m_weight = 0;
+}
+
+void ShapeList::Move(int x, int y, const RECT& surface)
+{
+    DrawnShapes moved;
+    std::size_t weight = 0;
+    std::map<const void*, DrawnClip> clips;
+    moved.reserve(m_shapes.size());
+    for (DrawnShape shape : m_shapes) {
+        OffsetRect(&shape.bounds, x, y);
+        if (!IntersectRect(&shape.bounds, &shape.bounds, &surface))
+            continue;
+        OffsetRect(&shape.box, x, y);
+        for (POINT& point : shape.points)
+            point = {point.x + x, point.y + y};
+        if (shape.clip) {
+            // Shapes that share a clip go on doing so.
+            DrawnClip& clip = clips[shape.clip.get()];
+            if (!clip) {
+                std::vector<RECT> rectangles = *shape.clip;
+                for (RECT& each : rectangles)
+                    OffsetRect(&each, x, y);
+                clip = std::make_shared<const std::vector<RECT>>(std::move(rectangles));
+            }
+            shape.clip = clip;
+        }
+        weight += WeightOf(shape);
+        moved.push_back(std::move(shape));
+    }
+    m_snapshot.reset();
+    m_shapes.swap(moved);
+    m_weight = weight;
 }
 
 // Hosts draw long lines by one LineTo after the other.

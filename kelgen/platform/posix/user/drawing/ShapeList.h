@@ -18,6 +18,8 @@ public:
     /// Everything that lies wholly in @p area goes.
     void Cover(const RECT& area);
     void Clear();
+    /// Moves everything, and leaves out what then lies outside of @p surface. Throws std::bad_alloc before anything has changed.
+    void Move(int x, int y, const RECT& surface);
 
     const DrawnShapes& Shapes() const { return m_shapes; }
     /// The shapes as they are now, for any thread. Cost: a copy after each change.

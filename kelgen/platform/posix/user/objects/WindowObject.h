@@ -4,6 +4,7 @@
 #include <kelgen/platform/posix/user/api/Messages.h>
 #include <kelgen/platform/posix/user/api/WindowTypes.h>
 #include <kelgen/platform/posix/user/objects/Desktop.h>
+#include <kelgen/platform/posix/user/objects/ScrollBar.h>
 
 #include <atomic>
 #include <memory>
@@ -104,6 +105,7 @@ struct Window
     std::vector<WindowProperty> properties;  // in the order of their setting
     std::shared_ptr<void> dialog;            // the dialog manager's state
     std::shared_ptr<ControlData> control;
+    std::unique_ptr<ScrollBars> scrollBars;  // null until one is set or used
 
     // What is to be painted: nothing, or the bounds in client coordinates.
     bool needsPaint = false;

@@ -7,6 +7,7 @@
 #include <kelgen/platform/posix/user/objects/ClassTable.h>
 #include <kelgen/platform/posix/user/objects/WindowTable.h>
 
+#include <algorithm>
 #include <map>
 #include <utility>
 
@@ -49,6 +50,23 @@ void TellOfThread(Told& told)
         told.controls.emplace(handle, std::move(picture));
     }
     ShowOpenMenus(told.menus);
+}
+
+void ShowScrollBar(const Window& window, int bar, ScrollBarPicture& picture)
+{
+    static const ScrollBars kInitial;
+    const ScrollBar& own = (window.scrollBars ? *window.scrollBars : kInitial).bars[bar];
+    picture.place = BarPlace(window, bar);
+    picture.isUpright = IsUpright(window, bar);
+    const RECT& place = picture.place;
+    const ScrollParts parts = own.PartsIn(picture.isUpright ? place.bottom - place.top : place.right - place.left);
+    picture.isDisabled = own.disabled == ESB_DISABLE_BOTH;
+    picture.arrow = parts.arrow;
+    picture.thumbStart = parts.thumbStart;
+    picture.thumbEnd = parts.thumbEnd;
+    picture.least = own.least;
+    picture.most = std::max(own.LastPosition(), own.least);
+    picture.position = own.held == EScrollPart::thumb ? own.tracked : own.position;
 }
 
 class Picture
@@ -105,6 +123,11 @@ private:
             picture.icon = icon ? icon : picture.icon;
         picture.client = window.client;
         picture.hasIcon = window.smallIcon || window.bigIcon || window.windowClass->smallIcon || window.windowClass->icon;
+        for (const int bar : {SB_HORZ, SB_VERT})
+            if (window.style & StyleBitOf(bar))
+                ShowScrollBar(window, bar, picture.scrollBars[bar]);
+        if (window.scrollBars && window.windowClass->name == u"ScrollBar")
+            ShowScrollBar(window, SB_CTL, picture.scrollBars[SB_CTL]);
         if (window.drawing)
             picture.drawn = window.drawing->Snapshot();
         m_threads.push_back(window.thread);

@@ -170,10 +170,12 @@ LRESULT HitTest(const Window& window, POINT point)
         return HTCLIENT;
     if (HasMenuBar(window) && point.y >= inner.top && point.y < window.client.top)
         return HTMENU;
-    if ((window.style & WS_VSCROLL) && point.x >= window.client.right && point.y < window.client.bottom)
+    const bool isLeft = (window.exStyle & WS_EX_LEFTSCROLLBAR) != 0;
+    const bool isBeside = (window.style & WS_VSCROLL) && (isLeft ? point.x < window.client.left : point.x >= window.client.right);
+    if (isBeside && point.y < window.client.bottom)
         return HTVSCROLL;
     if ((window.style & WS_HSCROLL) && point.y >= window.client.bottom)
-        return (window.style & WS_VSCROLL) && point.x >= window.client.right ? HTSIZE : HTHSCROLL;
+        return isBeside ? HTSIZE : HTHSCROLL;
     return HTNOWHERE;
 }
 

@@ -8,7 +8,6 @@ namespace kelgen::posix::user {
 constexpr int kCaptionHeight = 19;
 constexpr int kSmallCaptionHeight = 16;
 constexpr int kMenuHeight = 19;
-constexpr int kScrollBarSize = 17;
 constexpr int kClientEdge = 2;
 constexpr int kMinimizedWidth = 160;
 constexpr int kMinimizedHeight = 24;

@@ -17,6 +17,7 @@
 #include <kelgen/platform/posix/user/windows/Focus.h>
 #include <kelgen/platform/posix/user/windows/MenuBar.h>
 #include <kelgen/platform/posix/user/windows/Positions.h>
+#include <kelgen/platform/posix/user/windows/ScrollBars.h>
 
 #include <algorithm>
 
@@ -67,6 +68,10 @@ LRESULT SystemCommand(Window& window, WPARAM wParam, LPARAM lParam)
     case SC_MOVE:
     case SC_SIZE:
         DragFrame(window, command == SC_MOVE ? 0 : wParam & ~kCommandMask, {MAKEPOINTS(lParam).x, MAKEPOINTS(lParam).y});
+        break;
+    case SC_VSCROLL:
+    case SC_HSCROLL:
+        TrackScrollBar(window, command == SC_VSCROLL ? SB_VERT : SB_HORZ, {MAKEPOINTS(lParam).x, MAKEPOINTS(lParam).y});
         break;
     case SC_KEYMENU:
         OpenMenuByKey(window.handle, LOWORD(lParam));
@@ -120,6 +125,12 @@ void PressFrame(Window& window, WPARAM part, LPARAM point)
     case HTMENU:
         command = SC_MOUSEMENU + HTMENU;
         break;
+    case HTVSCROLL:
+        command = SC_VSCROLL + HTVSCROLL;
+        break;
+    case HTHSCROLL:
+        command = SC_HSCROLL + HTHSCROLL;
+        break;
     case HTCLOSE:
         command = SC_CLOSE;
         break;
@@ -132,8 +143,8 @@ void PressFrame(Window& window, WPARAM part, LPARAM point)
     default:
         return;
     }
-    const bool isMenu = part == HTSYSMENU || part == HTMENU;
-    if (isMenu || IsReleasedOver(window, part))
+    const bool actsAtOnce = part == HTSYSMENU || part == HTMENU || part == HTVSCROLL || part == HTHSCROLL;
+    if (actsAtOnce || IsReleasedOver(window, part))
         Send(window, WM_SYSCOMMAND, command, point);
 }
 
@@ -143,6 +154,8 @@ void DoubleClickFrame(Window& window, WPARAM part, LPARAM point)
         Send(window, WM_SYSCOMMAND, (window.style & (WS_MAXIMIZE | WS_MINIMIZE)) ? SC_RESTORE : SC_MAXIMIZE, point);
     else if (part == HTSYSMENU)
         Send(window, WM_SYSCOMMAND, SC_CLOSE, point);
+    else if (part == HTVSCROLL || part == HTHSCROLL)
+        PressFrame(window, part, point);
 }
 
 // The keys that open menus when they are let go with nothing pressed in between.

@@ -229,25 +229,6 @@ BOOL LockWindowUpdate(HWND window)
     return IsWindow(window) && locked.compare_exchange_strong(none, window);
 }
 
-BOOL ScrollWindow(HWND window, int x, int y, const RECT* rectangle, const RECT* clip)
-{
-    return RunOnThreadOf(window, [=](Window& target) {
-        const WindowUse use(target);
-        std::vector<HWND> children;
-        if (!rectangle) {
-            DesktopGuard guard;
-            children = ChildrenOf(target);
-        }
-        for (HWND child : children) {
-            RECT place{};
-            GetWindowRect(child, &place);
-            MapWindowPoints(nullptr, target.handle, reinterpret_cast<POINT*>(&place), 2);
-            SetWindowPos(child, nullptr, place.left + x, place.top + y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
-        }
-        AddUpdate(target, clip ? clip : rectangle, true, false);
-    });
-}
-
 HDC BeginPaint(HWND window, PAINTSTRUCT* paint)
 {
     bool erase = false;
