@@ -1,7 +1,8 @@
 // Gate.h: who may see the desktop: whoever knows the key, from a page of this server alone.
 #pragma once
 
-#include <kelgen/view/http/Server.h>
+#include <kelgen/view/Export.h>
+#include <kelgen/view/http/Service.h>
 
 #include <string>
 
