@@ -41,16 +41,16 @@ std::string Start(const Options& options)
     const std::lock_guard guard(lock);
     if (!url.empty())
         return url;
-    http::Listener listener(options.port);
-    if (listener.Port() == 0) {
-        std::fprintf(stderr, "view: port %d of 127.0.0.1 is not to be had\n", options.port);
+    http::Listener listener = options.socket.empty() ? http::Listener::OnPort(options.port) : http::Listener::OnSocket(options.socket);
+    if (!listener.Fault().empty()) {
+        std::fprintf(stderr, "view: %s\n", listener.Fault().c_str());
         return {};
     }
     const detail::Gate gate(http::RandomKey(), listener.Port());
     live = new Live(std::move(listener), gate);
     url = gate.Url();
     if (options.printsUrl) {
-        std::printf("view: %s\n", url.c_str());
+        std::printf("view: %s%s%s\n", url.c_str(), options.socket.empty() ? "" : " on unix:", options.socket.c_str());
         std::fflush(stdout);
     }
     return url;

@@ -1,4 +1,4 @@
-// Server.h: a small HTTP server on the loopback interface: answers to requests, and streams of events. Every size and time is bounded: a
+// Server.h: a small HTTP server for users of this machine: answers to requests, and streams of events. Every size and time is bounded: a
 // request has 16 KB at most and 10 seconds to come, connections are 64, and a stream that its reader does not take gets nothing more.
 #pragma once
 
