@@ -17,6 +17,7 @@ namespace beast = boost::beast::http;
 
 using Parser = beast::request_parser<beast::string_body>;
 
+constexpr std::string_view kEndOfHead = "\r\n\r\n";
 constexpr std::size_t kMostHeader = 8192;
 constexpr std::size_t kMostBody = 8192;
 constexpr std::size_t kMostWaitingInput = kMostHeader + kMostBody;
@@ -138,21 +139,44 @@ void Connection::Hear(std::string_view bytes)
         m_isOver = true;
 }
 
+Connection::EProgress Connection::Parse()
+{
+    Parser& parser = *m_parsing->parser;
+    boost::beast::error_code error;
+    if (!parser.is_header_done()) {
+        // The parser sees each head at once and alone: by its cuts, or by what follows, it would say of a bad one that it goes on.
+        const std::size_t end = m_input.find(kEndOfHead);
+        const std::size_t size = end == m_input.npos ? m_input.size() + 1 : end + kEndOfHead.size();
+        if (size > kMostHeader)
+            return EProgress::bad;
+        if (end == m_input.npos)
+            return EProgress::goesOn;
+        m_input.erase(0, parser.put(boost::asio::buffer(m_input, size), error));
+        if (!parser.is_header_done() || (error && error != beast::error::need_more))
+            return EProgress::bad;
+        if (parser.is_done())
+            return EProgress::isWhole;
+        if (m_input.empty())
+            return EProgress::goesOn;
+    }
+    m_input.erase(0, parser.put(boost::asio::buffer(m_input), error));
+    if (error && error != beast::error::need_more)
+        return EProgress::bad;
+    return parser.is_done() ? EProgress::isWhole : EProgress::goesOn;
+}
+
 void Connection::AnswerRequests()
 {
     while (!m_input.empty() && m_output.empty() && !m_isStream && !m_endsAfterOutput) {
-        Parser& parser = *m_parsing->parser;
-        boost::beast::error_code error;
-        const std::size_t used = parser.put(boost::asio::buffer(m_input), error);
-        m_input.erase(0, used);
-        if (error == beast::error::need_more || (!error && !parser.is_done()))
+        const EProgress progress = Parse();
+        if (progress == EProgress::goesOn)
             return;
-        if (error) {
+        if (progress == EProgress::bad) {
             Reply(PlainResponse(400, "bad request\n"), false);
             return;
         }
-        const bool keepsAlive = parser.get().keep_alive();
-        const Response response = m_service.Answer(RequestOf(parser));
+        const bool keepsAlive = m_parsing->parser->get().keep_alive();
+        const Response response = m_service.Answer(RequestOf(*m_parsing->parser));
         BeginRequest();
         Reply(response, keepsAlive);
     }

@@ -41,7 +41,16 @@ public:
     bool IsLate(Clock::time_point now) const;
 
 private:
+    enum class EProgress
+    {
+        goesOn,
+        isWhole,
+        bad,
+    };
+
     void BeginRequest();
+    /// Takes what there is of the request.
+    EProgress Parse();
     void AnswerRequests();
     void Reply(const Response& response, bool keepsAlive);
 
