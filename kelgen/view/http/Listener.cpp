@@ -24,6 +24,7 @@ namespace kelgen::view::http {
 namespace {
 
 constexpr int kBacklog = 16;
+constexpr int kSendRoom = 64 << 10;
 
 /// The file of this process's Unix socket. Never destroyed: it is removed at the very end.
 struct SocketFile
@@ -178,6 +179,8 @@ int Listener::Accept()
     const int socket = accept4(m_socket, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
     if (socket < 0)
         return socket;
+    // What waits in the kernel for a slow reader is old when it arrives.
+    setsockopt(socket, SOL_SOCKET, SO_SNDBUF, &kSendRoom, sizeof kSendRoom);
     if (!m_isLocal) {
         const int one = 1;
         setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &one, sizeof one);
