@@ -154,6 +154,9 @@ Connection::EProgress Connection::Parse()
         m_input.erase(0, parser.put(boost::asio::buffer(m_input, size), error));
         if (!parser.is_header_done() || (error && error != beast::error::need_more))
             return EProgress::bad;
+        // No page sends chunks, and the parser asserts of some that they cannot be.
+        if (parser.chunked())
+            return EProgress::bad;
         if (parser.is_done())
             return EProgress::isWhole;
         if (m_input.empty())

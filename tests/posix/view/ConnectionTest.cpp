@@ -73,7 +73,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Conversation{"One", "GET /a HTTP/1.1\r\nHost: h\r\n\r\n", 1, "200"},
         Conversation{"Three", "GET /a HTTP/1.1\r\n\r\nPOST /b HTTP/1.1\r\nContent-Length: 2\r\n\r\nxyGET /c HTTP/1.0\r\n\r\n", 3, "200"},
-        Conversation{"Chunks", "POST /b HTTP/1.1\r\nTransfer-Encoding: chunked\r\n\r\n2;a=b\r\nxy\r\n1\r\nz\r\n0\r\n\r\n", 1, "200"},
+        Conversation{"Chunks", "POST /b HTTP/1.1\r\nTransfer-Encoding: chunked\r\n\r\n2;a=b\r\nxy\r\n1\r\nz\r\n0\r\n\r\n", 1, "400"},
+        Conversation{"ChunksAndMore", "POST /b HTTP/1.1\r\nTransfer-Encoding: chunked\r\n\r\n0\r\n\r\n\r\np\r\n0\r\nTra\r\n\r\n", 1, "400"},
         Conversation{"BadByteInAnOpenHead", std::string("GET /events HTTP/1.1\r\nHost: h\r\nCookie: a\0b", 43), 0, ""},
         Conversation{"BadByteInAHead", std::string("GET /events HTTP/1.1\r\nHost: h\r\nCookie: a\0b\r\n\r\n", 47), 1, "400"},
         Conversation{"LongestHead", Head(8192), 1, "200"}, Conversation{"LongerHead", Head(8193), 1, "400"},
