@@ -13,6 +13,7 @@
 #include <fstream>
 #include <mutex>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -54,11 +55,16 @@ void WriteSnapshotAtEnd() noexcept
 
 void StartBy(const char* text)
 {
+    constexpr std::string_view kSocket = "unix:";
+    if (std::string_view(text).starts_with(kSocket) && text[kSocket.size()] != 0) {
+        kelgen::view::Start({.socket = text + kSocket.size()});
+        return;
+    }
     int port = 0;
     const char* const end = text + std::strlen(text);
     const auto [stop, error] = std::from_chars(text, end, port);
     if (error != std::errc() || stop != end || port < 0 || port > 0xFFFF)
-        std::fprintf(stderr, "view: KELGEN_VIEW is no port: %s\n", text);
+        std::fprintf(stderr, "view: KELGEN_VIEW is neither a port nor unix:PATH: %s\n", text);
     else
         kelgen::view::Start({.port = port});
 }

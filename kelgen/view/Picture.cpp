@@ -4,6 +4,7 @@
 #include <kelgen/platform/support/DesktopPicture.h>
 #include <kelgen/view/internal/SvgDesktop.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -40,6 +41,8 @@ std::string CompareSvg(const std::string& source, const std::string& name, HWND 
     const std::string fresh = path.substr(0, path.size() - 4) + ".new.svg";
     const std::string picture = Draw(window);
     const char* const renew = std::getenv("KELGEN_RENEW_SVG");
+    // One of an earlier run would be taken for this one's.
+    std::remove(fresh.c_str());
     if (renew && *renew)
         return Write(path, picture) ? "" : "cannot write " + path;
     std::ifstream file(path, std::ios::binary);

@@ -22,8 +22,8 @@ namespace kelgen::view {
 KELGEN_VIEW_API void WriteSvg(std::ostream& out, HWND window = nullptr);
 
 /// Compares the picture of @p window with the file @p name.svg in the folder of @p source: empty when they are equal, else what is to be
-/// done about it, with the new picture beside the file as @p name.new.svg. With the environment variable KELGEN_RENEW_SVG set the file is
-/// written instead.
+/// done about it, with the new picture beside the file as @p name.new.svg, which is removed when there is none. With the environment
+/// variable KELGEN_RENEW_SVG set the file is written instead.
 KELGEN_VIEW_API std::string CompareSvg(const std::string& source, const std::string& name, HWND window);
 
 }  // namespace kelgen::view

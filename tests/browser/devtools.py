@@ -105,6 +105,31 @@ class Browser:
                          "const r = e.getBoundingClientRect(); return r.width ? [r.x + r.width / 2, r.y + r.height / 2] : null; })()")
         return x, y
 
+    def told(self):
+        """What a screen reader is told: (role, name, what else there is) of all elements but plain texts."""
+        self.call("Accessibility.enable")
+        found = []
+        for node in self.call("Accessibility.getFullAXTree")["nodes"]:
+            if node.get("ignored"):
+                continue
+            more = {each["name"]: each["value"].get("value", each["value"].get("relatedNodes")) for each in node.get("properties", [])}
+            for part in ("value", "description"):
+                if node.get(part, {}).get("value"):
+                    more[part] = node[part]["value"]
+            found.append((node["role"]["value"], node.get("name", {}).get("value", ""), more))
+        return found
+
+    def wait_told(self, role, name, **more):
+        """Waits until an element of that role and name is told, with these states."""
+        end = time.monotonic() + DEADLINE
+        while time.monotonic() < end:
+            told = self.told()
+            for has_role, has_name, has in told:
+                if (has_role, has_name) == (role, name) and all(has.get(key) == value for key, value in more.items()):
+                    return
+            time.sleep(0.05)
+        raise AssertionError(f"no {role} {name!r} {more} is told, but {[each for each in told if each[0] == role]}")
+
     def click(self, role, name):
         x, y = self.find(role, name)
         for kind in ("mouseMoved", "mousePressed", "mouseReleased"):

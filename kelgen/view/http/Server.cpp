@@ -1,25 +1,17 @@
-// Server.cpp: one thread that polls its connections. Requests are parsed by Boost.Beast.
+// Server.cpp: one thread that polls its connections.
 #include <kelgen/view/http/Server.h>
 
-#include <boost/asio/buffer.hpp>
-#include <boost/beast/http/parser.hpp>
-#include <boost/beast/http/string_body.hpp>
+#include <kelgen/view/http/Connection.h>
 
-#include <arpa/inet.h>
-#include <fcntl.h>
-#include <netinet/in.h>
-#include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <sys/random.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <cerrno>
-#include <chrono>
+#include <cstdint>
 #include <list>
-#include <optional>
 #include <utility>
 #include <vector>
 
@@ -27,121 +19,29 @@ namespace kelgen::view::http {
 
 namespace {
 
-namespace beast = boost::beast::http;
-
 constexpr std::size_t kMostConnections = 64;
-constexpr std::size_t kMostHeader = 8192;
-constexpr std::size_t kMostBody = 8192;
-constexpr std::size_t kMostWaitingInput = kMostHeader + kMostBody;
-constexpr auto kRequestTime = std::chrono::seconds(10);
-constexpr auto kIdleTime = std::chrono::seconds(60);
-constexpr auto kHeartbeat = std::chrono::seconds(15);
-
-using Clock = std::chrono::steady_clock;
-using Parser = beast::request_parser<beast::string_body>;
-
-const char* ReasonOf(int status)
-{
-    switch (status) {
-    case 200:
-        return "OK";
-    case 204:
-        return "No Content";
-    case 400:
-        return "Bad Request";
-    case 403:
-        return "Forbidden";
-    case 404:
-        return "Not Found";
-    case 405:
-        return "Method Not Allowed";
-    default:
-        return "Error";
-    }
-}
-
-std::string HeadOf(const Response& response, bool keepsAlive)
-{
-    std::string head = "HTTP/1.1 " + std::to_string(response.status) + ' ' + ReasonOf(response.status) + "\r\n";
-    const auto add = [&head](const char* name, const std::string& value) { head += std::string(name) + ": " + value + "\r\n"; };
-    if (response.isStream) {
-        add("Content-Type", "text/event-stream");
-    } else {
-        if (response.status != 204) {
-            add("Content-Type", response.type);
-            add("Content-Length", std::to_string(response.body.size()));
-        }
-    }
-    add("Connection", keepsAlive && !response.isStream ? "keep-alive" : "close");
-    if (!response.cookie.empty())
-        add("Set-Cookie", response.cookie);
-    add("Cache-Control", "no-store");
-    add("Content-Security-Policy", "default-src 'none'; script-src 'self'; style-src 'self'; connect-src 'self'; img-src data:; "
-                                   "base-uri 'none'; form-action 'none'; frame-ancestors 'none'");
-    add("Cross-Origin-Opener-Policy", "same-origin");
-    add("Cross-Origin-Resource-Policy", "same-origin");
-    add("Referrer-Policy", "no-referrer");
-    add("X-Content-Type-Options", "nosniff");
-    add("X-Frame-Options", "DENY");
-    return head + "\r\n";
-}
-
-std::string Field(const Parser::value_type& message, const char* name)
-{
-    // A header that stands there twice could mean either.
-    const auto range = message.equal_range(name);
-    if (range.first == range.second)
-        return {};
-    if (std::next(range.first) != range.second)
-        return "?";
-    const auto value = range.first->value();
-    return {value.data(), value.size()};
-}
-
-Request RequestOf(Parser& parser)
-{
-    const auto& message = parser.get();
-    Request request;
-    const auto method = message.method_string();
-    request.method.assign(method.data(), method.size());
-    const auto target = message.target();
-    request.path.assign(target.data(), target.size());
-    if (const auto mark = request.path.find('?'); mark != std::string::npos) {
-        request.query = request.path.substr(mark + 1);
-        request.path.resize(mark);
-    }
-    request.host = Field(message, "Host");
-    request.origin = Field(message, "Origin");
-    request.cookie = Field(message, "Cookie");
-    request.site = Field(message, "Sec-Fetch-Site");
-    request.body = message.body();
-    return request;
-}
 
 }  // namespace
 
 class Server::Loop
 {
 public:
-    Loop(Service& service, int port) : m_service(service), m_wake(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) { Listen(port); }
+    Loop(Service& service, Listener listener)
+        : m_service(service), m_listener(std::move(listener)), m_wake(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
+    {}
 
     ~Loop()
     {
-        for (const Connection& connection : m_connections)
-            close(connection.socket);
-        if (m_listener >= 0)
-            close(m_listener);
+        for (const Peer& peer : m_peers)
+            close(peer.socket);
         close(m_wake);
     }
 
-    int Port() const { return m_port; }
-
     void Run()
     {
-        while (!m_isStopped) {
+        for (;;) {
             Poll();
             m_ticks = m_service.OnTick();
-            Expire();
             FillStreams();
             Sweep();
         }
@@ -153,72 +53,35 @@ public:
         [[maybe_unused]] const ssize_t written = write(m_wake, &one, sizeof one);
     }
 
-    void Stop()
-    {
-        m_isStopped = true;
-        Wake();
-    }
-
 private:
-    struct Connection
+    struct Peer
     {
-        int socket = -1;
-        std::optional<Parser> parser;
-        std::string input;
-        std::string output;
-        bool isStream = false;
-        bool endsAfterOutput = false;
+        int socket;
+        Connection connection;
         bool isGone = false;
-        std::uint64_t seen = 0;
-        Clock::time_point since = Clock::now();  // the last request began, or something was written
 
-        void Begin()
-        {
-            parser.emplace();
-            parser->header_limit(kMostHeader);
-            parser->body_limit(kMostBody);
-            parser->eager(true);
-            since = Clock::now();
-        }
+        Peer(int itsSocket, Service& service) : socket(itsSocket), connection(service) {}
     };
-
-    void Listen(int port)
-    {
-        m_listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(static_cast<std::uint16_t>(port));
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t size = sizeof address;
-        auto* const plain = reinterpret_cast<sockaddr*>(&address);
-        const int one = 1;
-        setsockopt(m_listener, SOL_SOCKET, SO_REUSEADDR, &one, sizeof one);
-        if (port >= 0 && port <= 0xFFFF && bind(m_listener, plain, size) == 0 && listen(m_listener, 16) == 0 &&
-            getsockname(m_listener, plain, &size) == 0)
-            m_port = ntohs(address.sin_port);
-    }
 
     void Poll()
     {
         std::vector<pollfd> waits{{m_wake, POLLIN, 0}};
         // With too many connections new ones wait in the kernel; and for a turn, when one could not be taken in.
-        const bool takesMore = m_connections.size() < kMostConnections && !std::exchange(m_isFull, false);
-        waits.push_back({takesMore ? m_listener : -1, POLLIN, 0});
-        for (const Connection& connection : m_connections)
-            waits.push_back({connection.socket, static_cast<short>(POLLIN | (connection.output.empty() ? 0 : POLLOUT)), 0});
-        poll(waits.data(), waits.size(), m_connections.empty() && !m_ticks && takesMore ? -1 : 1000);
+        const bool takesMore = m_peers.size() < kMostConnections && !std::exchange(m_isFull, false);
+        waits.push_back({takesMore ? m_listener.Socket() : -1, POLLIN, 0});
+        for (const Peer& peer : m_peers)
+            waits.push_back({peer.socket, static_cast<short>(POLLIN | (peer.connection.ToSay().empty() ? 0 : POLLOUT)), 0});
+        poll(waits.data(), waits.size(), m_peers.empty() && !m_ticks && takesMore ? -1 : 1000);
         if (waits[0].revents) {
             std::uint64_t count = 0;
             [[maybe_unused]] const ssize_t taken = read(m_wake, &count, sizeof count);
         }
         auto wait = waits.begin() + 2;
-        for (Connection& connection : m_connections) {
-            if (wait->revents & POLLOUT) {
-                Flush(connection);
-                Parse(connection);
-            }
+        for (Peer& peer : m_peers) {
+            if (wait->revents & POLLOUT)
+                Send(peer);
             if (wait->revents & ~POLLOUT)
-                Take(connection);
+                Receive(peer);
             ++wait;
         }
         if (waits[1].revents)
@@ -227,150 +90,81 @@ private:
 
     void Accept()
     {
-        const int socket = accept4(m_listener, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
-        if (socket < 0) {
+        const int socket = m_listener.Accept();
+        if (socket >= 0)
+            m_peers.emplace_back(socket, m_service);
+        else
             // Without a descriptor it stays ready, and asking again at once would keep the processor busy.
             m_isFull = errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM;
-            return;
-        }
-        const int one = 1;
-        setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &one, sizeof one);
-        Connection& connection = m_connections.emplace_back();
-        connection.socket = socket;
-        connection.Begin();
     }
 
-    void Take(Connection& connection)
+    static void Receive(Peer& peer)
     {
         char bytes[4096];
-        const ssize_t count = recv(connection.socket, bytes, sizeof bytes, 0);
+        const ssize_t count = recv(peer.socket, bytes, sizeof bytes, 0);
         if (count < 0 && (errno == EAGAIN || errno == EINTR))
             return;
         if (count <= 0) {
-            connection.isGone = true;
+            peer.isGone = true;
             return;
         }
-        // The reader of a stream has nothing to say.
-        if (connection.isStream || connection.endsAfterOutput)
-            return;
-        if (connection.input.empty() && !connection.parser->got_some())
-            connection.since = Clock::now();
-        connection.input.append(bytes, static_cast<std::size_t>(count));
-        Parse(connection);
-        if (connection.input.size() > kMostWaitingInput)
-            connection.isGone = true;
+        peer.connection.Hear({bytes, static_cast<std::size_t>(count)});
+        Send(peer);
     }
 
-    /// Answers what is complete; a request waits while an answer before it is not taken.
-    void Parse(Connection& connection)
+    /// Sends what the kernel takes.
+    static void Send(Peer& peer)
     {
-        while (!connection.input.empty() && connection.output.empty() && !connection.isStream && !connection.endsAfterOutput) {
-            boost::beast::error_code error;
-            const std::size_t used = connection.parser->put(boost::asio::buffer(connection.input), error);
-            connection.input.erase(0, used);
-            if (error == beast::error::need_more || (!error && !connection.parser->is_done()))
-                return;
-            if (error) {
-                Reply(connection, PlainResponse(400, "bad request\n"), false);
+        while (!peer.connection.ToSay().empty()) {
+            const std::string& output = peer.connection.ToSay();
+            const ssize_t count = send(peer.socket, output.data(), output.size(), MSG_NOSIGNAL);
+            if (count < 0) {
+                peer.isGone = peer.isGone || (errno != EAGAIN && errno != EINTR);
                 return;
             }
-            const bool keepsAlive = connection.parser->get().keep_alive();
-            const Response response = m_service.Answer(RequestOf(*connection.parser));
-            connection.Begin();
-            Reply(connection, response, keepsAlive);
+            peer.connection.Said(static_cast<std::size_t>(count));
         }
-    }
-
-    void Reply(Connection& connection, const Response& response, bool keepsAlive)
-    {
-        connection.output = HeadOf(response, keepsAlive) + response.body;
-        connection.isStream = response.isStream;
-        connection.endsAfterOutput = !keepsAlive && !response.isStream;
-        if (response.isStream)
-            TellStreams();
-        Flush(connection);
-    }
-
-    void Flush(Connection& connection)
-    {
-        const ssize_t count = send(connection.socket, connection.output.data(), connection.output.size(), MSG_NOSIGNAL);
-        if (count < 0) {
-            connection.isGone = connection.isGone || (errno != EAGAIN && errno != EINTR);
-            return;
-        }
-        connection.output.erase(0, static_cast<std::size_t>(count));
-        connection.since = Clock::now();
-        if (!connection.output.empty())
-            return;
-        if (connection.endsAfterOutput)
-            connection.isGone = true;
     }
 
     void FillStreams()
     {
-        for (Connection& connection : m_connections) {
-            if (!connection.isStream || connection.isGone || !connection.output.empty())
+        for (Peer& peer : m_peers) {
+            if (peer.isGone)
                 continue;
-            const std::string data = m_service.NextEvent(connection.seen);
-            if (!data.empty())
-                connection.output = "data: " + data + "\n\n";
-            else if (Clock::now() - connection.since > kHeartbeat)
-                connection.output = ":\n\n";
-            if (!connection.output.empty())
-                Flush(connection);
+            peer.connection.Fill();
+            if (peer.connection.IsStream())
+                Send(peer);
         }
     }
 
-    void Expire()
-    {
-        const auto now = Clock::now();
-        for (Connection& connection : m_connections) {
-            const bool isIdle = connection.input.empty() && connection.output.empty() && !connection.parser->got_some();
-            const auto most = connection.isStream || isIdle ? kIdleTime : kRequestTime;
-            if (now - connection.since > most)
-                connection.isGone = true;
-        }
-    }
-
+    /// Closes what is over, and tells how many streams there are.
     void Sweep()
     {
-        bool hadStream = false;
-        m_connections.remove_if([&hadStream](const Connection& connection) {
-            if (!connection.isGone)
-                return false;
-            hadStream = hadStream || connection.isStream;
-            close(connection.socket);
-            return true;
+        const auto now = Connection::Clock::now();
+        int streams = 0;
+        m_peers.remove_if([&streams, now](const Peer& peer) {
+            if (peer.isGone || peer.connection.IsOver() || peer.connection.IsLate(now)) {
+                close(peer.socket);
+                return true;
+            }
+            streams += peer.connection.IsStream();
+            return false;
         });
-        if (hadStream)
-            TellStreams();
-    }
-
-    void TellStreams()
-    {
-        int count = 0;
-        for (const Connection& connection : m_connections)
-            count += connection.isStream && !connection.isGone;
-        m_service.OnStreams(count);
+        if (std::exchange(m_streams, streams) != streams)
+            m_service.OnStreams(streams);
     }
 
     Service& m_service;
+    Listener m_listener;
     int m_wake = -1;
-    int m_listener = -1;
-    int m_port = 0;
     bool m_ticks = false;
     bool m_isFull = false;
-    std::list<Connection> m_connections;
-    std::atomic<bool> m_isStopped{false};
+    int m_streams = 0;
+    std::list<Peer> m_peers;
 };
 
-Server::Server(Service& service, int port) : m_loop(std::make_unique<Loop>(service, port)) {}
+Server::Server(Service& service, Listener listener) : m_loop(std::make_unique<Loop>(service, std::move(listener))) {}
 Server::~Server() = default;
-
-int Server::Port() const
-{
-    return m_loop->Port();
-}
 
 void Server::Run()
 {
@@ -380,11 +174,6 @@ void Server::Run()
 void Server::Wake()
 {
     m_loop->Wake();
-}
-
-void Server::Stop()
-{
-    m_loop->Stop();
 }
 
 std::string RandomKey()

@@ -1,6 +1,7 @@
 // Gate.cpp: host, origin, key and cookie.
 #include <kelgen/view/internal/Gate.h>
 
+#include <algorithm>
 #include <string_view>
 
 namespace kelgen::view::detail {
@@ -32,11 +33,18 @@ std::string_view ValueOf(std::string_view pairs, std::string_view name, char sep
 
 }  // namespace
 
-Gate::Gate(std::string key, int port) : m_key(std::move(key)), m_port(std::to_string(port)), m_name("kelgen-view-" + m_port) {}
+Gate::Gate(std::string key, int port)
+    : m_key(std::move(key)), m_port(port ? std::to_string(port) : ""), m_name("kelgen-view-" + (port ? m_port : m_key.substr(0, 8)))
+{}
 
 bool Gate::IsOwnHost(const std::string& host) const
 {
-    return host == "127.0.0.1:" + m_port || host == "localhost:" + m_port;
+    const std::size_t colon = std::min(host.find(':'), host.size());
+    const std::string_view name = std::string_view(host).substr(0, colon);
+    const std::string_view port = std::string_view(host).substr(std::min(colon + 1, host.size()));
+    if (name != "127.0.0.1" && name != "localhost")
+        return false;
+    return m_port.empty() ? port.find_first_not_of("0123456789") == port.npos : port == m_port;
 }
 
 EPass Gate::Judge(const http::Request& request) const
@@ -62,7 +70,7 @@ std::string Gate::Cookie() const
 
 std::string Gate::Url() const
 {
-    return "http://127.0.0.1:" + m_port + "/?key=" + m_key;
+    return (m_port.empty() ? "http://localhost" : "http://127.0.0.1:" + m_port) + "/?key=" + m_key;
 }
 
 }  // namespace kelgen::view::detail

@@ -1,7 +1,8 @@
 // Gate.h: who may see the desktop: whoever knows the key, from a page of this server alone.
 #pragma once
 
-#include <kelgen/view/http/Server.h>
+#include <kelgen/view/Export.h>
+#include <kelgen/view/http/Service.h>
 
 #include <string>
 
@@ -17,6 +18,7 @@ enum class EPass
 class KELGEN_VIEW_TESTED_API Gate
 {
 public:
+    /// @p port is the server's; 0 for one on a Unix socket, which browsers reach by a port of somebody else's.
     Gate(std::string key, int port);
 
     /// Whether the request may pass. It may not when its host is another name than the loopback's with our port (a name that somebody else
@@ -24,6 +26,7 @@ public:
     EPass Judge(const http::Request& request) const;
     /// The Set-Cookie header for whoever came by the key.
     std::string Cookie() const;
+    /// The address of the page, without a port if the server has none.
     std::string Url() const;
 
 private:

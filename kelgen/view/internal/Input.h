@@ -24,7 +24,7 @@ namespace kelgen::view::detail {
 KELGEN_VIEW_TESTED_API std::optional<std::vector<INPUT>> ReadInput(std::string_view lines);
 
 /// What the page has pressed and not let go.
-class HeldInput
+class KELGEN_VIEW_TESTED_API HeldInput
 {
 public:
     /// Notes what @p inputs press and let go.

@@ -13,6 +13,7 @@ namespace {
 
 constexpr DWORD kPatience = 50;  // milliseconds, for threads that do not serve their sends
 constexpr DWORD kLookAgain = 1000;
+constexpr DWORD kForInput = 10;
 constexpr auto kBetweenPictures = std::chrono::milliseconds(10);
 constexpr std::size_t kMostInput = 5000;
 
@@ -56,8 +57,13 @@ void Stage::Run()
             WatchDesktop(hasViewers);
             isWatching = hasViewers;
         }
-        if (!inputs.empty())
+        if (!inputs.empty()) {
+            const unsigned before = DesktopChanges();
             ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+            // A picture from before the host has handled it would put off the one that shows what it did.
+            if (isWatching)
+                seen = WaitForDesktopChange(before, kForInput);
+        }
         if (!isWatching)
             continue;
         Draw();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <kelgen/platform/support/DesktopPicture.h>
+#include <kelgen/view/Export.h>
 #include <kelgen/view/internal/Input.h>
 
 #include <cstdint>
@@ -13,7 +14,7 @@
 
 namespace kelgen::view::detail {
 
-class Stage
+class KELGEN_VIEW_TESTED_API Stage
 {
 public:
     /// @p onChange is called when there is something new for the pages; on the stage's thread.

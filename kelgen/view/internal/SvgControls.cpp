@@ -234,6 +234,17 @@ void SvgDesktop::RowMark(const WindowPicture& window, const RowPicture& row)
         m_out.Rectangle("focus", row.place.left, row.place.top, WidthOf(row.place) - 1, HeightOf(row.place) - 1);
 }
 
+/// The id of the row that the caret is on, which has the focus if its list has.
+std::string SvgDesktop::RowFocus(const WindowPicture& window, const RowPicture& row) const
+{
+    // The list that a combo box has opened takes its keys.
+    const bool hasKeys = window.hasFocus || (window.parent < 0 && row.isSelected);
+    if (!hasKeys || !(row.isFocused || row.isSelected))
+        return {};
+    const auto index = static_cast<std::size_t>(&window - m_picture.windows.data());
+    return Attribute("id", IdOf(index) + "-" + std::to_string(row.number + 1)) + Attribute("data-focus", row.isFocused ? "row" : "");
+}
+
 /// Where the rows in view lie among all.
 void SvgDesktop::Thumb(const WindowPicture& window)
 {
@@ -255,8 +266,8 @@ void SvgDesktop::List(const WindowPicture& window)
     m_out.Rectangle("field", 0, 0, width, HeightOf(window.client));
     const bool isDrawnByOwner = window.drawn && (static_cast<DWORD>(window.style) & (LBS_OWNERDRAWFIXED | LBS_OWNERDRAWVARIABLE));
     for (const RowPicture& row : window.control.rows) {
-        m_out << "<g role=\"option\" aria-posinset=\"" << row.number + 1 << "\" aria-setsize=\"" << window.control.rowCount
-              << "\" aria-selected=\"" << (row.isSelected ? "true" : "false") << "\">";
+        m_out << "<g role=\"option\"" << RowFocus(window, row) << " aria-posinset=\"" << row.number + 1 << "\" aria-setsize=\""
+              << window.control.rowCount << "\" aria-selected=\"" << (row.isSelected ? "true" : "false") << "\">";
         const bool isChosen = row.isSelected && (window.hasFocus || window.parent < 0);
         if (!isDrawnByOwner)
             RowMark(window, row);
@@ -306,8 +317,8 @@ void SvgDesktop::ListView(const WindowPicture& window)
     const int width = WidthOf(window.client);
     m_out.Rectangle("field", 0, 0, width, HeightOf(window.client));
     for (const RowPicture& row : control.rows) {
-        m_out << "<g role=\"row\" aria-rowindex=\"" << row.number + 1 + (control.headerHeight ? 1 : 0) << "\" aria-selected=\""
-              << (row.isSelected ? "true" : "false") << "\">";
+        m_out << "<g role=\"row\"" << RowFocus(window, row) << " aria-rowindex=\"" << row.number + 1 + (control.headerHeight ? 1 : 0)
+              << "\" aria-selected=\"" << (row.isSelected ? "true" : "false") << "\">";
         RowMark(window, row);
         const std::string style = row.isSelected && window.hasFocus ? "text chosen" : Style("text", window);
         for (std::size_t i = 0; i < row.cells.size(); ++i) {

@@ -37,31 +37,6 @@ int BorderOf(const WindowPicture& window)
     return (window.style & WS_BORDER) || (window.exStyle & WS_EX_STATICEDGE) ? 1 : 0;
 }
 
-std::string Attribute(const char* name, const std::string& value)
-{
-    return value.empty() ? "" : std::string(" ") + name + "=\"" + value + '"';
-}
-
-const char* YesNo(bool is)
-{
-    return is ? "true" : "false";
-}
-
-std::string ScrollBarRole(const ScrollBarPicture& bar)
-{
-    return Attribute("role", "scrollbar") + Attribute("aria-orientation", bar.isUpright ? "vertical" : "horizontal") +
-           Attribute("aria-valuemin", std::to_string(bar.least)) + Attribute("aria-valuemax", std::to_string(bar.most)) +
-           Attribute("aria-valuenow", std::to_string(bar.position));
-}
-
-/// "Name:" names an edit control as "Name".
-std::u16string WithoutColon(std::u16string name)
-{
-    while (!name.empty() && (name.back() == u':' || name.back() == u' '))
-        name.pop_back();
-    return name;
-}
-
 }  // namespace
 
 SvgDesktop::SvgDesktop(const DesktopPicture& picture, EIds ids) : m_picture(picture), m_ids(ids), m_children(picture.windows.size())
@@ -96,79 +71,6 @@ std::string SvgDesktop::IdOf(std::size_t window) const
     return text;
 }
 
-std::string SvgDesktop::Role(std::size_t index) const
-{
-    const WindowPicture& window = m_picture.windows[index];
-    const ControlPicture& control = window.control;
-    const auto style = static_cast<DWORD>(window.style);
-    switch (control.kind) {
-    case EControlKind::button: {
-        const bool isMixed = (control.bits & 3) == BST_INDETERMINATE;
-        const std::string checked = Attribute("aria-checked", isMixed ? "mixed" : YesNo((control.bits & 3) != 0));
-        switch (style & BS_TYPEMASK) {
-        case BS_CHECKBOX:
-        case BS_AUTOCHECKBOX:
-        case BS_3STATE:
-        case BS_AUTO3STATE:
-            return Attribute("role", "checkbox") + checked;
-        case BS_RADIOBUTTON:
-        case BS_AUTORADIOBUTTON:
-            return Attribute("role", "radio") + checked;
-        case BS_GROUPBOX:
-            return Attribute("role", "group");
-        default:
-            return Attribute("role", "button");
-        }
-    }
-    case EControlKind::label:
-        return control.image ? Attribute("role", "img") : "";
-    case EControlKind::edit:
-        return Attribute("role", "textbox") + Attribute("aria-multiline", style & ES_MULTILINE ? "true" : "") +
-               Attribute("aria-readonly", style & ES_READONLY ? "true" : "");
-    case EControlKind::list:
-        return Attribute("role", "listbox");
-    case EControlKind::combo:
-        return Attribute("role", "combobox") + Attribute("aria-expanded", YesNo(control.isDropped));
-    case EControlKind::scrollBar:
-        return ScrollBarRole(window.scrollBars[SB_CTL]);
-    case EControlKind::listView:
-        return Attribute("role", "grid") + Attribute("aria-rowcount", std::to_string(control.rowCount + (control.headerHeight ? 1 : 0)));
-    default:
-        if (window.parent >= 0 && !HasCaption(window))
-            return Attribute("role", "group");
-        return Attribute("role", window.className == u"#32770" ? "dialog" : "region");
-    }
-}
-
-/// The text of the label that stands before a control in the order of the Tab key.
-std::u16string SvgDesktop::LabelBefore(std::size_t index) const
-{
-    const int parent = m_picture.windows[index].parent;
-    if (parent < 0)
-        return {};
-    const auto& siblings = m_children[static_cast<std::size_t>(parent)];
-    const auto place = std::find(siblings.begin(), siblings.end(), index);
-    if (place == siblings.begin() || place == siblings.end())
-        return {};
-    const WindowPicture& before = m_picture.windows[*(place - 1)];
-    return before.control.kind == EControlKind::label ? WithoutColon(WithoutMnemonic(before.text)) : std::u16string();
-}
-
-std::string SvgDesktop::Name(std::size_t index) const
-{
-    const WindowPicture& window = m_picture.windows[index];
-    switch (window.control.kind) {
-    case EControlKind::button:
-        return Escaped(WithoutMnemonic(window.text));
-    case EControlKind::label:
-        return {};
-    case EControlKind::none:
-        return Escaped(window.text);
-    default:
-        return Escaped(LabelBefore(index));
-    }
-}
-
 void SvgDesktop::Begin(std::size_t index, POINT origin)
 {
     const WindowPicture& window = m_picture.windows[index];
@@ -189,7 +91,8 @@ void SvgDesktop::Window(std::size_t index, POINT origin)
     Frame(window);
     if (!IsMinimized(window)) {
         m_out << "<svg x=\"" << window.client.left - window.window.left << "\" y=\"" << window.client.top - window.window.top
-              << "\" width=\"" << std::max(WidthOf(window.client), 0) << "\" height=\"" << std::max(HeightOf(window.client), 0) << "\">";
+              << "\" width=\"" << std::max(WidthOf(window.client), 0) << "\" height=\"" << std::max(HeightOf(window.client), 0)
+              << "\" role=\"none\">";
         Content(index);
         m_out << "</svg>";
     }
@@ -277,6 +180,7 @@ void SvgDesktop::CaptionButton(const char* name, int x, int y, int width, int he
 
 void SvgDesktop::MenuBar(const WindowPicture& window)
 {
+    const std::string bar = IdOf(static_cast<std::size_t>(&window - m_picture.windows.data()));
     if (window.bar.items.empty())
         return;
     const int x = window.bar.place.left - window.window.left;
@@ -284,12 +188,13 @@ void SvgDesktop::MenuBar(const WindowPicture& window)
     m_out << "<svg role=\"menubar\" x=\"" << x << "\" y=\"" << y << "\" width=\"" << WidthOf(window.bar.place) << "\" height=\""
           << HeightOf(window.bar.place) << "\">";
     m_out.Rectangle("face", 0, 0, WidthOf(window.bar.place), HeightOf(window.bar.place));
+    int number = 0;
     for (const MenuItemPicture& item : window.bar.items) {
         const int left = item.place.left - window.bar.place.left;
         const int top = item.place.top - window.bar.place.top;
         const bool isOpen = (item.state & MFS_HILITE) != 0;
-        m_out << "<g role=\"menuitem\" aria-label=\"" << Escaped(WithoutMnemonic(item.text)) << "\" aria-haspopup=\""
-              << YesNo(item.hasSubmenu) << "\">";
+        m_out << "<g id=\"" << bar << "-m" << ++number << "\" role=\"menuitem\"" << ItemAttributes(item)
+              << (isOpen ? " data-focus=\"menu\"" : "") << ">";
         m_out.Rectangle(isOpen ? "chosen" : "plain", left, top, WidthOf(item.place), HeightOf(item.place));
         m_out.Label(isOpen ? "text chosen" : (item.state & MFS_GRAYED) ? "text off" : "text", left + 7, top + 2, item.text);
         m_out << "</g>";
@@ -331,26 +236,29 @@ void SvgDesktop::ScrollBar(const ScrollBarPicture& bar, POINT origin, bool isCon
 
 std::string SvgDesktop::Menus()
 {
-    for (const MenuPicture& menu : m_picture.menus)
-        Menu(menu);
+    for (std::size_t level = 0; level < m_picture.menus.size(); ++level)
+        Menu(level);
     return m_out.Take();
 }
 
-void SvgDesktop::Menu(const MenuPicture& menu)
+void SvgDesktop::Menu(std::size_t level)
 {
-    m_out << "<g role=\"menu\">";
+    const MenuPicture& menu = m_picture.menus[level];
+    m_out << "<g role=\"menu\"" << Attribute("aria-label", MenuName(level)) << ">";
     m_out.Rectangle("popup", menu.place.left, menu.place.top, WidthOf(menu.place), HeightOf(menu.place), 3);
-    for (const MenuItemPicture& item : menu.items)
-        MenuItem(item);
+    for (std::size_t i = 0; i < menu.items.size(); ++i)
+        MenuItem(menu.items[i], "m" + std::to_string(level + 1) + "-" + std::to_string(i + 1));
     m_out << "</g>";
 }
 
-void SvgDesktop::MenuItem(const MenuItemPicture& item)
+void SvgDesktop::MenuItem(const MenuItemPicture& item, const std::string& id)
 {
     const int left = item.place.left;
     const int top = item.place.top;
     if (item.type & MFT_SEPARATOR) {
+        m_out << "<g role=\"separator\">";
         m_out.Line("line", left + 4, top + 4, item.place.right - 4, top + 4);
+        m_out << "</g>";
         return;
     }
     const bool isOff = (item.state & (MFS_GRAYED | MFS_DISABLED)) != 0;
@@ -359,13 +267,12 @@ void SvgDesktop::MenuItem(const MenuItemPicture& item)
     const bool isRadio = (item.type & MFT_RADIOCHECK) != 0;
     const auto tabulator = item.text.find(u'\t');
     const std::u16string label = item.text.substr(0, tabulator);
-    m_out << "<g role=\""
+    m_out << "<g id=\"" << id << "\" role=\""
           << (isRadio     ? "menuitemradio"
               : isChecked ? "menuitemcheckbox"
                           : "menuitem")
-          << "\" aria-label=\"" << Escaped(WithoutMnemonic(label)) << '"'
-          << (isRadio || isChecked ? Attribute("aria-checked", YesNo(isChecked)) : "") << (isOff ? " aria-disabled=\"true\"" : "")
-          << (item.hasSubmenu ? " aria-haspopup=\"true\"" : "") << ">";
+          << '"' << ItemAttributes(item) << (isRadio || isChecked ? Attribute("aria-checked", YesNo(isChecked)) : "")
+          << (isChosen ? " data-focus=\"menu\"" : "") << ">";
     m_out.Rectangle(isChosen ? "chosen" : "plain", left, top, WidthOf(item.place), HeightOf(item.place), 2);
     const std::string style =
         std::string("text") + (isOff ? " off" : "") + (isChosen ? " chosen" : "") + (item.state & MFS_DEFAULT ? " bold" : "");

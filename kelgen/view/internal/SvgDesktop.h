@@ -5,6 +5,7 @@
 #include <kelgen/view/internal/SvgText.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace kelgen::view::detail {
@@ -38,13 +39,21 @@ private:
     void MenuBar(const WindowPicture& window);
     void ScrollBar(const ScrollBarPicture& bar, POINT origin, bool isControl);
     void Content(std::size_t index);
-    void Menu(const MenuPicture& menu);
-    void MenuItem(const MenuItemPicture& item);
+    void Menu(std::size_t level);
+    void MenuItem(const MenuItemPicture& item, const std::string& id);
 
     void Begin(std::size_t index, POINT origin);
+    std::string RowFocus(const WindowPicture& window, const RowPicture& row) const;
+
+    // Roles and names; in their own source.
     std::string Role(std::size_t index) const;
+    std::string FrameRole(std::size_t index) const;
+    bool IsNotice(std::size_t index) const;
     std::string Name(std::size_t index) const;
     std::u16string LabelBefore(std::size_t index) const;
+    std::string DroppedList() const;
+    int ComboOf(std::size_t index) const;
+    std::string MenuName(std::size_t level) const;
 
     // What was painted; in its own source.
     void Shapes(std::size_t index);
@@ -71,6 +80,28 @@ private:
     std::vector<std::vector<std::size_t>> m_children;
     SvgText m_out;
 };
+
+inline constexpr std::u16string_view kComboList = u"ComboLBox";
+
+/// An attribute with a blank before it; nothing without a value.
+inline std::string Attribute(const char* name, const std::string& value)
+{
+    return value.empty() ? "" : std::string(" ") + name + "=\"" + value + '"';
+}
+
+inline const char* YesNo(bool is)
+{
+    return is ? "true" : "false";
+}
+
+/// What one of the system's signs means, which message boxes show; empty for any other icon.
+const char* SignName(HANDLE image);
+
+/// The role and the values of a scroll bar.
+std::string ScrollBarRole(const ScrollBarPicture& bar);
+
+/// Name and states of an item of a menu.
+std::string ItemAttributes(const MenuItemPicture& item);
 
 /// Whether the window cannot be used.
 inline bool IsDisabled(const WindowPicture& window)

@@ -30,7 +30,9 @@ function draw(picture) {
   if (picture.menus !== undefined) menus.innerHTML = picture.menus;
   desktop.setAttribute("viewBox", `0 0 ${picture.width} ${picture.height}`);
   document.title = picture.title || "kelgen";
-  const focus = desktop.querySelector("[data-focus]");
+  // The item of the innermost open menu, else the row of a list, else the control.
+  const last = (element, selector) => [...element.querySelectorAll(selector)].pop();
+  const focus = last(menus, "[data-focus]") || last(windows, "[data-focus=menu]") || last(windows, "[data-focus]");
   if (focus) desktop.setAttribute("aria-activedescendant", focus.id);
   else desktop.removeAttribute("aria-activedescendant");
 }

@@ -257,6 +257,23 @@ TEST(ControlMouse, AHeldArrowScrollsOn)
     EXPECT_GE(SendMessageA(list, LB_GETTOPINDEX, 0, 0), 4);
 }
 
+TEST(ControlKeys, MoveThroughAnOpenListWithoutClosingIt)
+{
+    const Frame frame(u"Combo");
+    const HWND combo = AddChild(frame, u"ComboBox", u"", CBS_DROPDOWNLIST, 1, {10, 10, 150, 150});
+    for (const char* text : {"first", "second", "third"})
+        SendMessageA(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
+    SetFocus(combo);
+    SendMessageA(combo, CB_SHOWDROPDOWN, TRUE, 0);
+    SendMessageA(combo, WM_KEYDOWN, VK_DOWN, 0);
+    SendMessageA(combo, WM_KEYDOWN, VK_DOWN, 0);
+    EXPECT_EQ(1, SendMessageA(combo, CB_GETCURSEL, 0, 0));
+    EXPECT_TRUE(SendMessageA(combo, CB_GETDROPPEDSTATE, 0, 0));
+    SendMessageA(combo, WM_KEYDOWN, VK_RETURN, 0);
+    EXPECT_FALSE(SendMessageA(combo, CB_GETDROPPEDSTATE, 0, 0));
+    EXPECT_EQ(1, SendMessageA(combo, CB_GETCURSEL, 0, 0));
+}
+
 TEST(MessageBoxes, WaitWhileSomebodyAttends)
 {
     SetDesktopAttended(true);

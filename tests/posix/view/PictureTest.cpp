@@ -1,6 +1,7 @@
 // PictureTest.cpp: pictures of windows: every kind of control, the same bytes each time, escaped texts, other threads.
 #include "posix/view/Windows.h"
 #include "support/Rows.h"
+#include "support/Scratch.h"
 #include "support/Threads.h"
 
 #include <kelgen/view/Picture.h>
@@ -141,6 +142,26 @@ TEST(Picture, HoldsOfAListOnlyWhatIsInView)
     EXPECT_EQ(4000, control.firstRow + control.pageRows - 1);
     EXPECT_LE(control.rows.size(), 5u);
     EXPECT_LT(Svg(list).size(), 16'000u);
+}
+
+TEST(Picture, IsComparedWithAFileAndLeavesOnlyWhatDiffers)
+{
+    const Frame frame(u"Compared");
+    const std::string folder = ScratchFolder().string() + "/";
+    const auto compare = [&] { return view::CompareSvg(folder, "picture", frame); };
+    EXPECT_NE(std::string::npos, compare().find("there is no " + folder + "picture.svg"));
+    EXPECT_EQ(Svg(frame), ReadBytes(folder + "picture.new.svg"));
+    setenv("KELGEN_RENEW_SVG", "1", 1);
+    EXPECT_EQ("", compare());
+    unsetenv("KELGEN_RENEW_SVG");
+    EXPECT_EQ(Svg(frame), ReadBytes(folder + "picture.svg"));
+    EXPECT_EQ("", ReadBytes(folder + "picture.new.svg")) << "that of the first run is gone";
+    SetWindowTextA(frame, "Changed");
+    EXPECT_NE(std::string::npos, compare().find("looks different"));
+    EXPECT_EQ(Svg(frame), ReadBytes(folder + "picture.new.svg"));
+    SetWindowTextA(frame, "Compared");
+    EXPECT_EQ("", compare());
+    EXPECT_EQ("", ReadBytes(folder + "picture.new.svg"));
 }
 
 TEST(Picture, IsEmptyOfWhatIsNotThere)

@@ -1,4 +1,5 @@
 // ServerTest.cpp: who gets what from the live page's server, and that hostile requests leave it as it was.
+#include "posix/view/Client.h"
 #include "posix/view/Windows.h"
 #include "support/Random.h"
 #include "support/Rows.h"
@@ -7,11 +8,7 @@
 #include <kelgen/view/internal/Gate.h>
 #include <kelgen/view/internal/Input.h>
 
-#include <arpa/inet.h>
-#include <poll.h>
 #include <sys/resource.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include <ctime>
 
@@ -37,68 +34,10 @@ struct Address
     std::string Cookie() const { return "kelgen-view-" + std::to_string(port) + "=" + key; }
 };
 
-class Client
-{
-public:
-    Client() : m_socket(socket(AF_INET, SOCK_STREAM, 0))
-    {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(static_cast<std::uint16_t>(Address::OfView().port));
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        EXPECT_EQ(0, connect(m_socket, reinterpret_cast<sockaddr*>(&address), sizeof address));
-    }
-    ~Client() { close(m_socket); }
-    Client(const Client&) = delete;
-    Client& operator=(const Client&) = delete;
-
-    void Send(const std::string& bytes)
-    {
-        for (std::size_t sent = 0; sent < bytes.size();) {
-            const ssize_t count = send(m_socket, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
-            if (count <= 0)
-                return;
-            sent += static_cast<std::size_t>(count);
-        }
-    }
-    void EndSending() { shutdown(m_socket, SHUT_WR); }
-
-    bool HasAnswer(int milliseconds) const
-    {
-        pollfd waiting{m_socket, POLLIN, 0};
-        return poll(&waiting, 1, milliseconds) == 1;
-    }
-
-    /// What comes until @p end is in it, the connection ends or the time is over.
-    std::string Await(const std::string& end)
-    {
-        std::string text;
-        char bytes[4096];
-        pollfd waiting{m_socket, POLLIN, 0};
-        while (text.find(end) == text.npos && poll(&waiting, 1, 15'000) == 1) {
-            const ssize_t count = recv(m_socket, bytes, sizeof bytes, 0);
-            if (count <= 0)
-                break;
-            text.append(bytes, static_cast<std::size_t>(count));
-        }
-        return text;
-    }
-
-private:
-    int m_socket;
-};
-
 std::string StatusOf(const std::string& request)
 {
-    Client client;
-    client.Send(request);
-    const std::string answer = client.Await("\r\n\r\n");
-    return answer.size() > 12 ? answer.substr(9, 3) : "none";
-}
-
-std::string Get(const std::string& path, const std::string& headers)
-{
-    return "GET " + path + " HTTP/1.1\r\n" + headers + "Connection: close\r\n\r\n";
+    Client client(Address::OfView().port);
+    return StatusOf(client, request);
 }
 
 /// A request in which HOST, KEY and COOKIE stand for the real ones.
@@ -172,7 +111,7 @@ TEST(ViewServer, OutlivesCutAndRandomRequests)
 {
     const std::string whole = Filled(Get("/", "Host: HOST\r\nCookie: COOKIE\r\n"));
     for (std::size_t length = 0; length < whole.size(); length += 7) {
-        Client client;
+        Client client(Address::OfView().port);
         client.Send(whole.substr(0, length));
     }
     Random random;
@@ -180,7 +119,7 @@ TEST(ViewServer, OutlivesCutAndRandomRequests)
         std::string bytes = whole;
         for (int change = 0; change < 5; ++change)
             bytes[random() % bytes.size()] = static_cast<char>(random());
-        Client client;
+        Client client(Address::OfView().port);
         client.Send(bytes);
         client.EndSending();
         client.Await("\r\n\r\n");
@@ -198,7 +137,7 @@ TEST(ViewServer, WaitsQuietlyForDescriptors)
     const rlimit oneMore{static_cast<rlim_t>(next) + 1, limit.rlim_max};
     ASSERT_EQ(0, setrlimit(RLIMIT_NOFILE, &oneMore));
     // Its own descriptor is the last one.
-    Client client;
+    Client client(Address::OfView().port);
     client.Send(Get("/", ""));
     const auto before = std::clock();
     EXPECT_FALSE(client.HasAnswer(300));
@@ -211,9 +150,9 @@ TEST(ViewServer, StreamsWhatChangesToEveryReaderButTheOneWhoDoesNotRead)
 {
     const Frame frame(u"Streamed");
     const std::string request = Filled(Get("/events", "Host: HOST\r\nCookie: COOKIE\r\n"));
-    Client sleeping;
+    Client sleeping(Address::OfView().port);
     sleeping.Send(request);
-    Client reading;
+    Client reading(Address::OfView().port);
     reading.Send(request);
     const std::string begin = reading.Await("Streamed");
     EXPECT_NE(std::string::npos, begin.find("text/event-stream"));

@@ -15,6 +15,7 @@ struct ComboBoxState final : ControlData
     int itemHeight = 16;
     int dropHeight = 0;
     int dropWidth = 0;
+    bool takesKey = false;  // a key goes to the list
     bool isDropped = false;
     bool hasFocus = false;
     bool isQuiet = false;  // the edit control's changes are our own

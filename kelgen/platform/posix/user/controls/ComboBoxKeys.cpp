@@ -42,9 +42,10 @@ void OnList(HWND combo, ComboBoxState& state, UINT code)
     switch (static_cast<short>(code)) {
     case LBN_SELCHANGE:
         TakeListText(combo, state);
-        if (state.isDropped)
+        // Keys move through an open list, a click chooses.
+        if (state.isDropped && !state.takesKey)
             ShowList(combo, state, false, true);
-        else
+        else if (!state.isDropped)
             NotifyParent(combo, CBN_SELENDOK);
         NotifyParent(combo, CBN_SELCHANGE);
         return;
@@ -91,7 +92,11 @@ void OnComboKey(HWND combo, ComboBoxState& state, UINT key)
             ShowList(combo, state, false, key == VK_RETURN);
         return;
     default:
+        state.takesKey = true;
         SendMessageW(state.list, WM_KEYDOWN, key, 0);
+        // The host may have destroyed the combo box when it heard of the change.
+        if (const auto still = ControlState<ComboBoxState>(combo))
+            still->takesKey = false;
     }
 }
 

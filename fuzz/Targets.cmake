@@ -1,0 +1,15 @@
+# Targets.cmake: the names of the fuzz targets, KELGEN_FUZZ_TARGETS, and what each is linked with, KELGEN_FUZZ_LIBRARIES_NAME. Those whose
+# name begins with View are targets of the view, and left out without it.
+file(GLOB fuzz_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/fuzz/*.cpp")
+set(KELGEN_FUZZ_TARGETS "")
+foreach(source IN LISTS fuzz_sources)
+  cmake_path(GET source STEM name)
+  set(KELGEN_FUZZ_LIBRARIES_${name} kelgen::kelgen)
+  if(name MATCHES "^View")
+    if(NOT TARGET kelgen_view)
+      continue()
+    endif()
+    list(APPEND KELGEN_FUZZ_LIBRARIES_${name} kelgen::view)
+  endif()
+  list(APPEND KELGEN_FUZZ_TARGETS "${name}")
+endforeach()
