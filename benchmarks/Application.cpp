@@ -76,6 +76,39 @@ void ListInsertStd(State& st)
     }
 }
 
+// One more among so many in order, at any place; what it removes again is the last one.
+template <class Add, class RemoveLast>
+void AddToSorted(State& st, Add add, RemoveLast removeLast)
+{
+    const auto count = static_cast<std::size_t>(st.range(0));
+    for (std::size_t i = 0; i < count; ++i)
+        add(std::to_string(1000000 + i));
+    std::size_t i = 0;
+    for (auto _ : st) {
+        add(std::to_string(1000000 + (i += 7919) % count));
+        removeLast(count);
+    }
+}
+
+void AddToSortedList(State& st)
+{
+    Owner owner;
+    CListBox list;
+    require(list.Create(WS_CHILD | LBS_SORT, CRect(0, 0, 100, 100), &owner, 1), "Create");
+    AddToSorted(
+        st, [&](const std::string& text) { list.AddString(text.c_str()); },
+        [&](std::size_t count) { list.DeleteString(static_cast<UINT>(count)); });
+    list.DestroyWindow();
+}
+
+void AddToSortedStd(State& st)
+{
+    std::vector<std::string> list;
+    AddToSorted(
+        st, [&](const std::string& text) { list.insert(std::upper_bound(list.begin(), list.end(), text), text); },
+        [&](std::size_t) { list.pop_back(); });
+}
+
 constexpr UINT kCombo = 14;
 constexpr UINT kNoText = 60000;
 
@@ -136,6 +169,8 @@ void ComboSaveStd(State& st)
 COUNTED(Broadcast)->Name("App/Broadcast100/kelgen");
 COUNTED(ListInsert)->Name("App/ListInsert10000/kelgen");
 COUNTED(ListInsertStd)->Name("App/ListInsert10000/std_vector");
+COUNTED(AddToSortedList)->Name("App/ListBoxSorted/kelgen")->Arg(100)->Arg(1000)->Arg(10000)->Arg(40000);
+COUNTED(AddToSortedStd)->Name("App/ListBoxSorted/std_vector")->Arg(100)->Arg(1000)->Arg(10000)->Arg(40000);
 COUNTED(ComboLoad)->Name("App/ComboLoad1000/kelgen");
 COUNTED(ComboSave)->Name("App/ComboSave1000/kelgen");
 COUNTED(ComboSaveStd)->Name("App/ComboSave1000/std_vector_unique");

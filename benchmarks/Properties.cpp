@@ -50,6 +50,35 @@ void SetNotify(State& st)
     finish(st, sum, v);
 }
 
+// One among so many goes and comes again, each in turn.
+template <class Add, class Remove>
+void ReplaceListener(State& st, Add add, Remove remove)
+{
+    std::deque<Listener> listeners(static_cast<std::size_t>(st.range(0)));
+    for (Listener& listener : listeners)
+        add(listener);
+    std::size_t i = 0;
+    for (auto _ : st) {
+        Listener& listener = listeners[++i % listeners.size()];
+        remove(listener);
+        add(listener);
+    }
+}
+
+void ReplaceListenerOfSet(State& st)
+{
+    gen::CPropertySet set;
+    ReplaceListener(
+        st, [&](Listener& listener) { set.AddListener(&listener); }, [&](Listener& listener) { set.RemoveListener(&listener); });
+}
+
+void ReplaceInVector(State& st)
+{
+    std::vector<Listener*> vector;
+    ReplaceListener(
+        st, [&](Listener& listener) { vector.push_back(&listener); }, [&](Listener& listener) { std::erase(vector, &listener); });
+}
+
 void FindInSet(State& st)
 {
     gen::CPropertySet set;
@@ -91,6 +120,8 @@ COUNTED(FunctionList<StdSignal>)->Name("Property/SetNotify/std_function") LISTEN
 COUNTED(SetNotify)->Name("Property/SetNotify/kelgen") LISTENERS;
 BENCHMARK_TEMPLATE(FindMap, std::unordered_map<std::u16string, int>, std::u16string)->Name("Property/FindByName20/unordered_map");
 COUNTED(FindInSet)->Name("Property/FindByName20/kelgen");
+COUNTED(ReplaceListenerOfSet)->Name("Property/ReplaceListener/kelgen")->Arg(10)->Arg(100)->Arg(1000)->Arg(10000);
+COUNTED(ReplaceInVector)->Name("Property/ReplaceListener/std_vector")->Arg(10)->Arg(100)->Arg(1000)->Arg(10000);
 COUNTED(FindManyInMap)->Name("Property/FindByName/unordered_map")->Arg(100)->Arg(1000)->Arg(10000);
 COUNTED(FindManyInSet)->Name("Property/FindByName/kelgen")->Arg(100)->Arg(1000)->Arg(10000);
 

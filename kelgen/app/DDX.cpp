@@ -5,7 +5,10 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <functional>
 #include <limits>
+#include <string_view>
+#include <unordered_set>
 
 using kelgen::detail::ListItemText;
 
@@ -46,6 +49,33 @@ LRESULT Send(HWND control, UINT message, WPARAM wParam = 0, LPCSTR text = nullpt
 {
     return ::SendMessageA(control, message, wParam, reinterpret_cast<LPARAM>(text));
 }
+
+/// Appends to a list each text that it does not have yet.
+class UniqueTexts
+{
+public:
+    explicit UniqueTexts(CStrArray& list) : m_list(list) {}
+
+    void Add(const CString& text)
+    {
+        // A host that sees the messages may have changed the list.
+        m_isOnlyOurs = m_isOnlyOurs && m_list.GetSize() == static_cast<int>(m_known.size());
+        if (!m_isOnlyOurs)
+            m_list.AddUnique(text);
+        else if (m_known.insert(text).second)
+            m_list.Add(text);
+    }
+
+private:
+    struct Hash
+    {
+        std::size_t operator()(const CString& text) const { return std::hash<std::string_view>()(text.GetString()); }
+    };
+
+    CStrArray& m_list;
+    std::unordered_set<CString, Hash> m_known;
+    bool m_isOnlyOurs = true;
+};
 
 }  // namespace
 
@@ -118,12 +148,13 @@ void CDDX::DDXComboBoxV001(CDataExchange* pDX, UINT nIDC, CStrArray* pItems, UIN
     const auto count = static_cast<int>(Send(control, CB_GETCOUNT));
     if (count == CB_ERR)
         return;
+    UniqueTexts texts(*pItems);
     for (int i = 1; i < count; ++i)
-        pItems->AddUnique(ListItemText(control, CB_GETLBTEXTLEN, CB_GETLBTEXT, i));
+        texts.Add(ListItemText(control, CB_GETLBTEXTLEN, CB_GETLBTEXT, i));
     if (Send(control, CB_GETCURSEL) != CB_ERR)
         return;
     CString typed;
     CWnd::FromHandle(control)->GetWindowText(typed);
     if (!typed.IsEmpty())
-        pItems->AddUnique(typed);
+        texts.Add(typed);
 }

@@ -106,7 +106,7 @@ public:
     using CBaseComparableArray<TYPE, ARG_TYPE>::operator=;
 };
 
-/// Removal in one pass: kept elements move down over the holes. Closes the last hole when it ends, even by an exception of the
+/// Removal in one pass: runs of kept elements move down over the holes. Closes the last hole when it ends, even by an exception of the
 /// elements' ==.
 template <class TYPE, class ARG_TYPE, class BASE>
 class CBaseComparableArray<TYPE, ARG_TYPE, BASE>::Compaction
@@ -118,33 +118,36 @@ public:
     Compaction& operator=(const Compaction&) = delete;
     ~Compaction()
     {
-        MoveDown(m_array.m_nSize - next);
-        m_array.m_nSize = kept;
+        next = m_array.m_nSize;
+        MoveRunDown();
+        m_array.m_nSize = m_kept;
     }
 
-    /// Keeps the next element.
-    void Keep() { MoveDown(1); }
+    /// Keeps the next @p count elements.
+    void Keep(int count) { next += count; }
     /// Destroys the next element.
     void Drop()
     {
+        MoveRunDown();
         std::destroy_at(m_array.m_pData + next);
-        ++next;
+        m_run = ++next;
     }
 
-    int kept = 0;  ///< How many are kept so far.
     int next = 0;  ///< The index of the next element.
 
 private:
-    void MoveDown(int count)
+    void MoveRunDown()
     {
-        if (kept != next && count != 0)
-            std::memmove(static_cast<void*>(m_array.m_pData + kept), static_cast<const void*>(m_array.m_pData + next),
+        const int count = next - m_run;
+        if (m_kept != m_run && count != 0)
+            std::memmove(static_cast<void*>(m_array.m_pData + m_kept), static_cast<const void*>(m_array.m_pData + m_run),
                          static_cast<std::size_t>(count) * sizeof(TYPE));
-        kept += count;
-        next += count;
+        m_kept += count;
     }
 
     CBaseComparableArray& m_array;
+    int m_kept = 0;  // how many are in their final place
+    int m_run = 0;   // where those begin that are kept and not yet moved
 };
 
 template <class TYPE, class ARG_TYPE, class BASE>
@@ -158,7 +161,7 @@ int CBaseComparableArray<TYPE, ARG_TYPE, BASE>::RemoveWhere(UNWANTED unwanted)
             if (unwanted(m_pData[compaction.next], compaction.next))
                 compaction.Drop();
             else
-                compaction.Keep();
+                compaction.Keep(1);
         }
     }
     return oldSize - m_nSize;
@@ -184,7 +187,19 @@ bool CBaseComparableArray<TYPE, ARG_TYPE, BASE>::RemoveFirst(TYPE value)
 template <class TYPE, class ARG_TYPE, class BASE>
 int CBaseComparableArray<TYPE, ARG_TYPE, BASE>::Remove(TYPE value)
 {
-    return RemoveWhere([&value](const TYPE& element, int) { return element == value; });
+    if constexpr (std::is_integral_v<TYPE> || std::is_pointer_v<TYPE>) {
+        const int oldSize = m_nSize;
+        {
+            Compaction compaction(*this);
+            for (int run; (run = kelgen::detail::FindEqual(m_pData + compaction.next, oldSize - compaction.next, value)) >= 0;) {
+                compaction.Keep(run);
+                compaction.Drop();
+            }
+        }
+        return oldSize - m_nSize;
+    } else {
+        return RemoveWhere([&value](const TYPE& element, int) { return element == value; });
+    }
 }
 
 template <class TYPE, class ARG_TYPE, class BASE>

@@ -3,6 +3,7 @@
 
 #include <kelgen/framework/base/Exceptions.h>
 #include <kelgen/framework/files/StdioFile.h>
+#include <kelgen/text/internal/AsciiLetters.h>
 
 #include <cstring>
 #include <string_view>
@@ -42,6 +43,27 @@ bool ParseSectionLine(std::string_view line, CString& name)
     if (dropped != std::string_view::npos)
         name += TextOf(line.substr(dropped + 1));
     return true;
+}
+
+// Whether CompareNoCase takes the names for equal, which it need not be asked while they are of ASCII: different units of it are equal
+// at most as one letter in both cases, and equal ones in every locale.
+bool AreEqualNoCase(const CString& left, const CString& right)
+{
+    const LPCSTR first = left.GetString();
+    const LPCSTR second = right.GetString();
+    for (int i = 0;; ++i) {
+        const auto one = static_cast<unsigned char>(first[i]);
+        const auto other = static_cast<unsigned char>(second[i]);
+        if ((one | other) >= 0x80)
+            break;
+        if (one != other && !kelgen::detail::IsSameLetter(one, other))
+            return false;
+        if (one != other)
+            break;
+        if (one == 0)
+            return true;
+    }
+    return left.CompareNoCase(right) == 0;
 }
 
 void AddLine(CIniSection& section, std::string_view line)
@@ -104,7 +126,7 @@ CString CIniSection::GetPropertyValue(CString name) const
 {
     for (int i = 0; i < m_properties.GetSize(); ++i) {
         const CIniProperty& property = *m_properties.GetAt(i);
-        if (property.m_name.CompareNoCase(name) == 0)
+        if (AreEqualNoCase(property.m_name, name))
             return property.m_value;
     }
     return CString();
@@ -123,8 +145,8 @@ void CIniSection::ClearProperties()
     m_properties.RemoveAll();
 }
 
-/// The first section of each name. Hosts may change the list and the sections' names: it holds as long as the list is the one that it was
-/// made of and none of those sections has got another name or gone.
+/// The first section of each name. Hosts may change the list and the sections' names: it holds as long as none of those sections has got
+/// another name or gone, for as many places as the list has still those that it was made of.
 class CIniFile::CIndex
 {
 public:
@@ -140,26 +162,37 @@ public:
                 section->LeaveIndex();
                 section->m_indexHolds = m_holds;
             }
-            m_byName.emplace(BytesOf(section->m_name), section);
+            m_byName.emplace(BytesOf(section->m_name), i);
         }
     }
 
     bool Holds(const CIniFile& file) const
     {
-        return m_holds->load(std::memory_order_relaxed) && m_sections.size() == static_cast<std::size_t>(file.GetSize()) &&
-               std::equal(m_sections.begin(), m_sections.end(), file.GetData());
+        return m_sections.size() == static_cast<std::size_t>(file.GetSize()) && HoldsFor(file, m_sections.size());
     }
 
-    const CIniSection* Find(std::string_view name) const
+    /// Sets @p section to the first one named @p name, null when there is none; false when the index does not tell.
+    bool Find(const CIniFile& file, std::string_view name, const CIniSection*& section) const
     {
+        // The keys of an index that does not hold may have gone.
+        if (!m_holds->load(std::memory_order_relaxed))
+            return false;
         const auto found = m_byName.find(name);
-        return found == m_byName.end() ? nullptr : found->second;
+        section = found == m_byName.end() ? nullptr : m_sections[found->second];
+        // What comes behind the first one does not matter.
+        return section != nullptr ? HoldsFor(file, found->second + 1) : Holds(file);
     }
 
 private:
+    bool HoldsFor(const CIniFile& file, std::size_t places) const
+    {
+        return m_holds->load(std::memory_order_relaxed) && places <= static_cast<std::size_t>(file.GetSize()) &&
+               std::equal(m_sections.data(), m_sections.data() + places, file.GetData());
+    }
+
     const std::shared_ptr<std::atomic<bool>> m_holds = std::make_shared<std::atomic<bool>>(true);
     std::vector<CIniSection*> m_sections;
-    std::unordered_map<std::string_view, const CIniSection*> m_byName;  // keys lie in the sections
+    std::unordered_map<std::string_view, std::size_t> m_byName;  // places by names, which lie in the sections
 };
 
 CIniFile::CIniFile() = default;
@@ -240,8 +273,8 @@ void CIniFile::RemoveAll()
 const CIniSection* CIniFile::FindSection(const CString& name) const
 {
     const std::string_view wanted = BytesOf(name);
-    if (m_index && m_index->Holds(*this))
-        return m_index->Find(wanted);
+    if (const CIniSection* found = nullptr; m_index && m_index->Find(*this, wanted, found))
+        return found;
     for (int i = 0; i < GetSize(); ++i) {
         const CIniSection* section = GetAt(i);
         if (BytesOf(section->m_name) == wanted)

@@ -233,3 +233,27 @@ TEST(IniFile, LookupEqualsTheWalkThroughTheList)
         }
     }
 }
+
+TEST(IniFile, PropertyNamesAreEqualAsCompareNoCaseSays)
+{
+    // Letters, what lies around them, and bytes of more than one page.
+    constexpr std::string_view kBytes("aAzZiI1@`[{ \xC4\xE4\x83\x61\x81");
+    Random random;
+    const auto name = [&random, kBytes] {
+        CString text;
+        for (int i = random.Between(1, 3); i > 0; --i)
+            text += kBytes[static_cast<std::size_t>(random.Between(0, static_cast<int>(kBytes.size()) - 1))];
+        return text;
+    };
+    for (int round = 0; round < 2000; ++round) {
+        CIniSection section("S");
+        for (int i = 0; i < 12; ++i)
+            section.AddProperty(name(), CString(static_cast<char>('a' + i)));
+        const CString sought = name();
+        CString first;
+        for (int i = section.GetPropertiesCount(); i-- > 0;)
+            if (section.GetPropertyAt(i)->GetName().CompareNoCase(sought) == 0)
+                first = section.GetPropertyAt(i)->GetValue();
+        ASSERT_EQ(first, section.GetPropertyValue(sought)) << sought.GetString();
+    }
+}

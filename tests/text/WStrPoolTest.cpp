@@ -34,6 +34,13 @@ TEST(WStrPool, ChunksHoldSixtyFourBlocksThatDoNotOverlap)
     EXPECT_EQ(2, pool.GetChunkCount());
 }
 
+TEST(WStrPool, BlocksOfWholeVectorsBeginWithOne)
+{
+    CWStrBlockPool pool(544, 8);
+    for (int i = 0; i < 24; ++i)
+        EXPECT_EQ(0u, reinterpret_cast<std::uintptr_t>(pool.Alloc()) % 32) << "block " << i;
+}
+
 TEST(WStrPool, ChainsAreTakenAndReturnedWhole)
 {
     CWStrBlockPool pool(32, 4);

@@ -13,4 +13,12 @@ constexpr bool AreDifferentLetters(unsigned left, unsigned right)
     return left != right && left - 'a' < kLetters && right - 'a' < kLetters;
 }
 
+/// Whether two units are one letter of ASCII in two cases. Other different units of ASCII are equal in no comparison without case.
+constexpr bool IsSameLetter(unsigned left, unsigned right)
+{
+    constexpr unsigned kLower = 'a' - 'A';
+    constexpr unsigned kLetters = 26;
+    return (left ^ right) == kLower && (left | kLower) - 'a' < kLetters;
+}
+
 }  // namespace kelgen::detail

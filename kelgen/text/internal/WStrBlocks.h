@@ -20,8 +20,9 @@ struct BlockClass
     int kept;               // blocks that a thread keeps at most
 };
 
+// Where texts are copied in steps of vectors, all blocks of a class begin at the same place in one.
 constexpr std::array<BlockClass, kBlockClasses> kBlockClass = {
-    {{8, 32, 64}, {64, 144, 64}, {128, 272, 32}, {256, 528, 16}, {512, 1040, 16}}};
+    {{8, 32, 64}, {64, 144, 64}, {128, 288, 32}, {256, 544, 16}, {512, 1056, 16}}};
 
 /// Free blocks that one thread keeps for itself.
 struct ThreadBlocks

@@ -8,6 +8,8 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <typeinfo>
+#include <utility>
 
 namespace kelgen::posix {
 
@@ -40,7 +42,12 @@ public:
     template <class Object>
     std::shared_ptr<Object> Find(const void* handle)
     {
-        return std::dynamic_pointer_cast<Object>(FindAny(handle));
+        auto any = FindAny(handle);
+        const HandleObject* const object = any.get();
+        // Mostly it is of that very type, which is quicker to tell than what a type derives from.
+        if (object && typeid(*object) == typeid(Object))
+            return std::static_pointer_cast<Object>(std::move(any));
+        return std::dynamic_pointer_cast<Object>(any);
     }
 
     /// The object of @p handle of any kind, or null.

@@ -258,7 +258,7 @@ void Walk(const Place& place, ResolvedPath& result)
 }
 
 template <class Unit>
-DWORD Store(const std::basic_string<Unit>& text, Unit* buffer, DWORD size)
+DWORD Store(std::basic_string_view<Unit> text, Unit* buffer, DWORD size)
 {
     if (text.size() >= size || !buffer)
         return static_cast<DWORD>(text.size() + 1);
@@ -362,9 +362,12 @@ int OrderOfNames(std::string_view left, std::string_view right)
     // Most names differ in ASCII letters, which need no conversion and sort before all others.
     const std::size_t shorter = std::min(left.size(), right.size());
     std::size_t same = 0;
-    for (; same < shorter && ((left[same] | right[same]) & 0x80) == 0; ++same)
+    for (; same < shorter && ((left[same] | right[same]) & 0x80) == 0; ++same) {
+        if (left[same] == right[same])
+            continue;
         if (const int order = UpperUnit(static_cast<char16_t>(left[same])) - UpperUnit(static_cast<char16_t>(right[same])))
             return order;
+    }
 
     const auto upper = [](std::string_view name) {
         std::u16string text = WideName(name);
@@ -377,12 +380,12 @@ int OrderOfNames(std::string_view left, std::string_view right)
 
 DWORD StoreName(std::string_view narrow, LPSTR buffer, DWORD size)
 {
-    return Store(AnsiName(narrow), buffer, size);
+    return IsSameInAnsi(narrow) ? Store(narrow, buffer, size) : Store<CHAR>(AnsiName(narrow), buffer, size);
 }
 
 DWORD StoreName(std::string_view narrow, LPWSTR buffer, DWORD size)
 {
-    return Store(NameIn<WCHAR>(narrow), buffer, size);
+    return Store<WCHAR>(NameIn<WCHAR>(narrow), buffer, size);
 }
 
 }  // namespace kelgen::posix

@@ -72,6 +72,9 @@ KELGEN_PLATFORM_TESTED_API std::u16string WideName(std::string_view narrow);
 KELGEN_PLATFORM_TESTED_API std::string NarrowName(LPCSTR ansi);
 KELGEN_PLATFORM_TESTED_API std::string AnsiName(std::string_view narrow);
 
+/// Whether the name is the same bytes in UTF-8 and in the ANSI code page.
+bool IsSameInAnsi(std::string_view narrow);
+
 /// True when @p narrow holds nothing but whole characters.
 bool IsUtf8(std::string_view narrow);
 

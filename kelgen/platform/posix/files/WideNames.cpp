@@ -76,13 +76,12 @@ std::size_t Utf8Length(std::string_view text)
     return done;
 }
 
-// Names that are the same bytes in UTF-8 and in the ANSI code page.
-bool IsSameInBoth(std::string_view name)
-{
-    return std::ranges::all_of(name, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; }) || GetACP() == CP_UTF8;
-}
-
 }  // namespace
+
+bool IsSameInAnsi(std::string_view narrow)
+{
+    return std::ranges::all_of(narrow, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; }) || GetACP() == CP_UTF8;
+}
 
 std::string NarrowName(LPCWSTR wide)
 {
@@ -123,14 +122,14 @@ std::u16string WideName(std::string_view narrow)
 std::string NarrowName(LPCSTR ansi)
 {
     const std::string_view name = ansi ? ansi : "";
-    if (IsSameInBoth(name))
+    if (IsSameInAnsi(name))
         return std::string(name);
     return NarrowName(reinterpret_cast<LPCWSTR>(WideText(name).c_str()));
 }
 
 std::string AnsiName(std::string_view narrow)
 {
-    if (IsSameInBoth(narrow))
+    if (IsSameInAnsi(narrow))
         return std::string(narrow);
 
     std::string name;

@@ -9,6 +9,7 @@
 #include <kelgen/platform/posix/nls/api/WideRuntime.h>
 
 #include <cstring>
+#include <string_view>
 #include <vector>
 
 using namespace kelgen::posix;
@@ -154,6 +155,21 @@ int OrderOf(Walk left, Walk right)
     return shapes != 0 ? shapes : OrderOfSpecials(left.Specials(), right.Specials());
 }
 
+// How many units of ASCII at the start decide nothing, as both texts have them. The last letter or digit is not among them: what follows
+// may add to it.
+std::size_t SameStart(std::u16string_view left, std::u16string_view right)
+{
+    const auto isLetterOrDigit = [](char16_t unit) {
+        return (unit >= '0' && unit <= '9') || ((unit | 0x20) >= 'a' && (unit | 0x20) <= 'z');
+    };
+    std::size_t same = 0;
+    while (same < left.size() && same < right.size() && left[same] == right[same] && left[same] < 0x80)
+        ++same;
+    while (same > 0 && !isLetterOrDigit(left[same - 1]))
+        --same;
+    return same > 0 ? same - 1 : 0;
+}
+
 std::vector<WCHAR> Widen(LPCSTR text, int length)
 {
     std::vector<WCHAR> wide(static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, text, length, nullptr, 0)));
@@ -174,7 +190,9 @@ int CompareStringW(LCID locale, DWORD flags, LPCWSTR left, int leftLength, LPCWS
     const std::size_t rightUnits = rightLength < 0 ? wcslen(right) : static_cast<std::size_t>(rightLength);
     if (leftUnits == rightUnits && std::memcmp(left, right, leftUnits * sizeof(WCHAR)) == 0)
         return CSTR_EQUAL;
-    return CSTR_EQUAL + OrderOf(Walk(left, leftUnits, flags), Walk(right, rightUnits, flags));
+    const std::size_t same =
+        SameStart({reinterpret_cast<const char16_t*>(left), leftUnits}, {reinterpret_cast<const char16_t*>(right), rightUnits});
+    return CSTR_EQUAL + OrderOf(Walk(left + same, leftUnits - same, flags), Walk(right + same, rightUnits - same, flags));
 }
 
 int CompareStringA(LCID locale, DWORD flags, LPCSTR left, int leftLength, LPCSTR right, int rightLength)

@@ -181,9 +181,7 @@ CollationElements LetterWeights(WCHAR unit)
     return One(ScriptOf(unit) + lower, 0, shape);
 }
 
-}  // namespace
-
-CollationElements WeightsOf(WCHAR unit)
+CollationElements ComputedWeightsOf(WCHAR unit)
 {
     if (IsIgnored(unit))
         return {{}, 0};
@@ -198,7 +196,7 @@ CollationElements WeightsOf(WCHAR unit)
     if (unit == 0x3000)
         return One(SymbolWeights(' ').elements[0].primary, 0, kWide);
     if (unit >= 0xFF01 && unit <= 0xFF5E) {
-        CollationElements weights = WeightsOf(static_cast<WCHAR>(unit - 0xFEE0));
+        CollationElements weights = ComputedWeightsOf(static_cast<WCHAR>(unit - 0xFEE0));
         weights.elements[0].shape |= kWide;
         return weights;
     }
@@ -218,13 +216,27 @@ CollationElements WeightsOf(WCHAR unit)
         return One(kDigitsFrom + 0x100 * static_cast<DWORD>(digit), static_cast<WORD>(unit < 0x80 ? 0 : unit));
 
     if (const Decomposition parts = Decompose(unit); parts.base != 0) {
-        CollationElements weights = WeightsOf(parts.base);
+        CollationElements weights = ComputedWeightsOf(parts.base);
         if (weights.count > 0 && IsMark(parts.mark))
             weights.elements[0].accent = static_cast<WORD>(weights.elements[0].accent + AccentOf(parts.mark));
         return weights;
     }
     const bool isLetter = Characters::Get().Is(unit, Characters::kLetter) || (unit >= 0xD800 && unit <= 0xF8FF);
     return isLetter ? LetterWeights(unit) : SymbolWeights(unit);
+}
+
+}  // namespace
+
+CollationElements WeightsOf(WCHAR unit)
+{
+    constexpr WCHAR kAscii = 0x80;
+    static const auto table = [] {
+        std::array<CollationElements, kAscii> weights;
+        for (WCHAR each = 0; each < kAscii; ++each)
+            weights[each] = ComputedWeightsOf(each);
+        return weights;
+    }();
+    return unit < kAscii ? table[unit] : ComputedWeightsOf(unit);
 }
 
 WORD SpecialWeightOf(WCHAR unit)

@@ -249,7 +249,7 @@ LRESULT ItemMessage(HWND list, ListBoxState& state, UINT message, WPARAM wParam,
     case LB_FINDSTRINGEXACT:
         return Find(list, state, index, lParam, true);
     case LB_INITSTORAGE:
-        items.Reserve(std::min<std::size_t>(wParam, 1u << 20));
+        // Items need no room of their own before they come.
         return LRESULT{items.Count()} + static_cast<int>(wParam);
     case LB_SETCOUNT:
         if (!(StyleOf(list) & LBS_NODATA))

@@ -20,7 +20,7 @@ int ListItems::Insert(int index, ListItem item)
 {
     if (index < 0)
         index = Count();
-    m_items.insert(m_items.begin() + index, std::move(item));
+    m_items.Insert(static_cast<std::size_t>(index), std::move(item));
     if (current >= index)
         ++current;
     return index;
@@ -28,7 +28,7 @@ int ListItems::Insert(int index, ListItem item)
 
 void ListItems::Erase(int index)
 {
-    m_items.erase(m_items.begin() + index);
+    m_items.Erase(static_cast<std::size_t>(index));
     if (current == index)
         current = -1;
     else if (current > index)
@@ -38,16 +38,25 @@ void ListItems::Erase(int index)
 
 void ListItems::Clear()
 {
-    m_items.clear();
+    m_items.Clear();
     current = anchor = -1;
     top = 0;
 }
 
 int ListItems::PlaceOf(const ListItem& item, const std::function<int(const ListItem&, const ListItem&)>& compare) const
 {
-    const auto place =
-        std::ranges::upper_bound(m_items, item, [&](const ListItem& left, const ListItem& right) { return compare(left, right) < 0; });
-    return static_cast<int>(place - m_items.begin());
+    // The owner, which compares, may change the list meanwhile.
+    int place = 0;
+    for (int rest = Count(); rest > 0 && place + rest / 2 < Count();) {
+        const int half = rest / 2;
+        if (compare(item, (*this)[place + half]) < 0) {
+            rest = half;
+        } else {
+            place += half + 1;
+            rest -= half + 1;
+        }
+    }
+    return place;
 }
 
 int ListItems::Find(int start, std::u16string_view text, bool exact) const

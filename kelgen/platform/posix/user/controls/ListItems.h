@@ -2,11 +2,11 @@
 #pragma once
 
 #include <kelgen/platform/posix/base/api/Types.h>
+#include <kelgen/platform/posix/user/controls/ChunkedArray.h>
 
 #include <functional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace kelgen::posix::user {
 
@@ -22,7 +22,7 @@ struct ListItem
 class ListItems
 {
 public:
-    int Count() const { return static_cast<int>(m_items.size()); }
+    int Count() const { return static_cast<int>(m_items.Size()); }
     bool Has(int index) const { return index >= 0 && index < Count(); }
     ListItem& operator[](int index) { return m_items[static_cast<std::size_t>(index)]; }
     const ListItem& operator[](int index) const { return m_items[static_cast<std::size_t>(index)]; }
@@ -32,7 +32,6 @@ public:
     /// Removes the item; when it is the current one, nothing is.
     void Erase(int index);
     void Clear();
-    void Reserve(std::size_t count) { m_items.reserve(m_items.size() + count); }
 
     /// Where @p item belongs by its text, or by @p compare, which tells the order of two items.
     int PlaceOf(const ListItem& item, const std::function<int(const ListItem&, const ListItem&)>& compare) const;
@@ -45,7 +44,7 @@ public:
     int top = 0;
 
 private:
-    std::vector<ListItem> m_items;
+    ChunkedArray<ListItem> m_items;
 };
 
 /// The order of two texts in lists.
