@@ -81,6 +81,8 @@ public:
     int SetROP2(int nDrawMode) { return ::SetROP2(m_hDC, nDrawMode); }
     int GetPolyFillMode() const { return ::GetPolyFillMode(m_hDC); }
     int SetPolyFillMode(int nPolyFillMode) { return ::SetPolyFillMode(m_hDC, nPolyFillMode); }
+    int GetStretchBltMode() const { return ::GetStretchBltMode(m_hDC); }
+    int SetStretchBltMode(int nStretchMode) { return ::SetStretchBltMode(m_hDC, nStretchMode); }
     int GetMapMode() const { return ::GetMapMode(m_hDC); }
 
     /// Origins (GetViewportOrgEx and so on); each that moves one returns the former one.

@@ -89,6 +89,7 @@ TEST(Context, BeginsWithTheDocumentedState)
     EXPECT_EQ(TA_LEFT | TA_TOP | TA_NOUPDATECP, static_cast<int>(GetTextAlign(context)));
     EXPECT_EQ(R2_COPYPEN, GetROP2(context));
     EXPECT_EQ(ALTERNATE, GetPolyFillMode(context));
+    EXPECT_EQ(BLACKONWHITE, GetStretchBltMode(context));
     EXPECT_EQ(MM_TEXT, GetMapMode(context));
     EXPECT_EQ(GetStockObject(BLACK_PEN), GetCurrentObject(context, OBJ_PEN));
     EXPECT_EQ(GetStockObject(WHITE_BRUSH), GetCurrentObject(context, OBJ_BRUSH));
@@ -139,6 +140,9 @@ TEST(Context, WrongModesAndHandlesChangeNothing)
     EXPECT_EQ(0, SetBkMode(context, 77));
     EXPECT_EQ(0, SetROP2(context, 99));
     EXPECT_EQ(0, SetPolyFillMode(context, 0));
+    EXPECT_EQ(0, SetStretchBltMode(context, 5));
+    EXPECT_EQ(BLACKONWHITE, SetStretchBltMode(context, HALFTONE));
+    EXPECT_EQ(HALFTONE, SetStretchBltMode(context, COLORONCOLOR));
     EXPECT_EQ(OPAQUE, GetBkMode(context));
     EXPECT_EQ(CLR_INVALID, SetTextColor(nullptr, 1));
     EXPECT_EQ(0, SaveDC(nullptr));

@@ -45,6 +45,10 @@ KELGEN_PLATFORM_API int GetROP2(HDC context);
 /// ALTERNATE or WINDING. The former mode; 0 on failure.
 KELGEN_PLATFORM_API int SetPolyFillMode(HDC context, int mode);
 KELGEN_PLATFORM_API int GetPolyFillMode(HDC context);
+/// How StretchBlt makes fewer pixels of many: BLACKONWHITE (the first), WHITEONBLACK, COLORONCOLOR or HALFTONE. Kept for those who ask:
+/// shapes are scaled the same in each. The former mode; 0 on failure.
+KELGEN_PLATFORM_API int SetStretchBltMode(HDC context, int mode);
+KELGEN_PLATFORM_API int GetStretchBltMode(HDC context);
 /// MM_TEXT, the only one there is; 0 on failure.
 KELGEN_PLATFORM_API int GetMapMode(HDC context);
 

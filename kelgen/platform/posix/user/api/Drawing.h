@@ -62,6 +62,10 @@
 #define OPAQUE 2
 #define ALTERNATE 1
 #define WINDING 2
+#define BLACKONWHITE 1
+#define WHITEONBLACK 2
+#define COLORONCOLOR 3
+#define HALFTONE 4
 #define MM_TEXT 1
 #define TA_NOUPDATECP 0
 #define TA_UPDATECP 1

@@ -32,6 +32,7 @@ struct ContextState
     UINT align = 0;
     int rop = R2_COPYPEN;
     int fillMode = ALTERNATE;
+    int stretchMode = BLACKONWHITE;
     POINT viewport{};
     POINT windowOrigin{};
     POINT current{};

@@ -216,6 +216,16 @@ int GetPolyFillMode(HDC context)
     return Read(context, &ContextState::fillMode, 0);
 }
 
+int SetStretchBltMode(HDC context, int mode)
+{
+    return Exchange(context, &ContextState::stretchMode, mode, BLACKONWHITE, HALFTONE);
+}
+
+int GetStretchBltMode(HDC context)
+{
+    return Read(context, &ContextState::stretchMode, 0);
+}
+
 int GetMapMode(HDC context)
 {
     return WithContext(context, 0, [](Context&) { return MM_TEXT; });
