@@ -48,9 +48,8 @@ std::string TitleOf(const DesktopPicture& picture)
 void Stage::Run()
 {
     bool isWatching = false;
-    unsigned seen = DesktopChanges();
     for (;;) {
-        seen = WaitForDesktopChange(seen, isWatching ? kLookAgain : INFINITE);
+        m_seen = WaitForDesktopChange(m_seen, isWatching ? kLookAgain : INFINITE);
         std::vector<INPUT> inputs;
         const bool hasViewers = TakeInput(inputs);
         if (hasViewers != isWatching) {
@@ -62,7 +61,7 @@ void Stage::Run()
             ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
             // A picture from before the host has handled it would put off the one that shows what it did.
             if (isWatching)
-                seen = WaitForDesktopChange(before, kForInput);
+                m_seen = WaitForDesktopChange(before, kForInput);
         }
         if (!isWatching)
             continue;

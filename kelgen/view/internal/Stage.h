@@ -45,6 +45,8 @@ private:
 
     std::function<void()> m_onChange;
     DesktopPicture m_last;  // the stage's thread alone
+    // Of the time before anybody can look: who does so before the thread's first step is not missed.
+    unsigned m_seen = DesktopChanges();
 
     std::mutex m_lock;
     int m_viewers = 0;

@@ -103,7 +103,8 @@ TEST(ViewSocket, ServesItsUserAndGoesWithTheProgram)
     ASSERT_NE(std::string::npos, cookie) << answer;
     Client stream(path);
     stream.Send(Get("/events", "Host: 127.0.0.1:9000\r\nCookie: " + answer.substr(cookie + 12, answer.find(';') - cookie - 12) + "\r\n"));
-    EXPECT_NE(std::string::npos, stream.Await("A host").find("A host"));
+    const std::string events = stream.Await("A host");
+    EXPECT_NE(std::string::npos, events.find("A host")) << events;
     EXPECT_EQ(0, host.End());
     EXPECT_FALSE(std::filesystem::exists(std::filesystem::symlink_status(path)));
 }
