@@ -175,6 +175,29 @@ TEST(Drawing, HiddenWindowsKeepWhatTheyHadAndNumbersAreBounded)
     ReleaseDC(window, context);
 }
 
+TEST(Drawing, PixelsOfLongBrokenLinesAreCountedFarther)
+{
+    const Painted window(nullptr);
+    const HDC context = GetDC(window);
+    FillAll(window, context, 0);
+    // Together they are longer than a pixel's number: from the left to the right and back, and down through the window at last.
+    constexpr LONG kFar = 0x7FFFFFF;
+    std::vector<POINT> points;
+    for (int i = 0; i < 20; ++i)
+        points.push_back({i % 2 ? kFar : -kFar, -10});
+    points.push_back({100, -10});
+    points.push_back({100, 100});
+    const HGDIOBJ former = SelectObject(context, CreatePen(PS_DASH, 1, RGB(0, 0, 255)));
+    SetBkMode(context, TRANSPARENT);
+    Polyline(context, points.data(), static_cast<int>(points.size()));
+    int ink = 0;
+    for (int y = 0; y < 48; ++y)
+        ink += GetPixel(context, 100, y) == RGB(0, 0, 255);
+    EXPECT_EQ(36, ink);
+    DeleteObject(SelectObject(context, former));
+    ReleaseDC(window, context);
+}
+
 TEST(Drawing, CopiesWithinAWindowAndInvertsTwice)
 {
     const Painted window(nullptr);

@@ -22,7 +22,7 @@ enum class ECover
 };
 
 /// Whether a broken line has ink at that distance from its start.
-bool IsInk(int style, LONG distance)
+bool IsInk(int style, long long distance)
 {
     static constexpr int kDash[] = {18, 6};
     static constexpr int kDot[] = {3, 3};
@@ -84,7 +84,7 @@ bool IsNearLine(POINT from, POINT to, POINT pixel, int width)
 bool IsOnPath(const DrawnShape& shape, POINT pixel, bool isClosed)
 {
     const auto& points = shape.points;
-    LONG walked = 0;
+    long long walked = 0;
     for (std::size_t i = 0; i + (isClosed ? 0 : 1) < points.size(); ++i) {
         const POINT& from = points[i];
         const POINT& to = points[(i + 1) % points.size()];
