@@ -30,15 +30,20 @@ int FindEqualNumber(const NUMBER* numbers, int count, NUMBER value)
 {
     constexpr int kLanes = 16 / sizeof(NUMBER);
     constexpr int kBlock = 8 * kLanes;
-    using Vector [[gnu::vector_size(16), gnu::may_alias]] = NUMBER;
-    using Unaligned [[gnu::vector_size(16), gnu::may_alias, gnu::aligned(alignof(NUMBER))]] = NUMBER;
+    using Vector [[gnu::vector_size(16)]] = NUMBER;
+    // Copied, since numbers need not lie as a vector does; the compiler makes one load of it.
+    const auto load = [](const NUMBER* from) {
+        Vector vector;
+        std::memcpy(&vector, from, sizeof(vector));
+        return vector;
+    };
 
     const Vector wanted = Vector{} + value;
     int i = 0;
     for (; i + kBlock <= count; i += kBlock) {
-        const auto* const block = reinterpret_cast<const Unaligned*>(numbers + i);
-        const auto equal = ((block[0] == wanted) | (block[1] == wanted)) | ((block[2] == wanted) | (block[3] == wanted)) |
-                           ((block[4] == wanted) | (block[5] == wanted)) | ((block[6] == wanted) | (block[7] == wanted));
+        const auto isEqual = [&](int place) { return load(numbers + i + place * kLanes) == wanted; };
+        const auto equal =
+            ((isEqual(0) | isEqual(1)) | (isEqual(2) | isEqual(3))) | ((isEqual(4) | isEqual(5)) | (isEqual(6) | isEqual(7)));
         long long halves[2];
         std::memcpy(halves, &equal, sizeof(halves));
         if ((halves[0] | halves[1]) != 0)
