@@ -14,9 +14,9 @@ constexpr int kThumb = 17;         // without a page
 constexpr int kSmallestThumb = 8;  // with one
 
 /// @p number * @p numerator / @p denominator, rounded.
-int Scaled(long long number, long long numerator, long long denominator)
+long long Scaled(long long number, long long numerator, long long denominator)
 {
-    return denominator <= 0 ? 0 : static_cast<int>((number * numerator + denominator / 2) / denominator);
+    return denominator <= 0 ? 0 : (number * numerator + denominator / 2) / denominator;
 }
 
 }  // namespace
@@ -38,12 +38,13 @@ ScrollParts ScrollBar::PartsIn(int length) const
     ScrollParts parts;
     parts.arrow = std::min(kScrollBarSize, length / 2);
     const int room = length - 2 * parts.arrow;
-    const int thumb = page > 0 ? std::max(Scaled(room, page, static_cast<long long>(most) - least + 1), kSmallestThumb) : kThumb;
+    const long long numbers = static_cast<long long>(most) - least + 1;
+    const int thumb = page > 0 ? std::max(static_cast<int>(Scaled(room, page, numbers)), kSmallestThumb) : kThumb;
     if (room < thumb || disabled == ESB_DISABLE_BOTH)
         return parts;
     const long long span = static_cast<long long>(LastPosition()) - least;
     const long long at = held == EScrollPart::thumb ? tracked : position;
-    parts.thumbStart = parts.arrow + Scaled(room - thumb, at - least, span);
+    parts.thumbStart = parts.arrow + static_cast<int>(Scaled(room - thumb, at - least, span));
     parts.thumbEnd = parts.thumbStart + thumb;
     return parts;
 }
@@ -54,7 +55,7 @@ int ScrollBar::PositionAt(int start, int length) const
     const int room = length - 2 * parts.arrow - (parts.thumbEnd - parts.thumbStart);
     const int place = std::clamp(start - parts.arrow, 0, std::max(room, 0));
     const long long span = static_cast<long long>(LastPosition()) - least;
-    return least + Scaled(place, span, room);
+    return static_cast<int>(least + Scaled(place, span, room));
 }
 
 EScrollPart ScrollBar::PartAt(int place, int length) const

@@ -15,6 +15,8 @@
 #include <kelgen/platform/posix/user/windows/Borders.h>
 #include <kelgen/platform/posix/user/windows/UpdateBounds.h>
 
+#include <algorithm>
+
 using namespace kelgen::posix;
 using namespace kelgen::posix::user;
 
@@ -106,7 +108,9 @@ int ScrollWindowEx(HWND window, int x, int y, const RECT* rectangle, const RECT*
         Region uncovered;
         const bool isThere = RunOnThreadOf(window, [&](Window& target) {
             const RECT client{0, 0, WidthOf(target.client), HeightOf(target.client)};
-            Scroll scroll{x, y, client, flags, false};
+            // Beyond all windows nothing is left, however far it goes.
+            constexpr int kFarthest = 0x7FFFFFF;
+            Scroll scroll{std::clamp(x, -kFarthest, kFarthest), std::clamp(y, -kFarthest, kFarthest), client, flags, false};
             const bool hasArea = (!rectangle || IntersectRect(&scroll.area, &client, rectangle)) &&
                                  (!clip || IntersectRect(&scroll.area, &scroll.area, clip));
             scroll.isWhole = hasArea && EqualRect(&scroll.area, &client);
