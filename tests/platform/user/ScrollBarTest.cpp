@@ -8,8 +8,6 @@ using namespace kelgen::test;
 
 namespace {
 
-constexpr int kBar = 17;
-
 const char* CodeName(UINT code)
 {
     static constexpr const char* kNames[] = {"lineup", "linedown", "pageup", "pagedown", "put", "track", "top", "bottom", "end"};
