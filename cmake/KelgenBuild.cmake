@@ -67,7 +67,7 @@ if(KELGEN_SANITIZE)
   endif()
 endif()
 if(KELGEN_SANITIZE AND CMAKE_CXX_COMPILER_ID MATCHES Clang)
-  # Sanitized programs are large, and the compiler's own linker takes a quarter of the time for them.
+  # Sanitized programs are large: lld links one in a quarter of the time that the usual linker takes.
   string(REGEX MATCH "^[0-9]+" _major "${CMAKE_CXX_COMPILER_VERSION}")
   find_program(KELGEN_LLD ld.lld PATHS "/usr/lib/llvm-${_major}/bin" NO_DEFAULT_PATH)
   if(KELGEN_LLD)
