@@ -38,15 +38,15 @@ function(kelgen_add_test_program folder)
   endif()
 endfunction()
 
-# Makes few sources of many, up to KELGEN_UNITY (at most 8) of each: templates of GoogleTest and of containers are then compiled once
+# Makes few sources of many, up to KELGEN_UNITY (at most 16) of each: templates of GoogleTest and of containers are then compiled once
 # for all of them. A source stays alone if it adds to a namespace or tells of its own, or has macros, which would reach the next one.
 function(_kelgen_unite_tests variable name)
   if(NOT KELGEN_UNITY GREATER 1)
     return()
   endif()
   set(most ${KELGEN_UNITY})
-  if(most GREATER 8)
-    set(most 8)
+  if(most GREATER 16)
+    set(most 16)
   endif()
   set(at_home "^( *# *(define|if|pragma)|namespace [a-z]|template <>|extern |enum [A-Za-z]+::|.*operator new|.*anonymous namespace)")
   set(alone "")
