@@ -39,7 +39,7 @@ function(kelgen_add_test_program folder)
 endfunction()
 
 # Makes few sources of many, up to KELGEN_UNITY (at most 16) of each: templates of GoogleTest and of containers are then compiled once
-# for all of them. A source stays alone if it adds to a namespace or tells of its own, or has macros, which would reach the next one.
+# for all of them. A source stays alone if it adds to a namespace or tells of its own, or makes macros, which would reach the next one.
 function(_kelgen_unite_tests variable name)
   if(NOT KELGEN_UNITY GREATER 1)
     return()
@@ -48,7 +48,7 @@ function(_kelgen_unite_tests variable name)
   if(most GREATER 16)
     set(most 16)
   endif()
-  set(at_home "^( *# *(define|if|pragma)|namespace [a-z]|template <>|extern |enum [A-Za-z]+::|.*operator new|.*anonymous namespace)")
+  set(at_home "^( *# *(define|pragma)|namespace [a-z:]+( {)?$|template <>|extern |enum [A-Za-z]+::|.*operator new|.*anonymous namespace)")
   set(alone "")
   set(together "")
   foreach(source IN LISTS ${variable})

@@ -8,8 +8,15 @@ BEGIN {
     # A test's class outside of an unnamed namespace may have its fixture in it: here, as in a source, nobody else sees it.
     print "#ifndef __clang__\n#pragma GCC diagnostic ignored \"-Wsubobject-linkage\"\n#endif" >united
     for (i = 1; i < ARGC; ++i) {
-        while ((getline line <ARGV[i]) > 0)
+        depth = 0
+        while ((getline line <ARGV[i]) > 0) {
+            depth += (line ~ /^ *# *if/) - (line ~ /^ *# *endif/)
+            if (hoisted(line) && depth > 0) {
+                print ARGV[i] ": what is included under a condition cannot be united with other sources" >"/dev/stderr"
+                exit 1
+            }
             if (hoisted(line) && !seen[line]++) print line >united
+        }
         close(ARGV[i])
     }
     for (i = 1; i < ARGC; ++i) {
