@@ -267,7 +267,10 @@ int open(const char* path, int flags, ...)
     va_start(more, flags);
     const mode_t mode = flags & (O_CREAT | O_TMPFILE) ? va_arg(more, mode_t) : 0;
     va_end(more);
-    return Fails("open", MayOpen(flags)) ? Failure("open") : next(path, flags, mode);
+    // A folder that may not be listed counts as one with fewer entries.
+    const bool lists = (flags & (O_DIRECTORY | O_PATH)) == O_DIRECTORY;
+    const unsigned faults = lists ? kMay<broken, inputOutput, descriptors> : MayOpen(flags);
+    return Fails("open", faults) ? Failure("open") : next(path, flags, mode);
 }
 
 int openat(int folder, const char* path, int flags, ...)

@@ -34,19 +34,6 @@ std::optional<DWORD> KeptAttributes(const char* path)
     return static_cast<DWORD>(std::strtoul(text, nullptr, 16)) & kKeptAttributes;
 }
 
-DWORD AttributesOf(const struct statx& status, const char* path)
-{
-    if (S_ISCHR(status.stx_mode))
-        return FILE_ATTRIBUTE_ARCHIVE;
-    DWORD attributes = KeptAttributes(path).value_or(FILE_ATTRIBUTE_ARCHIVE);
-    if (S_ISDIR(status.stx_mode))
-        return FILE_ATTRIBUTE_DIRECTORY | (attributes & ~DWORD{FILE_ATTRIBUTE_ARCHIVE});
-
-    if ((status.stx_mode & kWritePermissions) == 0)
-        attributes |= FILE_ATTRIBUTE_READONLY;
-    return attributes ? attributes : FILE_ATTRIBUTE_NORMAL;
-}
-
 FILETIME TimeOf(const statx_timestamp& time)
 {
     return FromUnixTime({.tv_sec = time.tv_sec, .tv_nsec = time.tv_nsec});
@@ -55,7 +42,7 @@ FILETIME TimeOf(const statx_timestamp& time)
 FileEntry EntryFrom(const struct statx& status, const char* path)
 {
     FileEntry entry{};
-    entry.attributes = AttributesOf(status, path);
+    entry.attributes = AttributesOf(status.stx_mode, path);
     entry.lastAccess = TimeOf(status.stx_atime);
     entry.lastWrite = TimeOf(status.stx_mtime);
     entry.creation = status.stx_mask & STATX_BTIME ? TimeOf(status.stx_btime) : entry.lastWrite;
@@ -84,6 +71,19 @@ bool KeepAttributes(const char* path, std::optional<DWORD> kept)
 constexpr unsigned kWanted = STATX_BASIC_STATS | STATX_BTIME;
 
 }  // namespace
+
+DWORD AttributesOf(mode_t mode, const char* path)
+{
+    if (S_ISCHR(mode))
+        return FILE_ATTRIBUTE_ARCHIVE;
+    DWORD attributes = KeptAttributes(path).value_or(FILE_ATTRIBUTE_ARCHIVE);
+    if (S_ISDIR(mode))
+        return FILE_ATTRIBUTE_DIRECTORY | (attributes & ~DWORD{FILE_ATTRIBUTE_ARCHIVE});
+
+    if ((mode & kWritePermissions) == 0)
+        attributes |= FILE_ATTRIBUTE_READONLY;
+    return attributes ? attributes : FILE_ATTRIBUTE_NORMAL;
+}
 
 std::optional<FileEntry> EntryAt(const std::string& native)
 {

@@ -3,6 +3,8 @@
 
 #include <kelgen/platform/posix/base/api/Types.h>
 
+#include <sys/types.h>
+
 #include <optional>
 #include <string>
 
@@ -32,6 +34,9 @@ struct FileEntry
         record.nFileSizeLow = static_cast<DWORD>(size);
     }
 };
+
+/// The attributes of the entry at @p path, whose kind and permissions are @p mode.
+DWORD AttributesOf(mode_t mode, const char* path);
 
 /// The entry at the path @p native, or nothing and errno. Of a link that leads nowhere it tells the link's facts.
 std::optional<FileEntry> EntryAt(const std::string& native);
