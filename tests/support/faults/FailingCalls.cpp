@@ -344,6 +344,7 @@ void* dlopen(const char* path, int mode)
 // Calls that have no function of their own.
 long syscall(long number, ...)
 {
+    constexpr long kGetXattrAt = 464;  // older systems' headers do not name it
     static auto* const next = Next<long(long, ...)>("syscall");
     std::va_list more;
     va_start(more, number);
@@ -352,6 +353,7 @@ long syscall(long number, ...)
         argument = va_arg(more, long);
     va_end(more);
     const bool fails = (number == SYS_pidfd_open && Fails("pidfd_open", kMay<descriptors, memory>)) ||
+                       (number == kGetXattrAt && Fails("getxattrat", kMayLookUp)) ||
                        (number == SYS_getdents64 && Fails("getdents64", kMay<inputOutput>)) ||
                        (number == SYS_futex && (arguments[1] & FUTEX_CMD_MASK) == FUTEX_WAIT && Fails("futex", kMay<broken>));
     return fails ? Failure("syscall") : next(number, arguments[0], arguments[1], arguments[2], arguments[3], arguments[4], arguments[5]);

@@ -41,6 +41,9 @@ DWORD AttributesOf(mode_t mode, const char* path);
 /// The entry at the path @p native, or nothing and errno. Of a link that leads nowhere it tells the link's facts.
 std::optional<FileEntry> EntryAt(const std::string& native);
 
+/// The same for the entry @p name of the open folder @p folder, to which @p native leads. Cost: looks up nothing but the name.
+std::optional<FileEntry> EntryIn(int folder, const char* name, const std::string& native);
+
 /// The entry that the descriptor @p file is open on, or nothing and errno.
 std::optional<FileEntry> EntryOf(int file);
 

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <functional>
 
 namespace kelgen::posix {
@@ -239,6 +240,40 @@ void Walk(const Place& place, ResolvedPath& result)
     result.exists = true;
 }
 
+// The names in byte order. Names in a folder often begin alike: behind what all have in common, eight bytes as a number tell most apart.
+std::vector<std::string> SortedNames(std::vector<std::string> names)
+{
+    if (names.size() < 2)
+        return names;
+    std::size_t common = names[0].size();
+    for (const std::string& name : names) {
+        std::size_t same = 0;
+        while (same < std::min(common, name.size()) && name[same] == names[0][same])
+            ++same;
+        common = same;
+    }
+    struct Key
+    {
+        std::uint64_t head;
+        std::uint32_t index;
+    };
+    std::vector<Key> keys(names.size());
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        std::uint64_t head = 0;
+        for (std::size_t at = common; at < common + sizeof head; ++at)
+            head = (head << 8) | (at < names[i].size() ? static_cast<unsigned char>(names[i][at]) : 0u);
+        keys[i] = {head, static_cast<std::uint32_t>(i)};
+    }
+    std::ranges::sort(keys, [&names](const Key& left, const Key& right) {
+        return left.head != right.head ? left.head < right.head : names[left.index] < names[right.index];
+    });
+    std::vector<std::string> sorted;
+    sorted.reserve(names.size());
+    for (const Key& key : keys)
+        sorted.push_back(std::move(names[key.index]));
+    return sorted;
+}
+
 // The folder that this thread made last. What is made next often is the first thing in it, so that looking for its exact name first would
 // be in vain. Right or wrong, it only says what is looked at first.
 thread_local std::size_t lastMade = 0;
@@ -345,7 +380,7 @@ std::optional<std::string> ToNativeFolder(std::string_view name)
     return std::move(path.native);
 }
 
-std::optional<std::vector<std::string>> ListFolder(const std::string& native)
+std::optional<std::vector<std::string>> ListFolder(const std::string& native, Descriptor* opened)
 {
     FolderReader folder(native);
     if (!folder)
@@ -355,8 +390,9 @@ std::optional<std::vector<std::string>> ListFolder(const std::string& native)
         errno = error;
         return std::nullopt;
     }
-    std::sort(entries.begin(), entries.end());
-    return entries;
+    if (opened)
+        *opened = folder.Release();
+    return SortedNames(std::move(entries));
 }
 
 std::vector<std::string> FolderEntries(const std::string& native)

@@ -60,8 +60,9 @@ constexpr std::size_t kUsualDepth = 24;
 /// The parts of @p text, where they lie in it, between backslashes; empty ones left out.
 std::vector<std::string_view> SplitAtBackslashes(std::string_view text);
 
-/// The names in the folder @p native in byte order, without "." and ".."; nothing, with errno, when it cannot be read.
-std::optional<std::vector<std::string>> ListFolder(const std::string& native);
+/// The names in the folder @p native in byte order, without "." and ".."; nothing, with errno, when it cannot be read. @p opened, which
+/// may be null, becomes the open folder.
+std::optional<std::vector<std::string>> ListFolder(const std::string& native, Descriptor* opened = nullptr);
 
 /// The same; empty when it cannot be read.
 KELGEN_PLATFORM_TESTED_API std::vector<std::string> FolderEntries(const std::string& native);
