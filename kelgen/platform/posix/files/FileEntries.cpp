@@ -92,11 +92,10 @@ FILETIME TimeOf(const statx_timestamp& time)
     return FromUnixTime({.tv_sec = time.tv_sec, .tv_nsec = time.tv_nsec});
 }
 
-template <class Kept>
-FileEntry EntryFrom(const struct statx& status, Kept kept)
+// Without attributes.
+FileEntry PlainEntryFrom(const struct statx& status)
 {
     FileEntry entry{};
-    entry.attributes = AttributesFrom(status.stx_mode, kept);
     entry.lastAccess = TimeOf(status.stx_atime);
     entry.lastWrite = TimeOf(status.stx_mtime);
     entry.creation = status.stx_mask & STATX_BTIME ? TimeOf(status.stx_btime) : entry.lastWrite;
@@ -104,6 +103,14 @@ FileEntry EntryFrom(const struct statx& status, Kept kept)
     entry.index = status.stx_ino;
     entry.volume = static_cast<DWORD>(makedev(status.stx_dev_major, status.stx_dev_minor));
     entry.links = status.stx_nlink;
+    return entry;
+}
+
+template <class Kept>
+FileEntry EntryFrom(const struct statx& status, Kept kept)
+{
+    FileEntry entry = PlainEntryFrom(status);
+    entry.attributes = AttributesFrom(status.stx_mode, kept);
     return entry;
 }
 
@@ -120,6 +127,11 @@ bool KeepAttributes(const char* path, std::optional<DWORD> kept)
     if (setxattr(path, kAttributesName, text, static_cast<std::size_t>(length), 0) == 0)
         return true;
     return errno == ENOTSUP && (*kept & ~DWORD{FILE_ATTRIBUTE_ARCHIVE}) == 0;
+}
+
+bool ReadStatus(int file, struct statx& status)
+{
+    return statx(file, "", AT_EMPTY_PATH, kWanted, &status) == 0;
 }
 
 // Of a link that leads nowhere the link's own.
@@ -154,9 +166,15 @@ std::optional<FileEntry> EntryIn(int folder, const char* name, const std::string
 std::optional<FileEntry> EntryOf(int file)
 {
     struct statx status;
-    if (statx(file, "", AT_EMPTY_PATH, kWanted, &status) != 0)
+    if (!ReadStatus(file, status))
         return std::nullopt;
     return EntryFrom(status, [file] { return KeptAttributes(PathOfDescriptor(file).c_str()); });
+}
+
+std::optional<FileEntry> PlainEntryOf(int file)
+{
+    struct statx status;
+    return ReadStatus(file, status) ? std::optional(PlainEntryFrom(status)) : std::nullopt;
 }
 
 bool StoreAttributes(const std::string& native, DWORD attributes)

@@ -47,6 +47,9 @@ std::optional<FileEntry> EntryIn(int folder, const char* name, const std::string
 /// The entry that the descriptor @p file is open on, or nothing and errno.
 std::optional<FileEntry> EntryOf(int file);
 
+/// The same without attributes, which are 0.
+std::optional<FileEntry> PlainEntryOf(int file);
+
 /// Makes the attributes of the entry at @p native those of @p attributes that it can have. False and errno on failure.
 bool StoreAttributes(const std::string& native, DWORD attributes);
 
