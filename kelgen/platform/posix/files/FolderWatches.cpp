@@ -10,6 +10,7 @@
 #include <sys/inotify.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <memory>
@@ -302,7 +303,8 @@ bool FolderWatches::ReadSomeEvents()
 {
     alignas(inotify_event) char buffer[64 * (sizeof(inotify_event) + NAME_MAX + 1)];
     const ssize_t size = Retry([&] { return read(m_queue.Get(), buffer, sizeof buffer); });
-    for (const char* at = buffer; at < buffer + size;) {
+    const char* const end = buffer + std::max<ssize_t>(size, 0);
+    for (const char* at = buffer; at < end;) {
         const auto& event = *reinterpret_cast<const inotify_event*>(at);
         at += sizeof event;
         try {
