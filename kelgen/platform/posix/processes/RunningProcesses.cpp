@@ -32,8 +32,8 @@ std::string WithoutDeletedMark(std::string path)
     return path;
 }
 
-// The kernel lets the same callers read this link as the list of what a process has mapped, at less cost. ENOENT: the process has no program,
-// as the kernel's own threads and processes that have ended and wait for their parent to ask.
+// The kernel lets the same callers read this link as the list of what a process has mapped, at less cost. ENOENT: the process has no
+// program, as the kernel's own threads and processes that have ended and wait for their parent to ask.
 bool HasProgramLink(DWORD id)
 {
     char first;
