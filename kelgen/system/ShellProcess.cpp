@@ -63,11 +63,7 @@ CString Upper(const char* text)
 class ModuleNames
 {
 public:
-    bool Load()
-    {
-        return m_library.Find("EnumProcesses", m_enumProcesses) && m_library.Find("EnumProcessModules", m_enumModules) &&
-               m_library.Find("GetModuleBaseNameA", m_getBaseName);
-    }
+    bool Load() { return m_library.Find("EnumProcesses", m_enumProcesses) && m_library.Find("GetModuleBaseNameA", m_getBaseName); }
 
     DWORD Search(const CString& wanted, DWORD& count) const
     {
@@ -97,17 +93,15 @@ private:
     CString NameOf(HANDLE process) const
     {
         char name[MAX_PATH] = "Unknown";
-        HMODULE module = nullptr;
-        DWORD needed = 0;
-        if (process && m_enumModules(process, &module, sizeof module, &needed))
-            m_getBaseName(process, module, name, sizeof name);
+        // No module stands for the first one, the program: a list of all would have to be made to be counted.
+        if (process)
+            m_getBaseName(process, nullptr, name, sizeof name);
         // A name that fills the buffer has no terminator.
         return CString(name, static_cast<int>(strnlen(name, sizeof name)));
     }
 
     Library m_library{"PSAPI.DLL"};
     BOOL(WINAPI* m_enumProcesses)(DWORD*, DWORD, DWORD*) = nullptr;
-    BOOL(WINAPI* m_enumModules)(HANDLE, HMODULE*, DWORD, DWORD*) = nullptr;
     DWORD(WINAPI* m_getBaseName)(HANDLE, HMODULE, LPSTR, DWORD) = nullptr;
 };
 

@@ -118,9 +118,16 @@ private:
     /// '%'.
     const unsigned short* AddLiterals(const unsigned short* first)
     {
+        // Most runs are short; a call finds the end of a long one by several units at once.
+        constexpr std::ptrdiff_t kShortRun = 16;
         const unsigned short* last = first;
-        while (last < m_end && *last != '%')
+        const unsigned short* const shortEnd = first + std::min(kShortRun, m_end - first);
+        while (last < shortEnd && *last != '%')
             ++last;
+        if (last == shortEnd && last < m_end) {
+            const int next = kelgen::detail::FindUnit(last, static_cast<int>(m_end - last), '%');
+            last = next < 0 ? m_end : last + next;
+        }
         const long long count = last - first;
         m_sum += count * (m_end - first) - count * (count - 1) / 2;
         if (m_runtimeNext >= first && m_runtimeNext < last)

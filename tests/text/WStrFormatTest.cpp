@@ -56,6 +56,8 @@ TEST(WStrFormat, RoomIsReservedByTheSum)
 {
     EXPECT_EQ(4 + 3 + 32, Reserved(u"ab%d", 7)) << "a literal counts the rest of the format";
     EXPECT_EQ(32 + 3 + 2 + 1, Reserved(u"%dxyz", 7));
+    for (int length = 10; length < 50; ++length)
+        EXPECT_EQ(length * (length + 1) / 2 + 2 * length + 32, Reserved(std::u16string(static_cast<std::size_t>(length), u'x') + u"%d", 7));
     EXPECT_EQ(4 + 2 + 1, Reserved(u"a%%b")) << "counted at the second";
     EXPECT_EQ(2, Reserved(u"a%"));
     EXPECT_EQ(8 + 5, Reserved(u"%c%C%hc%lc%5c", 'a', 'b', 'c', 'd', 'e'));

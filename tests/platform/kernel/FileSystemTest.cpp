@@ -1,8 +1,11 @@
 // FileSystemTest.cpp: attributes, deleting, moving, copying, folders, temporary names.
 #include "support/Failures.h"
+#include "support/Random.h"
 #include "support/Scratch.h"
 
 #include <algorithm>
+#include <cctype>
+#include <map>
 #include <vector>
 
 using namespace kelgen::test;
@@ -266,6 +269,38 @@ TEST_F(FileSystem, FoldersAreMadeOnceAndRemovedEmpty)
                   {"NEW\\", "", 0}},
                  [](const char* name, const char*) { return RemoveDirectoryA(name); });
     EXPECT_FALSE(Exists("new"));
+}
+
+TEST_F(FileSystem, FoldersAreMadeWhereNothingHasTheirNameInAnyCase)
+{
+    Random random;
+    std::map<std::string, bool> isFolder = {{"", true}};  // by name in lower case
+    for (int i = 0; i < 2000; ++i) {
+        std::string path = "abAB"[random.Between(0, 3)] + std::string();
+        while (random.Between(0, 2) && path.size() < 7)
+            path += std::string("/") + "abAB"[random.Between(0, 3)];
+        std::string name = path;
+        std::ranges::transform(name, name.begin(), [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+        const auto parent = isFolder.find(name.substr(0, name.size() - std::min<std::size_t>(2, name.size())));
+        const bool isInFolder = parent != isFolder.end() && parent->second;
+        const auto known = isFolder.find(name);
+        const bool isThere = known != isFolder.end();
+        const auto next = isFolder.upper_bound(name);
+        const bool isEmpty = next == isFolder.end() || !next->first.starts_with(name + "/");
+        SCOPED_TRACE(path);
+        if (const int call = random.Between(0, 3); call > 1) {
+            const BOOL made = CreateDirectoryA(At(path).c_str(), nullptr);
+            ASSERT_EQ(isThere ? DWORD{ERROR_ALREADY_EXISTS} : isInFolder ? 0 : DWORD{ERROR_PATH_NOT_FOUND}, made ? 0 : GetLastError());
+            if (made)
+                isFolder[name] = true;
+        } else if (call == 1 && !isThere && isInFolder) {
+            CloseHandle(CreateFileA(At(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr));
+            isFolder[name] = false;
+        } else if (isThere && isEmpty) {
+            ASSERT_TRUE(known->second ? RemoveDirectoryA(At(path).c_str()) : DeleteFileA(At(path).c_str()));
+            isFolder.erase(known);
+        }
+    }
 }
 
 TEST_F(FileSystem, TemporaryNames)

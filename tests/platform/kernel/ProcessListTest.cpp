@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "support/Failures.h"
+#include "support/Threads.h"
 
 using namespace kelgen::test;
 
@@ -71,6 +72,27 @@ TEST(ProcessList, ModulesBeginWithTheProgram)
     EXPECT_EQ(DWORD{ERROR_INVALID_HANDLE}, GetLastError());
     EXPECT_TRUE(CloseHandle(process));
     EXPECT_TRUE(FailedWith(ERROR_INVALID_HANDLE, !calls.enumModules(process, &first, sizeof first, &needed)));
+}
+
+TEST(ProcessList, TheProgramIsTheFirstModuleOfEveryProcess)
+{
+    const ProcessCalls calls;
+    std::vector<DWORD> ids(5000);
+    DWORD used = 0;
+    ASSERT_TRUE(calls.enumProcesses(ids.data(), static_cast<DWORD>(ids.size() * sizeof(DWORD)), &used));
+    ids.resize(used / sizeof(DWORD));
+    for (const DWORD id : ids) {
+        const OwnedHandle process(OpenProcess(0x410, FALSE, id));
+        char program[300] = "";
+        char name[300] = "";
+        HMODULE first = nullptr;
+        DWORD needed = 0;
+        const DWORD length = process ? calls.baseName(process.get(), nullptr, program, sizeof program) : 0;
+        if (process && calls.enumModules(process.get(), &first, sizeof first, &needed)) {
+            EXPECT_EQ(length, calls.baseName(process.get(), first, name, sizeof name)) << id;
+            EXPECT_STREQ(name, program) << id;
+        }
+    }
 }
 
 TEST(ProcessList, OpeningNeedsAProcessAndModulesNeedBothRights)

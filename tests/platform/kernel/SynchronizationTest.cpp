@@ -179,6 +179,38 @@ TEST(Wait, AllTakesNothingBeforeAllAreThere)
     WaitForSingleObject(setter.get(), kDeadline);
 }
 
+TEST(Wait, ThatEndsAsItIsServedTakesOnceOrNothing)
+{
+    constexpr int kWaiters = 3;
+    constexpr int kReleases = 3000;
+    const OwnedHandle units(CreateSemaphoreA(nullptr, 0, kReleases, nullptr));
+    const auto never = NewEvent(true, false);
+    const auto stop = NewEvent(true, false);
+    std::atomic<int> taken = 0;
+    std::vector<OwnedHandle> waiters;
+    for (int i = 0; i < kWaiters; ++i)
+        waiters.push_back(StartThread([&, i]() -> DWORD {
+            // One object twice, and times so short that many waits end by themselves.
+            const HANDLE handles[] = {never.get(), units.get(), stop.get(), units.get()};
+            for (DWORD result = WAIT_TIMEOUT; result != WAIT_OBJECT_0 + 2;) {
+                result = WaitForMultipleObjects(4, handles, FALSE, i == 0 ? INFINITE : 1);
+                taken += result == WAIT_OBJECT_0 + 1;
+            }
+            return 0;
+        }));
+    for (int i = 0; i < kReleases; ++i) {
+        EXPECT_TRUE(ReleaseSemaphore(units.get(), 1, nullptr));
+        if (i % 100 == 0) {
+            EXPECT_EQ(DWORD{WAIT_TIMEOUT}, WaitForSingleObject(never.get(), 1));
+        }
+    }
+    // Of all that are signalled the first in the list is taken: what is left goes before the stop.
+    EXPECT_TRUE(SetEvent(stop.get()));
+    for (const OwnedHandle& waiter : waiters)
+        EXPECT_EQ(DWORD{WAIT_OBJECT_0}, WaitForSingleObject(waiter.get(), kDeadline));
+    EXPECT_EQ(kReleases, taken);
+}
+
 TEST(Wait, RefusesBadCountsAndHandles)
 {
     const auto event = NewEvent(true, false);

@@ -136,6 +136,25 @@ TEST(WidePrintf, NarrowBytesWidenAsTheyStand)
     EXPECT_EQ(0x3042, text[0]);
 }
 
+TEST(WidePrintf, LiteralsOfAnyLengthStandAsTheyAre)
+{
+    for (std::size_t length = 0; length < 70; ++length) {
+        std::string literal;
+        for (std::size_t i = 0; i < length; ++i)
+            literal += static_cast<char>('a' + i % 26);
+        const std::string format = literal + "%d" + literal;
+        const std::string expected = literal + "-7" + literal;
+        EXPECT_EQ(expected, Formatted(format.c_str(), -7));
+        char narrow[200] = "";
+        EXPECT_EQ(static_cast<int>(expected.size()), _snprintf(narrow, sizeof narrow, format.c_str(), -7));
+        EXPECT_EQ(expected, narrow);
+        // In a room for half of it nothing is written behind.
+        std::vector<WCHAR> text(expected.size() / 2 + 1, '#');
+        EXPECT_EQ(-1, FormatInto(text.data(), expected.size() / 2, Widened(format).data(), -7));
+        EXPECT_EQ(expected.substr(0, expected.size() / 2) + '#', Narrowed(text.data(), static_cast<int>(text.size())));
+    }
+}
+
 TEST(WidePrintf, NeverWritesPastTheRoom)
 {
     struct Row

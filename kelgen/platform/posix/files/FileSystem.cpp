@@ -8,6 +8,7 @@
 #include <kelgen/platform/posix/files/Paths.h>
 #include <kelgen/platform/posix/files/ShareModes.h>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -27,10 +28,12 @@ bool IsCurrentFolder(const std::string& native)
 
 DWORD AttributesAt(std::string_view name)
 {
-    const auto native = ToNative(name);
-    if (!native)
+    const auto path = ResolveExisting(name);
+    if (!path)
         return INVALID_FILE_ATTRIBUTES;
-    const auto entry = EntryAt(*native);
+    if (path->mode != 0)
+        return AttributesOf(path->mode, path->native.c_str());
+    const auto entry = EntryAt(path->native);
     return entry ? entry->attributes : Fail(ErrorFromErrno(errno), INVALID_FILE_ATTRIBUTES);
 }
 
@@ -77,13 +80,17 @@ BOOL DeleteAt(std::string_view name)
 
 BOOL MakeFolderAt(std::string_view name)
 {
-    const ResolvedPath path = Resolve(name);
+    Descriptor folder;
+    const ResolvedPath path = ResolveToMake(name, folder);
     if (path.exists)
         return Fail(ERROR_ALREADY_EXISTS, FALSE);
     if (path.error != ERROR_FILE_NOT_FOUND || path.native.empty())
         return Fail(path.error, FALSE);
-    if (mkdir(path.native.c_str(), 0777) == 0)
+    const std::size_t last = folder ? path.native.rfind('/') + 1 : 0;
+    if (mkdirat(folder ? folder.Get() : AT_FDCWD, path.native.c_str() + last, 0777) == 0) {
+        NoteMadeFolder(path.native);
         return TRUE;
+    }
     return Fail(errno == EEXIST ? ERROR_ALREADY_EXISTS : ErrorFromErrno(errno), FALSE);
 }
 

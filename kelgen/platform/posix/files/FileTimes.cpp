@@ -76,7 +76,7 @@ BOOL GetFileTime(HANDLE file, LPFILETIME creation, LPFILETIME lastAccess, LPFILE
         const auto object = Handles().Find<FileObject>(file);
         if (!object)
             return Fail(ERROR_INVALID_HANDLE, FALSE);
-        const auto entry = EntryOf(object->Number());
+        const auto entry = PlainEntryOf(object->Number());
         if (!entry)
             return Fail(ErrorFromErrno(errno), FALSE);
 

@@ -28,7 +28,9 @@ struct Listed
 class FindObject : public HandleObject
 {
 public:
-    FindObject(const std::string& folder, ShortNames names) : m_path(folder + '/'), m_folderLength(m_path.size()), m_names(std::move(names))
+    // opened is the folder, empty where that cannot be opened.
+    FindObject(const std::string& folder, ShortNames names, Descriptor opened)
+        : m_path(folder + '/'), m_folderLength(m_path.size()), m_names(std::move(names)), m_folder(std::move(opened))
     {}
 
     struct Found
@@ -58,7 +60,7 @@ public:
         while (m_next < m_listed.size()) {
             const Listed& names = m_listed[m_next];
             m_path.replace(m_folderLength, std::string::npos, names.name);
-            const auto entry = EntryAt(m_path);
+            const auto entry = m_folder ? EntryIn(m_folder.Get(), m_path.c_str() + m_folderLength, m_path) : EntryAt(m_path);
             if (!entry && errno != ENOENT)
                 return Fail(ErrorFromErrno(errno), std::nullopt);
             ++m_next;
@@ -72,6 +74,7 @@ private:
     std::string m_path;
     const std::size_t m_folderLength;
     const ShortNames m_names;
+    const Descriptor m_folder;
     std::string m_only;
     std::string m_onlyShort;
     std::vector<Listed> m_listed;
@@ -198,11 +201,13 @@ std::shared_ptr<FindObject> StartFind(std::string_view pattern)
             return nullptr;
         const std::size_t end = native->rfind('/');
         const std::string folder = native->substr(0, end);
-        auto entries = ListFolder(folder + '/');
+        Descriptor opened;
+        auto entries = ListFolder(folder + '/', &opened);
         // The entry is there, even where the user may not list the others.
         if (!entries && errno != EACCES)
             return Fail(ErrorFromErrno(errno), nullptr);
-        auto find = std::make_shared<FindObject>(folder, ShortNames(std::move(entries).value_or(std::vector<std::string>())));
+        auto find =
+            std::make_shared<FindObject>(folder, ShortNames(std::move(entries).value_or(std::vector<std::string>())), std::move(opened));
         find->ListOnly(native->substr(end + 1));
         return find;
     }
@@ -210,10 +215,11 @@ std::shared_ptr<FindObject> StartFind(std::string_view pattern)
     const ResolvedPath folder = Resolve(full.substr(0, slash + 1));
     if (const DWORD error = FolderError(folder))
         return Fail(error, nullptr);
-    auto entries = ListFolder(folder.native);
+    Descriptor opened;
+    auto entries = ListFolder(folder.native, &opened);
     if (!entries)
         return Fail(ErrorFromErrno(errno), nullptr);
-    auto find = std::make_shared<FindObject>(folder.native, ShortNames(std::move(*entries)));
+    auto find = std::make_shared<FindObject>(folder.native, ShortNames(std::move(*entries)), std::move(opened));
     find->List(MatchingNames(folder.native, find->Names(), last));
     return find;
 }

@@ -10,6 +10,7 @@
 #include <sys/inotify.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <memory>
@@ -99,8 +100,9 @@ bool FolderWatches::Start()
         return true;
     Descriptor queue(inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
     const auto read = [this] {
+        // The queue calls again while there are more. Whoever has been woken takes this lock next.
         const std::lock_guard lock(m_mutex);
-        ReadEvents();
+        ReadSomeEvents();
     };
     if (!queue || !DescriptorEvents::Get().Watch(queue.Get(), read))
         return false;
@@ -292,20 +294,28 @@ void FolderWatches::DropUnused(FolderSubscription& subscription)
 // Takes all events that there are. The lock is held.
 void FolderWatches::ReadEvents()
 {
-    alignas(inotify_event) char buffer[64 * (sizeof(inotify_event) + NAME_MAX + 1)];
-    for (ssize_t size; (size = Retry([&] { return read(m_queue.Get(), buffer, sizeof buffer); })) > 0;) {
-        for (const char* at = buffer; at < buffer + size;) {
-            const auto& event = *reinterpret_cast<const inotify_event*>(at);
-            at += sizeof event;
-            try {
-                Dispatch(event, event.len > 0 ? at : "");
-            } catch (const std::bad_alloc&) {
-                // This runs on threads that nobody could tell.
-                SignalEveryone();
-            }
-            at += event.len;
-        }
+    while (ReadSomeEvents()) {
     }
+}
+
+// False when there are none.
+bool FolderWatches::ReadSomeEvents()
+{
+    alignas(inotify_event) char buffer[64 * (sizeof(inotify_event) + NAME_MAX + 1)];
+    const ssize_t size = Retry([&] { return read(m_queue.Get(), buffer, sizeof buffer); });
+    const char* const end = buffer + std::max<ssize_t>(size, 0);
+    for (const char* at = buffer; at < end;) {
+        const auto& event = *reinterpret_cast<const inotify_event*>(at);
+        at += sizeof event;
+        try {
+            Dispatch(event, event.len > 0 ? at : "");
+        } catch (const std::bad_alloc&) {
+            // This runs on threads that nobody could tell.
+            SignalEveryone();
+        }
+        at += event.len;
+    }
+    return size > 0;
 }
 
 // Events are lost: whatever is watched may have changed.

@@ -85,6 +85,7 @@ private:
     void DropUnused(FolderSubscription& subscription);
 
     void ReadEvents();
+    bool ReadSomeEvents();
     void SignalEveryone();
     void Dispatch(const inotify_event& event, std::string_view name);
     void FolderEvent(FolderSubscription& subscription, const inotify_event& event, const std::string& path);

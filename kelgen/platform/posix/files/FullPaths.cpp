@@ -4,6 +4,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
@@ -16,6 +17,13 @@ namespace {
 bool IsSlash(char letter)
 {
     return letter == '/' || letter == '\\';
+}
+
+// The place of the first slash of either kind, or npos: this is asked for every part of every name, and two letters need no general search.
+std::size_t FindSlash(std::string_view text)
+{
+    const auto found = std::find_if(text.begin(), text.end(), IsSlash);
+    return found == text.end() ? std::string_view::npos : static_cast<std::size_t>(found - text.begin());
 }
 
 bool IsLetter(char letter)
@@ -41,9 +49,7 @@ std::string_view WithoutTrailing(std::string_view text, std::string_view letters
 std::string Backslashed(std::string_view text)
 {
     std::string result(text);
-    for (char& letter : result)
-        if (letter == '/')
-            letter = '\\';
+    std::ranges::replace(result, '/', '\\');
     return result;
 }
 
@@ -73,10 +79,10 @@ std::size_t NetworkRootEnd(std::string_view name)
 
 // Adds the parts of tail to parts: "." stays out, ".." takes one away, one trailing dot of a folder's name is dropped, all
 // trailing dots and blanks of the last. True when the name ends in a slash.
-bool AddParts(std::string_view tail, std::vector<std::string>& parts)
+bool AddParts(std::string_view tail, std::vector<std::string_view>& parts)
 {
     while (!tail.empty()) {
-        const std::size_t slash = tail.find_first_of("/\\");
+        const std::size_t slash = FindSlash(tail);
         std::string_view part = tail.substr(0, slash);
         const bool last = slash == std::string_view::npos;
         tail.remove_prefix(last ? tail.size() : slash + 1);
@@ -94,15 +100,19 @@ bool AddParts(std::string_view tail, std::vector<std::string>& parts)
             part.remove_suffix(1);
         if (part.empty())
             return true;
-        parts.emplace_back(part);
+        parts.push_back(part);
         if (last)
             return false;
     }
     return true;
 }
 
-std::string Joined(std::string root, const std::vector<std::string>& parts, bool endsInSlash)
+std::string Joined(std::string root, const std::vector<std::string_view>& parts, bool endsInSlash)
 {
+    std::size_t length = root.size();
+    for (const std::string_view part : parts)
+        length += part.size() + 1;
+    root.reserve(length);
     for (std::size_t i = 0; i < parts.size(); ++i) {
         root += parts[i];
         if (i + 1 < parts.size() || endsInSlash)
@@ -113,7 +123,8 @@ std::string Joined(std::string root, const std::vector<std::string>& parts, bool
 
 std::string Collapsed(std::string root, std::string_view tail)
 {
-    std::vector<std::string> parts;
+    std::vector<std::string_view> parts;
+    parts.reserve(kUsualDepth);
     const bool endsInSlash = !tail.empty() && AddParts(tail, parts);
     return Joined(std::move(root), parts, endsInSlash);
 }
@@ -121,7 +132,7 @@ std::string Collapsed(std::string root, std::string_view tail)
 std::string FromCurrentFolder(std::string_view tail)
 {
     const std::string current = CurrentFolder();
-    std::vector<std::string> parts = SplitAtBackslashes(std::string_view(current).substr(3));
+    std::vector<std::string_view> parts = SplitAtBackslashes(std::string_view(current).substr(3));
     const bool endsInSlash = AddParts(tail, parts);
     return Joined(current.substr(0, 3), parts, endsInSlash);
 }

@@ -4,27 +4,26 @@
 #include <kelgen/platform/posix/base/Home.h>
 #include <kelgen/platform/posix/base/api/ErrorCodes.h>
 #include <kelgen/platform/posix/base/api/LastError.h>
+#include <kelgen/platform/posix/files/FolderReader.h>
 #include <kelgen/platform/posix/files/ShortNames.h>
 #include <kelgen/platform/posix/nls/NameCase.h>
 
-#include <dirent.h>
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
-#include <memory>
-#include <new>
+#include <cstdint>
+#include <functional>
 
 namespace kelgen::posix {
 
 namespace {
 
-// A full path's place in the file system, its parts not yet looked up.
+// A full path's place in the file system, its parts, which lie in that path's text, not yet looked up.
 struct Place
 {
     std::string root;  // without a final slash
-    std::vector<std::string> parts;
+    std::vector<std::string_view> parts;
     bool endsInSlash = false;
     bool isDevice = false;
     DWORD error = 0;
@@ -48,31 +47,35 @@ Place PlaceOfDevice(std::string_view device)
     return place;
 }
 
-Place PlaceOf(std::string_view name)
+// After "\\?\" and "\??\" a name is taken as it stands: dots and blanks at its end count, and slashes are no separators.
+bool IsVerbatim(std::string_view name)
+{
+    return name.starts_with("\\\\?\\") || name.starts_with("\\??\\");
+}
+
+// full is the name without such a prefix, else its full path.
+Place PlaceOf(std::string_view full, bool verbatim)
 {
     Place place;
-    // After "\\?\" and "\??\" the name is taken as it stands: dots and blanks at its end count, and slashes are no separators.
-    const bool verbatim = name.starts_with("\\\\?\\") || name.starts_with("\\??\\");
-    std::string full = verbatim ? std::string(name.substr(4)) : FullPath(name);
-    if (verbatim && full.find('/') != std::string::npos) {
+    if (verbatim && full.find('/') != std::string_view::npos) {
         place.error = ERROR_FILE_NOT_FOUND;
         return place;
     }
     const bool marked = full.starts_with("\\\\.\\") || full.starts_with("\\\\?\\");
     if (marked && full.size() > 6 && full[5] == ':' && full[6] == '\\')
-        full.erase(0, 4);
+        full.remove_prefix(4);
     else if (full.starts_with("\\\\.\\"))
-        return PlaceOfDevice(std::string_view(full).substr(4));
+        return PlaceOfDevice(full.substr(4));
     if (full.size() < 3 || full[1] != ':') {
-        const bool isName = verbatim && full.find('\\') == std::string::npos;
+        const bool isName = verbatim && full.find('\\') == std::string_view::npos;
         place.error = !isName ? DWORD{ERROR_PATH_NOT_FOUND} : full.empty() ? DWORD{ERROR_INVALID_NAME} : DWORD{ERROR_FILE_NOT_FOUND};
         return place;
     }
 
-    place.parts = SplitAtBackslashes(std::string_view(full).substr(2));
+    place.parts = SplitAtBackslashes(full.substr(2));
     place.endsInSlash = full.size() > 3 && full.back() == '\\';
     // Such a part comes from behind a prefix or from "...\", and leads nowhere.
-    if (std::ranges::any_of(place.parts, [](const std::string& part) { return part == "." || part == ".."; })) {
+    if (std::ranges::any_of(place.parts, [](std::string_view part) { return part == "." || part == ".."; })) {
         place.error = ERROR_INVALID_NAME;
         return place;
     }
@@ -107,35 +110,6 @@ bool Exists(const std::string& native, struct stat& status)
     return (errno == ENOENT || errno == ELOOP || errno == EACCES) && lstat(native.c_str(), &status) == 0;
 }
 
-struct FolderCloser
-{
-    void operator()(DIR* folder) const { closedir(folder); }
-};
-using OwnedFolder = std::unique_ptr<DIR, FolderCloser>;
-
-// Null for what is no folder or cannot be listed.
-OwnedFolder OpenToList(const std::string& native)
-{
-    OwnedFolder folder(opendir(native.c_str()));
-    if (!folder && errno == ENOMEM)
-        throw std::bad_alloc();
-    return folder;
-}
-
-// Calls visit with the name of each entry but "." and "..". 0, or an errno value when the rest cannot be read.
-template <class Visit>
-int ForEachEntry(DIR* folder, Visit visit)
-{
-    for (;;) {
-        errno = 0;
-        const dirent* const entry = readdir(folder);
-        if (!entry)
-            return errno;
-        if (std::strcmp(entry->d_name, ".") != 0 && std::strcmp(entry->d_name, "..") != 0)
-            visit(entry->d_name);
-    }
-}
-
 // What a look for an entry of another spelling came to.
 struct Spelling
 {
@@ -144,13 +118,13 @@ struct Spelling
 };
 
 // The entry of folder that is not UTF-8 and reads like part in the ANSI code page, or empty.
-Spelling ForeignSpellingIn(DIR* folder, const std::string& part)
+Spelling ForeignSpellingIn(FolderReader& folder, std::string_view part)
 {
     Spelling found;
-    if (AnsiName(part) == part)
+    if (IsSameInAnsi(part) || AnsiName(part) == part)
         return found;
-    rewinddir(folder);
-    found.error = ForEachEntry(folder, [&](std::string_view entry) {
+    folder.Rewind();
+    found.error = folder.ForEach([&](std::string_view entry) {
         if (!IsUtf8(entry) && NarrowName(AnsiName(entry).c_str()) == part && (found.name.empty() || entry < found.name))
             found.name = entry;
     });
@@ -158,16 +132,16 @@ Spelling ForeignSpellingIn(DIR* folder, const std::string& part)
 }
 
 // The entry of folder that part means, or empty: of those equal but for case the first by its bytes.
-Spelling SpellingIn(DIR* folder, const std::string& native, const std::string& part)
+Spelling SpellingIn(FolderReader& folder, const std::string& native, std::string_view part)
 {
     Spelling found;
-    found.error = ForEachEntry(folder, [&](std::string_view entry) {
+    found.error = folder.ForEach([&](std::string_view entry) {
         if (found.name != part && EqualNames(entry, part) && (found.name.empty() || entry == part || entry < found.name))
             found.name = entry;
     });
     if (!found.name.empty() || found.error != 0)
         return found;
-    if (part.find('~') != std::string::npos && IsShortName(part)) {
+    if (part.find('~') != std::string_view::npos && IsShortName(part)) {
         auto entries = ListFolder(native);
         if (!entries)
             return {{}, errno};
@@ -180,39 +154,47 @@ Spelling SpellingIn(DIR* folder, const std::string& native, const std::string& p
 }
 
 // As SpellingIn; none in what is no folder, or one that the user may not list.
-Spelling OtherSpelling(const std::string& native, const std::string& part)
+Spelling OtherSpelling(const std::string& native, std::string_view part)
 {
-    if (const OwnedFolder folder = OpenToList(native))
-        return SpellingIn(folder.get(), native, part);
+    if (FolderReader folder(native); folder)
+        return SpellingIn(folder, native, part);
     const bool isHidden = errno == EACCES || errno == ENOTDIR || errno == ENOENT;
     return {{}, isHidden ? 0 : errno};
 }
 
+void NoteKind(const struct stat& status, ResolvedPath& result)
+{
+    result.mode = status.st_mode;
+    result.isFolder = S_ISDIR(status.st_mode);
+}
+
 // Looks the last part up when the folder before it exists as it is spelt; false when it does not. The whole path, spelt so, does not
 // exist. Exact names go before other spellings, so such a folder needs no look-up of its own.
-bool WalkLast(const Place& place, ResolvedPath& result)
+bool WalkLast(const Place& place, ResolvedPath& result, Descriptor* opened)
 {
     if (place.parts.empty())
         return false;
     const std::size_t slash = result.native.rfind('/');
     const std::string path = result.native.substr(0, slash);
     const std::string native = path.empty() ? "/" : path;
-    const OwnedFolder folder = OpenToList(native);
+    FolderReader folder(native);
     if (!folder)
         return false;
 
-    const std::string& part = place.parts.back();
-    const Spelling spelling = SpellingIn(folder.get(), native, part);
+    const std::string_view part = place.parts.back();
+    const Spelling spelling = SpellingIn(folder, native, part);
     struct stat status;
     if (!spelling.name.empty() && Exists(path + '/' + spelling.name, status)) {
         result.native = path + '/' + spelling.name;
         result.exists = true;
-        result.isFolder = S_ISDIR(status.st_mode);
+        NoteKind(status, result);
         return true;
     }
     const int error = spelling.error != 0 ? spelling.error : spelling.name.empty() ? ENOENT : errno;
     const DWORD fault = FaultOfName(part);
     result.error = fault ? fault : ErrorFromErrno(error);
+    if (opened)
+        *opened = folder.Release();
     return true;
 }
 
@@ -229,10 +211,11 @@ void Walk(const Place& place, ResolvedPath& result)
 {
     std::string path = place.root;
     for (std::size_t i = 0; i < place.parts.size(); ++i) {
-        const std::string& part = place.parts[i];
+        const std::string_view part = place.parts[i];
         const bool last = i + 1 == place.parts.size();
         struct stat status;
-        std::string next = path + '/' + part;
+        std::string next = path;
+        next.append(1, '/').append(part);
         if (!Exists(next, status)) {
             const int cause = errno;
             const Spelling spelling = cause == ENOENT ? OtherSpelling(path.empty() ? "/" : path, part) : Spelling{{}, cause};
@@ -251,10 +234,85 @@ void Walk(const Place& place, ResolvedPath& result)
         }
         path = std::move(next);
         if (last)
-            result.isFolder = S_ISDIR(status.st_mode);
+            NoteKind(status, result);
     }
     result.native = path;
     result.exists = true;
+}
+
+// The names in byte order. Names in a folder often begin alike: behind what all have in common, eight bytes as a number tell most apart.
+std::vector<std::string> SortedNames(std::vector<std::string> names)
+{
+    if (names.size() < 2)
+        return names;
+    std::size_t common = names[0].size();
+    for (const std::string& name : names) {
+        std::size_t same = 0;
+        while (same < std::min(common, name.size()) && name[same] == names[0][same])
+            ++same;
+        common = same;
+    }
+    struct Key
+    {
+        std::uint64_t head;
+        std::uint32_t index;
+    };
+    std::vector<Key> keys(names.size());
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        std::uint64_t head = 0;
+        for (std::size_t at = common; at < common + sizeof head; ++at)
+            head = (head << 8) | (at < names[i].size() ? static_cast<unsigned char>(names[i][at]) : 0u);
+        keys[i] = {head, static_cast<std::uint32_t>(i)};
+    }
+    std::ranges::sort(keys, [&names](const Key& left, const Key& right) {
+        return left.head != right.head ? left.head < right.head : names[left.index] < names[right.index];
+    });
+    std::vector<std::string> sorted;
+    sorted.reserve(names.size());
+    for (const Key& key : keys)
+        sorted.push_back(std::move(names[key.index]));
+    return sorted;
+}
+
+// The folder that this thread made last. What is made next often is the first thing in it, so that looking for its exact name first would
+// be in vain. Right or wrong, it only says what is looked at first.
+thread_local std::size_t lastMade = 0;
+
+std::size_t HashOfPath(std::string_view native)
+{
+    return std::hash<std::string_view>()(native);
+}
+
+// With opened, for what is to be made: that receives the folder in which the name is missing when it was opened.
+ResolvedPath ResolveAt(std::string_view name, Descriptor* opened)
+{
+    const bool verbatim = IsVerbatim(name);
+    const std::string full = verbatim ? std::string(name.substr(4)) : FullPath(name);
+    const Place place = PlaceOf(full, verbatim);
+    ResolvedPath result;
+    result.namesFolder = place.endsInSlash;
+    result.isDevice = place.isDevice;
+    result.error = place.error;
+    if (place.error)
+        return result;
+
+    result.native.reserve(place.root.size() + full.size());
+    result.native = place.root;
+    for (const std::string_view part : place.parts)
+        result.native.append(1, '/').append(part);
+    if (result.native.empty())
+        result.native = "/";
+
+    const std::size_t last = result.native.rfind('/');
+    const bool isLikelyMissing = opened && !place.parts.empty() && HashOfPath(std::string_view(result.native).substr(0, last)) == lastMade;
+    struct stat status;
+    if (!isLikelyMissing && stat(result.native.c_str(), &status) == 0) {
+        result.exists = true;
+        NoteKind(status, result);
+    } else if ((!isLikelyMissing && errno != ENOENT) || !WalkLast(place, result, opened)) {
+        Walk(place, result);
+    }
+    return result;
 }
 
 template <class Unit>
@@ -268,9 +326,10 @@ DWORD Store(std::basic_string_view<Unit> text, Unit* buffer, DWORD size)
 
 }  // namespace
 
-std::vector<std::string> SplitAtBackslashes(std::string_view text)
+std::vector<std::string_view> SplitAtBackslashes(std::string_view text)
 {
-    std::vector<std::string> parts;
+    std::vector<std::string_view> parts;
+    parts.reserve(kUsualDepth);
     while (!text.empty()) {
         const std::size_t slash = text.find('\\');
         if (slash != 0)
@@ -282,38 +341,33 @@ std::vector<std::string> SplitAtBackslashes(std::string_view text)
 
 ResolvedPath Resolve(std::string_view name)
 {
-    const Place place = PlaceOf(name);
-    ResolvedPath result;
-    result.namesFolder = place.endsInSlash;
-    result.isDevice = place.isDevice;
-    result.error = place.error;
-    if (place.error)
-        return result;
-
-    result.native = place.root;
-    for (const std::string& part : place.parts)
-        result.native += '/' + part;
-    if (result.native.empty())
-        result.native = "/";
-
-    struct stat status;
-    if (stat(result.native.c_str(), &status) == 0) {
-        result.exists = true;
-        result.isFolder = S_ISDIR(status.st_mode);
-    } else if (errno != ENOENT || !WalkLast(place, result)) {
-        Walk(place, result);
-    }
-    return result;
+    return ResolveAt(name, nullptr);
 }
 
-std::optional<std::string> ToNative(std::string_view name)
+ResolvedPath ResolveToMake(std::string_view name, Descriptor& folder)
+{
+    return ResolveAt(name, &folder);
+}
+
+void NoteMadeFolder(std::string_view native)
+{
+    lastMade = HashOfPath(native);
+}
+
+std::optional<ResolvedPath> ResolveExisting(std::string_view name)
 {
     ResolvedPath path = Resolve(name);
     if (path.exists && path.namesFolder && !path.isFolder)
         path.error = ERROR_PATH_NOT_FOUND;
     if (path.error)
         return Fail(path.error, std::nullopt);
-    return std::move(path.native);
+    return path;
+}
+
+std::optional<std::string> ToNative(std::string_view name)
+{
+    auto path = ResolveExisting(name);
+    return path ? std::optional(std::move(path->native)) : std::nullopt;
 }
 
 std::optional<std::string> ToNativeFolder(std::string_view name)
@@ -326,18 +380,19 @@ std::optional<std::string> ToNativeFolder(std::string_view name)
     return std::move(path.native);
 }
 
-std::optional<std::vector<std::string>> ListFolder(const std::string& native)
+std::optional<std::vector<std::string>> ListFolder(const std::string& native, Descriptor* opened)
 {
-    const OwnedFolder folder = OpenToList(native);
+    FolderReader folder(native);
     if (!folder)
         return std::nullopt;
     std::vector<std::string> entries;
-    if (const int error = ForEachEntry(folder.get(), [&entries](const char* name) { entries.emplace_back(name); })) {
+    if (const int error = folder.ForEach([&entries](std::string_view name) { entries.emplace_back(name); })) {
         errno = error;
         return std::nullopt;
     }
-    std::sort(entries.begin(), entries.end());
-    return entries;
+    if (opened)
+        *opened = folder.Release();
+    return SortedNames(std::move(entries));
 }
 
 std::vector<std::string> FolderEntries(const std::string& native)

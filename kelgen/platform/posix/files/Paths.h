@@ -2,7 +2,10 @@
 #pragma once
 
 #include <kelgen/platform/Export.h>
+#include <kelgen/platform/posix/base/Descriptor.h>
 #include <kelgen/platform/posix/base/api/Types.h>
+
+#include <sys/types.h>
 
 #include <optional>
 #include <string>
@@ -27,6 +30,7 @@ struct ResolvedPath
     bool isFolder = false;
     bool namesFolder = false;  // the name ended in a slash
     bool isDevice = false;     // "nul", "con"
+    mode_t mode = 0;           // the kind and the permissions of what exists; 0 where they cannot be told
     DWORD error = 0;           // 0, or why it is not there: ERROR_FILE_NOT_FOUND, else something that keeps it from being made
 };
 
@@ -35,18 +39,30 @@ struct ResolvedPath
 /// spelt exactly, else a walk and a listing for each folder with another spelling.
 KELGEN_PLATFORM_TESTED_API ResolvedPath Resolve(std::string_view name);
 
-/// The existing path of the file system that @p name means, or nothing with the last error set; ERROR_PATH_NOT_FOUND for a
-/// file's name that ends in a slash.
+/// Resolve for an entry that is to be made: @p folder becomes the open folder in which it is missing, or stays empty.
+ResolvedPath ResolveToMake(std::string_view name, Descriptor& folder);
+
+/// Tells ResolveToMake that this thread has just made the folder @p native: it goes about names in it in another order.
+void NoteMadeFolder(std::string_view native);
+
+/// Resolve for what must exist; nothing with the last error set: ERROR_PATH_NOT_FOUND for a file's name that ends in a slash.
+std::optional<ResolvedPath> ResolveExisting(std::string_view name);
+
+/// The existing path of the file system that @p name means, or nothing, as ResolveExisting.
 std::optional<std::string> ToNative(std::string_view name);
 
 /// The existing folder that @p name means, or nothing with the last error set: ERROR_DIRECTORY for a file.
 std::optional<std::string> ToNativeFolder(std::string_view name);
 
-/// The parts of @p text between backslashes, empty ones left out.
-std::vector<std::string> SplitAtBackslashes(std::string_view text);
+/// How many parts most paths have at most: lists of parts begin with room for them.
+constexpr std::size_t kUsualDepth = 24;
 
-/// The names in the folder @p native in byte order, without "." and ".."; nothing, with errno, when it cannot be read.
-std::optional<std::vector<std::string>> ListFolder(const std::string& native);
+/// The parts of @p text, where they lie in it, between backslashes; empty ones left out.
+std::vector<std::string_view> SplitAtBackslashes(std::string_view text);
+
+/// The names in the folder @p native in byte order, without "." and ".."; nothing, with errno, when it cannot be read. @p opened, which
+/// may be null, becomes the open folder.
+std::optional<std::vector<std::string>> ListFolder(const std::string& native, Descriptor* opened = nullptr);
 
 /// The same; empty when it cannot be read.
 KELGEN_PLATFORM_TESTED_API std::vector<std::string> FolderEntries(const std::string& native);

@@ -49,6 +49,9 @@ std::string PathOf(HANDLE process, HMODULE module)
     const auto base = reinterpret_cast<ULONG_PTR>(module);
     const std::lock_guard lock(object->listMutex);
     std::string path = PathAmong(object->listed, base);
+    // Who asks for the program alone need not wait for a list of all modules.
+    if (path.empty() && base == 0)
+        path = ProgramOfProcess(object->Id());
     if (!path.empty())
         return path;
     const auto modules = ModulesOfProcess(object->Id());

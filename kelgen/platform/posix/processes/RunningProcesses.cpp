@@ -3,7 +3,7 @@
 
 #include <kelgen/platform/posix/base/Descriptor.h>
 #include <kelgen/platform/posix/base/Retry.h>
-#include <kelgen/platform/posix/files/Paths.h>
+#include <kelgen/platform/posix/files/FolderReader.h>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <charconv>
 #include <climits>
-#include <sstream>
 #include <string_view>
 
 namespace kelgen::posix {
@@ -33,11 +32,12 @@ std::string WithoutDeletedMark(std::string path)
     return path;
 }
 
-std::string ProgramOf(DWORD id)
+// The kernel lets the same callers read this link as the list of what a process has mapped, at less cost. ENOENT: the process has no
+// program, as the kernel's own threads and processes that have ended and wait for their parent to ask.
+bool HasProgramLink(DWORD id)
 {
-    char buffer[PATH_MAX];
-    const ssize_t length = readlink(FileOf(id, "exe").c_str(), buffer, sizeof buffer);
-    return WithoutDeletedMark(std::string(buffer, length > 0 ? static_cast<std::size_t>(length) : 0));
+    char first;
+    return readlink(FileOf(id, "exe").c_str(), &first, sizeof first) > 0;
 }
 
 struct Mapping
@@ -53,13 +53,11 @@ std::optional<std::string> ContentsOf(const std::string& name)
 {
     const Descriptor file(Retry([&] { return open(name.c_str(), O_RDONLY | O_CLOEXEC); }));
     std::string contents;
-    constexpr std::size_t kPiece = 16384;
+    char piece[16384];
     ssize_t got = file ? 1 : -1;
     while (got > 0) {
-        const std::size_t size = contents.size();
-        contents.resize(size + kPiece);
-        got = Retry([&] { return read(file.Get(), contents.data() + size, kPiece); });
-        contents.resize(size + static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
+        got = Retry([&] { return read(file.Get(), piece, sizeof piece); });
+        contents.append(piece, static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
     }
     if (got == 0)
         return contents;
@@ -71,18 +69,30 @@ std::optional<std::string> ContentsOf(const std::string& name)
 struct StatLine
 {
     std::string name;
-    std::istringstream rest;  // from the state on
+    std::string fields;  // from the state on
+    std::size_t at = 0;
 
     // The field so many fields on.
-    template <class Field>
-    Field Skip(int count)
+    std::string_view SkipToText(int count)
     {
-        std::string skipped;
-        for (int i = 0; i < count; ++i)
-            rest >> skipped;
-        Field field{};
-        rest >> field;
-        return field;
+        std::size_t start = at;
+        for (std::size_t end = at; count >= 0; --count, at = end) {
+            start = std::min(fields.find_first_not_of(' ', end), fields.size());
+            end = std::min(fields.find_first_of(" \n", start), fields.size());
+            if (count == 0)
+                at = end;
+        }
+        return std::string_view(fields).substr(start, at - start);
+    }
+
+    // The same as a number, 0 for what is none.
+    template <class Number>
+    Number Skip(int count)
+    {
+        const std::string_view text = SkipToText(count);
+        Number number{};
+        std::from_chars(text.data(), text.data() + text.size(), number);
+        return number;
     }
 };
 
@@ -98,18 +108,22 @@ std::optional<StatLine> StatOf(DWORD id)
         errno = ESRCH;
         return std::nullopt;
     }
-    return StatLine{stat->substr(open + 1, close - open - 1), std::istringstream(stat->substr(close + 1))};
+    return StatLine{stat->substr(open + 1, close - open - 1), stat->substr(close + 1)};
 }
 
 // False for the kernel's own threads and for processes that have ended and wait for their parent to ask.
 bool HasProgram(DWORD id)
 {
+    if (HasProgramLink(id))
+        return true;
+    if (errno == ENOENT)
+        return false;
     auto stat = StatOf(id);
     if (!stat)
         return false;
     constexpr int kBetweenStateAndFlags = 5;
     constexpr unsigned long kKernelThread = 0x00200000;
-    const auto state = stat->Skip<std::string>(0);
+    const auto state = stat->SkipToText(0);
     const auto flags = stat->Skip<unsigned long>(kBetweenStateAndFlags);
     return state != "Z" && state != "X" && (flags & kKernelThread) == 0;
 }
@@ -141,17 +155,21 @@ Mapping ParseMapping(std::string_view line)
 
 std::optional<std::vector<DWORD>> RunningProcesses()
 {
-    const auto entries = ListFolder("/proc");
-    if (!entries)
+    FolderReader processes("/proc");
+    if (!processes)
         return std::nullopt;
     std::vector<DWORD> ids;
-    for (const std::string& entry : *entries) {
-        if (entry.find_first_not_of("0123456789") != std::string::npos)
-            continue;
-        const auto id = static_cast<DWORD>(std::stoul(entry));
-        if (HasProgram(id))
+    const int error = processes.ForEach([&ids](std::string_view name) {
+        DWORD id = 0;
+        const char* const end = name.data() + name.size();
+        if (std::from_chars(name.data(), end, id).ptr == end)
             ids.push_back(id);
+    });
+    if (error != 0) {
+        errno = error;
+        return std::nullopt;
     }
+    std::erase_if(ids, [](DWORD id) { return !HasProgram(id); });
     std::sort(ids.begin(), ids.end());
     return ids;
 }
@@ -165,7 +183,7 @@ std::optional<ProcessFacts> FactsOfProcess(DWORD id)
     ProcessFacts facts;
     facts.parent = stat->Skip<DWORD>(1);
     facts.threads = stat->Skip<DWORD>(kBetweenParentAndThreads);
-    const std::string program = ProgramOf(id);
+    const std::string program = ProgramOfProcess(id);
     facts.name = program.empty() ? stat->name : program.substr(program.rfind('/') + 1);
     return facts;
 }
@@ -176,13 +194,20 @@ std::optional<ULONGLONG> StartOfProcess(DWORD id)
     if (!stat)
         return std::nullopt;
     // A process that nobody has asked for its end yet is still listed.
-    const auto state = stat->Skip<std::string>(0);
+    const auto state = stat->SkipToText(0);
     if (state == "Z" || state == "X") {
         errno = ESRCH;
         return std::nullopt;
     }
     constexpr int kBetweenStateAndStart = 18;
     return stat->Skip<ULONGLONG>(kBetweenStateAndStart);
+}
+
+std::string ProgramOfProcess(DWORD id)
+{
+    char buffer[PATH_MAX];
+    const ssize_t length = readlink(FileOf(id, "exe").c_str(), buffer, sizeof buffer);
+    return WithoutDeletedMark(std::string(buffer, length > 0 ? static_cast<std::size_t>(length) : 0));
 }
 
 std::vector<ProcessModule> ModulesOfProcess(DWORD id)
@@ -212,7 +237,7 @@ std::vector<ProcessModule> ModulesOfProcess(DWORD id)
         }
     }
 
-    const std::string program = ProgramOf(id);
+    const std::string program = ProgramOfProcess(id);
     std::vector<ProcessModule> modules;
     for (const Candidate& candidate : candidates) {
         if (!candidate.hasCode)
@@ -231,7 +256,8 @@ bool IsRunning(DWORD id)
 
 bool MayLookInto(DWORD id)
 {
-    return static_cast<bool>(Descriptor(Retry([&] { return open(FileOf(id, "maps").c_str(), O_RDONLY | O_CLOEXEC); })));
+    return HasProgramLink(id) ||
+           static_cast<bool>(Descriptor(Retry([&] { return open(FileOf(id, "maps").c_str(), O_RDONLY | O_CLOEXEC); })));
 }
 
 }  // namespace kelgen::posix

@@ -26,6 +26,9 @@ std::optional<ProcessFacts> FactsOfProcess(DWORD id);
 /// (ESRCH) or the system cannot tell now.
 std::optional<ULONGLONG> StartOfProcess(DWORD id);
 
+/// The path of the program of process @p id; empty when it has none or may not be looked at. Cost: one system call.
+std::string ProgramOfProcess(DWORD id);
+
 struct ProcessModule
 {
     ULONG_PTR base;

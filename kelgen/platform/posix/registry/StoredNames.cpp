@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <cstdint>
 
@@ -52,10 +53,18 @@ void AppendUtf8(std::string& text, char32_t character)
     tail(0);
 }
 
+constexpr std::array<bool, 0x80> kPlainCharacters = [] {
+    std::array<bool, 0x80> plain{};
+    for (std::size_t character = 0x20; character < 0x7F; ++character)
+        plain[character] = kEncodedCharacters.find(static_cast<char>(character)) == std::string_view::npos;
+    return plain;
+}();
+
+/// @p character is one of ASCII.
 void AppendAscii(std::string& text, char character)
 {
     const bool leadingDot = character == '.' && text.empty();
-    if (character >= 0x20 && character < 0x7F && !leadingDot && kEncodedCharacters.find(character) == std::string_view::npos) {
+    if (kPlainCharacters[static_cast<unsigned char>(character)] && !leadingDot) {
         text.push_back(character);
         return;
     }

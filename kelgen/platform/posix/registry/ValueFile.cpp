@@ -61,12 +61,18 @@ bool Take(std::span<const BYTE> bytes, Struct& result)
     return true;
 }
 
+/// The bytes that @p header describes, itself included.
+std::size_t SizeOf(const SlotHeader& header)
+{
+    return sizeof header + std::size_t{header.nameUnits} * sizeof(char16_t) + header.dataBytes;
+}
+
 /// The bytes of a slot that @p header describes, or none when they are not there or not what was written.
 std::span<const BYTE> CheckedSlot(std::span<const BYTE> slot, SlotHeader& header)
 {
     if (!Take(slot, header))
         return {};
-    const std::size_t size = sizeof header + std::size_t{header.nameUnits} * sizeof(char16_t) + header.dataBytes;
+    const std::size_t size = SizeOf(header);
     if (size > slot.size() || header.checksum != Checksum(slot.first(size).subspan(sizeof header.checksum)))
         return {};
     return slot.first(size);
@@ -132,14 +138,31 @@ StoredValue ValueOf(std::span<const BYTE> slot)
     return value;
 }
 
+/// Whether the first bytes of a file reach to the end of what its second slot describes: then no more of them count.
+bool HoldsSecondSlot(std::span<const BYTE> bytes)
+{
+    Preamble preamble;
+    SlotHeader header;
+    if (!Take(bytes, preamble) || preamble.magic != kMagic || preamble.slotSize > bytes.size() - sizeof preamble)
+        return false;
+    const auto second = bytes.subspan(sizeof preamble + preamble.slotSize);
+    return Take(second, header) && SizeOf(header) <= second.size();
+}
+
 /// The bytes of an open file: up to a page of them in @p page, more in @p whole. Nothing, with errno, when it cannot be read
 /// (EUCLEAN: it is larger than any value's).
 std::optional<std::span<const BYTE>> ReadBytes(int file, std::array<BYTE, kFirstRead>& page, std::vector<BYTE>& whole)
 {
-    const auto count = ReadFullyAt(file, page, 0);
-    if (!count)
+    const ssize_t begun = Retry([&] { return pread(file, page.data(), page.size(), 0); });
+    if (begun < 0)
         return std::nullopt;
-    const auto first = std::span<const BYTE>(page).first(*count);
+    auto first = std::span<const BYTE>(page).first(static_cast<std::size_t>(begun));
+    if (!HoldsSecondSlot(first)) {
+        const auto rest = ReadFullyAt(file, std::span(page).subspan(first.size()), static_cast<off_t>(begun));
+        if (!rest)
+            return std::nullopt;
+        first = std::span<const BYTE>(page).first(first.size() + *rest);
+    }
     Preamble preamble;
     if (first.size() < kFirstRead || !Take(first, preamble) || preamble.magic != kMagic || preamble.slotSize <= kSmallSlot)
         return first;
@@ -192,7 +215,7 @@ bool WriteInPlace(int folder, const std::string& fileName, StoredValue& value, i
     const SlotState state = StateOf(*bytes);
     if (!state.slot.empty()) {
         StoredValue old = ValueOf(state.slot);
-        if (ValueFileName(old.name) == fileName)
+        if (old.name != value.name && ValueFileName(old.name) == fileName)
             value.name = std::move(old.name);
     }
     const std::string slot = SlotBytes(value, state.sequence + 1);

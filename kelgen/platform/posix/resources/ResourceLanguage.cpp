@@ -15,7 +15,9 @@ void Append(std::vector<WORD>& languages, WORD language)
 
 std::vector<WORD> LanguagesFor(WORD language)
 {
+    constexpr std::size_t kMost = 10;
     std::vector<WORD> languages;
+    languages.reserve(kMost);
     Append(languages, language);
     languages.push_back(LANG_NEUTRAL);
     if (!IsNeutral(language))

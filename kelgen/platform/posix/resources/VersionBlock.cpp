@@ -80,16 +80,17 @@ std::optional<Node> ReadNode(const BYTE* block, std::size_t offset, std::size_t 
     node.valueLength = WordAt(bytes + 2);
     const WORD type = WordAt(bytes + kTypeOffset);
     node.isText = (offset == 0 ? type & ~kHasRoom : type) != 0;
-    for (std::size_t at = offset + kHeaderSize; at + 2 <= limit; at += 2) {
-        const WORD unit = WordAt(block + at);
-        if (unit == 0) {
-            node.value = Aligned(at + 2);
-            node.children = Aligned(node.value + node.ValueBytes());
-            return node;
-        }
-        node.key += static_cast<char16_t>(unit);
-    }
-    return std::nullopt;
+    const std::size_t key = offset + kHeaderSize;
+    std::size_t at = key;
+    while (at + 2 <= limit && WordAt(block + at) != 0)
+        at += 2;
+    if (at + 2 > limit)
+        return std::nullopt;
+    node.key.resize((at - key) / 2);
+    std::memcpy(node.key.data(), block + key, at - key);
+    node.value = Aligned(at + 2);
+    node.children = Aligned(node.value + node.ValueBytes());
+    return node;
 }
 
 std::optional<Node> FindChild(const BYTE* block, const Node& parent, std::u16string_view key)

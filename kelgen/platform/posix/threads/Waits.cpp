@@ -8,10 +8,16 @@
 #include <kelgen/platform/posix/threads/api/Synchronization.h>
 #include <kelgen/platform/posix/threads/api/Threads.h>
 
+#include <linux/futex.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
-#include <chrono>
-#include <condition_variable>
+#include <atomic>
+#include <cerrno>
+#include <ctime>
+#include <utility>
 
 namespace kelgen::posix {
 
@@ -22,8 +28,8 @@ struct PendingWait
     bool all;
     DWORD thread;
     DWORD result = WAIT_TIMEOUT;
-    bool done = false;
-    std::condition_variable served;
+    std::atomic<int> done = 0;
+    PendingWait* nextServed = nullptr;
 
     /// Takes the objects when the wait can end now.
     bool TrySatisfy()
@@ -46,8 +52,28 @@ struct PendingWait
     bool End(bool abandoned, DWORD index)
     {
         result = (abandoned ? WAIT_ABANDONED_0 : WAIT_OBJECT_0) + index;
-        done = true;
         return true;
+    }
+
+    /// Lets the waiter go on. It needs the dispatcher lock no more, which whoever wakes it holds: its stack may be gone as soon as the
+    /// wait is done, and the kernel takes nothing but the address.
+    void Wake()
+    {
+        done.store(1, std::memory_order_release);
+        syscall(SYS_futex, &done, FUTEX_WAKE_PRIVATE, 1, nullptr, nullptr, 0);
+    }
+
+    /// Sleeps until the wait is done; false when @p deadline, which may be null, is over first.
+    bool Sleep(const timespec* deadline)
+    {
+        static_assert(sizeof done == sizeof(int));
+        bool isOver = false;
+        while (done.load(std::memory_order_acquire) == 0 && !isOver) {
+            // With an absolute time, unlike the plain wait.
+            const long slept = syscall(SYS_futex, &done, FUTEX_WAIT_BITSET_PRIVATE, 0, deadline, nullptr, FUTEX_BITSET_MATCH_ANY);
+            isOver = slept != 0 && errno == ETIMEDOUT;
+        }
+        return done.load(std::memory_order_acquire) != 0;
     }
 
     void Enlist()
@@ -76,6 +102,21 @@ public:
     bool IsSignalled(DWORD) const override { return false; }
 };
 
+// That many milliseconds from now, by the clock that the kernel's waits take.
+timespec After(DWORD milliseconds)
+{
+    constexpr long kSecond = 1'000'000'000;
+    timespec time{};
+    clock_gettime(CLOCK_MONOTONIC, &time);
+    time.tv_sec += milliseconds / 1000;
+    time.tv_nsec += static_cast<long>(milliseconds % 1000) * 1'000'000;
+    if (time.tv_nsec >= kSecond) {
+        ++time.tv_sec;
+        time.tv_nsec -= kSecond;
+    }
+    return time;
+}
+
 }  // namespace
 
 std::mutex& DispatcherLock()
@@ -94,9 +135,23 @@ bool Waitable::Take(DWORD)
 
 void Waitable::ServeWaits()
 {
-    for (PendingWait* wait : m_waits) {
-        if (!wait->done && wait->TrySatisfy())
-            wait->served.notify_one();
+    PendingWait* first = nullptr;
+    PendingWait** last = &first;
+    for (std::size_t i = 0; i < m_waits.size();) {
+        PendingWait* const wait = m_waits[i];
+        if (!wait->TrySatisfy()) {
+            ++i;
+            continue;
+        }
+        *last = wait;
+        last = &wait->nextServed;
+        wait->Delist();
+        i = 0;
+    }
+    // Whoever is woken may give this object back.
+    while (first) {
+        PendingWait* const served = std::exchange(first, first->nextServed);
+        served->Wake();
     }
 }
 
@@ -116,25 +171,26 @@ std::shared_ptr<Waitable> FindWaitable(const void* handle)
 
 DWORD WaitForObjects(std::span<const std::shared_ptr<Waitable>> objects, bool all, DWORD milliseconds)
 {
-    using Clock = std::chrono::steady_clock;
-    const auto deadline = Clock::now() + std::chrono::milliseconds(milliseconds);
-
     // A thread that may come to own something must be seen to end.
     if (std::any_of(objects.begin(), objects.end(), [](const auto& object) { return dynamic_cast<OwnedByThread*>(object.get()); }))
         CurrentThreadObject();
 
-    PendingWait wait{objects, all, GetCurrentThreadId(), WAIT_TIMEOUT, false, {}};
+    timespec deadline{};
+    if (milliseconds != INFINITE && milliseconds != 0)
+        deadline = After(milliseconds);
+    PendingWait wait{objects, all, GetCurrentThreadId()};
     std::unique_lock lock(DispatcherLock());
     if (wait.TrySatisfy() || milliseconds == 0)
         return wait.result;
 
     wait.Enlist();
-    const auto done = [&wait] { return wait.done; };
-    if (milliseconds == INFINITE)
-        wait.served.wait(lock, done);
-    else
-        wait.served.wait_until(lock, deadline, done);
-    wait.Delist();
+    lock.unlock();
+    if (wait.Sleep(milliseconds == INFINITE ? nullptr : &deadline))
+        return wait.result;
+    lock.lock();
+    // It may have been served just now.
+    if (wait.done.load() == 0)
+        wait.Delist();
     return wait.result;
 }
 
