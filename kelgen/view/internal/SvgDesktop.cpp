@@ -57,8 +57,21 @@ std::vector<std::size_t> SvgDesktop::FromBottom() const
 
 std::string SvgDesktop::TopLevel(std::size_t window)
 {
-    Window(window, {0, 0});
+    Window(window, false);
     return m_out.Take();
+}
+
+std::string SvgDesktop::Alone(std::size_t window)
+{
+    Window(window, true);
+    return m_out.Take();
+}
+
+std::vector<std::size_t> SvgDesktop::Within(std::size_t window) const
+{
+    if (IsMinimized(m_picture.windows[window]))
+        return {};
+    return {m_children[window].rbegin(), m_children[window].rend()};
 }
 
 std::string SvgDesktop::IdOf(std::size_t window) const
@@ -71,9 +84,14 @@ std::string SvgDesktop::IdOf(std::size_t window) const
     return text;
 }
 
-void SvgDesktop::Begin(std::size_t index, POINT origin)
+void SvgDesktop::Begin(std::size_t index)
 {
     const WindowPicture& window = m_picture.windows[index];
+    POINT origin{};
+    if (window.parent >= 0) {
+        const RECT& around = m_picture.windows[static_cast<std::size_t>(window.parent)].client;
+        origin = {around.left, around.top};
+    }
     m_out << "<svg id=\"" << IdOf(index) << "\" x=\"" << window.window.left - origin.x << "\" y=\"" << window.window.top - origin.y
           << "\" width=\"" << std::max(WidthOf(window.window), 0) << "\" height=\"" << std::max(HeightOf(window.window), 0) << '"'
           << Role(index) << Attribute("aria-label", Name(index));
@@ -84,22 +102,22 @@ void SvgDesktop::Begin(std::size_t index, POINT origin)
     m_out << ">";
 }
 
-void SvgDesktop::Window(std::size_t index, POINT origin)
+void SvgDesktop::Window(std::size_t index, bool isAlone)
 {
     const WindowPicture& window = m_picture.windows[index];
-    Begin(index, origin);
+    Begin(index);
     Frame(window);
     if (!IsMinimized(window)) {
         m_out << "<svg x=\"" << window.client.left - window.window.left << "\" y=\"" << window.client.top - window.window.top
               << "\" width=\"" << std::max(WidthOf(window.client), 0) << "\" height=\"" << std::max(HeightOf(window.client), 0)
               << "\" role=\"none\">";
-        Content(index);
+        Content(index, isAlone);
         m_out << "</svg>";
     }
     m_out << "</svg>";
 }
 
-void SvgDesktop::Content(std::size_t index)
+void SvgDesktop::Content(std::size_t index, bool isAlone)
 {
     const WindowPicture& window = m_picture.windows[index];
     const int width = WidthOf(window.client);
@@ -112,9 +130,9 @@ void SvgDesktop::Content(std::size_t index)
         m_out.Rectangle(window.className == u"MDIClient" ? "work" : isDialog ? "face" : "field", 0, 0, width, height);
     }
     Shapes(index);
-    const auto& children = m_children[index];
-    for (std::size_t i = children.size(); i-- > 0;)
-        Window(children[i], {window.client.left, window.client.top});
+    if (!isAlone)
+        for (const std::size_t child : Within(index))
+            Window(child, false);
 }
 
 void SvgDesktop::Frame(const WindowPicture& window)
