@@ -129,7 +129,7 @@ void SvgDesktop::Content(std::size_t index, bool isAlone)
         const bool isDialog = window.className == u"#32770" || window.parent >= 0;
         m_out.Rectangle(window.className == u"MDIClient" ? "work" : isDialog ? "face" : "field", 0, 0, width, height);
     }
-    Shapes(index);
+    Shapes(window.drawn.get(), IdOf(index));
     if (!isAlone)
         for (const std::size_t child : Within(index))
             Window(child, false);
@@ -266,6 +266,11 @@ void SvgDesktop::Menu(std::size_t level)
     m_out.Rectangle("popup", menu.place.left, menu.place.top, WidthOf(menu.place), HeightOf(menu.place), 3);
     for (std::size_t i = 0; i < menu.items.size(); ++i)
         MenuItem(menu.items[i], "m" + std::to_string(level + 1) + "-" + std::to_string(i + 1));
+    if (menu.drawn) {
+        m_out << "<g transform=\"translate(" << menu.place.left << ' ' << menu.place.top << ")\">";
+        Shapes(menu.drawn.get(), "m" + std::to_string(level + 1));
+        m_out << "</g>";
+    }
     m_out << "</g>";
 }
 
@@ -273,9 +278,11 @@ void SvgDesktop::MenuItem(const MenuItemPicture& item, const std::string& id)
 {
     const int left = item.place.left;
     const int top = item.place.top;
+    const bool isDrawnByOwner = (item.type & MFT_OWNERDRAW) != 0;
     if (item.type & MFT_SEPARATOR) {
         m_out << "<g role=\"separator\">";
-        m_out.Line("line", left + 4, top + 4, item.place.right - 4, top + 4);
+        if (!isDrawnByOwner)
+            m_out.Line("line", left + 4, top + 4, item.place.right - 4, top + 4);
         m_out << "</g>";
         return;
     }
@@ -291,6 +298,11 @@ void SvgDesktop::MenuItem(const MenuItemPicture& item, const std::string& id)
                           : "menuitem")
           << '"' << ItemAttributes(item) << (isRadio || isChecked ? Attribute("aria-checked", YesNo(isChecked)) : "")
           << (isChosen ? " data-focus=\"menu\"" : "") << ">";
+    if (isDrawnByOwner) {
+        m_out.Rectangle("plain", left, top, WidthOf(item.place), HeightOf(item.place));
+        m_out << "</g>";
+        return;
+    }
     m_out.Rectangle(isChosen ? "chosen" : "plain", left, top, WidthOf(item.place), HeightOf(item.place), 2);
     const std::string style =
         std::string("text") + (isOff ? " off" : "") + (isChosen ? " chosen" : "") + (item.state & MFS_DEFAULT ? " bold" : "");

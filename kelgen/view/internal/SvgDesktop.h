@@ -60,7 +60,7 @@ private:
     std::string MenuName(std::size_t level) const;
 
     // What was painted; in its own source.
-    void Shapes(std::size_t index);
+    void Shapes(const DrawnShapes* shapes, const std::string& id);
     void Colors(std::size_t index);
 
     // Of the controls; in their own source.

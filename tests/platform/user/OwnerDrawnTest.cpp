@@ -1,4 +1,4 @@
-// OwnerDrawnTest.cpp: what the owners of list views are asked to measure and to draw.
+// OwnerDrawnTest.cpp: what the owners of list views, combo boxes and menus are asked to measure and to draw.
 #include "platform/user/MessageLog.h"
 #include "support/Target.h"
 
@@ -87,6 +87,17 @@ HWND AddListView(HWND owner, DWORD style)
     return list;
 }
 
+/// Shows a menu, with some keys: what its owner is asked for.
+std::string Tracked(HWND owner, HMENU menu, std::initializer_list<WPARAM> keys)
+{
+    for (const WPARAM key : keys)
+        PostMessageA(owner, WM_KEYDOWN, key, 0);
+    PostMessageA(owner, WM_KEYDOWN, VK_ESCAPE, 0);
+    TakeLog();
+    TrackPopupMenu(menu, TPM_LEFTALIGN, 10, 10, 0, owner, nullptr);
+    return TakeLog();
+}
+
 }  // namespace
 
 TEST(OwnerDrawn, AListViewsRowsAreThoseInView)
@@ -140,4 +151,62 @@ TEST(OwnerDrawn, AListViewShowsTheScrollBarsThatItsItemsNeed)
     EXPECT_EQ(0u, static_cast<DWORD>(GetWindowLongA(list, GWL_STYLE)) & (WS_VSCROLL | WS_HSCROLL));
     const HWND bare = AddListView(owner, LVS_OWNERDRAWFIXED | LVS_NOSCROLL);
     EXPECT_EQ(0u, static_cast<DWORD>(GetWindowLongA(bare, GWL_STYLE)) & (WS_VSCROLL | WS_HSCROLL));
+}
+
+TEST(OwnerDrawn, AComboBoxesFieldAndRows)
+{
+    const Owner owner;
+    for (const bool hasEdit : {false, true}) {
+        const DWORD type = hasEdit ? CBS_DROPDOWN : CBS_DROPDOWNLIST;
+        TakeLog();
+        const HWND combo = Add(owner, "ComboBox", WS_TABSTOP | type | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS, {10, 150, 110, 300});
+        EXPECT_EQ("measure(3 7: -1, 0) measure(3 7: 0, 0)", TakeLog()) << "the field, and a row";
+        EXPECT_EQ(20, SendMessageA(combo, CB_GETITEMHEIGHT, 0, 0));
+        EXPECT_EQ(isOurPlatform ? 20 : 26, SendMessageA(combo, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0));
+        const auto field = [hasEdit](const char* drawn) { return hasEdit ? "" : drawn; };
+        EXPECT_EQ(field("draw(3: -1, -1, a1 s1000 y3)"), Painted(combo));
+        for (const char* const text : {"one", "two", "three"})
+            SendMessageA(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
+        SendMessageA(combo, CB_SETITEMDATA, 1, 55);
+        UpdateWindow(combo);
+        TakeLog();
+        SendMessageA(combo, CB_SETCURSEL, 1, 0);
+        UpdateWindow(combo);
+        EXPECT_EQ(field("draw(3: 1, 55, a1 s1000 y3)"), TakeLog()) << "another selection is drawn";
+        SetFocus(combo);
+        UpdateWindow(combo);
+        EXPECT_EQ(field("draw(3: 1, 55, a1 s1011 y3)"), TakeLog()) << "and the focus";
+        SendMessageA(combo, CB_SHOWDROPDOWN, TRUE, 0);
+        UpdateWindow(combo);
+        MSG message;
+        while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
+            DispatchMessageA(&message);
+        EXPECT_EQ(std::string(field("draw(3: 1, 55, a1 s1000 y3) ")) + "draw(3: 0, 0, a1 s0 y0) draw(3: 1, 55, a1 s" +
+                      (isOurPlatform ? "11" : "1") + " y20) draw(3: 2, 0, a1 s0 y40)",
+                  TakeLog())
+            << "an open list has the mark";
+        SendMessageA(combo, CB_SHOWDROPDOWN, FALSE, 0);
+        EnableWindow(combo, FALSE);
+        EXPECT_EQ(field("draw(3: 1, 55, a1 s1004 y3)"), Painted(combo)) << "disabled";
+        DestroyWindow(combo);
+    }
+}
+
+TEST(OwnerDrawn, AMenusItemsAreMeasuredAndDrawn)
+{
+    const Owner owner;
+    const HMENU menu = CreatePopupMenu();
+    AppendMenuA(menu, MF_OWNERDRAW, 11, reinterpret_cast<LPCSTR>(1001));
+    AppendMenuA(menu, MF_OWNERDRAW | MF_GRAYED | MF_CHECKED, 12, reinterpret_cast<LPCSTR>(1002));
+    AppendMenuA(menu, MF_STRING, 13, "plain");
+    AppendMenuA(menu, MF_OWNERDRAW | MF_SEPARATOR, 14, reinterpret_cast<LPCSTR>(1004));
+    const std::string all = "draw(1: 11, 1001, a1 s0) draw(1: 12, 1002, a1 se) draw(1: 14, 1004, a1 s6)";
+    EXPECT_EQ("measure(1 0: 11, 1001) measure(1 0: 12, 1002) measure(1 0: 14, 1004) " + all, Tracked(owner, menu, {}));
+    const std::string moved = Tracked(owner, menu, {VK_DOWN, VK_DOWN, VK_DOWN});
+    EXPECT_EQ(isOurPlatform ? 0u : 1u, moved.starts_with("measure")) << "once for each item";
+    EXPECT_EQ(all + " draw(1: 11, 1001, a2 s1) draw(1: 11, 1001, a2 s0) draw(1: 12, 1002, a2 sf) draw(1: 12, 1002, a2 se)",
+              moved.substr(std::min(moved.find("draw"), moved.size())));
+    ModifyMenuA(menu, 0, MF_BYPOSITION | MF_OWNERDRAW, 11, reinterpret_cast<LPCSTR>(1009));
+    EXPECT_EQ(0u, Tracked(owner, menu, {}).find("measure(1 0: 11, 1009)")) << "an item that has changed";
+    DestroyMenu(menu);
 }
