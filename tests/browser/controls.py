@@ -112,6 +112,15 @@ def check_colors(browser, dark):
         raise AssertionError(f"the field's colour is that of the other mode, dark: {dark}")
 
 
+def check_painted(browser):
+    """Colours that the host has chosen, and what it paints, are as it says, although the page's policy forbids styles in texts."""
+    def has(selector, which, name, wanted):
+        return f"[...document.querySelectorAll('{selector}')].some(e => {which} && getComputedStyle(e)['{name}'] === '{wanted}')"
+    browser.wait("the label's colour", has("text", "e.textContent === 'Files:'", "fill", "rgb(200, 0, 0)"))
+    browser.wait("the painted text's", has("text", "e.textContent === 'mark'", "fill", "rgb(200, 0, 0)"))
+    browser.wait("what is inverted", has("rect", "true", "mixBlendMode", "difference"))
+
+
 def main():
     with tempfile.TemporaryDirectory(prefix="kelgen-controls-") as home:
         environment = {**os.environ, "KELGEN_HOME": home, "KELGEN_VIEW": "0"}
@@ -122,6 +131,7 @@ def main():
                 browser.open(url)
                 walk(browser)
                 check_stays(browser)
+                check_painted(browser)
                 for dark in (False, True):
                     browser.call("Emulation.setEmulatedMedia", features=[{"name": "prefers-color-scheme", "value": "dark" if dark else "light"}])
                     check_colors(browser, dark)

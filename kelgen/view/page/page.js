@@ -11,10 +11,26 @@ const note = document.getElementById("note");
 const elements = new Map();
 const within = new Map();
 
+const sheets = new Map();
+
 function parsed(text) {
   const scratch = document.createElementNS("http://www.w3.org/2000/svg", "g");
   scratch.innerHTML = text;
-  return scratch.firstElementChild;
+  // The page's policy leaves styles in texts out: they are set by hand.
+  for (const element of scratch.querySelectorAll("[style]")) element.style.cssText = element.getAttribute("style");
+  return scratch;
+}
+
+// A window's own colours.
+function takeSheet(id, element) {
+  const style = element.querySelector("style");
+  style?.remove();
+  if (!style && !sheets.has(id)) return;
+  if (style) {
+    sheets.set(id, new CSSStyleSheet());
+    sheets.get(id).replaceSync(style.textContent);
+  } else sheets.delete(id);
+  document.adoptedStyleSheets = [...sheets.values()];
 }
 
 const isWindow = node => elements.get(node.id) === node;
@@ -65,11 +81,14 @@ function forgetClosed() {
   }
   for (const id of elements.keys()) if (!open.has(id)) { elements.get(id).remove(); elements.delete(id); }
   for (const id of within.keys()) if (!open.has(id)) within.delete(id);
+  for (const id of sheets.keys()) if (!open.has(id)) sheets.delete(id);
+  document.adoptedStyleSheets = [...sheets.values()];
 }
 
 function draw(picture) {
   for (const [id, text] of Object.entries(picture.changed)) {
-    const fresh = parsed(text);
+    const fresh = parsed(text).firstElementChild;
+    takeSheet(id, fresh);
     if (elements.has(id)) renew(elements.get(id), fresh);
     else elements.set(id, fresh);
   }
@@ -86,7 +105,7 @@ function draw(picture) {
     document.title = picture.title || "kelgen";
   }
   if (arranged.length || picture.order) forgetClosed();
-  if (picture.menus !== undefined) menus.innerHTML = picture.menus;
+  if (picture.menus !== undefined) menus.replaceChildren(...parsed(picture.menus).childNodes);
   // The item of the innermost open menu, else the row of a list, else the control.
   const last = (element, selector) => [...element.querySelectorAll(selector)].pop();
   const focus = last(menus, "[data-focus]") || last(windows, "[data-focus=menu]") || last(windows, "[data-focus]");
