@@ -1,5 +1,6 @@
 // HostProgram.cpp: a host that knows nothing of the view: a frame with every kind of control, 100000 items in its list view, a label in its
-// own colour, a mark that it paints, and a text that shows and prints the time in microseconds at each line of the standard input. Its end ends the program.
+// own colour, a mark that it paints, and a text that shows and prints the time in microseconds at each line of the standard input. Its end
+// ends the program.
 #include <kelgen/platform/Win32.h>
 
 #include <chrono>
