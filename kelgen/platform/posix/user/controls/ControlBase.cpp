@@ -24,13 +24,17 @@ void SetNumbers(HWND control, int number, int count, int page, int first)
         return;  // what the message did stays done: without memory the bar alone is as it was
     }
     ScrollBar& bar = BarOf(*window, number);
+    ScrollBar wanted = bar;
+    wanted.least = 0;
+    wanted.most = std::max(count - 1, 0);
+    wanted.page = page;
+    wanted.position = first;
+    wanted.Limit();
+    wanted.disabled = wanted.HasNothingToScroll() ? ESB_DISABLE_BOTH : ESB_ENABLE_BOTH;
+    if (wanted == bar)
+        return;
     const DesktopGuard guard;
-    bar.least = 0;
-    bar.most = std::max(count - 1, 0);
-    bar.page = page;
-    bar.position = first;
-    bar.Limit();
-    bar.disabled = bar.HasNothingToScroll() ? ESB_DISABLE_BOTH : ESB_ENABLE_BOTH;
+    bar = wanted;
 }
 
 int Scrolled(HWND control, int bar, WPARAM code, int count, int page, int first, int line)
