@@ -74,6 +74,26 @@ def walk(browser):
     browser.wait("no box", "!document.querySelector('[role=alertdialog]')")
 
 
+def check_stays(browser):
+    """What changes is renewed alone: all elements of windows stay, those in a frame that changes, too."""
+    windows = "[...document.querySelectorAll('#windows svg[id]')]"
+    browser.evaluate(f"window.kept = {windows}")
+    browser.click("textbox", "Name")
+    browser.key("Home", "Home", 36)
+    browser.type("q")
+    browser.wait("the letter", "document.querySelector('[role=textbox][aria-label=Name]').textContent === 'qsome text'")
+    browser.wait("the caret behind it", "document.querySelector('[role=textbox] .caret').getAttribute('x') === '8'")
+    browser.key("Alt", "AltLeft", 18)
+    browser.wait("the frame's change", "!!document.querySelector('[role=menubar] [data-focus=menu]')")
+    browser.key("Escape", "Escape", 27)
+    browser.wait("its end", "!document.querySelector('[data-focus=menu]')")
+    if not browser.evaluate(f"{windows}.length === kept.length && {windows}.every((element, place) => element === kept[place])"):
+        raise AssertionError("elements have been replaced, or are in another order")
+    focus = browser.evaluate("[document.activeElement.id, document.getElementById('desktop').getAttribute('aria-activedescendant')]")
+    if focus != ["desktop", browser.evaluate("document.querySelector('[role=textbox][aria-label=Name]').id")]:
+        raise AssertionError(f"the focus is on {focus}")
+
+
 # The luminance of what is drawn there, from 0 to 1.
 LIGHT = """(selector => {
   const [red, green, blue] = getComputedStyle(document.querySelector(selector)).fill.match(/[0-9.]+/g).map(Number);
@@ -92,6 +112,15 @@ def check_colors(browser, dark):
         raise AssertionError(f"the field's colour is that of the other mode, dark: {dark}")
 
 
+def check_painted(browser):
+    """Colours that the host has chosen, and what it paints, are as it says, although the page's policy forbids styles in texts."""
+    def has(selector, which, name, wanted):
+        return f"[...document.querySelectorAll('{selector}')].some(e => {which} && getComputedStyle(e)['{name}'] === '{wanted}')"
+    browser.wait("the label's colour", has("text", "e.textContent === 'Files:'", "fill", "rgb(200, 0, 0)"))
+    browser.wait("the painted text's", has("text", "e.textContent === 'mark'", "fill", "rgb(200, 0, 0)"))
+    browser.wait("what is inverted", has("rect", "true", "mixBlendMode", "difference"))
+
+
 def main():
     with tempfile.TemporaryDirectory(prefix="kelgen-controls-") as home:
         environment = {**os.environ, "KELGEN_HOME": home, "KELGEN_VIEW": "0"}
@@ -101,6 +130,8 @@ def main():
             with Browser() as browser:
                 browser.open(url)
                 walk(browser)
+                check_stays(browser)
+                check_painted(browser)
                 for dark in (False, True):
                     browser.call("Emulation.setEmulatedMedia", features=[{"name": "prefers-color-scheme", "value": "dark" if dark else "light"}])
                     check_colors(browser, dark)

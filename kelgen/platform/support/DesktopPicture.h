@@ -80,6 +80,7 @@ struct MenuItemPicture
     UINT state = 0;  ///< MFS_ flags.
     UINT type = 0;   ///< MFT_ flags.
     bool hasSubmenu = false;
+    SIZE measured{};  ///< By the owner, which draws it; empty otherwise.
 };
 
 /// A menu bar, or a menu that is open.
@@ -87,6 +88,7 @@ struct MenuPicture
 {
     RECT place{};  ///< On the screen.
     std::vector<MenuItemPicture> items;
+    std::shared_ptr<const DrawnShapes> drawn;  ///< What the owner has painted of its items, from @p place on; null for nothing.
 };
 
 /// A scroll bar of a window's frame, or a control that is one.

@@ -1,4 +1,4 @@
-// Stage.cpp: drawing what has changed, and versions by which pages get only that.
+// Stage.cpp: drawing what has changed, and versions by which pages get only what they lack.
 #include <kelgen/view/internal/Stage.h>
 
 #include <kelgen/view/internal/SvgDesktop.h>
@@ -41,6 +41,14 @@ std::string TitleOf(const DesktopPicture& picture)
         if (window.parent < 0 && !window.owner && !window.text.empty())
             return Escaped(window.text);
     return {};
+}
+
+std::string IdsOf(const SvgDesktop& desktop, const std::vector<std::size_t>& windows)
+{
+    std::string ids = "[";
+    for (const std::size_t window : windows)
+        ids += (ids.size() == 1 ? "" : ",") + Json(desktop.IdOf(window));
+    return ids + ']';
 }
 
 }  // namespace
@@ -102,50 +110,48 @@ void Stage::Feed(const std::vector<INPUT>& inputs)
     MarkDesktopChange();
 }
 
-bool Stage::Keep(Drawn& drawn, std::string element)
-{
-    if (drawn.version != 0 && drawn.element == element)
-        return false;
-    drawn.element = std::move(element);
-    drawn.version = m_version + 1;
-    return true;
-}
-
 void Stage::Draw()
 {
     DesktopPicture picture = TakeDesktopPicture(nullptr, kPatience, &m_last);
     SvgDesktop desktop(picture, EIds::handle);
-    std::vector<std::pair<std::string, std::string>> elements;
-    for (const std::size_t window : desktop.FromBottom())
-        elements.emplace_back(desktop.IdOf(window), desktop.TopLevel(window));
-    std::string menus = desktop.Menus();
-    std::string title = TitleOf(picture);
-    bool hasChanged = false;
-    {
-        const std::lock_guard lock(m_lock);
-        std::vector<std::string> order;
-        std::map<std::string, Drawn> windows;
-        for (auto& [id, element] : elements) {
-            order.push_back(id);
-            Drawn& drawn = windows[id];
-            if (const auto old = m_windows.find(id); old != m_windows.end())
-                drawn = std::move(old->second);
-            hasChanged = Keep(drawn, std::move(element)) || hasChanged;
-        }
-        hasChanged = Keep(m_menus, std::move(menus)) || hasChanged;
-        if (order != m_order || title != m_title || m_orderVersion == 0) {
-            m_orderVersion = m_version + 1;
-            hasChanged = true;
-        }
-        m_windows = std::move(windows);
-        m_order = std::move(order);
-        m_title = std::move(title);
-        m_size = picture.size;
-        m_version += hasChanged;
+    Shown shown;
+    const std::vector<std::size_t> order = desktop.FromBottom();
+    for (std::vector<std::size_t> waiting = order; !waiting.empty();) {
+        const std::size_t window = waiting.back();
+        waiting.pop_back();
+        const std::vector<std::size_t> within = desktop.Within(window);
+        waiting.insert(waiting.end(), within.begin(), within.end());
+        shown.windows[desktop.IdOf(window)] = {{desktop.Alone(window)}, {IdsOf(desktop, within)}};
     }
+    shown.menus.text = desktop.Menus();
+    shown.desktop.text = "\"width\":" + std::to_string(picture.size.cx) + ",\"height\":" + std::to_string(picture.size.cy) +
+                         ",\"title\":" + Json(TitleOf(picture)) + ",\"order\":" + IdsOf(desktop, order);
     m_last = std::move(picture);
-    if (hasChanged)
+    if (Show(std::move(shown)))
         m_onChange();
+}
+
+bool Stage::Show(Shown shown)
+{
+    const std::lock_guard lock(m_lock);
+    bool hasChanged = false;
+    const auto mark = [this, &hasChanged](Drawn& drawn, const Drawn& before) {
+        const bool isOld = before.version != 0 && before.text == drawn.text;
+        drawn.version = isOld ? before.version : m_version + 1;
+        hasChanged = hasChanged || !isOld;
+    };
+    const DrawnWindow none;
+    for (auto& [id, window] : shown.windows) {
+        const auto before = m_shown.windows.find(id);
+        const DrawnWindow& old = before == m_shown.windows.end() ? none : before->second;
+        mark(window.element, old.element);
+        mark(window.within, old.within);
+    }
+    mark(shown.menus, m_shown.menus);
+    mark(shown.desktop, m_shown.desktop);
+    m_shown = std::move(shown);
+    m_version += hasChanged;
+    return hasChanged;
 }
 
 std::string Stage::ChangesSince(std::uint64_t& seen)
@@ -153,22 +159,27 @@ std::string Stage::ChangesSince(std::uint64_t& seen)
     const std::lock_guard lock(m_lock);
     if (seen == m_version)
         return {};
-    std::string json =
-        "{\"width\":" + std::to_string(m_size.cx) + ",\"height\":" + std::to_string(m_size.cy) + ",\"title\":" + Json(m_title);
-    json += ",\"order\":[";
-    for (std::size_t i = 0; i < m_order.size(); ++i)
-        json += (i ? "," : "") + Json(m_order[i]);
-    json += "],\"changed\":{";
-    bool isFirst = true;
-    for (const auto& [id, drawn] : m_windows) {
-        if (drawn.version <= seen)
+    std::string json;
+    const auto begin = [&json](const std::string& name) { json += (json.ends_with('{') ? "" : ",") + Json(name) + ':'; };
+    json = "{\"changed\":{";
+    for (const auto& [id, window] : m_shown.windows) {
+        if (window.element.version <= seen)
             continue;
-        json += (isFirst ? "" : ",") + Json(id) + ':' + Json(drawn.element);
-        isFirst = false;
+        begin(id);
+        json += Json(window.element.text);
+    }
+    json += "},\"within\":{";
+    for (const auto& [id, window] : m_shown.windows) {
+        if (window.within.version <= seen)
+            continue;
+        begin(id);
+        json += window.within.text;
     }
     json += '}';
-    if (m_menus.version > seen)
-        json += ",\"menus\":" + Json(m_menus.element);
+    if (m_shown.menus.version > seen)
+        json += ",\"menus\":" + Json(m_shown.menus.text);
+    if (m_shown.desktop.version > seen)
+        json += ',' + m_shown.desktop.text;
     seen = m_version;
     return json + '}';
 }

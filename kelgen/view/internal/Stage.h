@@ -33,15 +33,27 @@ public:
     std::string ChangesSince(std::uint64_t& seen);
 
 private:
+    /// A text, and the number of the picture in which it was new.
     struct Drawn
     {
-        std::string element;
+        std::string text;
         std::uint64_t version = 0;
+    };
+    struct DrawnWindow
+    {
+        Drawn element;  // alone
+        Drawn within;   // the ids of the windows in it, as an array of JSON
+    };
+    struct Shown
+    {
+        std::map<std::string, DrawnWindow> windows;
+        Drawn menus;
+        Drawn desktop;  // size, title and order of its windows, as members of JSON
     };
 
     bool TakeInput(std::vector<INPUT>& inputs);
     void Draw();
-    bool Keep(Drawn& drawn, std::string element);
+    bool Show(Shown shown);
 
     std::function<void()> m_onChange;
     DesktopPicture m_last;  // the stage's thread alone
@@ -53,12 +65,7 @@ private:
     std::vector<INPUT> m_input;
     HeldInput m_held;
     std::uint64_t m_version = 0;
-    std::uint64_t m_orderVersion = 0;
-    std::vector<std::string> m_order;
-    std::map<std::string, Drawn> m_windows;
-    Drawn m_menus;
-    std::string m_title;
-    SIZE m_size{};
+    Shown m_shown;
 };
 
 }  // namespace kelgen::view::detail

@@ -267,7 +267,8 @@ void SvgDesktop::List(const WindowPicture& window)
     const bool isDrawnByOwner = window.drawn && (static_cast<DWORD>(window.style) & (LBS_OWNERDRAWFIXED | LBS_OWNERDRAWVARIABLE));
     for (const RowPicture& row : window.control.rows) {
         m_out << "<g role=\"option\"" << RowFocus(window, row) << " aria-posinset=\"" << row.number + 1 << "\" aria-setsize=\""
-              << window.control.rowCount << "\" aria-selected=\"" << (row.isSelected ? "true" : "false") << "\">";
+              << window.control.rowCount << "\" aria-selected=\"" << (row.isSelected ? "true" : "false") << '"'
+              << (isDrawnByOwner ? Attribute("aria-label", Escaped(row.cells.front())) : "") << ">";
         const bool isChosen = row.isSelected && (window.hasFocus || window.parent < 0);
         if (!isDrawnByOwner)
             RowMark(window, row);
@@ -285,8 +286,10 @@ void SvgDesktop::Combo(const WindowPicture& window)
     const int height = HeightOf(window.client);
     const bool isSimple = (static_cast<DWORD>(window.style) & 3) == CBS_SIMPLE;
     m_out.Rectangle(Style("box", window), 0, 0, width - 1, height - 1, 2);
-    m_out.Text(Style("text", window), 4, CentredTop(height), Fitted(window.control.text, width - 24));
-    if (window.hasFocus)
+    const bool isDrawnByOwner = window.drawn && (static_cast<DWORD>(window.style) & (CBS_OWNERDRAWFIXED | CBS_OWNERDRAWVARIABLE));
+    if (!isDrawnByOwner)
+        m_out.Text(Style("text", window), 4, CentredTop(height), Fitted(window.control.text, width - 24));
+    if (window.hasFocus && !isDrawnByOwner)
         m_out.Rectangle("focus", 3, 3, width - 24, height - 7);
     if (!isSimple)
         m_out.Path(Style("arrow", window), "M" + std::to_string(width - 15) + " " + std::to_string(height / 2 - 2) + "h8l-4 5z");
@@ -316,10 +319,13 @@ void SvgDesktop::ListView(const WindowPicture& window)
     const ControlPicture& control = window.control;
     const int width = WidthOf(window.client);
     m_out.Rectangle("field", 0, 0, width, HeightOf(window.client));
+    const auto listStyle = static_cast<DWORD>(window.style);
+    const bool isDrawnByOwner = window.drawn && (listStyle & LVS_TYPEMASK) == LVS_REPORT && (listStyle & LVS_OWNERDRAWFIXED);
     for (const RowPicture& row : control.rows) {
         m_out << "<g role=\"row\"" << RowFocus(window, row) << " aria-rowindex=\"" << row.number + 1 + (control.headerHeight ? 1 : 0)
               << "\" aria-selected=\"" << (row.isSelected ? "true" : "false") << "\">";
-        RowMark(window, row);
+        if (!isDrawnByOwner)
+            RowMark(window, row);
         const std::string style = row.isSelected && window.hasFocus ? "text chosen" : Style("text", window);
         for (std::size_t i = 0; i < row.cells.size(); ++i) {
             const ColumnPicture whole{{}, 0, width, LVCFMT_LEFT};
@@ -327,14 +333,14 @@ void SvgDesktop::ListView(const WindowPicture& window)
             const std::u16string text = Fitted(row.cells[i], column.width - 12);
             const int free = column.width - 12 - DialogTextWidth(text);
             const int indent = column.format == LVCFMT_RIGHT ? free : column.format == LVCFMT_CENTER ? free / 2 : 0;
-            m_out << "<g role=\"gridcell\">";
-            m_out.Text(style, column.left + 6 + indent, row.place.top, text);
+            m_out << "<g role=\"gridcell\"" << (isDrawnByOwner ? Attribute("aria-label", Escaped(row.cells[i])) : "") << ">";
+            if (!isDrawnByOwner)
+                m_out.Text(style, column.left + 6 + indent, row.place.top, text);
             m_out << "</g>";
         }
         m_out << "</g>";
     }
     Headings(window);
-    Thumb(window);
 }
 
 }  // namespace kelgen::view::detail

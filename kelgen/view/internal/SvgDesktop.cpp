@@ -57,8 +57,21 @@ std::vector<std::size_t> SvgDesktop::FromBottom() const
 
 std::string SvgDesktop::TopLevel(std::size_t window)
 {
-    Window(window, {0, 0});
+    Window(window, false);
     return m_out.Take();
+}
+
+std::string SvgDesktop::Alone(std::size_t window)
+{
+    Window(window, true);
+    return m_out.Take();
+}
+
+std::vector<std::size_t> SvgDesktop::Within(std::size_t window) const
+{
+    if (IsMinimized(m_picture.windows[window]))
+        return {};
+    return {m_children[window].rbegin(), m_children[window].rend()};
 }
 
 std::string SvgDesktop::IdOf(std::size_t window) const
@@ -71,9 +84,14 @@ std::string SvgDesktop::IdOf(std::size_t window) const
     return text;
 }
 
-void SvgDesktop::Begin(std::size_t index, POINT origin)
+void SvgDesktop::Begin(std::size_t index)
 {
     const WindowPicture& window = m_picture.windows[index];
+    POINT origin{};
+    if (window.parent >= 0) {
+        const RECT& around = m_picture.windows[static_cast<std::size_t>(window.parent)].client;
+        origin = {around.left, around.top};
+    }
     m_out << "<svg id=\"" << IdOf(index) << "\" x=\"" << window.window.left - origin.x << "\" y=\"" << window.window.top - origin.y
           << "\" width=\"" << std::max(WidthOf(window.window), 0) << "\" height=\"" << std::max(HeightOf(window.window), 0) << '"'
           << Role(index) << Attribute("aria-label", Name(index));
@@ -84,22 +102,22 @@ void SvgDesktop::Begin(std::size_t index, POINT origin)
     m_out << ">";
 }
 
-void SvgDesktop::Window(std::size_t index, POINT origin)
+void SvgDesktop::Window(std::size_t index, bool isAlone)
 {
     const WindowPicture& window = m_picture.windows[index];
-    Begin(index, origin);
+    Begin(index);
     Frame(window);
     if (!IsMinimized(window)) {
         m_out << "<svg x=\"" << window.client.left - window.window.left << "\" y=\"" << window.client.top - window.window.top
               << "\" width=\"" << std::max(WidthOf(window.client), 0) << "\" height=\"" << std::max(HeightOf(window.client), 0)
               << "\" role=\"none\">";
-        Content(index);
+        Content(index, isAlone);
         m_out << "</svg>";
     }
     m_out << "</svg>";
 }
 
-void SvgDesktop::Content(std::size_t index)
+void SvgDesktop::Content(std::size_t index, bool isAlone)
 {
     const WindowPicture& window = m_picture.windows[index];
     const int width = WidthOf(window.client);
@@ -111,10 +129,10 @@ void SvgDesktop::Content(std::size_t index)
         const bool isDialog = window.className == u"#32770" || window.parent >= 0;
         m_out.Rectangle(window.className == u"MDIClient" ? "work" : isDialog ? "face" : "field", 0, 0, width, height);
     }
-    Shapes(index);
-    const auto& children = m_children[index];
-    for (std::size_t i = children.size(); i-- > 0;)
-        Window(children[i], {window.client.left, window.client.top});
+    Shapes(window.drawn.get(), IdOf(index));
+    if (!isAlone)
+        for (const std::size_t child : Within(index))
+            Window(child, false);
 }
 
 void SvgDesktop::Frame(const WindowPicture& window)
@@ -248,6 +266,11 @@ void SvgDesktop::Menu(std::size_t level)
     m_out.Rectangle("popup", menu.place.left, menu.place.top, WidthOf(menu.place), HeightOf(menu.place), 3);
     for (std::size_t i = 0; i < menu.items.size(); ++i)
         MenuItem(menu.items[i], "m" + std::to_string(level + 1) + "-" + std::to_string(i + 1));
+    if (menu.drawn) {
+        m_out << "<g transform=\"translate(" << menu.place.left << ' ' << menu.place.top << ")\">";
+        Shapes(menu.drawn.get(), "m" + std::to_string(level + 1));
+        m_out << "</g>";
+    }
     m_out << "</g>";
 }
 
@@ -255,9 +278,11 @@ void SvgDesktop::MenuItem(const MenuItemPicture& item, const std::string& id)
 {
     const int left = item.place.left;
     const int top = item.place.top;
+    const bool isDrawnByOwner = (item.type & MFT_OWNERDRAW) != 0;
     if (item.type & MFT_SEPARATOR) {
         m_out << "<g role=\"separator\">";
-        m_out.Line("line", left + 4, top + 4, item.place.right - 4, top + 4);
+        if (!isDrawnByOwner)
+            m_out.Line("line", left + 4, top + 4, item.place.right - 4, top + 4);
         m_out << "</g>";
         return;
     }
@@ -273,6 +298,11 @@ void SvgDesktop::MenuItem(const MenuItemPicture& item, const std::string& id)
                           : "menuitem")
           << '"' << ItemAttributes(item) << (isRadio || isChecked ? Attribute("aria-checked", YesNo(isChecked)) : "")
           << (isChosen ? " data-focus=\"menu\"" : "") << ">";
+    if (isDrawnByOwner) {
+        m_out.Rectangle("plain", left, top, WidthOf(item.place), HeightOf(item.place));
+        m_out << "</g>";
+        return;
+    }
     m_out.Rectangle(isChosen ? "chosen" : "plain", left, top, WidthOf(item.place), HeightOf(item.place), 2);
     const std::string style =
         std::string("text") + (isOff ? " off" : "") + (isChosen ? " chosen" : "") + (item.state & MFS_DEFAULT ? " bold" : "");

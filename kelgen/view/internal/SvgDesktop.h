@@ -25,24 +25,28 @@ public:
 
     /// The places of the top-level windows in the picture, from the bottom of the z-order up.
     std::vector<std::size_t> FromBottom() const;
-    /// The element of a top-level window.
+    /// The element of a top-level window with all that lies in it.
     std::string TopLevel(std::size_t window);
+    /// The element of a window without those of the windows in it, which go to the end of the element that is its own last one.
+    std::string Alone(std::size_t window);
+    /// The places of the windows that are drawn in a window, from the bottom of the z-order up.
+    std::vector<std::size_t> Within(std::size_t window) const;
     /// The elements of the open menus; empty without any.
     std::string Menus();
     std::string IdOf(std::size_t window) const;
 
 private:
-    void Window(std::size_t index, POINT origin);
+    void Window(std::size_t index, bool isAlone);
     void Frame(const WindowPicture& window);
     void Caption(const WindowPicture& window, int border);
     void CaptionButton(const char* name, int x, int y, int width, int height, const char* sign);
     void MenuBar(const WindowPicture& window);
     void ScrollBar(const ScrollBarPicture& bar, POINT origin, bool isControl);
-    void Content(std::size_t index);
+    void Content(std::size_t index, bool isAlone);
     void Menu(std::size_t level);
     void MenuItem(const MenuItemPicture& item, const std::string& id);
 
-    void Begin(std::size_t index, POINT origin);
+    void Begin(std::size_t index);
     std::string RowFocus(const WindowPicture& window, const RowPicture& row) const;
 
     // Roles and names; in their own source.
@@ -56,7 +60,7 @@ private:
     std::string MenuName(std::size_t level) const;
 
     // What was painted; in its own source.
-    void Shapes(std::size_t index);
+    void Shapes(const DrawnShapes* shapes, const std::string& id);
     void Colors(std::size_t index);
 
     // Of the controls; in their own source.

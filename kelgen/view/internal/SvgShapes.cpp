@@ -302,17 +302,17 @@ private:
 
 }  // namespace
 
-void SvgDesktop::Shapes(std::size_t index)
+/// @p id begins the names of what the shapes refer to.
+void SvgDesktop::Shapes(const DrawnShapes* shapes, const std::string& id)
 {
-    const WindowPicture& window = m_picture.windows[index];
-    if (!window.drawn || window.drawn->empty())
+    if (!shapes || shapes->empty())
         return;
     // Inverting goes no farther than this window.
     m_out << "<g style=\"isolation:isolate\">";
-    SvgShapes shapes(m_out, IdOf(index));
-    for (const DrawnShape& shape : *window.drawn) {
+    SvgShapes elements(m_out, id);
+    for (const DrawnShape& shape : *shapes) {
         if (shape.kind != EShapeKind::icon) {
-            shapes.Draw(shape);
+            elements.Draw(shape);
             continue;
         }
         m_out << "<g transform=\"translate(" << shape.box.left << ' ' << shape.box.top << ")\">";

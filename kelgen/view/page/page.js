@@ -6,30 +6,106 @@ const desktop = document.getElementById("desktop");
 const windows = document.getElementById("windows");
 const menus = document.getElementById("menus");
 const note = document.getElementById("note");
-const groups = new Map();
+
+// The elements of windows by their ids, and which windows lie in which; those of the desktop are under "".
+const elements = new Map();
+const within = new Map();
+
+const sheets = new Map();
+
+function parsed(text) {
+  const scratch = document.createElementNS("http://www.w3.org/2000/svg", "g");
+  scratch.innerHTML = text;
+  // The page's policy leaves styles in texts out: they are set by hand.
+  for (const element of scratch.querySelectorAll("[style]")) element.style.cssText = element.getAttribute("style");
+  return scratch;
+}
+
+// A window's own colours.
+function takeSheet(id, element) {
+  const style = element.querySelector("style");
+  style?.remove();
+  if (!style && !sheets.has(id)) return;
+  if (style) {
+    sheets.set(id, new CSSStyleSheet());
+    sheets.get(id).replaceSync(style.textContent);
+  } else sheets.delete(id);
+  document.adoptedStyleSheets = [...sheets.values()];
+}
+
+const isWindow = node => elements.get(node.id) === node;
+// Where the windows in a window lie: its last own element. One without it shows none.
+const roomOf = element => {
+  const last = element.lastElementChild;
+  return last?.getAttribute("role") === "none" ? last : null;
+};
+
+function copyAttributes(to, from) {
+  for (const name of to.getAttributeNames()) if (!from.hasAttribute(name)) to.removeAttribute(name);
+  for (const name of from.getAttributeNames())
+    if (to.getAttribute(name) !== from.getAttribute(name)) to.setAttribute(name, from.getAttribute(name));
+}
+
+// The element stays, as do those of the windows in it: whatever looks at them, goes on.
+function renew(element, fresh) {
+  const room = roomOf(element), freshRoom = roomOf(fresh);
+  copyAttributes(element, fresh);
+  for (const node of [...element.childNodes]) if (node !== room || !freshRoom) node.remove();
+  if (room && freshRoom) {
+    copyAttributes(room, freshRoom);
+    for (const node of [...room.childNodes]) if (!isWindow(node)) node.remove();
+    room.prepend(...freshRoom.childNodes);
+    freshRoom.remove();
+  }
+  element.prepend(...fresh.childNodes);
+}
+
+// In their order from the bottom up, behind what is the room's own.
+function arrange(room, ids) {
+  const wanted = ids.map(id => elements.get(id)).filter(Boolean);
+  for (const node of [...room.children]) if (isWindow(node) && !wanted.includes(node)) node.remove();
+  let next = null;
+  for (const element of wanted.reverse()) {
+    if (element.parentNode !== room || element.nextSibling !== next) room.insertBefore(element, next);
+    next = element;
+  }
+}
+
+function forgetClosed() {
+  const open = new Set();
+  const waiting = [""];
+  while (waiting.length) {
+    const id = waiting.pop();
+    open.add(id);
+    waiting.push(...(within.get(id) || []));
+  }
+  for (const id of elements.keys()) if (!open.has(id)) { elements.get(id).remove(); elements.delete(id); }
+  for (const id of within.keys()) if (!open.has(id)) within.delete(id);
+  for (const id of sheets.keys()) if (!open.has(id)) sheets.delete(id);
+  document.adoptedStyleSheets = [...sheets.values()];
+}
 
 function draw(picture) {
-  for (const [id, element] of Object.entries(picture.changed)) {
-    let group = groups.get(id);
-    if (!group) {
-      group = document.createElementNS("http://www.w3.org/2000/svg", "g");
-      groups.set(id, group);
-    }
-    group.innerHTML = element;
+  for (const [id, text] of Object.entries(picture.changed)) {
+    const fresh = parsed(text).firstElementChild;
+    takeSheet(id, fresh);
+    if (elements.has(id)) renew(elements.get(id), fresh);
+    else elements.set(id, fresh);
   }
-  for (const [id, group] of groups) {
-    if (!picture.order.includes(id)) {
-      group.remove();
-      groups.delete(id);
-    }
+  const arranged = Object.entries(picture.within);
+  for (const [id, ids] of arranged) {
+    within.set(id, ids);
+    const room = roomOf(elements.get(id));
+    if (room) arrange(room, ids);
   }
-  picture.order.forEach((id, place) => {
-    const group = groups.get(id);
-    if (group && windows.children[place] !== group) windows.insertBefore(group, windows.children[place] || null);
-  });
-  if (picture.menus !== undefined) menus.innerHTML = picture.menus;
-  desktop.setAttribute("viewBox", `0 0 ${picture.width} ${picture.height}`);
-  document.title = picture.title || "kelgen";
+  if (picture.order) {
+    within.set("", picture.order);
+    arrange(windows, picture.order);
+    desktop.setAttribute("viewBox", `0 0 ${picture.width} ${picture.height}`);
+    document.title = picture.title || "kelgen";
+  }
+  if (arranged.length || picture.order) forgetClosed();
+  if (picture.menus !== undefined) menus.replaceChildren(...parsed(picture.menus).childNodes);
   // The item of the innermost open menu, else the row of a list, else the control.
   const last = (element, selector) => [...element.querySelectorAll(selector)].pop();
   const focus = last(menus, "[data-focus]") || last(windows, "[data-focus=menu]") || last(windows, "[data-focus]");

@@ -1,7 +1,9 @@
 // ScrollBarTest.cpp: scroll bars of windows and as controls: numbers, places, the mouse and keys.
 #include "platform/user/MessageLog.h"
 #include "support/Rows.h"
+#include "support/Target.h"
 
+#include <functional>
 #include <tuple>
 
 using namespace kelgen::test;
@@ -223,15 +225,16 @@ TEST(ScrollBars, AThumbIsAsLongAsThePage)
 TEST(ScrollBars, DisabledArrowsTellWhetherTheyChanged)
 {
     const Scrolled window(WS_POPUP | WS_VSCROLL);
+    SCROLLBARINFO info{};
+    info.cbSize = sizeof info;
     const auto arrows = [&] {
-        SCROLLBARINFO info{};
-        info.cbSize = sizeof info;
         GetScrollBarInfo(window, static_cast<LONG>(OBJID_VSCROLL), &info);
         return std::tuple(info.rgstate[1], info.rgstate[5], info.xyThumbBottom != 0);
     };
     EXPECT_TRUE(EnableScrollBar(window, SB_VERT, ESB_DISABLE_BOTH));
     EXPECT_FALSE(EnableScrollBar(window, SB_VERT, ESB_DISABLE_BOTH));
     EXPECT_EQ(std::tuple(1u, 1u, false), arrows());
+    EXPECT_EQ(isOurPlatform ? DWORD{STATE_SYSTEM_UNAVAILABLE} : 0u, info.rgstate[0]) << "the bar";
     EXPECT_TRUE(EnableScrollBar(window, SB_BOTH, ESB_DISABLE_UP));
     EXPECT_EQ(std::tuple(1u, 0u, true), arrows());
     EXPECT_TRUE(EnableScrollBar(window, SB_VERT, ESB_ENABLE_BOTH));
@@ -262,8 +265,46 @@ TEST(ScrollBars, TellWhatTheMousePresses)
              {"level thumb", &level, {90, 190}, {110, 190}, "command(f086) h:track(40) h:track(52) release h:put(52) h:end"},
          })
         EXPECT_EQ(expected, bar->Drag(from, to)) << name;
+    // Elsewhere a disabled arrow is only painted otherwise.
+    for (const auto& [name, arrows, from, expected] : Table<const char*, UINT, POINT, const char*>{
+             {"disabled first arrow", ESB_DISABLE_UP, {190, 5}, isOurPlatform ? "" : "lineup release end"},
+             {"disabled last arrow", ESB_DISABLE_DOWN, {190, 190}, isOurPlatform ? "" : "linedown release end"},
+             {"the other one", ESB_DISABLE_UP, {190, 190}, "linedown release end"},
+             {"before the thumb", ESB_DISABLE_UP, {190, 30}, "pageup release end"},
+             {"behind the thumb", ESB_DISABLE_DOWN, {190, 160}, "pagedown release end"},
+             {"both", ESB_DISABLE_BOTH, {190, 30}, isOurPlatform ? "" : "pageup release end"},
+         }) {
+        EnableScrollBar(window, SB_VERT, arrows);
+        EXPECT_EQ("command(f077)" + std::string(*expected ? " " : "") + expected, window.Drag(from, from)) << name;
+    }
     SetDoubleClickTime(0);
     SetCursorPos(700, 700);
+}
+
+TEST(ScrollBars, CallsThatFailSayWhy)
+{
+    const Scrolled bare(WS_POPUP);
+    const Scrolled window;
+    SCROLLINFO info{sizeof info, SIF_ALL, 0, 9, 0, 0, 0};
+    // Elsewhere they say nothing, or do it in part.
+    for (const auto& [name, call, result, error, elsewhere] : Table<const char*, std::function<int()>, int, DWORD, int>{
+             {"no bar", [&] { return GetScrollInfo(bare, SB_VERT, &info); }, 0, ERROR_NO_SCROLLBARS, 0},
+             {"position of no bar", [&] { return GetScrollPos(bare, SB_VERT); }, 0, ERROR_NO_SCROLLBARS, 0},
+             {"no window", [&] { return GetScrollInfo(nullptr, SB_VERT, &info); }, 0, ERROR_INVALID_WINDOW_HANDLE, 0},
+             {"set of no window", [&] { return SetScrollInfo(nullptr, SB_VERT, &info, TRUE); }, 0, ERROR_INVALID_WINDOW_HANDLE, 0},
+             {"shown of no window", [] { return ShowScrollBar(nullptr, SB_VERT, TRUE); }, 0, ERROR_INVALID_WINDOW_HANDLE, 0},
+             {"enabled of no window", [] { return EnableScrollBar(nullptr, SB_VERT, 0); }, 0, ERROR_INVALID_WINDOW_HANDLE, 0},
+             {"unknown bar shown", [&] { return ShowScrollBar(window, 9, TRUE); }, 0, ERROR_INVALID_PARAMETER, 1},
+             {"unknown bar enabled", [&] { return EnableScrollBar(window, 9, 0); }, 0, ERROR_INVALID_PARAMETER, 0},
+             {"too wide", [&] { return SetScrollRange(window, SB_VERT, -2, 0x7FFFFFFF, TRUE); }, 0, ERROR_INVALID_SCROLLBAR_RANGE, 1},
+         }) {
+        SetLastError(77);
+        EXPECT_EQ(isOurPlatform ? result : elsewhere, call()) << name;
+        const DWORD found = GetLastError();
+        EXPECT_TRUE(isOurPlatform ? found == error : found == 0 || found == 77) << name << ": " << found;
+    }
+    Set(window, SB_VERT, SIF_ALL, 0, 100, 0xFFFFFFFF, 50);
+    EXPECT_EQ(isOurPlatform ? "0..100 101 0, 200x183" : "0..100 0 50, 183x183", StateOf(window, SB_VERT)) << "a page beyond all numbers";
 }
 
 TEST(ScrollBarControl, BeginsWithoutARangeAndStays)
@@ -425,5 +466,7 @@ TEST(ScrollWindow, HasWhatIsUncoveredPainted)
     RECT place{};
     GetWindowRect(child, &place);
     EXPECT_EQ(std::tuple(LONG{255}, LONG{120}), std::tuple(place.left, place.top)) << "children move along";
+    ShowWindow(window, SW_HIDE);
+    EXPECT_EQ(isOurPlatform, ScrollWindow(window, 5, 10, nullptr, nullptr) != FALSE) << "hidden";
     EXPECT_EQ(ERROR, ScrollWindowEx(nullptr, 5, 10, nullptr, nullptr, nullptr, nullptr, 0));
 }

@@ -233,7 +233,7 @@ TEST(WithoutMemory, ListViews)
     RunFlow(
         [&] {
             char text[] = "an item's text of some length";
-            for (int i = 0; i < 5; ++i) {
+            for (int i = 0; i < 9; ++i) {
                 LVITEMA item = {};
                 item.mask = LVIF_TEXT;
                 item.pszText = text;

@@ -218,3 +218,73 @@ TEST(Drawing, CopiesWithinAWindowAndInvertsTwice)
     EXPECT_EQ(before, window.Shapes().size());
     ReleaseDC(window, context);
 }
+
+namespace {
+
+std::string DesktopSvg()
+{
+    std::ostringstream out;
+    view::WriteSvg(out);
+    return out.str();
+}
+
+WNDPROC g_before = nullptr;
+std::string g_seen;
+
+/// Writes into what it is asked to draw, and at WM_APP looks at the desktop and closes the menu.
+LRESULT CALLBACK DrawOwn(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_DRAWITEM) {
+        const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+        const std::string text = (item.itemState & ODS_SELECTED ? "chosen " : "own ") + std::to_string(item.itemData);
+        TextOutA(item.hDC, item.rcItem.left, item.rcItem.top, text.c_str(), static_cast<int>(text.size()));
+        return TRUE;
+    }
+    if (message == WM_APP) {
+        g_seen = DesktopSvg();
+        EndMenu();
+    }
+    return CallWindowProcW(g_before, window, message, wParam, lParam);
+}
+
+bool Has(const std::string& text, const char* part)
+{
+    return text.find(part) != text.npos;
+}
+
+}  // namespace
+
+TEST(Drawing, OwnersDrawItemsOfListViewsComboBoxesAndMenus)
+{
+    const Frame frame(u"Owner");
+    g_before = reinterpret_cast<WNDPROC>(SetWindowLongPtrW(frame, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(DrawOwn)));
+    const HWND list = AddChild(frame, u"SysListView32", u"", LVS_REPORT | LVS_OWNERDRAWFIXED, 1, {10, 10, 150, 100});
+    char name[] = "its name";
+    LVITEMA item{};
+    item.mask = LVIF_TEXT | LVIF_PARAM;
+    item.pszText = name;
+    item.lParam = 70;
+    SendMessageA(list, LVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item));
+    const HWND combo = AddChild(frame, u"ComboBox", u"", CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED, 2, {160, 10, 300, 150});
+    SendMessageA(combo, CB_ADDSTRING, 0, 80);
+    SendMessageA(combo, CB_SETCURSEL, 0, 0);
+    Serve();
+    const std::string closed = DesktopSvg();
+    EXPECT_TRUE(Has(closed, ">own 70<") && Has(closed, ">own 80<"));
+    EXPECT_TRUE(Has(closed, "role=\"gridcell\" aria-label=\"its name\"") && !Has(closed, ">its name<"));
+    SendMessageA(combo, CB_SHOWDROPDOWN, TRUE, 0);
+    Serve();
+    EXPECT_TRUE(Has(DesktopSvg(), ">chosen 80<"));
+    SendMessageA(combo, CB_SHOWDROPDOWN, FALSE, 0);
+
+    const HMENU menu = CreatePopupMenu();
+    AppendMenuA(menu, MF_OWNERDRAW, 11, reinterpret_cast<LPCSTR>(91));
+    AppendMenuA(menu, MF_OWNERDRAW, 12, reinterpret_cast<LPCSTR>(92));
+    AppendMenuA(menu, MF_STRING, 13, "plain");
+    PostMessageA(frame, WM_KEYDOWN, VK_DOWN, 0);
+    PostMessageA(frame, WM_APP, 0, 0);
+    TrackPopupMenu(menu, 0, 200, 200, 0, frame, nullptr);
+    EXPECT_TRUE(Has(g_seen, ">chosen 91<") && Has(g_seen, ">own 92<") && Has(g_seen, ">plain<"));
+    EXPECT_TRUE(Has(g_seen, "<g transform=\"translate(200 200)\">"));
+    DestroyMenu(menu);
+}

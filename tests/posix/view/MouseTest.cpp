@@ -84,6 +84,29 @@ struct Menus
     ~Menus() { DestroyMenu(bar); }
 };
 
+/// A list of 40 items, most of them below its end.
+struct LongList
+{
+    Frame frame{u"List"};
+    bool isListView;
+    HWND list;
+
+    explicit LongList(bool isView)
+        : isListView(isView), list(AddChild(frame, isView ? u"SysListView32" : u"ListBox", u"",
+                                            isView ? DWORD{LVS_REPORT} : DWORD{WS_VSCROLL}, 1, {10, 10, 150, 170}))
+    {
+        LVITEMA item{};
+        for (item.iItem = 0; item.iItem < 40; ++item.iItem)
+            if (isListView)
+                SendMessageA(list, LVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item));
+            else
+                SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>("item"));
+        Serve();
+    }
+    ScrollBarPicture Bar() const { return TakeDesktopPicture(list, 0).windows[0].scrollBars[SB_VERT]; }
+    LRESULT Top() const { return SendMessageA(list, isListView ? LVM_GETTOPINDEX : LB_GETTOPINDEX, 0, 0); }
+};
+
 }  // namespace
 
 TEST(MenuMouse, ClicksOpenMenusAndChoose)
@@ -209,41 +232,34 @@ TEST(ControlMouse, AnOpenListOfAComboBoxIsChosenFrom)
     EXPECT_EQ(u"second", TakeDesktopPicture(combo, 0).windows[0].control.text);
 }
 
-// A list box scrolls by its bar: the arrow, and the thumb that the picture shows.
+// A list scrolls by its bar: the arrow, and the thumb that the picture shows.
 TEST(ControlMouse, AScrollBarIsPressedAndDragged)
 {
-    const Frame frame(u"List");
-    const HWND list = AddChild(frame, u"ListBox", u"", WS_VSCROLL, 1, {10, 10, 150, 170});
-    for (int i = 0; i < 40; ++i)
-        SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>("item"));
-    Serve();
-    const auto bar = [&] { return TakeDesktopPicture(list, 0).windows[0].scrollBars[SB_VERT]; };
-    const ScrollBarPicture before = bar();
-    ASSERT_GT(before.thumbEnd, before.thumbStart);
-    const POINT arrow{before.place.left + 5, before.place.bottom - 5};
-    Click(arrow);
-    Serve();
-    EXPECT_EQ(1, SendMessageA(list, LB_GETTOPINDEX, 0, 0));
-    EXPECT_EQ(1, bar().position);
-    SetCursorPos(before.place.left + 5, before.place.top + bar().thumbStart + 5);
-    Mouse(MOUSEEVENTF_LEFTDOWN);
-    SetCursorPos(before.place.left + 5, before.place.bottom + 500);
-    Mouse(MOUSEEVENTF_LEFTUP);
-    Serve();
-    EXPECT_EQ(bar().most, SendMessageA(list, LB_GETTOPINDEX, 0, 0));
-    EXPECT_EQ(bar().most, bar().position);
-    EXPECT_EQ(before.place.bottom - before.place.top - bar().arrow, bar().thumbEnd);
-    EXPECT_EQ(nullptr, GetCapture());
+    for (const bool isListView : {false, true}) {
+        const LongList list(isListView);
+        const ScrollBarPicture before = list.Bar();
+        ASSERT_GT(before.thumbEnd, before.thumbStart) << isListView;
+        Click({before.place.left + 5, before.place.bottom - 5});
+        Serve();
+        EXPECT_EQ(1, list.Top()) << isListView;
+        EXPECT_EQ(1, list.Bar().position) << isListView;
+        SetCursorPos(before.place.left + 5, before.place.top + list.Bar().thumbStart + 5);
+        Mouse(MOUSEEVENTF_LEFTDOWN);
+        SetCursorPos(before.place.left + 5, before.place.bottom + 500);
+        Mouse(MOUSEEVENTF_LEFTUP);
+        Serve();
+        const ScrollBarPicture after = list.Bar();
+        EXPECT_EQ(after.most, list.Top()) << isListView;
+        EXPECT_EQ(after.most, after.position) << isListView;
+        EXPECT_EQ(after.place.bottom - after.place.top - after.arrow, after.thumbEnd) << isListView;
+        EXPECT_EQ(nullptr, GetCapture());
+    }
 }
 
 TEST(ControlMouse, AHeldArrowScrollsOn)
 {
-    const Frame frame(u"List");
-    const HWND list = AddChild(frame, u"ListBox", u"", WS_VSCROLL, 1, {10, 10, 150, 170});
-    for (int i = 0; i < 40; ++i)
-        SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>("item"));
-    Serve();
-    const RECT place = TakeDesktopPicture(list, 0).windows[0].scrollBars[SB_VERT].place;
+    const LongList list(false);
+    const RECT place = list.Bar().place;
     const User user([&] {
         User::Await([&](const DesktopPicture& picture) {
             return std::ranges::any_of(picture.windows,
@@ -253,8 +269,8 @@ TEST(ControlMouse, AHeldArrowScrollsOn)
     });
     SetCursorPos(place.left + 5, place.bottom - 5);
     Mouse(MOUSEEVENTF_LEFTDOWN);
-    ServeUntil([&] { return SendMessageA(list, LB_GETTOPINDEX, 0, 0) >= 4 && GetKeyState(VK_LBUTTON) >= 0; });
-    EXPECT_GE(SendMessageA(list, LB_GETTOPINDEX, 0, 0), 4);
+    ServeUntil([&] { return list.Top() >= 4 && GetKeyState(VK_LBUTTON) >= 0; });
+    EXPECT_GE(list.Top(), 4);
 }
 
 TEST(ControlKeys, MoveThroughAnOpenListWithoutClosingIt)

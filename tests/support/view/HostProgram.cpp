@@ -1,5 +1,6 @@
-// HostProgram.cpp: a host that knows nothing of the view: a frame with every kind of control, 100000 items in its list view, and a text
-// that shows and prints the time in microseconds at each line of the standard input. Its end ends the program.
+// HostProgram.cpp: a host that knows nothing of the view: a frame with every kind of control, 100000 items in its list view, a label in its
+// own colour, a mark that it paints, and a text that shows and prints the time in microseconds at each line of the standard input. Its end
+// ends the program.
 #include <kelgen/platform/Win32.h>
 
 #include <chrono>
@@ -15,6 +16,8 @@ constexpr UINT kClock = WM_APP + 1;
 constexpr int kItems = 100'000;
 constexpr int kAsk = 1;
 constexpr int kClockLabel = 2;
+constexpr int kRedLabel = 3;
+constexpr RECT kMark{10, 390, 30, 400};
 
 LPCWSTR Wide(const char16_t* text)
 {
@@ -70,7 +73,7 @@ void AddLists(HWND frame)
 
 void AddListView(HWND frame)
 {
-    Add(frame, u"Static", u"&Files:", SS_LEFT, {10, 180, 60, 193});
+    Add(frame, u"Static", u"&Files:", SS_LEFT, {10, 180, 60, 193}, kRedLabel);
     const HWND list =
         Add(frame, u"SysListView32", u"", WS_TABSTOP | LVS_REPORT | LVS_SHOWSELALWAYS, {65, 180, 600, 380}, 0, WS_EX_CLIENTEDGE);
     int number = 0;
@@ -122,8 +125,22 @@ void ShowClock(HWND frame)
     std::fflush(stdout);
 }
 
+void PaintMark(HWND frame)
+{
+    PAINTSTRUCT paint;
+    const HDC context = BeginPaint(frame, &paint);
+    SetTextColor(context, RGB(200, 0, 0));
+    TextOutA(context, kMark.left, kMark.top, "mark", 4);
+    InvertRect(context, &kMark);
+    EndPaint(frame, &paint);
+}
+
 LRESULT CALLBACK Procedure(HWND frame, UINT message, WPARAM wParam, LPARAM lParam)
 {
+    if (message == WM_CTLCOLORSTATIC && GetDlgCtrlID(reinterpret_cast<HWND>(lParam)) == kRedLabel)
+        SetTextColor(reinterpret_cast<HDC>(wParam), RGB(200, 0, 0));
+    else if (message == WM_PAINT)
+        PaintMark(frame);
     if (message == kClock)
         ShowClock(frame);
     else if (message == WM_COMMAND && LOWORD(wParam) == kAsk)

@@ -418,6 +418,7 @@
 #define ODT_COMBOBOX 3
 #define ODT_BUTTON 4
 #define ODT_STATIC 5
+#define ODT_LISTVIEW 102
 #define ODA_DRAWENTIRE 0x0001
 #define ODA_SELECT 0x0002
 #define ODA_FOCUS 0x0004

@@ -42,9 +42,29 @@ DWORD Translated(DWORD style, std::initializer_list<std::pair<DWORD, DWORD>> pai
     return result;
 }
 
+bool IsDrawnByOwner(HWND combo)
+{
+    return (StyleOf(combo) & (CBS_OWNERDRAWFIXED | CBS_OWNERDRAWVARIABLE)) != 0;
+}
+
+/// Asks the owner for the height of the field.
+void MeasureField(HWND combo, ComboBoxState& state, int width)
+{
+    MEASUREITEMSTRUCT measure{};
+    measure.CtlType = ODT_COMBOBOX;
+    measure.CtlID = static_cast<UINT>(GetDlgCtrlID(combo));
+    measure.itemID = 0xFFFFFFFF;
+    measure.itemWidth = static_cast<UINT>(std::max(width, 0));
+    measure.itemHeight = static_cast<UINT>(state.itemHeight);
+    SendMessageW(GetParent(combo), WM_MEASUREITEM, measure.CtlID, reinterpret_cast<LPARAM>(&measure));
+    state.itemHeight = static_cast<int>(std::clamp<UINT>(measure.itemHeight, 1, 0x7FFF));
+}
+
 bool CreateParts(HWND combo, ComboBoxState& state, const CREATESTRUCTW& create)
 {
     const DWORD style = StyleOf(combo);
+    if (IsDrawnByOwner(combo))
+        MeasureField(combo, state, create.cx);
     const bool isSimple = ComboTypeOf(combo) == CBS_SIMPLE;
     state.dropHeight = create.cy;
     state.dropWidth = create.cx;
@@ -55,7 +75,7 @@ bool CreateParts(HWND combo, ComboBoxState& state, const CREATESTRUCTW& create)
                                          {CBS_HASSTRINGS, LBS_HASSTRINGS},
                                          {CBS_NOINTEGRALHEIGHT, LBS_NOINTEGRALHEIGHT},
                                          {CBS_DISABLENOSCROLL, LBS_DISABLENOSCROLL}});
-    if (!(style & (CBS_OWNERDRAWFIXED | CBS_OWNERDRAWVARIABLE)))
+    if (!IsDrawnByOwner(combo))
         listStyle |= LBS_HASSTRINGS;
     listStyle |= isSimple ? WS_CHILD | WS_VISIBLE : WS_POPUP;
     state.list = CreateWindowExW(isSimple ? WS_EX_CLIENTEDGE : WS_EX_TOOLWINDOW, reinterpret_cast<LPCWSTR>(u"ComboLBox"), nullptr,
@@ -273,8 +293,57 @@ void SetFont(HWND combo, ComboBoxState& state, WPARAM font)
     if (state.edit)
         SendMessageW(state.edit, WM_SETFONT, font, 0);
     SendToList(state, WM_SETFONT, font);
-    state.itemHeight = font ? 13 : 16;
+    if (!IsDrawnByOwner(combo))
+        state.itemHeight = font ? 13 : 16;
     Arrange(combo, state);
+}
+
+/// WM_PAINT of a box without an edit control: has the owner draw the selection in the field.
+LRESULT PaintField(HWND combo, const ComboBoxState& state)
+{
+    return PaintByOwner(combo, state.font, [&](HDC context, const RECT&) {
+        DRAWITEMSTRUCT item{};
+        item.CtlType = ODT_COMBOBOX;
+        item.CtlID = static_cast<UINT>(GetDlgCtrlID(combo));
+        const LRESULT selected = SendToList(state, LB_GETCURSEL);
+        item.itemID = static_cast<UINT>(selected);
+        item.itemAction = ODA_DRAWENTIRE;
+        const bool isChosen = GetFocus() == combo && !state.isDropped;
+        item.itemState = ODS_COMBOBOXEDIT | (isChosen ? ODS_SELECTED | ODS_FOCUS : 0) | (StyleOf(combo) & WS_DISABLED ? ODS_DISABLED : 0);
+        item.hwndItem = combo;
+        item.hDC = context;
+        GetClientRect(combo, &item.rcItem);
+        item.rcItem = {3, 3, item.rcItem.right - kButtonWidth + 3, item.rcItem.bottom - 3};
+        item.itemData = static_cast<ULONG_PTR>(SendToList(state, LB_GETITEMDATA, static_cast<WPARAM>(selected)));
+        FillRect(context, &item.rcItem, GetSysColorBrush(COLOR_WINDOW));
+        SendMessageW(GetParent(combo), WM_DRAWITEM, item.CtlID, reinterpret_cast<LPARAM>(&item));
+    });
+}
+
+/// Whether a message may change what the field shows.
+bool ChangesField(UINT message)
+{
+    switch (message) {
+    case CB_SETCURSEL:
+    case CB_SELECTSTRING:
+    case CB_RESETCONTENT:
+    case CB_DELETESTRING:
+    case CB_INSERTSTRING:
+    case CB_ADDSTRING:
+    case CB_SETITEMDATA:
+    case CB_SETITEMHEIGHT:
+    case CB_SHOWDROPDOWN:
+    case WM_KEYDOWN:
+    case WM_CHAR:
+    case WM_COMMAND:
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+    case WM_ENABLE:
+    case WM_LBUTTONDOWN:
+        return true;
+    default:
+        return false;
+    }
 }
 
 void Destroy(ComboBoxState& state)
@@ -309,12 +378,10 @@ void TakeListText(HWND combo, ComboBoxState& state)
         SendMessageW(state.edit, EM_SETSEL, 0, -1);
 }
 
-LRESULT CALLBACK ComboBoxProcedure(HWND combo, UINT message, WPARAM wParam, LPARAM lParam)
+namespace {
+
+LRESULT HandleMessage(HWND combo, ComboBoxState& state, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    const auto holder = ControlState<ComboBoxState>(combo);
-    if (!holder)
-        return 0;
-    ComboBoxState& state = *holder;
     if (message >= CB_GETEDITSEL && message <= CB_GETCOMBOBOXINFO)
         return ComboMessage(combo, state, message, wParam, lParam);
     switch (message) {
@@ -377,9 +444,26 @@ LRESULT CALLBACK ComboBoxProcedure(HWND combo, UINT message, WPARAM wParam, LPAR
     case WM_MEASUREITEM:
     case WM_DELETEITEM:
         return SendMessageW(GetParent(combo), message, static_cast<WPARAM>(GetDlgCtrlID(combo)), lParam);
+    case WM_PAINT:
+        if (!state.edit && IsDrawnByOwner(combo))
+            return PaintField(combo, state);
+        [[fallthrough]];
     default:
         return DefWindowProcW(combo, message, wParam, lParam);
     }
+}
+
+}  // namespace
+
+LRESULT CALLBACK ComboBoxProcedure(HWND combo, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const auto holder = ControlState<ComboBoxState>(combo);
+    if (!holder)
+        return 0;
+    const LRESULT result = HandleMessage(combo, *holder, message, wParam, lParam);
+    if (ChangesField(message) && OwnWindow(combo) && IsDrawnByOwner(combo))
+        InvalidateRect(combo, nullptr, FALSE);
+    return result;
 }
 
 }  // namespace kelgen::posix::user

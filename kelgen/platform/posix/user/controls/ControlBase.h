@@ -43,8 +43,14 @@ bool IsInClient(HWND control, LPARAM point);
 /// Makes the control's vertical bar, if it has one, show that of @p count rows @p page are in view from @p first on.
 void SetRowBar(HWND control, int count, int page, int first);
 
+/// The same of its horizontal bar, in pixels.
+void SetColumnBar(HWND control, int width, int page, int left);
+
 /// The first row in view after WM_VSCROLL, which was @p first.
 int ScrolledRow(HWND control, WPARAM code, int count, int page, int first);
+
+/// The first pixel in view after WM_HSCROLL, which was @p left.
+int ScrolledColumn(HWND control, WPARAM code, int width, int page, int left);
 
 /// WM_PAINT of a control that the view draws: takes what is to be painted, and asks the parent for the colours (a WM_CTLCOLOR message).
 LRESULT PaintControl(HWND control, UINT colorMessage);

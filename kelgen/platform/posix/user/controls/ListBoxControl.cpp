@@ -22,12 +22,12 @@ LRESULT BadIndex()
     return Fail(ERROR_INVALID_INDEX, LRESULT{LB_ERR});
 }
 
-/// Asks the owner for the height of an item, -1: of all.
+/// Asks the owner for the height of an item; of all by -1, or by 0 for a combo box, whose -1 is its field.
 int MeasureItem(HWND list, const ListBoxState& state, int index, ULONG_PTR data)
 {
     MEASUREITEMSTRUCT measure = {};
-    measure.CtlType = ODT_LISTBOX;
-    measure.CtlID = static_cast<UINT>(GetDlgCtrlID(list));
+    measure.CtlType = state.combo ? ODT_COMBOBOX : ODT_LISTBOX;
+    measure.CtlID = static_cast<UINT>(GetDlgCtrlID(state.combo ? state.combo : list));
     measure.itemID = static_cast<UINT>(index);
     measure.itemHeight = static_cast<UINT>(state.itemHeight);
     measure.itemData = data;
@@ -408,7 +408,7 @@ LRESULT HandleMessage(HWND list, ListBoxState& state, UINT message, WPARAM wPara
     switch (message) {
     case WM_CREATE:
         if (StyleOf(list) & LBS_OWNERDRAWFIXED)
-            state.itemHeight = MeasureItem(list, state, -1, 0);
+            state.itemHeight = MeasureItem(list, state, state.combo ? 0 : -1, 0);
         state.hidesScrollBar = (StyleOf(list) & WS_VSCROLL) && !(StyleOf(list) & LBS_DISABLENOSCROLL);
         UpdateScrollBar(list, state);
         return 0;

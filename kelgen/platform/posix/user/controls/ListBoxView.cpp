@@ -20,7 +20,10 @@ void DrawItem(HWND list, const ListBoxState& state, int index, const RECT& place
     item.itemID = static_cast<UINT>(index);
     item.itemAction = ODA_DRAWENTIRE;
     const bool isSelected = IsMultiple(list) ? listed.isSelected : index == state.items.current;
-    const bool isFocused = index == state.items.current && GetFocus() == control;
+    // The keys of a combo box's edit control go to its list.
+    const HWND focus = GetFocus();
+    const bool hasKeys = focus == control || (state.combo && IsChild(control, focus));
+    const bool isFocused = index == state.items.current && hasKeys;
     item.itemState = (isSelected ? ODS_SELECTED : 0) | (isFocused ? ODS_FOCUS : 0) | (StyleOf(list) & WS_DISABLED ? ODS_DISABLED : 0);
     item.hwndItem = control;
     item.hDC = context;

@@ -292,6 +292,18 @@ bool HandleItemMessage(HWND list, ListViewState& state, UINT message, WPARAM wPa
         if (const Window* const window = OwnWindow(list); window && result)
             state.ScrollTo(*window, index);
         return true;
+    case LVM_SCROLL:
+        if (const Window* const window = OwnWindow(list))
+            state.ScrollBy(*window, static_cast<int>(wParam), static_cast<int>(lParam) / state.rowHeight);
+        result = TRUE;
+        return true;
+    case LVM_GETTOPINDEX:
+        result = state.top;
+        return true;
+    case LVM_GETCOUNTPERPAGE:
+        if (const Window* const window = OwnWindow(list))
+            result = state.PageOf(*window);
+        return true;
     case LVM_SETITEMCOUNT:
         state.items.reserve(std::min<std::size_t>(wParam, 1u << 20));
         result = TRUE;
@@ -340,6 +352,72 @@ bool HandleColumnMessage(ListViewState& state, UINT message, WPARAM wParam, LPAR
     }
 }
 
+/// Whether a message leaves what is in view as it is.
+bool IsQuestion(UINT message)
+{
+    switch (message) {
+    case LVM_GETITEMCOUNT:
+    case LVM_GETITEMA:
+    case LVM_GETITEMW:
+    case LVM_GETNEXTITEM:
+    case LVM_GETITEMTEXTA:
+    case LVM_GETITEMTEXTW:
+    case LVM_GETITEMSTATE:
+    case LVM_GETSELECTEDCOUNT:
+    case LVM_GETTOPINDEX:
+    case LVM_GETCOUNTPERPAGE:
+    case LVM_GETCOLUMNWIDTH:
+    case LVM_GETEXTENDEDLISTVIEWSTYLE:
+    case LVM_GETUNICODEFORMAT:
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// What the message has changed is shown.
+void ShowChange(HWND list, ListViewState& state)
+{
+    FitScrollBars(list, state);
+    if (const Window* const window = OwnWindow(list); window && IsDrawnByOwner(*window))
+        InvalidateRect(list, nullptr, TRUE);
+}
+
+LRESULT HandleWindowMessage(HWND list, ListViewState& state, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const Window* const window = OwnWindow(list);
+    const bool isDrawnByOwner = window && IsDrawnByOwner(*window);
+    switch (message) {
+    case WM_GETDLGCODE:
+        return DLGC_WANTCHARS | DLGC_WANTARROWS;
+    case WM_CREATE:
+        if (isDrawnByOwner)
+            MeasureRows(list, state);
+        return 0;
+    case WM_SIZE:
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+    case WM_ENABLE:
+        ShowChange(list, state);
+        break;
+    case WM_PAINT:
+        if (isDrawnByOwner)
+            return PaintRows(list, state);
+        break;
+    case WM_SETFONT:
+        state.font = reinterpret_cast<HFONT>(wParam);
+        return 0;
+    case WM_GETFONT:
+        return reinterpret_cast<LRESULT>(state.font);
+    case WM_DESTROY:
+        DeleteAll(list, state);
+        break;
+    default:
+        break;
+    }
+    return DefWindowProcW(list, message, wParam, lParam);
+}
+
 }  // namespace
 
 LRESULT CALLBACK ListViewProcedure(HWND list, UINT message, WPARAM wParam, LPARAM lParam)
@@ -348,15 +426,13 @@ LRESULT CALLBACK ListViewProcedure(HWND list, UINT message, WPARAM wParam, LPARA
     if (!state)
         return DefWindowProcW(list, message, wParam, lParam);
     LRESULT result = 0;
-    if (HandleItemMessage(list, *state, message, wParam, lParam, result) || HandleColumnMessage(*state, message, wParam, lParam, result))
+    if (HandleItemMessage(list, *state, message, wParam, lParam, result) || HandleColumnMessage(*state, message, wParam, lParam, result) ||
+        OnListViewInput(list, *state, message, wParam, lParam)) {
+        if (!IsQuestion(message))
+            ShowChange(list, *state);
         return result;
-    if (OnListViewInput(list, *state, message, wParam, lParam))
-        return 0;
-    if (message == WM_GETDLGCODE)
-        return DLGC_WANTCHARS | DLGC_WANTARROWS;
-    if (message == WM_DESTROY)
-        DeleteAll(list, *state);
-    return DefWindowProcW(list, message, wParam, lParam);
+    }
+    return HandleWindowMessage(list, *state, message, wParam, lParam);
 }
 
 }  // namespace kelgen::posix::user

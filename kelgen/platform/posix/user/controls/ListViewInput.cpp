@@ -1,4 +1,4 @@
-// ListViewInput.cpp: what of a list view is in view, and keys and the mouse in it.
+// ListViewInput.cpp: keys and the mouse in list views, and their scroll bars.
 #include <kelgen/platform/posix/user/controls/ListViewInput.h>
 
 #include <kelgen/platform/posix/user/api/User.h>
@@ -8,23 +8,6 @@
 namespace kelgen::posix::user {
 
 namespace {
-
-LONG HeaderOf(const Window& list)
-{
-    const auto style = static_cast<DWORD>(list.style);
-    return (style & LVS_TYPEMASK) == LVS_REPORT && !(style & LVS_NOCOLUMNHEADER) ? kListViewHeader : 0;
-}
-
-void ShowColumns(const ListViewState& state, ControlPicture& picture)
-{
-    int left = 0;
-    for (const ListViewColumn& column : state.columns) {
-        if (picture.columns.size() == kMostShownColumns)
-            return;
-        picture.columns.push_back({column.heading.substr(0, kLongestShownText), left, column.width, column.format});
-        left += std::clamp(column.width, 0, 10000);
-    }
-}
 
 void SetItemState(HWND list, int index, UINT mask, UINT bits)
 {
@@ -68,7 +51,7 @@ void OnPress(HWND list, ListViewState& state, UINT message, LPARAM lParam)
     if (!window)
         return;
     const LONG header = HeaderOf(*window);
-    const int row = point.y < header ? -1 : state.top + (point.y - header) / kListViewRow;
+    const int row = point.y < header ? -1 : state.top + (point.y - header) / state.rowHeight;
     const int index = state.Has(row) ? row : -1;
     if (point.y >= header)
         Choose(list, state, index, index >= 0 && GetKeyState(VK_CONTROL) < 0);
@@ -112,44 +95,6 @@ bool OnKey(HWND list, ListViewState& state, WPARAM key)
 
 }  // namespace
 
-int ListViewState::PageOf(const Window& list) const
-{
-    return std::max<int>((list.client.bottom - list.client.top - HeaderOf(list)) / kListViewRow, 1);
-}
-
-void ListViewState::ScrollTo(const Window& list, int item)
-{
-    const int page = PageOf(list);
-    if (item < top)
-        top = item;
-    else if (item >= top + page)
-        top = item - page + 1;
-}
-
-void ListViewState::Show(const Window& list, ControlPicture& picture) const
-{
-    picture.kind = EControlKind::listView;
-    picture.headerHeight = static_cast<int>(HeaderOf(list));
-    picture.rowCount = Count();
-    picture.pageRows = PageOf(list);
-    picture.firstRow = std::clamp(top, 0, std::max(Count() - 1, 0));
-    ShowColumns(*this, picture);
-    const LONG width = list.client.right - list.client.left;
-    const LONG height = list.client.bottom - list.client.top;
-    LONG y = picture.headerHeight;
-    for (int i = picture.firstRow; i < Count() && y < height && picture.rows.size() < kMostShownRows; ++i, y += kListViewRow) {
-        const ListViewItem& item = items[static_cast<std::size_t>(i)];
-        RowPicture row;
-        row.number = i;
-        row.place = {0, y, width, y + kListViewRow};
-        row.isSelected = (item.state & LVIS_SELECTED) != 0;
-        row.isFocused = (item.state & LVIS_FOCUSED) != 0;
-        for (std::size_t cell = 0; cell < std::max<std::size_t>(picture.columns.size(), 1); ++cell)
-            row.cells.emplace_back(item.Text(static_cast<int>(cell)).substr(0, kLongestShownText));
-        picture.rows.push_back(std::move(row));
-    }
-}
-
 bool OnListViewInput(HWND list, ListViewState& state, UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
@@ -161,8 +106,16 @@ bool OnListViewInput(HWND list, ListViewState& state, UINT message, WPARAM wPara
         return OnKey(list, state, wParam);
     case WM_MOUSEWHEEL:
         if (const Window* const window = OwnWindow(list))
-            state.top = std::clamp(state.top - 3 * GET_WHEEL_DELTA_WPARAM(wParam) / WHEEL_DELTA, 0,
-                                   std::max(state.Count() - state.PageOf(*window), 0));
+            state.ScrollBy(*window, 0, -3 * GET_WHEEL_DELTA_WPARAM(wParam) / WHEEL_DELTA);
+        return true;
+    case WM_VSCROLL:
+        if (const Window* const window = OwnWindow(list))
+            state.top = ScrolledRow(list, wParam, state.Count(), state.PageOf(*window), state.top);
+        return true;
+    case WM_HSCROLL:
+        if (const Window* const window = OwnWindow(list))
+            state.left = ScrolledColumn(list, wParam, state.WidthOfColumns(), static_cast<int>(window->client.right - window->client.left),
+                                        state.left);
         return true;
     default:
         return false;

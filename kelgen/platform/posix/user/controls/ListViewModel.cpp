@@ -22,6 +22,14 @@ int ListViewState::Next(int index, UINT state) const
     return -1;
 }
 
+int ListViewState::WidthOfColumns() const
+{
+    long long width = 0;
+    for (const ListViewColumn& column : columns)
+        width += column.Width();
+    return static_cast<int>(std::min<long long>(width, 0x7FFFFFFF));
+}
+
 int ListViewState::CountSelected() const
 {
     return static_cast<int>(std::count_if(items.begin(), items.end(), [](const ListViewItem& item) { return item.state & LVIS_SELECTED; }));

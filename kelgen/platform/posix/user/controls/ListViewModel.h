@@ -29,6 +29,8 @@ struct ListViewColumn
     int format = LVCFMT_LEFT;
     int width = 10;
     int subItem = 0;
+
+    int Width() const { return width < 0 ? 0 : width > 10000 ? 10000 : width; }
 };
 
 /// The heights of the columns' headings and of an item in a report.
@@ -38,11 +40,19 @@ constexpr int kListViewRow = 14;
 struct ListViewState final : ControlData
 {
     void Show(const Window& list, ControlPicture& picture) const override;
-    /// How many items are wholly in view.
+    /// How many items are wholly in view, at least one.
     int PageOf(const Window& list) const;
+    /// How many would be in a client area of that height.
+    int RowsIn(const Window& list, LONG height) const;
     void ScrollTo(const Window& list, int item);
+    /// Scrolls by pixels to the right and rows down, as far as there is anything.
+    void ScrollBy(const Window& list, int across, int rows);
+    int WidthOfColumns() const;
 
     int top = 0;
+    int left = 0;  // how many pixels of the columns lie left of the view
+    int rowHeight = kListViewRow;
+    HFONT font = nullptr;
     std::vector<ListViewItem> items;
     std::vector<ListViewColumn> columns;
     DWORD extendedStyle = 0;

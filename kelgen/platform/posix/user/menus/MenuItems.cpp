@@ -35,6 +35,7 @@ bool SetByFlags(MenuTable& menus, const MenuObject& menu, MenuItem& item, UINT f
     if (wantsText && !text)
         flags |= MF_SEPARATOR;
     item.type = flags & kTypeBits;
+    item.isMeasured = false;
     item.state = flags & kStateBits;
     item.submenu = nullptr;
     item.id = static_cast<UINT>(id);
@@ -143,6 +144,8 @@ void SetByInfo(MenuItem& item, const Info& info, UINT mask)
         item.data = info.dwItemData;
     if (mask & MIIM_BITMAP)
         item.bitmap = info.hbmpItem;
+    if (mask & (MIIM_TYPE | MIIM_FTYPE | MIIM_STRING | MIIM_DATA | MIIM_BITMAP))
+        item.isMeasured = false;
     if (!item.hasText && !item.bitmap && !(item.type & (kNoText | MFT_OWNERDRAW)))
         item.type |= MFT_SEPARATOR;
 }

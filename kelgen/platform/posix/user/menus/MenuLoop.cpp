@@ -24,13 +24,14 @@ WPARAM ParameterOf(HMENU menu)
 }  // namespace
 
 MenuLoop::MenuLoop(HWND owner, HMENU bar, bool isSystem)
-    : m_owner(owner), m_isBar(true), m_isSystem(isSystem), m_flags(0), m_levels{{bar, -1}}, m_outer(t_current)
+    : m_owner(owner), m_isBar(true), m_isSystem(isSystem), m_flags(0), m_levels{{bar, -1, nullptr}}, m_outer(t_current)
 {
     t_current = this;
 }
 
 MenuLoop::MenuLoop(HWND owner, HMENU popup, UINT flags, POINT corner)
-    : m_owner(owner), m_isBar(false), m_isSystem(false), m_flags(flags), m_levels{{popup, -1}}, m_corner(corner), m_outer(t_current)
+    : m_owner(owner), m_isBar(false), m_isSystem(false), m_flags(flags), m_levels{{popup, -1, nullptr}}, m_corner(corner),
+      m_outer(t_current)
 {
     t_current = this;
 }
@@ -110,6 +111,7 @@ UINT MenuLoop::RunPopup()
         CloseLevels(0);
         return 0;
     }
+    ShowLevel();
     Loop();
     Finish();
     return m_command;
@@ -124,10 +126,13 @@ bool MenuLoop::SelectedItem(MenuItem& item) const
 /// Selects an item of the innermost menu and tells the owner.
 void MenuLoop::Select(int position)
 {
-    if (Top().selected >= 0)
-        SetHilite(Top().menu, Top().selected, false);
+    const int before = Top().selected;
+    if (before >= 0)
+        SetHilite(Top().menu, before, false);
+    DrawItem(before);
     Top().selected = position;
     SetHilite(Top().menu, position, true);
+    DrawItem(position);
     MenuItem item;
     if (!SelectedItem(item))
         return;
@@ -160,10 +165,34 @@ bool MenuLoop::OpenSelected(bool selectsFirst)
     // The owner may have given the item another submenu.
     if (!SelectedItem(item) || !item.submenu)
         return false;
-    m_levels.push_back({item.submenu, -1});
+    m_levels.push_back({item.submenu, -1, nullptr});
+    ShowLevel();
     if (selectsFirst)
         SelectFrom(-1, 1);
     return true;
+}
+
+/// Has the owner measure and draw what it draws of the innermost menu.
+void MenuLoop::ShowLevel()
+{
+    if (!MeasureItems(m_owner, Top().menu))
+        return;
+    const std::vector<MenuPicture> places = PlacesOfLevels();
+    if (places.size() != m_levels.size())
+        return;
+    const RECT& place = places.back().place;
+    Top().drawing = std::make_shared<MenuDrawing>(SIZE{place.right - place.left, place.bottom - place.top});
+    Top().drawing->Draw(m_owner, Top().menu, places.back(), -1, ODA_DRAWENTIRE);
+}
+
+/// Has the owner draw an item of the innermost menu whose selection has changed.
+void MenuLoop::DrawItem(int position) const
+{
+    const Level& top = m_levels.back();
+    if (!top.drawing || position < 0)
+        return;
+    if (const std::vector<MenuPicture> places = PlacesOfLevels(); places.size() == m_levels.size())
+        top.drawing->Draw(m_owner, top.menu, places.back(), position, ODA_SELECT);
 }
 
 /// Closes submenus until @p left levels are open.

@@ -1,6 +1,7 @@
 // MenuLoop.h: an open menu and the message loop that it runs.
 #pragma once
 
+#include <kelgen/platform/posix/user/menus/MenuDrawing.h>
 #include <kelgen/platform/posix/user/menus/MenuObjects.h>
 #include <kelgen/platform/support/DesktopPicture.h>
 
@@ -38,7 +39,8 @@ private:
     struct Level
     {
         HMENU menu;
-        int selected;  // -1 for none
+        int selected;                            // -1 for none
+        std::shared_ptr<MenuDrawing> drawing{};  // null when the owner draws nothing
     };
 
     void Begin();
@@ -63,6 +65,8 @@ private:
     void SelectFrom(int start, int step);
     bool OpenSelected(bool selectsFirst = true);
     void CloseLevels(std::size_t left);
+    void ShowLevel();
+    void DrawItem(int position) const;
     void Execute();
     int FindMnemonic(UINT character) const;
     LRESULT Notify(UINT message, WPARAM wParam, LPARAM lParam) const;

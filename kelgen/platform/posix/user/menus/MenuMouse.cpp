@@ -64,6 +64,9 @@ std::vector<MenuPicture> MenuLoop::PlacesOfLevels() const
         const POINT corner = i == 1 && m_isBar ? BelowItem(outer, selected) : BesideItem(outer, selected);
         places.push_back(PlaceMenu(m_levels[i].menu, corner));
     }
+    for (std::size_t i = 0; i < places.size(); ++i)
+        if (m_levels[i].drawing)
+            places[i].drawn = m_levels[i].drawing->Shapes();
     return places;
 }
 

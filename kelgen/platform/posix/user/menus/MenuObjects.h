@@ -21,6 +21,8 @@ struct MenuItem
     HBITMAP checked = nullptr;
     HBITMAP unchecked = nullptr;
     bool hasText = false;
+    bool isMeasured = false;  // by the owner, which draws it
+    SIZE measured{};
     std::u16string text;
 
     bool IsSeparator() const { return (type & MFT_SEPARATOR) != 0; }

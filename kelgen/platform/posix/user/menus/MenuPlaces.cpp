@@ -41,8 +41,15 @@ void CopyItems(HMENU menu, MenuPicture& picture)
     for (const MenuItem& item : object->items) {
         if (picture.items.size() == kMostItems)
             return;
-        picture.items.push_back({item.text.substr(0, 1000), {}, item.state, item.type, item.submenu != nullptr});
+        picture.items.push_back({item.text.substr(0, 1000), {}, item.state, item.type, item.submenu != nullptr, item.measured});
     }
+}
+
+SIZE SizeInPopup(const MenuItemPicture& item)
+{
+    if (item.type & MFT_OWNERDRAW)
+        return {kMarkWidth + item.measured.cx, item.measured.cy};
+    return {kMarkWidth + TextWidth(item.text) + kArrowWidth, item.type & MFT_SEPARATOR ? kSeparatorHeight : kItemHeight};
 }
 
 // Lays the items of a bar out in the rows that a window at area gives them room for. A break starts a row, and in the last one the items
@@ -97,18 +104,19 @@ MenuPicture PlaceMenu(HMENU menu, POINT corner)
 {
     MenuPicture picture;
     CopyItems(menu, picture);
-    int width = 0;
-    int height = 0;
+    LONG width = 0;
+    LONG height = 0;
     for (const MenuItemPicture& item : picture.items) {
-        width = std::max(width, kMarkWidth + TextWidth(item.text) + kArrowWidth);
-        height += item.type & MFT_SEPARATOR ? kSeparatorHeight : kItemHeight;
+        const SIZE size = SizeInPopup(item);
+        width = std::max(width, size.cx);
+        height += size.cy;
     }
     picture.place = {0, 0, width + 2 * kPopupBorder, height + 2 * kPopupBorder};
     OffsetRect(&picture.place, std::clamp<int>(corner.x, 0, std::max<int>(0, kScreenWidth - picture.place.right)),
                std::clamp<int>(corner.y, 0, std::max<int>(0, kScreenHeight - picture.place.bottom)));
-    int top = picture.place.top + kPopupBorder;
+    LONG top = picture.place.top + kPopupBorder;
     for (MenuItemPicture& item : picture.items) {
-        const int itemHeight = item.type & MFT_SEPARATOR ? kSeparatorHeight : kItemHeight;
+        const LONG itemHeight = SizeInPopup(item).cy;
         item.place = {picture.place.left + kPopupBorder, top, picture.place.right - kPopupBorder, top + itemHeight};
         top += itemHeight;
     }

@@ -48,6 +48,8 @@ struct ScrollBar
     /// The position of a thumb that starts at @p start.
     int PositionAt(int start, int length) const;
     EScrollPart PartAt(int place, int length) const;
+
+    bool operator==(const ScrollBar&) const = default;
 };
 
 /// A window's bars: the two of its frame, and the one that it is itself.

@@ -79,9 +79,9 @@ private:
 
     bool IsDisabled(EScrollPart part) const
     {
-        const bool isUp = part == EScrollPart::lineUp || part == EScrollPart::pageUp;
-        return m_numbers.disabled == ESB_DISABLE_BOTH ||
-               (part != EScrollPart::thumb && (m_numbers.disabled & (isUp ? ESB_DISABLE_UP : ESB_DISABLE_DOWN)) != 0);
+        // An arrow alone leaves the rest of the bar as it is, both of them disable it.
+        const UINT arrow = part == EScrollPart::lineUp ? ESB_DISABLE_UP : part == EScrollPart::lineDown ? ESB_DISABLE_DOWN : 0;
+        return m_numbers.disabled == ESB_DISABLE_BOTH || (m_numbers.disabled & arrow) != 0;
     }
 
     void Hold(EScrollPart part, int position)

@@ -163,7 +163,7 @@ BOOL DescribeBar(const Window& window, int bar, SCROLLBARINFO& info)
     std::ranges::fill(info.rgstate, 0);
     if (IsBarOfFrame(bar) && !(window.style & StyleBitOf(bar)))
         info.rgstate[0] = STATE_SYSTEM_INVISIBLE;
-    if (bar == SB_CTL && (own.disabled == ESB_DISABLE_BOTH || own.HasNothingToScroll()))
+    else if (own.disabled == ESB_DISABLE_BOTH || (bar == SB_CTL && own.HasNothingToScroll()))
         info.rgstate[0] = STATE_SYSTEM_UNAVAILABLE;
     if (own.disabled & ESB_DISABLE_UP)
         info.rgstate[1] = STATE_SYSTEM_UNAVAILABLE;
@@ -252,7 +252,7 @@ BOOL ShowScrollBar(HWND window, int bar, BOOL show)
         return TRUE;
     }
     if (bar != SB_BOTH && !IsBarOfFrame(bar))
-        return FALSE;
+        return Fail(ERROR_INVALID_PARAMETER, FALSE);
     const LONG bits = bar == SB_BOTH ? WS_HSCROLL | WS_VSCROLL : StyleBitOf(bar);
     return OrNoMemory(FALSE, [&]() -> BOOL { return OnThreadOf(window, [&](Window& target) { ShowBars(target, bits, show != FALSE); }); });
 }
