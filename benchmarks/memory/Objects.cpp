@@ -1,5 +1,5 @@
-// Objects.cpp: the bytes of heap that one of many takes, of ours and of the standard library's. Prints a line for each: its name, whose it is
-// and the bytes.
+// Objects.cpp: the bytes of heap that one of many takes, of ours and of the standard library's. Prints a line for each: its name, whose it
+// is and the bytes.
 #include <kelgen/framework/collections/Map.h>
 #include <kelgen/framework/windows/Wnd.h>
 #include <kelgen/property/PropertySet.h>
