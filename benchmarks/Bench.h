@@ -14,6 +14,8 @@
 #include <type_traits>
 #include <vector>
 
+#include <unistd.h>
+
 namespace bench {
 
 using benchmark::DoNotOptimize;
@@ -69,10 +71,16 @@ S text(std::u16string_view v)
         return S(std::wstring(v.begin(), v.end()));
 }
 
+// A folder of this process, which its main removes.
+inline std::filesystem::path scratchFolder()
+{
+    return std::filesystem::temp_directory_path() / ("kelgen-bench-" + std::to_string(getpid()));
+}
+
 inline std::string scratch(const std::string& name)
 {
-    std::filesystem::create_directories(std::filesystem::temp_directory_path() / "kelgen-bench");
-    return (std::filesystem::temp_directory_path() / "kelgen-bench" / name).string();
+    std::filesystem::create_directories(scratchFolder());
+    return (scratchFolder() / name).string();
 }
 
 // Counting instructions takes a number of iterations that the environment fixes; measuring times lets the clock choose.

@@ -22,5 +22,5 @@ int main(int argc, char** argv)
         return 1;
     benchmark::RunSpecifiedBenchmarks();
     std::error_code ignored;
-    std::filesystem::remove_all(std::filesystem::temp_directory_path() / "kelgen-bench", ignored);
+    std::filesystem::remove_all(bench::scratchFolder(), ignored);
 }

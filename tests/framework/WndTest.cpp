@@ -2,7 +2,11 @@
 #include <kelgen/framework/base/Exceptions.h>
 
 #include "Traffic.h"
+#include "support/Random.h"
 #include "support/Threads.h"
+
+#include <deque>
+#include <map>
 
 using namespace kelgen::test;
 
@@ -246,6 +250,31 @@ TEST(Wnd, AttachLeavesTheProcedureAndDetachTheWindow)
     EXPECT_TRUE(IsWindow(handle)) << "temporary objects own nothing";
     EXPECT_TRUE(CWnd::FromHandle(handle)->DestroyWindow());
     Traffic::Take();
+}
+
+// Handles of no window do for the map; beside it, a map of the standard library.
+TEST(Wnd, ObjectsAreFoundByTheHandlesThatTheyAreAttachedTo)
+{
+    Random random;
+    std::deque<CWnd> objects(400);
+    std::map<HWND, CWnd*> model;
+    for (int step = 0; step < 20000; ++step) {
+        CWnd& object = objects[static_cast<std::size_t>(random.Between(0, 399))];
+        const auto handle = reinterpret_cast<HWND>(static_cast<UINT_PTR>(random.Between(1, 600)) << random.Between(0, 1) * 16 << 16);
+        if (object.m_hWnd) {
+            model.erase(object.m_hWnd);
+            object.Detach();
+        } else if (!model.contains(handle)) {
+            object.Attach(handle);
+            model[handle] = &object;
+        }
+        const auto wanted = model.find(handle);
+        ASSERT_EQ(wanted == model.end() ? nullptr : wanted->second, CWnd::FromHandlePermanent(handle)) << step;
+    }
+    for (CWnd& object : objects) {
+        ASSERT_EQ(object.m_hWnd ? &object : nullptr, CWnd::FromHandlePermanent(object.m_hWnd));
+        object.Detach();
+    }
 }
 
 TEST(Wnd, DescendantsAreToldTopmostFirst)

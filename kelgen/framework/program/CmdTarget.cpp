@@ -17,7 +17,7 @@ const AFX_MSGMAP_ENTRY* FindEntry(const AFX_MSGMAP* map, Fits fits)
 {
     while (map) {
         for (const AFX_MSGMAP_ENTRY* entry = map->lpEntries; entry->kind != EntryKind::End; ++entry) {
-            if (fits(*entry))
+            if (fits(*entry)) [[unlikely]]
                 return entry;
         }
         map = map->pfnGetBaseMap ? map->pfnGetBaseMap() : nullptr;
@@ -64,8 +64,10 @@ BOOL CCmdTarget::OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO*
         code = LOWORD(code);
     }
     const AFX_MSGMAP_ENTRY* const entry = FindEntry(GetMessageMap(), [=](const AFX_MSGMAP_ENTRY& candidate) {
-        return candidate.kind == EntryKind::Command && candidate.nMessage == message && candidate.nCode == code && nID >= candidate.nID &&
-               nID <= candidate.nLastID;
+        // Most entries are of messages.
+        if (candidate.kind != EntryKind::Command) [[likely]]
+            return false;
+        return candidate.nMessage == message && candidate.nCode == code && nID >= candidate.nID && nID <= candidate.nLastID;
     });
     if (!entry)
         return FALSE;

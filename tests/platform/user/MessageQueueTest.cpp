@@ -1,8 +1,11 @@
 // MessageQueueTest.cpp: the order of messages, filters, what can be posted and to whom, and waiting for it.
 #include "platform/user/MessageLog.h"
+#include "support/Random.h"
 #include "support/Threads.h"
 
 #include <atomic>
+#include <list>
+#include <optional>
 
 using namespace kelgen::test;
 
@@ -194,6 +197,48 @@ TEST_F(MessageQueue, AWindowThatGoesTakesItsMessagesAlong)
     EXPECT_EQ("-:u0", Drain());
 }
 
+// Beside a list that is searched from its beginning.
+TEST_F(MessageQueue, AnyPostsFiltersAndEndsOfWindowsLeaveTheOthersInTheirOrder)
+{
+    Random random;
+    std::optional<NamedWindow> windows[3];
+    std::list<std::pair<int, UINT>> model;
+    for (int step = 0; step < 3000; ++step) {
+        const int which = random.Between(0, 2);
+        auto& window = windows[which];
+        const int what = random.Between(0, step / 300 % 2 ? 99 : 199);
+        if (!window) {
+            window.emplace("posts");
+            for (MSG message{}; PeekMessageA(&message, *window, 0, WM_USER - 1, PM_REMOVE);)
+                continue;
+        } else if (what == 0) {
+            window.reset();
+            model.remove_if([which](const auto& posted) { return posted.first == which; });
+        } else if (what < 50) {
+            const UINT first = WM_USER + static_cast<UINT>(random.Between(0, 9));
+            const UINT last = first + static_cast<UINT>(random.Between(0, 4));
+            const auto wanted = std::ranges::find_if(
+                model, [&](const auto& posted) { return posted.first == which && posted.second >= first && posted.second <= last; });
+            MSG message{};
+            ASSERT_EQ(wanted != model.end(), PeekMessageA(&message, *window, first, last, PM_REMOVE) != FALSE);
+            if (wanted == model.end())
+                continue;
+            ASSERT_EQ(wanted->second, message.message);
+            ASSERT_EQ(HWND{*window}, message.hwnd);
+            model.erase(wanted);
+        } else {
+            model.emplace_back(which, WM_USER + static_cast<UINT>(random.Between(0, 9)));
+            ASSERT_TRUE(PostMessageA(*window, model.back().second, 0, 0));
+        }
+    }
+    for (const auto& [which, number] : model) {
+        MSG message{};
+        ASSERT_TRUE(PeekMessageA(&message, nullptr, WM_USER, WM_USER + 9, PM_REMOVE));
+        ASSERT_EQ(number, message.message);
+        ASSERT_EQ(HWND{*windows[which]}, message.hwnd);
+    }
+}
+
 TEST_F(MessageQueue, CharactersArriveInTheReadersKindOfText)
 {
     const struct
@@ -227,6 +272,12 @@ TEST_F(MessageQueue, TimeAndPointAreThoseOfThePost)
     EXPECT_EQ(DWORD(MAKELONG(31, 41)), GetMessagePos());
     EXPECT_EQ(message.time, DWORD(GetMessageTime()));
     EXPECT_LT(message.time - before, 25u);
+    for (int i = 0; i < 100; ++i) {
+        const DWORD asked = GetTickCount();
+        PostThreadMessageA(GetCurrentThreadId(), WM_USER, 0, 0);
+        ASSERT_TRUE(PeekMessageA(&message, kThreadOnly, 0, 0, PM_REMOVE));
+        ASSERT_LT(message.time - asked, 25u) << "no earlier than what a call has told before";
+    }
     EXPECT_EQ(0, SetMessageExtraInfo(4));
     EXPECT_EQ(4, GetMessageExtraInfo());
     SetMessageExtraInfo(0);

@@ -128,6 +128,9 @@ TEST(WithoutMemory, Messages)
             MSG message;
             for (WPARAM i = 0; PeekMessageA(&message, window.window, WM_APP, WM_APP, PM_REMOVE); ++i)
                 EXPECT_EQ(i, message.wParam);
+            // Behind one that was alone the queue keeps no room for many.
+            PostMessageA(window.window, WM_APP, 0, 0);
+            EXPECT_TRUE(PeekMessageA(&message, window.window, WM_APP, WM_APP, PM_REMOVE));
         });
 }
 

@@ -3,13 +3,81 @@
 
 #include <kelgen/platform/Win32.h>
 
+#include <bit>
+#include <cstddef>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 class CDC;
 class CMenu;
 class CWnd;
 
 namespace kelgen::detail {
+
+/// Objects by their handles, none of which is null. Every message of a window looks into one: places in a row, of which one in two is free.
+template <class Object, class Handle>
+class HandleTable
+{
+public:
+    Object* Find(Handle handle) const { return m_places.empty() ? nullptr : m_places[PlaceOf(handle)].second; }
+
+    void Set(Handle handle, Object* object)
+    {
+        if (2 * (m_count + 1) > m_places.size())
+            Grow();
+        auto& place = m_places[PlaceOf(handle)];
+        m_count += !place.first;
+        place = {handle, object};
+    }
+
+    void Remove(Handle handle)
+    {
+        if (!Find(handle))
+            return;
+        std::size_t hole = PlaceOf(handle);
+        // Those behind it that it kept from their own places move up.
+        for (std::size_t i = Next(hole); m_places[i].first; i = Next(i)) {
+            const std::size_t wanted = Start(m_places[i].first);
+            if (((i - wanted) & Mask()) >= ((i - hole) & Mask()))
+                m_places[std::exchange(hole, i)] = m_places[i];
+        }
+        m_places[hole] = {};
+        --m_count;
+    }
+
+private:
+    std::size_t Mask() const { return m_places.size() - 1; }
+    std::size_t Next(std::size_t place) const { return (place + 1) & Mask(); }
+    std::size_t Start(Handle handle) const
+    {
+        // What differs in handles is in the middle of their bits.
+        const auto mixed = reinterpret_cast<UINT_PTR>(handle) * UINT_PTR{0x9E3779B1} >> 16;
+        return static_cast<std::size_t>(mixed) & Mask();
+    }
+    /// The handle's place, or the free one that it would get.
+    std::size_t PlaceOf(Handle handle) const
+    {
+        std::size_t place = Start(handle);
+        while (m_places[place].first != handle && m_places[place].first)
+            place = Next(place);
+        return place;
+    }
+
+    void Grow()
+    {
+        constexpr std::size_t kLeast = 16;
+        std::vector<std::pair<Handle, Object*>> before(m_places.empty() ? kLeast : 2 * m_places.size());
+        before.swap(m_places);
+        for (const auto& place : before) {
+            if (place.first)
+                m_places[PlaceOf(place.first)] = place;
+        }
+    }
+
+    std::vector<std::pair<Handle, Object*>> m_places;  // a power of two
+    std::size_t m_count = 0;
+};
 
 /// Objects of one class by handle: permanent ones, which are attached, and temporary ones, which the map makes and owns.
 template <class Object, class Handle, Handle Object::*Member>
@@ -26,9 +94,8 @@ public:
         // Messages come in runs to one window.
         if (handle == m_lastHandle)
             return m_lastObject;
-        const auto found = m_permanent.find(handle);
         m_lastHandle = handle;
-        return m_lastObject = found == m_permanent.end() ? nullptr : found->second;
+        return m_lastObject = m_permanent.Find(handle);
     }
 
     Object* Any(Handle handle)
@@ -54,16 +121,15 @@ public:
 
     void SetPermanent(Handle handle, Object* object)
     {
-        m_permanent[handle] = object;
+        m_permanent.Set(handle, object);
         ForgetLastAnswer();
     }
 
     /// Another object that took the handle over meanwhile stays.
     void RemovePermanent(Handle handle, const Object* object)
     {
-        const auto found = m_permanent.find(handle);
-        if (found != m_permanent.end() && found->second == object)
-            m_permanent.erase(found);
+        if (m_permanent.Find(handle) == object)
+            m_permanent.Remove(handle);
         ForgetLastAnswer();
     }
 
@@ -85,7 +151,7 @@ private:
         m_lastObject = nullptr;
     }
 
-    std::unordered_map<Handle, Object*> m_permanent;
+    HandleTable<Object, Handle> m_permanent;
     mutable Handle m_lastHandle = nullptr;  ///< Asked for last, and the answer.
     mutable Object* m_lastObject = nullptr;
     std::unordered_map<Handle, Object*> m_temporary;

@@ -1,6 +1,7 @@
 // AnsiText.cpp: conversion by the platform's code pages, past them where the text is ASCII.
 #include <kelgen/platform/posix/nls/AnsiText.h>
 
+#include <kelgen/platform/posix/nls/AsciiRuns.h>
 #include <kelgen/platform/posix/nls/api/CodePages.h>
 
 #include <algorithm>
@@ -9,12 +10,16 @@ namespace kelgen::posix {
 
 std::u16string WideText(std::string_view text)
 {
-    if (std::ranges::all_of(text, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; }))
-        return {text.begin(), text.end()};
+    std::u16string wide(text.size(), u'\0');
+    auto* const target = reinterpret_cast<LPWSTR>(wide.data());
+    std::size_t plain = WidenRun(text.data(), text.size(), target, false);
+    for (; plain < text.size() && static_cast<unsigned char>(text[plain]) < 0x80; ++plain)
+        wide[plain] = static_cast<char16_t>(text[plain]);
+    if (plain == text.size())
+        return wide;
 
     const int length = static_cast<int>(text.size());
-    std::u16string wide(text.size(), u'\0');
-    const int units = MultiByteToWideChar(CP_ACP, 0, text.data(), length, reinterpret_cast<LPWSTR>(wide.data()), length);
+    const int units = MultiByteToWideChar(CP_ACP, 0, text.data(), length, target, length);
     wide.resize(static_cast<std::size_t>(std::max(units, 0)));
     return wide;
 }

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <iterator>
 #include <utility>
 #include <vector>
@@ -22,6 +23,20 @@ public:
     {
         const std::size_t chunk = ChunkOf(index);
         return m_chunks[chunk][index - m_starts[chunk]];
+    }
+
+    /// Calls @p visit with each element, in order; it must not change the array.
+    template <class Visit>
+    void ForEach(Visit visit)
+    {
+        for (Chunk& chunk : m_chunks)
+            std::ranges::for_each(chunk, std::ref(visit));
+    }
+    template <class Visit>
+    void ForEach(Visit visit) const
+    {
+        for (const Chunk& chunk : m_chunks)
+            std::ranges::for_each(chunk, std::ref(visit));
     }
 
     /// Inserts before the element at @p index, at most the size.

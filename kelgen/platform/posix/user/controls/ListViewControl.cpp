@@ -7,6 +7,7 @@
 #include <kelgen/platform/posix/base/api/LastError.h>
 #include <kelgen/platform/posix/nls/AnsiText.h>
 #include <kelgen/platform/posix/user/api/User.h>
+#include <kelgen/platform/posix/user/objects/WindowTable.h>
 
 #include <algorithm>
 
@@ -43,9 +44,18 @@ int CopyText(std::u16string_view text, Char* buffer, int room)
 LRESULT Tell(HWND list, UINT code, NMLISTVIEW details = {{}, -1, 0, 0, 0, 0, {}, 0})
 {
     details.hdr.hwndFrom = list;
-    details.hdr.idFrom = static_cast<UINT_PTR>(GetDlgCtrlID(list));
     details.hdr.code = code;
-    return SendMessageW(GetParent(list), WM_NOTIFY, details.hdr.idFrom, reinterpret_cast<LPARAM>(&details));
+    HWND parent = nullptr;
+    {
+        // Of every item: the lock once.
+        const DesktopGuard guard;
+        const Window* const window = FindWindowLocked(list);
+        if (!window)
+            return 0;
+        details.hdr.idFrom = static_cast<UINT_PTR>(static_cast<int>(window->id));
+        parent = ParentAsTold(*window);
+    }
+    return SendMessageW(parent, WM_NOTIFY, details.hdr.idFrom, reinterpret_cast<LPARAM>(&details));
 }
 
 NMLISTVIEW About(int index, int subItem, UINT changed, UINT newState, UINT oldState, LPARAM data)
@@ -72,12 +82,10 @@ bool Change(HWND list, ListViewState& state, int index, UINT mask, const Item& c
     if (!state.Has(index))
         return true;
     if (after & ~before & LVIS_SELECTED && StyleOf(list) & LVS_SINGLESEL) {
-        for (ListViewItem& other : state.items)
-            other.state &= ~LVIS_SELECTED;
+        state.items.ForEach([](ListViewItem& other) { other.state &= ~LVIS_SELECTED; });
     }
     if (after & ~before & LVIS_FOCUSED) {
-        for (ListViewItem& other : state.items)
-            other.state &= ~LVIS_FOCUSED;
+        state.items.ForEach([](ListViewItem& other) { other.state &= ~LVIS_FOCUSED; });
     }
     ListViewItem& item = state[index];
     item.state = after;
@@ -108,7 +116,7 @@ LRESULT Insert(HWND list, ListViewState& state, const Item* inserted)
     if (inserted->mask & LVIF_PARAM)
         item.data = inserted->lParam;
     const LPARAM data = item.data;
-    state.items.insert(state.items.begin() + index, std::move(item));
+    state.items.Insert(static_cast<std::size_t>(index), std::move(item));
     Tell(list, LVN_INSERTITEM, About(index, 0, 0, 0, 0, data));
     return index;
 }
@@ -178,7 +186,7 @@ LRESULT Delete(HWND list, ListViewState& state, int index)
         return FALSE;
     Tell(list, LVN_DELETEITEM, About(index, 0, 0, 0, 0, state[index].data));
     if (state.Has(index))
-        state.items.erase(state.items.begin() + index);
+        state.items.Erase(static_cast<std::size_t>(index));
     return TRUE;
 }
 
@@ -190,7 +198,7 @@ LRESULT DeleteAll(HWND list, ListViewState& state)
         if (state.Has(i))
             Tell(list, LVN_DELETEITEM, About(i, 0, 0, 0, 0, state[i].data));
     }
-    state.items.clear();
+    state.items.Clear();
     state.top = 0;
     return TRUE;
 }
@@ -211,10 +219,10 @@ LRESULT InsertColumn(ListViewState& state, int index, const Column* inserted)
         column.width = inserted->cx;
     state.columns.insert(state.columns.begin() + place, std::move(column));
     // The texts of the columns behind move along; the first column's stay the items' own.
-    for (ListViewItem& item : state.items) {
-        if (place > 0 && static_cast<std::size_t>(place) < item.texts.size())
-            item.texts.insert(item.texts.begin() + place, std::u16string());
-    }
+    state.items.ForEach([place](ListViewItem& item) {
+        if (place > 0 && static_cast<std::size_t>(place) <= item.others.size())
+            item.others.insert(item.others.begin() + place - 1, std::u16string());
+    });
     return place;
 }
 
@@ -223,10 +231,10 @@ LRESULT DeleteColumn(ListViewState& state, int index)
     if (index < 0 || index >= static_cast<int>(state.columns.size()))
         return FALSE;
     state.columns.erase(state.columns.begin() + index);
-    for (ListViewItem& item : state.items) {
-        if (index > 0 && static_cast<std::size_t>(index) < item.texts.size())
-            item.texts.erase(item.texts.begin() + index);
-    }
+    state.items.ForEach([index](ListViewItem& item) {
+        if (index > 0 && static_cast<std::size_t>(index) <= item.others.size())
+            item.others.erase(item.others.begin() + index - 1);
+    });
     return TRUE;
 }
 
@@ -305,8 +313,7 @@ bool HandleItemMessage(HWND list, ListViewState& state, UINT message, WPARAM wPa
             result = state.PageOf(*window);
         return true;
     case LVM_SETITEMCOUNT:
-        state.items.reserve(std::min<std::size_t>(wParam, 1u << 20));
-        result = TRUE;
+        result = TRUE;  // how many there will be: nothing takes less for knowing it
         return true;
     default:
         return false;

@@ -5,12 +5,12 @@
 
 namespace kelgen::posix::user {
 
-void ListViewItem::SetText(int subItem, std::u16string text)
+void ListViewItem::SetText(int subItem, std::u16string newText)
 {
     const auto place = static_cast<std::size_t>(subItem);
-    if (place >= texts.size())
-        texts.resize(place + 1);
-    texts[place] = std::move(text);
+    if (place > others.size())
+        others.resize(place);
+    (place == 0 ? text : others[place - 1]) = std::move(newText);
 }
 
 int ListViewState::Next(int index, UINT state) const
@@ -32,7 +32,9 @@ int ListViewState::WidthOfColumns() const
 
 int ListViewState::CountSelected() const
 {
-    return static_cast<int>(std::count_if(items.begin(), items.end(), [](const ListViewItem& item) { return item.state & LVIS_SELECTED; }));
+    int count = 0;
+    items.ForEach([&count](const ListViewItem& item) { count += (item.state & LVIS_SELECTED) != 0; });
+    return count;
 }
 
 }  // namespace kelgen::posix::user

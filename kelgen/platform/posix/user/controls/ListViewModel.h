@@ -2,6 +2,7 @@
 #pragma once
 
 #include <kelgen/platform/posix/user/api/ListView.h>
+#include <kelgen/platform/posix/user/controls/ChunkedArray.h>
 #include <kelgen/platform/posix/user/controls/ControlBase.h>
 
 #include <string>
@@ -11,16 +12,20 @@ namespace kelgen::posix::user {
 
 struct ListViewItem
 {
-    std::vector<std::u16string> texts;  // by sub-item, as far as there are any
+    std::u16string text;
+    std::vector<std::u16string> others;  // of sub-items from 1 on, as far as there are any
     UINT state = 0;
     int image = 0;
     LPARAM data = 0;
 
     std::u16string_view Text(int subItem) const
     {
-        return static_cast<std::size_t>(subItem) < texts.size() ? std::u16string_view(texts[static_cast<std::size_t>(subItem)]) : u"";
+        if (subItem == 0)
+            return text;
+        return static_cast<std::size_t>(subItem) <= others.size() ? std::u16string_view(others[static_cast<std::size_t>(subItem) - 1])
+                                                                  : u"";
     }
-    void SetText(int subItem, std::u16string text);
+    void SetText(int subItem, std::u16string newText);
 };
 
 struct ListViewColumn
@@ -53,11 +58,11 @@ struct ListViewState final : ControlData
     int left = 0;  // how many pixels of the columns lie left of the view
     int rowHeight = kListViewRow;
     HFONT font = nullptr;
-    std::vector<ListViewItem> items;
+    ChunkedArray<ListViewItem> items;
     std::vector<ListViewColumn> columns;
     DWORD extendedStyle = 0;
 
-    int Count() const { return static_cast<int>(items.size()); }
+    int Count() const { return static_cast<int>(items.Size()); }
     bool Has(int index) const { return index >= 0 && index < Count(); }
     /// A sub-item is the first one or one that has a column.
     bool HasText(int index, int subItem) const

@@ -96,11 +96,7 @@ std::vector<std::shared_ptr<Hook>> HookChains::All() const
     return all;
 }
 
-HookChains& GlobalHooks()
-{
-    static HookChains& hooks = *new HookChains;
-    return hooks;
-}
+constinit GlobalHookChains globalHookChains;
 
 HookCall::HookCall(ThreadQueue& queue, int type) : m_queue(queue)
 {

@@ -59,8 +59,20 @@ private:
     std::atomic<unsigned> m_types{0};
 };
 
+/// Lives for ever.
+union GlobalHookChains {
+    constexpr GlobalHookChains() : chains() {}
+    ~GlobalHookChains() {}
+
+    HookChains chains;
+};
+extern constinit GlobalHookChains globalHookChains;
+
 /// The chains of all threads' hooks.
-HookChains& GlobalHooks();
+inline HookChains& GlobalHooks()
+{
+    return globalHookChains.chains;
+}
 
 /// A run along the chain of one type: the thread's hooks, then those of all threads. Lives on the stack of who runs it.
 class HookCall

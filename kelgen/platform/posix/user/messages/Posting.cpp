@@ -95,8 +95,10 @@ BOOL ResultOf(ThreadQueue::Posted posted, DWORD errorWhenEnded)
 // Queues hold characters wide, whoever posts and reads them.
 WPARAM WidenCharacter(UINT message, WPARAM wParam)
 {
+    if (wParam < 0x80)
+        return wParam;
     const bool character = message == WM_CHAR || message == WM_DEADCHAR || message == WM_SYSCHAR || message == WM_SYSDEADCHAR;
-    if (!character || wParam < 0x80)
+    if (!character)
         return wParam;
     if (GetACP() == CP_UTF8)
         return ConvertCharacter(wParam, true);
@@ -109,7 +111,7 @@ WPARAM WidenCharacter(UINT message, WPARAM wParam)
 BOOL PostToWindow(HWND handle, UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (const Window* own = OwnWindow(handle))
-        return ResultOf(own->queue->Post(handle, message, wParam, lParam), ERROR_INVALID_WINDOW_HANDLE);
+        return ResultOf(own->queue->Put(handle, message, wParam, lParam), ERROR_INVALID_WINDOW_HANDLE);
     std::shared_ptr<ThreadQueue> queue;
     ThreadQueue::Posted posted;
     {
@@ -131,6 +133,20 @@ BOOL PostToWindow(HWND handle, UINT message, WPARAM wParam, LPARAM lParam)
 bool IsBroadcast(HWND window)
 {
     return window == HWND_BROADCAST || window == HWND_TOPMOST;
+}
+
+BOOL Post(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (IsSentOnly(message))
+        return Fail(ERROR_MESSAGE_SYNC_ONLY, FALSE);
+    if (!window)
+        return ResultOf(CurrentQueue().Post(nullptr, message, wParam, lParam), ERROR_INVALID_PARAMETER);
+    // By contract the handle -1 is a broadcast too: callers extend the 16 bits of HWND_BROADCAST by their sign.
+    if (!IsBroadcast(window))
+        return PostToWindow(window, message, wParam, lParam);
+    for (const HWND target : BroadcastTargets())
+        PostToWindow(target, message, wParam, lParam);
+    return TRUE;
 }
 
 }  // namespace
@@ -156,23 +172,12 @@ using namespace kelgen::posix::user;
 
 BOOL PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL {
-        if (IsSentOnly(message))
-            return Fail(ERROR_MESSAGE_SYNC_ONLY, FALSE);
-        if (!window)
-            return ResultOf(CurrentQueue().Post(nullptr, message, wParam, lParam), ERROR_INVALID_PARAMETER);
-        // By contract the handle -1 is a broadcast too: callers extend the 16 bits of HWND_BROADCAST by their sign.
-        if (!IsBroadcast(window))
-            return PostToWindow(window, message, wParam, lParam);
-        for (const HWND target : BroadcastTargets())
-            PostToWindow(target, message, wParam, lParam);
-        return TRUE;
-    });
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return Post(window, message, wParam, lParam); });
 }
 
 BOOL PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return PostMessageW(window, message, WidenCharacter(message, wParam), lParam); });
+    return OrNoMemory<BOOL>(FALSE, [&]() -> BOOL { return Post(window, message, WidenCharacter(message, wParam), lParam); });
 }
 
 BOOL PostThreadMessageW(DWORD thread, UINT message, WPARAM wParam, LPARAM lParam)

@@ -21,7 +21,8 @@ QueueState ThreadQueue::State()
     }
     std::ranges::sort(state.hooks);
     const std::lock_guard lock(m_lock);
-    state.posted.assign(m_posted.begin(), m_posted.end());
+    for (std::size_t i = 0; i < m_posted.Count(); ++i)
+        state.posted.push_back(m_posted[i]);
     state.sent = m_sent.size();
     state.input = m_input.size();
     state.quits = m_quit;

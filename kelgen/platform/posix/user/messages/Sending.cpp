@@ -124,11 +124,10 @@ BOOL SendWithoutWaiting(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
 
 }  // namespace
 
-LRESULT SendToOwn(Window& window, UINT message, WPARAM wParam, LPARAM lParam, bool wide, bool ownSender)
-{
-    if (!window.queue->hooks.HasAny(kProcedureHooks) && !GlobalHooks().HasAny(kProcedureHooks))
-        return CallProcedure(window, message, wParam, lParam, wide);
+namespace {
 
+[[gnu::noinline]] LRESULT SendThroughHooks(Window& window, UINT message, WPARAM wParam, LPARAM lParam, bool wide, bool ownSender)
+{
     // A hook may send too, before any procedure counts the depth.
     if (TooDeep())
         return Fail(ERROR_STACK_OVERFLOW, LRESULT{0});
@@ -146,10 +145,8 @@ LRESULT SendToOwn(Window& window, UINT message, WPARAM wParam, LPARAM lParam, bo
     return result;
 }
 
-LRESULT SendTo(HWND window, UINT message, WPARAM wParam, LPARAM lParam, bool wide)
+[[gnu::noinline]] LRESULT SendElsewhere(HWND window, UINT message, WPARAM wParam, LPARAM lParam, bool wide)
 {
-    if (Window* own = OwnWindow(window))
-        return SendToOwn(*own, message, wParam, lParam, wide);
     if (IsSentToAll(window)) {
         for (const HWND target : BroadcastTargets())
             SendTo(target, message, wParam, lParam, wide);
@@ -158,6 +155,22 @@ LRESULT SendTo(HWND window, UINT message, WPARAM wParam, LPARAM lParam, bool wid
     LRESULT result = 0;
     SendAcross(window, message, wParam, lParam, wide, SMTO_NORMAL, WakeSignal::kForever, result);
     return result;
+}
+
+}  // namespace
+
+LRESULT SendToOwn(Window& window, UINT message, WPARAM wParam, LPARAM lParam, bool wide, bool ownSender)
+{
+    if (!window.queue->hooks.HasAny(kProcedureHooks) && !GlobalHooks().HasAny(kProcedureHooks)) [[likely]]
+        return CallProcedure(window, message, wParam, lParam, wide);
+    return SendThroughHooks(window, message, wParam, lParam, wide, ownSender);
+}
+
+LRESULT SendTo(HWND window, UINT message, WPARAM wParam, LPARAM lParam, bool wide)
+{
+    if (Window* own = OwnWindow(window)) [[likely]]
+        return SendToOwn(*own, message, wParam, lParam, wide);
+    return SendElsewhere(window, message, wParam, lParam, wide);
 }
 
 }  // namespace kelgen::posix::user

@@ -2,6 +2,7 @@
 #include <kelgen/platform/posix/user/messages/ThreadQueue.h>
 
 #include <kelgen/platform/posix/base/NoMemory.h>
+#include <kelgen/platform/posix/threads/RecentTicks.h>
 #include <kelgen/platform/posix/threads/api/Ticks.h>
 #include <kelgen/platform/posix/user/objects/ThreadWindows.h>
 #include <kelgen/platform/posix/user/objects/WindowObject.h>
@@ -23,13 +24,13 @@ ThreadQueue::~ThreadQueue() = default;
 
 ThreadQueue::Posted ThreadQueue::Put(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    const MSG posted{window, message, wParam, lParam, GetTickCount(), CursorNow()};
+    const MSG posted{window, message, wParam, lParam, static_cast<DWORD>(RecentTickCount64()), CursorNow()};
     const std::lock_guard lock(m_lock);
     if (m_ended)
         return Posted::Ended;
-    if (m_posted.size() >= kPostLimit)
+    if (m_posted.Count() >= kPostLimit)
         return Posted::Full;
-    m_posted.push_back(posted);
+    m_posted.Add(posted);
     m_new |= QS_POSTMESSAGE | QS_ALLPOSTMESSAGE;
     return Posted::Done;
 }
@@ -146,7 +147,7 @@ void ThreadQueue::ForgetWindow(HWND window)
 {
     {
         const std::lock_guard lock(m_lock);
-        std::erase_if(m_posted, [window](const auto& posted) { return posted.hwnd == window; });
+        m_posted.RemoveIf([window](const MSG& posted) { return posted.hwnd == window; });
         std::erase(m_paint, window);
         m_hasPaint = !m_paint.empty();
         m_timers.StopAllOf(window);

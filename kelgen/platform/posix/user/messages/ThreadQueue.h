@@ -5,6 +5,7 @@
 #include <kelgen/platform/posix/user/api/MessageCalls.h>
 #include <kelgen/platform/posix/user/messages/HookChains.h>
 #include <kelgen/platform/posix/user/messages/InputEvents.h>
+#include <kelgen/platform/posix/user/messages/PostedMessages.h>
 #include <kelgen/platform/posix/user/messages/SentMessages.h>
 #include <kelgen/platform/posix/user/messages/TimerTable.h>
 #include <kelgen/platform/posix/user/messages/WakeSignal.h>
@@ -38,7 +39,10 @@ struct MessageFilter
     /// With both ends 0 every message passes.
     bool AcceptsNumber(UINT message) const { return (first == 0 && last == 0) || (message >= first && message <= last); }
     /// Whether the window is asked for: itself or one inside the filter's. Takes the desktop lock when it has to look.
-    bool AcceptsWindow(HWND candidate) const;
+    bool AcceptsWindow(HWND candidate) const { return AllWindows() || candidate == window || AcceptsInside(candidate); }
+
+private:
+    bool AcceptsInside(HWND candidate) const;
 };
 
 /// One thread's queue.
@@ -164,7 +168,7 @@ private:
 
     BriefLock m_lock;
     WakeSignal m_signal;
-    std::deque<MSG> m_posted;
+    PostedMessages m_posted;
     std::deque<std::shared_ptr<SentMessage>> m_sent;
     std::deque<InputEvent> m_input;
     unsigned long long m_lastInput = 0;

@@ -51,10 +51,8 @@ Window* FirstToPaint(Window& parent, DWORD thread, const MessageFilter& filter)
 
 }  // namespace
 
-bool MessageFilter::AcceptsWindow(HWND candidate) const
+bool MessageFilter::AcceptsInside(HWND candidate) const
 {
-    if (AllWindows() || candidate == window)
-        return true;
     if (NoWindow() || !candidate)
         return NoWindow() && !candidate;
     const DesktopGuard guard;
@@ -69,7 +67,8 @@ bool ThreadQueue::Retrieve(MSG& message, const MessageFilter& filter, bool remov
     ThrowEscaped();
     m_lastLook.store(CoarseMilliseconds(), std::memory_order_relaxed);
     for (;;) {
-        ServeSends();
+        if (m_hasSent)
+            ServeSends();
         bool found = TakePosted(message, filter, remove);
         if (!found && (filter.kinds & QS_INPUT) && m_hasInput) {
             const Found input = TakeInput(message, filter, remove);
@@ -132,17 +131,14 @@ bool ThreadQueue::TakePosted(MSG& message, const MessageFilter& filter, bool rem
     NoteSeenLocked(filter.kinds);
     if (!(filter.kinds & QS_POSTMESSAGE))
         return false;
-    const auto found = std::find_if(m_posted.begin(), m_posted.end(), [&filter](const MSG& posted) {
-        return filter.AcceptsNumber(posted.message) && filter.AcceptsWindow(posted.hwnd);
-    });
-    if (found != m_posted.end()) {
-        message = *found;
+    for (std::size_t i = 0; i < m_posted.Count(); ++i) {
+        const MSG& posted = m_posted[i];
+        if (!filter.AcceptsNumber(posted.message) || !filter.AcceptsWindow(posted.hwnd))
+            continue;
+        message = posted;
         if (!remove)
             return true;
-        if (found == m_posted.begin())
-            m_posted.pop_front();
-        else
-            m_posted.erase(found);
+        m_posted.Remove(i);
         return Take(message, 0);
     }
 

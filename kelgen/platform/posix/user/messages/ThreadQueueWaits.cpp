@@ -41,7 +41,7 @@ ULONGLONG ThreadQueue::NextTimerDue(const MessageFilter& filter)
 UINT ThreadQueue::KindsPresentLocked()
 {
     UINT kinds = 0;
-    if (!m_posted.empty() || m_quit)
+    if (!m_posted.IsEmpty() || m_quit)
         kinds |= QS_POSTMESSAGE | QS_ALLPOSTMESSAGE;
     if (!m_sent.empty())
         kinds |= QS_SENDMESSAGE;

@@ -6,7 +6,9 @@
 #include <kelgen/platform/posix/user/objects/Desktop.h>
 #include <kelgen/platform/posix/user/objects/ScrollBar.h>
 
+#include <array>
 #include <atomic>
+#include <bit>
 #include <memory>
 #include <string>
 #include <vector>
@@ -124,8 +126,40 @@ struct Window
     bool IsDesktopOrMessageRoot() const { return thread == 0; }
 };
 
-/// The calling thread's window; null for a stale or forged handle and for another thread's window. Takes no lock.
-Window* OwnWindow(HWND handle);
+/// An entry of the table of handles. Written under the desktop lock. Only the owner of an entry sees its own thread id in it, so it may
+/// read without the lock.
+struct WindowEntry
+{
+    std::atomic<DWORD> handle{0};
+    std::atomic<DWORD> thread{0};
+    std::atomic<Window*> window{nullptr};
+    WORD generation = 0;
+};
+
+constexpr DWORD kFirstWindowIndex = 0x20;
+constexpr DWORD kWindowEntries = (0x10000 - kFirstWindowIndex) / 2;
+extern std::array<WindowEntry, kWindowEntries> windowEntries;
+
+/// The calling thread's id without a system call; 0 until OwnWindow has asked for it.
+extern constinit thread_local DWORD ownThread;
+
+/// OwnWindow for a thread's first question, and for handles that are not as they were given out.
+Window* OwnWindowByOtherHandle(HWND handle);
+
+/// The calling thread's window; null for a stale or forged handle and for another thread's window. Takes no lock. Every message asks.
+inline Window* OwnWindow(HWND handle)
+{
+    const auto value = reinterpret_cast<ULONG_PTR>(handle);
+    // Odd numbers and those below the first become too large.
+    const auto index = std::rotr(static_cast<WORD>(value - kFirstWindowIndex), 1);
+    if (index < kWindowEntries) [[likely]] {
+        const WindowEntry& entry = windowEntries[index];
+        const DWORD thread = entry.thread.load(std::memory_order_relaxed);
+        if (entry.handle.load(std::memory_order_relaxed) == value && thread == ownThread && thread != 0) [[likely]]
+            return entry.window.load(std::memory_order_relaxed);
+    }
+    return OwnWindowByOtherHandle(handle);
+}
 
 /// Any thread's window, even the two roots; null for a stale or forged handle. The desktop lock is held by the caller, and the
 /// window stays only while it is.

@@ -14,43 +14,20 @@ namespace kelgen::posix::user {
 
 namespace {
 
-constexpr DWORD kFirstIndex = 0x20;
-constexpr DWORD kEntries = (0x10000 - kFirstIndex) / 2;
-
-// Written under the desktop lock. Only the owner of an entry sees its own thread id in it, so it may read without the lock.
-struct Entry
-{
-    std::atomic<DWORD> handle{0};
-    std::atomic<DWORD> thread{0};
-    std::atomic<Window*> window{nullptr};
-    WORD generation = 0;
-};
-
-std::array<Entry, kEntries> table;
 // A ring, used in the order of their coming, so that handles stay dead for long; giving one back takes no memory.
-std::array<WORD, kEntries> freeEntries;
+std::array<WORD, kWindowEntries> freeEntries;
 DWORD firstFree = 0;
 DWORD freeCount = 0;
 DWORD entriesUsed = 0;
 
-// The calling thread's id without a system call.
-constinit thread_local DWORD thisThread = 0;
-
-DWORD ThisThread()
-{
-    if (thisThread == 0) [[unlikely]]
-        thisThread = GetCurrentThreadId();
-    return thisThread;
-}
-
-Entry* EntryOf(HWND handle)
+WindowEntry* EntryOf(HWND handle)
 {
     const auto value = reinterpret_cast<ULONG_PTR>(handle);
     const auto low = static_cast<DWORD>(value & 0xFFFF);
     const auto high = static_cast<DWORD>(value >> 32);
-    if (low < kFirstIndex || (low & 1) != 0 || (high != 0 && high != 0xFFFFFFFF))
+    if (low < kFirstWindowIndex || (low & 1) != 0 || (high != 0 && high != 0xFFFFFFFF))
         return nullptr;
-    return &table[(low - kFirstIndex) / 2];
+    return &windowEntries[(low - kFirstWindowIndex) / 2];
 }
 
 // By contract the lower 16 bits alone find a window too, since some callers keep no more of a handle.
@@ -65,12 +42,12 @@ DWORD TakeEntry()
 {
     // A freed entry rests until many others have been freed after it.
     constexpr std::size_t kResting = 256;
-    if (entriesUsed < kEntries && freeCount < kResting)
+    if (entriesUsed < kWindowEntries && freeCount < kResting)
         return entriesUsed++;
     if (freeCount == 0)
-        return kEntries;
+        return kWindowEntries;
     const DWORD entry = freeEntries[firstFree];
-    firstFree = (firstFree + 1) % kEntries;
+    firstFree = (firstFree + 1) % kWindowEntries;
     --freeCount;
     return entry;
 }
@@ -95,6 +72,9 @@ Window& Root(std::atomic<Window*>& made, const char16_t* className, RECT area, L
 
 }  // namespace
 
+std::array<WindowEntry, kWindowEntries> windowEntries;
+constinit thread_local DWORD ownThread = 0;
+
 std::recursive_mutex& DesktopLock()
 {
     static std::recursive_mutex& lock = *new std::recursive_mutex;
@@ -118,12 +98,12 @@ bool InsertWindow(Window& window)
 {
     DesktopGuard guard;
     const DWORD index = TakeEntry();
-    if (index == kEntries)
+    if (index == kWindowEntries)
         return false;
-    Entry& entry = table[index];
+    WindowEntry& entry = windowEntries[index];
     // Generations 0 and 0xFFFF are what short handles look like.
     entry.generation = static_cast<WORD>(entry.generation >= 0xFFFE ? 1 : entry.generation + 1);
-    const DWORD handle = (DWORD{entry.generation} << 16) | (kFirstIndex + index * 2);
+    const DWORD handle = (DWORD{entry.generation} << 16) | (kFirstWindowIndex + index * 2);
     window.handle = reinterpret_cast<HWND>(static_cast<ULONG_PTR>(handle));
     entry.window.store(&window, std::memory_order_relaxed);
     entry.thread.store(window.thread, std::memory_order_relaxed);
@@ -138,11 +118,11 @@ void RemoveWindow(Window& window)
         UnlinkWindow(window);
         if (Window* const owner = FindWindowLocked(window.owner))
             --owner->owned;
-        Entry* entry = EntryOf(window.handle);
+        WindowEntry* entry = EntryOf(window.handle);
         entry->handle.store(0, std::memory_order_relaxed);
         entry->thread.store(0, std::memory_order_relaxed);
         entry->window.store(nullptr, std::memory_order_relaxed);
-        freeEntries[(firstFree + freeCount++) % kEntries] = static_cast<WORD>(entry - table.data());
+        freeEntries[(firstFree + freeCount++) % kWindowEntries] = static_cast<WORD>(entry - windowEntries.data());
         window.destroyed = true;
         --window.windowClass->windows;
     }
@@ -150,10 +130,12 @@ void RemoveWindow(Window& window)
         delete &window;
 }
 
-Window* OwnWindow(HWND handle)
+Window* OwnWindowByOtherHandle(HWND handle)
 {
-    const Entry* entry = EntryOf(handle);
-    if (!entry || entry->thread.load(std::memory_order_relaxed) != ThisThread() ||
+    if (ownThread == 0)
+        ownThread = GetCurrentThreadId();
+    const WindowEntry* entry = EntryOf(handle);
+    if (!entry || entry->thread.load(std::memory_order_relaxed) != ownThread ||
         !Matches(entry->handle.load(std::memory_order_relaxed), handle))
         return nullptr;
     return entry->window.load(std::memory_order_relaxed);
@@ -161,7 +143,7 @@ Window* OwnWindow(HWND handle)
 
 Window* FindWindowLocked(HWND handle)
 {
-    const Entry* entry = EntryOf(handle);
+    const WindowEntry* entry = EntryOf(handle);
     if (!entry || !Matches(entry->handle.load(std::memory_order_relaxed), handle))
         return nullptr;
     return entry->window.load(std::memory_order_relaxed);
@@ -179,6 +161,13 @@ HWND SetOwner(Window& window, HWND owner)
     if (Window* const next = FindWindowLocked(owner))
         ++next->owned;
     return std::exchange(window.owner, owner);
+}
+
+HWND ParentAsTold(const Window& window)
+{
+    if (window.style & static_cast<LONG>(WS_POPUP))
+        return window.owner;
+    return (window.style & WS_CHILD) && window.parent ? window.parent->handle : nullptr;
 }
 
 void LinkBelow(Window& window, Window& parent, Window& after)

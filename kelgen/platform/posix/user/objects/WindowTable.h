@@ -18,6 +18,9 @@ void RemoveWindow(Window& window);
 /// Gives @p window another owner, or none, and returns the former one.
 HWND SetOwner(Window& window, HWND owner);
 
+/// What GetParent answers: a pop-up window's owner, a child's parent. The desktop lock is held.
+HWND ParentAsTold(const Window& window);
+
 /// Where among its siblings a window goes.
 enum class Place
 {

@@ -26,14 +26,6 @@ HWND NoWindow()
     return Fail(ERROR_INVALID_WINDOW_HANDLE, static_cast<HWND>(nullptr));
 }
 
-// GetParent, under the lock.
-HWND ParentLocked(const Window& window)
-{
-    if (window.style & kPopupStyle)
-        return window.owner;
-    return (window.style & WS_CHILD) ? HandleOf(window.parent) : nullptr;
-}
-
 // Hidden, moved and shown again, so that both parents see it.
 void ChangeParent(Window& window, HWND parent)
 {
@@ -68,7 +60,7 @@ HWND GetParent(HWND window)
 {
     DesktopGuard guard;
     const Window* found = FindWindowLocked(window);
-    return found ? ParentLocked(*found) : NoWindow();
+    return found ? ParentAsTold(*found) : NoWindow();
 }
 
 HWND SetParent(HWND window, HWND parent)
@@ -103,7 +95,7 @@ HWND GetAncestor(HWND window, UINT which)
         return found->IsDesktopOrMessageRoot() ? nullptr : TopLevelOf(*found).handle;
     case GA_ROOTOWNER: {
         const Window* last = found;
-        for (HWND next = ParentLocked(*last); next && next != DesktopRoot().handle; next = ParentLocked(*last))
+        for (HWND next = ParentAsTold(*last); next && next != DesktopRoot().handle; next = ParentAsTold(*last))
             last = FindWindowLocked(next);
         return last->handle;
     }
