@@ -291,7 +291,7 @@ class Window:
         low = self.number & 0xFFFF
         if low < 0x20 or low & 1:
             return "not a window"
-        entry = gdb.parse_and_eval("'kelgen::posix::user::(anonymous namespace)::table'")["_M_elems"][(low - 0x20) // 2]
+        entry = gdb.parse_and_eval("'kelgen::posix::user::windowEntries'")["_M_elems"][(low - 0x20) // 2]
         window = entry["window"]["_M_b"]["_M_p"]
         if not window or int(entry["handle"]["_M_i"]) != self.number & 0xFFFFFFFF:
             return "not a window"
