@@ -184,6 +184,17 @@ std::vector<std::string> TextsOf(const Char* const* arguments, DWORD count)
     return texts;
 }
 
+// The kernel closes the connections of a process that ends a moment before the process counts as ended.
+void AwaitEnd(DWORD process)
+{
+    constexpr DWORD kMilliseconds = 1000;
+    const HANDLE ending = OpenProcess(SYNCHRONIZE, FALSE, process);
+    if (!ending)
+        return;
+    WaitForSingleObject(ending, kMilliseconds);
+    CloseHandle(ending);
+}
+
 // Sends the control and waits until the service's handler has returned; an error code.
 DWORD Send(const ServiceFolder& folder, DWORD control)
 {
@@ -274,6 +285,8 @@ BOOL ControlService(SC_HANDLE service, DWORD control, LPSERVICE_STATUS status)
             return Fail(refusal, FALSE);
 
         DWORD error = Send(object->Folder(), control);
+        if (error == ERROR_SERVICE_REQUEST_TIMEOUT)
+            AwaitEnd(before->process);
         if (const auto after = object->Record())
             *status = after->status;
         // It may have stopped meanwhile, before it took the control.
