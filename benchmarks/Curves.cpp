@@ -265,20 +265,7 @@ void WatchedFiles(State& st)
         add(other);
     }
     add(file.path);
-    watcher.StartWatch();
-    for (int i = 0; watcher.seen.count() == 0; ++i) {
-        require(i < 1000, "no alarm");
-        file.change();
-        usleep(10000);
-    }
-    usleep(50000);
-    for (auto _ : st) {
-        const int before = watcher.seen.count();
-        file.change();
-        watcher.seen.await(before);
-    }
-    watcher.StopWatch();
-    usleep(50000);
+    watchChanges(st, file, watcher);
 }
 
 // ---- containers and texts

@@ -24,21 +24,7 @@ void WatchKelgen(State& st)
     for (char& c : path)
         c = c == '/' ? '\\' : c;
     watcher.AddFile(path.c_str());
-    watcher.StartWatch();
-    // Changes count from when the thread waits.
-    for (int i = 0; watcher.seen.count() == 0; ++i) {
-        require(i < 1000, "no alarm");
-        file.change();
-        usleep(10000);
-    }
-    usleep(50000);
-    for (auto _ : st) {
-        const int before = watcher.seen.count();
-        file.change();
-        watcher.seen.await(before);
-    }
-    watcher.StopWatch();
-    usleep(50000);
+    watchChanges(st, file, watcher);
 }
 
 void WatchInotify(State& st)

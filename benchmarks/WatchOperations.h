@@ -57,4 +57,25 @@ private:
     std::atomic<int> m_count = 0;
 };
 
+/// Times from each change of the file until the watcher has seen it.
+template <class Watcher>
+void watchChanges(State& st, ChangingFile& file, Watcher& watcher)
+{
+    watcher.StartWatch();
+    // Changes count from when the thread waits.
+    for (int i = 0; watcher.seen.count() == 0; ++i) {
+        require(i < 1000, "no alarm");
+        file.change();
+        usleep(10000);
+    }
+    usleep(50000);
+    for (auto _ : st) {
+        const int before = watcher.seen.count();
+        file.change();
+        watcher.seen.await(before);
+    }
+    watcher.StopWatch();
+    usleep(50000);
+}
+
 }  // namespace bench
